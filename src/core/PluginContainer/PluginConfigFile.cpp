@@ -1,0 +1,180 @@
+// Reads the plugin configuration file: which plugins are enabled for whom.
+#include "PluginContainer/PluginContainer.h"
+
+#include "PluginContainer/PluginContainer_p.h"
+#include "PluginContainer/PluginInfo.h"
+#include "common/Log.h"
+#include "common/XmlFile.h"
+
+#include <QXmlStreamReader>
+
+namespace {
+
+constexpr XmlFile::Texts texts{"File %s does not exist", "Failed to open file %s", "Error:", ", column ",
+                               "Parsing %s done... "};
+
+constexpr QLatin1String pluginElement("plugin");
+constexpr QLatin1String addElement("add");
+constexpr QLatin1String removeElement("remove");
+constexpr QLatin1String clsidAttribute("clsid");
+constexpr QLatin1String nameAttribute("name");
+
+/// Calls onElement for each start element until the end tag of `parent`.
+template <typename OnElement>
+void forEachElement(QXmlStreamReader& reader, const QString& parent, OnElement onElement)
+{
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isEndElement() && reader.name() == parent)
+            return;
+        if (reader.isStartElement())
+            onElement();
+    }
+}
+
+/// Moves to the "plugin" element below the element the reader stands on.
+/// @return false when that element ends without one
+bool enterPluginElement(QXmlStreamReader& reader)
+{
+    const QString parent = reader.name().toString();
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isEndElement() && reader.name() == parent)
+            return false;
+        if (reader.isStartElement() && reader.name() == pluginElement)
+            return true;
+    }
+    return false;
+}
+
+/// Hands the clsid of each "add" and "remove" inside the first "plugin" element to onRule(clsid, isAdd).
+template <typename OnRule>
+void readRules(QXmlStreamReader& reader, OnRule onRule)
+{
+    if (!enterPluginElement(reader))
+        return;
+    forEachElement(reader, pluginElement, [&] {
+        const bool isAdd = reader.name() == addElement;
+        if (!isAdd && reader.name() != removeElement)
+            return;
+        const QXmlStreamAttributes attributes = reader.attributes();
+        onRule(attributes.value(clsidAttribute), isAdd);
+    });
+}
+
+/// As QMultiHash::insert: keeps earlier values of the key.
+void insertPair(QHash<QString, QString>& table, const QString& key, const QString& value)
+{
+    static_cast<QMultiHash<QString, QString>&>(table).insert(key, value);
+}
+
+} // namespace
+
+void PluginContainer::populatePluginsConfig(QString path)
+{
+    XmlFile::read(path, texts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
+}
+
+void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
+{
+    const auto name = [&reader] {
+        return reader.attributes().value(nameAttribute).toString();
+    };
+    if (reader.name() == QLatin1String("common"))
+        readCommonElement(reader);
+    else if (reader.name() == QLatin1String("customize") && name() == m_strCustomizeName)
+        readCustomizeElements(reader);
+    else if (reader.name() == QLatin1String("device"))
+        readDeviceElements(name(), reader);
+    else if (reader.name() == QLatin1String("IMSI"))
+        readIMSIElements(name(), reader);
+    else if (reader.name() == QLatin1String("GID"))
+        readGIDElements(name(), reader);
+}
+
+void PluginContainer::readCommonElement(QXmlStreamReader& reader)
+{
+    forEachElement(reader, QStringLiteral("common"), [&] {
+        if (reader.name() != QLatin1String("item"))
+            return;
+        const QXmlStreamAttributes attributes = reader.attributes();
+        enableByDefault(attributes.value(clsidAttribute));
+    });
+}
+
+void PluginContainer::readCustomizeElements(QXmlStreamReader& reader)
+{
+    readRules(reader, [this](const QStringRef& clsid, bool isAdd) {
+        if (isAdd)
+            enableForOperator(clsid);
+        else
+            removeForOperator(clsid.toString());
+    });
+}
+
+void PluginContainer::readDeviceElements(QString name, QXmlStreamReader& reader)
+{
+    readRules(reader, [&](const QStringRef& clsid, bool isAdd) {
+        addToDisEnableList(name, isAdd ? m_pEnableTable : m_pDisableTable, clsid, isAdd);
+    });
+}
+
+void PluginContainer::readIMSIElements(QString name, QXmlStreamReader& reader)
+{
+    readDeviceElements(QLatin1String("IMSI") + name, reader);
+}
+
+void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
+{
+    m_listGIDGroups.append(name);
+    readDeviceElements(QLatin1String("GID") + name, reader);
+}
+
+bool PluginContainer::enableByDefault(const QStringRef& clsid)
+{
+    addToDisEnableList(QStringLiteral("common"), m_pEnableTable, clsid, true);
+    const QString text = clsid.toString();
+    const bool isKnown = isPluginInList(text);
+    if (isKnown)
+        m_pCommonSet->insert(text);
+    return isKnown;
+}
+
+void PluginContainer::enableForOperator(const QStringRef& clsid)
+{
+    const QString text = clsid.toString();
+    const bool isCommonAlready = m_pCommonSet->contains(text);
+    if (!enableByDefault(clsid))
+        return;
+    if (!isCommonAlready)
+        d->decisions.noteOperatorAdd(text);
+    LOG_DEBUG("readCustomizeElements: %s will be enabled by default", qUtf8Printable(text));
+}
+
+void PluginContainer::removeForOperator(const QString& clsid)
+{
+    LOG_DEBUG("readCustomizeElements: %s will be removed", qUtf8Printable(clsid));
+    if (const PluginInfo* const info = m_pHashPlugins->value(clsid))
+        d->decisions.noteOperatorRemove({info->m_strName,
+                                         clsid,
+                                         info->m_iType,
+                                         PluginStatus::State::Removed,
+                                         PluginStatus::Rule::OperatorRemove,
+                                         m_strCustomizeName,
+                                         {}});
+    removePluginInfo(clsid);
+}
+
+void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid,
+                                         bool enable)
+{
+    const QString text = clsid.toString();
+    if (!isPluginInList(text)) {
+        LOG_DEBUG("readDeviceElements: %s: have to %s %s, but not in list", qUtf8Printable(key),
+                  enable ? "enable" : "disable", qUtf8Printable(text));
+        return;
+    }
+    LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
+              enable ? "Enabling" : "Disabling", qUtf8Printable(text));
+    insertPair(*table, key, text);
+}

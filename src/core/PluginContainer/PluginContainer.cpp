@@ -1,0 +1,119 @@
+#include "PluginContainer/PluginContainer.h"
+
+#include "Change/Change.h"
+#include "PluginContainer/CInitConfigThread.h"
+#include "PluginContainer/PluginContainer_p.h"
+#include "PluginContainer/PluginIds.h"
+#include "PluginContainer/PluginInfo.h"
+#include "common/CommonUtils.h"
+#include "common/Log.h"
+
+#include <QMutexLocker>
+
+PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfig, bool)
+{
+    LOG_DEBUG("%s: %s: entered, strPluginsFile = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(strPluginsFile));
+    m_dirPlugins.setPath(CommonUtils::GetPluginLibraryPath());
+    d = std::make_unique<PluginContainerPrivate>(m_dirPlugins.path());
+
+    m_pHashPlugins = new QHash<QString, PluginInfo*>;
+    m_pListPlugins = new QList<PluginInfo*>;
+    m_pCommonSet = new QSet<QString>;
+    m_pEnableTable = new QHash<QString, QString>;
+    m_pDisableTable = new QHash<QString, QString>;
+    if (!m_pHashPlugins || !m_pListPlugins) {
+        LOG_DEBUG("%s: %s: m_pHashPlugins or m_pListPlugins is NULL", LOG_FILE, LOG_FUNCTION);
+        return;
+    }
+
+    m_strCustomizeName = CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
+    LOG_DEBUG("getDeviceName: m_strCustomizeName =>%s<=", qUtf8Printable(m_strCustomizeName));
+    populatePluginInfo(strPluginsFile);
+    populatePluginsConfig(strPluginsConfig);
+    updateCommonOperatorCustomization();
+    PluginContainer::GetPlugin(PluginIds::DeviceManager, PluginIds::FirstService);
+    startConfigThread();
+    setStartupLanguage();
+    loadMainFrameTexts();
+}
+
+PluginContainer::~PluginContainer()
+{
+    endConfigThread();
+    const QMutexLocker locker(&m_mutex);
+    stopConfigThread();
+    unloadAllPlugins();
+    delete m_pHashPlugins;
+    qDeleteAll(*m_pListPlugins);
+    delete m_pListPlugins;
+    delete m_pCommonSet;
+    delete m_pEnableTable;
+    delete m_pDisableTable;
+}
+
+void PluginContainer::startConfigThread()
+{
+    if (!m_pInitConfigThread)
+        m_pInitConfigThread = new CInitConfigThread;
+    m_pInitConfigThread->Init(this);
+    m_pInitConfigThread->start(QThread::InheritPriority);
+}
+
+void PluginContainer::loadMainFrameTexts()
+{
+    Change::GetSettingDefaultLang();
+    if (Change::LoadLangFile(QStringLiteral("XFramePlugin")))
+        return;
+    LOG_DEBUG("%s: %s: %s: load XFramePlugin lan file failed", LOG_TIME, LOG_FILE, "PluginContainer");
+    Change::SetLangName(QStringLiteral("en-us"));
+}
+
+/// The thread's last steps need the lock that the destructor holds from its first step on. So that closing
+/// does not wait for a modem, the thread is woken and given the time to finish before the lock is taken.
+void PluginContainer::endConfigThread()
+{
+    constexpr unsigned long longestFinishMs = 1000;
+    if (!m_pInitConfigThread || !m_pInitConfigThread->isRunning())
+        return;
+    endDeviceWait();
+    m_pInitConfigThread->wait(longestFinishMs);
+}
+
+void PluginContainer::stopConfigThread()
+{
+    constexpr unsigned int longestWaitSeconds = 5;
+    constexpr unsigned long terminationMs = 1000;
+    if (!m_pInitConfigThread)
+        return;
+    if (m_pInitConfigThread->isRunning()) {
+        CommonUtils::WaitForThreadToStop(m_pInitConfigThread, longestWaitSeconds);
+        m_pInitConfigThread->wait(terminationMs);
+        unlinkDeviceService();
+    }
+    if (m_pInitConfigThread->isFinished())
+        delete m_pInitConfigThread; // one that outlived its termination is left: deleting it would end the
+                                    // process
+    m_pInitConfigThread = nullptr;
+}
+
+void PluginContainer::Release() {}
+
+int PluginContainer::GetLastError()
+{
+    return 0;
+}
+
+QString PluginContainer::GetMainFramePluginName()
+{
+    return m_strMainPlugin;
+}
+
+bool PluginContainer::IsPluginsConfigInitialized()
+{
+    return m_bConfigInitialized;
+}
+
+QStringList PluginContainer::GetGIDGroups()
+{
+    return m_listGIDGroups;
+}

@@ -1,0 +1,177 @@
+#pragma once
+
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginStatus.h"
+
+#include <QDir>
+#include <QHash>
+#include <QMutex>
+#include <QSet>
+
+#include <atomic>
+#include <memory>
+
+class CInitConfigThread;
+class IBasePlugin;
+class IDeviceMgr;
+class PluginContainerPrivate;
+class PluginInfo;
+class QStringRef;
+class QXmlStreamReader;
+
+/// The registry and life-cycle manager of every plugin; there is one per process, made by Startup.
+///
+/// IPluginContainer.h documents what plugins use. The protected operations are the steps that those are made
+/// of; they are there for derived containers and expect the lock to be held unless stated.
+class SKYLUME_EXPORT PluginContainer : public IPluginContainer
+{
+public:
+    /// Reads both files, enables the common and operator plugins, loads and initialises the device manager,
+    /// starts the configuration thread and settles the language.
+    /// @param strPluginsFile   the plugin library file; a missing one leaves no plugin known
+    /// @param strPluginsConfig the plugin configuration file; a missing one leaves no plugin enabled
+    /// The last argument is ignored.
+    PluginContainer(QString strPluginsFile, QString strPluginsConfig, bool);
+
+    /// Waits for the configuration thread, then shuts every plugin down and unloads it.
+    ~PluginContainer() override;
+
+    void Release() override;
+    int GetLastError() override;
+
+    bool IsPluginAvailable(QString clsid) override;
+    bool IsPluginLoaded(QString clsid) override;
+    QStringList GetLoadedPluginClsids() override;
+    QStringList GetPluginClsidsByType(int type) override;
+    QStringList GetSettingsPlugins() override;
+    QObject* GetPlugin(QString key, int iid) override;
+    int GetPluginType(QString clsid) override;
+    QString GetMainFramePluginName() override;
+    void LoadAllStaticOrActivePlugin() override;
+    bool IsCustomizationForDevice(QString key) override;
+    bool UnloadPlugin(QString key) override;
+    bool UnloadAllPlugins() override;
+    void ApplyCustomizationForDevice(QString key) override;
+    QString GetPluginNameByClsid(QString clsid) override;
+    QString GetClsidByName(QString name) override;
+    void HandleDeviceSwitched(QString device, QList<QString>& enabledNow,
+                              QList<QString>& disabledNow) override;
+    bool DestroyPlugin(QString clsid) override;
+    bool IsPluginsConfigInitialized() override;
+    void StartInitPluginsConfig() override;
+    void UpdateAllStaticOrActivePlugins() override;
+    QStringList GetGIDGroups() override;
+    bool UnRegisterFormPluginContainer(QString clsid) override;
+
+    /// Every plugin of the plugin library file, those removed by the operator's customisation at the end,
+    /// with the rule that decided on it. For views that explain the plugin set; any thread.
+    PluginStatusList GetPluginStatus() const;
+
+    /// Device events of the device service, on its thread. Keeps the name of the modem when exactly one is
+    /// available and wakes whoever waits for it.
+    /// @param type a QRVL_Event; other values are ignored
+    /// @return always 1
+    static int OnDevMgrEvent(int type, void* data);
+
+    /// Name of the modem that the latest device event reported; empty when there is none or it was consumed.
+    static QString m_strDeviceName;
+    static QMutex m_LockStrDevName; ///< guards m_strDeviceName
+
+protected:
+    // ---- Life-cycle
+
+    QObject* getPlugin(QString key, bool bInit, int iid);
+    /// Loads the first loadable library of the plugin folder whose file name begins with fileBase.
+    QObject* loadPlugin(PluginInfo* info, QString fileBase);
+    void initPlugin(QObject* plugin, QString clsid, PluginInfo* info);
+    void loadAllStaticOrActivePlugin();
+    bool unloadPlugin(PluginInfo* info);
+    bool unloadAllPlugins();
+
+    // ---- Records
+
+    QString getPluginNameByClsid(QString clsid);
+    void removePluginInfo(QString clsid);
+    bool isPluginInList(QString clsid);
+    void disableAllPlugins();
+
+    // ---- Configuration files
+
+    void populatePluginInfo(QString path);
+    PluginInfo* readPluginElement(QXmlStreamReader& reader);
+    void populatePluginsConfig(QString path);
+    void readCommonElement(QXmlStreamReader& reader);
+    void readCustomizeElements(QXmlStreamReader& reader);
+    void readDeviceElements(QString name, QXmlStreamReader& reader);
+    void readIMSIElements(QString name, QXmlStreamReader& reader);
+    void readGIDElements(QString name, QXmlStreamReader& reader);
+    void addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid, bool enable);
+
+    // ---- Customisation
+
+    void updatePluginInfo(QString clsid, bool enable);
+    void processFromSet(QSet<QString>* set, bool enable);
+    void processFromList(QString key, QHash<QString, QString>* table, bool enable);
+    void updateCommonOperatorCustomization();
+    void updateDeviceCustomization(QString key);
+
+    // ---- Device link: takes the lock itself
+
+    QString getDeviceName(bool);
+
+    // ---- Start-up marks and language
+
+    bool isFirstTimeStart();
+    void setRunningMark();
+    void setStartupLanguage();
+
+private:
+    Q_DISABLE_COPY_MOVE(PluginContainer)
+
+    void startConfigThread();
+    void loadMainFrameTexts();
+    void endConfigThread();
+    void stopConfigThread();
+
+    PluginInfo* findLogged(const QString& clsid, const char* function) const;
+
+    bool provideLoaded(PluginInfo* info, bool bInit);
+    static QObject* queryInterface(const PluginInfo& info, int iid);
+    void loadIfNeeded(PluginInfo* info);
+    void initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function);
+    void retirePlugin(PluginInfo* info);
+    IBasePlugin* runningBase(const PluginInfo* info) const;
+    void forEachRunningPlugin(const char* what, void (IBasePlugin::*operation)());
+
+    void readPluginLibraryElement(QXmlStreamReader& reader);
+    void readPluginsConfigElement(QXmlStreamReader& reader);
+    bool enableByDefault(const QStringRef& clsid);
+    void enableForOperator(const QStringRef& clsid);
+    void removeForOperator(const QString& clsid);
+
+    bool keyRulesChangeSomething(const QString& key) const;
+    bool commonRulesChangeSomething(const QString& key) const;
+
+    QString detectDeviceName();
+    void linkDeviceService();
+    void unlinkDeviceService();
+    void waitForDeviceEvent();
+    void endDeviceWait();
+    static QString takeDeviceName(IDeviceMgr& deviceMgr);
+
+    QDir m_dirPlugins;
+    QString m_strMainPlugin;
+    QHash<QString, PluginInfo*>* m_pHashPlugins = nullptr;
+    QList<PluginInfo*>* m_pListPlugins = nullptr; ///< file order; owns the records
+    QSet<QString>* m_pCommonSet = nullptr;
+    QHash<QString, QString>* m_pEnableTable = nullptr;  ///< customisation key to clsid, several per key
+    QHash<QString, QString>* m_pDisableTable = nullptr; ///< customisation key to clsid, several per key
+    QString m_strCustomizeName;
+    bool m_bDeviceMgrInit = false;
+    QStringList m_listGIDGroups;
+    mutable QRecursiveMutex m_mutex;
+    std::atomic<bool> m_bConfigInitialized{false};
+    CInitConfigThread* m_pInitConfigThread = nullptr;
+    bool m_bDeviceLink = false; ///< the device service holds our callbacks
+    std::unique_ptr<PluginContainerPrivate> d;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "skylume_global.h"
+
+#include <QString>
+
+class QObject;
+class QPluginLoader;
+
+/// The record of one plugin: what the plugin library file says of it, and how far it has come.
+///
+/// A record goes from known (read, disabled) to enabled or disabled by customisation, then loaded (library in
+/// memory) and initialised. It owns its loader.
+class SKYLUME_EXPORT PluginInfo
+{
+public:
+    PluginInfo(QString name, QString clsid, QString url, int type, bool isActive, bool isStatic,
+               bool settingTitle, bool loaded);
+    ~PluginInfo();
+
+    void SetLoaded(bool loaded);
+    void SetPlugin(QObject* plugin);
+    void SetInitialized(bool initialized);
+
+    QString m_strName;
+    QString m_strClsid;
+    QString m_strUrl; ///< base name of the library file
+    bool m_bActive;
+    bool m_bStatic;
+    bool m_bSettingTitle; ///< contributes a page to the settings dialog
+    bool m_bLoaded;
+    bool m_bInitialized;
+    bool m_bEnabled;
+    int m_iType;
+    QObject* m_pPlugin;       ///< root object, owned by the library; null while not loaded
+    QPluginLoader* m_pLoader; ///< holds the library; owned; null while not loaded
+
+private:
+    Q_DISABLE_COPY_MOVE(PluginInfo)
+};

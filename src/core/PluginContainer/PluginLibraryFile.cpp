@@ -1,0 +1,122 @@
+// Reads the plugin library file: every plugin that the application knows.
+#include "PluginContainer/PluginContainer.h"
+
+#include "PluginContainer/PluginInfo.h"
+#include "common/Log.h"
+#include "common/XmlFile.h"
+
+#include <QMutexLocker>
+#include <QXmlStreamReader>
+
+namespace {
+
+constexpr XmlFile::Texts texts{"File %s does not exist", "Failed to open file %s", "Error: ", ",column ",
+                               "Parsing %s done... "};
+
+/// The elements of a record as they are read.
+struct PluginElement
+{
+    QString name;
+    QString clsid;
+    QString url;
+    QString active;
+    QString type;
+    QString isStatic;
+    QString settingTitle;
+};
+
+struct ElementField
+{
+    QLatin1String element;
+    QString PluginElement::*field;
+};
+
+constexpr ElementField fields[] = {
+    {QLatin1String("name"), &PluginElement::name},
+    {QLatin1String("clsid"), &PluginElement::clsid},
+    {QLatin1String("url"), &PluginElement::url},
+    {QLatin1String("active"), &PluginElement::active},
+    {QLatin1String("type"), &PluginElement::type},
+    {QLatin1String("static"), &PluginElement::isStatic},
+    {QLatin1String("setting_title"), &PluginElement::settingTitle},
+};
+
+constexpr QLatin1String lastElement("static");
+
+bool isTrue(const QString& text)
+{
+    return text == QLatin1String("true");
+}
+
+void removeFirst(QString& text, QLatin1String part)
+{
+    const int position = text.indexOf(part);
+    if (position >= 0)
+        text.remove(position, part.size());
+}
+
+/// "url" as operators write it names a file of Windows relative to the installation; the loader wants a base
+/// name.
+QString libraryBaseName(QString url)
+{
+    removeFirst(url, QLatin1String(".\\"));
+    removeFirst(url, QLatin1String(".dll"));
+    return url;
+}
+
+/// Reads the field that the reader stands on; other elements are passed over.
+/// @return whether it was the one that ends the record
+bool readField(QXmlStreamReader& reader, PluginElement& element)
+{
+    for (const ElementField& field : fields) {
+        if (reader.name() != field.element)
+            continue;
+        element.*field.field = reader.readElementText();
+        return field.element == lastElement;
+    }
+    return false;
+}
+
+} // namespace
+
+void PluginContainer::populatePluginInfo(QString path)
+{
+    const QMutexLocker locker(&m_mutex);
+    XmlFile::read(path, texts, [this](QXmlStreamReader& reader) { readPluginLibraryElement(reader); });
+}
+
+void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)
+{
+    constexpr const char* function = "populatePluginInfo";
+    if (reader.name() == QLatin1String("mainplugin")) {
+        m_strMainPlugin = reader.readElementText();
+        LOG_DEBUG("%s: %s: m_strMainPlugin = %s", LOG_FILE, function, qUtf8Printable(m_strMainPlugin));
+        return;
+    }
+    if (reader.name() != QLatin1String("plugin"))
+        return;
+    PluginInfo* const pPluginInfo = readPluginElement(reader);
+    if (!pPluginInfo) {
+        LOG_DEBUG("%s: %s: pPluginInfo is NULL", LOG_FILE, function);
+        return;
+    }
+    m_pHashPlugins->insert(pPluginInfo->m_strClsid, pPluginInfo);
+    m_pListPlugins->append(pPluginInfo);
+}
+
+/// A record ends behind its "static" element, not at its closing tag: one without "static" runs on into the
+/// next ones.
+PluginInfo* PluginContainer::readPluginElement(QXmlStreamReader& reader)
+{
+    PluginElement element;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && readField(reader, element)) {
+            reader.readNext();
+            break;
+        }
+    }
+    return new PluginInfo(element.name, element.clsid, libraryBaseName(element.url), element.type.toInt(),
+                          isTrue(element.active), isTrue(element.isStatic), isTrue(element.settingTitle),
+                          false);
+}

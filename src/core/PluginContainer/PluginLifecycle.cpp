@@ -1,0 +1,337 @@
+// Loading, initialising, shutting down and unloading of plugins.
+#include "PluginContainer/PluginContainer.h"
+
+#include "PluginContainer/GuardedCall.h"
+#include "PluginContainer/PluginContainer_p.h"
+#include "PluginContainer/PluginIds.h"
+#include "PluginContainer/PluginInfo.h"
+#include "PluginContainer/interfaces/IBasePlugin.h"
+#include "common/Log.h"
+
+#include <QElapsedTimer>
+#include <QLibrary>
+#include <QMutexLocker>
+#include <QPluginLoader>
+
+namespace {
+
+bool isStartedWithTheApplication(const PluginInfo& info)
+{
+    return info.m_bEnabled && (info.m_bActive || info.m_bStatic);
+}
+
+bool isLoadedLate(const PluginInfo& info)
+{
+    return info.m_strClsid == PluginIds::LateEmbeddedA || info.m_strClsid == PluginIds::LateEmbeddedB;
+}
+
+/// Loads a library and makes its root object. The text of a failure goes to `error`.
+std::unique_ptr<QPluginLoader> openLibrary(const QString& path, QString& error)
+{
+    auto loader = std::make_unique<QPluginLoader>(path);
+    loader->setLoadHints({}); // Qt would keep the library in memory for ever otherwise
+    QObject* root = nullptr;
+    if (!guardedCall("load", path, [&] { root = loader->instance(); })) {
+        loader->unload();
+        error = QStringLiteral("The plugin's constructor threw");
+        return nullptr;
+    }
+    if (root)
+        return loader;
+    error = loader->errorString();
+    return nullptr;
+}
+
+} // namespace
+
+QObject* PluginContainer::GetPlugin(QString key, int iid)
+{
+    const QMutexLocker locker(&m_mutex);
+    LOG_DEBUG("%s: %s: entered", LOG_FILE, LOG_FUNCTION);
+    return getPlugin(std::move(key), true, iid);
+}
+
+QObject* PluginContainer::getPlugin(QString key, bool bInit, int iid)
+{
+    const QMutexLocker locker(&m_mutex);
+    LOG_DEBUG("%s: %s: entered", LOG_FILE, LOG_FUNCTION);
+    PluginInfo* info = m_pHashPlugins->value(key);
+    if (!info) {
+        key = GetClsidByName(key);
+        info = m_pHashPlugins->value(key);
+    }
+    if (!info)
+        return nullptr;
+    if (!info->m_bEnabled) {
+        LOG_DEBUG("%s: %s: %s not enabled", LOG_FILE, LOG_FUNCTION, qUtf8Printable(key));
+        return nullptr;
+    }
+    if (!provideLoaded(info, bInit))
+        return nullptr;
+    return queryInterface(*info, iid);
+}
+
+/// Makes sure that the library is loaded and, when asked for, the plugin initialised.
+bool PluginContainer::provideLoaded(PluginInfo* info, bool bInit)
+{
+    constexpr const char* function = "getPlugin";
+    if (info->m_bLoaded) {
+        LOG_DEBUG("%s: %s: %s already loaded,,,returning cached pointer", LOG_FILE, function,
+                  qUtf8Printable(info->m_strClsid));
+        if (bInit && !info->m_bInitialized)
+            initPlugin(info->m_pPlugin, info->m_strClsid, info);
+        return true;
+    }
+    QObject* const plugin = loadPlugin(info, info->m_strUrl);
+    if (!plugin) {
+        LOG_DEBUG("%s: %s: %s plugin NOT LOADED !!!,,,", LOG_FILE, function,
+                  qUtf8Printable(info->m_strClsid));
+        return false;
+    }
+    LOG_DEBUG("%s: %s: %s plugin loaded,,,", LOG_FILE, function, qUtf8Printable(info->m_strClsid));
+    if (bInit && !info->m_bInitialized)
+        initPlugin(plugin, info->m_strClsid, info);
+    info->SetLoaded(true);
+    info->SetPlugin(plugin);
+    return true;
+}
+
+QObject* PluginContainer::queryInterface(const PluginInfo& info, int iid)
+{
+    auto* const base = qobject_cast<IBasePlugin*>(info.m_pPlugin);
+    if (!base)
+        return nullptr;
+    void* out = nullptr;
+    bool isAnswered = false;
+    guardedCall("QueryInterface", info.m_strName, [&] { isAnswered = base->QueryInterface(iid, &out); });
+    return isAnswered ? static_cast<QObject*>(out) : nullptr;
+}
+
+QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
+{
+    LOG_DEBUG("%s: %s: entered, m_dirPlugins = %s", LOG_FILE, LOG_FUNCTION,
+              qUtf8Printable(m_dirPlugins.path()));
+    if (info->m_pLoader)
+        return info->m_pLoader->instance(); // asked for again from within its own initialisation
+    QString error = QStringLiteral("No library named %1*").arg(fileBase);
+    const QStringList files = d->folder.filesBeginningWith(fileBase);
+    for (const QString& file : files) {
+        if (!QLibrary::isLibrary(file))
+            continue;
+        LOG_DEBUG("%s: %s: strFileName = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(file));
+        if (auto loader = openLibrary(file, error)) {
+            LOG_DEBUG("%s: %s: strFileName = %s, QObject* plugin loaded successfully %s", LOG_FILE,
+                      LOG_FUNCTION, qUtf8Printable(file), qUtf8Printable(info->m_strName));
+            d->decisions.noteLoadError(info->m_strClsid, {});
+            info->m_pLoader = loader.release();
+            return info->m_pLoader->instance();
+        }
+        LOG_DEBUG("%s: %s: %s: error : %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(error));
+    }
+    d->decisions.noteLoadError(info->m_strClsid, error);
+    return nullptr;
+}
+
+void PluginContainer::initPlugin(QObject* plugin, QString clsid, PluginInfo* info)
+{
+    const QMutexLocker locker(&m_mutex);
+    LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    if (info->m_bInitialized) {
+        LOG_DEBUG("%s: %s: %s: %s is initialized", LOG_TIME, LOG_FILE, LOG_FUNCTION,
+                  qUtf8Printable(info->m_strName));
+        return;
+    }
+    if (!plugin) {
+        LOG_DEBUG("%s: %s: %s: pPlugin is NULL", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        return;
+    }
+    auto* const base = qobject_cast<IBasePlugin*>(plugin);
+    if (!base)
+        return;
+
+    info->SetInitialized(true); // before the call: the plugin may ask for itself
+    QElapsedTimer timer;
+    timer.start();
+    LOG_CRITICAL("%s: %s: base IBasePlugin load success, %s init: Start", LOG_FILE, LOG_FUNCTION,
+                 qUtf8Printable(info->m_strName));
+    int status = 0;
+    guardedCall("Init", info->m_strName, [&] { status = base->Init(); });
+    LOG_CRITICAL("%s: %s: base IBasePlugin load success, init=%d, %s init: elapsed=%dms", LOG_FILE,
+                 LOG_FUNCTION, status, qUtf8Printable(info->m_strName), static_cast<int>(timer.elapsed()));
+    if (clsid == PluginIds::DeviceManager)
+        m_bDeviceMgrInit = status != 0;
+}
+
+void PluginContainer::LoadAllStaticOrActivePlugin()
+{
+    const QMutexLocker locker(&m_mutex);
+    loadAllStaticOrActivePlugin();
+    LOG_DEBUG("%s: %s: plugin count = %d", LOG_FILE, LOG_FUNCTION, m_pHashPlugins->size());
+}
+
+void PluginContainer::loadAllStaticOrActivePlugin()
+{
+    const QMutexLocker locker(&m_mutex);
+    for (PluginInfo* info : *m_pListPlugins) {
+        if (!isStartedWithTheApplication(*info))
+            continue;
+        if (isLoadedLate(*info)) {
+            LOG_DEBUG("%s: %s: %s is not going to be loaded at first...", LOG_FILE, LOG_FUNCTION,
+                      qUtf8Printable(info->m_strUrl));
+            continue;
+        }
+        LOG_DEBUG("%s: %s: %s to be loaded...", LOG_FILE, LOG_FUNCTION, qUtf8Printable(info->m_strUrl));
+        loadIfNeeded(info);
+    }
+    initLoadedPlugins([](const PluginInfo&) { return true; }, LOG_FUNCTION);
+}
+
+void PluginContainer::UpdateAllStaticOrActivePlugins()
+{
+    const QMutexLocker locker(&m_mutex);
+    for (PluginInfo* info : *m_pListPlugins) {
+        if (!info->m_bEnabled && info->m_bLoaded)
+            retirePlugin(info);
+        if (!isStartedWithTheApplication(*info))
+            continue;
+        LOG_DEBUG("%s: %s: %s to be loaded...", LOG_FILE, LOG_FUNCTION, qUtf8Printable(info->m_strUrl));
+        if (info->m_bLoaded)
+            continue;
+        loadIfNeeded(info);
+        LOG_DEBUG("%s: %s: Loaded plugin: %s.", LOG_FILE, LOG_FUNCTION, qUtf8Printable(info->m_strName));
+    }
+    initLoadedPlugins([](const PluginInfo& info) { return !info.m_bInitialized; }, LOG_FUNCTION);
+}
+
+void PluginContainer::loadIfNeeded(PluginInfo* info)
+{
+    if (info->m_bLoaded)
+        return;
+    if (QObject* const plugin = loadPlugin(info, info->m_strUrl)) {
+        info->SetLoaded(true);
+        info->SetPlugin(plugin);
+    }
+}
+
+void PluginContainer::initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function)
+{
+    for (PluginInfo* info : *m_pListPlugins) {
+        if (!info->m_bLoaded || !isWanted(*info))
+            continue;
+        LOG_DEBUG("%s: %s: %s calling initPlugin", LOG_FILE, function, qUtf8Printable(info->m_strName));
+        initPlugin(info->m_pPlugin, info->m_strClsid, info);
+    }
+}
+
+/// Takes a plugin out that customisation has turned off; the main frame stays.
+void PluginContainer::retirePlugin(PluginInfo* info)
+{
+    if (info->m_strClsid == m_strMainPlugin)
+        return;
+    if (info->m_bInitialized)
+        DestroyPlugin(info->m_strClsid);
+    const bool bUnloaded = unloadPlugin(info);
+    LOG_DEBUG("%s: %s: Unload plugin %s bUnloaded %i", LOG_FILE, "UpdateAllStaticOrActivePlugins",
+              qUtf8Printable(info->m_strName), bUnloaded);
+}
+
+bool PluginContainer::DestroyPlugin(QString clsid)
+{
+    const QMutexLocker locker(&m_mutex);
+    LOG_DEBUG("%s: %s: entered. Plugin: %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(clsid));
+    const PluginInfo* const info = m_pHashPlugins->value(clsid);
+    IBasePlugin* const base = runningBase(info);
+    if (base) {
+        LOG_DEBUG("Destroying Plugin Name: %s, Plugin ClsID: %s", qUtf8Printable(info->m_strName),
+                  qUtf8Printable(clsid));
+        guardedCall("Destroy", info->m_strName, [base] { base->Destroy(); });
+    }
+    LOG_DEBUG("%s: %s: exited.", LOG_FILE, LOG_FUNCTION);
+    return base;
+}
+
+bool PluginContainer::UnRegisterFormPluginContainer(QString clsid)
+{
+    const QMutexLocker locker(&m_mutex);
+    LOG_DEBUG("%s: %s: entered. Plugin: %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(clsid));
+    const PluginInfo* const info = m_pHashPlugins->value(clsid);
+    IBasePlugin* const base = runningBase(info);
+    if (base) {
+        LOG_DEBUG("UnSDKRegisterEvent Plugin Name: %s, Plugin ClsID: %s", qUtf8Printable(info->m_strName),
+                  qUtf8Printable(clsid));
+        guardedCall("UnSDKRegisterEvent", info->m_strName, [base] { base->UnSDKRegisterEvent(); });
+    }
+    LOG_DEBUG("%s: %s: exited.", LOG_FILE, LOG_FUNCTION);
+    return base;
+}
+
+/// The base interface of a loaded, initialised plugin other than the main frame; null otherwise.
+IBasePlugin* PluginContainer::runningBase(const PluginInfo* info) const
+{
+    if (!info || !info->m_bLoaded || !info->m_bInitialized || info->m_strClsid == m_strMainPlugin)
+        return nullptr;
+    return qobject_cast<IBasePlugin*>(info->m_pPlugin);
+}
+
+bool PluginContainer::UnloadPlugin(QString key)
+{
+    const QMutexLocker locker(&m_mutex);
+    PluginInfo* info = m_pHashPlugins->value(key);
+    if (!info)
+        info = m_pHashPlugins->value(GetClsidByName(key));
+    return info && info->m_bLoaded && unloadPlugin(info);
+}
+
+bool PluginContainer::unloadPlugin(PluginInfo* info)
+{
+    LOG_DEBUG("%s: %s: try to unload plugin %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(info->m_strName));
+    if (!info->m_pLoader->unload()) {
+        LOG_DEBUG("%s: %s: plugin %s NOT UNLOADED; %s", LOG_FILE, LOG_FUNCTION,
+                  qUtf8Printable(info->m_strName), qUtf8Printable(info->m_pLoader->errorString()));
+        return false;
+    }
+    info->SetLoaded(false);
+    info->SetInitialized(false);
+    info->SetPlugin(nullptr);
+    delete info->m_pLoader;
+    info->m_pLoader = nullptr;
+    LOG_DEBUG("%s: %s: plugin %s unloaded", LOG_FILE, LOG_FUNCTION, qUtf8Printable(info->m_strName));
+    return true;
+}
+
+bool PluginContainer::UnloadAllPlugins()
+{
+    const QMutexLocker locker(&m_mutex);
+    return unloadAllPlugins();
+}
+
+bool PluginContainer::unloadAllPlugins()
+{
+    const QMutexLocker locker(&m_mutex);
+    forEachRunningPlugin("UnSDKRegisterEvent", &IBasePlugin::UnSDKRegisterEvent);
+    forEachRunningPlugin("Destroy", &IBasePlugin::Destroy);
+    if (auto* const base = qobject_cast<IBasePlugin*>(GetPlugin(m_strMainPlugin, PluginIds::RootObject))) {
+        guardedCall("UnSDKRegisterEvent", m_strMainPlugin, [base] { base->UnSDKRegisterEvent(); });
+        guardedCall("Destroy", m_strMainPlugin, [base] { base->Destroy(); });
+    }
+
+    bool bUnloaded = true;
+    LOG_DEBUG("%s: %s: bUnloaded %i", LOG_FILE, LOG_FUNCTION, bUnloaded);
+    for (PluginInfo* info : *m_pListPlugins)
+        if (info->m_bLoaded && info->m_strClsid != m_strMainPlugin)
+            bUnloaded = unloadPlugin(info) && bUnloaded;
+    LOG_DEBUG("%s: %s: bUnloaded %i", LOG_FILE, LOG_FUNCTION, bUnloaded);
+    UnloadPlugin(m_strMainPlugin);
+    return bUnloaded;
+}
+
+void PluginContainer::forEachRunningPlugin(const char* what, void (IBasePlugin::*operation)())
+{
+    const QList<PluginInfo*> plugins = m_pHashPlugins->values();
+    for (const PluginInfo* info : plugins) {
+        if (!info->m_bLoaded || !info->m_bInitialized || info->m_strClsid == m_strMainPlugin)
+            continue;
+        if (auto* const base = qobject_cast<IBasePlugin*>(GetPlugin(info->m_strClsid, PluginIds::RootObject)))
+            guardedCall(what, info->m_strName, [base, operation] { (base->*operation)(); });
+    }
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "skylume_global.h"
+
+#include <QtPlugin>
+
+class QWidget;
+
+/// The layout plugin, answered under PluginIds::FirstService: arranges the pages of the main window. An
+/// operator replaces it to give the application another face. GUI thread only.
+class SKYLUME_EXPORT ILayout
+{
+public:
+    virtual ~ILayout();
+
+    /// Makes an empty area for pages.
+    /// @param parent parent and owner of the area; the layout plugin deletes it in Destroy() if it still
+    /// exists
+    virtual QWidget* CreateArea(QWidget* parent) = 0;
+
+    /// Adds a page at the end of an area made by CreateArea(); title and icon are the page's window title and
+    /// window icon. The area becomes the page's parent.
+    virtual void AddPage(QWidget* area, QWidget* page) = 0;
+
+    /// Takes a page out of an area; the caller deletes it. A page that is not in the area is ignored.
+    virtual void RemovePage(QWidget* area, QWidget* page) = 0;
+};
+
+Q_DECLARE_INTERFACE(ILayout, "com.velquor.skylume.plugin.ILayout")

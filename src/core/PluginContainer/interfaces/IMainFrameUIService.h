@@ -1,0 +1,24 @@
+#pragma once
+
+#include "skylume_global.h"
+
+#include <QString>
+#include <QtPlugin>
+
+class QWidget;
+
+/// The main-frame plugin's service for the rest of the application, answered under
+/// PluginIds::MainFrameService. GUI thread only.
+class SKYLUME_EXPORT IMainFrameUIService
+{
+public:
+    virtual ~IMainFrameUIService();
+
+    /// The main window; null before it is built. Belongs to the main frame.
+    virtual QWidget* GetMainWindow() = 0;
+
+    /// The clsid of the plugin that lays out the main window; empty when there is none.
+    virtual QString GetLayoutPluginClsid() = 0;
+};
+
+Q_DECLARE_INTERFACE(IMainFrameUIService, "com.velquor.skylume.plugin.IMainFrameUIService")

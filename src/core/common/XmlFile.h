@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QXmlStreamReader;
+
+/// The way every XML file of the installation is read: open or report, hand each start element to the
+/// format's reader, log a fault with its place. What was read before a fault stays in force.
+namespace XmlFile {
+
+/// What a file format says in the log. The first, second and last text take the path as "%s".
+struct Texts
+{
+    const char* missing;
+    const char* openFailed;
+    const char* error;  ///< stands before the reader's error text
+    const char* column; ///< stands between line and column number
+    const char* done;
+};
+
+/// Called with the reader on a start element. It may read on; reading goes on behind wherever it stops.
+using ElementReader = std::function<void(QXmlStreamReader&)>;
+
+/// Reads a file to its end or to its first fault.
+/// @return whether the file could be opened
+bool read(const QString& path, const Texts& texts, const ElementReader& onStartElement);
+
+} // namespace XmlFile

@@ -1,0 +1,140 @@
+/*
+ * The device service: modems, SIM data and settings behind one C interface.
+ *
+ * Texts are UTF-16 with a terminating zero, except in fixed 8-bit buffers, whose encoding is named at each.
+ * Every operation returns QRVL_OK (0) on success and another code of enum QRVL_Result otherwise. All operations may
+ * be called from any thread. Text buffers that the service hands out were allocated with C++ `new char16_t[]`; the
+ * caller owns them and releases them with `delete[]`.
+ *
+ * The core library uses nothing but this header: another library with the same operations can take the place of
+ * this one at link time.
+ */
+#ifndef QRVL_H
+#define QRVL_H
+
+#include <stddef.h>
+#include <stdint.h>
+#ifndef __cplusplus
+#include <uchar.h>
+#endif
+
+#if defined(_WIN32)
+#if defined(QRVL_BUILD)
+#define QRVL_API __declspec(dllexport)
+#else
+#define QRVL_API __declspec(dllimport)
+#endif
+#else
+#define QRVL_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Results. */
+enum QRVL_Result {
+    QRVL_OK = 0,
+    QRVL_ERROR_ARGUMENT = 1,  /* a null pointer where a value is needed */
+    QRVL_ERROR_NOT_FOUND = 2, /* the store has no such key */
+    QRVL_ERROR_STORE = 3,     /* the value was taken but cannot be written to disk at present; it is kept in memory
+                                 and written as soon as that works again */
+    QRVL_ERROR_NO_DEVICE = 4, /* no modem is attached, or it has no SIM */
+    QRVL_ERROR_LIMIT = 5,     /* no room for another callback */
+};
+
+/* ---- Settings ------------------------------------------------------------------------------------------------
+ *
+ * A value is addressed by a section and a key, compared with exact case; any UTF-16 text without a zero character
+ * is a valid section, key or value and survives a round trip, unpaired surrogates and the empty text included.
+ * There are three views: the installation's defaults (an INI file that the operator ships, never written), the
+ * user's store (written), and the merged view (the user's value, else the default). A value that another process
+ * wrote becomes visible within a second.
+ */
+
+/* Reads the merged view. *value receives a buffer of its own on success and null otherwise. */
+QRVL_API long QRVL_GetSettings(const char16_t* section, const char16_t* key, char16_t** value);
+
+/* Reads the user's store alone. */
+QRVL_API long QRVL_GetUserSettings(const char16_t* section, const char16_t* key, char16_t** value);
+
+/* Reads the installation's defaults alone. */
+QRVL_API long QRVL_GetIniSettings(const char16_t* section, const char16_t* key, char16_t** value);
+
+/* Writes to the user's store. The value is visible to this process at once and is on disk shortly afterwards;
+ * writes that come in a row share one flush. A crash leaves the old or the new value, never a broken file, and two
+ * processes do not lose each other's writes. */
+QRVL_API long QRVL_SetSettings(const char16_t* section, const char16_t* key, const char16_t* value);
+
+/* ---- Device events -------------------------------------------------------------------------------------------- */
+
+enum QRVL_Event {
+    QRVL_EVENT_DEV_REJECT = 6016,         /* a modem was refused, for instance by its operator lock */
+    QRVL_EVENT_DEV_DEVICE_INVALID = 6601, /* the modem went away or cannot be used */
+    QRVL_EVENT_DEV_DETECTED = 6606,       /* the set of available modems was determined or has changed */
+};
+
+/* Receives a device event on the service's own thread. `data` is reserved and null. The result is ignored; return
+ * 1. A callback may call every operation of this interface. */
+typedef int (*QRVL_DevCallback)(int type, void* data);
+
+/* Two lists of callbacks, 32 places each. A callback that is in both gets every event once. Registering one that is
+ * already registered is good and changes nothing. */
+QRVL_API long QRVL_DevSrv_RegisterDevInitEventCallback(QRVL_DevCallback callback);
+QRVL_API long QRVL_DevSrv_RegisterDevMgrCallback(QRVL_DevCallback callback);
+
+/* Remove a registration; QRVL_ERROR_NOT_FOUND when there is none. Once the call has returned the callback is not
+ * running on another thread and will not be called through this list again. */
+QRVL_API long QRVL_DevSrv_UnRegisterDevInitEventCallback(QRVL_DevCallback callback);
+QRVL_API long QRVL_DevSrv_UnRegisterDevMgrCallback(QRVL_DevCallback callback);
+
+/* Asks the service to look for modems now. Returns at once; when it has looked, a QRVL_EVENT_DEV_DETECTED tells the
+ * outcome, also when nothing has changed or no modem is there. */
+QRVL_API long QRVL_DevSrv_StartDetect(void);
+
+/* ---- Devices -------------------------------------------------------------------------------------------------- */
+
+#define QRVL_MAX_DEVICES 16
+#define QRVL_DEVICE_NAME_SIZE 256
+#define QRVL_CUSTOMIZE_NAME_SIZE 256
+#define QRVL_IMSI_SIZE 36
+#define QRVL_GID_SIZE 36
+#define QRVL_AVAILABLE_DEVICE_LIST_SIZE 8708
+
+/* One modem; texts are zero-terminated and in the local code page. */
+typedef struct QRVL_Device {
+    uint32_t id;                      /* number of the modem, unique while the service runs */
+    uint32_t flags;                   /* reserved, 0 */
+    char name[QRVL_DEVICE_NAME_SIZE]; /* model name: what device customisation goes by */
+    char imsi[QRVL_IMSI_SIZE];        /* empty without a SIM */
+    char gid[QRVL_GID_SIZE];          /* group identifier of the SIM; empty when it has none */
+    char customizeName[64];           /* operator customisation the modem was made for; may be empty */
+    char port[64];                    /* where it is attached */
+    uint8_t reserved[80];
+} QRVL_Device;
+
+/* The available-device list. */
+typedef struct QRVL_AvailableDeviceList {
+    uint32_t count; /* number of devices that are filled */
+    QRVL_Device devices[QRVL_MAX_DEVICES];
+} QRVL_AvailableDeviceList;
+
+/* Fills the list with the modems that are attached and accepted. */
+QRVL_API long QRVL_DevSrv_GetAvailableDeviceList(QRVL_AvailableDeviceList* list);
+
+/* The operator customisation name of the first available modem, UTF-8, cut to the buffer's
+ * QRVL_CUSTOMIZE_NAME_SIZE bytes at a character border. */
+QRVL_API long QRVL_DevSrv_GetCustomizeName(char* name);
+
+/* The IMSI of the first available modem, into a buffer of QRVL_IMSI_SIZE bytes. */
+QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
+
+#ifdef __cplusplus
+} /* extern "C" */
+
+static_assert(sizeof(QRVL_AvailableDeviceList) == QRVL_AVAILABLE_DEVICE_LIST_SIZE, "fixed record size");
+static_assert(offsetof(QRVL_AvailableDeviceList, count) == 0, "fixed offset");
+static_assert(offsetof(QRVL_AvailableDeviceList, devices) + offsetof(QRVL_Device, name) == 12, "fixed offset");
+#endif
+
+#endif
