@@ -2,7 +2,7 @@
 #     SOURCES <source>...          the plugin's code
 #     [DATA <file>...]             installation data; goes to plugins/<name>/, relative paths are kept
 #     [LIBRARIES <target>...]      what it links besides the core library
-#     [OUTPUT_DIRECTORY <folder>]  default: the installation of the build tree)
+#     [OUTPUT_DIRECTORY <folder>]  default: app/ of the build tree, an installation to be)
 #
 # Makes the loadable library <name> (no "lib" prefix on any system, so that its base name is what the plugin
 # library file gives as "url").
@@ -10,7 +10,8 @@ function(skylume_add_plugin name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT_DIRECTORY" "SOURCES;DATA;LIBRARIES")
     add_library(${name} MODULE ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE Skylume::Core ${arg_LIBRARIES})
-    set_target_properties(${name} PROPERTIES PREFIX "")
+    set_target_properties(${name} PROPERTIES PREFIX "" AUTOMOC ON)
+    target_compile_features(${name} PRIVATE cxx_std_17)
     # A unique symbol would pin the library in memory: the container really unloads its plugins.
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
     if(arg_OUTPUT_DIRECTORY)
@@ -19,7 +20,6 @@ function(skylume_add_plugin name)
             LIBRARY_OUTPUT_DIRECTORY "${arg_OUTPUT_DIRECTORY}")
     else()
         skylume_place_in_app(${name})
-        skylume_library_code(${name})
     endif()
     if(arg_DATA)
         skylume_add_data(${name}Data DESTINATION "plugins/${name}" FILES ${arg_DATA})

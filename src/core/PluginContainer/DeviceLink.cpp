@@ -2,10 +2,10 @@
 // service's callback thread, never on the GUI thread.
 #include "PluginContainer/PluginContainer.h"
 
-#include "PluginContainer/GuardedCall.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IDeviceMgr.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
 #include "common/SafeMemory.h"
 

@@ -82,8 +82,8 @@ void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
     };
     if (reader.name() == QLatin1String("common"))
         readCommonElement(reader);
-    else if (reader.name() == QLatin1String("customize") && name() == m_strCustomizeName)
-        readCustomizeElements(reader);
+    else if (reader.name() == QLatin1String("customize"))
+        name() == m_strCustomizeName ? readCustomizeElements(reader) : reader.skipCurrentElement();
     else if (reader.name() == QLatin1String("device"))
         readDeviceElements(name(), reader);
     else if (reader.name() == QLatin1String("IMSI"))

@@ -141,7 +141,8 @@ private:
     void initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function);
     void retirePlugin(PluginInfo* info);
     IBasePlugin* runningBase(const PluginInfo* info) const;
-    void forEachRunningPlugin(const char* what, void (IBasePlugin::*operation)());
+    QStringList unregisterRunningPlugins();
+    IBasePlugin* baseToStop(const QString& clsid);
 
     void readPluginLibraryElement(QXmlStreamReader& reader);
     void readPluginsConfigElement(QXmlStreamReader& reader);

@@ -18,19 +18,20 @@ bool isImsiKey(const QString& key)
     return key.startsWith(QLatin1String("IMSI"));
 }
 
-/// Visits the clsids that a table lists under `key` until `visit` answers true. An IMSI key also matches
-/// every table key that it contains, so that the rules of all configured prefixes of an IMSI apply.
+/// Visits the rules (table key and clsid) that a table lists under `key` until `visit` answers true. An IMSI
+/// key also matches every table key that it contains, so that the rules of all configured prefixes of an IMSI
+/// apply.
 template <typename Visit>
 bool anyMatch(const QHash<QString, QString>& table, const QString& key, Visit visit)
 {
     if (!isImsiKey(key)) {
         for (auto pair = table.constFind(key); pair != table.constEnd() && pair.key() == key; ++pair)
-            if (visit(pair.value()))
+            if (visit(pair.key(), pair.value()))
                 return true;
         return false;
     }
     for (auto pair = table.constBegin(); pair != table.constEnd(); ++pair)
-        if (key.contains(pair.key()) && visit(pair.value()))
+        if (key.contains(pair.key()) && visit(pair.key(), pair.value()))
             return true;
     return false;
 }
@@ -84,9 +85,9 @@ void PluginContainer::processFromSet(QSet<QString>* set, bool enable)
 void PluginContainer::processFromList(QString key, QHash<QString, QString>* table, bool enable)
 {
     const QMutexLocker locker(&m_mutex);
-    anyMatch(*table, key, [&](const QString& clsid) {
+    anyMatch(*table, key, [&](const QString& ruleKey, const QString& clsid) {
         updatePluginInfo(clsid, enable);
-        d->decisions.noteKey(clsid, key, enable);
+        d->decisions.noteKey(clsid, ruleKey, enable);
         return false;
     });
 }
@@ -101,6 +102,7 @@ void PluginContainer::updateDeviceCustomization(QString key)
 {
     if (key.isEmpty())
         return;
+    const QMutexLocker locker(&m_mutex);
     LOG_DEBUG("%s: %s: %s: for device %s!!!", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(key));
     processFromList(key, m_pEnableTable, true);
     processFromList(key, m_pDisableTable, false); // last: a "remove" beats an "add"
@@ -117,8 +119,8 @@ void PluginContainer::ApplyCustomizationForDevice(QString key)
 
 bool PluginContainer::IsCustomizationForDevice(QString key)
 {
-    const QMutexLocker locker(&m_mutex);
     LOG_DEBUG("%s: %s: entered,,,", LOG_FILE, LOG_FUNCTION);
+    const QMutexLocker locker(&m_mutex);
     return keyRulesChangeSomething(key) || commonRulesChangeSomething(key);
 }
 
@@ -129,11 +131,13 @@ bool PluginContainer::keyRulesChangeSomething(const QString& key) const
         return info && info->m_bEnabled == enabled;
     };
     constexpr const char* function = "IsCustomizationForDevice";
-    if (anyMatch(*m_pEnableTable, key, [&](const QString& clsid) { return isInState(clsid, false); })) {
+    if (anyMatch(*m_pEnableTable, key,
+                 [&](const QString&, const QString& clsid) { return isInState(clsid, false); })) {
         LOG_DEBUG("%s: %s: need to enable pPluginInfo->Clsid ()", LOG_FILE, function);
         return true;
     }
-    if (anyMatch(*m_pDisableTable, key, [&](const QString& clsid) { return isInState(clsid, true); })) {
+    if (anyMatch(*m_pDisableTable, key,
+                 [&](const QString&, const QString& clsid) { return isInState(clsid, true); })) {
         LOG_DEBUG("%s: %s: need to disable pPluginInfo->Clsid ()", LOG_FILE, function);
         return true;
     }
@@ -180,6 +184,10 @@ void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabl
 
 void PluginContainer::StartInitPluginsConfig()
 {
-    updateDeviceCustomization(getDeviceName(false));
+    const QString device = getDeviceName(false);
+    const QMutexLocker locker(&m_mutex);
+    if (d->isClosing)
+        return; // the plugins that are running now are those to be shut down
+    updateDeviceCustomization(device);
     m_bConfigInitialized = true;
 }

@@ -111,10 +111,8 @@ PluginInfo* PluginContainer::readPluginElement(QXmlStreamReader& reader)
     PluginElement element;
     while (!reader.atEnd()) {
         reader.readNext();
-        if (reader.isStartElement() && readField(reader, element)) {
-            reader.readNext();
-            break;
-        }
+        if (reader.isStartElement() && readField(reader, element))
+            break; // at the end tag of "static": whatever follows is not part of the record
     }
     return new PluginInfo(element.name, element.clsid, libraryBaseName(element.url), element.type.toInt(),
                           isTrue(element.active), isTrue(element.isStatic), isTrue(element.settingTitle),

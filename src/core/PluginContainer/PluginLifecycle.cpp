@@ -1,17 +1,19 @@
 // Loading, initialising, shutting down and unloading of plugins.
 #include "PluginContainer/PluginContainer.h"
 
-#include "PluginContainer/GuardedCall.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/PluginInfo.h"
 #include "PluginContainer/interfaces/IBasePlugin.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
 
 #include <QElapsedTimer>
 #include <QLibrary>
 #include <QMutexLocker>
 #include <QPluginLoader>
+
+#include <algorithm>
 
 namespace {
 
@@ -308,9 +310,11 @@ bool PluginContainer::UnloadAllPlugins()
 bool PluginContainer::unloadAllPlugins()
 {
     const QMutexLocker locker(&m_mutex);
-    forEachRunningPlugin("UnSDKRegisterEvent", &IBasePlugin::UnSDKRegisterEvent);
-    forEachRunningPlugin("Destroy", &IBasePlugin::Destroy);
-    if (auto* const base = qobject_cast<IBasePlugin*>(GetPlugin(m_strMainPlugin, PluginIds::RootObject))) {
+    const QStringList stopped = unregisterRunningPlugins();
+    for (const QString& clsid : stopped)
+        if (IBasePlugin* const base = baseToStop(clsid))
+            guardedCall("Destroy", clsid, [base] { base->Destroy(); });
+    if (IBasePlugin* const base = baseToStop(m_strMainPlugin)) {
         guardedCall("UnSDKRegisterEvent", m_strMainPlugin, [base] { base->UnSDKRegisterEvent(); });
         guardedCall("Destroy", m_strMainPlugin, [base] { base->Destroy(); });
     }
@@ -325,13 +329,32 @@ bool PluginContainer::unloadAllPlugins()
     return bUnloaded;
 }
 
-void PluginContainer::forEachRunningPlugin(const char* what, void (IBasePlugin::*operation)())
+/// Plugins that others load only now are asked as well.
+/// @return the clsids of all plugins that were asked, in this order
+QStringList PluginContainer::unregisterRunningPlugins()
 {
-    const QList<PluginInfo*> plugins = m_pHashPlugins->values();
-    for (const PluginInfo* info : plugins) {
-        if (!info->m_bLoaded || !info->m_bInitialized || info->m_strClsid == m_strMainPlugin)
-            continue;
-        if (auto* const base = qobject_cast<IBasePlugin*>(GetPlugin(info->m_strClsid, PluginIds::RootObject)))
-            guardedCall(what, info->m_strName, [base, operation] { (base->*operation)(); });
+    QStringList asked;
+    const auto nextRunning = [&] {
+        return std::find_if(m_pHashPlugins->cbegin(), m_pHashPlugins->cend(), [&](const PluginInfo* info) {
+            return info->m_bLoaded && info->m_bInitialized && info->m_strClsid != m_strMainPlugin &&
+                   !asked.contains(info->m_strClsid);
+        });
+    };
+    for (auto running = nextRunning(); running != m_pHashPlugins->cend(); running = nextRunning()) {
+        asked.append(running.key());
+        if (IBasePlugin* const base = baseToStop(running.key()))
+            guardedCall("UnSDKRegisterEvent", asked.last(), [base] { base->UnSDKRegisterEvent(); });
     }
+    return asked;
+}
+
+/// GetPlugin refuses a plugin that customisation has disabled since it was loaded; it has to be stopped all
+/// the same.
+IBasePlugin* PluginContainer::baseToStop(const QString& clsid)
+{
+    QObject* plugin = GetPlugin(clsid, PluginIds::RootObject);
+    const PluginInfo* const info = m_pHashPlugins->value(clsid);
+    if (!plugin && info)
+        plugin = info->m_pPlugin;
+    return qobject_cast<IBasePlugin*>(plugin);
 }

@@ -1,12 +1,12 @@
 #include "Startup/Startup.h"
 
 #include "Change/Change.h"
-#include "PluginContainer/GuardedCall.h"
 #include "PluginContainer/PluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 #include "common/CommonUtils.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
 
 #include <QRect>

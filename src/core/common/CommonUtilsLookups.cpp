@@ -6,6 +6,7 @@
 #include "PluginContainer/interfaces/ILayout.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
 
 #include <QObject>
@@ -88,8 +89,10 @@ ILayout* CommonUtils::GetLayoutPlugin()
     IMainFrameUIService* const service = mainFrameService(container, container->GetMainFramePluginName());
     if (!service)
         return nullptr;
-    return qobject_cast<ILayout*>(
-        container->GetPlugin(service->GetLayoutPluginClsid(), PluginIds::FirstService));
+    QString clsid;
+    guardedCall("GetLayoutPluginClsid", QStringLiteral("main frame"),
+                [&] { clsid = service->GetLayoutPluginClsid(); });
+    return qobject_cast<ILayout*>(container->GetPlugin(clsid, PluginIds::FirstService));
 }
 
 bool CommonUtils::IsPluginAvailable(QString clsid)
@@ -112,8 +115,11 @@ bool CommonUtils::MakeCall(QString number, _UI_EN_CALL_TYPE type)
         LOG_DEBUG("Null pointer returning from : %s: %s: %s %d", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
         return false;
     }
-    if (auto* const call = qobject_cast<ICallUIPlugin*>(plugin))
-        return call->Call(number, type);
+    if (auto* const call = qobject_cast<ICallUIPlugin*>(plugin)) {
+        bool isBegun = false;
+        guardedCall("Call", QStringLiteral("call UI"), [&] { isBegun = call->Call(number, type); });
+        return isBegun;
+    }
     LOG_DEBUG("End  : %s: %s: %s %d", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
     return false;
 }
