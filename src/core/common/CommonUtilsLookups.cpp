@@ -51,8 +51,11 @@ QWidget* findMainWindow()
         LOG_DEBUG("%s: %s: pPluginContainer->GetPlugin failed", LOG_FILE, "GetMainWindow");
         return nullptr;
     }
-    auto* const service = qobject_cast<IMainFrameUIService*>(mainFrame);
-    return service ? service->GetMainWindow() : nullptr;
+    QWidget* window = nullptr;
+    if (auto* const service = qobject_cast<IMainFrameUIService*>(mainFrame))
+        guardedCall("GetMainWindow", QStringLiteral("main frame"),
+                    [&] { window = service->GetMainWindow(); });
+    return window;
 }
 
 } // namespace
