@@ -1,0 +1,126 @@
+#include "CallWindow.h"
+
+#include "support/Look.h"
+#include "support/Text.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QTime>
+#include <QVBoxLayout>
+
+namespace {
+
+namespace Texts {
+constexpr auto VoiceCall = u"Voice call";
+constexpr auto VideoCall = u"Video call";
+constexpr auto Dialling = u"Dialling\u2026";
+constexpr auto InCall = u"In call  %1";
+constexpr auto Ended = u"Call ended";
+constexpr auto HangUp = u"Hang up";
+constexpr auto Close = u"Close";
+} // namespace Texts
+
+constexpr int AnswerAfter = 2500; // milliseconds
+constexpr int CloseAfter = 2000;  // milliseconds
+constexpr int Second = 1000;      // milliseconds
+constexpr int PictureSize = 56;
+
+QLabel* centred(QLabel* label)
+{
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+QLabel* makePicture()
+{
+    auto* picture = new QLabel;
+    picture->setPixmap(Look::tileIcon(Look::Sign::Call).pixmap(PictureSize, PictureSize));
+    return picture;
+}
+
+} // namespace
+
+CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* parent)
+    : QWidget(parent, Qt::Dialog)
+    , m_stateLabel(Look::quietLabel(QString()))
+    , m_hangUp(makeHangUpButton())
+{
+    setWindowTitle(text(type == UI_CALL_VIDEO ? Texts::VideoCall : Texts::VoiceCall));
+    setWindowIcon(Look::tileIcon(Look::Sign::Call));
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Look::Margin * 2, Look::Margin, Look::Margin * 2, Look::Margin);
+    layout->setSpacing(Look::Gap);
+    layout->addWidget(centred(makePicture()));
+    layout->addSpacing(Look::Gap);
+    layout->addWidget(centred(Look::label(number, 1.6, QFont::DemiBold)));
+    layout->addWidget(centred(m_stateLabel));
+    layout->addSpacing(Look::Gap * 2);
+    layout->addWidget(m_hangUp);
+
+    m_nextState.setSingleShot(true);
+    connect(&m_nextState, &QTimer::timeout, this, &CallWindow::proceed);
+    connect(&m_everySecond, &QTimer::timeout, this, &CallWindow::showDuration);
+    enter(State::Dialling);
+}
+
+QPushButton* CallWindow::makeHangUpButton()
+{
+    auto* button = new QPushButton;
+    button->setMinimumSize(180, 40);
+    button->setAutoDefault(true); // the Return key presses it while it has the focus
+    connect(button, &QPushButton::clicked, this, &CallWindow::hangUpOrClose);
+    return button;
+}
+
+void CallWindow::enter(State state)
+{
+    m_state = state;
+    m_hangUp->setText(text(state == State::Ended ? Texts::Close : Texts::HangUp));
+    m_everySecond.stop();
+    m_nextState.stop();
+    switch (state) {
+    case State::Dialling:
+        m_stateLabel->setText(text(Texts::Dialling));
+        m_nextState.start(AnswerAfter);
+        break;
+    case State::InCall:
+        m_since.start();
+        m_everySecond.start(Second);
+        showDuration();
+        break;
+    case State::Ended:
+        m_stateLabel->setText(text(Texts::Ended));
+        m_nextState.start(CloseAfter);
+        break;
+    }
+}
+
+void CallWindow::proceed()
+{
+    if (m_state == State::Dialling)
+        enter(State::InCall);
+    else
+        close();
+}
+
+void CallWindow::showDuration()
+{
+    const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
+    m_stateLabel->setText(text(Texts::InCall).arg(duration.toString(QLatin1String("hh:mm:ss"))));
+}
+
+void CallWindow::hangUpOrClose()
+{
+    if (isGoingOn())
+        enter(State::Ended);
+    else
+        close();
+}
+
+void CallWindow::closeEvent(QCloseEvent* event)
+{
+    enter(State::Ended);
+    event->accept();
+}

@@ -1,0 +1,33 @@
+#include "DialString.h"
+
+#include <algorithm>
+
+static constexpr int LongestNumber = 32;
+
+static bool isDigit(QChar sign)
+{
+    return sign >= QLatin1Char('0') && sign <= QLatin1Char('9');
+}
+
+static bool isSeparator(QChar sign)
+{
+    return sign.isSpace() || QLatin1String("-./()").contains(sign);
+}
+
+static bool canBeDialled(const QString& dialled)
+{
+    const auto first = dialled.startsWith(QLatin1Char('+')) ? dialled.begin() + 1 : dialled.begin();
+    const auto isKey = [](QChar sign) {
+        return isDigit(sign) || QLatin1String("*#").contains(sign);
+    };
+    return dialled.size() <= LongestNumber && std::all_of(first, dialled.end(), isKey) &&
+           std::any_of(first, dialled.end(), isDigit);
+}
+
+QString dialString(const QString& number)
+{
+    QString dialled = number;
+    const auto end = std::remove_if(dialled.begin(), dialled.end(), isSeparator);
+    dialled.truncate(int(end - dialled.begin()));
+    return canBeDialled(dialled) ? dialled : QString();
+}

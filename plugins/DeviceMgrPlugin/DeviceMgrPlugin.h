@@ -1,0 +1,25 @@
+#pragma once
+
+#include "PluginContainer/BasePlugin.h"
+#include "PluginContainer/interfaces/IDeviceMgr.h"
+
+/// The device manager: starts the search for modems and remembers which one was used last, in the setting
+/// "device"/"lastused". A modem counts as used when it is the only one attached.
+class DeviceMgrPlugin : public BasePlugin, public IDeviceMgr
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
+    Q_INTERFACES(IDeviceMgr)
+
+public:
+    DeviceMgrPlugin();
+
+    /// Registers with the device service.
+    /// @return 1; 0 when the service refused
+    int Init() override;
+    void Destroy() override;
+    void UnSDKRegisterEvent() override;
+
+    void StartDetection() override;
+    QString GetLastUsedDevice() override;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "support/Page.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+/// The number entry, the twelve keys and the call button.
+class DialPadPage : public Page
+{
+    Q_OBJECT
+
+public:
+    explicit DialPadPage(QWidget* parent);
+
+private:
+    QWidget* makeKeys();
+    QPushButton* makeKey(const QString& sign);
+    QWidget* makeCallRow();
+    void press(const QString& sign);
+    void call();
+    void numberChanged();
+
+    QLineEdit* m_number;
+    QPushButton* m_call = nullptr;
+    QLabel* m_message;
+};

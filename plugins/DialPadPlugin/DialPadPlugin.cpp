@@ -1,0 +1,8 @@
+#include "DialPadPlugin.h"
+
+#include "DialPadPage.h"
+
+QWidget* DialPadPlugin::createPage(QWidget* parent)
+{
+    return new DialPadPage(parent);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "PluginContainer/BasePlugin.h"
+#include "PluginContainer/interfaces/ILayout.h"
+
+#include <QPointer>
+#include <QVector>
+#include <QWidget>
+
+/// Arranges the pages of the main window beside a side bar with their pictures and titles.
+class LayoutPlugin : public BasePlugin, public ILayout
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
+    Q_INTERFACES(ILayout)
+
+public:
+    LayoutPlugin();
+
+    void Destroy() override;
+
+    QWidget* CreateArea(QWidget* parent) override;
+    void AddPage(QWidget* area, QWidget* page) override;
+
+    /// A page that is taken out while it is shown and put back again is the shown one again.
+    void RemovePage(QWidget* area, QWidget* page) override;
+
+private:
+    QVector<QPointer<QWidget>> m_areas;
+};

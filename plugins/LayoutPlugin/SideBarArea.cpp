@@ -1,0 +1,138 @@
+#include "SideBarArea.h"
+
+#include "support/Look.h"
+#include "support/Text.h"
+
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int SideBarWidth = 196;
+constexpr int LineHeight = 44;
+constexpr int PictureSize = 28;
+
+namespace Texts {
+constexpr auto SideBar = u"Pages";
+}
+
+/// Draws a line as picture and title on a rounded background.
+class LineDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    {
+        return {SideBarWidth, LineHeight};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+private:
+    static QColor background(const QStyleOptionViewItem& option);
+};
+
+QColor LineDelegate::background(const QStyleOptionViewItem& option)
+{
+    const QColor window = option.palette.color(QPalette::Window);
+    const QColor highlight = option.palette.color(QPalette::Active, QPalette::Highlight);
+    if (option.state.testFlag(QStyle::State_Selected))
+        return Look::mixed(window, highlight, 0.22);
+    return option.state.testFlag(QStyle::State_MouseOver) ? Look::mixed(window, highlight, 0.09) : window;
+}
+
+void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus) && selected;
+    const QRectF line = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
+    painter->setBrush(background(option));
+    painter->drawRoundedRect(line, Look::Radius, Look::Radius);
+
+    QRect picture(0, 0, PictureSize, PictureSize);
+    picture.moveCenter(QPoint(int(line.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
+    index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
+
+    QFont font = option.font;
+    font.setWeight(selected ? QFont::DemiBold : QFont::Normal);
+    painter->setFont(font);
+    painter->setPen(option.palette.color(QPalette::WindowText));
+    const QRectF title = line.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0);
+    const QString elided = QFontMetrics(font).elidedText(index.data(Qt::DisplayRole).toString(),
+                                                         Qt::ElideRight, int(title.width()));
+    painter->drawText(title, Qt::AlignVCenter | Qt::AlignLeft, elided);
+    painter->restore();
+}
+
+QListWidget* makeSideBar()
+{
+    auto* sideBar = new QListWidget;
+    sideBar->setItemDelegate(new LineDelegate(sideBar));
+    sideBar->setFixedWidth(SideBarWidth);
+    sideBar->setFrameShape(QFrame::NoFrame);
+    sideBar->viewport()->setBackgroundRole(QPalette::Window);
+    sideBar->setMouseTracking(true);
+    sideBar->setUniformItemSizes(true);
+    sideBar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    sideBar->setAccessibleName(text(Texts::SideBar));
+    return sideBar;
+}
+
+} // namespace
+
+SideBarArea::SideBarArea(QWidget* parent)
+    : QWidget(parent)
+    , m_sideBar(makeSideBar())
+    , m_pages(new QStackedWidget)
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    auto* sideBarColumn = new QVBoxLayout;
+    sideBarColumn->setContentsMargins(0, Look::Gap * 2, 0, 0);
+    sideBarColumn->addWidget(m_sideBar);
+    layout->addLayout(sideBarColumn);
+    layout->addWidget(m_pages, 1);
+    connect(m_sideBar, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+    // Also told when somebody deletes a page without taking it out first.
+    connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::dropLine);
+}
+
+void SideBarArea::addPage(QWidget* page)
+{
+    m_pages->addWidget(page);
+    m_sideBar->addItem(new QListWidgetItem(page->windowIcon(), page->windowTitle()));
+    if (m_sideBar->count() > 1 && page != m_takenOut)
+        return;
+    m_sideBar->setCurrentRow(m_sideBar->count() - 1);
+    if (page == m_takenOut)
+        m_takenOut = nullptr;
+}
+
+void SideBarArea::removePage(QWidget* page)
+{
+    if (m_pages->indexOf(page) < 0)
+        return;
+    // When several are taken out in a row, the first that was shown is the one the user was looking at.
+    if (m_pages->currentWidget() == page && !m_takenOut)
+        m_takenOut = page;
+    m_pages->removeWidget(page);
+    page->hide();
+    page->setParent(nullptr);
+}
+
+void SideBarArea::dropLine(int index)
+{
+    delete m_sideBar->takeItem(index);
+    m_sideBar->setCurrentRow(m_pages->currentIndex());
+}

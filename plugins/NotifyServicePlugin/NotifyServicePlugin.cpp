@@ -1,0 +1,25 @@
+#include "NotifyServicePlugin.h"
+
+#include "PluginContainer/PluginIds.h"
+
+void StopNotifier::requestStop()
+{
+    if (!m_stopping.exchange(true))
+        Q_EMIT stopRequested();
+}
+
+NotifyServicePlugin::NotifyServicePlugin()
+{
+    publish(PluginIds::NotifyStopService, this);
+    publish(PluginIds::FirstService, &m_notifier);
+}
+
+void NotifyServicePlugin::StopThreads()
+{
+    m_notifier.requestStop();
+}
+
+void NotifyServicePlugin::Destroy()
+{
+    StopThreads();
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+/// The parts of an International Mobile Subscriber Identity (ITU-T E.212).
+struct Imsi
+{
+    QString countryCode;      ///< MCC, three digits
+    QString networkCode;      ///< MNC, two digits, in some countries three
+    QString subscriberNumber; ///< MSIN, the rest
+
+    /// Splits an IMSI. Parts that a short or empty text does not reach are empty.
+    static Imsi parse(const QString& digits);
+};

@@ -1,0 +1,57 @@
+#include "BadgeDelegate.h"
+
+#include "PluginStatusModel.h"
+#include "support/Look.h"
+
+#include <QApplication>
+#include <QPainter>
+
+static constexpr int DotSize = 7;
+static constexpr int BadgePadding = 10;
+static constexpr int BadgeHeightOverText = 8;
+
+static int badgeWidth(const QFontMetrics& metrics, const QString& content)
+{
+    return metrics.horizontalAdvance(content) + DotSize + Look::Gap + 2 * BadgePadding;
+}
+
+static void drawBackground(QPainter* painter, QStyleOptionViewItem option)
+{
+    option.text.clear();
+    const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
+}
+
+void BadgeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const
+{
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    const QString content = cell.text;
+    const auto tone = Look::Tone(index.data(PluginStatusModel::ToneRole).toInt());
+    const QColor color = Look::toneColor(tone, cell.palette);
+    drawBackground(painter, cell);
+
+    QRectF badge(0, 0, badgeWidth(cell.fontMetrics, content),
+                 cell.fontMetrics.height() + BadgeHeightOverText);
+    badge.moveCenter(QRectF(cell.rect).center());
+    badge.moveLeft(cell.rect.left() + 1);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(Look::mixed(cell.palette.color(QPalette::Base), color, 0.14));
+    painter->drawRoundedRect(badge, badge.height() / 2, badge.height() / 2);
+    painter->setBrush(color);
+    painter->drawEllipse(
+        QRectF(badge.left() + BadgePadding, badge.center().y() - DotSize / 2.0, DotSize, DotSize));
+    painter->setPen(color);
+    painter->setFont(cell.font);
+    painter->drawText(badge.adjusted(BadgePadding + DotSize + Look::Gap, 0, 0, 0), Qt::AlignVCenter, content);
+    painter->restore();
+}
+
+QSize BadgeDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const int width = badgeWidth(option.fontMetrics, index.data().toString());
+    return {width + 2 * Look::Gap, option.fontMetrics.height() + BadgeHeightOverText + Look::Gap};
+}

@@ -1,0 +1,38 @@
+#include "CustomisationKey.h"
+
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/interfaces/IDeviceMgr.h"
+#include "common/CommonUtils.h"
+
+static constexpr QLatin1String ImsiPrefix("IMSI");
+static constexpr QLatin1String GidPrefix("GID");
+
+static bool hasRules(IPluginContainer& container, const QString& key)
+{
+    // Against the common base, whatever would change is the doing of this key's rules.
+    container.ApplyCustomizationForDevice(QString());
+    return container.IsCustomizationForDevice(key);
+}
+
+static QString keyOfModem(IPluginContainer& container, const Modem& modem)
+{
+    const QString imsiKey = ImsiPrefix + modem.imsi;
+    if (!modem.imsi.isEmpty() && hasRules(container, imsiKey))
+        return imsiKey;
+    if (!modem.gid.isEmpty() && container.GetGIDGroups().contains(modem.gid))
+        return GidPrefix + modem.gid;
+    return modem.name;
+}
+
+QString customisationKey(IPluginContainer& container, const Modems& modems)
+{
+    if (modems.isEmpty())
+        return {};
+    return modems.size() == 1 ? keyOfModem(container, modems.first()) : lastUsedDevice();
+}
+
+QString lastUsedDevice()
+{
+    IDeviceMgr* manager = CommonUtils::GetDeviceMgrPlugin();
+    return manager ? manager->GetLastUsedDevice() : QString();
+}

@@ -1,0 +1,101 @@
+#include "PluginsPage.h"
+
+#include "BadgeDelegate.h"
+#include "PluginContainer/PluginContainer.h"
+#include "PluginStatusModel.h"
+#include "Startup/Startup.h"
+#include "support/Text.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+namespace Texts {
+constexpr auto Title = u"Plugins";
+constexpr auto Lead = u"Everything this installation can do, and why it is there or not.";
+} // namespace Texts
+
+constexpr int RowHeight = 40;
+constexpr int CellMargin = 4;
+constexpr int NameWidth = 170;
+constexpr int StateWidth = 130;
+
+/// Column titles on the table's own background, with a line below.
+class FlatHeader : public QHeaderView
+{
+public:
+    explicit FlatHeader(QWidget* parent)
+        : QHeaderView(Qt::Horizontal, parent)
+    {
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& section, int column) const override
+    {
+        const QRect line = section.adjusted(0, section.height() - 1, 0, 0);
+        const QRect title = section.adjusted(CellMargin, 0, 0, 0);
+        painter->fillRect(section, palette().base());
+        painter->fillRect(line, Look::lineColor(palette()));
+        painter->setPen(Look::toneColor(Look::Tone::Quiet, palette()));
+        painter->drawText(title, Qt::AlignVCenter, model()->headerData(column, orientation()).toString());
+    }
+};
+
+void setUpColumns(QTableView* table)
+{
+    QHeaderView* columns = table->horizontalHeader();
+    columns->setHighlightSections(false);
+    columns->setStretchLastSection(true);
+    columns->setMinimumHeight(RowHeight - Look::Gap);
+    columns->resizeSection(PluginStatusModel::NameColumn, NameWidth);
+    columns->resizeSection(PluginStatusModel::StateColumn, StateWidth);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(RowHeight);
+}
+
+} // namespace
+
+PluginsPage::PluginsPage(QWidget* parent)
+    : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::Plugins, parent)
+    , m_model(new PluginStatusModel(this))
+{
+    auto* panel = new Surface;
+    auto* layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(Look::Gap * 2, Look::Gap, Look::Gap * 2, Look::Gap);
+    layout->addWidget(makeTable());
+    content()->addWidget(panel, 1);
+}
+
+void PluginsPage::refresh()
+{
+    const auto* container = dynamic_cast<PluginContainer*>(Startup::GetPluginContainer());
+    m_model->setPlugins(container ? container->GetPluginStatus() : PluginStatusList());
+}
+
+void PluginsPage::showEvent(QShowEvent* event)
+{
+    // A plugin may have been loaded on demand meanwhile.
+    refresh();
+    Page::showEvent(event);
+}
+
+QTableView* PluginsPage::makeTable()
+{
+    auto* table = new QTableView;
+    table->setModel(m_model);
+    table->setItemDelegateForColumn(PluginStatusModel::StateColumn, new BadgeDelegate(table));
+    table->setAccessibleName(text(Texts::Title));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setTabKeyNavigation(false);
+    table->setFrameShape(QFrame::NoFrame);
+    table->setHorizontalHeader(new FlatHeader(table));
+    table->setShowGrid(false);
+    table->setWordWrap(false);
+    table->setMinimumHeight(RowHeight * 4);
+    setUpColumns(table);
+    return table;
+}

@@ -1,0 +1,57 @@
+#include "XFramePlugin.h"
+
+#include "DeviceFollower.h"
+#include "MainWindow.h"
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
+
+#include <QRect>
+
+static constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
+
+XFramePlugin::XFramePlugin()
+{
+    publish(PluginIds::MainFrameService, this);
+}
+
+XFramePlugin::~XFramePlugin() = default;
+
+void XFramePlugin::Destroy()
+{
+    UnSDKRegisterEvent();
+    m_follower.reset();
+    if (m_window)
+        m_window->close();
+    delete m_window;
+}
+
+void XFramePlugin::UnSDKRegisterEvent()
+{
+    m_deviceEvents.stop();
+}
+
+QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
+{
+    m_window = new MainWindow(parent);
+    if (!geometry.isNull())
+        m_window->setGeometry(geometry);
+    m_window->show();
+
+    Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
+    m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window);
+    connect(&m_deviceEvents, &DeviceEvents::changed, m_follower.get(), &DeviceFollower::devicesChanged);
+    m_deviceEvents.listen();
+    Startup::CloseSplashScreen();
+    return m_window;
+}
+
+QWidget* XFramePlugin::GetMainWindow()
+{
+    return m_window;
+}
+
+QString XFramePlugin::GetLayoutPluginClsid()
+{
+    return LayoutPluginClsid;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "PluginContainer/BasePlugin.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "PluginContainer/interfaces/IUIPlugin.h"
+#include "support/DeviceEvents.h"
+
+#include <QPointer>
+
+#include <memory>
+
+class DeviceFollower;
+class MainWindow;
+
+/// The main frame: builds the main window, embeds the pages of the other plugins and keeps them in line with
+/// the attached modem.
+class XFramePlugin : public BasePlugin, public IUIPlugin, public IMainFrameUIService
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
+    Q_INTERFACES(IUIPlugin IMainFrameUIService)
+
+public:
+    XFramePlugin();
+    ~XFramePlugin() override;
+
+    void Destroy() override;
+    void UnSDKRegisterEvent() override;
+
+    /// Builds and shows the main window, loads the static and active plugins, embeds their pages and closes
+    /// the splash screen.
+    QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
+
+    QWidget* GetMainWindow() override;
+    QString GetLayoutPluginClsid() override;
+
+private:
+    DeviceEvents m_deviceEvents;
+    QPointer<MainWindow> m_window;
+    std::unique_ptr<DeviceFollower> m_follower;
+};

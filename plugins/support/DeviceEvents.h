@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+/// Brings the device service's events to the thread this object lives on. A library has one at most: the
+/// service's callbacks carry no user data, so the receiver is found through a variable of the library.
+class DeviceEvents : public QObject
+{
+    Q_OBJECT
+
+public:
+    DeviceEvents() = default;
+    ~DeviceEvents() override;
+
+    /// Registers with the device service; does nothing when that has happened.
+    /// @return whether the service took the registration
+    bool listen();
+
+    /// Unregisters. Afterwards no callback runs; a changed() that is still queued comes none the less, or
+    /// goes with this object.
+    void stop();
+
+Q_SIGNALS:
+    /// The set of modems may have changed. Comes through the event loop, never from within the service's
+    /// callback.
+    void changed();
+};

@@ -1,0 +1,39 @@
+#include "support/Modems.h"
+
+#include <qrvl.h>
+
+#include <algorithm>
+#include <tuple>
+
+static Modem modemFromRecord(const QRVL_Device& device)
+{
+    Modem modem;
+    modem.id = device.id;
+    modem.name = QString::fromLocal8Bit(device.name);
+    modem.imsi = QString::fromLocal8Bit(device.imsi);
+    modem.gid = QString::fromLocal8Bit(device.gid);
+    modem.customizeName = QString::fromLocal8Bit(device.customizeName);
+    modem.port = QString::fromLocal8Bit(device.port);
+    return modem;
+}
+
+static auto fields(const Modem& modem)
+{
+    return std::tie(modem.id, modem.name, modem.imsi, modem.gid, modem.customizeName, modem.port);
+}
+
+bool operator==(const Modem& left, const Modem& right)
+{
+    return fields(left) == fields(right);
+}
+
+Modems attachedModems()
+{
+    QRVL_AvailableDeviceList list = {};
+    Modems modems;
+    if (QRVL_DevSrv_GetAvailableDeviceList(&list) != QRVL_OK)
+        return modems;
+    const auto end = list.devices + std::min<uint32_t>(list.count, QRVL_MAX_DEVICES);
+    std::transform(list.devices, end, std::back_inserter(modems), modemFromRecord);
+    return modems;
+}

@@ -1,0 +1,76 @@
+#include "support/Page.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+Page::Page(const QString& title, const QString& lead, Look::Sign sign, QWidget* parent)
+    : QScrollArea(parent)
+    , m_content(new QVBoxLayout)
+{
+    setWindowTitle(title);
+    setWindowIcon(Look::tileIcon(sign));
+    setAccessibleName(title);
+    setFrameShape(NoFrame);
+    setWidgetResizable(true);
+
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(Look::Margin, Look::Margin, Look::Margin, Look::Margin);
+    layout->setSpacing(Look::Gap / 2);
+    layout->addWidget(Look::label(title, 1.5, QFont::DemiBold));
+    layout->addWidget(Look::quietLabel(lead, true));
+    layout->addSpacing(Look::Gap * 2);
+    m_content->setSpacing(Look::Gap * 2);
+    layout->addLayout(m_content, 1);
+    setWidget(column);
+}
+
+void Page::clearContent()
+{
+    while (QLayoutItem* item = m_content->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+}
+
+void Surface::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Look::lineColor(palette()));
+    painter.setBrush(palette().base());
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Look::Radius, Look::Radius);
+}
+
+Card::Card(const QString& title, QWidget* parent)
+    : Surface(parent)
+    , m_rows(new QGridLayout(this))
+{
+    m_rows->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    m_rows->setHorizontalSpacing(Look::Margin);
+    m_rows->setVerticalSpacing(Look::Gap);
+    m_rows->setColumnStretch(1, 1);
+    m_rows->setColumnMinimumWidth(0, 150);
+    if (!title.isEmpty())
+        m_rows->addWidget(Look::label(title, 1.15, QFont::DemiBold), 0, 0, 1, 2);
+}
+
+void Card::addRow(const QString& caption, const QString& value)
+{
+    const int row = m_rows->rowCount();
+    QLabel* content = Look::label(value, 1.0);
+    content->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    content->setAccessibleName(caption);
+    content->setAccessibleDescription(value);
+    m_rows->addWidget(Look::quietLabel(caption), row, 0);
+    m_rows->addWidget(content, row, 1);
+}
+
+void Card::addText(const QString& content)
+{
+    QLabel* paragraph = Look::label(content, 1.0);
+    paragraph->setWordWrap(true);
+    m_rows->addWidget(paragraph, m_rows->rowCount(), 0, 1, 2);
+}

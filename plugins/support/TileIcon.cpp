@@ -1,0 +1,122 @@
+#include "support/Look.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+// Signs are drawn in a square of 24 by 24 units with a white pen of 1.8 units, filled parts with a white
+// brush.
+
+static void drawSignal(QPainter& painter)
+{
+    for (int ring = 1; ring <= 3; ++ring) {
+        const qreal reach = 4.0 * ring;
+        painter.drawArc(QRectF(12 - reach, 16.5 - reach, 2 * reach, 2 * reach), 50 * 16, 80 * 16);
+    }
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(QPointF(12, 16.5), 0.8, 0.8);
+}
+
+static void drawModem(QPainter& painter)
+{
+    painter.drawRoundedRect(QRectF(8, 9, 8, 11), 1.6, 1.6);
+    painter.drawRect(QRectF(9.8, 4.5, 4.4, 4.5));
+    painter.drawLine(QPointF(12, 13), QPointF(12, 16));
+}
+
+static void drawSim(QPainter& painter)
+{
+    QPainterPath card(QPointF(7, 4.5));
+    for (const QPointF corner : {QPointF(13.5, 4.5), QPointF(17, 8), QPointF(17, 19.5), QPointF(7, 19.5)})
+        card.lineTo(corner);
+    card.closeSubpath();
+    painter.drawPath(card);
+    painter.setBrush(Qt::white);
+    painter.drawRect(QRectF(10, 12, 4, 4));
+}
+
+static void drawDialPad(QPainter& painter)
+{
+    painter.setBrush(Qt::white);
+    for (int key = 0; key < 9; ++key)
+        painter.drawEllipse(QPointF(6.5 + 5.5 * (key % 3), 6.5 + 5.5 * (key / 3)), 0.9, 0.9);
+}
+
+static void drawPlugins(QPainter& painter)
+{
+    painter.drawRoundedRect(QRectF(5, 5, 5.5, 5.5), 1, 1);
+    painter.drawRoundedRect(QRectF(5, 13.5, 5.5, 5.5), 1, 1);
+    painter.drawRoundedRect(QRectF(13.5, 13.5, 5.5, 5.5), 1, 1);
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(QRectF(13.5, 5, 5.5, 5.5), 1, 1);
+}
+
+static void drawHelp(QPainter& painter)
+{
+    QPainterPath hook(QPointF(8.6, 9));
+    hook.cubicTo(8.6, 4.2, 15.6, 4.2, 15.6, 9);
+    hook.cubicTo(15.6, 11.8, 12, 11.6, 12, 14.8);
+    painter.drawPath(hook);
+    painter.setBrush(Qt::white);
+    painter.drawEllipse(QPointF(12, 18.4), 0.5, 0.5);
+}
+
+static void drawCall(QPainter& painter)
+{
+    QPainterPath receiver(QPointF(7.2, 5));
+    receiver.cubicTo(3.5, 8, 14.5, 21, 18.6, 17.4);
+    receiver.lineTo(15.6, 14.2);
+    receiver.lineTo(13.6, 15.2);
+    receiver.cubicTo(11.5, 14, 10.2, 12.4, 9.3, 10.4);
+    receiver.lineTo(10.3, 8.4);
+    receiver.closeSubpath();
+    painter.drawPath(receiver);
+}
+
+namespace {
+
+struct Picture
+{
+    Look::Sign sign;
+    QRgb color;
+    void (*draw)(QPainter&);
+};
+
+constexpr Picture pictures[] = {
+    {Look::Sign::Signal, 0xff2563c9, drawSignal},   {Look::Sign::Modem, 0xff0f8a83, drawModem},
+    {Look::Sign::Sim, 0xffc26a12, drawSim},         {Look::Sign::DialPad, 0xff2e8b4a, drawDialPad},
+    {Look::Sign::Plugins, 0xff6b56c9, drawPlugins}, {Look::Sign::Help, 0xffb8437f, drawHelp},
+    {Look::Sign::Call, 0xff2e8b4a, drawCall},
+};
+
+} // namespace
+
+static QPixmap tile(const Picture& picture, int size)
+{
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(size / 24.0, size / 24.0);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(picture.color));
+    painter.drawRoundedRect(QRectF(0, 0, 24, 24), 6, 6);
+    painter.setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    picture.draw(painter);
+    return pixmap;
+}
+
+QIcon Look::tileIcon(Sign sign)
+{
+    QIcon icon;
+    for (const Picture& picture : pictures) {
+        if (picture.sign != sign)
+            continue;
+        for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})
+            icon.addPixmap(tile(picture, size));
+    }
+    // The same pixels when selected: the tile carries its own background.
+    for (const QSize& size : icon.availableSizes())
+        icon.addPixmap(icon.pixmap(size), QIcon::Selected);
+    return icon;
+}

@@ -1,0 +1,58 @@
+#include "MissingMainFrame.h"
+
+#include "PluginContainer/PluginContainer.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <algorithm>
+
+static QString reasonFromStatus(const PluginStatus& plugin)
+{
+    if (!plugin.error.isEmpty())
+        return plugin.error;
+    switch (plugin.state) {
+    case PluginStatus::State::Removed:
+        return QStringLiteral("the operator customisation \"%1\" removes it").arg(plugin.key);
+    case PluginStatus::State::Disabled:
+        return QStringLiteral("the plugin configuration file does not enable it");
+    case PluginStatus::State::Enabled:
+        return QStringLiteral("its library could not be loaded");
+    case PluginStatus::State::Loaded:
+    case PluginStatus::State::Initialized:
+        break;
+    }
+    return QStringLiteral("it is loaded, but has no main-frame interface");
+}
+
+static QString reason(const QString& libraryFile, const QString& clsid)
+{
+    if (!QFileInfo::exists(libraryFile))
+        return QStringLiteral("the plugin library file does not exist");
+    if (clsid.isEmpty())
+        return QStringLiteral("the plugin library file names no main-frame plugin");
+    const auto* container = dynamic_cast<PluginContainer*>(Startup::GetPluginContainer());
+    const PluginStatusList plugins = container ? container->GetPluginStatus() : PluginStatusList();
+    const auto matches = [&clsid](const PluginStatus& plugin) {
+        return plugin.clsid == clsid;
+    };
+    const auto plugin = std::find_if(plugins.begin(), plugins.end(), matches);
+    if (plugin == plugins.end())
+        return QStringLiteral("the plugin library file does not list the main-frame plugin");
+    return reasonFromStatus(*plugin);
+}
+
+void reportMissingMainFrame()
+{
+    const QString libraryFile =
+        CommonUtils::GetPluginLibraryPath() + QStringLiteral("/config/pluginslib.xml");
+    const auto* container = Startup::GetPluginContainer();
+    const QString clsid = container ? Startup::GetPluginContainer()->GetMainFramePluginName() : QString();
+    QTextStream(stderr) << QStringLiteral("skylume: there is no main window to show\n")
+                        << QStringLiteral("  plugin library file: ") << libraryFile << QLatin1Char('\n')
+                        << QStringLiteral("  main-frame plugin: ")
+                        << (clsid.isEmpty() ? QStringLiteral("none") : clsid) << QLatin1Char('\n')
+                        << QStringLiteral("  reason: ") << reason(libraryFile, clsid) << QLatin1Char('\n');
+}

@@ -1,0 +1,34 @@
+#include "TerminationSignals.h"
+
+#include <QCoreApplication>
+
+#include <windows.h>
+
+// Windows ends the process as soon as the handler of a closing console returns, so the handler, which has a
+// thread of its own, waits until the application has closed in order. Windows grants it five seconds.
+static constexpr DWORD LongestWait = 5000;
+static HANDLE closed = nullptr;
+static LONG requests = 0;
+
+static BOOL WINAPI onConsoleEvent(DWORD type)
+{
+    if (InterlockedIncrement(&requests) > 1)
+        return FALSE;
+    QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
+    if (type == CTRL_CLOSE_EVENT || type == CTRL_LOGOFF_EVENT || type == CTRL_SHUTDOWN_EVENT)
+        WaitForSingleObject(closed, LongestWait);
+    return TRUE;
+}
+
+TerminationSignals::TerminationSignals()
+{
+    closed = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    SetConsoleCtrlHandler(onConsoleEvent, TRUE);
+}
+
+TerminationSignals::~TerminationSignals()
+{
+    SetConsoleCtrlHandler(onConsoleEvent, FALSE);
+    SetEvent(closed);
+    CloseHandle(closed);
+}

@@ -1,0 +1,48 @@
+#include "CommandLine.h"
+#include "MissingMainFrame.h"
+#include "Startup/Startup.h"
+#include "TerminationSignals.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+
+#include <cstdlib>
+#include <memory>
+
+static void describeApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("skylume"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(SKYLUME_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Skylume"));
+}
+
+// Rules of the environment (QT_LOGGING_RULES) come after these and win.
+static void configureLogging(bool verbose)
+{
+    const QString rules = QStringLiteral("default.debug=%1\nskylume.*.debug=%1");
+    QLoggingCategory::setFilterRules(rules.arg(verbose ? QStringLiteral("true") : QStringLiteral("false")));
+}
+
+static int runUntilClosed()
+{
+    if (Startup::GetMainFrame() && Startup::GetMainFrameService())
+        return QCoreApplication::exec();
+    reportMissingMainFrame();
+    return EXIT_FAILURE;
+}
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    describeApplication();
+    const CommandLine commandLine = CommandLine::parse(application);
+    configureLogging(commandLine.verbose);
+
+    const TerminationSignals terminationSignals;
+    auto startup = std::make_unique<Startup>(commandLine.noSplash);
+    const int exitCode = runUntilClosed();
+    startup.reset();
+    return exitCode;
+}
