@@ -1,0 +1,246 @@
+// How the container learns from the device service which modem is attached.
+#include "CoreTest.h"
+#include "PluginContainer/PluginIds.h"
+
+#include <QElapsedTimer>
+
+#include <atomic>
+#include <thread>
+
+class TestDeviceLink : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void deviceName_data();
+    void deviceName();
+    void earlyEventIsFoundAfterTheLimit();
+    void linkOfOneRun();
+    void failedRegistration();
+    void withoutDeviceManager_data();
+    void withoutDeviceManager();
+    void eventsThatAreIgnored();
+    void closing_data();
+    void closing();
+    void eventsWhileClosing();
+
+private:
+    /// A container with the device manager. A is enabled for the modem "Lume", B for the last used one.
+    std::unique_ptr<TestContainer> make();
+};
+
+static const QString managerId = PluginIds::DeviceManager;
+
+std::unique_ptr<TestContainer> TestDeviceLink::make()
+{
+    recorder().setAnswer("TestDeviceMgr.GetLastUsedDevice", "Last");
+    return makeContainer(
+        pluginLibraryXml({{managerId, "TestDeviceMgr"}, {"A", "TestAlpha"}, {"B", "TestBeta"}}),
+        commonXml({managerId}) + ruleXml("device", "Lume", {"A"}) + ruleXml("device", "Last", {"B"}));
+}
+
+void TestDeviceLink::deviceName_data()
+{
+    QTest::addColumn<QStringList>("devices");
+    QTest::addColumn<int>("early"); // event during the start of detection; 0: none
+    QTest::addColumn<int>("event"); // that ends the wait
+    QTest::addColumn<int>("listResult");
+    QTest::addColumn<QString>("enabled");
+    const int detected = 6606;
+    QTest::newRow("one modem") << QStringList("Lume") << 0 << detected << 0 << "A";
+    QTest::newRow("modem without rules") << QStringList("Other") << 0 << detected << 0 << "";
+    QTest::newRow("no modem") << QStringList() << 0 << detected << 0 << "B";
+    QTest::newRow("modem without a name") << QStringList("") << 0 << detected << 0 << "B";
+    QTest::newRow("two modems") << QStringList({"Lume", "Lume"}) << 0 << detected << 0 << "B";
+    QTest::newRow("detected, then rejected") << QStringList("Lume") << detected << 6016 << 0 << "B";
+    QTest::newRow("detected, then invalid") << QStringList("Lume") << detected << 6601 << 0 << "B";
+    QTest::newRow("rejected, then detected") << QStringList("Lume") << 6016 << detected << 0 << "A";
+    QTest::newRow("list fails") << QStringList("Lume") << 0 << detected << 5 << "B";
+}
+
+void TestDeviceLink::deviceName()
+{
+    QFETCH(int, early);
+    QFETCH(int, event);
+    QFETCH(int, listResult);
+    QFETCH(QStringList, devices);
+    service().setDevices(devices);
+    service().setResult("QRVL_DevSrv_GetAvailableDeviceList", listResult);
+    recorder().setHook("TestDeviceMgr.StartDetection", [&] { service().fire({early}); });
+
+    const auto container = make();
+    QVERIFY(!container->IsPluginsConfigInitialized());
+    QVERIFY(wakeDeviceWait({event}));
+    QTRY_VERIFY(container->IsPluginsConfigInitialized());
+    QStringList enabled = container->enabled();
+    enabled.removeAll(managerId);
+    QTEST(enabled.join(' '), "enabled");
+    const bool isListed = event == 6606 && listResult == 0;
+    QCOMPARE(log().contains("{file}: OnDevMgrEvent: strDeviceName = " + devices.value(0)),
+             devices.size() == 1 && (isListed || early == 6606));
+    QCOMPARE(log().contains(QString("{file}: OnDevMgrEvent: QRVL_DevSrv_GetAvailableDeviceList returned "
+                                    "device count: %1")
+                                .arg(devices.size())),
+             devices.size() != 1 && isListed);
+    QVERIFY(log().contains(QString("{file}: OnDevMgrEvent: entered, enNotifyType = %1").arg(event)));
+}
+
+/// The one test that waits for the limit.
+void TestDeviceLink::earlyEventIsFoundAfterTheLimit()
+{
+    service().setDevices({"Lume"});
+    recorder().setHook("TestDeviceMgr.StartDetection", [] { service().fire({6606}); });
+    QElapsedTimer timer;
+    timer.start();
+    const auto container = make();
+    QVERIFY2(timer.elapsed() < 3000, "the start must not wait for the modem");
+    QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 15000);
+    QVERIFY2(timer.elapsed() > 9500 && timer.elapsed() < 13000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(container->enabled(), QStringList({managerId, "A"}));
+}
+
+void TestDeviceLink::linkOfOneRun()
+{
+    service().setDevices({"Lume"});
+    const auto container = make();
+    QVERIFY(log().waitFor("{*}waiting for sdk finished enter"));
+    QCOMPARE(service().registrations(), 2);
+    QVERIFY(wakeDeviceWait({6606}));
+    QTRY_VERIFY(container->IsPluginsConfigInitialized());
+    QCOMPARE(service().registrations(), 0);
+    QVERIFY(PluginContainer::m_strDeviceName.isEmpty()); // used once
+
+    const QVector<RecordedCall> starts = recorder().calls("TestDeviceMgr.StartDetection");
+    QCOMPARE(starts.size(), 1);
+    QVERIFY(starts[0].thread != QThread::currentThreadId());
+    const QString prefix = "{time}: {file}: getDeviceName ";
+    QCOMPARE(log().firstMissingInOrder(
+                 {prefix + "calling registration functions", prefix + "calling registration finished",
+                  prefix + "waiting for sdk finished enter",
+                  "{time}: {file}: OnDevMgrEvent called QRVL_DevSrv_GetAvailableDeviceList, 0",
+                  "{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_DETECTED wake all",
+                  prefix + "waiting for sdk finished exit", prefix + "calling unregistration functions"}),
+             QString());
+}
+
+void TestDeviceLink::failedRegistration()
+{
+    service().setResult("QRVL_DevSrv_RegisterDevInitEventCallback", 5);
+    const auto container = make();
+    QVERIFY(wakeDeviceWait({6601})); // through the other list
+    QTRY_VERIFY(container->IsPluginsConfigInitialized());
+    QVERIFY(log().contains("{time}: {file}: {func} register callback failed . DevInitEventError = 5"));
+    QVERIFY(!log().contains("{*}DevMgrError{*}"));
+    QVERIFY(service().calls().contains("QRVL_DevSrv_UnRegisterDevInitEventCallback"));
+    QVERIFY(
+        log().contains("{*}There is no device or more than one device. No available device. Get last used "
+                       "device: Last"));
+    QVERIFY(log().contains("{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_REJECT || "
+                           "QRVL_EVENT_DEV_DEVICE_INVALID, wake all"));
+}
+
+void TestDeviceLink::withoutDeviceManager_data()
+{
+    QTest::addColumn<QString>("call"); // what the device manager does not answer well
+    QTest::addColumn<QVariant>("answer");
+    QTest::addColumn<QString>("warning");
+    QTest::addColumn<bool>("isRegistered");
+    QTest::newRow("failed to start") << "TestDeviceMgr.Init" << QVariant(0) << "init deviceMgr failed"
+                                     << false;
+    QTest::newRow("has no service") << "TestDeviceMgr.QueryInterface(0x1001)"
+                                    << QVariant::fromValue<QObject*>(nullptr) << "get deviceMgr failed"
+                                    << true;
+    QTest::newRow("has another service")
+        << "TestDeviceMgr.QueryInterface(0x1001)" << QVariant::fromValue<QObject*>(this)
+        << "get deviceMgr failed" << true;
+}
+
+void TestDeviceLink::withoutDeviceManager()
+{
+    QFETCH(QString, call);
+    QFETCH(QVariant, answer);
+    QFETCH(QString, warning);
+    QFETCH(bool, isRegistered);
+    const QString line = "{file}: getDeviceName: " + warning;
+    log().allow(line);
+    recorder().setAnswer(call, answer);
+    const auto container = make();
+    QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 3000);
+    QCOMPARE(log().lines(QtWarningMsg, line).size(), 1);
+    QCOMPARE(container->enabled(), QStringList(managerId));
+    QStringList expected = {"QRVL_DevSrv_UnRegisterDevInitEventCallback",
+                            "QRVL_DevSrv_UnRegisterDevMgrCallback"};
+    if (isRegistered)
+        expected =
+            QStringList{"QRVL_DevSrv_RegisterDevInitEventCallback", "QRVL_DevSrv_RegisterDevMgrCallback"} +
+            expected;
+    QCOMPARE(service().calls().filter("QRVL_DevSrv"), expected);
+    QVERIFY(recorder().calls("TestDeviceMgr.StartDetection").isEmpty());
+}
+
+void TestDeviceLink::eventsThatAreIgnored()
+{
+    PluginContainer::m_strDeviceName = "kept";
+    for (const int type : {0, -1, 1, 6605, 6607, 6600, 6602, 6015, 6017})
+        QCOMPARE(PluginContainer::OnDevMgrEvent(type, nullptr), 1);
+    service().setResult("QRVL_DevSrv_GetAvailableDeviceList", 4);
+    QCOMPARE(PluginContainer::OnDevMgrEvent(6606, this), 1);
+    QCOMPARE(PluginContainer::m_strDeviceName, QString("kept"));
+    QCOMPARE(log().count("{*}wake all"), 1);
+    QCOMPARE(PluginContainer::OnDevMgrEvent(6016, this), 1);
+    QCOMPARE(PluginContainer::m_strDeviceName, QString());
+
+    service().setResult("QRVL_DevSrv_GetAvailableDeviceList", 0);
+    const QString umlaut = QString::fromUtf8("Lum\xC3\xA9 V2");
+    service().setDevices({umlaut});
+    PluginContainer::OnDevMgrEvent(6606, nullptr);
+    QCOMPARE(PluginContainer::m_strDeviceName, umlaut);
+}
+
+void TestDeviceLink::closing_data()
+{
+    QTest::addColumn<QString>("moment"); // the line that is waited for before closing
+    QTest::newRow("at once") << "{*}";
+    QTest::newRow("while registering") << "{*}calling registration functions";
+    QTest::newRow("while detection starts") << "detection starts";
+    QTest::newRow("in the wait") << "{*}waiting for sdk finished enter";
+}
+
+/// Closing does not sit out the limit, and the configuration thread comes to its own end.
+void TestDeviceLink::closing()
+{
+    QFETCH(QString, moment);
+    recorder().setHook("TestDeviceMgr.StartDetection", [] {
+        qDebug("detection starts");
+        QTest::qSleep(50);
+    });
+    auto container = make();
+    QVERIFY(log().waitFor(moment));
+    QElapsedTimer timer;
+    timer.start();
+    container.reset();
+    QVERIFY2(timer.elapsed() < 2500, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(log().count("{*}calling unregistration functions"), 1);
+    QCOMPARE(service().registrations(), 0);
+    QCOMPARE(recorder().names({"Destroy", "destructed"}),
+             QStringList({"TestDeviceMgr.Destroy", "TestDeviceMgr.destructed"}));
+}
+
+void TestDeviceLink::eventsWhileClosing()
+{
+    service().setDevices({"Lume"});
+    std::atomic<bool> isOver{false};
+    std::thread modem([&] {
+        while (!isOver)
+            service().fire({6606, 6016});
+    });
+    for (int i = 0; i < 5; ++i)
+        make().reset();
+    isOver = true;
+    modem.join();
+    QCOMPARE(service().registrations(), 0);
+    QCOMPARE(recorder().names({"destructed"}).size(), 5);
+}
+
+QTEST_GUILESS_MAIN(TestDeviceLink)
+#include "tst_devicelink.moc"

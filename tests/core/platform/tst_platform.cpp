@@ -1,0 +1,178 @@
+// The calls of the operating system that answer alike on every system.
+#include "platform/LanguageId.h"
+#include "platform/MediaControl.h"
+#include "platform/Path.h"
+#include "platform/RandomSource.h"
+#include "platform/SystemMenu.h"
+#include "platform/WindowProcedure.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <cstring>
+
+using namespace Platform;
+
+class TestPlatform : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void randomSteps();
+    void randomBytes();
+    void canonicalPath_data();
+    void canonicalPath();
+    void pathLimits_data();
+    void pathLimits();
+    void languageIds();
+    void noSuchWindow();
+    void mediaErrors();
+};
+
+// A step out of order fails and spoils nothing.
+void TestPlatform::randomSteps()
+{
+    char byte = 0;
+    RandomSource source;
+    QVERIFY(!source.draw(&byte, 1));
+    QVERIFY(!source.release());
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(source.acquire());
+        QVERIFY(!source.acquire());
+        QVERIFY(source.draw(&byte, 1));
+        QVERIFY(source.release());
+        QVERIFY(!source.release());
+        QVERIFY(!source.draw(&byte, 1));
+    }
+}
+
+// All bytes asked for are random, and none behind them is touched.
+void TestPlatform::randomBytes()
+{
+    constexpr int Count = 64;
+    QSet<QByteArray> draws;
+    RandomSource source;
+    QVERIFY(source.acquire());
+    QByteArray seen(Count, '\0');
+    for (int i = 0; i < 64; ++i) {
+        QByteArray bytes(Count + 1, '\0');
+        QVERIFY(source.draw(bytes.data(), Count));
+        QCOMPARE(bytes.at(Count), '\0');
+        for (int at = 0; at < Count; ++at)
+            seen[at] = char(seen.at(at) | bytes.at(at));
+        draws.insert(bytes);
+    }
+    QCOMPARE(draws.size(), 64);
+    QVERIFY2(!seen.contains('\0'), "a place that is never filled");
+}
+
+// Slashes stand for the system's separator.
+void TestPlatform::canonicalPath_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("canonical");
+
+    QTest::newRow("nothing to do") << "/one/two"
+                                   << "/one/two";
+    QTest::newRow("dot") << "/one/./two"
+                         << "/one/two";
+    QTest::newRow("dots") << "/one/two/../three"
+                          << "/one/three";
+    QTest::newRow("several dots") << "/one/two/three/../../four"
+                                  << "/one/four";
+    QTest::newRow("above the root") << "/../../one"
+                                    << "/one";
+    QTest::newRow("up to the root") << "/one/.."
+                                    << "/";
+    QTest::newRow("relative") << "one/./two/../three"
+                              << "one/three";
+    QTest::newRow("dots in names") << "/one..two/.three/four..."
+                                   << "/one..two/.three/four...";
+    QTest::newRow("blank and letters") << QStringLiteral("/Süd west/./é") << QStringLiteral("/Süd west/é");
+    QTest::newRow("no such files") << "/no/such/folder/../file"
+                                   << "/no/such/file";
+}
+
+void TestPlatform::canonicalPath()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QString, canonical);
+    char buffer[PathCapacity];
+    const bool isDone = canonicalisePath(QDir::toNativeSeparators(path).toLocal8Bit().constData(), buffer);
+    QVERIFY(isDone);
+    QCOMPARE(QDir::fromNativeSeparators(QString::fromLocal8Bit(buffer)), canonical);
+}
+
+void TestPlatform::pathLimits_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<bool>("fits");
+
+    QTest::newRow("longest") << QByteArray(PathCapacity - 1, 'x') << true;
+    QTest::newRow("one too long") << QByteArray(PathCapacity, 'x') << false;
+    QTest::newRow("far too long") << QByteArray(100 * PathCapacity, 'x') << false;
+    QTest::newRow("too long before dots go") << QByteArray("./").repeated(PathCapacity / 2) + 'x' << false;
+    QTest::newRow("null") << QByteArray() << false;
+}
+
+void TestPlatform::pathLimits()
+{
+    QFETCH(const QByteArray, path);
+    QFETCH(const bool, fits);
+    struct
+    {
+        char buffer[PathCapacity];
+        char behind = '#';
+    } memory;
+    std::memset(memory.buffer, '?', sizeof memory.buffer);
+    QCOMPARE(canonicalisePath(path.isNull() ? nullptr : path.constData(), memory.buffer), fits);
+    QCOMPARE(QByteArray(memory.buffer), fits ? path : QByteArray());
+    QCOMPARE(memory.behind, '#');
+}
+
+// The environment of tests is the C locale, which counts as American English under Windows as well.
+void TestPlatform::languageIds()
+{
+    QCOMPARE(userLanguageId(), quint16(0x0409));
+    const quint16 system = systemLanguageId();
+    QVERIFY2(system == 0 || (system & 0x3ff) != 0, "a number without a language");
+}
+
+void TestPlatform::noSuchWindow()
+{
+    QCOMPARE(systemMenu(0), nullptr);
+    QVERIFY(!enableMenuEntry(nullptr, 0xF010, MenuEntryGreyed));
+    QCOMPARE(windowProcedure(0), nullptr);
+    const MessageHandler handler = [](WId, quint32, quintptr, qintptr) {
+        return qintptr(0);
+    };
+    QVERIFY(!setMessageHandler(0, handler));
+}
+
+// A missing file and a device that was never opened fail with an error that has a text, cut where room is
+// short.
+void TestPlatform::mediaErrors()
+{
+    const QString file = QDir::toNativeSeparators(QDir::tempPath() + QStringLiteral("/no such sound.wav"));
+    MediaOpenParameters open = {};
+    open.elementName = reinterpret_cast<const char16_t*>(file.utf16());
+    MediaPlayParameters play = {};
+    const quint32 errors[] = {sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement, &open),
+                              sendMediaCommand(77, MediaPlay, MediaNotify, &play),
+                              sendMediaCommand(77, MediaClose, 0, nullptr)};
+    for (const quint32 error : errors) {
+        char16_t text[256] = {};
+        char16_t start[] = u"#####";
+        QVERIFY(error != 0);
+        QVERIFY(mediaErrorText(error, text, 256));
+        QVERIFY(mediaErrorText(error, start, 5));
+        QVERIFY(QString::fromUtf16(text).size() > 4);
+        QCOMPARE(QString::fromUtf16(start), QString::fromUtf16(text, 4));
+    }
+    QCOMPARE(open.deviceId, 0u);
+    char16_t text[256] = {};
+    QVERIFY(!mediaErrorText(99999, text, 256));
+}
+
+QTEST_GUILESS_MAIN(TestPlatform)
+#include "tst_platform.moc"

@@ -1,0 +1,80 @@
+#include "CoreTest.h"
+
+#include "PluginContainer/PluginIds.h"
+#include "common/CommonUtils.h"
+
+static const QString waitBegins = QStringLiteral("{*} waiting for sdk finished enter");
+static const QString waitEnds = QStringLiteral("{*} waiting for sdk finished exit");
+
+static void resetFlags()
+{
+    CommonUtils::ResetShutDownFlag();
+    CommonUtils::ResetMiniModeFlag();
+    CommonUtils::setCloseValue(false);
+    CommonUtils::SetFrameStyle(1);
+    CommonUtils::SetSMSSeperatorConfigValue(true);
+}
+
+void CoreTest::init()
+{
+    recorder().reset();
+    service().reset();
+    PluginContainer::m_strDeviceName.clear();
+    resetFlags();
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_log = std::make_unique<LogCapture>();
+    // What every start says: plugins report their initialisation at critical level, most settings are absent,
+    // and most tests do without a device manager.
+    m_log->allow(QStringLiteral("{file}: {func}: base IBasePlugin load success, {*}"));
+    m_log->allow(QStringLiteral("{time}: {file}: {func}: QRVL_GetSettings returned 2"));
+    m_log->allow(QStringLiteral("{file}: getDeviceName: init deviceMgr failed"));
+}
+
+void CoreTest::checkLog()
+{
+    if (QTest::currentTestFailed()) {
+        const QStringList lines = m_log->lines();
+        m_log.reset();
+        for (const QString& line : lines.mid(qMax(0, lines.size() - 60)))
+            qInfo("log | %s", qUtf8Printable(line));
+        return;
+    }
+    const QStringList unexpected = m_log->unexpected();
+    m_log.reset();
+    QVERIFY2(unexpected.isEmpty(), qUtf8Printable(unexpected.join(QLatin1Char('\n'))));
+}
+
+std::unique_ptr<TestContainer> CoreTest::makeContainer(const QByteArray& libraryXml,
+                                                       const QByteArray& configXml)
+{
+    writeFile(path("pluginslib.xml"), libraryXml);
+    writeFile(path("PluginsConfig.xml"), "<config>" + configXml + "</config>");
+    auto container =
+        std::make_unique<TestContainer>(path("pluginslib.xml"), path("PluginsConfig.xml"), false);
+    const bool mayWaitForDevice = container->GetPluginType(PluginIds::DeviceManager) >= 0;
+    if (!mayWaitForDevice && !QTest::qWaitFor([&] { return container->IsPluginsConfigInitialized(); }))
+        qFatal("the background configuration does not end");
+    return container;
+}
+
+std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry>& entries,
+                                                       const QString& mainPlugin)
+{
+    QStringList clsids;
+    for (const PluginEntry& entry : entries)
+        clsids.append(entry.clsid);
+    return makeContainer(pluginLibraryXml(entries, mainPlugin), commonXml(clsids));
+}
+
+bool CoreTest::wakeDeviceWait(std::initializer_list<int> events)
+{
+    const int ended = log().count(waitEnds);
+    if (!log().waitFor(waitBegins, ended + 1))
+        return false;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        service().fire(events);
+        if (log().waitFor(waitEnds, ended + 1, 20))
+            return true;
+    }
+    return false;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "CallRecorder.h"
+#include "LogCapture.h"
+#include "PluginFiles.h"
+#include "ScriptedDeviceService.h"
+#include "TestContainer.h"
+
+#include <QObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+
+/// Base of the tests of the core library. Every test function begins with fresh stand-ins and an empty log,
+/// and fails when a warning or critical line came that it did not allow.
+class CoreTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    /// A container over the given files. Its background configuration is over on return, unless the library
+    /// file names a device manager: then it may be waiting for a device event.
+    std::unique_ptr<TestContainer> makeContainer(const QByteArray& libraryXml,
+                                                 const QByteArray& configXml = {});
+
+    /// makeContainer() with all plugins enabled.
+    std::unique_ptr<TestContainer> makeContainer(const QVector<PluginEntry>& entries,
+                                                 const QString& mainPlugin = {});
+
+    /// Waits until a configuration thread waits for a device event and repeats the events until it wakes up:
+    /// an event that comes a moment too early is not noticed. False when it does not wake up within a few
+    /// seconds.
+    bool wakeDeviceWait(std::initializer_list<int> events);
+
+    static CallRecorder& recorder() { return CallRecorder::instance(); }
+    static ScriptedDeviceService& service() { return ScriptedDeviceService::instance(); }
+    LogCapture& log() { return *m_log; }
+    QString path(const QString& fileName) const { return m_folder->filePath(fileName); }
+
+    /// Verifies that no unexpected line came, or shows the latest lines when the test has failed.
+    void checkLog();
+
+private slots:
+    void init();
+    void cleanup() { checkLog(); }
+
+private:
+    std::unique_ptr<LogCapture> m_log;
+    std::unique_ptr<QTemporaryDir> m_folder;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// One record of the plugin library file; every child element is written. Test clsids are short texts: the
+/// container takes any text as clsid.
+struct PluginEntry
+{
+    QString clsid;
+    QString url; ///< also what the name is made from: "TestAlpha" is named "AlphaPlugin"
+    bool isActive = false;
+    bool isStatic = false;
+    int type = 0;
+    bool hasSettings = false;
+
+    /// The plugin's name, the "Test" of the library's name taken off.
+    QString name() const;
+};
+
+/// The text of a plugin library file.
+QByteArray pluginLibraryXml(const QVector<PluginEntry>& entries, const QString& mainPlugin = {});
+
+/// Text of a "common" element.
+QByteArray commonXml(const QStringList& clsids);
+
+/// Text of a "device", "IMSI", "GID" or "customize" element with its "plugin" child.
+QByteArray ruleXml(const char* element, const QString& name, const QStringList& add,
+                   const QStringList& remove = {});
+
+/// Writes a file, making its folder; ends the test program when that fails.
+void writeFile(const QString& path, const QByteArray& content);

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "qrvl.h"
+
+#include <QHash>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <initializer_list>
+#include <mutex>
+
+/// Stands in for the device service: implements the interface of qrvl.h and does what the test says. Any
+/// thread.
+class QRVL_API ScriptedDeviceService
+{
+public:
+    /// The three settings views. Each is a table of its own here: a write goes to User and Merged.
+    enum View { Merged, User, Ini };
+
+    static ScriptedDeviceService& instance();
+
+    /// Forgets settings, devices, results, registrations and calls.
+    void reset();
+
+    /// A null text makes reading succeed without a value.
+    void setSetting(const QString& section, const QString& key, const QString& value, View view = Merged);
+    QString setting(const QString& section, const QString& key, View view = Merged) const;
+
+    /// Model names of the available modems, in order.
+    void setDevices(const QStringList& names);
+
+    /// The named operation ("QRVL_SetSettings") only returns this code from now on.
+    void setResult(const QString& operation, long result);
+
+    /// Calls every registered callback with each event in turn, on a thread of the service; returns when that
+    /// is done. A callback that is registered twice is called once.
+    void fire(std::initializer_list<int> events);
+
+    /// How many registrations there are, both lists together.
+    int registrations() const;
+
+    /// The names of the calls other than reads of settings, in order; settings writes give all three texts.
+    QStringList calls() const;
+
+    // What the C operations do.
+    long read(const char* operation, View view, const char16_t* section, const char16_t* key,
+              char16_t** value) const;
+    long write(const char16_t* section, const char16_t* key, const char16_t* value);
+    long addCallback(const char* operation, int list, QRVL_DevCallback callback);
+    long removeCallback(const char* operation, int list, QRVL_DevCallback callback);
+    long devices(QRVL_AvailableDeviceList* list);
+    long note(const char* operation);
+
+private:
+    using Address = QPair<QString, QString>;
+
+    mutable std::mutex m_mutex;
+    QHash<Address, QString> m_settings[3];
+    QVector<QRVL_DevCallback> m_callbacks[2];
+    QStringList m_devices;
+    QHash<QString, long> m_results;
+    QStringList m_calls;
+};

@@ -1,0 +1,58 @@
+# What every test runs with: no screen, fixed texts, and what the sanitizers need to know of Qt.
+set(SKYLUME_TEST_ENVIRONMENT
+    QT_QPA_PLATFORM=offscreen
+    WINEQT_QPA_PLATFORM=offscreen
+    LC_ALL=C.UTF-8
+    "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
+    "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp")
+if(TARGET skylumetsanqt)
+    list(APPEND SKYLUME_TEST_ENVIRONMENT "LD_PRELOAD=$<TARGET_FILE:skylumetsanqt>")
+endif()
+
+# The name under which a shared library is looked up at run time.
+function(skylume_runtime_file result target)
+    if(WIN32)
+        set(${result} "$<TARGET_FILE:${target}>" PARENT_SCOPE)
+    else()
+        set(${result} "$<TARGET_SONAME_FILE:${target}>" PARENT_SCOPE)
+    endif()
+endfunction()
+
+# skylume_add_core_test(NAME <name> SOURCES <source>... [PLUGINS <test plugin>...] [TIMEOUT <seconds>])
+#
+# Makes a test with an installation of its own, tests/<name>/ in the build tree: the executable, copies of the core
+# library, of the scripted device service and of the named plugins (see support/plugins). The tests may write there.
+function(skylume_add_core_test)
+    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;TIMEOUT" "SOURCES;PLUGINS")
+    set(folder "${PROJECT_BINARY_DIR}/tests/${arg_NAME}")
+
+    add_executable(${arg_NAME} ${arg_SOURCES})
+    target_link_libraries(${arg_NAME} PRIVATE skylumetestsupport)
+    set_target_properties(${arg_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}")
+
+    get_target_property(core Skylume::Core ALIASED_TARGET)
+    set(files "")
+    foreach(library ${core} skylumescriptedqrvl skylumecallrecorder)
+        skylume_runtime_file(file ${library})
+        list(APPEND files "${file}")
+    endforeach()
+    list(TRANSFORM arg_PLUGINS REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE plugin_files)
+
+    set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${arg_NAME}.installed")
+    add_custom_command(OUTPUT "${stamp}"
+        COMMAND "${CMAKE_COMMAND}" -E make_directory "${folder}"
+        COMMAND "${CMAKE_COMMAND}" -E copy ${files} ${plugin_files} "${folder}"
+        COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
+        DEPENDS ${core} skylumescriptedqrvl skylumecallrecorder ${arg_PLUGINS}
+        VERBATIM)
+    add_custom_target(${arg_NAME}_installation DEPENDS "${stamp}")
+    add_dependencies(${arg_NAME} ${arg_NAME}_installation)
+
+    add_test(NAME ${arg_NAME} COMMAND ${arg_NAME})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    set_tests_properties(${arg_NAME} PROPERTIES
+        ENVIRONMENT "${SKYLUME_TEST_ENVIRONMENT}"
+        TIMEOUT ${arg_TIMEOUT})
+endfunction()

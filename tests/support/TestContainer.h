@@ -1,0 +1,44 @@
+#pragma once
+
+#include "PluginContainer/PluginContainer.h"
+#include "PluginContainer/PluginStatus.h"
+
+#include <QStringList>
+
+/// The container with its inner steps made reachable.
+class TestContainer : public PluginContainer
+{
+public:
+    using PluginContainer::PluginContainer;
+
+    using PluginContainer::getDeviceName;
+    using PluginContainer::isFirstTimeStart;
+    using PluginContainer::isPluginInList;
+    using PluginContainer::readPluginElement;
+    using PluginContainer::removePluginInfo;
+    using PluginContainer::setRunningMark;
+    using PluginContainer::updateDeviceCustomization;
+
+    /// Counts the calls and does what it always does.
+    void ApplyCustomizationForDevice(QString key) override
+    {
+        ++m_applied;
+        PluginContainer::ApplyCustomizationForDevice(key);
+    }
+
+    int applied() const { return m_applied; }
+
+    /// The clsids of the records that are enabled, in file order.
+    QStringList enabled() const
+    {
+        QStringList clsids;
+        for (const PluginStatus& status : GetPluginStatus()) {
+            if (status.state > PluginStatus::State::Disabled)
+                clsids.append(status.clsid);
+        }
+        return clsids;
+    }
+
+private:
+    int m_applied = 0;
+};

@@ -1,0 +1,188 @@
+// The application as its user meets it: started, driven with modems that come and go, and closed.
+#include "Application.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QtTest>
+
+class TestApplication : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void commandLine_data();
+    void commandLine();
+    void noMainWindow_data();
+    void noMainWindow();
+    void startAndEnd();
+    void pluginsFollowTheModem_data();
+    void pluginsFollowTheModem();
+};
+
+/// The first group of every match of a pattern, line by line.
+static QStringList extract(const QStringList& lines, const QString& pattern)
+{
+    const QRegularExpression expression(pattern);
+    QStringList found;
+    for (const QString& line : lines) {
+        const QRegularExpressionMatch match = expression.match(line);
+        if (match.hasMatch())
+            found.append(match.captured(1));
+    }
+    return found;
+}
+
+void TestApplication::commandLine_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QStringList>("texts"); // on standard output, or on standard error for an error
+    QTest::newRow("version") << "--version" << 0 << QStringList({"skylume 0."});
+    QTest::newRow("help") << "--help" << 0 << QStringList({"--no-splash", "--verbose", "--version"});
+    QTest::newRow("unknown") << "--nonsense" << 1 << QStringList("nonsense");
+}
+
+void TestApplication::commandLine()
+{
+    QFETCH(QString, argument);
+    QFETCH(int, exitCode);
+    QFETCH(QStringList, texts);
+    Application application;
+    application.start({argument});
+    QCOMPARE(application.waitForEnd(), exitCode);
+    const QString written = exitCode == 0 ? application.output() : application.lines().join('\n');
+    for (const QString& text : qAsConst(texts))
+        QVERIFY2(written.contains(text), qUtf8Printable(written));
+}
+
+void TestApplication::noMainWindow_data()
+{
+    QTest::addColumn<QString>("missing"); // what is not in the installation
+    QTest::addColumn<QStringList>("texts");
+    const QString mainFrame = "D754AE84-535F-4c18-85F8-F154CFE34DDF";
+    QTest::newRow("library") << "XFramePlugin" << QStringList({"pluginslib.xml", mainFrame});
+    QTest::newRow("plugin library file") << "config/pluginslib.xml" << QStringList("pluginslib.xml");
+    QTest::newRow("plugin configuration file")
+        << "config/PluginsConfig.xml" << QStringList({"pluginslib.xml", mainFrame});
+}
+
+/// Copies the installation but for the files whose path begins with `missing`.
+static bool copyInstallation(const QString& target, const QString& missing)
+{
+    const QDir source(Application::builtInstallation());
+    QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
+    bool isCopied = files.hasNext();
+    while (files.hasNext()) {
+        const QString name = source.relativeFilePath(files.next());
+        if (name.startsWith(missing))
+            continue;
+        const QString copy = target + '/' + name;
+        QDir().mkpath(QFileInfo(copy).path());
+        isCopied = QFile::copy(files.filePath(), copy) && isCopied;
+    }
+    return isCopied;
+}
+
+void TestApplication::noMainWindow()
+{
+    QFETCH(QString, missing);
+    QFETCH(QStringList, texts);
+    const QTemporaryDir installation;
+    QVERIFY(copyInstallation(installation.path(), missing));
+    Application application(installation.path());
+    application.start({"--no-splash"});
+    QCOMPARE(application.waitForEnd(), 1);
+    for (const QString& text : qAsConst(texts))
+        QVERIFY2(application.hasWritten(text), qUtf8Printable(application.lines().join('\n')));
+}
+
+void TestApplication::startAndEnd()
+{
+    Application application;
+    application.start({"--verbose", "--no-splash"});
+    QVERIFY(application.waitFor(": Startup: exit"));
+    QVERIFY(application.waitFor("Loaded plugin: DialPadPlugin."));
+    QCOMPARE(application.close(), 0);
+
+    const QStringList lines = application.lines();
+    const QStringList loaded = extract(lines, "QObject\\* plugin loaded successfully (\\w+)");
+    const QStringList initialised = extract(lines, "init=-?\\d+, (\\w+) init: elapsed=");
+    QStringList unloaded = extract(lines, ": unloadPlugin: plugin (\\w+) unloaded");
+    QCOMPARE(loaded.mid(0, 2), QStringList({"DeviceMgrPlugin", "XFramePlugin"}));
+    QVERIFY(loaded.size() > 4);
+    QCOMPARE(unloaded.last(), QString("XFramePlugin"));
+    const auto sorted = [](QStringList names) {
+        names.sort();
+        return names;
+    };
+    QCOMPARE(sorted(initialised), sorted(loaded));
+    QCOMPARE(sorted(unloaded), sorted(loaded));
+    QVERIFY(!application.hasWritten("NOT UNLOADED"));
+    for (const char* complaint : {"QObject::", "QThread", "QWidget::", "QTimer", "QSocketNotifier", "threw"})
+        QVERIFY2(!application.hasWritten(complaint), complaint);
+}
+
+namespace {
+
+/// What the user does with the modems, and what comes and goes then.
+struct Step
+{
+    QStringList modem;
+    QStringList loaded;
+    QStringList unloaded;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(QVector<Step>)
+
+void TestApplication::pluginsFollowTheModem_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QVector<Step>>("steps");
+    const QString sim = "SimInfoPlugin";
+    const QString dial = "DialPadPlugin";
+    QTest::newRow("northtel") << QByteArray()
+                              << QVector<Step>{{{}, {sim, dial}, {}},
+                                               {{"detach"}, {}, {sim, dial}},
+                                               {{"attach", "Lume S1"}, {sim}, {}},
+                                               {{"detach"}, {}, {sim}},
+                                               {{"attach", "Lume X5"}, {dial}, {}},
+                                               {{"reject"}, {}, {dial}},
+                                               {{"attach", "Lume V2"}, {sim, dial}, {}}};
+    QTest::newRow("bluewave") << QByteArray("[customize]\noperator=bluewave\n")
+                              << QVector<Step>{{{"detach"}, {}, {}},
+                                               {{"attach", "Lume S1"}, {}, {dial}},
+                                               {{"detach"}, {dial}, {}}};
+}
+
+void TestApplication::pluginsFollowTheModem()
+{
+    QFETCH(QByteArray, settings);
+    QFETCH(QVector<Step>, steps);
+    Application application;
+    QFile file(application.userFile("settings.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(settings) == settings.size());
+    file.close();
+
+    application.start({"--verbose", "--no-splash"});
+    QVERIFY(application.waitFor(": Startup: exit"));
+    for (const Step& step : qAsConst(steps)) {
+        const QByteArray name = step.modem.join(' ').toUtf8();
+        if (!step.modem.isEmpty()) {
+            application.mark();
+            QVERIFY2(application.modem(step.modem), name.constData());
+        }
+        for (const QString& plugin : step.loaded)
+            QVERIFY2(application.waitFor("Loaded plugin: " + plugin + '.'), name + ": " + plugin.toUtf8());
+        for (const QString& plugin : step.unloaded)
+            QVERIFY2(application.waitFor("Unload plugin " + plugin + " bUnloaded 1"),
+                     name + ": " + plugin.toUtf8());
+    }
+    QCOMPARE(application.close(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestApplication)
+#include "tst_application.moc"
