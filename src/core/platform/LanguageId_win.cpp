@@ -1,0 +1,13 @@
+#include "platform/LanguageId.h"
+
+#include <windows.h>
+
+quint16 Platform::systemLanguageId()
+{
+    return GetSystemDefaultLangID();
+}
+
+quint16 Platform::userLanguageId()
+{
+    return GetUserDefaultLangID();
+}

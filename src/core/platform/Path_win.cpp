@@ -1,0 +1,15 @@
+#include "platform/Path.h"
+
+#include <windows.h>
+
+#include <shlwapi.h>
+
+static_assert(Platform::PathCapacity == MAX_PATH, "the system writes up to this many characters");
+
+bool Platform::canonicalisePath(const char* path, char (&canonical)[PathCapacity])
+{
+    if (PathCanonicalizeA(canonical, path))
+        return true;
+    canonical[0] = '\0';
+    return false;
+}

@@ -1,0 +1,11 @@
+#include "platform/SystemMenu.h"
+
+void* Platform::systemMenu(WId)
+{
+    return nullptr;
+}
+
+bool Platform::enableMenuEntry(void*, unsigned int, MenuEntryState)
+{
+    return false;
+}

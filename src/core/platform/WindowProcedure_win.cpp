@@ -1,0 +1,37 @@
+#include "platform/WindowProcedure.h"
+
+#include <windows.h>
+
+// The system calls procedures in a way of its own (stdcall). One that it can call looks up the handler, which
+// is a property of the window.
+static constexpr wchar_t HandlerProperty[] = L"SkylumeMessageHandler";
+
+static LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const auto handler = reinterpret_cast<Platform::MessageHandler>(GetPropW(window, HandlerProperty));
+    if (!handler)
+        return DefWindowProcW(window, message, wParam, lParam);
+    if (message == WM_NCDESTROY) // a window's last message; its properties must be gone before it is
+        RemovePropW(window, HandlerProperty);
+    return handler(reinterpret_cast<WId>(window), message, wParam, lParam);
+}
+
+Platform::WindowProcedure Platform::windowProcedure(WId window)
+{
+    // SetWindowLongPtrW and its pair are SetWindowLongW and GetWindowLongW where pointers have 32 bits.
+    return reinterpret_cast<WindowProcedure>(GetWindowLongPtrW(reinterpret_cast<HWND>(window), GWLP_WNDPROC));
+}
+
+bool Platform::setMessageHandler(WId window, MessageHandler handler)
+{
+    const auto handle = reinterpret_cast<HWND>(window);
+    return SetPropW(handle, HandlerProperty, reinterpret_cast<HANDLE>(handler)) &&
+           SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&dispatch)) != 0;
+}
+
+qintptr Platform::callWindowProcedure(WindowProcedure procedure, WId window, quint32 message, quintptr wParam,
+                                      qintptr lParam)
+{
+    return CallWindowProcW(reinterpret_cast<WNDPROC>(procedure), reinterpret_cast<HWND>(window), message,
+                           wParam, lParam);
+}
