@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+
+/// What every benchmark of the core runs in: settings of its own, debug lines off, other lines formatted but
+/// not written out.
+class Installation
+{
+public:
+    Installation()
+    {
+        qputenv("QRVL_USER_DIR", m_folder.path().toLocal8Bit());
+        qputenv("QRVL_DEFAULTS_FILE", path("defaults.ini").toLocal8Bit());
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false\ndefault.warning=false"));
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    }
+
+    QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+
+    QString write(const char* name, const QByteArray& content) const
+    {
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("Cannot write %s", name);
+        return file.fileName();
+    }
+
+private:
+    QTemporaryDir m_folder;
+};

@@ -1,0 +1,105 @@
+// Reading large plugin files and applying the customisation of one device, against a bare pass of Qt's reader
+// over the same files.
+#include "Installation.h"
+
+#include "PluginContainer/PluginContainer.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QXmlStreamReader>
+
+namespace {
+
+const Installation* installation = nullptr;
+
+QByteArray clsid(int number)
+{
+    return "8A2F0000-0000-4000-8000-" + QByteArray::number(number).rightJustified(12, '0');
+}
+
+QString writeLibraryFile(int records)
+{
+    QByteArray xml = "<plugins>\n";
+    for (int number = 0; number < records; ++number)
+        xml += "  <plugin>\n    <name>Plugin" + QByteArray::number(number) + "</name>\n    <clsid>" +
+               clsid(number) + "</clsid>\n    <url>.\\Plugin" + QByteArray::number(number) +
+               ".dll</url>\n    <active>false</active>\n    <type>0</type>\n    "
+               "<setting_title>false</setting_title>\n"
+               "    <static>false</static>\n  </plugin>\n";
+    return installation->write("pluginslib.xml", xml + "</plugins>\n");
+}
+
+/// Rules of 20 per device, so that the number of devices grows with the number of rules.
+QString writeConfigFile(int rules, int records)
+{
+    constexpr int rulesPerDevice = 20;
+    QByteArray xml = "<config>\n";
+    for (int rule = 0; rule < rules; rule += rulesPerDevice) {
+        xml += "  <device name=\"Device " + QByteArray::number(rule) + "\">\n    <plugin>\n";
+        for (int i = rule; i < rule + rulesPerDevice; ++i)
+            xml += (i % 2 ? "      <add clsid=\"" : "      <remove clsid=\"") + clsid(i % records) + "\"/>\n";
+        xml += "    </plugin>\n  </device>\n";
+    }
+    return installation->write("PluginsConfig.xml", xml + "</config>\n");
+}
+
+void readAndCustomise(benchmark::State& state)
+{
+    const int records = static_cast<int>(state.range(0));
+    const QString library = writeLibraryFile(records);
+    const QString config = writeConfigFile(records * 10, records);
+    for (auto _ : state) {
+        PluginContainer container(library, config, true);
+        container.ApplyCustomizationForDevice(QStringLiteral("Device 200"));
+    }
+    state.SetComplexityN(records);
+}
+
+void passOver(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("Cannot read the file");
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd())
+        benchmark::DoNotOptimize(reader.readNext());
+}
+
+void barePass(benchmark::State& state)
+{
+    const int records = static_cast<int>(state.range(0));
+    const QString library = writeLibraryFile(records);
+    const QString config = writeConfigFile(records * 10, records);
+    for (auto _ : state) {
+        passOver(library);
+        passOver(config);
+    }
+    state.SetComplexityN(records);
+}
+
+} // namespace
+
+BENCHMARK(readAndCustomise)
+    ->Name("read_configuration/ours")
+    ->Arg(500)
+    ->Arg(1000)
+    ->Arg(2000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(barePass)
+    ->Name("read_configuration/peer_reader")
+    ->Arg(500)
+    ->Arg(1000)
+    ->Arg(2000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Installation ownInstallation;
+    installation = &ownInstallation;
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

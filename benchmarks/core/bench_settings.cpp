@@ -1,0 +1,63 @@
+// Reading one of 1,000 settings through the whole stack, against GLib's key files.
+#include "Installation.h"
+
+#include "common/CommonUtils.h"
+
+#include <benchmark/benchmark.h>
+#include <glib.h>
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr int keyCount = 1000;
+const QString section = QStringLiteral("system");
+
+QString keyName(int number)
+{
+    return QStringLiteral("Setting%1").arg(number);
+}
+
+QString valueOf(int number)
+{
+    return QStringLiteral("value of setting %1").arg(number);
+}
+
+void readSetting(benchmark::State& state)
+{
+    const QString key = keyName(keyCount / 2);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(CommonUtils::GetSettings(section, key));
+    if (CommonUtils::GetSettings(section, key) != valueOf(keyCount / 2))
+        state.SkipWithError("wrong value");
+}
+
+void readKeyFile(benchmark::State& state)
+{
+    GKeyFile* const file = g_key_file_new();
+    for (int number = 0; number < keyCount; ++number)
+        g_key_file_set_string(file, "system", keyName(number).toUtf8().constData(),
+                              valueOf(number).toUtf8().constData());
+    const QByteArray key = keyName(keyCount / 2).toUtf8();
+    for (auto _ : state) {
+        char* const value = g_key_file_get_string(file, "system", key.constData(), nullptr);
+        benchmark::DoNotOptimize(value);
+        g_free(value);
+    }
+    g_key_file_free(file);
+}
+
+} // namespace
+
+BENCHMARK(readSetting)->Name("get_settings/ours");
+BENCHMARK(readKeyFile)->Name("get_settings/peer_gkeyfile");
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Installation installation;
+    for (int number = 0; number < keyCount; ++number)
+        CommonUtils::SetSettings(section, keyName(number), valueOf(number));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

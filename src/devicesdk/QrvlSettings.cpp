@@ -1,0 +1,59 @@
+// The settings operations of the C interface, see qrvl.h.
+
+#include "qrvl.h"
+
+#include "Service.h"
+#include "settings/Settings.h"
+
+#include <cstring>
+
+static char16_t* newText(const QString& text)
+{
+    const auto size = std::size_t(text.size()) + 1;
+    auto* const copy = new char16_t[size];
+    std::memcpy(copy, text.utf16(), size * sizeof(char16_t));
+    return copy;
+}
+
+static long get(Settings::View view, const char16_t* section, const char16_t* key, char16_t** value)
+{
+    if (!value)
+        return QRVL_ERROR_ARGUMENT;
+    *value = nullptr;
+    if (!section || !key)
+        return QRVL_ERROR_ARGUMENT;
+    QString text;
+    if (!Service::settings().get(view, SettingName(section, key), text))
+        return QRVL_ERROR_NOT_FOUND;
+    *value = newText(text);
+    return QRVL_OK;
+}
+
+// QString::fromUtf16() would drop a byte order mark.
+static QString textOf(const char16_t* text)
+{
+    return QStringView(text).toString();
+}
+
+long QRVL_GetSettings(const char16_t* section, const char16_t* key, char16_t** value)
+{
+    return get(Settings::View::Merged, section, key, value);
+}
+
+long QRVL_GetUserSettings(const char16_t* section, const char16_t* key, char16_t** value)
+{
+    return get(Settings::View::User, section, key, value);
+}
+
+long QRVL_GetIniSettings(const char16_t* section, const char16_t* key, char16_t** value)
+{
+    return get(Settings::View::Defaults, section, key, value);
+}
+
+long QRVL_SetSettings(const char16_t* section, const char16_t* key, const char16_t* value)
+{
+    if (!section || !key || !value)
+        return QRVL_ERROR_ARGUMENT;
+    const bool canWrite = Service::settings().set(textOf(section), textOf(key), textOf(value));
+    return canWrite ? QRVL_OK : QRVL_ERROR_STORE;
+}
