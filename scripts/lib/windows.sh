@@ -1,0 +1,108 @@
+# Sourced, after packages.sh, build.sh and display.sh, by scripts that build for 32-bit Windows and run under Wine.
+# shellcheck shell=bash
+
+windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix xz-utils)
+wine_packages=(wine wine32:i386 fonts-wine xvfb)
+
+kit_folder=$root/build/windows-kit
+readonly kit_folder
+
+# require_wine: as require_packages for what cross-building and Wine need. Wine's 32-bit half needs libraries of the
+# very versions that their 64-bit twins have; where updates are installed, those have to go back.
+require_wine() {
+    local missing
+    mapfile -t missing < <(missing_packages "${windows_packages[@]}" "${wine_packages[@]}" "$@")
+    ((${#missing[@]})) || return 0
+    { may_install && add_32bit_packages && install_packages "${missing[@]}"; } ||
+        install_older "${missing[@]}" ||
+        fail "these packages are missing, please install them: ${missing[*]}"
+}
+
+add_32bit_packages() {
+    dpkg --print-foreign-architectures | grep -qx i386 || as_root dpkg --add-architecture i386
+}
+
+as_root() {
+    if ((EUID == 0)); then "$@"; else sudo "$@"; fi
+}
+
+# install_older PACKAGE...: lets apt replace installed packages by older ones of the main release.
+install_older() {
+    local release pin=$log_dir/pin
+    release=$(main_release)
+    [[ -n $release ]] && may_install && may_go_back || return
+    printf 'Package: *\nPin: release o=Debian,l=Debian,n=%s\nPin-Priority: 1001\n' "$release" >"$pin"
+    say "Installing $* with older versions of libraries that are installed"
+    apt_install --allow-downgrades -o Dir::Etc::Preferences="$pin" "$@" >>"$log_dir/packages.log" 2>&1
+}
+
+# may_go_back: asks; nobody can be asked on a build server, which is there for this.
+may_go_back() {
+    local answer
+    [[ -t 0 && -z ${CI:-} ]] || return 0
+    read -r -p "Replace installed packages by older versions of them? [y/N] " answer
+    [[ $answer == [yY]* ]]
+}
+
+# use_windows_kit [PATH]: points SKYLUME_WINDOWS_KIT to the folder with Qt for Windows. That is the given folder or
+# archive, else the variable's, else an archive beside the repository, else one that is built now.
+use_windows_kit() {
+    local kit=${1:-${SKYLUME_WINDOWS_KIT:-}} shared=(../shared/windows-kit/*.tar.xz)
+    if [[ -z $kit && -f ${shared[0]} ]]; then kit=${shared[0]}; fi
+    if [[ -z $kit ]]; then
+        [[ -f $kit_folder/toolchain-win32.cmake ]] || scripts/build-windows-kit
+        kit=$kit_folder
+    fi
+    [[ ! -f $kit ]] || unpack_kit "$kit"
+    [[ -d $kit ]] || kit=$kit_folder
+    [[ -f $kit/toolchain-win32.cmake ]] || fail "this is no kit: $kit"
+    SKYLUME_WINDOWS_KIT=$(realpath "$kit")
+    export SKYLUME_WINDOWS_KIT
+}
+
+# unpack_kit ARCHIVE: into $kit_folder, unless it is there.
+unpack_kit() {
+    local origin
+    origin=$(stat --format='%n %s %Y' "$(realpath "$1")")
+    if [[ -f $kit_folder/unpacked-from && $(<"$kit_folder/unpacked-from") == "$origin" ]]; then return; fi
+    say "Unpacking $1"
+    rm -rf "$kit_folder"
+    mkdir -p "$kit_folder"
+    tar -C "$kit_folder" --strip-components=1 -xf "$1"
+    echo "$origin" >"$kit_folder/unpacked-from"
+}
+
+# build_for_windows: builds build/windows with everything in it. A folder that another kit made is of no use.
+build_for_windows() {
+    local cache=build/windows/CMakeCache.txt
+    if [[ -f $cache ]] && ! grep -qF "=$SKYLUME_WINDOWS_KIT/toolchain-win32.cmake" "$cache"; then
+        rm -rf build/windows
+    fi
+    build_preset windows -DSKYLUME_BUILD_TESTS=ON -DSKYLUME_BUILD_BENCHMARKS=OFF
+}
+
+# start_wine FOLDER: makes the folder, unless it is one, a Windows of its own for the programs that "wine" starts from
+# now on, with a display of its own. It ends with the script.
+start_wine() {
+    export WINEPREFIX=$1 WINEARCH=win32 WINEDEBUG=-all LC_ALL=C.UTF-8
+    export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # else Wine offers to download them
+    trap 'end_wine; end_background' EXIT
+    [[ -f $WINEPREFIX/system.reg ]] || make_prefix
+    start_display
+}
+
+end_wine() {
+    [[ ! -d $WINEPREFIX ]] || wineserver --kill || true # not running
+}
+
+# Without a window manager Wine waits two seconds for every window, unless it is told that there is none. Its own fonts
+# have to be put where it looks for them.
+make_prefix() {
+    say "Preparing Wine"
+    mkdir -p "$WINEPREFIX"
+    env -u DISPLAY wineboot --init >"$scratch/wineboot.log" 2>&1 || fail "Wine does not start: $(<"$scratch/wineboot.log")"
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+    wineserver --wait
+    ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+}
