@@ -2,7 +2,7 @@
 #     SOURCES <source>...          the plugin's code
 #     [DATA <file>...]             installation data; goes to plugins/<name>/, relative paths are kept
 #     [LIBRARIES <target>...]      what it links besides the core library
-#     [OUTPUT_DIRECTORY <folder>]  default: app/ of the build tree, an installation to be)
+#     [OUTPUT_DIRECTORY <folder>]  default: app/ of the build tree, an installation to be
 #
 # Makes the loadable library <name> (no "lib" prefix on any system, so that its base name is what the plugin
 # library file gives as "url").

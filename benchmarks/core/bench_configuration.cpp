@@ -30,7 +30,7 @@ QString writeLibraryFile(int records)
     return installation->write("pluginslib.xml", xml + "</plugins>\n");
 }
 
-/// Rules of 20 per device, so that the number of devices grows with the number of rules.
+/// 20 rules per device, so that the number of devices grows with the number of rules.
 QString writeConfigFile(int rules, int records)
 {
     constexpr int rulesPerDevice = 20;

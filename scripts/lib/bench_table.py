@@ -37,12 +37,18 @@ def time_text(nanoseconds):
     return f"{nanoseconds:.1f} ns"
 
 
+def reading_order(key):
+    """Sorts by topic, then by arguments as numbers; ours come before their peers."""
+    topic, variant, arguments = key
+    return topic, [(part.isdigit() and int(part), part) for part in arguments.split("/")], variant
+
+
 def table_rows(medians, spreads):
-    """One row of texts per benchmark; ours come before their peers."""
-    for topic, variant, arguments in sorted(medians, key=lambda key: (key[0], key[2], key[1])):
+    """One row of texts per benchmark."""
+    for topic, variant, arguments in sorted(medians, key=reading_order):
         key = (topic, variant, arguments)
         ours = medians.get((topic, "ours", arguments))
-        ratio = f"{ours / medians[key]:.2f}" if ours and variant.startswith("peer") and medians[key] else ""
+        ratio = f"{ours / medians[key]:.3g}" if ours and variant.startswith("peer") and medians[key] else ""
         spread = f"{100 * spreads[key]:.1f} %" if key in spreads else ""
         yield (topic, arguments, variant, time_text(medians[key]), spread, ratio)
 

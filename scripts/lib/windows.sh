@@ -1,17 +1,17 @@
 # Sourced, after packages.sh, build.sh and display.sh, by scripts that build for 32-bit Windows and run under Wine.
 # shellcheck shell=bash
 
-windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix xz-utils)
-wine_packages=(wine wine32:i386 fonts-wine xvfb)
+# shellcheck disable=SC2034
+windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix xz-utils wine wine32:i386 fonts-wine xvfb)
 
 kit_folder=$root/build/windows-kit
 readonly kit_folder
 
-# require_wine: as require_packages for what cross-building and Wine need. Wine's 32-bit half needs libraries of the
-# very versions that their 64-bit twins have; where updates are installed, those have to go back.
-require_wine() {
+# require_windows_packages PACKAGE...: as require_packages, with Wine among them. Its 32-bit half needs libraries of the
+# very versions that their 64-bit twins have; where those are installed as updates, they have to go back.
+require_windows_packages() {
     local missing
-    mapfile -t missing < <(missing_packages "${windows_packages[@]}" "${wine_packages[@]}" "$@")
+    mapfile -t missing < <(missing_packages "$@")
     ((${#missing[@]})) || return 0
     { may_install && add_32bit_packages && install_packages "${missing[@]}"; } ||
         install_older "${missing[@]}" ||
@@ -81,13 +81,12 @@ build_for_windows() {
     build_preset windows -DSKYLUME_BUILD_TESTS=ON -DSKYLUME_BUILD_BENCHMARKS=OFF
 }
 
-# start_wine FOLDER: makes the folder, unless it is one, a Windows of its own for the programs that "wine" starts from
-# now on, with a display of its own. It ends with the script.
+# start_wine FOLDER: the folder is the Windows, and a new display the screen, of all programs that Wine runs from now on.
+# Both end with the script.
 start_wine() {
     export WINEPREFIX=$1 WINEARCH=win32 WINEDEBUG=-all LC_ALL=C.UTF-8
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # else Wine offers to download them
     trap 'end_wine; end_background' EXIT
-    [[ -f $WINEPREFIX/system.reg ]] || make_prefix
     start_display
 }
 
@@ -95,12 +94,14 @@ end_wine() {
     [[ ! -d $WINEPREFIX ]] || wineserver --kill || true # not running
 }
 
-# Without a window manager Wine waits two seconds for every window, unless it is told that there is none. Its own fonts
-# have to be put where it looks for them.
+# make_prefix: fills a new folder of start_wine. (The kit's runner does this by itself.) Without a window manager Wine
+# waits two seconds for every window, unless it is told that there is none. Its own fonts have to be put where it looks
+# for them.
 make_prefix() {
     say "Preparing Wine"
     mkdir -p "$WINEPREFIX"
-    env -u DISPLAY wineboot --init >"$scratch/wineboot.log" 2>&1 || fail "Wine does not start: $(<"$scratch/wineboot.log")"
+    env -u DISPLAY wineboot --init >"$scratch/wineboot.log" 2>&1 ||
+        fail "Wine does not start: $(<"$scratch/wineboot.log")"
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
     wineserver --wait

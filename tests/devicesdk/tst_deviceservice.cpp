@@ -95,8 +95,6 @@ QStringList eventsUntil(const QString& last)
     return events;
 }
 
-using ModemRow = QPair<QString, Modem::State>;
-
 Modem modem(quint32 id, Modem::State state, const QString& gid = {})
 {
     Modem modem;

@@ -42,9 +42,9 @@ void tst_IniDocument::anyTextSurvives_data()
         ";no comment",
         "a=b",
         "=",
-        "\"quoted, with 100%\"",
-        "back\\slash\\n\\",
-        "\\u0041\\s",
+        R"("quoted, with 100%")",
+        R"(back\slash\n\)",
+        R"(\u0041\s)",
         "line\nline\r\nline\r",
         "\x01\x1f\x7f",
         QString(QChar(0xd800)),
@@ -89,7 +89,7 @@ void tst_IniDocument::reads_data()
         {{"s", "k", "v"}, {"s", "l", "w"}});
     row("plain text", "[s]\nk=a,b \"c\" 100% d=e\n", {{"s", "k", "a,b \"c\" 100% d=e"}});
     row("unknown escapes stay", "[s]\nk=C:\\data\\q\\u12\\u0000\\\n",
-        {{"s", "k", "C:\\data\\q\\u12\\u0000\\"}});
+        {{"s", "k", R"(C:\data\q\u12\u0000\)"}});
     row("before any section", "k=v\n[]\nl=w\n", {{"", "k", "v"}, {"", "l", "w"}});
     row("section twice", "[a]\nk=1\n[b]\nk=2\n[a]\nk=3\n",
         {{"a", "k", "1"}, {"b", "k", "2"}, {"a", "k", "3"}});

@@ -97,9 +97,9 @@ void tst_ModemTool::refuses_data()
     row("attach what", {"attach"}, two, 2, "needs a modem");
     row("values without attach", {"detach", "A", "--imsi", "1"}, two, 2, "values");
     row("none attached", {"detach"}, none, 1, "attached are: none");
-    row("several attached", {"reject"}, two, 1, "attached are: \"A\", \"B\"");
-    row("unknown modem", {"detach", "C"}, two, 1, "known are: \"A\", \"B\"");
-    row("model of several", {"detach", "x"}, two, 1, "several modems match \"x\": \"A\", \"B\"");
+    row("several attached", {"reject"}, two, 1, R"(attached are: "A", "B")");
+    row("unknown modem", {"detach", "C"}, two, 1, R"(known are: "A", "B")");
+    row("model of several", {"detach", "x"}, two, 1, R"(several modems match "x": "A", "B")");
     row("attach one of several", {"attach", "x"}, two, 1, "--name");
     row("broken file", {"attach", "A"}, "[modem A]\nmodel", 1, "line 2");
     row("wrong state", {"list"}, "[modem A]\nmodel=X\nstate=on\n", 1, "\"on\"");

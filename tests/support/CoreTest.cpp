@@ -44,17 +44,21 @@ void CoreTest::checkLog()
     QVERIFY2(unexpected.isEmpty(), qUtf8Printable(unexpected.join(QLatin1Char('\n'))));
 }
 
+std::unique_ptr<TestContainer> CoreTest::openContainer(const QString& libraryFile, const QString& configFile)
+{
+    auto container = std::make_unique<TestContainer>(libraryFile, configFile, false);
+    const bool mayWaitForDevice = container->GetPluginType(PluginIds::DeviceManager) >= 0;
+    if (!mayWaitForDevice && !QTest::qWaitFor([&] { return container->IsPluginsConfigInitialized(); }))
+        qFatal("the background configuration does not end");
+    return container;
+}
+
 std::unique_ptr<TestContainer> CoreTest::makeContainer(const QByteArray& libraryXml,
                                                        const QByteArray& configXml)
 {
     writeFile(path("pluginslib.xml"), libraryXml);
     writeFile(path("PluginsConfig.xml"), "<config>" + configXml + "</config>");
-    auto container =
-        std::make_unique<TestContainer>(path("pluginslib.xml"), path("PluginsConfig.xml"), false);
-    const bool mayWaitForDevice = container->GetPluginType(PluginIds::DeviceManager) >= 0;
-    if (!mayWaitForDevice && !QTest::qWaitFor([&] { return container->IsPluginsConfigInitialized(); }))
-        qFatal("the background configuration does not end");
-    return container;
+    return openContainer(path("pluginslib.xml"), path("PluginsConfig.xml"));
 }
 
 std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry>& entries,

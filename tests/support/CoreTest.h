@@ -21,8 +21,11 @@ class CoreTest : public QObject
     Q_OBJECT
 
 protected:
-    /// A container over the given files. Its background configuration is over on return, unless the library
+    /// A container over the files of these paths. Its background configuration is over on return, unless the library
     /// file names a device manager: then it may be waiting for a device event.
+    std::unique_ptr<TestContainer> openContainer(const QString& libraryFile, const QString& configFile);
+
+    /// openContainer() over files of this content; the second is put into a root element.
     std::unique_ptr<TestContainer> makeContainer(const QByteArray& libraryXml,
                                                  const QByteArray& configXml = {});
 

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QStandardPaths>
+#include <QtTest>
 
 constexpr int longestWait = 20000; // milliseconds; much more than any step takes, on a busy machine too
 
@@ -22,6 +23,9 @@ Application::~Application()
         m_process.kill();
         m_process.waitForFinished();
     }
+    readMore(0);
+    if (QTest::currentTestFailed())
+        qInfo("%s", qUtf8Printable(lines().mid(qMax(0, lines().size() - 60)).join('\n')));
 }
 
 QString Application::builtInstallation()

@@ -11,6 +11,8 @@ class Application
 public:
     /// @param installation folder of the launcher
     explicit Application(const QString& installation = builtInstallation());
+
+    /// Kills the program if it still runs, and shows its latest lines when the test has failed.
     ~Application();
 
     /// The installation that the build made.

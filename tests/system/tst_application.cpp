@@ -103,7 +103,7 @@ void TestApplication::startAndEnd()
     Application application;
     application.start({"--verbose", "--no-splash"});
     QVERIFY(application.waitFor(": Startup: exit"));
-    QVERIFY(application.waitFor("Loaded plugin: DialPadPlugin."));
+    QVERIFY(application.waitFor("plugin loaded successfully DialPadPlugin"));
     QCOMPARE(application.close(), 0);
 
     const QStringList lines = application.lines();
@@ -176,7 +176,7 @@ void TestApplication::pluginsFollowTheModem()
             QVERIFY2(application.modem(step.modem), name.constData());
         }
         for (const QString& plugin : step.loaded)
-            QVERIFY2(application.waitFor("Loaded plugin: " + plugin + '.'), name + ": " + plugin.toUtf8());
+            QVERIFY2(application.waitFor("plugin loaded successfully " + plugin), name + ": " + plugin.toUtf8());
         for (const QString& plugin : step.unloaded)
             QVERIFY2(application.waitFor("Unload plugin " + plugin + " bUnloaded 1"),
                      name + ": " + plugin.toUtf8());

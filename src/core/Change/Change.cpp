@@ -11,41 +11,42 @@
 
 namespace {
 
-QMutex languageMutex;
+QMutex languageMutex; ///< guards the name of the current language
 
-struct Language
+QString& languageName()
 {
-    QString name = QStringLiteral("en-us");
+    static QString name = QStringLiteral("en-us");
+    return name;
+}
+
+QString currentLanguage()
+{
+    const QMutexLocker locker(&languageMutex);
+    return languageName();
+}
+
+void setCurrentLanguage(const QString& name)
+{
+    const QMutexLocker locker(&languageMutex);
+    languageName() = name;
+}
+
+/// The setting that keeps the active language.
+struct ActiveLanguage
+{
+    QString section = QStringLiteral("language");
+    QString key = QStringLiteral("active");
 };
-
-Language& language()
-{
-    static Language current;
-    return current;
-}
-
-/// The active language is stored with a leading underscore: "_en-us".
-const QString& section()
-{
-    static const QString text = QStringLiteral("language");
-    return text;
-}
-
-const QString& activeKey()
-{
-    static const QString text = QStringLiteral("active");
-    return text;
-}
 
 } // namespace
 
 bool Change::LoadLangFile(QString const& plugin)
 {
     const QString path = CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + plugin +
-                         QLatin1Char('/') + plugin + QLatin1Char('_') + language().name +
+                         QLatin1Char('/') + plugin + QLatin1Char('_') + currentLanguage() +
                          QLatin1String(".lang");
     LOG_DEBUG("%s: %s: loading %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
-    LOG_DEBUG("File %s does not exist", qUtf8Printable(path));
+    LOG_DEBUG("File %s does not exist", qUtf8Printable(path)); // no plugin ships one yet
     return false;
 }
 
@@ -56,22 +57,23 @@ QString Change::Stratup_tr(QString const&, QString const&)
 
 void Change::SetLangName(QString const& name)
 {
-    const QMutexLocker locker(&languageMutex);
-    language().name = name;
-    const QString stored = QLatin1Char('_') + name;
-    QRVL_SetSettings(DeviceSettings::utf16(section()), DeviceSettings::utf16(activeKey()),
+    setCurrentLanguage(name);
+    const ActiveLanguage setting;
+    const QString stored = QLatin1Char('_') + name; // "_en-us"
+    QRVL_SetSettings(DeviceSettings::utf16(setting.section), DeviceSettings::utf16(setting.key),
                      DeviceSettings::utf16(stored));
 }
 
 QString Change::GetLangName()
 {
-    return language().name;
+    return currentLanguage();
 }
 
 QString Change::GetSettingDefaultLang()
 {
+    const ActiveLanguage setting;
     QString stored;
-    DeviceSettings::read(QRVL_GetSettings, section(), activeKey(), stored);
-    language().name = stored.mid(1);
-    return language().name;
+    DeviceSettings::read(QRVL_GetSettings, setting.section, setting.key, stored);
+    setCurrentLanguage(stored.mid(1)); // without the leading underscore
+    return currentLanguage();
 }

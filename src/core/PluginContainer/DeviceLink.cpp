@@ -1,5 +1,5 @@
-// Learns from the device service which modem is attached. Runs on the configuration thread and on the
-// service's callback thread, never on the GUI thread.
+// Learns from the device service which modem is attached. Waits on the configuration thread, hears events on the
+// service's callback thread; the GUI thread only ends the wait when the application closes.
 #include "PluginContainer/PluginContainer.h"
 
 #include "PluginContainer/PluginContainer_p.h"

@@ -41,9 +41,8 @@ public:
     /// @param key a clsid, or the name of a plugin
     /// @param iid number of the interface, see PluginIds.h; 0 is the plugin's root object
     /// @return the object that answers the interface, ready for qobject_cast, or null when the plugin is
-    /// unknown,
-    ///         disabled, cannot be loaded or does not know the interface. It belongs to the plugin and lives
-    ///         until the plugin is destroyed or unloaded.
+    ///         unknown, disabled, cannot be loaded or does not know the interface. It belongs to the plugin
+    ///         and lives until the plugin is destroyed or unloaded.
     virtual QObject* GetPlugin(QString key, int iid) = 0;
 
     /// The plugin's type number; -1 for an unknown clsid.
@@ -71,7 +70,7 @@ public:
 
     /// Disables every plugin, enables the common and operator plugins again and applies the rules of one key.
     /// @param key a device name, "IMSI" followed by the digits of an IMSI, "GID" followed by a group name, or
-    ///        empty for the common set alone
+    ///         empty for the common set alone
     virtual void ApplyCustomizationForDevice(QString key) = 0;
 
     /// The plugin's name; empty for an unknown clsid.

@@ -62,10 +62,14 @@ void readRules(QXmlStreamReader& reader, OnRule onRule)
     });
 }
 
-/// As QMultiHash::insert: keeps earlier values of the key.
+/// Keeps earlier values of the key. The tables' type is fixed, hence the operation that Qt would rather see
+/// in QMultiHash.
 void insertPair(QHash<QString, QString>& table, const QString& key, const QString& value)
 {
-    static_cast<QMultiHash<QString, QString>&>(table).insert(key, value);
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    table.insertMulti(key, value);
+    QT_WARNING_POP
 }
 
 } // namespace

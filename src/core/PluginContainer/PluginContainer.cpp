@@ -91,8 +91,7 @@ void PluginContainer::stopConfigThread()
         unlinkDeviceService();
     }
     if (m_pInitConfigThread->isFinished())
-        delete m_pInitConfigThread; // one that outlived its termination is left: deleting it would end the
-                                    // process
+        delete m_pInitConfigThread; // deleting one that outlives its termination would end the process
     m_pInitConfigThread = nullptr;
 }
 

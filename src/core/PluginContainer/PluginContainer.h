@@ -30,6 +30,7 @@ public:
     /// starts the configuration thread and settles the language.
     /// @param strPluginsFile   the plugin library file; a missing one leaves no plugin known
     /// @param strPluginsConfig the plugin configuration file; a missing one leaves no plugin enabled
+    ///
     /// The last argument is ignored.
     PluginContainer(QString strPluginsFile, QString strPluginsConfig, bool);
 

@@ -23,8 +23,7 @@ public:
 
     /// The value of a setting in the merged view: the user's value, else the installation's default.
     /// @return empty when there is no value or the store failed (which a warning tells); callers supply their
-    /// own
-    ///         defaults
+    ///         own defaults
     static QString GetSettings(QString section, QString key);
 
     /// As GetSettings, from the user's store alone.

@@ -11,24 +11,23 @@
 
 #include <QObject>
 
-#include <algorithm>
 #include <array>
 
 namespace {
 
 /// Plugins of the embeddable type that have a place of their own in the main window.
-constexpr std::array<QLatin1String, 10> notEmbeddable{QLatin1String("D754AE84-535F-4c18-85F8-F154CFE34DDF"),
+constexpr std::array<QLatin1String, 10> notEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("881EA87E-882C-4f22-961C-466E0686F707"),
                                                       QLatin1String("90DC623D-19BD-4dee-8940-470AD75BB60E"),
                                                       QLatin1String("385BDF98-9AA3-4121-9FBB-CACB1CD9608B"),
-                                                      QLatin1String("FCDC307E-06DC-4dfa-AC83-834D0E306D48"),
-                                                      QLatin1String("D2AB6727-AF80-4ef7-B37E-F217803B85A4"),
+                                                      PluginIds::LateEmbeddedA,
+                                                      PluginIds::LateEmbeddedB,
                                                       QLatin1String("A6CD67EE-16A0-4dbd-9ACB-34801E876418"),
                                                       QLatin1String("140B81C0-F62B-4ee0-9897-BDC3F8F03B18"),
                                                       QLatin1String("D754AE84-535F-4c18-85F8-F154CFE34FFF"),
                                                       QLatin1String("FAB7A06E-5770-4ffd-B511-479BAE2B74AC")};
 
-/// Leaves the embeddable plugins as well when the frame style has this bit.
+/// The bit of the frame style that takes one plugin more out.
 constexpr int compactFrameStyle = 4;
 constexpr QLatin1String notInCompactFrame("92804312-432E-401F-96BB-1C20D852815D");
 

@@ -24,7 +24,7 @@ enum MediaControl : quint32 {
 struct MediaOpenParameters
 {
     quintptr callback; ///< native window for the notification
-    quint32 deviceId;  ///< set by the call
+    quint32 deviceId;  ///< set by the call; means nothing when that failed
     const char16_t* deviceType;
     const char16_t* elementName; ///< path of the sound file
     const char16_t* alias;

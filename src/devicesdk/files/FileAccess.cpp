@@ -50,7 +50,12 @@ bool readOnce(const QString& path, FileAccess::Content& content)
 bool replaceOnce(const QString& path, const QByteArray& content, QString& error)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    if (isOpen && (file.write(content) != content.size() || !file.flush())) {
+        error = QStringLiteral("the disk is full or faulty"); // Qt only knows "Unknown error"
+        return false;
+    }
+    if (isOpen && file.commit())
         return true;
     error = file.errorString();
     return false;

@@ -37,8 +37,9 @@ enum QRVL_Result {
     QRVL_OK = 0,
     QRVL_ERROR_ARGUMENT = 1,  /* a null pointer where a value is needed */
     QRVL_ERROR_NOT_FOUND = 2, /* the store has no such key */
-    QRVL_ERROR_STORE = 3,     /* the value was taken but cannot be written to disk at present; it is kept in memory
-                                 and written as soon as that works again */
+    /* The value was taken but cannot be written to disk at present; it is kept in memory and written as soon as that
+     * works again. */
+    QRVL_ERROR_STORE = 3,
     QRVL_ERROR_NO_DEVICE = 4, /* no modem is attached, or it has no SIM */
     QRVL_ERROR_LIMIT = 5,     /* no room for another callback */
 };
@@ -74,6 +75,11 @@ enum QRVL_Event {
     QRVL_EVENT_DEV_DETECTED = 6606,       /* the set of available modems was determined or has changed */
 };
 
+/* One change may cause several events, each at most once, in this order: QRVL_EVENT_DEV_DEVICE_INVALID when available
+ * modems have gone, QRVL_EVENT_DEV_REJECT when modems were refused (also ones that were available: no other event says
+ * that these have gone), then QRVL_EVENT_DEV_DETECTED when the available set differs. During all of them the list of
+ * available devices already holds the new set. */
+
 /* Receives a device event on the service's own thread. `data` is reserved and null. The result is ignored; return
  * 1. A callback may call every operation of this interface. */
 typedef int (*QRVL_DevCallback)(int type, void* data);
@@ -88,8 +94,9 @@ QRVL_API long QRVL_DevSrv_RegisterDevMgrCallback(QRVL_DevCallback callback);
 QRVL_API long QRVL_DevSrv_UnRegisterDevInitEventCallback(QRVL_DevCallback callback);
 QRVL_API long QRVL_DevSrv_UnRegisterDevMgrCallback(QRVL_DevCallback callback);
 
-/* Asks the service to look for modems now. Returns at once; when it has looked, a QRVL_EVENT_DEV_DETECTED tells the
- * outcome, also when nothing has changed or no modem is there. */
+/* Asks the service to look for modems now. Returns at once; when it has looked, about 300 ms later, a
+ * QRVL_EVENT_DEV_DETECTED tells the outcome, also when nothing has changed or no modem is there. Calls that come
+ * while the service is about to look share one more look. */
 QRVL_API long QRVL_DevSrv_StartDetect(void);
 
 /* ---- Devices -------------------------------------------------------------------------------------------------- */
@@ -102,7 +109,8 @@ QRVL_API long QRVL_DevSrv_StartDetect(void);
 #define QRVL_AVAILABLE_DEVICE_LIST_SIZE 8708
 
 /* One modem; texts are zero-terminated and in the local code page. */
-typedef struct QRVL_Device {
+typedef struct QRVL_Device
+{
     uint32_t id;                      /* number of the modem, unique while the service runs */
     uint32_t flags;                   /* reserved, 0 */
     char name[QRVL_DEVICE_NAME_SIZE]; /* model name: what device customisation goes by */
@@ -114,19 +122,21 @@ typedef struct QRVL_Device {
 } QRVL_Device;
 
 /* The available-device list. */
-typedef struct QRVL_AvailableDeviceList {
+typedef struct QRVL_AvailableDeviceList
+{
     uint32_t count; /* number of devices that are filled */
     QRVL_Device devices[QRVL_MAX_DEVICES];
 } QRVL_AvailableDeviceList;
 
-/* Fills the list with the modems that are attached and accepted. */
+/* Fills the list with the modems that are attached and accepted, QRVL_MAX_DEVICES at most; bytes that hold nothing are
+ * zero. Texts that are too long are cut at a character border. No modem is a success with count 0. */
 QRVL_API long QRVL_DevSrv_GetAvailableDeviceList(QRVL_AvailableDeviceList* list);
 
 /* The operator customisation name of the first available modem, UTF-8, cut to the buffer's
  * QRVL_CUSTOMIZE_NAME_SIZE bytes at a character border. */
 QRVL_API long QRVL_DevSrv_GetCustomizeName(char* name);
 
-/* The IMSI of the first available modem, into a buffer of QRVL_IMSI_SIZE bytes. */
+/* The IMSI of the first available modem, UTF-8, into a buffer of QRVL_IMSI_SIZE bytes. */
 QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
 
 #ifdef __cplusplus
@@ -134,7 +144,8 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
 
 static_assert(sizeof(QRVL_AvailableDeviceList) == QRVL_AVAILABLE_DEVICE_LIST_SIZE, "fixed record size");
 static_assert(offsetof(QRVL_AvailableDeviceList, count) == 0, "fixed offset");
-static_assert(offsetof(QRVL_AvailableDeviceList, devices) + offsetof(QRVL_Device, name) == 12, "fixed offset");
+static_assert(offsetof(QRVL_AvailableDeviceList, devices) + offsetof(QRVL_Device, name) == 12,
+              "fixed offset");
 #endif
 
 #endif

@@ -246,9 +246,9 @@ void TestPluginFiles::configurationErrors()
     QFETCH(QByteArray, tail);
     writeFile(path("lib.xml"), pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}}));
     writeFile(path("config.xml"), "<config>\n" + commonXml({"A"}) + tail);
-    TestContainer container(path("lib.xml"), path("config.xml"), false);
-    QVERIFY(container.enabled().contains("A"));
-    QVERIFY(!container.enabled().contains("C"));
+    const auto container = openContainer(path("lib.xml"), path("config.xml"));
+    QVERIFY(container->enabled().contains("A"));
+    QVERIFY(!container->enabled().contains("C"));
     // No blank after the first colon and one after the comma, other than in the plugin library file.
     QCOMPARE(log().count("Error:{*} in file " + path("config.xml") + " at line 2, column {n}"), 1);
     QCOMPARE(log().count("Error: {*}"), 0);
@@ -269,9 +269,9 @@ void TestPluginFiles::unreadableFiles()
     const QStringList files = {path("lib.xml"), path("config.xml")};
     for (const QString& file : files)
         QVERIFY(!isFolder || QDir().mkpath(file));
-    TestContainer container(files[0], files[1], false);
-    QVERIFY(container.GetPluginStatus().isEmpty());
-    QCOMPARE(container.GetMainFramePluginName(), QString());
+    const auto container = openContainer(files[0], files[1]);
+    QVERIFY(container->GetPluginStatus().isEmpty());
+    QCOMPARE(container->GetMainFramePluginName(), QString());
     for (const QString& file : files)
         QCOMPARE(log().count(line.arg(file)), 1);
     QVERIFY(!log().contains("Parsing {*}"));

@@ -235,11 +235,11 @@ void TestCommonUtils::makeCall()
         recorder().setAnswer("TestAlpha.QueryInterface(0x1001)", QVariant::fromValue<QObject*>(this));
     const bool isPassedOn = line.startsWith("Start");
 
-    QCOMPARE(CommonUtils::MakeCall(number, static_cast<_UI_EN_CALL_TYPE>(7)), isPassedOn && answer);
+    QCOMPARE(CommonUtils::MakeCall(number, UI_CALL_VIDEO), isPassedOn && answer);
     QVERIFY(log().contains(line));
     const QVector<RecordedCall> calls = recorder().calls("TestAlpha.Call");
     QCOMPARE(calls.size(), isPassedOn ? 1 : 0);
-    QVERIFY(!isPassedOn || calls[0].arguments == QVariantList({number, 7}));
+    QVERIFY(!isPassedOn || calls[0].arguments == QVariantList({number, int(UI_CALL_VIDEO)}));
     QCOMPARE(m_host->IsPluginLoaded(clsid), clsid != "other" && !number.isEmpty());
 }
 

@@ -15,7 +15,7 @@ using namespace Platform;
 namespace {
 
 constexpr quint32 Question = WM_APP + 1;
-constexpr quint32 Unknown = WM_APP + 2;
+constexpr quint32 Unhandled = WM_APP + 2;
 
 WindowProcedure previous = nullptr;
 QVector<quintptr> notifications;
@@ -117,7 +117,7 @@ void TestNativeWindow::messageHandler()
     QVERIFY(setMessageHandler(m_window, &handleMessage)); // a sound that is played twice
     QVERIFY(windowProcedure(m_window) != previous);
     QCOMPARE(SendMessageW(m_handle, Question, 40, 2), LRESULT(42));
-    QCOMPARE(SendMessageW(m_handle, Unknown, 40, 2), LRESULT(0));
+    QCOMPARE(SendMessageW(m_handle, Unhandled, 40, 2), LRESULT(0));
     QCOMPARE(questions, 1);
     SetWindowTextW(m_handle, L"Passed on");
     wchar_t title[20];

@@ -15,7 +15,7 @@ public:
 
     /// Makes an empty area for pages.
     /// @param parent parent and owner of the area; the layout plugin deletes it in Destroy() if it still
-    /// exists
+    ///         exists
     virtual QWidget* CreateArea(QWidget* parent) = 0;
 
     /// Adds a page at the end of an area made by CreateArea(); title and icon are the page's window title and

@@ -19,8 +19,7 @@ public:
     /// @param parent   parent of the widget; null for the main window
     /// @param geometry where to put it; a null rectangle leaves that to the plugin
     /// @return the widget. The plugin deletes it in Destroy() if it still exists; whoever embeds a page may
-    /// delete
-    ///         it earlier and ask for a new one.
+    ///         delete it earlier and ask for a new one.
     virtual QWidget* BuildFrame(QWidget* parent, const QRect& geometry) = 0;
 };
 
