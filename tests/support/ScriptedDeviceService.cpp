@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 #include <thread>
 
 ScriptedDeviceService& ScriptedDeviceService::instance()
@@ -49,18 +50,16 @@ void ScriptedDeviceService::setResult(const QString& operation, long result)
 
 void ScriptedDeviceService::fire(std::initializer_list<int> events)
 {
-    QVector<QRVL_DevCallback> callbacks;
+    std::set<QRVL_DevCallback> callbacks;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         for (const auto& list : m_callbacks)
-            callbacks += list;
+            callbacks.insert(list.begin(), list.end());
     }
-    std::sort(callbacks.begin(), callbacks.end());
-    callbacks.erase(std::unique(callbacks.begin(), callbacks.end()), callbacks.end());
 
     std::thread service([&] {
         for (const int event : events) {
-            for (QRVL_DevCallback callback : qAsConst(callbacks))
+            for (QRVL_DevCallback callback : callbacks)
                 callback(event, nullptr);
         }
     });
@@ -70,7 +69,7 @@ void ScriptedDeviceService::fire(std::initializer_list<int> events)
 int ScriptedDeviceService::registrations() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_callbacks[0].size() + m_callbacks[1].size();
+    return int(m_callbacks[0].size() + m_callbacks[1].size());
 }
 
 QStringList ScriptedDeviceService::calls() const
@@ -120,8 +119,8 @@ long ScriptedDeviceService::addCallback(const char* operation, int list, QRVL_De
 {
     const long result = note(operation);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (result == QRVL_OK && !m_callbacks[list].contains(callback))
-        m_callbacks[list].append(callback);
+    if (result == QRVL_OK)
+        m_callbacks[list].insert(callback);
     return result;
 }
 
@@ -129,7 +128,7 @@ long ScriptedDeviceService::removeCallback(const char* operation, int list, QRVL
 {
     const long result = note(operation);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    const bool isRemoved = m_callbacks[list].removeOne(callback);
+    const bool isRemoved = m_callbacks[list].erase(callback) > 0;
     return result == QRVL_OK && !isRemoved ? long(QRVL_ERROR_NOT_FOUND) : result;
 }
 

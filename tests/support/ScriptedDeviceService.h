@@ -6,10 +6,10 @@
 #include <QPair>
 #include <QString>
 #include <QStringList>
-#include <QVector>
 
 #include <initializer_list>
 #include <mutex>
+#include <set>
 
 /// Stands in for the device service: implements the interface of qrvl.h and does what the test says. Any
 /// thread.
@@ -58,7 +58,7 @@ private:
 
     mutable std::mutex m_mutex;
     QHash<Address, QString> m_settings[3];
-    QVector<QRVL_DevCallback> m_callbacks[2];
+    std::set<QRVL_DevCallback> m_callbacks[2];
     QStringList m_devices;
     QHash<QString, long> m_results;
     QStringList m_calls;

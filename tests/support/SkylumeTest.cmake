@@ -4,7 +4,7 @@ set(SKYLUME_TEST_ENVIRONMENT
     WINEQT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
     "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
-    "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp")
+    "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp:ignore_noninstrumented_modules=1")
 if(TARGET skylumetsanqt)
     list(APPEND SKYLUME_TEST_ENVIRONMENT "LD_PRELOAD=$<TARGET_FILE:skylumetsanqt>")
 endif()
