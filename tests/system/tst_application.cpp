@@ -176,7 +176,8 @@ void TestApplication::pluginsFollowTheModem()
             QVERIFY2(application.modem(step.modem), name.constData());
         }
         for (const QString& plugin : step.loaded)
-            QVERIFY2(application.waitFor("plugin loaded successfully " + plugin), name + ": " + plugin.toUtf8());
+            QVERIFY2(application.waitFor("plugin loaded successfully " + plugin),
+                     name + ": " + plugin.toUtf8());
         for (const QString& plugin : step.unloaded)
             QVERIFY2(application.waitFor("Unload plugin " + plugin + " bUnloaded 1"),
                      name + ": " + plugin.toUtf8());

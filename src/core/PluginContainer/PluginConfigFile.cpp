@@ -137,11 +137,10 @@ void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
 bool PluginContainer::enableByDefault(const QStringRef& clsid)
 {
     addToDisEnableList(QStringLiteral("common"), m_pEnableTable, clsid, true);
-    const QString text = clsid.toString();
-    const bool isKnown = isPluginInList(text);
-    if (isKnown)
-        m_pCommonSet->insert(text);
-    return isKnown;
+    const PluginInfo* const info = findRecord(clsid);
+    if (info)
+        m_pCommonSet->insert(info->m_strClsid);
+    return info;
 }
 
 void PluginContainer::enableForOperator(const QStringRef& clsid)
@@ -172,13 +171,19 @@ void PluginContainer::removeForOperator(const QString& clsid)
 void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid,
                                          bool enable)
 {
-    const QString text = clsid.toString();
-    if (!isPluginInList(text)) {
+    const PluginInfo* const info = findRecord(clsid);
+    if (!info) {
         LOG_DEBUG("readDeviceElements: %s: have to %s %s, but not in list", qUtf8Printable(key),
-                  enable ? "enable" : "disable", qUtf8Printable(text));
+                  enable ? "enable" : "disable", qUtf8Printable(clsid.toString()));
         return;
     }
     LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
-              enable ? "Enabling" : "Disabling", qUtf8Printable(text));
-    insertPair(*table, key, text);
+              enable ? "Enabling" : "Disabling", qUtf8Printable(info->m_strClsid));
+    insertPair(*table, key, info->m_strClsid); // shares the record's text: there may be many rules
+}
+
+/// Looks a record up by a text that lies in the reader's buffer, without copying it.
+PluginInfo* PluginContainer::findRecord(const QStringRef& clsid) const
+{
+    return m_pHashPlugins->value(QString::fromRawData(clsid.data(), clsid.size()));
 }

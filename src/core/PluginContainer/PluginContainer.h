@@ -134,6 +134,7 @@ private:
     void endConfigThread();
     void stopConfigThread();
 
+    PluginInfo* findRecord(const QStringRef& clsid) const;
     PluginInfo* findLogged(const QString& clsid, const char* function) const;
 
     bool provideLoaded(PluginInfo* info, bool bInit);

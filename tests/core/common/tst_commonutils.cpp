@@ -26,7 +26,7 @@ public:
     static void publish(IPluginContainer* host) { m_pPluginContainer = host; }
 };
 
-/// Ends when it is told to and not before.
+/// Ends when it is told to and not before, unless it is terminated.
 class StubbornThread : public QThread
 {
 public:
@@ -35,8 +35,13 @@ public:
 protected:
     void run() override
     {
-        while (!m_mayEnd)
+        // It can be terminated at one place only, not in the middle of something that others use.
+        setTerminationEnabled(false);
+        while (!m_mayEnd) {
             msleep(10);
+            setTerminationEnabled(true);
+            setTerminationEnabled(false);
+        }
     }
 };
 
