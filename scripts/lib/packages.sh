@@ -47,7 +47,7 @@ install_packages() {
     if [[ -n $release ]] && apt_install -t "$release" "$@" >>"$log" 2>&1; then return 0; fi
     if apt_install "$@" >>"$log" 2>&1; then return 0; fi
     echo "apt-get failed; the whole of what it said is in build/logs/packages.log:" >&2
-    sed -n '/^[EW]:/s#[a-z]*://[^ ]*#(a mirror)#gp' "$log" | tail -n 5 >&2
+    sed -n '/^[EW]:/{s#[a-z]*://[^ ]*#(a mirror)#g;s# *\[IP: [^]]*\]##g;p}' "$log" | tail -n 5 >&2
     return 1
 }
 

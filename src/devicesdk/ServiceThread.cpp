@@ -1,7 +1,5 @@
 #include "ServiceThread.h"
 
-#include "platform/Platform.h"
-
 #include <utility>
 
 void ServiceThread::start(std::function<void()> body)
@@ -15,7 +13,7 @@ void ServiceThread::finish(std::chrono::milliseconds patience)
 {
     if (!m_thread.joinable())
         return;
-    const bool canWait = !Platform::otherThreadsAreGone() && m_thread.get_id() != std::this_thread::get_id();
+    const bool canWait = m_thread.get_id() != std::this_thread::get_id();
     if (canWait && m_done.wait_for(patience) == std::future_status::ready)
         m_thread.join();
     else

@@ -53,12 +53,17 @@ std::unique_ptr<TestContainer> CoreTest::openContainer(const QString& libraryFil
     return container;
 }
 
+void CoreTest::writeFiles(const QByteArray& libraryXml, const QByteArray& configXml) const
+{
+    writeFile(libraryFile(), libraryXml);
+    writeFile(configFile(), "<config>" + configXml + "</config>");
+}
+
 std::unique_ptr<TestContainer> CoreTest::makeContainer(const QByteArray& libraryXml,
                                                        const QByteArray& configXml)
 {
-    writeFile(path("pluginslib.xml"), libraryXml);
-    writeFile(path("PluginsConfig.xml"), "<config>" + configXml + "</config>");
-    return openContainer(path("pluginslib.xml"), path("PluginsConfig.xml"));
+    writeFiles(libraryXml, configXml);
+    return openContainer(libraryFile(), configFile());
 }
 
 std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry>& entries,

@@ -25,7 +25,12 @@ protected:
     /// file names a device manager: then it may be waiting for a device event.
     std::unique_ptr<TestContainer> openContainer(const QString& libraryFile, const QString& configFile);
 
-    /// openContainer() over files of this content; the second is put into a root element.
+    /// Writes libraryFile() and configFile(); the second text is put into a root element.
+    void writeFiles(const QByteArray& libraryXml, const QByteArray& configXml) const;
+    QString libraryFile() const { return path("pluginslib.xml"); }
+    QString configFile() const { return path("PluginsConfig.xml"); }
+
+    /// openContainer() over files of this content.
     std::unique_ptr<TestContainer> makeContainer(const QByteArray& libraryXml,
                                                  const QByteArray& configXml = {});
 

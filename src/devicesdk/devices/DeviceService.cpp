@@ -1,7 +1,5 @@
 #include "devices/DeviceService.h"
 
-#include "platform/Platform.h"
-
 #include <algorithm>
 
 using namespace std::chrono_literals;
@@ -77,8 +75,6 @@ Modems DeviceService::available() const
 
 void DeviceService::finish()
 {
-    if (Platform::otherThreadsAreGone())
-        return;
     {
         const std::lock_guard lock(m_mutex);
         m_isFinished = true;

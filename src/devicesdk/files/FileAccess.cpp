@@ -96,8 +96,6 @@ FileAccess::ProcessLock::ProcessLock(const QString& path)
 
 bool FileAccess::ProcessLock::lock(std::chrono::milliseconds patience)
 {
-    if (m_file.isLocked())
-        return true;
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     // QLockFile's own wait asks ever less often, so that a process which writes all the time would starve
     // others.

@@ -34,7 +34,6 @@ public:
     explicit ProcessLock(const QString& path);
 
     /// Waits for other processes, but not for ever. A lock left behind by a process that died counts as free.
-    /// True at once when this object holds the lock already.
     bool lock(std::chrono::milliseconds patience);
     void unlock() { m_file.unlock(); }
 

@@ -4,22 +4,31 @@
 
 #include <algorithm>
 
-IniDocument::IniDocument(const QByteArray& bytes)
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+/// The bytes without a copy.
+static QByteArray view(std::string_view bytes)
 {
-    beginSection(QStringLiteral(""), {});
-    int number = 0;
-    for (int start = 0; start < bytes.size();) {
-        int end = bytes.indexOf('\n', start);
-        if (end < 0)
-            end = bytes.size();
-        QByteArray line = bytes.mid(start, end - start);
-        if (line.endsWith('\r')) {
-            line.chop(1);
-            if (number == 0)
+    return QByteArray::fromRawData(bytes.data(), int(bytes.size()));
+}
+
+IniDocument::IniDocument(const QByteArray& bytes)
+    : m_bytes(bytes)
+{
+    std::string_view rest(m_bytes.constData(), std::size_t(m_bytes.size()));
+    m_sections.push_back({QStringLiteral(""), {}, true, {}});
+    if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+        rest.remove_prefix(kByteOrderMark.size());
+    for (int number = 1; !rest.empty(); ++number) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (!line.empty() && line.back() == '\r') {
+            line.remove_suffix(1);
+            if (number == 1)
                 m_lineEnd = QByteArrayLiteral("\r\n");
         }
-        readLine(line, ++number);
-        start = end + 1;
+        readLine(line, number);
     }
     buildIndex();
 }
@@ -90,50 +99,44 @@ void IniDocument::set(const QString& section, const QString& key, const QString&
     m_entryIndex.insert({section, key}, {sectionNumber, lineNumber});
 }
 
-void IniDocument::readLine(const QByteArray& raw, int number)
+void IniDocument::readLine(std::string_view line, int number)
 {
-    QString line;
-    const bool isText = IniText::decodeUtf8(raw, line);
-    const QStringView text = IniText::trimmed(line);
-    if (text.startsWith(QLatin1Char('['))) {
-        if (isText && text.size() > 1 && text.endsWith(QLatin1Char(']')))
-            beginSection(IniText::unescaped(IniText::trimmed(text.mid(1, text.size() - 2))), raw);
-        else
-            beginUnreadableSection(raw, number);
+    const std::string_view text = IniText::trimmed(line);
+    QString content;
+    if (!text.empty() && text.front() == '[') {
+        const bool isClosed = text.size() > 1 && text.back() == ']';
+        const bool isReadable =
+            isClosed && IniText::read(IniText::trimmed(text.substr(1, text.size() - 2)), content);
+        m_sections.push_back({content, view(line), isReadable, {}});
+        if (!isReadable)
+            m_brokenLines.append(number);
         return;
     }
-    const int separator = int(text.indexOf(QLatin1Char('=')));
-    const bool isComment = text.startsWith(QLatin1Char('#')) || text.startsWith(QLatin1Char(';'));
-    if (isText && (text.isEmpty() || isComment))
-        m_sections.back().lines.push_back({Line::Other, raw, {}, {}});
-    else if (isText && separator >= 0 && m_sections.back().isReadable)
-        addEntry(raw, text, separator);
-    else
-        addBroken(raw, number);
+    const bool isComment = text.empty() || text.front() == '#' || text.front() == ';';
+    if (isComment && IniText::read(text, content))
+        m_sections.back().lines.push_back({Line::Other, view(line), {}, {}});
+    else if (isComment || !readEntry(line, text))
+        addBroken(line, number);
 }
 
-void IniDocument::beginSection(const QString& name, const QByteArray& header)
+/// False when the line is no entry.
+bool IniDocument::readEntry(std::string_view line, std::string_view text)
 {
-    m_sections.push_back({name, header, true, {}});
+    const std::size_t separator = text.find('=');
+    if (separator == std::string_view::npos || !m_sections.back().isReadable)
+        return false;
+    Line entry{Line::Entry, view(line), {}, {}};
+    if (!IniText::read(IniText::trimmed(text.substr(0, separator)), entry.key) ||
+        !IniText::read(IniText::trimmed(text.substr(separator + 1)), entry.value))
+        return false;
+    m_sections.back().lines.push_back(std::move(entry));
+    return true;
 }
 
-void IniDocument::beginUnreadableSection(const QByteArray& header, int number)
+void IniDocument::addBroken(std::string_view line, int number)
 {
-    m_sections.push_back({{}, header, false, {}});
+    m_sections.back().lines.push_back({Line::Broken, view(line), {}, {}});
     m_brokenLines.append(number);
-}
-
-void IniDocument::addBroken(const QByteArray& raw, int number)
-{
-    m_sections.back().lines.push_back({Line::Broken, raw, {}, {}});
-    m_brokenLines.append(number);
-}
-
-void IniDocument::addEntry(const QByteArray& raw, QStringView text, int separator)
-{
-    const QString key = IniText::unescaped(IniText::trimmed(text.left(separator)));
-    const QString value = IniText::unescaped(IniText::trimmed(text.mid(separator + 1)));
-    m_sections.back().lines.push_back({Line::Entry, raw, key, value});
 }
 
 int IniDocument::sectionToWrite(const QString& name)
@@ -145,7 +148,7 @@ int IniDocument::sectionToWrite(const QString& name)
     const bool isFirst = m_sections.size() == 1 && linesBefore.empty();
     if (!isFirst && (linesBefore.empty() || !linesBefore.back().raw.isEmpty()))
         linesBefore.push_back({});
-    beginSection(name, '[' + IniText::escaped(name, IniText::Place::Section) + ']');
+    m_sections.push_back({name, '[' + IniText::escaped(name, IniText::Place::Section) + ']', true, {}});
     const int number = int(m_sections.size()) - 1;
     m_sectionIndex.insert(name, number);
     return number;

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QVector>
 
+#include <string_view>
 #include <vector>
 
 /// An INI file in memory: reads, changes and writes it without touching the lines that do not change.
@@ -56,7 +57,7 @@ private:
     {
         enum Kind { Other, Entry, Broken };
         Kind kind = Other;
-        QByteArray raw; // without the line end
+        QByteArray raw; // without the line end; refers to m_bytes until it is changed
         QString key;
         QString value;
     };
@@ -69,15 +70,14 @@ private:
         std::vector<Line> lines;
     };
 
-    void readLine(const QByteArray& raw, int number);
-    void beginSection(const QString& name, const QByteArray& header);
-    void beginUnreadableSection(const QByteArray& header, int number);
-    void addBroken(const QByteArray& raw, int number);
-    void addEntry(const QByteArray& raw, QStringView text, int separator);
+    void readLine(std::string_view line, int number);
+    bool readEntry(std::string_view line, std::string_view text);
+    void addBroken(std::string_view line, int number);
     int sectionToWrite(const QString& name);
     static Line entryLine(const QString& key, const QString& value);
     void buildIndex();
 
+    QByteArray m_bytes; // never changed
     QByteArray m_lineEnd = QByteArrayLiteral("\n");
     std::vector<Section> m_sections;
     QVector<int> m_brokenLines;

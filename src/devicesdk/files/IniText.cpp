@@ -16,11 +16,6 @@ constexpr Escape kEscapes[] = {{u'\\', u'\\'}, {u'\n', u'n'}, {u'\r', u'r'}, {u'
 constexpr int kUtf8Mib = 106;
 constexpr char16_t kByteOrderMark = 0xfeff; // a reader drops it at the start of a file
 
-bool isBlank(QChar c)
-{
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
-}
-
 bool isUnpairedSurrogate(const QString& text, int i)
 {
     if (text[i].isHighSurrogate())
@@ -70,6 +65,19 @@ int appendUnescaped(QStringView rest, QString& text)
     return isUnit ? 6 : 1;
 }
 
+QString unescaped(const QString& text)
+{
+    QString plain;
+    plain.reserve(text.size());
+    for (int i = 0; i < text.size();) {
+        if (text[i] == QLatin1Char('\\'))
+            i += appendUnescaped(QStringView(text).mid(i), plain);
+        else
+            plain += text[i++];
+    }
+    return plain;
+}
+
 } // namespace
 
 QByteArray IniText::escaped(const QString& text, Place place)
@@ -85,33 +93,24 @@ QByteArray IniText::escaped(const QString& text, Place place)
     return line.toUtf8();
 }
 
-QString IniText::unescaped(QStringView text)
+std::string_view IniText::trimmed(std::string_view bytes)
 {
-    if (!text.contains(QLatin1Char('\\')))
-        return text.isEmpty() ? QStringLiteral("") : text.toString();
-    QString plain;
-    plain.reserve(int(text.size()));
-    for (qsizetype i = 0; i < text.size();) {
-        if (text[i] == QLatin1Char('\\'))
-            i += appendUnescaped(text.mid(i), plain);
-        else
-            plain += text[i++];
-    }
-    return plain;
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = bytes.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return bytes.substr(first, bytes.find_last_not_of(blanks) - first + 1);
 }
 
-QStringView IniText::trimmed(QStringView text)
-{
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.mid(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text;
-}
-
-bool IniText::decodeUtf8(const QByteArray& bytes, QString& text)
+bool IniText::read(std::string_view bytes, QString& text)
 {
     QTextCodec::ConverterState state;
-    text = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0 && !bytes.contains('\0');
+    text = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(bytes.data(), int(bytes.size()), &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0 || bytes.find('\0') != std::string_view::npos)
+        return false;
+    if (text.isNull())
+        text = QStringLiteral("");
+    if (text.contains(QLatin1Char('\\')))
+        text = unescaped(text);
+    return true;
 }

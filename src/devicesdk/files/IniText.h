@@ -2,7 +2,8 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QStringView>
+
+#include <string_view>
 
 /// How texts are written in INI files.
 ///
@@ -18,13 +19,10 @@ enum class Place { Section, Key, Value };
 /// The text as UTF-8 for that place, on one line, with all its blanks safe from trimming.
 QByteArray escaped(const QString& text, Place place);
 
-/// The text that a trimmed piece of a line stands for; never null.
-QString unescaped(QStringView text);
+/// The bytes without blanks and tabs at both ends. Other kinds of white space belong to a text.
+std::string_view trimmed(std::string_view bytes);
 
-/// The text without blanks and tabs at both ends. Other kinds of white space belong to a text.
-QStringView trimmed(QStringView text);
-
-/// Decodes UTF-8 strictly. False when the bytes are not valid, or hold a zero.
-bool decodeUtf8(const QByteArray& bytes, QString& text);
+/// Reads a trimmed piece of a line. False when it is no valid UTF-8, or holds a zero. The text is never null.
+bool read(std::string_view bytes, QString& text);
 
 } // namespace IniText

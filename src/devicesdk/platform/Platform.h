@@ -11,10 +11,8 @@ QString userConfigFolder();
 /// Makes renamed files of a folder durable. False when the system reports a failure.
 bool syncFolder(const QString& folder);
 
-/// True at the end of a process whose other threads were ended by force: their locks stay locked for ever.
-bool otherThreadsAreGone();
-
-/// Keeps the library that holds this code loaded until the process ends, where unloading it is not safe.
-void keepLibraryLoaded();
+/// Has `function` called when the process ends by exit() or the end of main(), while all threads still run. Where the
+/// library that holds this code can be unloaded, it is called before that as well.
+void atExit(void (*function)());
 
 } // namespace Platform

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -21,12 +23,7 @@ bool Platform::syncFolder(const QString& folder)
     return isSynced;
 }
 
-bool Platform::otherThreadsAreGone()
+void Platform::atExit(void (*function)())
 {
-    return false;
-}
-
-void Platform::keepLibraryLoaded()
-{
-    // The service ends its threads when the library is unloaded.
+    std::atexit(function);
 }

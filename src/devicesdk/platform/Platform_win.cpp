@@ -17,22 +17,18 @@ bool Platform::syncFolder(const QString&)
     return true; // a rename is in the file system's journal
 }
 
-bool Platform::otherThreadsAreGone()
+// atexit() of a library runs what it was given when the library is detached. At the end of a process the system has
+// then ended all other threads by force, perhaps in the middle of a write. The C runtime's own list is run before.
+void Platform::atExit(void (*function)())
 {
-    // Static objects of a library are destroyed after the system has ended all threads but the last. Only the
-    // system library can tell this from an ordinary call; its header declares the function for drivers alone.
-    using ShutdownTest = BOOLEAN(NTAPI*)();
-    const auto address =
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlDllShutdownInProgress"));
-    const auto isShuttingDown = reinterpret_cast<ShutdownTest>(address);
-    return isShuttingDown && isShuttingDown();
-}
-
-void Platform::keepLibraryLoaded()
-{
-    // A library that is being unloaded cannot wait for its threads: their end needs the loader's lock as
-    // well.
-    HMODULE module = nullptr;
+    using Register = void* (*)(void (*)());
+    const HMODULE runtime = GetModuleHandleW(L"msvcrt.dll");
+    const auto address = reinterpret_cast<void*>(GetProcAddress(runtime, "_onexit"));
+    const auto onExit = reinterpret_cast<Register>(address);
+    // A library that is being unloaded cannot wait for its threads, whose end needs the loader's lock as well.
+    HMODULE library = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
-                       reinterpret_cast<const wchar_t*>(&Platform::keepLibraryLoaded), &module);
+                       reinterpret_cast<const wchar_t*>(function), &library);
+    if (onExit)
+        onExit(function);
 }

@@ -1,7 +1,6 @@
 #include "settings/Settings.h"
 
 #include "Log.h"
-#include "platform/Platform.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,14 +13,6 @@ constexpr auto kLookInterval = 200ms;
 constexpr auto kFirstRetryDelay = 100ms;
 constexpr auto kLongestRetryDelay = 10s;
 constexpr auto kPatience = 5s;
-
-/// Locks, but for a lock that a thread took with it: then the caller is the only thread and goes on without
-/// it.
-std::unique_lock<std::mutex> lockUnlessAlone(std::mutex& mutex)
-{
-    return Platform::otherThreadsAreGone() ? std::unique_lock(mutex, std::try_to_lock)
-                                           : std::unique_lock(mutex);
-}
 
 } // namespace
 
@@ -80,14 +71,16 @@ bool Settings::drain()
 void Settings::finish()
 {
     {
-        const auto lock = lockUnlessAlone(m_mutex);
-        if (!lock || std::exchange(m_isFinished, true))
+        const std::lock_guard lock(m_mutex);
+        if (std::exchange(m_isFinished, true))
             return;
     }
-    if (!Platform::otherThreadsAreGone())
-        m_wake.notify_one();
+    m_wake.notify_one();
     m_thread.finish(kPatience);
-    if (hasChanges())
+    std::unique_lock lock(m_mutex);
+    const bool isUnwritten = hasChanges();
+    lock.unlock();
+    if (isUnwritten)
         write();
 }
 
@@ -113,10 +106,10 @@ bool Settings::isWriteDue() const
 
 void Settings::look()
 {
-    const auto fileLock = lockUnlessAlone(m_fileMutex);
+    const std::lock_guard fileLock(m_fileMutex);
     std::optional<SettingsTable> user = m_userFile.look();
     std::optional<SettingsTable> defaults = m_defaultsFile.look();
-    const auto lock = lockUnlessAlone(m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (user) {
         adopt(*user);
         m_isFailing = m_isFailing && hasChanges();
@@ -127,14 +120,14 @@ void Settings::look()
 
 void Settings::write()
 {
-    const auto fileLock = lockUnlessAlone(m_fileMutex);
+    const std::lock_guard fileLock(m_fileMutex);
     {
-        const auto lock = lockUnlessAlone(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_pending.merge(m_writing);
         m_writing = std::exchange(m_pending, {});
     }
     std::optional<SettingsTable> entries = m_userFile.write(m_writing);
-    const auto lock = lockUnlessAlone(m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (entries) {
         m_writing.clear();
         adopt(*entries);
@@ -143,8 +136,7 @@ void Settings::write()
         scheduleRetry();
     }
     m_isFailing = !entries;
-    if (!Platform::otherThreadsAreGone())
-        m_settled.notify_all();
+    m_settled.notify_all();
 }
 
 void Settings::scheduleRetry()
