@@ -36,10 +36,11 @@ install_older() {
     apt_install --allow-downgrades -o Dir::Etc::Preferences="$pin" "$@" >>"$log_dir/packages.log" 2>&1
 }
 
-# may_go_back: asks; nobody can be asked on a build server, which is there for this.
+# may_go_back: asks. A build server, which is there for this, is not asked; without a terminal the answer is no.
 may_go_back() {
     local answer
-    [[ -t 0 && -z ${CI:-} ]] || return 0
+    [[ -z ${CI:-} ]] || return 0
+    [[ -t 0 ]] || return 1
     read -r -p "Replace installed packages by older versions of them? [y/N] " answer
     [[ $answer == [yY]* ]]
 }

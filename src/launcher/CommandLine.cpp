@@ -1,9 +1,13 @@
 #include "CommandLine.h"
 
+#include "UserMessage.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-CommandLine CommandLine::parse(const QCoreApplication& application)
+#include <cstdlib>
+
+std::optional<CommandLine> CommandLine::parse(const QCoreApplication& application, int& exitCode)
 {
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Start without the splash screen."));
@@ -11,9 +15,22 @@ CommandLine CommandLine::parse(const QCoreApplication& application)
                                      QStringLiteral("Write debug lines to the log."));
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Connection manager for mobile-broadband modems."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addOptions({noSplash, verbose});
-    parser.process(application);
-    return {parser.isSet(noSplash), parser.isSet(verbose)};
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addOptions({help, noSplash, verbose});
+
+    exitCode = EXIT_SUCCESS;
+    if (!parser.parse(application.arguments())) {
+        exitCode = EXIT_FAILURE;
+        UserMessage::complain(parser.errorText() + QLatin1Char('\n'));
+    } else if (parser.isSet(help)) {
+        UserMessage::tell(parser.helpText());
+    } else if (parser.isSet(version)) {
+        UserMessage::tell(QCoreApplication::applicationName() + QLatin1Char(' ') +
+                          QCoreApplication::applicationVersion() + QLatin1Char('\n'));
+    } else {
+        return CommandLine{parser.isSet(noSplash), parser.isSet(verbose)};
+    }
+    return std::nullopt;
 }

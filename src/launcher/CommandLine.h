@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 class QCoreApplication;
 
 /// What the user asked for on the command line.
@@ -8,7 +10,8 @@ struct CommandLine
     bool noSplash = false;
     bool verbose = false; ///< debug lines go to the log
 
-    /// Reads the application's arguments. Answers --help and --version itself and ends the program; so it
-    /// does, with an error, for an option it does not know.
-    static CommandLine parse(const QCoreApplication& application);
+    /// Reads the application's arguments. Answers --help and --version itself and complains of what it does not know.
+    /// @param exitCode what to end the program with when nothing is left to do
+    /// @return empty when the program shall end
+    static std::optional<CommandLine> parse(const QCoreApplication& application, int& exitCode);
 };

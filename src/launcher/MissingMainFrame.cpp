@@ -2,10 +2,10 @@
 
 #include "PluginContainer/PluginContainer.h"
 #include "Startup/Startup.h"
+#include "UserMessage.h"
 #include "common/CommonUtils.h"
 
 #include <QFileInfo>
-#include <QTextStream>
 
 #include <algorithm>
 
@@ -50,9 +50,10 @@ void reportMissingMainFrame()
         CommonUtils::GetPluginLibraryPath() + QStringLiteral("/config/pluginslib.xml");
     const auto* container = Startup::GetPluginContainer();
     const QString clsid = container ? Startup::GetPluginContainer()->GetMainFramePluginName() : QString();
-    QTextStream(stderr) << QStringLiteral("skylume: there is no main window to show\n")
-                        << QStringLiteral("  plugin library file: ") << libraryFile << QLatin1Char('\n')
-                        << QStringLiteral("  main-frame plugin: ")
-                        << (clsid.isEmpty() ? QStringLiteral("none") : clsid) << QLatin1Char('\n')
-                        << QStringLiteral("  reason: ") << reason(libraryFile, clsid) << QLatin1Char('\n');
+    UserMessage::complain(
+        QStringLiteral("skylume: there is no main window to show\n"
+                       "  plugin library file: %1\n"
+                       "  main-frame plugin: %2\n"
+                       "  reason: %3\n")
+            .arg(libraryFile, clsid.isEmpty() ? QStringLiteral("none") : clsid, reason(libraryFile, clsid)));
 }

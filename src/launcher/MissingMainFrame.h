@@ -1,5 +1,5 @@
 #pragma once
 
-/// Says on standard error why there is no main window: the plugin library file, the main-frame plugin it
+/// Tells the user why there is no main window: the plugin library file, the main-frame plugin it
 /// names, and what became of that plugin. To be called while Startup exists.
 void reportMissingMainFrame();

@@ -37,12 +37,15 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     describeApplication();
-    const CommandLine commandLine = CommandLine::parse(application);
-    configureLogging(commandLine.verbose);
+    int exitCode = EXIT_SUCCESS;
+    const auto commandLine = CommandLine::parse(application, exitCode);
+    if (!commandLine)
+        return exitCode;
+    configureLogging(commandLine->verbose);
 
     const TerminationSignals terminationSignals;
-    auto startup = std::make_unique<Startup>(commandLine.noSplash);
-    const int exitCode = runUntilClosed();
+    auto startup = std::make_unique<Startup>(commandLine->noSplash);
+    exitCode = runUntilClosed();
     startup.reset();
     return exitCode;
 }

@@ -1,0 +1,13 @@
+#include "UserMessage.h"
+
+#include <QTextStream>
+
+void UserMessage::tell(const QString& text)
+{
+    QTextStream(stdout) << text;
+}
+
+void UserMessage::complain(const QString& text)
+{
+    QTextStream(stderr) << text;
+}
