@@ -46,7 +46,6 @@ bool acquireIf(bool condition, const void* address)
 } // namespace
 
 // ---- Locks
-// --------------------------------------------------------------------------------------------------------
 
 void QMutex::lock() noexcept
 {
@@ -90,7 +89,6 @@ void QBasicMutex::unlockInternal() noexcept
 }
 
 // ---- Conditions
-// ---------------------------------------------------------------------------------------------------
 
 template <typename Wait>
 static bool waitOn(const void* condition, const void* mutex, Wait wait)
@@ -130,7 +128,6 @@ void QWaitCondition::wakeAll()
 }
 
 // ---- Threads: the sanitizer sees their beginning by itself
-// --------------------------------------------------------
 
 void QThread::start(Priority priority)
 {
