@@ -2,6 +2,18 @@
 
 #include <QPluginLoader>
 
+#include <cstddef>
+
+// Plugins that were built with an older compiler read these members in place: six flags in a row behind three texts,
+// then the number and the pointers, on every system.
+static_assert(sizeof(QString) == sizeof(void*));
+static_assert(offsetof(PluginInfo, m_strName) == 0 && offsetof(PluginInfo, m_strUrl) == 2 * sizeof(void*));
+static_assert(offsetof(PluginInfo, m_bActive) == 3 * sizeof(void*));
+static_assert(offsetof(PluginInfo, m_bEnabled) == offsetof(PluginInfo, m_bActive) + 5);
+static_assert(offsetof(PluginInfo, m_iType) == 3 * sizeof(void*) + 8);
+static_assert(offsetof(PluginInfo, m_pPlugin) == (sizeof(void*) == 4 ? 24 : 40));
+static_assert(offsetof(PluginInfo, m_pLoader) == offsetof(PluginInfo, m_pPlugin) + sizeof(void*));
+
 PluginInfo::PluginInfo(QString name, QString clsid, QString url, int type, bool isActive, bool isStatic,
                        bool settingTitle, bool loaded)
     : m_strName(std::move(name))

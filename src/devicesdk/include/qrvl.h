@@ -142,9 +142,13 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
 #ifdef __cplusplus
 } /* extern "C" */
 
+static_assert(sizeof(char16_t) == 2, "texts are UTF-16; on Windows the same bits as wchar_t");
 static_assert(sizeof(QRVL_AvailableDeviceList) == QRVL_AVAILABLE_DEVICE_LIST_SIZE, "fixed record size");
 static_assert(offsetof(QRVL_AvailableDeviceList, count) == 0, "fixed offset");
 static_assert(offsetof(QRVL_AvailableDeviceList, devices) + offsetof(QRVL_Device, name) == 12,
+              "fixed offset");
+static_assert(sizeof(QRVL_Device) == 544 && offsetof(QRVL_Device, imsi) == 264 &&
+                  offsetof(QRVL_Device, gid) == 300,
               "fixed offset");
 #endif
 

@@ -5,6 +5,9 @@
 
 #include <qt_windows.h>
 
+// What callers may rely on when they hand wide texts and results through the C interface.
+static_assert(sizeof(wchar_t) == sizeof(char16_t) && sizeof(long) == 4);
+
 // The roaming folder: settings follow the user. Qt's generic location is the local one.
 QString Platform::userConfigFolder()
 {
