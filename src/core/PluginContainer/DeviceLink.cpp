@@ -12,6 +12,7 @@
 #include <qrvl.h>
 
 #include <QMutexLocker>
+#include <QPointer>
 #include <QWaitCondition>
 
 QString PluginContainer::m_strDeviceName;
@@ -91,8 +92,11 @@ int PluginContainer::OnDevMgrEvent(int type, void*)
 
 QString PluginContainer::getDeviceName(bool)
 {
+    QMutexLocker locker(&m_mutex);
+    const bool isDeviceMgrReady = m_bDeviceMgrInit;
+    locker.unlock();
     QString name;
-    if (m_bDeviceMgrInit)
+    if (isDeviceMgrReady)
         name = detectDeviceName();
     else
         LOG_WARNING("%s: %s: init deviceMgr failed", LOG_FILE, LOG_FUNCTION);
@@ -105,8 +109,8 @@ QString PluginContainer::detectDeviceName()
 {
     constexpr const char* function = "getDeviceName";
     linkDeviceService();
-    auto* const deviceMgr =
-        qobject_cast<IDeviceMgr*>(GetPlugin(PluginIds::DeviceManager, PluginIds::FirstService));
+    const QPointer<QObject> service = GetPlugin(PluginIds::DeviceManager, PluginIds::FirstService);
+    auto* const deviceMgr = qobject_cast<IDeviceMgr*>(service);
     if (!deviceMgr) {
         LOG_WARNING("%s: %s: get deviceMgr failed", LOG_FILE, function);
         return {};
@@ -114,7 +118,7 @@ QString PluginContainer::detectDeviceName()
     guardedCall("StartDetection", QStringLiteral("device manager"),
                 [deviceMgr] { deviceMgr->StartDetection(); });
     waitForDeviceEvent();
-    return takeDeviceName(*deviceMgr);
+    return service ? takeDeviceName(*deviceMgr) : QString(); // it may have been unloaded during the wait
 }
 
 void PluginContainer::linkDeviceService()
@@ -138,6 +142,17 @@ void PluginContainer::unlinkDeviceService()
     QRVL_DevSrv_UnRegisterDevInitEventCallback(&PluginContainer::OnDevMgrEvent);
     QRVL_DevSrv_UnRegisterDevMgrCallback(&PluginContainer::OnDevMgrEvent);
     m_bDeviceLink = false;
+}
+
+/// A thread that was terminated has left its callbacks with the device service. If it held the lock of the name then,
+/// an event waits for that lock for ever, and taking back the callbacks would wait for the event: they stay.
+void PluginContainer::unlinkAfterTermination()
+{
+    constexpr int patienceMs = 1000;
+    if (!m_bDeviceLink || !m_LockStrDevName.tryLock(patienceMs))
+        return;
+    m_LockStrDevName.unlock();
+    unlinkDeviceService();
 }
 
 /// An event that comes before the wait has begun does not end it. The name that it reported is still found

@@ -12,8 +12,8 @@ class QObject;
 ///
 /// A plugin is named by its class identifier ("clsid"): a GUID as text without braces, compared with exact
 /// case. Every operation may be called from any thread, also from within a plugin's Init(): the container's
-/// lock is recursive. Nothing throws; a miss is a null pointer, false, -1 or an empty text, with a line in
-/// the log.
+/// lock is recursive. Nothing throws; a miss is a null pointer, false, -1 or an empty text, mostly
+/// with a line in the log.
 ///
 /// The order of the virtual operations is what plugins are compiled against. It never changes.
 class SKYLUME_EXPORT IPluginContainer : public IBaseInterface

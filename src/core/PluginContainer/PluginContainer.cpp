@@ -88,9 +88,9 @@ void PluginContainer::stopConfigThread()
     if (m_pInitConfigThread->isRunning()) {
         CommonUtils::WaitForThreadToStop(m_pInitConfigThread, longestWaitSeconds);
         m_pInitConfigThread->wait(terminationMs);
-        unlinkDeviceService();
+        unlinkAfterTermination();
     }
-    if (m_pInitConfigThread->isFinished())
+    if (!m_pInitConfigThread->isRunning())
         delete m_pInitConfigThread; // deleting one that outlives its termination would end the process
     m_pInitConfigThread = nullptr;
 }

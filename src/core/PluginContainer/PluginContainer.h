@@ -22,7 +22,8 @@ class QXmlStreamReader;
 /// The registry and life-cycle manager of every plugin; there is one per process, made by Startup.
 ///
 /// IPluginContainer.h documents what plugins use. The protected operations are the steps that those are made
-/// of; they are there for derived containers and expect the lock to be held unless stated.
+/// of, for derived containers. loadPlugin, unloadPlugin and getPluginNameByClsid expect the lock to be held; the readers
+/// of the configuration file run before another thread knows the container; all others take the lock themselves.
 class SKYLUME_EXPORT PluginContainer : public IPluginContainer
 {
 public:
@@ -144,6 +145,7 @@ private:
     void retirePlugin(PluginInfo* info);
     IBasePlugin* runningBase(const PluginInfo* info) const;
     QStringList unregisterRunningPlugins();
+    bool isRunning(const QString& clsid) const;
     IBasePlugin* baseToStop(const QString& clsid);
 
     void readPluginLibraryElement(QXmlStreamReader& reader);
@@ -158,6 +160,7 @@ private:
     QString detectDeviceName();
     void linkDeviceService();
     void unlinkDeviceService();
+    void unlinkAfterTermination();
     void waitForDeviceEvent();
     void endDeviceWait();
     static QString takeDeviceName(IDeviceMgr& deviceMgr);

@@ -1,6 +1,7 @@
 #include "PluginContainer/PluginFolder.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace {
 
 /// Time stamps are coarse (up to 2 s on some file systems): a folder changed less than this before it was
 /// listed may change again without its stamp showing it.
-constexpr std::chrono::seconds stampGranularity(2);
+constexpr qint64 stampGranularityMs = 2000;
 
 bool holdsWildcard(const QString& text)
 {
@@ -21,16 +22,17 @@ bool holdsWildcard(const QString& text)
 
 PluginFolder::PluginFolder(const QString& path)
     : m_path(QDir(path).absolutePath())
-    , m_nativePath(m_path.toStdU16String())
 {
 }
 
 QStringList PluginFolder::filesBeginningWith(const QString& fileBase)
 {
     refresh();
-    const std::vector<int> positions = holdsWildcard(fileBase)
-                                           ? positionsByWildcard(fileBase + QLatin1Char('*'))
-                                           : positionsByPrefix(fileBase);
+    std::vector<int> positions = positionsOf(fileBase);
+    if (positions.empty() && m_isCurrent) { // not every file system stamps a folder when a file is added
+        list();
+        positions = positionsOf(fileBase);
+    }
     QStringList paths;
     paths.reserve(static_cast<int>(positions.size()));
     for (const int position : positions)
@@ -40,12 +42,11 @@ QStringList PluginFolder::filesBeginningWith(const QString& fileBase)
 
 void PluginFolder::refresh()
 {
-    std::error_code error;
-    const FileTime stamp = std::filesystem::last_write_time(m_nativePath, error);
-    if (!error && m_isCurrent && stamp == m_stamp)
+    const QDateTime stamp = QFileInfo(m_path).lastModified();
+    if (m_isCurrent && stamp == m_stamp)
         return;
     m_stamp = stamp;
-    m_isCurrent = !error && FileTime::clock::now() - stamp > stampGranularity;
+    m_isCurrent = stamp.isValid() && stamp.msecsTo(QDateTime::currentDateTime()) > stampGranularityMs;
     list();
 }
 
@@ -58,6 +59,12 @@ void PluginFolder::list()
         m_sorted.push_back({m_names.at(position).toCaseFolded(), position});
     std::sort(m_sorted.begin(), m_sorted.end(),
               [](const Entry& a, const Entry& b) { return a.foldedName < b.foldedName; });
+}
+
+std::vector<int> PluginFolder::positionsOf(const QString& fileBase) const
+{
+    return holdsWildcard(fileBase) ? positionsByWildcard(fileBase + QLatin1Char('*'))
+                                   : positionsByPrefix(fileBase);
 }
 
 std::vector<int> PluginFolder::positionsByPrefix(const QString& fileBase) const

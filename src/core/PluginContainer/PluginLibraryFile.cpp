@@ -71,7 +71,7 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
     for (const ElementField& field : fields) {
         if (reader.name() != field.element)
             continue;
-        element.*field.field = reader.readElementText();
+        element.*field.field = reader.readElementText(QXmlStreamReader::SkipChildElements);
         return field.element == lastElement;
     }
     return false;
@@ -89,7 +89,9 @@ void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)
 {
     constexpr const char* function = "populatePluginInfo";
     if (reader.name() == QLatin1String("mainplugin")) {
-        m_strMainPlugin = reader.readElementText();
+        const QString name = reader.readElementText(QXmlStreamReader::SkipChildElements);
+        if (!reader.hasError())
+            m_strMainPlugin = name;
         LOG_DEBUG("%s: %s: m_strMainPlugin = %s", LOG_FILE, function, qUtf8Printable(m_strMainPlugin));
         return;
     }

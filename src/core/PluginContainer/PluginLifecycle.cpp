@@ -312,7 +312,7 @@ bool PluginContainer::unloadAllPlugins()
     const QMutexLocker locker(&m_mutex);
     const QStringList stopped = unregisterRunningPlugins();
     for (const QString& clsid : stopped)
-        if (IBasePlugin* const base = baseToStop(clsid))
+        if (IBasePlugin* const base = isRunning(clsid) ? baseToStop(clsid) : nullptr)
             guardedCall("Destroy", clsid, [base] { base->Destroy(); });
     if (IBasePlugin* const base = baseToStop(m_strMainPlugin)) {
         guardedCall("UnSDKRegisterEvent", m_strMainPlugin, [base] { base->UnSDKRegisterEvent(); });
@@ -327,6 +327,13 @@ bool PluginContainer::unloadAllPlugins()
     LOG_DEBUG("%s: %s: bUnloaded %i", LOG_FILE, LOG_FUNCTION, bUnloaded);
     UnloadPlugin(m_strMainPlugin);
     return bUnloaded;
+}
+
+/// A plugin may have unloaded another one while it was asked to stop.
+bool PluginContainer::isRunning(const QString& clsid) const
+{
+    const PluginInfo* const info = m_pHashPlugins->value(clsid);
+    return info && info->m_bLoaded && info->m_bInitialized;
 }
 
 /// Plugins that others load only now are asked as well.

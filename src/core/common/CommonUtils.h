@@ -11,7 +11,7 @@ class ILayout;
 class QThread;
 class QWidget;
 
-/// Whether long messages are split into several SMS; see CommonUtils::GetSMSSeperatorConfigValue().
+/// Whether menus show the separator right behind their search entry; see SetSMSSeperatorConfigValue().
 extern SKYLUME_EXPORT bool gSeparator;
 
 /// Services that every plugin and every part of the core library share. All operations are static and may be
@@ -38,8 +38,7 @@ public:
     /// The device manager, or null.
     static IDeviceMgr* GetDeviceMgrPlugin();
 
-    /// The main window, or null. The main frame, when there is one, must answer IMainFrameUIService. GUI
-    /// thread.
+    /// The main window, or null. Use it on the GUI thread.
     static QWidget* GetMainWindow();
 
     /// The layout plugin that the main frame names, or null.
@@ -50,7 +49,8 @@ public:
 
     /// Places a call through the call plugin.
     /// @param number the number to call; an empty one is refused
-    /// @return what the call plugin answers; false without a call plugin. GUI thread.
+    /// @return what the call plugin answers; false without a call plugin. The plugin shows windows: use it on the GUI
+    ///         thread.
     static bool MakeCall(QString number, _UI_EN_CALL_TYPE type);
 
     /// The clsids of plugins that the main frame may embed: all of type 0 other than those with a place of
