@@ -23,12 +23,15 @@ endif()
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 set(CMAKE_INSTALL_RPATH "$ORIGIN")
 
+file(RELATIVE_PATH source_from_build "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
 add_compile_options(
     -Wall -Wextra -Wshadow=local -Wsuggest-override
     $<$<BOOL:${SKYLUME_WERROR}>:-Werror>
-    # Log lines name source files relative to the source root, never a path of the build machine.
+    # Log lines name source files relative to the source root, never a path of the build machine; ccache may have made
+    # the path relative to the build folder.
     "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
-    "-fmacro-prefix-map=${PROJECT_BINARY_DIR}/=")
+    "-fmacro-prefix-map=${PROJECT_BINARY_DIR}/="
+    "-fmacro-prefix-map=${source_from_build}=")
 add_compile_definitions(QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 
 if(SKYLUME_SANITIZE)
