@@ -35,7 +35,8 @@ using Times = QVector<double>;
 
 void noteLine(const QByteArray& line, QVector<Times>& times)
 {
-    const double ms = line.left(line.indexOf(' ')).toDouble() * 1000;
+    const QByteArray text = line.trimmed(); // the time is padded
+    const double ms = text.left(text.indexOf(' ')).toDouble() * 1000;
     for (std::size_t i = 0; i < std::size(marks); ++i)
         if (line.contains(marks[i].text))
             times[static_cast<int>(i)].append(ms);
