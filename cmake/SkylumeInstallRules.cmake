@@ -18,6 +18,8 @@ install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_
     FILES_MATCHING PATTERN "*.h"
     # The insides of the library.
     PATTERN "*_p.h" EXCLUDE
+    PATTERN "CurrentLanguage.h" EXCLUDE
+    PATTERN "Shortcut.h" EXCLUDE
     PATTERN "PluginDecisions.h" EXCLUDE
     PATTERN "PluginFolder.h" EXCLUDE
     PATTERN "DeviceSettings.h" EXCLUDE

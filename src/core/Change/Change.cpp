@@ -1,35 +1,24 @@
+// The texts of every plugin and the language that they are in.
 #include "Change/Change.h"
 
-#include "common/CommonUtils.h"
+#include "Change/CurrentLanguage.h"
+#include "Change/Shortcut.h"
 #include "common/DeviceSettings.h"
 #include "common/Log.h"
 
 #include <qrvl.h>
 
+#include <QKeySequence>
 #include <QMutex>
 #include <QMutexLocker>
 
+QMutex g_mutex;
+QHash<QString, QHash<QString, QString>> Change::m_languageHash;
+
 namespace {
 
-QMutex languageMutex; ///< guards the name of the current language
-
-QString& languageName()
-{
-    static QString name = QStringLiteral("en-us");
-    return name;
-}
-
-QString currentLanguage()
-{
-    const QMutexLocker locker(&languageMutex);
-    return languageName();
-}
-
-void setCurrentLanguage(const QString& name)
-{
-    const QMutexLocker locker(&languageMutex);
-    languageName() = name;
-}
+/// Start-up texts are logged with this in place of the time: tools that compare two runs rely on it.
+constexpr const char* fixedTime = "10:24:16";
 
 /// The setting that keeps the active language.
 struct ActiveLanguage
@@ -38,42 +27,96 @@ struct ActiveLanguage
     QString key = QStringLiteral("active");
 };
 
-} // namespace
-
-bool Change::LoadLangFile(QString const& plugin)
+/// The text as it is in the table, or else as it is after loading. Hold the lock.
+template <typename Load>
+QString findText(const QString& id, const QString& plugin, const char* function, const Load& load)
 {
-    const QString path = CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + plugin +
-                         QLatin1Char('/') + plugin + QLatin1Char('_') + currentLanguage() +
-                         QLatin1String(".lang");
-    LOG_DEBUG("%s: %s: loading %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
-    LOG_DEBUG("File %s does not exist", qUtf8Printable(path)); // no plugin ships one yet
-    return false;
+    const QString text = Change::m_languageHash[plugin][id];
+    LOG_DEBUG("%s: %s: langid = %s, trans = %s, plugin=%s", LOG_FILE, function, qUtf8Printable(id),
+              qUtf8Printable(text), qUtf8Printable(plugin));
+    if (!text.isEmpty())
+        return text;
+    load(plugin);
+    return Change::m_languageHash[plugin][id];
 }
 
-QString Change::Stratup_tr(QString const&, QString const&)
+} // namespace
+
+QString Change::tr(QString const& id, QString const& plugin)
 {
-    return {};
+    const QMutexLocker locker(&g_mutex);
+    return findText(id, plugin, LOG_FUNCTION, &LoadLangFile);
+}
+
+bool Change::tr(QString const& id, QString const& plugin, QString& text, QKeySequence& key)
+{
+    const QMutexLocker locker(&g_mutex);
+    const QString whole = m_languageHash.value(plugin).value(id);
+    const int position = CurrentLanguage::hasShortcuts() ? FindControlKeyInLangString(whole) : -1;
+    text = whole;
+    key = QKeySequence();
+    if (position < 1)
+        return false;
+    const Shortcut::Keys keys = Shortcut::parse(whole.mid(position));
+    text = keys.isKnown ? whole.left(position) : keys.text;
+    if (keys.isKnown)
+        key = QKeySequence(keys.code);
+    return keys.isKnown;
+}
+
+QString Change::Stratup_tr(QString const& id, QString const& plugin)
+{
+    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    QString text;
+    {
+        const QMutexLocker locker(&g_mutex);
+        text = findText(id, plugin, LOG_FUNCTION, &StartupLoadLangFile);
+    }
+    LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
+    return text;
+}
+
+int Change::FindControlKeyInLangString(QString const& text)
+{
+    return Shortcut::find(text, CurrentLanguage::name());
+}
+
+void Change::StartupLoadLangFile(QString const& plugin)
+{
+    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    GetSettingDefaultLang();
+    LoadLangFile(plugin);
+    LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
 }
 
 void Change::SetLangName(QString const& name)
 {
-    setCurrentLanguage(name);
+    const QMutexLocker locker(&g_mutex);
+    CurrentLanguage::setName(name);
+    const QStringList plugins = m_languageHash.keys();
+    for (const QString& plugin : plugins)
+        LoadLangFile(plugin);
     const ActiveLanguage setting;
     const QString stored = QLatin1Char('_') + name; // "_en-us"
     QRVL_SetSettings(DeviceSettings::utf16(setting.section), DeviceSettings::utf16(setting.key),
                      DeviceSettings::utf16(stored));
+    CurrentLanguage::readShortcutSwitch();
 }
 
 QString Change::GetLangName()
 {
-    return currentLanguage();
+    return CurrentLanguage::name();
 }
 
 QString Change::GetSettingDefaultLang()
 {
+    CurrentLanguage::readShortcutSwitch();
     const ActiveLanguage setting;
     QString stored;
     DeviceSettings::read(QRVL_GetSettings, setting.section, setting.key, stored);
-    setCurrentLanguage(stored.mid(1)); // without the leading underscore
-    return currentLanguage();
+    const QString name = stored.mid(1); // without the leading underscore
+    CurrentLanguage::setName(name);
+    return name;
 }
+
+void Change::SetSettingDefaultLang(QString const&) {}

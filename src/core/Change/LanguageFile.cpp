@@ -1,0 +1,73 @@
+// Reads a plugin's texts for the current language.
+#include "Change/Change.h"
+
+#include "Change/CurrentLanguage.h"
+#include "common/CommonUtils.h"
+#include "common/Log.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+namespace {
+
+QString languageFile(const QString& plugin)
+{
+    return CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + plugin + QLatin1Char('/') +
+           plugin + QLatin1Char('_') + CurrentLanguage::name() + QLatin1String(".lang");
+}
+
+/// Texts come from many hands and formats: line ends of others do not matter here, tabulators do.
+void editEscapes(QString& text)
+{
+    if (!text.contains(QLatin1Char('\\')))
+        return;
+    text.remove(QLatin1String("\\n"));
+    text.remove(QLatin1String("\\r"));
+    text.replace(QLatin1String("\\t"), QString(12, QLatin1Char(' ')));
+    text.remove(QLatin1String("\\v"));
+    text.remove(QLatin1String("\\f"));
+}
+
+} // namespace
+
+bool Change::LoadLangFile(QString const& plugin)
+{
+    const QString path = languageFile(plugin);
+    LOG_DEBUG("%s: %s: loading %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
+    QFile file(path);
+    if (!file.exists()) {
+        LOG_DEBUG("File %s does not exist", qUtf8Printable(path));
+        return false;
+    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        LOG_DEBUG("Error open file:%s", qUtf8Printable(path));
+        return false;
+    }
+    return readXmlFile(&file, plugin);
+}
+
+bool Change::readXmlFile(QIODevice* device, QString plugin)
+{
+    if (!device)
+        return false;
+    const bool cutsShortcuts = !CurrentLanguage::hasShortcuts();
+    QHash<QString, QString>& texts = m_languageHash[plugin];
+    QXmlStreamReader reader(device);
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (!reader.isStartElement() || reader.name() != QLatin1String("item"))
+            continue;
+        const QString id = reader.attributes().value(QLatin1String("name")).toString();
+        QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+        editEscapes(text);
+        const int shortcut = cutsShortcuts ? FindControlKeyInLangString(text) : -1;
+        if (shortcut > 0)
+            text.truncate(shortcut);
+        texts.insert(id, text);
+    }
+    if (reader.hasError())
+        LOG_DEBUG("%s: %s: %s at line %lld, column %lld of the texts of %s", LOG_FILE, LOG_FUNCTION,
+                  qUtf8Printable(reader.errorString()), reader.lineNumber(), reader.columnNumber(),
+                  qUtf8Printable(plugin));
+    return true;
+}

@@ -1,0 +1,98 @@
+#include "Change/WinClassic.h"
+
+#include "common/CommonUtils.h"
+
+#include <QDir>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+#include <qdrawutil.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// The images of one direction, by their file names without suffix.
+struct BarImages
+{
+    const char* back;
+    const char* slider;
+    const char* low;
+    const char* high;
+};
+
+constexpr BarImages verticalBar{"scroll_vertical_back", "scroll_vertical_slider", "scroll_up", "scroll_down"};
+constexpr BarImages horizontalBar{"scroll_horizontal_back", "scroll_horizontal_slider", "scroll_left",
+                                  "scroll_right"};
+
+constexpr const BarImages& barImages(Qt::Orientation orientation)
+{
+    return orientation == Qt::Vertical ? verticalBar : horizontalBar;
+}
+
+void drawStretched(QPainter& painter, const QRect& target, const QPixmap& image)
+{
+    const int end = std::min(image.width(), image.height()) / 2;
+    qDrawBorderPixmap(&painter, target, QMargins(end, end, end, end), image);
+}
+
+/// How a part looks now: "", "_hover" or "_pressed".
+const char* partState(const QStyleOptionSlider& option, QStyle::SubControl part)
+{
+    if (!(option.activeSubControls & part))
+        return "";
+    return option.state & QStyle::State_Sunken ? "_pressed" : "_hover";
+}
+
+} // namespace
+
+WinClassic::WinClassic()
+    : QProxyStyle(QStringLiteral("windows"))
+{
+    const QDir folder(CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/default/images"));
+    const QFileInfoList files = folder.entryInfoList({QStringLiteral("scroll_*.png")}, QDir::Files);
+    for (const QFileInfo& file : files)
+        m_images.insert(file.completeBaseName(), QPixmap(file.filePath()));
+}
+
+void WinClassic::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const
+{
+    const auto* const bar =
+        control == CC_ScrollBar ? qstyleoption_cast<const QStyleOptionSlider*>(option) : nullptr;
+    if (bar && bar->state & State_Enabled && !CommonUtils::IsMiniMode() && hasImages(bar->orientation))
+        drawScrollBar(*bar, *painter, widget);
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+QPixmap WinClassic::image(const char* part, const char* state) const
+{
+    const QString name = QLatin1String(part);
+    return m_images.value(name + QLatin1String(state), m_images.value(name));
+}
+
+bool WinClassic::hasImages(Qt::Orientation orientation) const
+{
+    const BarImages& images = barImages(orientation);
+    return !image(images.back, "").isNull() && !image(images.slider, "").isNull() &&
+           !image(images.low, "").isNull() && !image(images.high, "").isNull();
+}
+
+void WinClassic::drawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
+                               const QWidget* widget) const
+{
+    const auto area = [&](SubControl part) {
+        return proxy()->subControlRect(CC_ScrollBar, &option, part, widget);
+    };
+    BarImages images = barImages(option.orientation);
+    if (option.orientation == Qt::Horizontal && option.direction == Qt::RightToLeft)
+        std::swap(images.low, images.high);
+    drawStretched(painter, option.rect, image(images.back, ""));
+    painter.drawPixmap(area(SC_ScrollBarSubLine), image(images.low, partState(option, SC_ScrollBarSubLine)));
+    painter.drawPixmap(area(SC_ScrollBarAddLine), image(images.high, partState(option, SC_ScrollBarAddLine)));
+    if (option.maximum > option.minimum)
+        drawStretched(painter, area(SC_ScrollBarSlider),
+                      image(images.slider, partState(option, SC_ScrollBarSlider)));
+}
