@@ -19,6 +19,7 @@ install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_
     # The insides of the library.
     PATTERN "*_p.h" EXCLUDE
     PATTERN "CurrentLanguage.h" EXCLUDE
+    PATTERN "LanguageChoice.h" EXCLUDE
     PATTERN "Shortcut.h" EXCLUDE
     PATTERN "PluginDecisions.h" EXCLUDE
     PATTERN "PluginFolder.h" EXCLUDE

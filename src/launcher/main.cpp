@@ -27,6 +27,7 @@ static int runUntilClosed()
 {
     if (Startup::GetMainFrame() && Startup::GetMainFrameService())
         return QCoreApplication::exec();
+    Startup::CloseSplashScreen(); // no main frame will
     reportMissingMainFrame();
     return EXIT_FAILURE;
 }

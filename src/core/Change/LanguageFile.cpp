@@ -4,11 +4,14 @@
 #include "Change/CurrentLanguage.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/XmlFile.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 namespace {
+
+constexpr XmlFile::Texts logTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
 
 QString languageFile(const QString& plugin)
 {
@@ -35,15 +38,7 @@ bool Change::LoadLangFile(QString const& plugin)
     const QString path = languageFile(plugin);
     LOG_DEBUG("%s: %s: loading %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
     QFile file(path);
-    if (!file.exists()) {
-        LOG_DEBUG("File %s does not exist", qUtf8Printable(path));
-        return false;
-    }
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        LOG_DEBUG("Error open file:%s", qUtf8Printable(path));
-        return false;
-    }
-    return readXmlFile(&file, plugin);
+    return XmlFile::open(file, logTexts, QIODevice::ReadOnly | QIODevice::Text) && readXmlFile(&file, plugin);
 }
 
 bool Change::readXmlFile(QIODevice* device, QString plugin)

@@ -10,6 +10,18 @@
 
 #include <QMutexLocker>
 
+namespace {
+
+/// The device manager is loaded by now and may already ask for texts on threads of its own.
+bool loadTextsOfSettings(const QString& plugin)
+{
+    const QMutexLocker locker(&g_mutex);
+    Change::GetSettingDefaultLang();
+    return Change::LoadLangFile(plugin);
+}
+
+} // namespace
+
 PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfig, bool)
 {
     LOG_DEBUG("%s: %s: entered, strPluginsFile = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(strPluginsFile));
@@ -61,8 +73,7 @@ void PluginContainer::startConfigThread()
 
 void PluginContainer::loadMainFrameTexts()
 {
-    Change::GetSettingDefaultLang();
-    if (Change::LoadLangFile(QStringLiteral("XFramePlugin")))
+    if (loadTextsOfSettings(QStringLiteral("XFramePlugin")))
         return;
     LOG_DEBUG("%s: %s: %s: load XFramePlugin lan file failed", LOG_TIME, LOG_FILE, "PluginContainer");
     Change::SetLangName(QStringLiteral("en-us"));

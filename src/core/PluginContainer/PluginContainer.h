@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/LanguageInfoEx.h"
 #include "PluginContainer/PluginStatus.h"
 
 #include <QDir>
@@ -121,11 +122,45 @@ protected:
 
     QString getDeviceName(bool);
 
-    // ---- Start-up marks and language
+    // ---- First-run mark: needs no lock
 
+    /// Whether the settings' mark of an earlier run is missing; it is there when it is exactly "true".
     bool isFirstTimeStart();
     void setRunningMark();
+
+    // ---- Language of the start: for the constructor's thread; no lock
+
+    /// Makes the language that the customisation asks for the active one, unless it already asked for it at the
+    /// last start. The first start of all only notes it.
     void setStartupLanguage();
+
+    /// The language that the customisation asks for with the default setting "adaptertype" of the section
+    /// "customize": "system" for the computer's, "area" for the user's, several words separated by "|".
+    /// @return a short name such as "_en-us"; empty when it asks for none or no language is installed
+    QString GetAdapterLang();
+
+    /// Reads the long names of the installed languages from SysConfig.dat, the preferred one first.
+    /// @param list receives them before what it already holds
+    /// @return false when the file is damaged or cannot be read; a missing one lists no language
+    bool getLanguageList(QStringList& list);
+
+    /// Appends the languages of LangAreaForShort.xml, in file order, up to a fault in the file.
+    /// @return false when the file is missing or cannot be opened
+    bool GetCurLanguageInfo(QList<LanguageInfoEx>& records);
+
+    /// The computer's language, or the user's when the customisation says "area", in decimal digits.
+    QString GetCurrentSystemLang();
+
+    /// The short name of the best of the installed languages, by their long names; "_en-us" when nothing is known.
+    QString decideDefaultLanguage(QStringList const& list);
+
+    /// Chooses among candidates, long names to short names: the only one, or the one of the computer's country, or
+    /// any; without a candidate the first of the list.
+    QString getDefaultLan(QHash<QString, QString> candidates, QStringList const& list,
+                          QList<LanguageInfoEx>& records);
+
+    /// The short name of a language by its long name, whose case is ignored; "_en-us" for an unknown one.
+    QString getShortLan(QString const& name, QList<LanguageInfoEx>& records);
 
 private:
     Q_DISABLE_COPY_MOVE(PluginContainer)

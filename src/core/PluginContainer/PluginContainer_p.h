@@ -18,4 +18,6 @@ public:
     PluginDecisions decisions;
     std::atomic<bool> isClosing{
         false}; ///< the container is being destroyed: do not begin to wait for a modem
+    bool followsUserLocale =
+        false; ///< the start's language is that of the user's, not of the system's locale
 };

@@ -1,10 +1,32 @@
 // The first-run mark, and the language that the application starts in.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/LanguageChoice.h"
+#include "PluginContainer/PluginContainer_p.h"
 #include "common/CommonUtils.h"
+#include "common/DeviceSettings.h"
 #include "common/Log.h"
+#include "common/XmlFile.h"
+#include "platform/LanguageId.h"
+
+#include <qrvl.h>
+
+#include <QFile>
+#include <QLocale>
+#include <QSettings>
+#include <QXmlStreamReader>
 
 namespace {
+
+constexpr XmlFile::Texts areaTexts{"File %s does not exist", "Failed to open file %s", "Error: ", ", column ",
+                                   ""};
+
+/// The customisation's wish, and what was last made of it.
+struct AdapterType
+{
+    QString section = QStringLiteral("customize");
+    QString key = QStringLiteral("adaptertype");
+};
 
 struct FirstRunMark
 {
@@ -33,8 +55,120 @@ void PluginContainer::setRunningMark()
     CommonUtils::SetSettings(mark.section, mark.key, mark.set);
 }
 
-/// No installation asks for a language that follows the computer's locale yet, so the stored one stays.
 void PluginContainer::setStartupLanguage()
 {
     LOG_DEBUG("%s: %s: %s: enter", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    const QString adapter = GetAdapterLang();
+    if (adapter.isEmpty())
+        return;
+    const AdapterType setting;
+    if (CommonUtils::GetSettings(setting.section, setting.key) == adapter)
+        return; // nothing new since the last start: a language that the user chose meanwhile stays
+    if (isFirstTimeStart())
+        setRunningMark();
+    else
+        CommonUtils::SetSettings(QStringLiteral("language"), QStringLiteral("active"), adapter);
+    CommonUtils::SetSettings(setting.section, setting.key, adapter);
+}
+
+QString PluginContainer::GetAdapterLang()
+{
+    const AdapterType setting;
+    QString wish;
+    DeviceSettings::read(QRVL_GetIniSettings, setting.section, setting.key, wish);
+    const QStringList parts = wish.split(QLatin1Char('|'));
+    const bool followsSystem = parts.contains(QStringLiteral("system"));
+    if (!followsSystem && !parts.contains(QStringLiteral("area")))
+        return {};
+    d->followsUserLocale = !followsSystem;
+    QStringList installed;
+    getLanguageList(installed);
+    return installed.isEmpty() ? QString() : decideDefaultLanguage(installed);
+}
+
+bool PluginContainer::getLanguageList(QStringList& list)
+{
+    LOG_DEBUG("%s: %s: %s: enter", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    const QString path = CommonUtils::GetPluginLibraryPath() + QLatin1String("/SysConfig.dat");
+    LOG_DEBUG("%s: %s: %s: sysconfig.dat path=%s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
+    QSettings file(path, QSettings::IniFormat);
+    file.setIniCodec("UTF-8");
+    if (file.status() != QSettings::NoError) {
+        LOG_DEBUG("%s: %s: %s: load sysconfig.dat failed,", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        return false;
+    }
+    file.beginGroup(QStringLiteral("language"));
+    const QStringList keys = file.childKeys();
+    for (int i = 0; i < keys.size(); ++i) {
+        list.insert(i, file.value(keys.at(i), 0).toString());
+        LOG_DEBUG("%s: %s: %s: languages %d = %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, i,
+                  qUtf8Printable(list.at(i)));
+    }
+    return true;
+}
+
+bool PluginContainer::GetCurLanguageInfo(QList<LanguageInfoEx>& records)
+{
+    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/LangAreaForShort.xml"));
+    if (!XmlFile::open(file, areaTexts, QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    QXmlStreamReader reader(&file);
+    XmlFile::readElements(reader, [&records](QXmlStreamReader& item) {
+        if (item.name() != QLatin1String("item"))
+            return;
+        const QXmlStreamAttributes attributes = item.attributes();
+        const auto text = [&attributes](const char* name) {
+            return attributes.value(QLatin1String(name)).toString();
+        };
+        records.append({text("id"), text("lang"), QLatin1Char('_') + item.readElementText(), text("maccode"),
+                        text("linuxcode")});
+    });
+    if (reader.hasError())
+        LOG_DEBUG("%s: %s: Read Error: n", LOG_FILE, LOG_FUNCTION);
+    XmlFile::logFault(reader, file.fileName(), areaTexts);
+    LOG_DEBUG("%s : %s: %s: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    return true;
+}
+
+QString PluginContainer::GetCurrentSystemLang()
+{
+    return QString::number(d->followsUserLocale ? Platform::userLanguageId() : Platform::systemLanguageId());
+}
+
+QString PluginContainer::decideDefaultLanguage(QStringList const& list)
+{
+    LOG_DEBUG("%s: %s: %s: enter", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    QList<LanguageInfoEx> records;
+    if (!GetCurLanguageInfo(records) || records.isEmpty() || list.isEmpty())
+        return LanguageChoice::fallback();
+    const QString id = GetCurrentSystemLang();
+    LOG_DEBUG("%s: %s: %s: cur language is %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(id));
+    return getDefaultLan(LanguageChoice::candidates(records, list, id), list, records);
+}
+
+QString PluginContainer::getDefaultLan(QHash<QString, QString> candidates, QStringList const& list,
+                                       QList<LanguageInfoEx>& records)
+{
+    const QString first = list.value(0);
+    LOG_DEBUG("%s: %s: %s: first language is: %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(first));
+    if (candidates.isEmpty())
+        return getShortLan(first, records);
+    QString language = *candidates.constBegin();
+    if (candidates.size() > 1) {
+        const QString region = QLocale::system().name().toLower();
+        LOG_DEBUG("%s: %s: %s: strCurRegion is %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(region));
+        language = LanguageChoice::ofCountry(candidates, region);
+    }
+    LOG_DEBUG("%s: %s: %s: return lan is %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(language));
+    return language;
+}
+
+QString PluginContainer::getShortLan(QString const& name, QList<LanguageInfoEx>& records)
+{
+    LOG_DEBUG("%s: %s: %s: long language name is: %s", LOG_TIME, LOG_FILE, LOG_FUNCTION,
+              qUtf8Printable(name));
+    const QString shortName = LanguageChoice::shortName(name, records);
+    LOG_DEBUG("%s: %s: %s: short language name is: %s", LOG_TIME, LOG_FILE, LOG_FUNCTION,
+              qUtf8Printable(shortName));
+    return shortName;
 }

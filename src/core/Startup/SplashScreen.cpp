@@ -1,25 +1,125 @@
-// The splash screen of the start. The main frame's configuration does not ask for one yet, so none is shown.
+// The splash screen of the start: a program of its own, which shows a picture until it is closed.
 #include "Startup/Startup.h"
 
+#include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "platform/Program.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 QProcess* Startup::m_pSplashScreen = nullptr;
 QTime Startup::m_pSplashStartAt;
 
+namespace {
+
+constexpr QLatin1String splashElement("splash");
+constexpr QLatin1String functionElement("function");
+
+/// Moves to the next start element of that name.
+/// @param parent the end of an element of this name ends the search
+/// @return whether there is one
+bool moveTo(QXmlStreamReader& reader, QLatin1String name, QLatin1String parent = {})
+{
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && reader.name() == name)
+            return true;
+        if (reader.isEndElement() && reader.name() == parent)
+            return false;
+    }
+    return false;
+}
+
+bool readSwitch(QXmlStreamReader& reader)
+{
+    return reader.readElementText() == QLatin1String("true");
+}
+
+} // namespace
+
 bool Startup::haveSplashScreen()
 {
-    LOG_DEBUG("%s: %s: splash=%d", LOG_FILE, LOG_FUNCTION, 0);
-    return false;
+    bool have = true;
+    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/XFramePlugin/Config.xml"));
+    if (file.open(QIODevice::ReadOnly)) {
+        QXmlStreamReader reader(&file);
+        if (moveTo(reader, functionElement) && moveTo(reader, splashElement, functionElement))
+            have = readSwitch(reader);
+        const QString operatorName =
+            CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
+        if (operatorName != QLatin1String("common"))
+            operatorHaveSplashScreen(reader, operatorName, have);
+    } else {
+        have = false;
+    }
+    LOG_DEBUG("%s: %s: splash=%d", LOG_FILE, LOG_FUNCTION, have ? 1 : 0);
+    return have;
+}
+
+void Startup::operatorHaveSplashScreen(QXmlStreamReader& reader, QString operatorName, bool& have)
+{
+    while (moveTo(reader, QLatin1String("customize"))) {
+        const QXmlStreamAttributes attributes = reader.attributes();
+        if (attributes.value(QLatin1String("name")) != operatorName)
+            continue;
+        const bool isForDevice = !attributes.value(QLatin1String("device")).isEmpty();
+        if (moveTo(reader, splashElement))
+            have = readSwitch(reader) && !isForDevice; // the device is not known yet at the start
+        return;
+    }
+}
+
+void Startup::showSplashScreen()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString program = QStringLiteral("XStartScreen.exe"); // under this name on every system
+    CloseSplashScreen();                                        // there is room for one
+    if (!QFile::exists(folder + QLatin1Char('/') + program))
+        return;
+    m_pSplashScreen = new QProcess;
+    m_pSplashScreen->start(
+        Platform::programBeside(folder, program),
+        {folder + QLatin1String("/plugins/XFramePlugin/splash"), folder + QLatin1String("/plugins")});
 }
 
 void Startup::showSplashStartupTime()
 {
+    showSplashScreen();
     m_pSplashStartAt = QTime::currentTime();
 }
 
 int Startup::GetSplashScreen()
 {
-    return m_pSplashStartAt.msecsTo(QTime::currentTime());
+    constexpr int dayMs = 24 * 60 * 60 * 1000;
+    const int elapsed = m_pSplashStartAt.msecsTo(QTime::currentTime());
+    return elapsed < 0 ? elapsed + dayMs : elapsed; // midnight came in between
 }
 
-void Startup::CloseSplashScreen() {}
+void Startup::CloseSplashScreen()
+{
+    if (!m_pSplashScreen)
+        return;
+    m_pSplashScreen->close(); // kills it: nothing that the program does or fails to do can delay this
+    LOG_DEBUG("%s: %s: closed XStartScreen on Win", LOG_FILE, LOG_FUNCTION);
+    delete m_pSplashScreen;
+    m_pSplashScreen = nullptr;
+}
+
+bool Startup::hideDockIcon(QString path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return true;
+    QXmlStreamWriter writer(&file);
+    writer.setAutoFormatting(true);
+    writer.writeStartDocument();
+    writer.writeStartElement(QStringLiteral("dict"));
+    writer.writeTextElement(QStringLiteral("key"), QStringLiteral("LSUIElement"));
+    writer.writeTextElement(QStringLiteral("string"), QStringLiteral("4"));
+    writer.writeEndElement();
+    return true;
+}

@@ -10,6 +10,7 @@ class IMainFrameUIService;
 class IPluginContainer;
 class IUIPlugin;
 class QProcess;
+class QXmlStreamReader;
 
 /// The application's start and end. The launcher constructs one object on the GUI thread, after QApplication;
 /// the constructor runs the whole start and returns when the main window is up. Deleting the object unloads
@@ -49,16 +50,38 @@ public:
     /// A text of the main frame's language file, for use during the start; empty when there is none.
     static QString tr(QString key);
 
+    /// Writes a property list's part that hides the application's icon in the dock, for systems that have one.
+    /// @param path the file to write
+    /// @return always true
+    static bool hideDockIcon(QString path);
+
 protected:
+    // ---- Splash screen
+
+    /// Whether plugins/XFramePlugin/Config.xml asks for one: the first "splash" in the first "function", else its
+    /// absence, counts as the default; the operator's "customize" section overrides it. Only "true" says yes.
+    /// @return false without that file
     static bool haveSplashScreen();
+
+    /// Overrides the default by the next "customize" section of that operator.
+    /// @param reader       goes on from where it is
+    /// @param operatorName compared with the section's "name"
+    /// @param have         stays as it is without such a section. A section for a "device" never says yes.
+    static void operatorHaveSplashScreen(QXmlStreamReader& reader, QString operatorName, bool& have);
+
+    /// Starts the program XStartScreen.exe beside the application, if it is there, and does not wait for it. Its
+    /// arguments are the folder of the picture and that of the plugins.
+    static void showSplashScreen();
+
+    /// Shows the splash screen and notes the time.
     static void showSplashStartupTime();
 
     bool initializePluginContainer(QString& pluginsLib, QString& pluginsConfig, bool noSplash);
     bool loadMainFramePlugin();
 
     static IPluginContainer* m_pPluginContainer;
-    static QProcess* m_pSplashScreen;
-    static QTime m_pSplashStartAt;
+    static QProcess* m_pSplashScreen; ///< the splash program; null when there is none
+    static QTime m_pSplashStartAt;    ///< when it was shown; invalid until then
     static IUIPlugin* m_pUiPlugin;
     static IMainFrameUIService* m_pUiPluginService;
 };

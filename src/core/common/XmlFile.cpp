@@ -5,17 +5,32 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
-namespace {
-
-void logReaderError(const QXmlStreamReader& reader, const QString& path, const XmlFile::Texts& texts)
+bool XmlFile::read(const QString& path, const Texts& texts, const ElementReader& onStartElement)
 {
-    const QString line = QLatin1String(texts.error) + reader.errorString() + QLatin1String(" in file ") +
-                         path + QLatin1String(" at line ") + QString::number(reader.lineNumber()) +
-                         QLatin1String(texts.column) + QString::number(reader.columnNumber());
-    LOG_DEBUG("%s", qUtf8Printable(line));
+    QFile file(path);
+    if (!open(file, texts))
+        return false;
+    QXmlStreamReader reader(&file);
+    readElements(reader, onStartElement);
+    logFault(reader, path, texts);
+    LOG_DEBUG(texts.done, qUtf8Printable(path));
+    return true;
 }
 
-void readTokens(QXmlStreamReader& reader, const XmlFile::ElementReader& onStartElement)
+bool XmlFile::open(QFile& file, const Texts& texts, QIODevice::OpenMode mode)
+{
+    if (!file.exists()) {
+        LOG_DEBUG(texts.missing, qUtf8Printable(file.fileName()));
+        return false;
+    }
+    if (!file.open(mode)) {
+        LOG_DEBUG(texts.openFailed, qUtf8Printable(file.fileName()));
+        return false;
+    }
+    return true;
+}
+
+void XmlFile::readElements(QXmlStreamReader& reader, const ElementReader& onStartElement)
 {
     while (!reader.atEnd()) {
         reader.readNext();
@@ -24,24 +39,12 @@ void readTokens(QXmlStreamReader& reader, const XmlFile::ElementReader& onStartE
     }
 }
 
-} // namespace
-
-bool XmlFile::read(const QString& path, const Texts& texts, const ElementReader& onStartElement)
+void XmlFile::logFault(const QXmlStreamReader& reader, const QString& source, const Texts& texts)
 {
-    QFile file(path);
-    if (!file.exists()) {
-        LOG_DEBUG(texts.missing, qUtf8Printable(path));
-        return false;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        LOG_DEBUG(texts.openFailed, qUtf8Printable(path));
-        return false;
-    }
-
-    QXmlStreamReader reader(&file);
-    readTokens(reader, onStartElement);
-    if (reader.hasError() && Log::category().isDebugEnabled())
-        logReaderError(reader, path, texts);
-    LOG_DEBUG(texts.done, qUtf8Printable(path));
-    return true;
+    if (!reader.hasError() || !Log::category().isDebugEnabled())
+        return;
+    const QString line = QLatin1String(texts.error) + reader.errorString() + QLatin1String(" in file ") +
+                         source + QLatin1String(" at line ") + QString::number(reader.lineNumber()) +
+                         QLatin1String(texts.column) + QString::number(reader.columnNumber());
+    LOG_DEBUG("%s", qUtf8Printable(line));
 }

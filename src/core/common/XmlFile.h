@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QIODevice>
 #include <QString>
 
 #include <functional>
 
+class QFile;
 class QXmlStreamReader;
 
 /// The way every XML file of the installation is read: open or report, hand each start element to the
@@ -26,5 +28,17 @@ using ElementReader = std::function<void(QXmlStreamReader&)>;
 /// Reads a file to its end or to its first fault.
 /// @return whether the file could be opened
 bool read(const QString& path, const Texts& texts, const ElementReader& onStartElement);
+
+// ---- The steps of read(), for formats that say more or less in between
+
+/// Opens a file for reading, or logs why that is not possible.
+bool open(QFile& file, const Texts& texts, QIODevice::OpenMode mode = QIODevice::ReadOnly);
+
+/// Reads to the end or to the first fault, from wherever the reader is.
+void readElements(QXmlStreamReader& reader, const ElementReader& onStartElement);
+
+/// Logs the reader's fault, if it has one.
+/// @param source what was read, for the log
+void logFault(const QXmlStreamReader& reader, const QString& source, const Texts& texts);
 
 } // namespace XmlFile

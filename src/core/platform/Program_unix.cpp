@@ -1,0 +1,6 @@
+#include "platform/Program.h"
+
+QString Platform::programBeside(const QString& folder, const QString& name)
+{
+    return folder + QLatin1Char('/') + name;
+}

@@ -1,0 +1,6 @@
+#include "platform/Program.h"
+
+QString Platform::programBeside(const QString&, const QString& name)
+{
+    return name;
+}
