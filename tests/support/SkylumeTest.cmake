@@ -25,7 +25,7 @@ endfunction()
 # skylume_add_core_test(NAME <name> SOURCES <source>... [PLUGINS <test plugin>...] [TIMEOUT <seconds>])
 #
 # Makes a test with an installation of its own, tests/<name>/ in the build tree: the executable, copies of the core
-# library, of the scripted device service and of the named plugins (see support/plugins). The tests may write there.
+# library, of the scripted device service and of the named plugins (see support). The tests may write there.
 function(skylume_add_core_test)
     cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;TIMEOUT" "SOURCES;PLUGINS")
     set(folder "${PROJECT_BINARY_DIR}/tests/${arg_NAME}")

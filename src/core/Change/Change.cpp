@@ -3,6 +3,7 @@
 
 #include "Change/CurrentLanguage.h"
 #include "Change/Shortcut.h"
+#include "Change/TextTable.h"
 #include "common/DeviceSettings.h"
 #include "common/Log.h"
 
@@ -10,7 +11,8 @@
 
 #include <QKeySequence>
 #include <QMutex>
-#include <QMutexLocker>
+
+#include <mutex>
 
 QMutex g_mutex;
 QHash<QString, QHash<QString, QString>> Change::m_languageHash;
@@ -27,31 +29,36 @@ struct ActiveLanguage
     QString key = QStringLiteral("active");
 };
 
+/// Locked through its base, the mutex takes and gives the lock inline, which is a fifth of a look-up.
+using TextLocker = std::lock_guard<QBasicMutex>;
+
 /// The text as it is in the table, or else as it is after loading. Hold the lock.
-template <typename Load>
-QString findText(const QString& id, const QString& plugin, const char* function, const Load& load)
+QString findText(const QString& id, const QString& plugin, const char* function,
+                 void (*load)(const QString& plugin))
 {
-    const QString text = Change::m_languageHash[plugin][id];
+    QString text = TextTable::find(id, plugin);
     LOG_DEBUG("%s: %s: langid = %s, trans = %s, plugin=%s", LOG_FILE, function, qUtf8Printable(id),
               qUtf8Printable(text), qUtf8Printable(plugin));
-    if (!text.isEmpty())
-        return text;
-    load(plugin);
-    return Change::m_languageHash[plugin][id];
+    if (text.isEmpty()) {
+        TextTable::texts(plugin).insert(id, QString()); // known from now on: switching the language loads it
+        load(plugin);
+        text = TextTable::find(id, plugin);
+    }
+    return text;
 }
 
 } // namespace
 
 QString Change::tr(QString const& id, QString const& plugin)
 {
-    const QMutexLocker locker(&g_mutex);
-    return findText(id, plugin, LOG_FUNCTION, &LoadLangFile);
+    const TextLocker locker(g_mutex);
+    return findText(id, plugin, LOG_FUNCTION, [](const QString& name) { LoadLangFile(name); });
 }
 
 bool Change::tr(QString const& id, QString const& plugin, QString& text, QKeySequence& key)
 {
-    const QMutexLocker locker(&g_mutex);
-    const QString whole = m_languageHash.value(plugin).value(id);
+    const TextLocker locker(g_mutex);
+    const QString whole = TextTable::find(id, plugin);
     const int position = CurrentLanguage::hasShortcuts() ? FindControlKeyInLangString(whole) : -1;
     text = whole;
     key = QKeySequence();
@@ -69,7 +76,7 @@ QString Change::Stratup_tr(QString const& id, QString const& plugin)
     LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
     QString text;
     {
-        const QMutexLocker locker(&g_mutex);
+        const TextLocker locker(g_mutex);
         text = findText(id, plugin, LOG_FUNCTION, &StartupLoadLangFile);
     }
     LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
@@ -91,7 +98,7 @@ void Change::StartupLoadLangFile(QString const& plugin)
 
 void Change::SetLangName(QString const& name)
 {
-    const QMutexLocker locker(&g_mutex);
+    const TextLocker locker(g_mutex);
     CurrentLanguage::setName(name);
     const QStringList plugins = m_languageHash.keys();
     for (const QString& plugin : plugins)

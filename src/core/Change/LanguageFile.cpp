@@ -2,6 +2,7 @@
 #include "Change/Change.h"
 
 #include "Change/CurrentLanguage.h"
+#include "Change/TextTable.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 #include "common/XmlFile.h"
@@ -9,9 +10,13 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+
 namespace {
 
 constexpr XmlFile::Texts logTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
+
+constexpr int usualItemSize = 80; ///< bytes of a file per text, so that the table grows once
 
 QString languageFile(const QString& plugin)
 {
@@ -46,7 +51,8 @@ bool Change::readXmlFile(QIODevice* device, QString plugin)
     if (!device)
         return false;
     const bool cutsShortcuts = !CurrentLanguage::hasShortcuts();
-    QHash<QString, QString>& texts = m_languageHash[plugin];
+    QHash<QString, QString>& texts = TextTable::texts(plugin);
+    texts.reserve(std::max(texts.size(), static_cast<int>(device->size() / usualItemSize)));
     QXmlStreamReader reader(device);
     while (!reader.atEnd()) {
         reader.readNext();

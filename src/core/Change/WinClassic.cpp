@@ -31,10 +31,13 @@ constexpr const BarImages& barImages(Qt::Orientation orientation)
     return orientation == Qt::Vertical ? verticalBar : horizontalBar;
 }
 
+/// The ends, squares but for two pixels' breadth, keep their shape; what lies between them is stretched.
 void drawStretched(QPainter& painter, const QRect& target, const QPixmap& image)
 {
-    const int end = std::min(image.width(), image.height()) / 2;
-    qDrawBorderPixmap(&painter, target, QMargins(end, end, end, end), image);
+    const int end = (std::min(image.width(), image.height()) - 1) / 2;
+    const int drawnEnd = std::min(end, std::min(target.width(), target.height()) / 2);
+    qDrawBorderPixmap(&painter, target, QMargins(drawnEnd, drawnEnd, drawnEnd, drawnEnd), image, image.rect(),
+                      QMargins(end, end, end, end));
 }
 
 /// How a part looks now: "", "_hover" or "_pressed".
@@ -86,13 +89,19 @@ void WinClassic::drawScrollBar(const QStyleOptionSlider& option, QPainter& paint
     const auto area = [&](SubControl part) {
         return proxy()->subControlRect(CC_ScrollBar, &option, part, widget);
     };
+    const auto draw = [&](SubControl part, const char* name) {
+        painter.drawPixmap(area(part), image(name, partState(option, part)));
+    };
     BarImages images = barImages(option.orientation);
     if (option.orientation == Qt::Horizontal && option.direction == Qt::RightToLeft)
         std::swap(images.low, images.high);
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     drawStretched(painter, option.rect, image(images.back, ""));
-    painter.drawPixmap(area(SC_ScrollBarSubLine), image(images.low, partState(option, SC_ScrollBarSubLine)));
-    painter.drawPixmap(area(SC_ScrollBarAddLine), image(images.high, partState(option, SC_ScrollBarAddLine)));
+    draw(SC_ScrollBarSubLine, images.low);
+    draw(SC_ScrollBarAddLine, images.high);
     if (option.maximum > option.minimum)
         drawStretched(painter, area(SC_ScrollBarSlider),
                       image(images.slider, partState(option, SC_ScrollBarSlider)));
+    painter.restore();
 }

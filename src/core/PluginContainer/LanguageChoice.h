@@ -1,13 +1,14 @@
 #pragma once
 
 #include "PluginContainer/LanguageInfoEx.h"
+#include "skylume_global.h"
 
 #include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-/// Which of the installed languages a start begins with. Decides by its arguments alone.
+/// Which of the installed languages a start begins with. Decides by its arguments alone. One of them is exported for the tests.
 namespace LanguageChoice {
 
 /// The answer where the files do not give one.
@@ -27,7 +28,7 @@ Candidates candidates(const QList<LanguageInfoEx>& records, const QStringList& i
 /// The short name of the candidate of the computer's country; any, when none is.
 /// @param candidates not empty
 /// @param locale     language, underscore, country in lower case: "zh_cn"
-QString ofCountry(const Candidates& candidates, const QString& locale);
+SKYLUME_EXPORT QString ofCountry(const Candidates& candidates, const QString& locale);
 
 /// The short name of a language by its long name, whose case is ignored.
 /// @return fallback() for an unknown one

@@ -1,0 +1,183 @@
+// Looking up translated texts against Qt's own translator, reading language files against a bare pass of Qt's
+// reader over the same file, and switching the language of many plugins.
+#include "Installation.h"
+
+#include "Change/Change.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTranslator>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace {
+
+constexpr int textCount = 5000;
+constexpr int pluginCount = 30;
+constexpr int textsPerPlugin = 200;
+const QString plugin = QStringLiteral("BigPlugin");
+const QString soughtId = QStringLiteral("IDS_BIGPLUGIN_TEXT_2500");
+
+QTranslator* translator = nullptr;
+
+QString id(int number)
+{
+    return QStringLiteral("IDS_BIGPLUGIN_TEXT_%1").arg(number);
+}
+
+/// As in real files, some texts occur often ("OK", "Cancel").
+QString textOf(int number)
+{
+    return number % 5 == 0 ? QStringLiteral("Cancel")
+                           : QStringLiteral("Text number %1 of this plugin").arg(number);
+}
+
+QString languageFile(const QString& name, const QString& language)
+{
+    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/plugins/") + name;
+    QDir().mkpath(folder);
+    return folder + QLatin1Char('/') + name + QLatin1Char('_') + language + QStringLiteral(".lang");
+}
+
+template <typename WriteTexts>
+void writeXml(const QString& path, const WriteTexts& writeTexts)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("Cannot write %s", qUtf8Printable(path));
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    writeTexts(xml);
+    xml.writeEndDocument();
+}
+
+void writeLanguageFile(const QString& path, int count)
+{
+    writeXml(path, [count](QXmlStreamWriter& xml) {
+        xml.writeStartElement(QStringLiteral("language"));
+        for (int number = 0; number < count; ++number) {
+            xml.writeStartElement(QStringLiteral("item"));
+            xml.writeAttribute(QStringLiteral("name"), id(number));
+            xml.writeCharacters(textOf(number));
+            xml.writeEndElement();
+        }
+    });
+}
+
+void writeTranslationSource(const QString& path)
+{
+    writeXml(path, [](QXmlStreamWriter& xml) {
+        xml.writeStartElement(QStringLiteral("TS"));
+        xml.writeAttribute(QStringLiteral("version"), QStringLiteral("2.1"));
+        xml.writeStartElement(QStringLiteral("context"));
+        xml.writeTextElement(QStringLiteral("name"), plugin);
+        for (int number = 0; number < textCount; ++number) {
+            xml.writeStartElement(QStringLiteral("message"));
+            xml.writeTextElement(QStringLiteral("source"), id(number));
+            xml.writeTextElement(QStringLiteral("translation"), textOf(number));
+            xml.writeEndElement();
+        }
+    });
+}
+
+/// The same texts as the language file, compiled for Qt's translator.
+void loadTranslator(QTranslator& peer, const Installation& installation)
+{
+    const QString source = installation.path("texts.ts");
+    const QString compiled = installation.path("texts.qm");
+    writeTranslationSource(source);
+    QProcess::execute(QStringLiteral(LRELEASE),
+                      {QStringLiteral("-silent"), source, QStringLiteral("-qm"), compiled});
+    if (!peer.load(compiled))
+        qFatal("The texts could not be compiled with %s", LRELEASE);
+}
+
+void translate(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Change::tr(soughtId, plugin));
+    if (Change::tr(soughtId, plugin) != textOf(2500))
+        state.SkipWithError("wrong text");
+}
+
+void translateWithQt(benchmark::State& state)
+{
+    const QByteArray context = plugin.toUtf8();
+    const QByteArray source = soughtId.toUtf8();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(translator->translate(context, source));
+    if (translator->translate(context, source) != textOf(2500))
+        state.SkipWithError("wrong text");
+}
+
+/// Into an empty table, as at the start.
+void load(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        Change::m_languageHash.clear();
+        state.ResumeTiming();
+        Change::LoadLangFile(plugin);
+    }
+    if (Change::m_languageHash[plugin].size() != textCount)
+        state.SkipWithError("not all texts were read");
+}
+
+void barePass(benchmark::State& state)
+{
+    const QString path = languageFile(plugin, QStringLiteral("en-us"));
+    for (auto _ : state) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            qFatal("Cannot read the file");
+        QXmlStreamReader reader(&file);
+        while (!reader.atEnd())
+            benchmark::DoNotOptimize(reader.readNext());
+    }
+}
+
+void switchLanguage(benchmark::State& state)
+{
+    Change::m_languageHash.clear();
+    for (int number = 0; number < pluginCount; ++number) {
+        const QString name = QStringLiteral("Plugin%1").arg(number);
+        writeLanguageFile(languageFile(name, QStringLiteral("en-us")), textsPerPlugin);
+        writeLanguageFile(languageFile(name, QStringLiteral("de-de")), textsPerPlugin);
+        Change::LoadLangFile(name);
+    }
+    bool german = false;
+    for (auto _ : state) {
+        german = !german;
+        Change::SetLangName(german ? QStringLiteral("de-de") : QStringLiteral("en-us"));
+    }
+    Change::SetLangName(QStringLiteral("en-us"));
+    Change::m_languageHash.clear();
+    Change::LoadLangFile(plugin);
+}
+
+} // namespace
+
+BENCHMARK(translate)->Name("translate/ours");
+BENCHMARK(translateWithQt)->Name("translate/peer_qtranslator");
+BENCHMARK(translate)->Name("translate_threads/ours")->Threads(8)->UseRealTime();
+BENCHMARK(translateWithQt)->Name("translate_threads/peer_qtranslator")->Threads(8)->UseRealTime();
+BENCHMARK(load)->Name("load_language_file/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(barePass)->Name("load_language_file/peer_reader")->Unit(benchmark::kMillisecond);
+BENCHMARK(switchLanguage)->Name("switch_language/ours")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Installation installation;
+    QTranslator peer;
+    loadTranslator(peer, installation);
+    translator = &peer;
+    writeLanguageFile(languageFile(plugin, QStringLiteral("en-us")), textCount);
+    Change::LoadLangFile(plugin);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
