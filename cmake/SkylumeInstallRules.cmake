@@ -24,6 +24,7 @@ install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_
     PATTERN "TextTable.h" EXCLUDE
     PATTERN "PluginDecisions.h" EXCLUDE
     PATTERN "PluginFolder.h" EXCLUDE
+    PATTERN "Addresses.h" EXCLUDE
     PATTERN "DeviceSettings.h" EXCLUDE
     PATTERN "GuardedCall.h" EXCLUDE
     PATTERN "XmlFile.h" EXCLUDE

@@ -51,8 +51,10 @@ protected:
     /// Verifies that no unexpected line came, or shows the latest lines when the test has failed.
     void checkLog();
 
+protected slots:
+    void init(); ///< a test that has more to prepare calls it first
+
 private slots:
-    void init();
     void cleanup() { checkLog(); }
 
 private:

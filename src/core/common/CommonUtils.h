@@ -1,13 +1,19 @@
 #pragma once
 
 #include "PluginContainer/interfaces/ICallUIPlugin.h"
+#include "common/Log.h"
+#include "common/TagUnits.h"
 #include "skylume_global.h"
 
+#include <QFontMetrics>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 class IDeviceMgr;
 class ILayout;
+class QAbstractButton;
+class QLabel;
 class QThread;
 class QWidget;
 
@@ -89,8 +95,128 @@ public:
 
     // ---- Threads
 
+    /// Announces that a worker thread begins. Every worker calls it once, and ThreadCountDec() once at its end.
+    /// @param owner, name tell in the log who it is, for example a class and a thread name
+    static void ThreadCountInc(QString owner, QString name);
+
+    /// Announces that a worker thread ends, after its last use of anything shared.
+    /// @return the workers left; negative after calls without a beginning
+    static int ThreadCountDec(QString owner, QString name);
+
+    /// Asks all workers to stop, through the notification service if there is one, and waits until they have.
+    /// All calls of a process together wait 20 times 500 ms at most; workers that are left then are abandoned.
+    /// Returns at once without a plugin host. For the thread that closes the application.
+    static void WaitThreadsStop();
+
     /// Stops a thread: asks its event loop to end, waits, and terminates it as a last resort.
     /// @param thread    null is ignored
     /// @param unMaxWait longest wait in seconds; there is no wait after a termination
     static void WaitForThreadToStop(QThread* thread, unsigned int unMaxWait);
+
+    // ---- Addresses and links in a text; "characters" are UTF-16 units
+
+    /// Whether the whole text is an e-mail address: letters, digits, marks, "_" and "-" of any script, with
+    /// single dots between them and at least one dot behind the "@".
+    static bool CheckForEmailAddr(QString text);
+
+    /// Whether the whole text begins with a run of the letters h, t, p, s and "|" in either case, then "://".
+    /// Characters up to 255 may follow, and those beyond that have an upper- or lower-case form up to 255.
+    static bool CheckForHttpAddr(QString text);
+
+    /// Whether the whole text is a host name of lower-case letters, digits and single dots that ends in a
+    /// label of 2 to 6 letters.
+    static bool CheckForWebAddr(QString text);
+
+    /// Makes a plain text safe and clickable for a rich-text label: "<" and ">" are escaped, blanks become
+    /// "&nbsp;", also one put before every line feed, and words that are e-mail addresses, host names
+    /// beginning with "www." or web addresses become links. Words with characters above 255 are never links.
+    static QString ParseAndCreateHyperLinks(QString text);
+
+    /// The link for a word that begins with "http://", "https://" or "ftp://" and a letter or digit; anything
+    /// else comes back as it is. A line feed in front stays in front.
+    static QString createLinkForHttpAndFtp(QString word);
+
+    // ---- Other work on texts
+
+    /// Puts a blank before every line feed.
+    static QString addSpaceToNewLine(QString text);
+
+    /// Whether there is a character outside 1 to 255.
+    static bool isNonAsciiCharPresent(QString text);
+
+    /// Cuts a text into runs of characters within 1 to 255 and runs of all others, in order.
+    static QStringList SplitAsciiAndUnicodeString(QString text);
+
+    /// @param flag receives false
+    /// @return the text as the only entry; no entry for an empty text
+    static QStringList SplitAsciiString(QString text, bool& flag);
+
+    /// Splits a line at blanks; what stands between double quotes is one parameter, blanks included.
+    /// @return empty when the quotes are not in pairs
+    static QStringList GetParamList(QString line);
+
+    /// Fixes the direction of commas, quotes and brackets in a text for right-to-left languages: one that follows
+    /// a left-to-right character has all of its kind followed by U+202D, one that follows a Hebrew letter or the
+    /// like by U+202E. Every visit adds a mark, so repeated signs gather many. A text that would outgrow 128 Mi
+    /// characters stays as it is, with a warning.
+    static void ParanthesisCorrection(QString& text);
+    static void ParanthesisCorrectionForHeAndAr(QString& text);
+
+    // ---- Texts in widgets; GUI thread
+
+    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip.
+    /// @param label null is logged and ignored
+    static void ElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
+    static void LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
+
+    /// The same for a button, which keeps a wider margin.
+    static void AbstractButtonElidedText(QAbstractButton* button, QString text, Qt::TextElideMode mode);
+
+    /// The same for any widget with setText(), with a button's margin.
+    template <typename Widget>
+    static void setElidedTextForWidgetText(Widget* widget, QString text, Qt::TextElideMode mode);
+
+    /// Measures a text in pixels with the widget's font.
+    /// @param height, width stay as they are when the widget is null or the text is empty
+    static void GetWidgetStringHeightAndWidth(QWidget* widget, QString text, int& height, int& width);
+
+    /// The same with the application's font.
+    static void GetApplicationStringHeightAndWidth(QString text, int& height, int& width);
+
+    // ---- Speeds and volumes
+
+    /// The unit of a ladder's first step.
+    /// @param context the plugin whose language files hold the unit's text
+    /// @return empty without a step
+    static QString SpeedUnitToString(QVector<TagUnits> units, QString context);
+
+    /// A value with two decimals, a blank and its unit: "1.50 KB". The unit is that of the last step whose
+    /// threshold lies below the value, else of the first.
+    /// @param value   in base units
+    /// @param context the plugin whose language files hold the unit's text
+    /// @return empty without a step
+    static QString SpeedFluxToString(QVector<TagUnits> units, unsigned long long value, QString context);
+
+private:
+    /// @param margin what of the widget's width is not for the text
+    template <typename Widget>
+    static void showElided(Widget* widget, const QString& text, Qt::TextElideMode mode, int margin);
 };
+
+template <typename Widget>
+void CommonUtils::setElidedTextForWidgetText(Widget* widget, QString text, Qt::TextElideMode mode)
+{
+    constexpr int margin = 10;
+    LOG_DEBUG("%s: %s: %s: %d: Enter", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    showElided(widget, text, mode, margin);
+}
+
+template <typename Widget>
+void CommonUtils::showElided(Widget* widget, const QString& text, Qt::TextElideMode mode, int margin)
+{
+    const QFontMetrics metrics = widget->fontMetrics();
+    const int available = widget->width() - margin;
+    const bool fits = metrics.boundingRect(text).width() <= available;
+    widget->setText(fits ? text : metrics.elidedText(text, mode, available));
+    widget->setToolTip(fits ? QString() : text);
+}

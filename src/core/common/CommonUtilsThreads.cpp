@@ -1,8 +1,80 @@
 #include "common/CommonUtils.h"
 
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "PluginContainer/interfaces/INotifyService.h"
+#include "Startup/Startup.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
 
+#include <QMutex>
+#include <QMutexLocker>
+#include <QObject>
 #include <QThread>
+#include <QWaitCondition>
+
+#include <atomic>
+
+namespace {
+
+/// The waiting of all calls together is limited: closing the application takes no longer for being asked twice.
+constexpr int maxWaitRounds = 20;
+constexpr unsigned long roundMilliseconds = 500;
+
+QMutex threadCountMutex; ///< guards changes of the count and the wait for them
+QWaitCondition ThreadFinished;
+std::atomic<int> threadCount{0}; // atomic: read without the mutex to decide about a further round
+std::atomic<int> waitRounds{0};
+
+void requestStop(IPluginContainer* container)
+{
+    QObject* const plugin = container->GetPlugin(PluginIds::NotifyService, PluginIds::NotifyStopService);
+    auto* const service = qobject_cast<INotifyService*>(plugin);
+    if (!service)
+        return;
+    LOG_DEBUG("%s: %s: stop thread called", LOG_FILE, "WaitThreadsStop");
+    guardedCall("StopThreads", QStringLiteral("notification service"), [service] { service->StopThreads(); });
+}
+
+} // namespace
+
+void CommonUtils::ThreadCountInc(QString owner, QString name)
+{
+    const QMutexLocker locker(&threadCountMutex);
+    const int count = ++threadCount;
+    LOG_WARNING("%s: %s: %s:threadCount is %d; thread: %s: %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, count,
+                qUtf8Printable(owner), qUtf8Printable(name));
+}
+
+int CommonUtils::ThreadCountDec(QString owner, QString name)
+{
+    const QMutexLocker locker(&threadCountMutex);
+    const int count = --threadCount;
+    LOG_WARNING("%s: %s: %s: threadCount is %d; thread: %s: %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, count,
+                qUtf8Printable(owner), qUtf8Printable(name));
+    if (count < 1) {
+        LOG_WARNING("%s: %s: %s:ThreadFinished.wakeAll();", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        ThreadFinished.wakeAll();
+    }
+    return count;
+}
+
+void CommonUtils::WaitThreadsStop()
+{
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    if (!container) {
+        LOG_DEBUG("%s: %s: Startup::GetPluginContainer failed", LOG_FILE, LOG_FUNCTION);
+        return;
+    }
+    requestStop(container);
+    while (threadCount > 0 && waitRounds < maxWaitRounds) {
+        const QMutexLocker locker(&threadCountMutex);
+        LOG_WARNING("%s: %s: %s: start ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        ThreadFinished.wait(&threadCountMutex, roundMilliseconds);
+        ++waitRounds;
+    }
+    LOG_WARNING("%s: %s: %s: end ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+}
 
 void CommonUtils::WaitForThreadToStop(QThread* thread, unsigned int unMaxWait)
 {

@@ -6,7 +6,7 @@
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 #include "PluginContainer/interfaces/ILayout.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "PublishedHost.h"
 #include "common/SafeMemory.h"
 
 #include <QDesktopServices>
@@ -18,13 +18,6 @@
 #include <thread>
 
 namespace {
-
-/// Puts a container where the library looks for the plugin host, without a start.
-class PublishedHost : private Startup
-{
-public:
-    static void publish(IPluginContainer* host) { m_pPluginContainer = host; }
-};
 
 /// Ends when it is told to and not before, unless it is terminated.
 class StubbornThread : public QThread

@@ -1,0 +1,72 @@
+#include "common/CommonUtils.h"
+
+#include "common/Log.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+
+namespace {
+
+constexpr int labelMargin = 2;
+
+/// @param isMeasurable whether there is something that has a font
+/// @param font         called when the text is measured
+template <typename Font>
+void measure(const char* function, bool isMeasurable, const QString& text, Font font, int& height, int& width)
+{
+    LOG_DEBUG("Enter  : %s: %s: %s %d", LOG_TIME, LOG_FILE, function, __LINE__);
+    if (!isMeasurable) {
+        LOG_DEBUG("%s: %s: %s %d : Bad input Param", LOG_TIME, LOG_FILE, function, __LINE__);
+    } else if (text.isEmpty()) {
+        LOG_DEBUG("%s: %s: %s %d : Empty String in the widget", LOG_TIME, LOG_FILE, function, __LINE__);
+    } else {
+        const QFontMetrics metrics = font();
+        width = metrics.horizontalAdvance(text);
+        height = metrics.height();
+    }
+    LOG_DEBUG("End  : %s: %s: %s %d", LOG_TIME, LOG_FILE, function, __LINE__);
+}
+
+} // namespace
+
+void CommonUtils::ElidedText(QLabel* label, QString text, Qt::TextElideMode mode)
+{
+    LOG_DEBUG("%s: %s: %s: %d: Entered", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    if (!label) {
+        LOG_DEBUG("%s: %s: %s: %d: NULL == pLabel", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+        return;
+    }
+    showElided(label, text, mode, labelMargin);
+    LOG_DEBUG("%s: %s: %s: %d: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+}
+
+void CommonUtils::LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode)
+{
+    LOG_DEBUG("%s: %s: %s: %d: Entered", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    ElidedText(label, text, mode);
+    LOG_DEBUG("%s: %s: %s: %d: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+}
+
+void CommonUtils::AbstractButtonElidedText(QAbstractButton* button, QString text, Qt::TextElideMode mode)
+{
+    LOG_DEBUG("%s: %s: %s: %d: Entered", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    if (!button) {
+        LOG_DEBUG("%s: %s: %s: %d: NULL == pButton", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+        return;
+    }
+    setElidedTextForWidgetText(button, text, mode);
+    LOG_DEBUG("%s: %s: %s: %d: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+}
+
+void CommonUtils::GetWidgetStringHeightAndWidth(QWidget* widget, QString text, int& height, int& width)
+{
+    measure(
+        LOG_FUNCTION, widget, text, [widget] { return widget->fontMetrics(); }, height, width);
+}
+
+void CommonUtils::GetApplicationStringHeightAndWidth(QString text, int& height, int& width)
+{
+    measure(
+        LOG_FUNCTION, true, text, [] { return QFontMetrics(QApplication::font()); }, height, width);
+}

@@ -1,0 +1,170 @@
+// The bookkeeping of worker threads, and the bounded wait for them. The limit of the wait is one for the whole
+// process, hence a test program of its own and the order of the tests.
+#include "common/CommonUtils.h"
+
+#include "CoreTest.h"
+#include "PluginContainer/PluginIds.h"
+#include "PublishedHost.h"
+
+#include <QThread>
+
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+class TestThreads : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void counting();
+    void waitWithoutHost();
+    void waitWithoutWorkers_data();
+    void waitWithoutWorkers();
+    void waitForWorkers();
+    void waitForWorkerThatNeverEnds();
+
+private:
+    /// A host with a notification service.
+    void publishHost()
+    {
+        m_host = makeContainer({{PluginIds::NotifyService, "TestAlpha"}});
+        PublishedHost::publish(m_host.get());
+    }
+
+    static int stopRequests() { return recorder().calls("TestAlpha.StopThreads").size(); }
+
+    std::unique_ptr<TestContainer> m_host;
+    int m_rounds = 0; ///< of waiting, over all tests
+};
+
+static const QString waitBegins = "{time}: {file}: WaitThreadsStop: start ThreadFinished.wait";
+static const QString waitEnds = "{time}: {file}: WaitThreadsStop: end ThreadFinished.wait";
+static const QString wakes = "{time}: {file}: ThreadCountDec:ThreadFinished.wakeAll();";
+
+void TestThreads::init()
+{
+    CoreTest::init();
+    log().allow("{time}: {file}: ThreadCount{*}");
+    log().allow(waitBegins);
+    log().allow(waitEnds);
+}
+
+void TestThreads::cleanup()
+{
+    PublishedHost::publish(nullptr);
+    m_host.reset();
+    checkLog();
+}
+
+void TestThreads::counting()
+{
+    CommonUtils::ThreadCountInc("Owner%s", "name");
+    QCOMPARE(log().lines(QtWarningMsg),
+             QStringList(log().lines("{time}: {file}: ThreadCountInc:threadCount is 1; "
+                                     "thread: Owner%s: name")));
+    CommonUtils::ThreadCountInc({}, {});
+    QCOMPARE(CommonUtils::ThreadCountDec("Owner", "name"), 1);
+    QVERIFY(log().contains("{time}: {file}: ThreadCountDec: threadCount is 1; thread: Owner: name"));
+    QVERIFY(!log().contains(wakes));
+    QCOMPARE(CommonUtils::ThreadCountDec({}, {}), 0);
+    QCOMPARE(CommonUtils::ThreadCountDec({}, {}), -1);
+    QCOMPARE(log().lines(QtWarningMsg, wakes).size(), 2);
+    CommonUtils::ThreadCountInc({}, {}); // for the next tests
+
+    constexpr int workers = 8;
+    constexpr int rounds = 100;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < workers; ++i) {
+        threads.emplace_back([] {
+            for (int round = 0; round < rounds; ++round) {
+                CommonUtils::ThreadCountInc("Worker", QString::number(round));
+                CommonUtils::ThreadCountDec("Worker", QString::number(round));
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    CommonUtils::ThreadCountInc({}, {});
+    QCOMPARE(CommonUtils::ThreadCountDec({}, {}), 0);
+}
+
+void TestThreads::waitWithoutHost()
+{
+    CommonUtils::ThreadCountInc({}, {});
+    CommonUtils::WaitThreadsStop();
+    CommonUtils::ThreadCountDec({}, {});
+    QVERIFY(log().contains("{file}: WaitThreadsStop: Startup::GetPluginContainer failed"));
+    QVERIFY(!log().contains(waitBegins) && !log().contains(waitEnds));
+}
+
+void TestThreads::waitWithoutWorkers_data()
+{
+    QTest::addColumn<QString>("service"); // how the notification service is
+    QTest::newRow("present") << "present";
+    QTest::newRow("missing") << "missing";
+    QTest::newRow("of another kind") << "other";
+    QTest::newRow("throws") << "throws";
+}
+
+void TestThreads::waitWithoutWorkers()
+{
+    QFETCH(QString, service);
+    if (service == "missing") {
+        m_host = makeContainer(QVector<PluginEntry>());
+        PublishedHost::publish(m_host.get());
+    } else {
+        publishHost();
+    }
+    if (service == "other")
+        recorder().setAnswer("TestAlpha.QueryInterface(0x2011)", QVariant::fromValue<QObject*>(this));
+    if (service == "throws")
+        recorder().setHook("TestAlpha.StopThreads", [] { throw std::runtime_error("broken"); });
+    log().allow("StopThreads: plugin notification service threw: broken");
+
+    CommonUtils::WaitThreadsStop();
+    const int asked = service == "present" || service == "throws";
+    QCOMPARE(stopRequests(), asked);
+    QCOMPARE(log().count("{file}: WaitThreadsStop: stop thread called"), asked);
+    QVERIFY(!log().contains(waitBegins));
+    QCOMPARE(log().lines(QtWarningMsg, waitEnds).size(), 1);
+}
+
+/// A worker that ends while it is waited for.
+void TestThreads::waitForWorkers()
+{
+    publishHost();
+    CommonUtils::ThreadCountInc("Worker", "first");
+    std::thread worker;
+    recorder().setHook("TestAlpha.StopThreads", [&] {
+        worker = std::thread([&] {
+            log().waitFor(waitBegins);
+            CommonUtils::ThreadCountDec("Worker", "first");
+        });
+    });
+    CommonUtils::WaitThreadsStop();
+    worker.join();
+    m_rounds = log().count(waitBegins);
+    QVERIFY(m_rounds < 20);
+    QCOMPARE(log().firstMissingInOrder({waitBegins, wakes, waitEnds}), QString());
+    QCOMPARE(recorder().calls("TestAlpha.StopThreads")[0].thread, QThread::currentThreadId());
+}
+
+/// The one test that waits for the limit; nothing is left of it afterwards.
+void TestThreads::waitForWorkerThatNeverEnds()
+{
+    publishHost();
+    CommonUtils::ThreadCountInc("Worker", "stuck");
+    CommonUtils::WaitThreadsStop();
+    QCOMPARE(m_rounds + log().count(waitBegins), 20);
+    CommonUtils::WaitThreadsStop();
+    QCOMPARE(m_rounds + log().count(waitBegins), 20);
+    QCOMPARE(log().count(waitEnds), 2);
+    QCOMPARE(stopRequests(), 2);
+    QCOMPARE(CommonUtils::ThreadCountDec("Worker", "stuck"), 0);
+}
+
+QTEST_GUILESS_MAIN(TestThreads)
+#include "tst_threads.moc"
