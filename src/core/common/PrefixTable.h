@@ -1,0 +1,47 @@
+#pragma once
+
+#include "common/TextTable.h"
+
+#include <QVector>
+
+#include <algorithm>
+#include <functional>
+
+/// Texts by the beginning of another one. Only lengths that a listed prefix has are tried, so that a look-up costs
+/// no more for a long text.
+class PrefixTable
+{
+public:
+    void insert(QStringView prefix, const QString& value)
+    {
+        m_table.insert(prefix, value);
+        const int length = static_cast<int>(prefix.size());
+        const auto place = std::lower_bound(m_lengths.begin(), m_lengths.end(), length, std::greater<>());
+        if (place == m_lengths.end() || *place != length)
+            m_lengths.insert(place, length);
+    }
+
+    /// The value of the longest prefix of `text` that has `shortest` characters or more; null when there is none.
+    const QString* find(QStringView text, int shortest) const
+    {
+        for (const int length : m_lengths) {
+            if (length < shortest)
+                break;
+            if (length > text.size())
+                continue;
+            if (const QString* const value = m_table.find(text.left(length)))
+                return value;
+        }
+        return nullptr;
+    }
+
+    void clear()
+    {
+        m_table.clear();
+        m_lengths.clear();
+    }
+
+private:
+    TextTable<QString> m_table;
+    QVector<int> m_lengths; ///< of the prefixes, the longest first
+};

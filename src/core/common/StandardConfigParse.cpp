@@ -1,0 +1,129 @@
+#include "common/StandardConfigParse.h"
+
+#include "common/CommonUtils.h"
+#include "common/Log.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+namespace {
+
+constexpr QLatin1String rootElement("qrvldoc");
+constexpr QLatin1String customizeItemElement("customize_item");
+constexpr QLatin1String customizeInfoElement("customize_Info");
+
+bool isAtEndOf(const QXmlStreamReader& reader, const QString& element)
+{
+    return reader.isEndElement() && reader.name() == element;
+}
+
+/// @return -1
+int logReadError(const char* function)
+{
+    // A fixed time, which tells these lines from those of other readers.
+    LOG_DEBUG("%s: %s: %s: Read Error: ", "10:24:35", LOG_FILE, function);
+    return -1;
+}
+
+} // namespace
+
+StandardConfigParse::StandardConfigParse(QString fileName)
+{
+    loadFile(std::move(fileName));
+}
+
+int StandardConfigParse::loadFile(QString fileName)
+{
+    QFile file(CommonUtils::GetPluginLibraryPath() + fileName);
+    if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        LOG_DEBUG("file not exist");
+        return -1;
+    }
+    return readXmlFile(&file);
+}
+
+int StandardConfigParse::readXmlFile(QIODevice* device)
+{
+    if (!device)
+        return -1;
+    if (device->atEnd())
+        return 0;
+    QXmlStreamReader reader(device);
+    bool isInRoot = false;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (isInRoot && isAtEndOf(reader, rootElement))
+            return 0;
+        if (reader.isStartElement() && reader.name() == rootElement)
+            isInRoot = true;
+        else if (isInRoot && reader.isStartElement())
+            readBlock(reader);
+    }
+    return reader.hasError() ? logReadError(LOG_FUNCTION) : 0;
+}
+
+void StandardConfigParse::readBlock(QXmlStreamReader& reader)
+{
+    if (reader.name() == customizeItemElement)
+        parseCustomizeItem(reader, customizeItemElement);
+    else if (reader.name() == customizeInfoElement)
+        parseCustomizeInfo(reader, customizeInfoElement);
+}
+
+int StandardConfigParse::parseCustomizeItem(QXmlStreamReader& reader, QString endName)
+{
+    int result = 0;
+    while (!reader.atEnd() && !isAtEndOf(reader, endName)) {
+        reader.readNext();
+        if (reader.hasError())
+            return logReadError(LOG_FUNCTION);
+        if (!reader.isStartElement())
+            continue;
+        if (reader.name() == QLatin1String("conditions"))
+            result = parseDetail(reader, m_conditions, QStringLiteral("conditions"));
+        else if (reader.name() == QLatin1String("results"))
+            result = parseDetail(reader, m_results, QStringLiteral("results"));
+    }
+    return result;
+}
+
+int StandardConfigParse::parseCustomizeInfo(QXmlStreamReader& reader, QString endName)
+{
+    return parseDetail(reader, m_customInfo, std::move(endName));
+}
+
+/// Ends behind the first item: a block gives one, and files in the field count on it.
+int StandardConfigParse::parseDetail(QXmlStreamReader& reader, QMap<QString, QString>& table, QString endName)
+{
+    constexpr QLatin1String itemElement("item");
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && reader.name() == itemElement) {
+            const QXmlStreamAttributes attributes = reader.attributes();
+            table.insert(attributes.value(QLatin1String("name")).toString(),
+                         attributes.value(QLatin1String("value")).toString());
+        } else if (isAtEndOf(reader, endName)) {
+            return -2;
+        } else if (isAtEndOf(reader, itemElement)) {
+            return -3;
+        } else if (reader.isEndElement()) {
+            return 0;
+        }
+    }
+    return 0;
+}
+
+QString StandardConfigParse::GetConditionByName(QString name)
+{
+    return m_conditions[name];
+}
+
+QString StandardConfigParse::GetResultByName(QString name)
+{
+    return m_results[name];
+}
+
+QString StandardConfigParse::GetCustomInfoByName(QString name)
+{
+    return m_customInfo[name];
+}

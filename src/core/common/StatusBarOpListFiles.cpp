@@ -1,0 +1,207 @@
+// Reads the lists of operators.
+#include "common/StatusBarOpListParse.h"
+
+#include "common/CommonUtils.h"
+#include "common/Log.h"
+
+#include <QDir>
+#include <QFile>
+#include <QXmlStreamReader>
+
+namespace {
+
+constexpr QLatin1String itemElement("Item");
+
+/// An "Item" element as it is read. The texts lie in the reader's buffers.
+struct Item
+{
+    QStringView mcc, mnc, shortdescr, fulldescr, langid, imsi, code, name;
+};
+
+struct ItemAttribute
+{
+    QLatin1String name;
+    QStringView Item::*field;
+};
+
+constexpr ItemAttribute itemAttributes[] = {
+    {QLatin1String("mcc"), &Item::mcc},
+    {QLatin1String("mnc"), &Item::mnc},
+    {QLatin1String("shortdescr"), &Item::shortdescr},
+    {QLatin1String("fulldescr"), &Item::fulldescr},
+    {QLatin1String("langid"), &Item::langid},
+    {QLatin1String("IMSI"), &Item::imsi},
+    {QLatin1String("MCCMNC"), &Item::code},
+    {QLatin1String("operator"), &Item::name},
+};
+
+/// @param attributes has to stay as long as the item is used
+Item itemFrom(const QXmlStreamAttributes& attributes)
+{
+    Item item;
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        const QStringView name = attribute.name();
+        for (const ItemAttribute& known : itemAttributes) {
+            if (name == known.name) {
+                item.*known.field = attribute.value();
+                break;
+            }
+        }
+    }
+    return item;
+}
+
+_ST_MCCMNC_ITEM namesOf(const Item& item, const QString& region)
+{
+    const QString shortdescr = item.shortdescr.toString();
+    const bool isAlsoFull = item.fulldescr == item.shortdescr; // often: the text is shared
+    return {shortdescr, isAlsoFull ? shortdescr : item.fulldescr.toString(), region, item.langid.toString()};
+}
+
+template <typename OnRoot>
+void readRoot(QXmlStreamReader& reader, QLatin1String root, OnRoot onRoot)
+{
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.hasError())
+            LOG_DEBUG("%s", qUtf8Printable(reader.errorString()));
+        else if (reader.isStartElement() && reader.name() == root)
+            onRoot();
+    }
+}
+
+} // namespace
+
+void StatusBarOpListParse::LoadFile(QString fileName)
+{
+    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readFile);
+}
+
+void StatusBarOpListParse::LoadCPLMNOpListFile(QString fileName)
+{
+    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readCPLMNOpListFile);
+}
+
+void StatusBarOpListParse::LoadCMCCMNCOpListFile(QString fileName)
+{
+    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readCMCCMNCOpListFile);
+}
+
+void StatusBarOpListParse::load(const char* function, const QString& fileName, ListReader read)
+{
+    LOG_DEBUG("%s: %s: called", LOG_FILE, function);
+    const QDir folder(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/StatusBarMgrPlugin"));
+    QFile file(folder.filePath(fileName));
+    if (!file.exists()) {
+        LOG_DEBUG("%s: %s: File %s does not exist", LOG_FILE, function, qUtf8Printable(file.fileName()));
+        return;
+    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        LOG_DEBUG("%s: %s: Error open file:%s", LOG_FILE, function, qUtf8Printable(file.fileName()));
+        return;
+    }
+    m_strFileName = fileName;
+    QXmlStreamReader reader(&file);
+    (this->*read)(reader);
+}
+
+void StatusBarOpListParse::readFile(QXmlStreamReader& reader)
+{
+    readRoot(reader, QLatin1String("OperatorList"), [&] { readOperatorList(reader); });
+}
+
+bool StatusBarOpListParse::readOperatorList(QXmlStreamReader& reader)
+{
+    while (!reader.atEnd()) {
+        if (reader.isStartElement() && reader.name() == QLatin1String("MccOnly"))
+            return readMccOnlyInfo(reader); // the last section, whatever follows
+        if (reader.isStartElement() && reader.name() == QLatin1String("MccMnc") && !readMccMncInfo(reader))
+            return false;
+        reader.readNext();
+        if (!checkError(reader))
+            return false;
+    }
+    return true;
+}
+
+template <typename OnElement>
+bool StatusBarOpListParse::readSection(QXmlStreamReader& reader, QLatin1String section, OnElement onElement)
+{
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (!checkError(reader))
+            return false;
+        if (reader.isEndElement() && reader.name() == section)
+            return true;
+        if (reader.isStartElement())
+            onElement(reader.attributes());
+    }
+    return true;
+}
+
+bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
+{
+    LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    if (!m_pHashMccMnc) {
+        LOG_WARNING("%s: %s: %s: pre condition failed", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        return false;
+    }
+    QString region;
+    return readSection(reader, QLatin1String("MccMnc"), [&](const QXmlStreamAttributes& attributes) {
+        if (reader.name() == itemElement) {
+            const Item item = itemFrom(attributes);
+            m_pHashMccMnc->insert({item.mcc, item.mnc}, namesOf(item, region));
+        } else if (reader.name() == QLatin1String("Region")) {
+            region = attributes.value(QLatin1String("descr")).toString();
+        }
+    });
+}
+
+bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader& reader)
+{
+    LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+    if (!m_pHashMccOnly) {
+        LOG_WARNING("%s: %s: %s: pre condition failed", LOG_TIME, LOG_FILE, LOG_FUNCTION);
+        return false;
+    }
+    return readSection(reader, QLatin1String("MccOnly"), [&](const QXmlStreamAttributes& attributes) {
+        if (reader.name() != itemElement)
+            return;
+        const Item item = itemFrom(attributes);
+        m_pHashMccOnly->insert(item.mcc, namesOf(item, {}));
+    });
+}
+
+void StatusBarOpListParse::readCPLMNOpListFile(QXmlStreamReader& reader)
+{
+    readNames(reader, QLatin1String("CPLMN"),
+              [this](const Item& item) { m_hashCPLMN.insert(item.imsi, item.name.toString()); });
+}
+
+void StatusBarOpListParse::readCMCCMNCOpListFile(QXmlStreamReader& reader)
+{
+    readNames(reader, QLatin1String("CMCCMNC"),
+              [this](const Item& item) { m_hashCMCCMNC.insert(item.code, item.name.toString()); });
+}
+
+template <typename OnItem>
+void StatusBarOpListParse::readNames(QXmlStreamReader& reader, QLatin1String root, OnItem onItem)
+{
+    readRoot(reader, root, [&] {
+        readSection(reader, root, [&](const QXmlStreamAttributes& attributes) {
+            if (reader.name() == itemElement)
+                onItem(itemFrom(attributes));
+        });
+    });
+}
+
+bool StatusBarOpListParse::checkError(QXmlStreamReader& reader)
+{
+    if (!reader.hasError())
+        return true;
+    const QString line = QLatin1String("Error: ") + reader.errorString() + QLatin1String(" at line ") +
+                         QString::number(reader.lineNumber()) + QLatin1String(", column ") +
+                         QString::number(reader.columnNumber());
+    LOG_DEBUG("%s", qUtf8Printable(line));
+    return false;
+}

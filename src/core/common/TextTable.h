@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringView>
+
+/// A key of a TextTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes have, are
+/// packed into a number, so that no text is made and compared for them.
+class TextKey
+{
+public:
+    TextKey(QStringView first, QStringView second = {})
+        : m_isPacked(pack(first) && pack(second))
+    {
+        if (!m_isPacked)
+            m_text = first.toString() + second.toString();
+    }
+
+    bool isPacked() const { return m_isPacked; }
+    quint64 packed() const { return m_packed; }
+    const QString& text() const { return m_text; } ///< when it is not packed
+
+private:
+    /// False when the text does not fit. NUL would not show.
+    bool pack(QStringView text)
+    {
+        for (const QChar c : text) {
+            if (c.isNull() || c.unicode() > 0xFF || m_packed >> 56)
+                return false;
+            m_packed = m_packed << 8 | c.unicode();
+        }
+        return true;
+    }
+
+    quint64 m_packed = 0;
+    QString m_text;
+    bool m_isPacked;
+};
+
+/// Values by text.
+template <typename Value>
+class TextTable
+{
+public:
+    /// A later value replaces an earlier one of the same key.
+    void insert(const TextKey& key, const Value& value)
+    {
+        if (key.isPacked())
+            m_short.insert(key.packed(), value);
+        else
+            m_long.insert(key.text(), value);
+    }
+
+    /// The value, or null. Valid until the next change.
+    const Value* find(const TextKey& key) const
+    {
+        return key.isPacked() ? valueOf(m_short, key.packed()) : valueOf(m_long, key.text());
+    }
+
+    void clear()
+    {
+        m_short.clear();
+        m_long.clear();
+    }
+
+private:
+    template <typename Key>
+    static const Value* valueOf(const QHash<Key, Value>& hash, const Key& key)
+    {
+        const auto found = hash.constFind(key);
+        return found == hash.cend() ? nullptr : &*found;
+    }
+
+    QHash<quint64, Value> m_short;
+    QHash<QString, Value> m_long;
+};
