@@ -93,6 +93,37 @@ public:
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 
+    // ---- Protected data; docs/ciphers.md says what this protects from and what not
+
+    /// Enciphers a text under a pass phrase into printable digits, each time differently.
+    /// @param plain, passPhrase zero-terminated; 24 bytes of the pass phrase count
+    /// @param result receives a zero-terminated text that the caller releases with CryptLocalFree(); it stays as it is
+    ///               when a text is null or memory is short
+    static void Encrypt(const char* plain, const char* passPhrase, char*& result);
+
+    /// Brings back the text that Encrypt() was given. A wrong pass phrase is not noticed; the result is garbage then.
+    /// @param result as for Encrypt(); it also stays as it is when protectedText has less than 15 digits
+    static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
+
+    /// Releases a result of Encrypt() or Decrypt(); null is ignored.
+    static void CryptLocalFree(char* p);
+
+    /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its fingerprint (3): the
+    /// SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its first zero byte; an empty text
+    /// has the fingerprint of 32 zero bytes.
+    /// @param inputPath, outputPath in the system's 8-bit encoding; the output is replaced. Files of 2 GiB and more are
+    ///        refused.
+    /// @return always 0; what went wrong is told by the log and standard error
+    static int FileCrypt(int operation, const char* inputPath, const char* outputPath);
+
+    /// Makes a token of a device identity that does not show it.
+    /// @param imei  1 to 23 characters, zero-terminated
+    /// @param token receives 44 characters and no terminating zero
+    static bool Handle_IMEI_Hash(const char* imei, char* token);
+
+    /// The subscriber identity of the SIM in the first modem, or empty.
+    static QString getIMSI();
+
     // ---- Threads
 
     /// Announces that a worker thread begins. Every worker calls it once, and ThreadCountDec() once at its end.

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "common/ciphers/Base64_p.h"
+#include "common/ciphers/Hex_p.h"
+#include "common/ciphers/Sha256_p.h"
+#include "common/ciphers/TripleDesCbc_p.h"
+
+/// The faster ways that processors of the family we are built for may offer beside the portable code. There is one
+/// source file for each family, and one for those that have none.
+namespace ProcessorPaths {
+
+/// Lists of ways, each better than the one before it; one without a name ends the list.
+SKYLUME_EXPORT const TripleDesCbc::Path* tripleDes();
+SKYLUME_EXPORT const Sha256Blocks::Path* sha256();
+SKYLUME_EXPORT const Base64Groups::Path* base64();
+SKYLUME_EXPORT const Hex::Path* hex();
+
+/// The best way of a list that this processor can take, or null. Ask once and keep the answer.
+template <typename Path>
+const Path* best(const Path* paths)
+{
+    const Path* best = nullptr;
+    for (; paths->name; ++paths) {
+        if (paths->isAvailable())
+            best = paths;
+    }
+    return best;
+}
+
+} // namespace ProcessorPaths

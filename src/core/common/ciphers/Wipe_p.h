@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+namespace Ciphers {
+
+/// Clears memory that held a key or a plain text. The compiler may not leave it out, although nobody reads the
+/// memory any more.
+inline void wipe(void* bytes, std::size_t count)
+{
+    if (count == 0)
+        return;
+    std::memset(bytes, 0, count);
+    __asm__ volatile("" : : "r"(bytes) : "memory");
+}
+
+} // namespace Ciphers

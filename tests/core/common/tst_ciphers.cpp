@@ -1,0 +1,423 @@
+// Triple DES, SHA-256, Base64 and hexadecimal digits: published vectors, every path of the processor, bad arguments.
+#include "VectorFile.h"
+#include "common/ciphers/Base64.h"
+#include "common/ciphers/CipherContext.h"
+#include "common/ciphers/ProcessorPaths_p.h"
+#include "common/ciphers/Sha256.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <random>
+
+namespace {
+
+unsigned char* bytesOf(QByteArray& bytes)
+{
+    return reinterpret_cast<unsigned char*>(bytes.data());
+}
+
+const unsigned char* bytesOf(const QByteArray& bytes)
+{
+    return reinterpret_cast<const unsigned char*>(bytes.constData());
+}
+
+QByteArray randomBytes(int size)
+{
+    static std::mt19937 generator(4711);
+    QByteArray bytes(size, '\0');
+    std::generate(bytes.begin(), bytes.end(), [] { return char(generator()); });
+    return bytes;
+}
+
+using Context = std::unique_ptr<CipherContext, decltype(&crypto_cipher_deinit)>;
+
+Context makeContext(const QByteArray& key, const QByteArray& iv)
+{
+    return {crypto_cipher_init(CipherTripleDes, bytesOf(iv), bytesOf(key), key.size()), crypto_cipher_deinit};
+}
+
+QByteArray digestOf(const QByteArray& message, int piece)
+{
+    QByteArray digest(int(Sha256DigestSize), '\0');
+    Sha256Context context;
+    Sha256_Init(&context);
+    for (int at = 0; at < message.size(); at += piece)
+        Sha256_Update(&context, bytesOf(message) + at, std::size_t(std::min(piece, message.size() - at)));
+    Sha256_Final(&context, bytesOf(digest));
+    return digest;
+}
+
+/// Calls for every path that this processor has.
+template <typename Path, typename Function>
+void forEachPath(const Path* paths, Function function)
+{
+    for (; paths->name; ++paths) {
+        if (paths->isAvailable())
+            function(*paths);
+    }
+}
+
+/// Where one of them stands, what a function must not touch has changed.
+constexpr char Guard = '#';
+
+} // namespace
+
+class TestCiphers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tripleDesVectors_data();
+    void tripleDesVectors();
+    void decipheringPaths_data();
+    void decipheringPaths();
+    void chainAndBuffers();
+    void contextFaults();
+    void sha256Vectors_data();
+    void sha256Vectors();
+    void sha256MonteCarlo();
+    void sha256Paths();
+    void base64_data();
+    void base64();
+    void base64Decoding_data();
+    void base64Decoding();
+    void base64Faults();
+    void base64Paths();
+    void hexPaths();
+};
+
+void TestCiphers::tripleDesVectors_data()
+{
+    QTest::addColumn<int>("cases");
+    QTest::newRow("TCBCMMT1.rsp") << 20; // one key, two keys, three keys
+    QTest::newRow("TCBCMMT2.rsp") << 20;
+    QTest::newRow("TCBCMMT3.rsp") << 20;
+    QTest::newRow("TCBCinvperm.rsp") << 128;
+    QTest::newRow("TCBCpermop.rsp") << 64;
+    QTest::newRow("TCBCsubtab.rsp") << 38;
+    QTest::newRow("TCBCvarkey.rsp") << 112;
+    QTest::newRow("TCBCvartext.rsp") << 128;
+}
+
+void TestCiphers::tripleDesVectors()
+{
+    const VectorFile file("ciphers/3DES/CBC/" + QString(QTest::currentDataTag()));
+    QTEST(file.cases.size(), "cases");
+    for (const VectorFile::Case& test : file.cases) {
+        const QByteArray one = test.bytes("KEYs");
+        const QByteArray key =
+            one.isEmpty() ? test.bytes("KEY1") + test.bytes("KEY2") + test.bytes("KEY3") : one.repeated(3);
+        const bool encrypts = test.section == "[ENCRYPT]";
+        const QByteArray in = test.bytes(encrypts ? "PLAINTEXT" : "CIPHERTEXT");
+        const auto process = encrypts ? crypto_cipher_encrypt : crypto_cipher_decrypt;
+        const Context context = makeContext(key, test.bytes("IV"));
+        QByteArray out(in.size(), '\0');
+        QCOMPARE(process(context.get(), bytesOf(in), bytesOf(out), in.size()), 0);
+        QCOMPARE(out.toHex(), test.values.value(encrypts ? "CIPHERTEXT" : "PLAINTEXT"));
+    }
+}
+
+void TestCiphers::decipheringPaths_data()
+{
+    QTest::addColumn<int>("blocks");
+    for (const int blocks : {1, 2, 3, 4, 63, 100, 127, 128, 129, 255, 256, 257, 511, 512, 513, 1100})
+        QTest::addRow("%d", blocks) << blocks;
+}
+
+// All ways to decipher undo the one way to encipher, in place as well, and leave the same chain.
+void TestCiphers::decipheringPaths()
+{
+    QFETCH(const int, blocks);
+    const QByteArray plain = randomBytes(8 * blocks), iv = randomBytes(8), key = randomBytes(24);
+    QByteArray crypt(plain.size(), '\0');
+    QCOMPARE(crypto_cipher_encrypt(makeContext(key, iv).get(), bytesOf(plain), bytesOf(crypt), plain.size()),
+             0);
+    Des3Schedule schedule;
+    des3_key_setup(bytesOf(key), &schedule);
+
+    const auto check = [&](const char* name, auto decipher) {
+        for (const bool isInPlace : {false, true}) {
+            QByteArray chain = iv, out = (isInPlace ? crypt : QByteArray(crypt.size(), '\0')) + Guard;
+            const auto* const in = isInPlace ? bytesOf(out) : bytesOf(crypt);
+            decipher(schedule, bytesOf(chain), in, bytesOf(out), std::size_t(blocks));
+            QVERIFY2(out == plain + Guard, name);
+            QVERIFY2(chain == crypt.right(8), name);
+        }
+    };
+    check("tables", TripleDesCbc::decryptByTables);
+    forEachPath(ProcessorPaths::tripleDes(), [&check](const TripleDesCbc::Path& path) {
+        check(path.name,
+              [&path](auto&&... arguments) { TripleDesCbc::decryptBitsliced(path, arguments...); });
+    });
+}
+
+// Calls continue one chain, whatever their lengths; buffers may overlap in any way.
+void TestCiphers::chainAndBuffers()
+{
+    constexpr int Size = 3000;
+    const QByteArray plain = randomBytes(Size), key = randomBytes(24), iv = randomBytes(8);
+    QByteArray crypt(Size, '\0');
+    const Context whole = makeContext(key, iv);
+    QCOMPARE(crypto_cipher_encrypt(whole.get(), bytesOf(plain), bytesOf(crypt), Size), 0);
+
+    for (const int shift : {-1000, -8, -3, 0, 1, 16, 1000}) {
+        const Context encrypting = makeContext(key, iv), decrypting = makeContext(key, iv);
+        for (int at = 0, piece = 8; at < Size; at += piece, piece = std::min(3 * piece, Size - at)) {
+            QByteArray memory(2000 + Size, Guard);
+            unsigned char* const in = bytesOf(memory) + 1000;
+            std::memcpy(in, plain.constData() + at, std::size_t(piece));
+            QCOMPARE(crypto_cipher_encrypt(encrypting.get(), in, in + shift, piece), 0);
+            QCOMPARE(memory.mid(1000 + shift, piece), crypt.mid(at, piece));
+            QCOMPARE(crypto_cipher_decrypt(decrypting.get(), in + shift, in, piece), 0);
+            QCOMPARE(memory.mid(1000, piece), plain.mid(at, piece));
+        }
+    }
+}
+
+void TestCiphers::contextFaults()
+{
+    const QByteArray key = randomBytes(24), iv = randomBytes(8);
+    QVERIFY(!crypto_cipher_init(1, bytesOf(iv), bytesOf(key), 24));
+    QVERIFY(!crypto_cipher_init(CipherTripleDes, bytesOf(iv), bytesOf(key), 16));
+    QVERIFY(!crypto_cipher_init(CipherTripleDes, nullptr, bytesOf(key), 24));
+    QVERIFY(!crypto_cipher_init(CipherTripleDes, bytesOf(iv), nullptr, 24));
+    crypto_cipher_deinit(nullptr);
+
+    const Context context = makeContext(key, iv);
+    for (const auto process : {crypto_cipher_encrypt, crypto_cipher_decrypt}) {
+        QByteArray in(16, 'a'), out(16, Guard);
+        for (const int length : {12, 1, -8, -1})
+            QCOMPARE(process(context.get(), bytesOf(in), bytesOf(out), length), -1);
+        QCOMPARE(process(context.get(), nullptr, nullptr, 0), 0);
+        QCOMPARE(process(context.get(), nullptr, bytesOf(out), 8), -1);
+        QCOMPARE(process(context.get(), bytesOf(in), nullptr, 8), -1);
+        QCOMPARE(process(nullptr, bytesOf(in), bytesOf(out), 8), -1);
+        QCOMPARE(out, QByteArray(16, Guard));
+    }
+}
+
+void TestCiphers::sha256Vectors_data()
+{
+    QTest::addColumn<int>("cases");
+    QTest::newRow("SHA256ShortMsg.rsp") << 65;
+    QTest::newRow("SHA256LongMsg.rsp") << 64;
+}
+
+void TestCiphers::sha256Vectors()
+{
+    const VectorFile file("hashes/SHA2/" + QString(QTest::currentDataTag()));
+    int cases = 0;
+    for (const VectorFile::Case& test : file.cases) {
+        if (!test.values.contains("Msg"))
+            continue;
+        ++cases;
+        const QByteArray message = test.bytes("Msg").left(test.values.value("Len").toInt() / 8);
+        const QByteArray expected = test.values.value("MD");
+        for (const int piece : {1, 3, 63, 64, 65, 1 << 20})
+            QCOMPARE(digestOf(message, piece).toHex(), expected);
+        QByteArray digest(int(Sha256DigestSize), Guard);
+        QCOMPARE(sha256(bytesOf(message), unsigned(message.size()), bytesOf(digest)),
+                 message.isEmpty() ? -1 : 0);
+        QCOMPARE(digest, message.isEmpty() ? QByteArray(int(Sha256DigestSize), Guard)
+                                           : QByteArray::fromHex(expected));
+    }
+    QTEST(cases, "cases");
+    QCOMPARE(sha256(bytesOf(QByteArray("abc")), 3, nullptr), -1);
+}
+
+void TestCiphers::sha256MonteCarlo()
+{
+    const VectorFile file("hashes/SHA2/SHA256Monte.rsp");
+    QCOMPARE(file.cases.size(), 101); // the seed and 100 results
+    QByteArray seed;
+    for (const VectorFile::Case& test : file.cases) {
+        if (test.values.contains("Seed"))
+            seed = test.bytes("Seed");
+        if (!test.values.contains("MD"))
+            continue;
+        QByteArray last[3] = {seed, seed, seed};
+        for (int i = 0; i < 1000; ++i) {
+            last[i % 3] = digestOf(last[i % 3] + last[(i + 1) % 3] + last[(i + 2) % 3], 96);
+            seed = last[i % 3];
+        }
+        QCOMPARE(seed.toHex(), test.values.value("MD"));
+    }
+}
+
+void TestCiphers::sha256Paths()
+{
+    const QByteArray blocks = randomBytes(64 * 7), start = randomBytes(32);
+    forEachPath(ProcessorPaths::sha256(), [&](const Sha256Blocks::Path& path) {
+        for (std::size_t count = 0; count <= 7; ++count) {
+            std::uint32_t expected[8], state[8];
+            std::memcpy(expected, start.constData(), sizeof expected);
+            std::memcpy(state, start.constData(), sizeof state);
+            Sha256Blocks::compressPortable(expected, bytesOf(blocks), count);
+            path.compress(state, bytesOf(blocks), count);
+            QVERIFY2(std::equal(state, state + 8, expected), path.name);
+        }
+    });
+}
+
+void TestCiphers::base64_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("text");
+    const auto row = [](const QByteArray& bytes, const char* text) {
+        QTest::newRow(text) << bytes << QByteArray(text);
+    };
+    row("f", "Zg=="); // from RFC 4648
+    row("fo", "Zm8=");
+    row("foo", "Zm9v");
+    row("foob", "Zm9vYg==");
+    row("fooba", "Zm9vYmE=");
+    row("foobar", "Zm9vYmFy");
+    row(QByteArray(1, '\0'), "AA==");
+    row("\xfb\xef\xbe\xff\xff\xff", "++++////");
+}
+
+// Both directions, each also over its own input.
+void TestCiphers::base64()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QByteArray, text);
+    for (const int shift : {0, 1, 40}) {
+        QByteArray memory(100, '\0');
+        unsigned char* const in = bytesOf(memory);
+        std::memcpy(in, bytes.constData(), std::size_t(bytes.size()));
+        unsigned size = 1; // its value does not matter
+        QCOMPARE(cl_base64Encode(in, unsigned(bytes.size()), in + shift, &size), 0);
+        QCOMPARE(memory.mid(shift, int(size)), text);
+        QCOMPARE(memory.at(shift + text.size()), '\0');
+
+        size = 1;
+        std::memcpy(in, text.constData(), std::size_t(text.size()) + 1);
+        QCOMPARE(cl_base64Decode(in, 1, in + shift, &size), 0);
+        QCOMPARE(memory.mid(shift, int(size)), bytes);
+    }
+}
+
+void TestCiphers::base64Decoding_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("bytes"); // in digits; null: no result
+    const auto row = [](const char* text, const char* digits) {
+        QTest::newRow(text) << QByteArray(text) << QByteArray(digits);
+    };
+    row("QUJD", "414243");
+    row("QUJDRA", "414243"); // no padding: the tail is ignored
+    row("QUJDRA==", "41424344");
+    row("QUJDRA=", "4142"); // one "=" too few: no second group, but a byte is taken off
+    row("QUJDRA===", "41424344");
+    row("QUJD=", "4142");
+    row("QUJD==", "41");
+    row("QUJDREVG=UJD", "4142434445");
+    row("QQ==QUJD", "41");
+    row("QU!D", "010503"); // foreign: three values in 18 bits
+    row("!!!!", "000000");
+    row("!UJD", "014243");
+    row("Q\n\r\t", "000010");
+    row("\xC4\xD6\xDC\xFF", "000000");
+    row("QUJD!\xE4JDQUJD", "414243000243414243");
+    row("Q!==", "01");
+    row("Q", nullptr);
+    row("QUJ", nullptr);
+    row("Q=", nullptr);
+    row("QQ=", nullptr);
+    row("=", nullptr);
+    row("==", nullptr);
+    row("====", nullptr);
+    row("=QUJD", nullptr);
+    row("", nullptr);
+}
+
+void TestCiphers::base64Decoding()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QByteArray, bytes);
+    QByteArray out(40, Guard);
+    unsigned size = 1;
+    QCOMPARE(cl_base64Decode(bytesOf(text), -1, bytesOf(out), &size), bytes.isNull() ? -1 : 0);
+    QCOMPARE(out.left(int(size)).toHex(), bytes.isNull() ? QByteArray("") : bytes);
+    QCOMPARE(out.mid(int(size)), QByteArray(40 - int(size), Guard));
+}
+
+void TestCiphers::base64Faults()
+{
+    const auto check = [](auto code) {
+        const QByteArray in("QUJD");
+        QByteArray out(8, Guard);
+        unsigned size = 8;
+        QCOMPARE(code(nullptr, 4, bytesOf(out), &size), 1);
+        QCOMPARE(size, 0u);
+        QCOMPARE(code(bytesOf(in), 4, bytesOf(out), &size), 6);
+        size = 8;
+        QCOMPARE(code(bytesOf(in), 4, nullptr, &size), 1);
+        QCOMPARE(size, 0u);
+        size = 8;
+        QCOMPARE(code(bytesOf(in), 0, bytesOf(out), &size), 1);
+        QCOMPARE(size, 0u);
+        QCOMPARE(code(bytesOf(in), 4, bytesOf(out), nullptr), 1);
+        QCOMPARE(out, QByteArray(8, Guard));
+    };
+    check(cl_base64Encode);
+    check(cl_base64Decode);
+}
+
+// Every path gives what the portable code does and writes nothing outside, for texts clean and dirty.
+void TestCiphers::base64Paths()
+{
+    forEachPath(ProcessorPaths::base64(), [](const Base64Groups::Path& path) {
+        for (std::size_t groups = 0; groups < 70; ++groups) {
+            const int textSize = 4 * int(groups), size = 3 * int(groups);
+            const QByteArray bytes = randomBytes(size);
+            QByteArray expected(textSize, '\0'), text(textSize + 1, Guard), back(size + 1, Guard);
+            Base64Groups::encode(nullptr, bytesOf(bytes), groups, bytesOf(expected));
+            Base64Groups::encode(&path, bytesOf(bytes), groups, bytesOf(text));
+            QVERIFY2(text == expected + Guard, path.name);
+            Base64Groups::decode(&path, bytesOf(expected), groups, bytesOf(back));
+            QVERIFY2(back == bytes + Guard, path.name);
+
+            for (const int clean : {1, 4, 40}) { // from every character on average to few
+                for (int at = 0; at < textSize; at += 1 + quint8(randomBytes(1).at(0)) % clean)
+                    expected[at] = randomBytes(1).at(0);
+                expected.replace('=', '!'); // the first one would end the text
+                QByteArray portable(size, '\0'), dirty(size + 1, Guard);
+                Base64Groups::decode(nullptr, bytesOf(expected), groups, bytesOf(portable));
+                Base64Groups::decode(&path, bytesOf(expected), groups, bytesOf(dirty));
+                QVERIFY2(dirty == portable + Guard, path.name);
+            }
+        }
+    });
+}
+
+void TestCiphers::hexPaths()
+{
+    QByteArray allPairs;
+    for (int first = 0; first < 256; ++first) {
+        for (int second = 0; second < 256; ++second)
+            allPairs.append(char(first)).append(char(second));
+    }
+    const auto decoded = [](const Hex::Path* path, const QByteArray& digits) {
+        QByteArray bytes((digits.size() + 1) / 2 + 1, Guard);
+        Hex::decode(path, digits.constData(), std::size_t(digits.size()), bytesOf(bytes));
+        return bytes;
+    };
+    forEachPath(ProcessorPaths::hex(), [&](const Hex::Path& path) {
+        QVERIFY2(decoded(&path, allPairs) == decoded(nullptr, allPairs), path.name);
+        for (int size = 0; size < 70; ++size) {
+            const QByteArray bytes = randomBytes(size);
+            QByteArray digits(2 * size + 1, Guard);
+            Hex::encode(&path, bytesOf(bytes), std::size_t(size), digits.data());
+            QVERIFY2(digits == bytes.toHex().toUpper() + Guard, path.name);
+            QVERIFY2(decoded(&path, digits.left(2 * size)) == bytes + Guard, path.name);
+            QVERIFY2(decoded(&path, digits) == bytes + '\0' + Guard, path.name); // "#" counts as 0
+        }
+    });
+}
+
+QTEST_APPLESS_MAIN(TestCiphers)
+#include "tst_ciphers.moc"
