@@ -5,7 +5,8 @@
 #     [OUTPUT_DIRECTORY <folder>]  default: app/ of the build tree, an installation to be
 #
 # Makes the loadable library <name> (no "lib" prefix on any system, so that its base name is what the plugin
-# library file gives as "url").
+# library file gives as "url"). Language files <name>_<language>.lang beside the calling CMakeLists.txt are installed
+# without being named.
 function(skylume_add_plugin name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT_DIRECTORY" "SOURCES;DATA;LIBRARIES")
     add_library(${name} MODULE ${arg_SOURCES})
@@ -21,7 +22,8 @@ function(skylume_add_plugin name)
     else()
         skylume_place_in_app(${name})
     endif()
-    if(arg_DATA)
-        skylume_add_data(${name}Data DESTINATION "plugins/${name}" FILES ${arg_DATA})
+    file(GLOB languages RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" CONFIGURE_DEPENDS "${name}_*.lang")
+    if(arg_DATA OR languages)
+        skylume_add_data(${name}Data DESTINATION "plugins/${name}" FILES ${arg_DATA} ${languages})
     endif()
 endfunction()

@@ -7,6 +7,9 @@
 #include "Startup/Startup.h"
 
 #include <QRect>
+#include <QTimer>
+
+static constexpr int ShortestSplash = 800; // milliseconds
 
 static constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
 
@@ -20,6 +23,7 @@ XFramePlugin::~XFramePlugin() = default;
 void XFramePlugin::Destroy()
 {
     UnSDKRegisterEvent();
+    Startup::CloseSplashScreen();
     m_follower.reset();
     if (m_window)
         m_window->close();
@@ -42,8 +46,15 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
     m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window);
     connect(&m_deviceEvents, &DeviceEvents::changed, m_follower.get(), &DeviceFollower::devicesChanged);
     m_deviceEvents.listen();
-    Startup::CloseSplashScreen();
+    closeSplashScreen();
     return m_window;
+}
+
+void XFramePlugin::closeSplashScreen()
+{
+    // One that goes as soon as it has come looks like a fault. The window can be used meanwhile.
+    const int remaining = qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash);
+    QTimer::singleShot(remaining, this, [] { Startup::CloseSplashScreen(); });
 }
 
 QWidget* XFramePlugin::GetMainWindow()

@@ -27,14 +27,16 @@ public:
     void Destroy() override;
     void UnSDKRegisterEvent() override;
 
-    /// Builds and shows the main window, loads the static and active plugins, embeds their pages and closes
-    /// the splash screen.
+    /// Builds and shows the main window, loads the static and active plugins and embeds their pages. The splash
+    /// screen is closed soon after, from the event loop.
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 
     QWidget* GetMainWindow() override;
     QString GetLayoutPluginClsid() override;
 
 private:
+    void closeSplashScreen();
+
     DeviceEvents m_deviceEvents;
     QPointer<MainWindow> m_window;
     std::unique_ptr<DeviceFollower> m_follower;
