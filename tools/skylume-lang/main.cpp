@@ -1,0 +1,157 @@
+// Checks language files and takes them to Qt Linguist and back, see docs/languages.md.
+
+#include "LanguageCheck.h"
+#include "LanguageFile.h"
+#include "LinguistFile.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace {
+
+enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
+
+struct Request
+{
+    QString command;
+    QStringList paths;
+    QString reference; ///< language code
+    QString output;    ///< path; empty for the default
+};
+
+void defineArguments(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(
+        QStringLiteral("Checks language files and takes them to Qt Linguist and back.\n\n"
+                       "  check PATH...    checks files, and folders with all that is below them\n"
+                       "  to-ts FILE       makes PLUGIN_LANGUAGE.ts of PLUGIN_LANGUAGE.lang, which may be "
+                       "missing yet;\n"
+                       "                   the reference is taken from the same folder\n"
+                       "  from-ts FILE     makes PLUGIN_LANGUAGE.lang of PLUGIN_LANGUAGE.ts\n\n"
+                       "The exit code is 1 when faults were found."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOption({QStringLiteral("reference"), QStringLiteral("Language that others are compared with."),
+                      QStringLiteral("code"), QStringLiteral("en-us")});
+    parser.addOption({QStringLiteral("output"), QStringLiteral("Where a conversion is written to."),
+                      QStringLiteral("file")});
+    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check, to-ts or from-ts"));
+    parser.addPositionalArgument(QStringLiteral("path"), QStringLiteral("what the command is about"),
+                                 QStringLiteral("path..."));
+}
+
+QString siblingFile(const LanguageFile& file, const QString& language, const QString& suffix)
+{
+    return QStringLiteral("%1/%2_%3.%4").arg(QFileInfo(file.path).path(), file.plugin, language, suffix);
+}
+
+int fail(const QString& message, ExitCode code)
+{
+    std::fprintf(stderr, "skylume-lang: %s\n", message.toLocal8Bit().constData());
+    return code;
+}
+
+int report(const Faults& faults)
+{
+    for (const Fault& fault : faults)
+        std::fprintf(stderr, "%s\n", fault.toString().toLocal8Bit().constData());
+    return faults.isEmpty() ? Success : Failure;
+}
+
+/// Writes a whole file or leaves it as it was.
+template <typename Write>
+int save(const QString& path, const Write& write)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return fail(path + QStringLiteral(": ") + file.errorString(), Failure);
+    write(file);
+    return file.commit() ? Success : fail(path + QStringLiteral(": ") + file.errorString(), Failure);
+}
+
+int check(const Request& request)
+{
+    const Faults faults = checkLanguages(request.paths, request.reference);
+    if (!faults.isEmpty())
+        std::fprintf(stderr, "%d faults:\n", faults.size());
+    return report(faults);
+}
+
+int toLinguist(const Request& request)
+{
+    Faults faults;
+    const QString path = request.paths.first();
+    const LanguageFile file =
+        QFileInfo::exists(path) ? LanguageFile::read(path, faults) : LanguageFile::named(path);
+    const LanguageFile reference =
+        LanguageFile::read(siblingFile(file, request.reference, QStringLiteral("lang")), faults);
+    if (!faults.isEmpty())
+        return report(faults);
+    const QString output = siblingFile(file, file.language, QStringLiteral("ts"));
+    return save(request.output.isEmpty() ? output : request.output,
+                [&](QIODevice& device) { LinguistFile::write(device, file, reference); });
+}
+
+int fromLinguist(const Request& request)
+{
+    Faults faults;
+    const LanguageFile named = LanguageFile::named(request.paths.first());
+    QFile input(named.path);
+    if (!input.open(QIODevice::ReadOnly))
+        return fail(named.path + QStringLiteral(": ") + input.errorString(), Failure);
+    const LanguageTexts texts = LinguistFile::read(input, named.path, faults);
+    if (!faults.isEmpty())
+        return report(faults);
+    const QString output = siblingFile(named, named.language, QStringLiteral("lang"));
+    return save(request.output.isEmpty() ? output : request.output,
+                [&texts](QIODevice& device) { LanguageFile::write(device, texts); });
+}
+
+struct Command
+{
+    const char* name;
+    bool takesSeveral; ///< paths
+    int (*run)(const Request&);
+};
+
+constexpr Command kCommands[] = {
+    {"check", true, check},
+    {"to-ts", false, toLinguist},
+    {"from-ts", false, fromLinguist},
+};
+
+int run(const Request& request)
+{
+    for (const Command& command : kCommands) {
+        if (request.command != QLatin1String(command.name))
+            continue;
+        if (request.paths.isEmpty() || (request.paths.size() > 1 && !command.takesSeveral))
+            return fail(QStringLiteral("\"%1\" needs %2; see --help")
+                            .arg(request.command,
+                                 command.takesSeveral ? QStringLiteral("paths") : QStringLiteral("one file")),
+                        UsageError);
+        return command.run(request);
+    }
+    return fail(QStringLiteral("there is no command \"%1\"; see --help").arg(request.command), UsageError);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("skylume-lang"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(SKYLUME_VERSION));
+    QCommandLineParser parser;
+    defineArguments(parser);
+    if (!parser.parse(QCoreApplication::arguments()))
+        return fail(parser.errorText(), UsageError);
+    parser.process(application); // now only for --help and --version
+    const QStringList arguments = parser.positionalArguments();
+    return run({arguments.value(0), arguments.mid(1), parser.value(QStringLiteral("reference")),
+                parser.value(QStringLiteral("output"))});
+}
