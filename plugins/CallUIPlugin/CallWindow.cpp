@@ -11,16 +11,6 @@
 
 namespace {
 
-namespace Texts {
-constexpr auto VoiceCall = u"Voice call";
-constexpr auto VideoCall = u"Video call";
-constexpr auto Dialling = u"Dialling\u2026";
-constexpr auto InCall = u"In call  %1";
-constexpr auto Ended = u"Call ended";
-constexpr auto HangUp = u"Hang up";
-constexpr auto Close = u"Close";
-} // namespace Texts
-
 constexpr int AnswerAfter = 2500; // milliseconds
 constexpr int CloseAfter = 2000;  // milliseconds
 constexpr int Second = 1000;      // milliseconds
@@ -46,7 +36,6 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* pa
     , m_stateLabel(Look::quietLabel(QString()))
     , m_hangUp(makeHangUpButton())
 {
-    setWindowTitle(text(type == UI_CALL_VIDEO ? Texts::VideoCall : Texts::VoiceCall));
     setWindowIcon(Look::tileIcon(Look::Sign::Call));
     setAttribute(Qt::WA_DeleteOnClose);
     auto* layout = new QVBoxLayout(this);
@@ -61,8 +50,12 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* pa
 
     m_nextState.setSingleShot(true);
     connect(&m_nextState, &QTimer::timeout, this, &CallWindow::proceed);
-    connect(&m_everySecond, &QTimer::timeout, this, &CallWindow::showDuration);
+    connect(&m_everySecond, &QTimer::timeout, this, &CallWindow::showState);
     enter(State::Dialling);
+    keepTranslated(this, [=] {
+        setWindowTitle(text(type == UI_CALL_VIDEO ? "IDS_CALL_VIDEO" : "IDS_CALL_VOICE"));
+        showState();
+    });
 }
 
 QPushButton* CallWindow::makeHangUpButton()
@@ -77,24 +70,21 @@ QPushButton* CallWindow::makeHangUpButton()
 void CallWindow::enter(State state)
 {
     m_state = state;
-    m_hangUp->setText(text(state == State::Ended ? Texts::Close : Texts::HangUp));
     m_everySecond.stop();
     m_nextState.stop();
     switch (state) {
     case State::Dialling:
-        m_stateLabel->setText(text(Texts::Dialling));
         m_nextState.start(AnswerAfter);
         break;
     case State::InCall:
         m_since.start();
         m_everySecond.start(Second);
-        showDuration();
         break;
     case State::Ended:
-        m_stateLabel->setText(text(Texts::Ended));
         m_nextState.start(CloseAfter);
         break;
     }
+    showState();
 }
 
 void CallWindow::proceed()
@@ -105,10 +95,15 @@ void CallWindow::proceed()
         close();
 }
 
-void CallWindow::showDuration()
+void CallWindow::showState()
 {
-    const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
-    m_stateLabel->setText(text(Texts::InCall).arg(duration.toString(QLatin1String("hh:mm:ss"))));
+    setCaption(m_hangUp, isGoingOn() ? "IDS_CALL_HANG_UP" : "IDS_CALL_CLOSE");
+    if (m_state == State::InCall) {
+        const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
+        m_stateLabel->setText(text("IDS_CALL_TALKING").arg(duration.toString(QLatin1String("hh:mm:ss"))));
+    } else {
+        m_stateLabel->setText(text(isGoingOn() ? "IDS_CALL_DIALLING" : "IDS_CALL_ENDED"));
+    }
 }
 
 void CallWindow::hangUpOrClose()

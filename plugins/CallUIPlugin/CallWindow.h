@@ -29,7 +29,7 @@ private:
     QPushButton* makeHangUpButton();
     void enter(State state);
     void proceed();
-    void showDuration();
+    void showState();
     void hangUpOrClose();
 
     State m_state = State::Dialling;

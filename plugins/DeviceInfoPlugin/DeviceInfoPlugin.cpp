@@ -8,27 +8,13 @@
 
 namespace {
 
-namespace Texts {
-constexpr auto Title = u"Modem";
-constexpr auto Lead = u"What is attached to this computer right now.";
-constexpr auto Model = u"Model";
-constexpr auto Port = u"Attached at";
-constexpr auto MadeFor = u"Made for operator";
-constexpr auto AnyOperator = u"any operator";
-constexpr auto Sim = u"SIM card";
-constexpr auto SimPresent = u"inserted";
-constexpr auto SimMissing = u"none";
-constexpr auto NoModem = u"No modem attached";
-constexpr auto NoModemHint = u"Plug in a modem. It is recognised by itself, usually within a few seconds.";
-} // namespace Texts
-
 class DeviceInfoPage : public Page
 {
 public:
     explicit DeviceInfoPage(QWidget* parent)
-        : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::Modem, parent)
+        : Page("IDS_MODEM_TITLE", "IDS_MODEM_LEAD", Look::Sign::Modem, parent)
     {
-        refresh();
+        keepTranslated(this, [this] { refresh(); });
     }
 
     void refresh();
@@ -52,18 +38,19 @@ void DeviceInfoPage::refresh()
 Card* DeviceInfoPage::modemCard(const Modem& modem)
 {
     auto* card = new Card(modem.name);
-    card->addRow(text(Texts::Model), modem.name);
-    card->addRow(text(Texts::Port), modem.port);
-    card->addRow(text(Texts::MadeFor),
-                 modem.customizeName.isEmpty() ? text(Texts::AnyOperator) : modem.customizeName);
-    card->addRow(text(Texts::Sim), text(modem.imsi.isEmpty() ? Texts::SimMissing : Texts::SimPresent));
+    card->addRow(text("IDS_MODEM_MODEL"), modem.name);
+    card->addRow(text("IDS_MODEM_PORT"), modem.port);
+    card->addRow(text("IDS_MODEM_MADE_FOR"),
+                 modem.customizeName.isEmpty() ? text("IDS_MODEM_ANY_OPERATOR") : modem.customizeName);
+    card->addRow(text("IDS_MODEM_SIM"),
+                 text(modem.imsi.isEmpty() ? "IDS_MODEM_SIM_MISSING" : "IDS_MODEM_SIM_PRESENT"));
     return card;
 }
 
 Card* DeviceInfoPage::emptyCard()
 {
-    auto* card = new Card(text(Texts::NoModem));
-    card->addText(text(Texts::NoModemHint));
+    auto* card = new Card(text("IDS_MODEM_NONE"));
+    card->addText(text("IDS_MODEM_NONE_HINT"));
     return card;
 }
 

@@ -7,17 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace {
-
-namespace Texts {
-constexpr auto Title = u"Dial pad";
-constexpr auto Lead = u"Type a number or use the keys.";
-constexpr auto Number = u"Number to call";
-constexpr auto Call = u" Call";
-constexpr auto Failed =
-    u"The call could not be started. Check the number and that no other call is going on.";
-} // namespace Texts
 
 constexpr QLatin1String Keys("123456789*0#");
 constexpr int KeyColumns = 3;
@@ -34,27 +26,33 @@ QLineEdit* makeNumberField()
 {
     auto* number = new QLineEdit;
     number->setFont(scaledFont(number->font(), 1.6));
-    number->setFixedWidth(PadWidth);
     number->setMinimumHeight(KeyHeight);
     number->setAlignment(Qt::AlignCenter);
     number->setClearButtonEnabled(true);
-    number->setPlaceholderText(text(Texts::Number));
-    number->setAccessibleName(text(Texts::Number));
+    number->setLayoutDirection(Qt::LeftToRight); // and neither are its numbers
+    keepTranslated(number, [number] {
+        number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
+        number->setAccessibleName(number->placeholderText());
+    });
     return number;
 }
 
 } // namespace
 
 DialPadPage::DialPadPage(QWidget* parent)
-    : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::DialPad, parent)
+    : Page("IDS_DIAL_TITLE", "IDS_DIAL_LEAD", Look::Sign::DialPad, parent)
     , m_number(makeNumberField())
     , m_message(Look::quietLabel(QString(), true))
 {
-    content()->addWidget(m_number);
-    content()->addWidget(makeKeys());
-    content()->addWidget(makeCallRow());
-    m_message->setFixedWidth(PadWidth);
-    content()->addWidget(m_message);
+    auto* pad = new QWidget;
+    pad->setFixedWidth(PadWidth);
+    auto* column = new QVBoxLayout(pad);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Look::Gap * 2);
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_number), makeKeys(), makeCallRow(), static_cast<QWidget*>(m_message)})
+        column->addWidget(part);
+    content()->addWidget(pad);
     content()->addStretch();
     setFocusProxy(m_number);
     connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::numberChanged);
@@ -65,7 +63,7 @@ DialPadPage::DialPadPage(QWidget* parent)
 QWidget* DialPadPage::makeKeys()
 {
     auto* keys = new QWidget;
-    keys->setFixedWidth(PadWidth);
+    keys->setLayoutDirection(Qt::LeftToRight); // a telephone's keys are never mirrored
     auto* grid = new QGridLayout(keys);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(Look::Gap);
@@ -88,11 +86,11 @@ QPushButton* DialPadPage::makeKey(const QString& sign)
 
 QWidget* DialPadPage::makeCallRow()
 {
-    m_call = new QPushButton(Look::tileIcon(Look::Sign::Call), text(Texts::Call));
+    m_call = new QPushButton;
     m_call->setFont(scaledFont(m_call->font(), 1.2));
-    m_call->setFixedWidth(PadWidth);
     m_call->setMinimumHeight(KeyHeight);
     connect(m_call, &QPushButton::clicked, this, &DialPadPage::call);
+    keepTranslated(m_call, [this] { setCaption(m_call, "IDS_DIAL_CALL"); });
     return m_call;
 }
 
@@ -108,7 +106,7 @@ void DialPadPage::call()
     if (number.isEmpty())
         return;
     const bool begun = CommonUtils::MakeCall(number, UI_CALL_VOICE);
-    m_message->setText(begun ? QString() : text(Texts::Failed));
+    m_message->setText(begun ? QString() : text("IDS_DIAL_FAILED"));
 }
 
 void DialPadPage::numberChanged()

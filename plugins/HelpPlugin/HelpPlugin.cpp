@@ -7,44 +7,41 @@
 
 namespace {
 
-namespace Texts {
-constexpr auto Title = u"Help";
-constexpr auto Lead = u"When something does not go as it should.";
-
 struct Answer
 {
-    const char16_t* question;
-    const char16_t* answer;
+    const char* question;
+    const char* answer;
 };
 
-constexpr Answer Answers[] = {
-    {u"The modem is not recognised",
-     u"Take it out, wait five seconds and plug it in again, directly into the computer rather than into a "
-     u"hub. "
-     u"Two modems at once are recognised, but only one can be customised for."},
-    {u"A page is missing", u"Which pages there are depends on the operator, the modem and the SIM card. The "
-                           u"page \u201cPlugins\u201d "
-                           u"lists all of them and says why each is there or not."},
-    {u"Calls do not start", u"Some modems and SIM cards are for data only. Check the number as well: digits, "
-                            u"* and # with an optional "
-                            u"leading +."},
+constexpr Answer answers[] = {
+    {"IDS_HELP_UNRECOGNISED", "IDS_HELP_UNRECOGNISED_ANSWER"},
+    {"IDS_HELP_PAGE_MISSING", "IDS_HELP_PAGE_MISSING_ANSWER"},
+    {"IDS_HELP_NO_CALLS", "IDS_HELP_NO_CALLS_ANSWER"},
 };
-} // namespace Texts
 
 class HelpPage : public Page
 {
 public:
     explicit HelpPage(QWidget* parent)
-        : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::Help, parent)
+        : Page("IDS_HELP_TITLE", "IDS_HELP_LEAD", Look::Sign::Help, parent)
     {
-        for (const auto& [question, answer] : Texts::Answers) {
-            auto* card = new Card(text(question));
-            card->addText(text(answer));
-            content()->addWidget(card);
-        }
-        content()->addStretch();
+        keepTranslated(this, [this] { refresh(); });
     }
+
+private:
+    void refresh();
 };
+
+void HelpPage::refresh()
+{
+    clearContent();
+    for (const auto& [question, answer] : answers) {
+        auto* card = new Card(text(question));
+        card->addText(text(answer));
+        content()->addWidget(card);
+    }
+    content()->addStretch();
+}
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
@@ -13,12 +14,10 @@
 namespace {
 
 constexpr int SideBarWidth = 196;
+constexpr int NarrowSideBarWidth = 60; ///< for pictures alone
+constexpr int NarrowArea = 640;        ///< an area below this width has the narrow one
 constexpr int LineHeight = 44;
 constexpr int PictureSize = 28;
-
-namespace Texts {
-constexpr auto SideBar = u"Pages";
-}
 
 /// Draws a line as picture and title on a rounded background.
 class LineDelegate : public QStyledItemDelegate
@@ -28,13 +27,15 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        return {SideBarWidth, LineHeight};
+        return {NarrowSideBarWidth, LineHeight}; // at least
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 
 private:
+    static void paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& line,
+                           const QString& title);
     static QColor background(const QStyleOptionViewItem& option);
 };
 
@@ -61,17 +62,27 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
     QRect picture(0, 0, PictureSize, PictureSize);
     picture.moveCenter(QPoint(int(line.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
+    picture = QStyle::visualRect(option.direction, option.rect, picture);
     index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
 
+    if (option.rect.width() > NarrowSideBarWidth)
+        paintTitle(painter, option, line, index.data(Qt::DisplayRole).toString());
+    painter->restore();
+}
+
+void LineDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& line,
+                              const QString& title)
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
     QFont font = option.font;
     font.setWeight(selected ? QFont::DemiBold : QFont::Normal);
     painter->setFont(font);
     painter->setPen(option.palette.color(QPalette::WindowText));
-    const QRectF title = line.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0);
-    const QString elided = QFontMetrics(font).elidedText(index.data(Qt::DisplayRole).toString(),
-                                                         Qt::ElideRight, int(title.width()));
-    painter->drawText(title, Qt::AlignVCenter | Qt::AlignLeft, elided);
-    painter->restore();
+    const QRect place =
+        QStyle::visualRect(option.direction, option.rect,
+                           line.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0).toRect());
+    const QString elided = QFontMetrics(font).elidedText(title, Qt::ElideRight, place.width());
+    painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft, elided);
 }
 
 QListWidget* makeSideBar()
@@ -84,7 +95,7 @@ QListWidget* makeSideBar()
     sideBar->setMouseTracking(true);
     sideBar->setUniformItemSizes(true);
     sideBar->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    sideBar->setAccessibleName(text(Texts::SideBar));
+    keepTranslated(sideBar, [sideBar] { sideBar->setAccessibleName(text("IDS_LAYOUT_PAGES")); });
     return sideBar;
 }
 
@@ -111,7 +122,14 @@ SideBarArea::SideBarArea(QWidget* parent)
 void SideBarArea::addPage(QWidget* page)
 {
     m_pages->addWidget(page);
-    m_sideBar->addItem(new QListWidgetItem(page->windowIcon(), page->windowTitle()));
+    m_sideBar->addItem(new QListWidgetItem(page->windowIcon(), QString()));
+    const auto setTitle = [this, page](const QString& title) {
+        QListWidgetItem* line = m_sideBar->item(m_pages->indexOf(page));
+        line->setText(title);
+        line->setToolTip(title);
+    };
+    setTitle(page->windowTitle());
+    connect(page, &QWidget::windowTitleChanged, this, setTitle);
     if (m_sideBar->count() > 1 && page != m_takenOut)
         return;
     m_sideBar->setCurrentRow(m_sideBar->count() - 1);
@@ -126,9 +144,16 @@ void SideBarArea::removePage(QWidget* page)
     // When several are taken out in a row, the first that was shown is the one the user was looking at.
     if (m_pages->currentWidget() == page && !m_takenOut)
         m_takenOut = page;
+    page->disconnect(this);
     m_pages->removeWidget(page);
     page->hide();
     page->setParent(nullptr);
+}
+
+void SideBarArea::resizeEvent(QResizeEvent* event)
+{
+    m_sideBar->setFixedWidth(event->size().width() < NarrowArea ? NarrowSideBarWidth : SideBarWidth);
+    QWidget::resizeEvent(event);
 }
 
 void SideBarArea::dropLine(int index)

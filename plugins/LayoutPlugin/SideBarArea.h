@@ -6,7 +6,8 @@
 class QListWidget;
 class QStackedWidget;
 
-/// A side bar with one line per page, and the chosen page beside it.
+/// A side bar with one line per page, and the chosen page beside it. Where there is little room, the lines show
+/// their pictures alone.
 class SideBarArea : public QWidget
 {
     Q_OBJECT
@@ -16,6 +17,9 @@ public:
 
     void addPage(QWidget* page);
     void removePage(QWidget* page);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void dropLine(int index);

@@ -9,28 +9,13 @@
 
 namespace {
 
-namespace Texts {
-constexpr auto Title = u"SIM card";
-constexpr auto Lead = u"Who the network takes you for.";
-constexpr auto Identity = u"Subscriber identity";
-constexpr auto Imsi = u"IMSI";
-constexpr auto CountryCode = u"Country code (MCC)";
-constexpr auto NetworkCode = u"Network code (MNC)";
-constexpr auto SubscriberNumber = u"Subscriber (MSIN)";
-constexpr auto Group = u"Group";
-constexpr auto GroupIdentifier = u"Group identifier (GID)";
-constexpr auto NoGroup = u"none";
-constexpr auto NoSim = u"No SIM card";
-constexpr auto NoSimHint = u"Insert a SIM card into the modem and attach it again.";
-} // namespace Texts
-
 class SimInfoPage : public Page
 {
 public:
     explicit SimInfoPage(QWidget* parent)
-        : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::Sim, parent)
+        : Page("IDS_SIM_TITLE", "IDS_SIM_LEAD", Look::Sign::Sim, parent)
     {
-        refresh();
+        keepTranslated(this, [this] { refresh(); });
     }
 
     void refresh();
@@ -54,22 +39,22 @@ void SimInfoPage::refresh()
 void SimInfoPage::showSim(const Modem& modem)
 {
     const auto imsi = ::Imsi::parse(modem.imsi);
-    auto* identity = new Card(text(Texts::Identity));
-    identity->addRow(text(Texts::Imsi), modem.imsi);
-    identity->addRow(text(Texts::CountryCode), imsi.countryCode);
-    identity->addRow(text(Texts::NetworkCode), imsi.networkCode);
-    identity->addRow(text(Texts::SubscriberNumber), imsi.subscriberNumber);
+    auto* identity = new Card(text("IDS_SIM_IDENTITY"));
+    identity->addRow(text("IDS_SIM_IMSI"), modem.imsi);
+    identity->addRow(text("IDS_SIM_COUNTRY_CODE"), imsi.countryCode);
+    identity->addRow(text("IDS_SIM_NETWORK_CODE"), imsi.networkCode);
+    identity->addRow(text("IDS_SIM_SUBSCRIBER"), imsi.subscriberNumber);
     content()->addWidget(identity);
 
-    auto* group = new Card(text(Texts::Group));
-    group->addRow(text(Texts::GroupIdentifier), modem.gid.isEmpty() ? text(Texts::NoGroup) : modem.gid);
+    auto* group = new Card(text("IDS_SIM_GROUP"));
+    group->addRow(text("IDS_SIM_GROUP_ID"), modem.gid.isEmpty() ? text("IDS_SIM_NO_GROUP") : modem.gid);
     content()->addWidget(group);
 }
 
 void SimInfoPage::showNoSim()
 {
-    auto* card = new Card(text(Texts::NoSim));
-    card->addText(text(Texts::NoSimHint));
+    auto* card = new Card(text("IDS_SIM_NONE"));
+    card->addText(text("IDS_SIM_NONE_HINT"));
     content()->addWidget(card);
 }
 

@@ -36,17 +36,22 @@ void BadgeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                  cell.fontMetrics.height() + BadgeHeightOverText);
     badge.moveCenter(QRectF(cell.rect).center());
     badge.moveLeft(cell.rect.left() + 1);
+    QRectF dot(badge.left() + BadgePadding, badge.center().y() - DotSize / 2.0, DotSize, DotSize);
+    QRectF words = badge.adjusted(BadgePadding + DotSize + Look::Gap, 0, 0, 0);
+    if (cell.direction == Qt::RightToLeft) {
+        for (QRectF* part : {&badge, &dot, &words})
+            part->moveLeft(cell.rect.left() + cell.rect.right() + 1 - part->right());
+    }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(Look::mixed(cell.palette.color(QPalette::Base), color, 0.14));
     painter->drawRoundedRect(badge, badge.height() / 2, badge.height() / 2);
     painter->setBrush(color);
-    painter->drawEllipse(
-        QRectF(badge.left() + BadgePadding, badge.center().y() - DotSize / 2.0, DotSize, DotSize));
+    painter->drawEllipse(dot);
     painter->setPen(color);
     painter->setFont(cell.font);
-    painter->drawText(badge.adjusted(BadgePadding + DotSize + Look::Gap, 0, 0, 0), Qt::AlignVCenter, content);
+    painter->drawText(words, Qt::AlignVCenter, content);
     painter->restore();
 }
 

@@ -7,43 +7,29 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPainter>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
 
-namespace Texts {
-constexpr auto NoModem = u"No modem";
-constexpr auto SeveralModems = u"%1 modems";
-constexpr auto Attached = u"Attached at %1";
-constexpr auto AttachedSomewhere = u"Attached";
-constexpr auto Waiting = u"Waiting for one to be plugged in";
-constexpr auto TooMany = u"Customised for the one used last";
-constexpr auto Modem = u"Modem";
-constexpr auto Operator = u"Operator";
-constexpr auto NoOperator = u"none";
-constexpr auto Key = u"Customised for";
-constexpr auto NoKey = u"no modem in particular";
-} // namespace Texts
-
 constexpr int PictureSize = 48;
+constexpr int CompactPictureSize = 32;
 constexpr int LongestValue = 240;
 
-QLabel* makePicture()
-{
-    auto* picture = new QLabel;
-    picture->setPixmap(Look::tileIcon(Look::Sign::Signal).pixmap(PictureSize, PictureSize));
-    return picture;
-}
-
 /// A quiet caption above a value.
-QLayout* makeFact(const char16_t* caption, QLabel* value)
+QLayout* makeFact(const char* caption, QLabel* value)
 {
     auto* column = new QVBoxLayout;
+    auto* captionLabel = Look::quietLabel(QString());
     column->setSpacing(2);
-    column->addWidget(Look::quietLabel(text(caption)));
+    column->addWidget(captionLabel);
     column->addWidget(value);
-    value->setAccessibleName(text(caption));
+    keepTranslated(captionLabel, [=] {
+        captionLabel->setText(text(caption));
+        value->setAccessibleName(captionLabel->text());
+    });
     return column;
 }
 
@@ -59,43 +45,39 @@ void setValue(QLabel* label, const QString& value)
 QString modemState(const Modems& modems)
 {
     if (modems.isEmpty())
-        return text(Texts::Waiting);
+        return text("IDS_HEADER_WAITING");
     if (modems.size() > 1)
-        return text(Texts::TooMany);
+        return text("IDS_HEADER_LAST_USED");
     const QString port = modems.first().port;
-    return port.isEmpty() ? text(Texts::AttachedSomewhere) : text(Texts::Attached).arg(port);
+    return port.isEmpty() ? text("IDS_HEADER_ATTACHED") : text("IDS_HEADER_ATTACHED_AT").arg(port);
 }
 
 QString modemName(const Modems& modems)
 {
     if (modems.isEmpty())
-        return text(Texts::NoModem);
-    return modems.size() == 1 ? modems.first().name : text(Texts::SeveralModems).arg(modems.size());
-}
-
-QString orElse(const QString& value, const char16_t* otherwise)
-{
-    return value.isEmpty() ? text(otherwise) : value;
+        return text("IDS_HEADER_NO_MODEM");
+    return modems.size() == 1 ? modems.first().name : text("IDS_HEADER_MODEMS").arg(modems.size());
 }
 
 } // namespace
 
 HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
+    , m_picture(new QLabel)
     , m_modem(Look::label(QString(), 1.5, QFont::DemiBold))
     , m_modemState(Look::quietLabel(QString()))
     , m_operator(Look::label(QString(), 1.1, QFont::DemiBold))
     , m_key(Look::label(QString(), 1.1, QFont::DemiBold))
+    , m_facts(makeFacts())
 {
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     layout->setSpacing(Look::Gap * 2);
-    layout->addWidget(makePicture());
+    layout->addWidget(m_picture);
     layout->addLayout(makeModemColumn());
     layout->addStretch();
-    layout->addLayout(makeFact(Texts::Operator, m_operator));
-    layout->addSpacing(Look::Margin);
-    layout->addLayout(makeFact(Texts::Key, m_key));
+    layout->addWidget(m_facts);
+    setCompact(false);
+    keepTranslated(this, [this] { refresh(); });
 }
 
 QLayout* HeaderBar::makeModemColumn()
@@ -104,18 +86,57 @@ QLayout* HeaderBar::makeModemColumn()
     column->setSpacing(2);
     column->addWidget(m_modem);
     column->addWidget(m_modemState);
-    m_modem->setAccessibleName(text(Texts::Modem));
+    keepTranslated(m_modem, [this] { m_modem->setAccessibleName(text("IDS_HEADER_MODEM")); });
     return column;
+}
+
+QWidget* HeaderBar::makeFacts()
+{
+    auto* facts = new QWidget;
+    auto* layout = new QHBoxLayout(facts);
+    layout->setContentsMargins(0, 0, Look::Gap, 0);
+    layout->setSpacing(Look::Margin + Look::Gap);
+    layout->addLayout(makeFact("IDS_HEADER_OPERATOR", m_operator));
+    layout->addLayout(makeFact("IDS_HEADER_CUSTOMISED_FOR", m_key));
+    return facts;
+}
+
+QToolButton* HeaderBar::addMenu(QMenu* menu)
+{
+    auto* button = new QToolButton;
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setAutoRaise(true);
+    layout()->addWidget(button);
+    return button;
 }
 
 void HeaderBar::showSituation(const Modems& modems, const QString& key)
 {
+    m_modems = modems;
+    m_customisationKey = key;
+    refresh();
+}
+
+void HeaderBar::setCompact(bool isCompact)
+{
+    const int size = isCompact ? CompactPictureSize : PictureSize;
+    const int side = isCompact ? Look::Gap * 2 : Look::Margin;
+    const int top = isCompact ? Look::Gap : Look::Gap * 2;
+    m_picture->setPixmap(Look::tileIcon(Look::Sign::Signal).pixmap(size, size));
+    layout()->setContentsMargins(side, top, side, top);
+    m_facts->setVisible(!isCompact);
+}
+
+void HeaderBar::refresh()
+{
     const QString operatorName =
         CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
-    setValue(m_modem, modemName(modems));
-    setValue(m_modemState, modemState(modems));
-    setValue(m_operator, orElse(operatorName, Texts::NoOperator));
-    setValue(m_key, key.isEmpty() ? text(Texts::NoKey) : describeKey(key));
+    setValue(m_modem, modemName(m_modems));
+    setValue(m_modemState, modemState(m_modems));
+    setValue(m_operator, operatorName.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : operatorName);
+    setValue(m_key,
+             m_customisationKey.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(m_customisationKey));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

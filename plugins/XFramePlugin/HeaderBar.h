@@ -5,9 +5,11 @@
 #include <QWidget>
 
 class QLabel;
+class QMenu;
+class QToolButton;
 
-/// The top of the main window: the attached modem, the operator customisation and the customisation key in
-/// force.
+/// The top of the main window: the attached modem, the operator customisation, the customisation key in force and
+/// the buttons of the menus. In a compact window only the modem and the buttons are left.
 class HeaderBar : public QWidget
 {
     Q_OBJECT
@@ -16,15 +18,25 @@ public:
     explicit HeaderBar(QWidget* parent = nullptr);
 
     void showSituation(const Modems& modems, const QString& key);
+    void setCompact(bool isCompact);
+
+    /// Adds a button without a text that opens a menu.
+    QToolButton* addMenu(QMenu* menu);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QLayout* makeModemColumn();
+    QWidget* makeFacts();
+    void refresh();
 
+    Modems m_modems;
+    QString m_customisationKey;
+    QLabel* m_picture;
     QLabel* m_modem;
     QLabel* m_modemState;
     QLabel* m_operator;
     QLabel* m_key;
+    QWidget* m_facts;
 };

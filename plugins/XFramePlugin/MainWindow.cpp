@@ -1,23 +1,52 @@
 #include "MainWindow.h"
 
+#include "Change/Change.h"
 #include "HeaderBar.h"
+#include "LanguageMenu.h"
 #include "PluginsPage.h"
+#include "Skin.h"
 #include "common/CommonUtils.h"
 #include "support/Look.h"
+#include "support/Text.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QMenu>
 #include <QScreen>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr QLatin1String SettingsSection("mainwindow");
-constexpr QLatin1String GeometryKey("geometry");
-constexpr QSize SmallestSize(760, 520);
-constexpr QSize FirstSize(960, 640);
+constexpr QLatin1String CompactKey("compact");
+constexpr QLatin1String IsSet("true");
+
+/// What differs between the usual and the compact window.
+struct Form
+{
+    QLatin1String geometryKey;
+    QSize smallest;
+    QSize first;
+};
+
+constexpr Form usualForm{QLatin1String("geometry"), {760, 520}, {960, 640}};
+constexpr Form compactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 560}};
+
+const Form& currentForm()
+{
+    return CommonUtils::IsMiniMode() ? compactForm : usualForm;
+}
+
+void readCompactSetting()
+{
+    if (CommonUtils::GetSettings(SettingsSection, CompactKey) == IsSet)
+        CommonUtils::SetMiniModeFlag();
+    else
+        CommonUtils::ResetMiniModeFlag();
+}
 
 } // namespace
 
@@ -26,19 +55,16 @@ MainWindow::MainWindow(QWidget* parent)
     , m_header(new HeaderBar)
     , m_pluginsPage(new PluginsPage(nullptr))
 {
+    readCompactSetting();
+    applySkin();
     setWindowTitle(QGuiApplication::applicationDisplayName());
     setWindowIcon(Look::tileIcon(Look::Sign::Signal));
-    setMinimumSize(SmallestSize);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_header);
-
-    auto* quit = new QAction(this);
-    quit->setShortcut(QKeySequence::Quit);
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-    addAction(quit);
-    restorePlace();
+    addMenus();
+    adaptToForm();
 }
 
 MainWindow::~MainWindow()
@@ -69,18 +95,75 @@ void MainWindow::closeEvent(QCloseEvent* event)
     QWidget::closeEvent(event);
 }
 
+void MainWindow::addMenus()
+{
+    auto* languages = new LanguageMenu(this);
+    connect(languages, &LanguageMenu::chosen, this, &MainWindow::useLanguage);
+    QToolButton* languageButton = m_header->addMenu(languages);
+    QToolButton* mainButton = m_header->addMenu(makeMainMenu());
+    mainButton->setText(QString(QChar(0x2261)));          // three bars
+    mainButton->setObjectName(QLatin1String("mainMenu")); // for style sheets
+    keepTranslated(this, [=] {
+        languageButton->setText(nameOfLanguage(Change::GetLangName()));
+        languageButton->setToolTip(text("IDS_MENU_LANGUAGE"));
+        mainButton->setToolTip(text("IDS_MENU"));
+        mainButton->setAccessibleName(mainButton->toolTip());
+    });
+}
+
+QMenu* MainWindow::makeMainMenu()
+{
+    auto* menu = new QMenu(this);
+    QAction* compact = menu->addAction(QString());
+    compact->setCheckable(true);
+    compact->setChecked(CommonUtils::IsMiniMode());
+    connect(compact, &QAction::toggled, this, &MainWindow::setCompact);
+    QAction* quit = menu->addAction(QString());
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+    addActions(menu->actions()); // shortcuts work with the menu closed
+    keepTranslated(this, [=] {
+        setCaption(compact, "IDS_MENU_COMPACT");
+        setCaption(quit, "IDS_MENU_QUIT");
+    });
+    return menu;
+}
+
+void MainWindow::useLanguage(const QString& code)
+{
+    const Qt::LayoutDirection before = QGuiApplication::layoutDirection();
+    m_language.use(code);
+    if (QGuiApplication::layoutDirection() != before)
+        applySkin();
+}
+
+void MainWindow::setCompact(bool isCompact)
+{
+    rememberPlace();
+    CommonUtils::SetSettings(SettingsSection, CompactKey, isCompact ? IsSet : QLatin1String("false"));
+    readCompactSetting();
+    applySkin();
+    adaptToForm();
+}
+
+void MainWindow::adaptToForm()
+{
+    m_header->setCompact(CommonUtils::IsMiniMode());
+    setMinimumSize(currentForm().smallest);
+    restorePlace();
+}
+
 void MainWindow::restorePlace()
 {
-    const QString geometry = CommonUtils::GetSettings(SettingsSection, GeometryKey);
+    const QString geometry = CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey);
     if (restoreGeometry(QByteArray::fromBase64(geometry.toLatin1())))
         return;
     const QRect available = screen()->availableGeometry();
-    const QSize size = FirstSize.boundedTo(available.size());
+    const QSize size = currentForm().first.boundedTo(available.size());
     setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
 }
 
 void MainWindow::rememberPlace() const
 {
     const QString geometry = QString::fromLatin1(saveGeometry().toBase64());
-    CommonUtils::SetSettings(SettingsSection, GeometryKey, geometry);
+    CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey, geometry);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LanguageSwitch.h"
 #include "support/Modems.h"
 
 #include <QPointer>
@@ -7,14 +8,17 @@
 
 class HeaderBar;
 class PluginsPage;
+class QMenu;
 
-/// The main window: a header, and below it the area of the pages. It remembers its size and place in the
-/// setting "mainwindow"/"geometry".
+/// The main window: a header with the menus, and below it the area of the pages. It can be made compact, which is
+/// the application's mini mode. In the section "mainwindow" of the settings it remembers that ("compact") and, for
+/// both forms, its size and place ("geometry", "compactgeometry").
 class MainWindow : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// Also lays out the whole application for the current language and applies the skin.
     explicit MainWindow(QWidget* parent);
     ~MainWindow() override;
 
@@ -31,9 +35,15 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void addMenus();
+    QMenu* makeMainMenu();
+    void useLanguage(const QString& code);
+    void setCompact(bool isCompact);
+    void adaptToForm();
     void restorePlace();
     void rememberPlace() const;
 
+    LanguageSwitch m_language; ///< first: what follows is made in its direction
     HeaderBar* m_header;
     QPointer<PluginsPage> m_pluginsPage;
 };

@@ -1,14 +1,26 @@
 #include "PluginStatusModel.h"
 
+#include "Change/Change.h"
 #include "PluginStatusText.h"
 #include "support/Text.h"
 
-static constexpr const char16_t* ColumnTitles[] = {u"Plugin", u"State", u"Why"};
+static constexpr const char* ColumnTitles[] = {"IDS_COLUMN_PLUGIN", "IDS_COLUMN_STATE", "IDS_COLUMN_WHY"};
+
+/// How a plugin calls itself in the current language.
+static QString nameOf(const PluginStatus& plugin)
+{
+    // The table of texts keeps the keys that it is asked for: none of them may point into this library.
+    const QString name = Change::tr(QString::fromLatin1("IDS_PLUGIN_NAME"), plugin.name);
+    return name.isEmpty() ? plugin.name : name;
+}
 
 void PluginStatusModel::setPlugins(const PluginStatusList& plugins)
 {
     beginResetModel();
     m_plugins = plugins;
+    m_names.clear();
+    for (const PluginStatus& plugin : plugins)
+        m_names.append(nameOf(plugin));
     endResetModel();
 }
 
@@ -29,9 +41,9 @@ QVariant PluginStatusModel::data(const QModelIndex& index, int role) const
     const PluginStatus& plugin = m_plugins.at(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return textAt(plugin, index.column());
+        return index.column() == NameColumn ? m_names.at(index.row()) : describe(plugin, index.column());
     case Qt::ToolTipRole:
-        return index.column() == NameColumn ? plugin.clsid : textAt(plugin, index.column());
+        return describe(plugin, index.column());
     case ToneRole:
         return int(toneOfState(plugin));
     default:
@@ -48,11 +60,11 @@ QVariant PluginStatusModel::headerData(int section, Qt::Orientation orientation,
     return role == Qt::DisplayRole ? text(ColumnTitles[section]) : QVariant();
 }
 
-QString PluginStatusModel::textAt(const PluginStatus& plugin, int column) const
+QString PluginStatusModel::describe(const PluginStatus& plugin, int column)
 {
     switch (column) {
     case NameColumn:
-        return plugin.name;
+        return plugin.name + QLatin1Char('\n') + plugin.clsid;
     case StateColumn:
         return describeState(plugin);
     default:

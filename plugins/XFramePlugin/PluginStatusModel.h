@@ -3,6 +3,7 @@
 #include "PluginContainer/PluginStatus.h"
 
 #include <QAbstractTableModel>
+#include <QStringList>
 
 /// The plugins as a table: name, state and reason.
 class PluginStatusModel : public QAbstractTableModel
@@ -15,6 +16,7 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
+    /// Takes the plugins, and their names in the current language.
     void setPlugins(const PluginStatusList& plugins);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -23,7 +25,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    QString textAt(const PluginStatus& plugin, int column) const;
+    static QString describe(const PluginStatus& plugin, int column);
 
     PluginStatusList m_plugins;
+    QStringList m_names; ///< of the plugins in the current language; looked up once, as a miss reads a file
 };

@@ -14,37 +14,31 @@ using State = PluginStatus::State;
 struct StateView
 {
     State state;
-    const char16_t* word;
+    const char* word; ///< identifier of its text
     Tone tone;
 };
 
 constexpr StateView stateViews[] = {
-    {State::Removed, u"Removed", Tone::Quiet},    {State::Disabled, u"Off", Tone::Quiet},
-    {State::Enabled, u"On demand", Tone::Info},   {State::Loaded, u"Loaded", Tone::Info},
-    {State::Initialized, u"Running", Tone::Good},
+    {State::Removed, "IDS_STATE_REMOVED", Tone::Quiet},    {State::Disabled, "IDS_STATE_OFF", Tone::Quiet},
+    {State::Enabled, "IDS_STATE_ON_DEMAND", Tone::Info},   {State::Loaded, "IDS_STATE_LOADED", Tone::Info},
+    {State::Initialized, "IDS_STATE_RUNNING", Tone::Good},
 };
-constexpr StateView failedView{State::Enabled, u"Failed", Tone::Bad};
+constexpr StateView failedView{State::Enabled, "IDS_STATE_FAILED", Tone::Bad};
 
 struct RuleText
 {
     Rule rule;
-    const char16_t* pattern; ///< %1 is the operator or the key
+    const char* pattern; ///< identifier of a text in which %1 is the operator or the key
 };
 
 constexpr RuleText ruleTexts[] = {
-    {Rule::None, u"Not asked for by any rule"},
-    {Rule::Common, u"Enabled for everybody"},
-    {Rule::OperatorAdd, u"Added by operator %1"},
-    {Rule::OperatorRemove, u"Removed by operator %1"},
-    {Rule::KeyAdd, u"Added for %1"},
-    {Rule::KeyRemove, u"Turned off for %1"},
+    {Rule::None, "IDS_RULE_NONE"},
+    {Rule::Common, "IDS_RULE_COMMON"},
+    {Rule::OperatorAdd, "IDS_RULE_OPERATOR_ADD"},
+    {Rule::OperatorRemove, "IDS_RULE_OPERATOR_REMOVE"},
+    {Rule::KeyAdd, "IDS_RULE_KEY_ADD"},
+    {Rule::KeyRemove, "IDS_RULE_KEY_REMOVE"},
 };
-
-namespace Texts {
-constexpr auto Modem = u"modem %1";
-constexpr auto SimsBeginningWith = u"SIM %1\u2026";
-constexpr auto SimGroup = u"SIM group %1";
-} // namespace Texts
 
 constexpr QLatin1String ImsiPrefix("IMSI");
 constexpr QLatin1String GidPrefix("GID");
@@ -63,7 +57,7 @@ const StateView& viewOf(const PluginStatus& status)
 
 QString describeSim(const QString& digits)
 {
-    return text(Texts::SimsBeginningWith).arg(digits.left(NetworkDigits));
+    return text("IDS_KEY_SIM").arg(digits.left(NetworkDigits));
 }
 
 } // namespace
@@ -98,6 +92,6 @@ QString describeKey(const QString& key)
     if (key.startsWith(ImsiPrefix))
         return describeSim(key.mid(ImsiPrefix.size()));
     if (key.startsWith(GidPrefix))
-        return text(Texts::SimGroup).arg(key.mid(GidPrefix.size()));
-    return text(Texts::Modem).arg(key);
+        return text("IDS_KEY_GROUP").arg(key.mid(GidPrefix.size()));
+    return text("IDS_KEY_MODEM").arg(key);
 }

@@ -13,11 +13,6 @@
 
 namespace {
 
-namespace Texts {
-constexpr auto Title = u"Plugins";
-constexpr auto Lead = u"Everything this installation can do, and why it is there or not.";
-} // namespace Texts
-
 constexpr int RowHeight = 40;
 constexpr int CellMargin = 4;
 constexpr int NameWidth = 170;
@@ -36,7 +31,7 @@ protected:
     void paintSection(QPainter* painter, const QRect& section, int column) const override
     {
         const QRect line = section.adjusted(0, section.height() - 1, 0, 0);
-        const QRect title = section.adjusted(CellMargin, 0, 0, 0);
+        const QRect title = section.adjusted(CellMargin, 0, -CellMargin, 0);
         painter->fillRect(section, palette().base());
         painter->fillRect(line, Look::lineColor(palette()));
         painter->setPen(Look::toneColor(Look::Tone::Quiet, palette()));
@@ -59,7 +54,7 @@ void setUpColumns(QTableView* table)
 } // namespace
 
 PluginsPage::PluginsPage(QWidget* parent)
-    : Page(text(Texts::Title), text(Texts::Lead), Look::Sign::Plugins, parent)
+    : Page("IDS_PLUGINS_TITLE", "IDS_PLUGINS_LEAD", Look::Sign::Plugins, parent)
     , m_model(new PluginStatusModel(this))
 {
     auto* panel = new Surface;
@@ -67,6 +62,7 @@ PluginsPage::PluginsPage(QWidget* parent)
     layout->setContentsMargins(Look::Gap * 2, Look::Gap, Look::Gap * 2, Look::Gap);
     layout->addWidget(makeTable());
     content()->addWidget(panel, 1);
+    keepTranslated(this, [this] { refresh(); });
 }
 
 void PluginsPage::refresh()
@@ -87,7 +83,6 @@ QTableView* PluginsPage::makeTable()
     auto* table = new QTableView;
     table->setModel(m_model);
     table->setItemDelegateForColumn(PluginStatusModel::StateColumn, new BadgeDelegate(table));
-    table->setAccessibleName(text(Texts::Title));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setTabKeyNavigation(false);
@@ -97,5 +92,6 @@ QTableView* PluginsPage::makeTable()
     table->setWordWrap(false);
     table->setMinimumHeight(RowHeight * 4);
     setUpColumns(table);
+    keepTranslated(table, [table] { table->setAccessibleName(text("IDS_PLUGINS_TITLE")); });
     return table;
 }

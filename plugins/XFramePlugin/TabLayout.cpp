@@ -11,8 +11,12 @@ QWidget* TabLayout::CreateArea(QWidget* parent)
 
 void TabLayout::AddPage(QWidget* area, QWidget* page)
 {
-    if (auto* tabs = qobject_cast<QTabWidget*>(area))
-        tabs->addTab(page, page->windowIcon(), page->windowTitle());
+    auto* tabs = qobject_cast<QTabWidget*>(area);
+    if (!tabs)
+        return;
+    tabs->addTab(page, page->windowIcon(), page->windowTitle());
+    QObject::connect(page, &QWidget::windowTitleChanged, tabs,
+                     [tabs, page](const QString& title) { tabs->setTabText(tabs->indexOf(page), title); });
 }
 
 void TabLayout::RemovePage(QWidget* area, QWidget* page)
@@ -21,6 +25,7 @@ void TabLayout::RemovePage(QWidget* area, QWidget* page)
     const int index = tabs ? tabs->indexOf(page) : -1;
     if (index < 0)
         return;
+    page->disconnect(tabs);
     tabs->removeTab(index);
     page->hide();
     page->setParent(nullptr);

@@ -9,17 +9,46 @@ namespace {
 
 constexpr qreal QuietShare = 0.35; // of the background in quiet text
 
-/// A label whose colour is drawn halfway back into the background, also when the palette changes. (The
-/// palette's own role for quiet text is no help: some platforms leave it unset.)
-class QuietLabel : public QLabel
+/// A label that begins where the window's lines begin, whatever script its own text is in: names and numbers stay
+/// Latin in a window that is laid out from right to left.
+class Label : public QLabel
 {
 public:
-    QuietLabel() { dim(); }
+    Label() { align(); }
 
 protected:
     void changeEvent(QEvent* event) override
     {
         QLabel::changeEvent(event);
+        if (event->type() == QEvent::LayoutDirectionChange)
+            align();
+    }
+
+private:
+    void align()
+    {
+        const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+        if (!(alignment() & Qt::AlignHCenter))
+            setAlignment((isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                         Qt::AlignVCenter);
+    }
+};
+
+/// A label whose colour is drawn halfway back into the background, also when the palette changes. (The
+/// palette's own role for quiet text is no help: some platforms leave it unset.)
+class QuietLabel : public Label
+{
+public:
+    QuietLabel()
+    {
+        setProperty("quiet", true); // for style sheets
+        dim();
+    }
+
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        Label::changeEvent(event);
         if (event->type() == QEvent::PaletteChange)
             dim();
     }
@@ -89,7 +118,7 @@ QColor Look::lineColor(const QPalette& palette)
 
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
 {
-    auto* label = new QLabel;
+    auto* label = new Label;
     setUp(label, content, scale, weight);
     return label;
 }

@@ -1,17 +1,17 @@
 #include "support/Page.h"
 
+#include "support/Text.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
 
-Page::Page(const QString& title, const QString& lead, Look::Sign sign, QWidget* parent)
+Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent)
     : QScrollArea(parent)
     , m_content(new QVBoxLayout)
 {
-    setWindowTitle(title);
     setWindowIcon(Look::tileIcon(sign));
-    setAccessibleName(title);
     setFrameShape(NoFrame);
     setWidgetResizable(true);
 
@@ -19,12 +19,21 @@ Page::Page(const QString& title, const QString& lead, Look::Sign sign, QWidget* 
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(Look::Margin, Look::Margin, Look::Margin, Look::Margin);
     layout->setSpacing(Look::Gap / 2);
-    layout->addWidget(Look::label(title, 1.5, QFont::DemiBold));
-    layout->addWidget(Look::quietLabel(lead, true));
+    QLabel* titleLabel = Look::label(QString(), 1.5, QFont::DemiBold);
+    QLabel* leadLabel = Look::quietLabel(QString(), true);
+    layout->addWidget(titleLabel);
+    layout->addWidget(leadLabel);
     layout->addSpacing(Look::Gap * 2);
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
+
+    keepTranslated(this, [=] {
+        setWindowTitle(text(title));
+        setAccessibleName(windowTitle());
+        titleLabel->setText(windowTitle());
+        leadLabel->setText(text(lead));
+    });
 }
 
 void Page::clearContent()

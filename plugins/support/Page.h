@@ -14,9 +14,9 @@ class Page : public QScrollArea
     Q_OBJECT
 
 public:
-    /// @param title window title and heading
-    /// @param lead  one sentence below the heading
-    Page(const QString& title, const QString& lead, Look::Sign sign, QWidget* parent);
+    /// @param title identifier of the window title and heading
+    /// @param lead  identifier of the sentence below the heading
+    Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent);
 
 protected:
     /// The column below the heading; ends with a stretch when the derived page adds one.

@@ -1,0 +1,58 @@
+// Compiled into each plugin that uses SkylumePluginSupport: SKYLUME_PLUGIN_NAME is that plugin's.
+#include "support/Text.h"
+
+#include "Change/Change.h"
+
+#include <QEvent>
+#include <QWidget>
+
+namespace {
+
+/// A widget hands a change of language to all its children, which makes this one run the function.
+class Translator : public QObject
+{
+public:
+    Translator(QWidget* parent, std::function<void()> setTexts)
+        : QObject(parent)
+        , m_setTexts(std::move(setTexts))
+    {
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            m_setTexts();
+        return QObject::event(event);
+    }
+
+private:
+    std::function<void()> m_setTexts;
+};
+
+// The table of texts keeps the keys that it is asked for, beyond the life of this library: no literals.
+QString thisPlugin()
+{
+    return QString::fromLatin1(SKYLUME_PLUGIN_NAME);
+}
+
+} // namespace
+
+QString text(const char* id)
+{
+    return Change::tr(QString::fromLatin1(id), thisPlugin());
+}
+
+Caption caption(const char* id)
+{
+    Caption parts;
+    text(id); // loads the texts if need be, which the other form does not
+    Change::tr(QString::fromLatin1(id), thisPlugin(), parts.text, parts.shortcut);
+    parts.text = parts.text.trimmed(); // a blank stands before the shortcut
+    return parts;
+}
+
+void keepTranslated(QWidget* widget, std::function<void()> setTexts)
+{
+    setTexts();
+    new Translator(widget, std::move(setTexts));
+}
