@@ -3,12 +3,16 @@
 
 set(SKYLUME_APP_DIR "${PROJECT_BINARY_DIR}/app")
 
+# All files in it, for whoever makes copies: the global property SKYLUME_APP_FILES.
+define_property(GLOBAL PROPERTY SKYLUME_APP_FILES)
+
 # skylume_place_in_app(<target>...): puts what a target builds into the installation.
 function(skylume_place_in_app)
     foreach(target IN LISTS ARGN)
         set_target_properties(${target} PROPERTIES
             RUNTIME_OUTPUT_DIRECTORY "${SKYLUME_APP_DIR}"
             LIBRARY_OUTPUT_DIRECTORY "${SKYLUME_APP_DIR}")
+        set_property(GLOBAL APPEND PROPERTY SKYLUME_APP_FILES "$<TARGET_FILE:${target}>")
     endforeach()
 endfunction()
 
@@ -28,4 +32,5 @@ function(skylume_add_data name)
         list(APPEND copies "${copy}")
     endforeach()
     add_custom_target(${name} ALL DEPENDS ${copies})
+    set_property(GLOBAL APPEND PROPERTY SKYLUME_APP_FILES ${copies})
 endfunction()

@@ -37,26 +37,39 @@ QString nameOfLanguage(const QString& code)
     return name;
 }
 
+void QtTranslator::load(const QString& code)
+{
+    const QLocale locale(code);
+    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+    m_direction = locale.textDirection();
+    static_cast<void>(QTranslator::load(locale, QStringLiteral("qtbase"), QStringLiteral("_"), folder));
+}
+
+QString QtTranslator::translate(const char* context, const char* source, const char* disambiguation,
+                                int count) const
+{
+    if (qstrcmp(source, "QT_LAYOUT_DIRECTION") == 0)
+        return QLatin1String(m_direction == Qt::RightToLeft ? "RTL" : "LTR");
+    return QTranslator::translate(context, source, disambiguation, count);
+}
+
 LanguageSwitch::LanguageSwitch()
 {
     follow();
+    // There is nothing yet that would have to change.
+    QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::LanguageChange);
 }
-
-LanguageSwitch::~LanguageSwitch() = default;
 
 void LanguageSwitch::use(const QString& code)
 {
     Change::SetLangName(code);
     follow();
-    QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::LanguageChange));
 }
 
 void LanguageSwitch::follow()
 {
-    const QLocale locale(Change::GetLangName());
-    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
     QCoreApplication::removeTranslator(&m_qtTexts);
-    if (m_qtTexts.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"), folder))
-        QCoreApplication::installTranslator(&m_qtTexts);
-    QGuiApplication::setLayoutDirection(locale.textDirection());
+    m_qtTexts.load(Change::GetLangName());
+    QCoreApplication::installTranslator(&m_qtTexts); // sends the change of language
+    QGuiApplication::setLayoutDirection(m_qtTexts.direction());
 }

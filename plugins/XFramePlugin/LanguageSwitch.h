@@ -16,6 +16,24 @@ QVector<Language> availableLanguages();
 /// A language's own name; the code when the system does not know it.
 QString nameOfLanguage(const QString& code);
 
+/// Qt's own texts, and the direction of the language, which Qt asks its translators for.
+class QtTranslator : public QTranslator
+{
+    Q_OBJECT
+
+public:
+    /// Reads the texts if they are installed; without them Qt speaks English.
+    void load(const QString& code);
+
+    Qt::LayoutDirection direction() const { return m_direction; }
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char* disambiguation,
+                      int count) const override;
+
+private:
+    Qt::LayoutDirection m_direction = Qt::LeftToRight;
+};
+
 /// Brings what does not come from language files in line with the current language: the direction in which windows
 /// are laid out, and the texts of Qt itself where its translations are installed.
 class LanguageSwitch
@@ -23,7 +41,6 @@ class LanguageSwitch
 public:
     /// For the language that the application has started in.
     LanguageSwitch();
-    ~LanguageSwitch();
 
     /// Makes a language current. All widgets are sent QEvent::LanguageChange before they are painted again.
     void use(const QString& code);
@@ -33,5 +50,5 @@ private:
 
     void follow();
 
-    QTranslator m_qtTexts;
+    QtTranslator m_qtTexts;
 };

@@ -7,7 +7,6 @@
 #include "Startup/Startup.h"
 
 #include <QRect>
-#include <QTimer>
 
 static constexpr int ShortestSplash = 800; // milliseconds
 
@@ -16,6 +15,8 @@ static constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C
 XFramePlugin::XFramePlugin()
 {
     publish(PluginIds::MainFrameService, this);
+    m_splashTimer.setSingleShot(true);
+    connect(&m_splashTimer, &QTimer::timeout, this, [] { Startup::CloseSplashScreen(); });
 }
 
 XFramePlugin::~XFramePlugin() = default;
@@ -53,8 +54,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 void XFramePlugin::closeSplashScreen()
 {
     // One that goes as soon as it has come looks like a fault. The window can be used meanwhile.
-    const int remaining = qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash);
-    QTimer::singleShot(remaining, this, [] { Startup::CloseSplashScreen(); });
+    m_splashTimer.start(qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash));
 }
 
 QWidget* XFramePlugin::GetMainWindow()

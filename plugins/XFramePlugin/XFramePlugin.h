@@ -6,6 +6,7 @@
 #include "support/DeviceEvents.h"
 
 #include <QPointer>
+#include <QTimer>
 
 #include <memory>
 
@@ -38,6 +39,8 @@ private:
     void closeSplashScreen();
 
     DeviceEvents m_deviceEvents;
+    QTimer
+        m_splashTimer; ///< not QTimer::singleShot(), which may keep the function longer than the library is there
     QPointer<MainWindow> m_window;
     std::unique_ptr<DeviceFollower> m_follower;
 };

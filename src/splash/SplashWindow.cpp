@@ -1,5 +1,7 @@
 #include "SplashWindow.h"
 
+#include "common/Log.h"
+
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QPaintEvent>
@@ -44,7 +46,8 @@ qreal swing(qint64 milliseconds)
 SplashWindow::SplashWindow(const QString& pictures, const SplashText& text)
     : m_text(text)
 {
-    setFlags(Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    setFlags(Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+             Qt::WindowDoesNotAcceptFocus);
     setTitle(m_text.starting);
     const QString picture = pictures + QStringLiteral("/splash.png");
     const QSize size = QImageReader(picture).size();
@@ -53,6 +56,13 @@ SplashWindow::SplashWindow(const QString& pictures, const SplashText& text)
     setGeometry(centred(size.isValid() ? size : PlainSize, screen()->availableGeometry()));
     m_shown.start();
     startTimer(FrameTime);
+}
+
+void SplashWindow::showEvent(QShowEvent* event)
+{
+    QRasterWindow::showEvent(event);
+    LOG_DEBUG("%s: %s: %dx%d, %.2f pixels each", LOG_FILE, LOG_FUNCTION, width(), height(),
+              devicePixelRatio());
 }
 
 void SplashWindow::timerEvent(QTimerEvent*)

@@ -16,6 +16,9 @@ private slots:
     void commandLine();
     void noMainWindow_data();
     void noMainWindow();
+    void splashScreen();
+    void splashProgram_data();
+    void splashProgram();
     void startAndEnd();
     void pluginsFollowTheModem_data();
     void pluginsFollowTheModem();
@@ -96,6 +99,63 @@ void TestApplication::noMainWindow()
     QCOMPARE(application.waitForEnd(), 1);
     for (const QString& text : qAsConst(texts))
         QVERIFY2(application.hasWritten(text), qUtf8Printable(application.lines().join('\n')));
+}
+
+void TestApplication::splashScreen()
+{
+    Application application;
+    application.start({"--verbose"});
+    QVERIFY(application.waitFor("showing splash screen..."));
+    QVERIFY(application.waitFor(": Startup: exit"));
+    QVERIFY(application.waitFor("closed XStartScreen on Win"));
+    QCOMPARE(application.close(), 0);
+
+    QFile settings(application.userFile("settings.ini"));
+    QVERIFY(settings.open(QIODevice::Append) && settings.write("\n[customize]\noperator=bluewave\n") > 0);
+    settings.close();
+    application.mark();
+    application.start({"--verbose"});
+    QVERIFY(application.waitFor(": Startup: exit"));
+    QVERIFY(!application.hasWritten("showing splash screen..."));
+    QCOMPARE(application.close(), 0);
+}
+
+void TestApplication::splashProgram_data()
+{
+    QTest::addColumn<QString>("pictures");
+    QTest::addColumn<QByteArray>("scale");
+    QTest::addColumn<QByteArray>("shown");
+    const QString pictures = Application::builtInstallation() + "/plugins/XFramePlugin/splash";
+    QTest::newRow("usual screen") << pictures << QByteArray("1") << QByteArray("560x320, 1.00 pixels");
+    QTest::newRow("dense screen") << pictures << QByteArray("2.5") << QByteArray(", 2.50 pixels");
+    QTest::newRow("no pictures") << QString("none") << QByteArray("1") << QByteArray("480x270, 1.00 pixels");
+}
+
+/// It stands until its standard input ends, which it does when the application is gone, however that came.
+void TestApplication::splashProgram()
+{
+    QFETCH(QString, pictures);
+    QFETCH(QByteArray, scale);
+    QFETCH(QByteArray, shown);
+    QProcess splash;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_LOGGING_RULES", "default.debug=true");
+    environment.insert("QT_LOGGING_TO_CONSOLE", "1");
+    environment.insert("QT_SCALE_FACTOR", scale);
+    environment.insert("QT_FONT_DPI", "96"); // else the virtual screen's
+    splash.setProcessEnvironment(environment);
+    splash.setProcessChannelMode(QProcess::MergedChannels);
+    splash.start(Application::builtInstallation() + "/XStartScreen.exe",
+                 {pictures, Application::builtInstallation() + "/plugins"});
+    QByteArray output;
+    while (!output.contains("pixels each") && splash.waitForReadyRead())
+        output += splash.readAll();
+    QVERIFY2(output.contains(shown), output);
+    QCOMPARE(splash.state(), QProcess::Running);
+    splash.closeWriteChannel();
+    QVERIFY(splash.waitForFinished());
+    QCOMPARE(splash.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(splash.exitCode(), 0);
 }
 
 void TestApplication::startAndEnd()

@@ -1,0 +1,210 @@
+// The whole application in this process, with its main window at hand: languages and skins.
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QDirIterator>
+#include <QListWidget>
+#include <QMenu>
+#include <QSet>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+#include <algorithm>
+#include <memory>
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void language_data();
+    void language();
+    void compactWindow_data();
+    void compactWindow();
+
+private:
+    /// Chooses a language as the user does, by its place among the languages' own names.
+    void choose(const QString& ownName);
+
+    /// The action or button that has the shortcut; null when none has.
+    QObject* owner(const char* shortcut) const;
+
+    std::unique_ptr<Startup> m_startup;
+    QWidget* m_window = nullptr;
+};
+
+/// All texts of all plugins in a language, without shortcuts.
+static QSet<QString> textsOf(const QString& language)
+{
+    const QRegularExpression shortcut(R"( \((Ctrl|Strg)\+\w\)$)");
+    QSet<QString> texts;
+    QDirIterator files(QCoreApplication::applicationDirPath() + "/plugins", {"*_" + language + ".lang"},
+                       QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        QXmlStreamReader reader(&file);
+        reader.readNextStartElement();
+        while (reader.readNextStartElement())
+            texts.insert(reader.readElementText().remove(shortcut));
+    }
+    return texts;
+}
+
+static void addCells(const QAbstractItemModel& model, QSet<QString>& texts)
+{
+    for (int column = 0; column < model.columnCount(); ++column) {
+        texts.insert(model.headerData(column, Qt::Horizontal).toString());
+        for (int row = 0; row < model.rowCount(); ++row)
+            texts.insert(model.index(row, column).data().toString());
+    }
+}
+
+/// Everything that can be read in the window, on pages that are hidden as well.
+static QSet<QString> shownTexts(QWidget* window)
+{
+    QSet<QString> texts;
+    for (const QObject* object : window->findChildren<QObject*>()) {
+        for (const char* property : {"text", "windowTitle", "toolTip", "placeholderText", "accessibleName"})
+            texts.insert(object->property(property).toString());
+        if (const auto* view = qobject_cast<const QAbstractItemView*>(object))
+            addCells(*view->model(), texts);
+    }
+    return texts;
+}
+
+void TestMainWindow::initTestCase()
+{
+    m_startup = std::make_unique<Startup>(true);
+    QVERIFY(Startup::GetMainFrameService());
+    m_window = Startup::GetMainFrameService()->GetMainWindow();
+    QTRY_VERIFY(owner("Ctrl+D")); // the dial pad comes with the modem's customisation
+}
+
+void TestMainWindow::cleanupTestCase()
+{
+    m_startup.reset();
+}
+
+void TestMainWindow::choose(const QString& ownName)
+{
+    for (QMenu* menu : m_window->findChildren<QMenu*>()) {
+        emit menu->aboutToShow();
+        for (QAction* choice : menu->actions()) {
+            if (choice->text() == ownName)
+                choice->trigger();
+        }
+        emit menu->aboutToHide();
+    }
+    QCoreApplication::processEvents();
+}
+
+QObject* TestMainWindow::owner(const char* shortcut) const
+{
+    const auto objects = m_window->findChildren<QObject*>();
+    const auto has = [shortcut](const QObject* object) {
+        return object->property("shortcut").value<QKeySequence>() == QKeySequence(shortcut);
+    };
+    const auto found = std::find_if(objects.begin(), objects.end(), has);
+    return found == objects.end() ? nullptr : *found;
+}
+
+void TestMainWindow::language_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("ownName");
+    QTest::addColumn<QString>("before"); // empty: the application has started in it
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("at start") << "de-de"
+                              << ""
+                              << "en-us" << Qt::LeftToRight;
+    QTest::newRow("Arabic") << "ar-sa" << QString::fromUtf8("العربية") << "de-de" << Qt::RightToLeft;
+    QTest::newRow("Hebrew") << "he-il" << QString::fromUtf8("עברית") << "ar-sa" << Qt::RightToLeft;
+    QTest::newRow("Chinese") << "zh-cn" << QString::fromUtf8("简体中文") << "he-il" << Qt::LeftToRight;
+    QTest::newRow("French") << "fr-fr" << QString::fromUtf8("Français") << "zh-cn" << Qt::LeftToRight;
+}
+
+/// No text of the language before is left, and shortcuts work on.
+void TestMainWindow::language()
+{
+    QFETCH(QString, code);
+    QFETCH(QString, ownName);
+    QFETCH(QString, before);
+    QFETCH(Qt::LayoutDirection, direction);
+    if (!ownName.isEmpty())
+        choose(ownName);
+    QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
+    const QSet<QString> shown = shownTexts(m_window);
+    const QSet<QString> expected = textsOf(code);
+    const QSet<QString> left = (textsOf(before) - expected) & shown;
+    QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
+    QVERIFY((shown & expected).size() > 40);
+    for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
+        QVERIFY2(owner(shortcut), shortcut);
+
+    QCOMPARE(m_window->layoutDirection(), direction);
+    const auto* sideBar = m_window->findChild<QListWidget*>();
+    const auto* pages = m_window->findChild<QStackedWidget*>();
+    QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
+}
+
+void TestMainWindow::compactWindow_data()
+{
+    QTest::addColumn<QString>("ownName");
+    QTest::addColumn<QString>("skin"); // of the compact window
+    QTest::addColumn<QString>("usualSkin");
+    QTest::newRow("left to right") << "Deutsch"
+                                   << "Graphite.qss"
+                                   << "default.qss";
+    QTest::newRow("right to left") << QString::fromUtf8("עברית") << "Graphite/Graphite_Arabic.qss"
+                                   << "default/default_Arabic.qss";
+}
+
+static QString sheet(const QString& name)
+{
+    QFile file(QCoreApplication::applicationDirPath() + "/skin/" + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).remove('\n').remove('\r')
+                                          : "missing";
+}
+
+void TestMainWindow::compactWindow()
+{
+    QFETCH(QString, ownName);
+    QFETCH(QString, skin);
+    QFETCH(QString, usualSkin);
+    choose(ownName);
+    QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
+    const QSize usual = m_window->size();
+    QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+    QVERIFY(CommonUtils::IsMiniMode());
+    QCOMPARE(qApp->styleSheet(), sheet(skin));
+    QVERIFY(m_window->width() < usual.width());
+    QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+    QVERIFY(!CommonUtils::IsMiniMode());
+    QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
+    QCOMPARE(m_window->size(), usual);
+}
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
+    QFile settings(home.filePath("settings.ini"));
+    if (!settings.open(QIODevice::WriteOnly) ||
+        settings.write("[language]\nactive=_de-de\n[MiniSkin]\nName=Graphite\n") < 0)
+        return EXIT_FAILURE;
+    settings.close();
+    QApplication application(argc, argv);
+    TestMainWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_mainwindow.moc"
