@@ -7,8 +7,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
-
-#include <cmath>
+#include <QtMath>
 
 namespace {
 
@@ -38,7 +37,7 @@ QRect centred(QSize size, const QRect& available)
 /// From 0 to 1 and back, slow at the turning points.
 qreal swing(qint64 milliseconds)
 {
-    return 0.5 - 0.5 * std::cos(M_PI * qreal(milliseconds) / SweepTime);
+    return 0.5 - 0.5 * qCos(M_PI * qreal(milliseconds) / SweepTime);
 }
 
 } // namespace
