@@ -1,17 +1,13 @@
-# What every test runs with: no screen, fixed texts, and what the sanitizers need to know of Qt.
+# What every test runs with: no screen (on Windows the system's own, which needs nobody to look at it), fixed texts, and
+# what the sanitizers need to know of Qt.
 set(SKYLUME_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
-    WINEQT_QPA_PLATFORM=offscreen # Wine hides variables that begin with QT_
     LC_ALL=C.UTF-8
     "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
     "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp:ignore_noninstrumented_modules=1")
 if(TARGET skylumetsanqt)
     list(APPEND SKYLUME_TEST_ENVIRONMENT "LD_PRELOAD=$<TARGET_FILE:skylumetsanqt>")
 endif()
-
-# The same for programs that are tested from outside. On Windows only real windows can be asked to close.
-list(TRANSFORM SKYLUME_TEST_ENVIRONMENT REPLACE "^WINEQT_QPA_PLATFORM=.*" "WINEQT_QPA_PLATFORM=windows"
-    OUTPUT_VARIABLE SKYLUME_SYSTEM_TEST_ENVIRONMENT)
 
 # The name under which a shared library is looked up at run time.
 function(skylume_runtime_file result target)
