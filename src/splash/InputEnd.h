@@ -2,16 +2,13 @@
 
 #include <QThread>
 
-/// Reads standard input to its end and drops what comes. The other end is held by the program that started this
-/// one, so input ends when that program closes it, ends, or crashes: reached() is emitted then, on this thread.
+/// Reads standard input to its end, drops what comes, and finishes then. The other end is held by the program that
+/// started this one, so input ends when that program closes it, ends, or crashes.
 ///
-/// Reading cannot be interrupted. An object whose input has not ended must outlive the process.
+/// Reading cannot be interrupted: an object that has not finished must outlive the process.
 class InputEnd : public QThread
 {
     Q_OBJECT
-
-Q_SIGNALS:
-    void reached();
 
 protected:
     void run() override;

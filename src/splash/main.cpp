@@ -8,6 +8,9 @@
 #include <QLoggingCategory>
 
 #include <cstdlib>
+#include <memory>
+
+static constexpr unsigned long LastWait = 100; // milliseconds
 
 static void scaleForDenseScreens()
 {
@@ -30,9 +33,11 @@ int main(int argc, char** argv)
     SplashWindow window(arguments.at(1), SplashText::read(arguments.at(2)));
     window.show();
 
-    // Never deleted: it may still be reading when the process ends.
-    auto* inputEnd = new InputEnd;
-    QObject::connect(inputEnd, &InputEnd::reached, &application, &QCoreApplication::quit);
+    auto inputEnd = std::make_unique<InputEnd>();
+    QObject::connect(inputEnd.get(), &QThread::finished, &application, &QCoreApplication::quit);
     inputEnd->start();
-    return QCoreApplication::exec();
+    const int exitCode = QCoreApplication::exec();
+    if (!inputEnd->wait(LastWait))
+        static_cast<void>(inputEnd.release()); // it is still reading
+    return exitCode;
 }
