@@ -19,6 +19,7 @@ void ScriptedDeviceService::reset()
     for (auto& list : m_callbacks)
         list.clear();
     m_devices.clear();
+    m_imsi.clear();
     m_results.clear();
     m_calls.clear();
 }
@@ -40,6 +41,12 @@ void ScriptedDeviceService::setDevices(const QStringList& names)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_devices = names;
+}
+
+void ScriptedDeviceService::setImsi(const QByteArray& imsi)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_imsi = imsi;
 }
 
 void ScriptedDeviceService::setResult(const QString& operation, long result)
@@ -144,6 +151,14 @@ long ScriptedDeviceService::devices(QRVL_AvailableDeviceList* list)
     return QRVL_OK;
 }
 
+long ScriptedDeviceService::imsi(char* buffer)
+{
+    const long result = note("QRVL_DevSrv_GetImsiInfo");
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    qstrncpy(buffer, m_imsi.constData(), QRVL_IMSI_SIZE);
+    return result;
+}
+
 long ScriptedDeviceService::note(const char* operation)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -217,6 +232,5 @@ long QRVL_DevSrv_GetCustomizeName(char* name)
 
 long QRVL_DevSrv_GetImsiInfo(char* imsi)
 {
-    *imsi = 0;
-    return service().note("QRVL_DevSrv_GetImsiInfo");
+    return service().imsi(imsi);
 }

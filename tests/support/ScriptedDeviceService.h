@@ -2,6 +2,7 @@
 
 #include "qrvl.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QPair>
 #include <QString>
@@ -31,6 +32,9 @@ public:
     /// Model names of the available modems, in order.
     void setDevices(const QStringList& names);
 
+    /// The IMSI of the first modem, UTF-8, cut to the buffer that the interface gives.
+    void setImsi(const QByteArray& imsi);
+
     /// The named operation ("QRVL_SetSettings") only returns this code from now on.
     void setResult(const QString& operation, long result);
 
@@ -51,6 +55,7 @@ public:
     long addCallback(const char* operation, int list, QRVL_DevCallback callback);
     long removeCallback(const char* operation, int list, QRVL_DevCallback callback);
     long devices(QRVL_AvailableDeviceList* list);
+    long imsi(char* buffer);
     long note(const char* operation);
 
 private:
@@ -60,6 +65,7 @@ private:
     QHash<Address, QString> m_settings[3];
     std::set<QRVL_DevCallback> m_callbacks[2];
     QStringList m_devices;
+    QByteArray m_imsi;
     QHash<QString, long> m_results;
     QStringList m_calls;
 };

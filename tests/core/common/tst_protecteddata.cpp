@@ -1,0 +1,410 @@
+// Byte strings, protected texts and files, device identities.
+#include "CoreTest.h"
+#include "common/ByteStrings.h"
+#include "common/CommonUtils.h"
+
+#include <QDir>
+
+#include <unistd.h>
+
+#include <memory>
+
+namespace {
+
+using Result = std::unique_ptr<char, decltype(&CommonUtils::CryptLocalFree)>;
+
+/// What an operation of CommonUtils gives; null for no result.
+Result transformed(void (*operation)(const char*, const char*, char*&), const char* text,
+                   const char* passPhrase)
+{
+    char* result = nullptr;
+    operation(text, passPhrase, result);
+    return {result, CommonUtils::CryptLocalFree};
+}
+
+/// Sends standard error to a file while it lives.
+class ErrorCapture
+{
+public:
+    explicit ErrorCapture(const QString& path)
+        : m_file(path)
+        , m_original(dup(2))
+    {
+        m_file.open(QIODevice::WriteOnly);
+        std::fflush(stderr);
+        dup2(m_file.handle(), 2);
+    }
+    ~ErrorCapture()
+    {
+        std::fflush(stderr);
+        dup2(m_original, 2);
+        close(m_original);
+    }
+    Q_DISABLE_COPY_MOVE(ErrorCapture)
+
+private:
+    QFile m_file;
+    int m_original;
+};
+
+} // namespace
+
+class TestProtectedData : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void des3Lengths_data();
+    void des3Lengths();
+    void des3Keys();
+    void hex_data();
+    void hex();
+    void trim_data();
+    void trim();
+    void randomBytes_data();
+    void randomBytes();
+    void textsComeBack_data();
+    void textsComeBack();
+    void textsThatAreNoResult();
+    void files_data();
+    void files();
+    void filesComeBack_data();
+    void filesComeBack();
+    void fileFaults_data();
+    void fileFaults();
+    void longPathLine();
+    void imeiTokens_data();
+    void imeiTokens();
+    void imsi();
+
+private:
+    /// Runs FileCrypt() and returns what it wrote to standard error.
+    QByteArray fileCrypt(int operation, const QString& input, const QString& output)
+    {
+        {
+            const ErrorCapture capture(path("stderr"));
+            if (CommonUtils::FileCrypt(operation, QFile::encodeName(QDir::toNativeSeparators(input)),
+                                       QFile::encodeName(output)) != 0)
+                return "not 0";
+        }
+        return content(path("stderr"));
+    }
+
+    static QByteArray content(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    QString write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return file.fileName();
+    }
+};
+
+void TestProtectedData::des3Lengths_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("filled");
+    const int rows[][2] = {{0, 0}, {1, 8}, {5, 8}, {8, 8}, {9, 16}, {16, 16}, {5000, 5000}, {5001, 5008}};
+    for (const auto& row : rows)
+        QTest::addRow("%d", row[0]) << row[0] << row[1];
+}
+
+void TestProtectedData::des3Lengths()
+{
+    QFETCH(const int, length);
+    QFETCH(const int, filled);
+    const std::string text(std::size_t(length), 'x'), zeros(std::size_t(filled - length), '\0');
+    const std::string crypt = des3(text, "key", "iv", true);
+    QCOMPARE(int(crypt.size()), filled);
+    QVERIFY(filled == 0 || crypt != text + zeros);
+    QVERIFY(des3(crypt, "key", "iv", false) == text + zeros);
+}
+
+// Keys and vectors are filled up with zeros or cut, nothing else; the result is that of an independent program.
+void TestProtectedData::des3Keys()
+{
+    const std::string half("0123456789abcdef"), iv("vector"), zeros(8, '\0');
+    const std::string crypt = des3("Skylume!", half, iv, true);
+    QCOMPARE(QByteArray::fromStdString(StrToHex(crypt)), QByteArray("024FE32D0F7C97C5"));
+    QVERIFY(crypt == des3("Skylume!", half + zeros, iv + zeros, true));
+    QVERIFY(crypt == des3("Skylume!", half + zeros + "more", iv + std::string(2, '\0') + "more", true));
+    QVERIFY(crypt != des3("Skylume!", half + half.substr(0, 8), iv, true));
+}
+
+void TestProtectedData::hex_data()
+{
+    QTest::addColumn<QByteArray>("digits");
+    QTest::addColumn<QByteArray>("bytes");
+    const auto row = [](const QByteArray& digits, const QByteArray& bytes) {
+        QTest::newRow(digits.constData()) << digits << bytes;
+    };
+    row("", "");
+    row("0AFF", "\x0A\xFF");
+    row("0aFf", "\x0A\xFF");
+    row("0G1", QByteArray("\0\x10", 2)); // the place of a character counts, digit or not
+    row("G1G", QByteArray("\x01\0", 2));
+    row("A", "\xA0");
+    row("@`/:gG19", QByteArray("\0\0\0\x19", 4));
+    row(QByteArray("1\0\xB1\xE1"
+                   "2",
+                   5),
+        QByteArray("\x10\0\x20", 3));
+}
+
+void TestProtectedData::hex()
+{
+    QFETCH(const QByteArray, digits);
+    QFETCH(const QByteArray, bytes);
+    QCOMPARE(QByteArray::fromStdString(HexToStr(digits.toStdString())), bytes);
+    QCOMPARE(QByteArray::fromStdString(StrToHex(bytes.toStdString())), bytes.toHex().toUpper());
+}
+
+void TestProtectedData::trim_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("left"); // null: blanks
+    QTest::addColumn<QByteArray>("right");
+    QTest::addColumn<QByteArray>("trimmed");
+    const auto row = [](const char* name, const QByteArray& text, const QByteArray& left,
+                        const QByteArray& right, const QByteArray& trimmed) {
+        QTest::newRow(name) << text << left << right << trimmed;
+    };
+    row("blanks", "\t abc \r\n", {}, {}, "abc");
+    row("inside", "a b", {}, {}, "a b");
+    row("blanks only", "   ", {}, {}, "");
+    row("empty", "", {}, {}, "");
+    row("zeros at the end", QByteArray("abc \0\0", 6), {}, {}, "abc");
+    row("zeros elsewhere", QByteArray("\0a\0b\0", 5), {}, {}, QByteArray("\0a\0b", 4));
+    row("zeros only", QByteArray(3, '\0'), {}, {}, "");
+    row("blanks and zeros", QByteArray("  \0", 3), {}, {}, "");
+    row("no characters", QByteArray(" abc \0", 6), "", "", " abc ");
+    row("own characters", "xyabcyx", "x", "xy", "yabc");
+    row("sets that meet", "abcdd", "abc", "cd", "");
+}
+
+void TestProtectedData::trim()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QByteArray, left);
+    QFETCH(const QByteArray, right);
+    const auto set = [](const QByteArray& characters) {
+        return characters.isNull() ? nullptr : characters.constData();
+    };
+    QTEST(QByteArray::fromStdString(TrimStr(text.toStdString(), set(left), set(right))), "trimmed");
+}
+
+void TestProtectedData::randomBytes_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("size");
+    const int rows[][2] = {{-1, 0},    {0, 0},     {1, 1},         {8, 8},
+                           {128, 128}, {129, 128}, {INT_MAX, 128}, {INT_MIN, 0}};
+    for (const auto& row : rows)
+        QTest::addRow("%d", row[0]) << row[0] << row[1];
+}
+
+void TestProtectedData::randomBytes()
+{
+    QFETCH(const int, count);
+    const std::string bytes = GetRandomBytes(count);
+    QTEST(int(bytes.size()), "size");
+    QVERIFY(bytes.size() < 8 || bytes != GetRandomBytes(count));
+}
+
+void TestProtectedData::textsComeBack_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    for (const int length : {0, 7, 8, 9, 1000, 100000})
+        QTest::addRow("%d", length) << QByteArray(length, 'x');
+    QTest::newRow("bytes of all kinds") << QByteArray(" \t\x01\x7F\xC3\xA4\xFF \n");
+}
+
+void TestProtectedData::textsComeBack()
+{
+    QFETCH(const QByteArray, text);
+    const Result first = transformed(CommonUtils::Encrypt, text, "pass phrase"),
+                 second = transformed(CommonUtils::Encrypt, text, "pass phrase");
+    const QByteArray digits(first.get());
+    QCOMPARE(digits.size(), 16 + (text.size() + 7) / 8 * 16);
+    QCOMPARE(QByteArray::fromHex(digits).toHex().toUpper(), digits);
+    QVERIFY(digits != second.get());
+    QCOMPARE(QByteArray(transformed(CommonUtils::Decrypt, digits, "pass phrase").get()), text);
+    QCOMPARE(QByteArray(transformed(CommonUtils::Decrypt, digits.toLower(), "pass phrase").get()), text);
+    const Result wrong = transformed(CommonUtils::Decrypt, digits, "Pass phrase");
+    QVERIFY(wrong && (text.isEmpty() || text != wrong.get()));
+    for (const int size : {15, 16, 17, 31, digits.size() - 1}) // a text that was cut is read without a fault
+        QVERIFY(transformed(CommonUtils::Decrypt, digits.left(size), "pass phrase"));
+    QCOMPARE(QByteArray(transformed(CommonUtils::Decrypt, digits.left(15), "pass phrase").get()),
+             QByteArray(""));
+}
+
+void TestProtectedData::textsThatAreNoResult()
+{
+    for (const char* const text : {"", "0", "12345678901234"}) {
+        log().clear();
+        QVERIFY(!transformed(CommonUtils::Decrypt, text, "key"));
+        QCOMPARE(log().lines(QtDebugMsg), QStringList("out of range exception"));
+    }
+    for (const auto operation : {CommonUtils::Encrypt, CommonUtils::Decrypt}) {
+        QVERIFY(!transformed(operation, nullptr, "key"));
+        QVERIFY(!transformed(operation, "1234567890123456", nullptr));
+    }
+    CommonUtils::CryptLocalFree(nullptr);
+}
+
+void TestProtectedData::files_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("output"); // null: none
+    QTest::addColumn<QString>("line");
+    const QString zeroDigest = "{time}: {file}: FileCrypt:Hashing Fail",
+                  empty = "{time}: {file}: FileCrypt:size is negative";
+    const QByteArray ofAbc = "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=",
+                     zeros = QByteArray(43, 'A') + '=';
+    QTest::newRow("fingerprint") << 3 << QByteArray("abc") << ofAbc << QString();
+    QTest::newRow("fingerprint up to a zero") << 3 << QByteArray("abc\0def", 7) << ofAbc << QString();
+    QTest::newRow("fingerprint of nothing") << 3 << QByteArray("\0abc", 4) << zeros << zeroDigest;
+    QTest::newRow("fingerprint of an empty file") << 3 << QByteArray("") << zeros << empty;
+    QTest::newRow("nothing to decipher") << 2 << QByteArray("") << QByteArray("") << empty;
+    QTest::newRow("too short to decipher")
+        << 2 << QByteArray("1234") << QByteArray("") << "out of range exception";
+    for (const int operation : {0, 4, -1})
+        QTest::addRow("operation %d", operation)
+            << operation << QByteArray("abc") << QByteArray()
+            << QString("{time}: {file}: FileCrypt: %1 : Invalid operation parameter").arg(operation);
+}
+
+void TestProtectedData::files()
+{
+    QFETCH(const int, operation);
+    QFETCH(const QByteArray, content);
+    QFETCH(const QByteArray, output);
+    QFETCH(const QString, line);
+    const QString input = write("in put", content), result = path("output");
+    QCOMPARE(fileCrypt(operation, path("./sub/../in put"), result), QByteArray());
+    QVERIFY(log().contains("{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : " +
+                           QDir::toNativeSeparators(input)));
+    QVERIFY(line.isEmpty() || log().contains(line));
+    QCOMPARE(QFile::exists(result), !output.isNull());
+    QCOMPARE(TestProtectedData::content(result), output);
+}
+
+void TestProtectedData::filesComeBack_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("read"); // the length of what counts of it
+    QTest::newRow("short") << QByteArray("text\r\nwith lines\n\x1A") << 18;
+    QTest::newRow("up to a zero") << QByteArray("text\0more", 9) << 4;
+    QTest::newRow("empty") << QByteArray("") << 0;
+    QTest::newRow("long") << QByteArray("0123456789\n").repeated(100000) << 1100000;
+}
+
+// Through the same file, which is replaced, and never the same twice.
+void TestProtectedData::filesComeBack()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const int, read);
+    const QString file = write("file", text), other = path("other");
+    QCOMPARE(fileCrypt(1, file, other), QByteArray());
+    QCOMPARE(fileCrypt(1, file, file), QByteArray());
+    QCOMPARE(content(file).size(), 16 + (read + 7) / 8 * 16);
+    QVERIFY(content(file) != content(other));
+    QCOMPARE(fileCrypt(2, file, file), QByteArray());
+    QCOMPARE(content(file), text.left(read));
+}
+
+void TestProtectedData::fileFaults_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QByteArray>("error");
+    QTest::newRow("no such file") << "missing"
+                                  << "output" << QByteArray("File error");
+    QTest::newRow("no name") << ""
+                             << "output" << QByteArray("File error");
+    QTest::newRow("too long a name") << QString(300, 'x') << "output" << QByteArray("File error");
+    QTest::newRow("no such folder to write to") << "input"
+                                                << "no/output" << QByteArray();
+    QTest::newRow("a folder to write to") << "input"
+                                          << "." << QByteArray();
+}
+
+void TestProtectedData::fileFaults()
+{
+    QFETCH(const QString, input);
+    QFETCH(const QString, output);
+    QFETCH(const QByteArray, error);
+    write("input", "abc");
+    for (const int operation : {1, 2, 3})
+        QCOMPARE(fileCrypt(operation, input.isEmpty() ? input : path(input), path(output)), error);
+    QVERIFY(!QFile::exists(path("output")));
+
+    const ErrorCapture capture(path("stderr"));
+    CommonUtils::FileCrypt(1, nullptr, "output");
+    CommonUtils::FileCrypt(1, QFile::encodeName(path("input")), nullptr);
+    CommonUtils::FileCrypt(1, QFile::encodeName(path("")), QFile::encodeName(path("output"))); // a folder
+    QVERIFY(log().contains("{n} : {*} : {file} : FileCrypt : Path canonicalization failed"));
+}
+
+void TestProtectedData::longPathLine()
+{
+    fileCrypt(3, "/" + QString(250, 'x'), path("output"));
+    const QStringList lines =
+        log().lines("{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : {*}");
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().size(), 255);
+}
+
+void TestProtectedData::imeiTokens_data()
+{
+    QTest::addColumn<QByteArray>("imei");
+    QTest::addColumn<QByteArray>("token");
+    QTest::addColumn<QStringList>("lines");
+    const QStringList begin{"[Handle_imei_reverse]enter.\n"},
+        reversed = begin + QStringList{"[Handle_imei_reverse]out success.\n"},
+        done = reversed + QStringList{"[Handle_imei_hash]get out sucess.\n"};
+    QTest::newRow("15 digits") << QByteArray("490154203237518")
+                               << QByteArray("wYNik1fcPTKAPBB7kjipsZYV64i9oJ53Ll2WIf4d/Io=") << done;
+    QTest::newRow("longest") << QByteArray(22, 'x') + 'y'
+                             << QByteArray("H8+RASTj8d0eRzCdlPAJd/HW2w1F7vaPTKLxdJl6ytg=") << done;
+    QTest::newRow("too long") << QByteArray(24, 'x') << QByteArray()
+                              << begin + QStringList{"[Handle_imei_reverse]out_para_len error.\n",
+                                                     "[Handle_imei_hash]reverse imei failed.\n"};
+    QTest::newRow("empty") << QByteArray("") << QByteArray()
+                           << reversed + QStringList{"[Handle_imei_hash]hash imei failed.\n"};
+    QTest::newRow("null") << QByteArray() << QByteArray() << QStringList{"[Handle_imei_hash]null para.\n"};
+}
+
+void TestProtectedData::imeiTokens()
+{
+    QFETCH(const QByteArray, imei);
+    QFETCH(const QByteArray, token);
+    QByteArray buffer(60, '\0');
+    QCOMPARE(CommonUtils::Handle_IMEI_Hash(imei.isNull() ? nullptr : imei.constData(), buffer.data()),
+             !token.isEmpty());
+    QTEST(log().lines(QtDebugMsg), "lines");
+    QCOMPARE(buffer, token + QByteArray(60 - token.size(), '\0'));
+    QVERIFY(!CommonUtils::Handle_IMEI_Hash("1", nullptr));
+}
+
+void TestProtectedData::imsi()
+{
+    const QString failure = "<========= {time}: {file}: getIMSI: QRVL_DevSrv_GetImsiInfo success";
+    QCOMPARE(CommonUtils::getIMSI(), QString());
+    service().setImsi("262011234567890\xC3\xA4");
+    QCOMPARE(CommonUtils::getIMSI(), QString::fromUtf8("262011234567890\xC3\xA4"));
+    QCOMPARE(log().lines(QtDebugMsg).size(), 2);
+    service().setResult("QRVL_DevSrv_GetImsiInfo", 3);
+    QCOMPARE(CommonUtils::getIMSI(), QString());
+    QVERIFY(
+        log().firstMissingInOrder({"{file}: getIMSI: called", "{file}: getIMSI: called", failure}).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestProtectedData)
+#include "tst_protecteddata.moc"
