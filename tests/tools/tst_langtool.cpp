@@ -102,11 +102,6 @@ void tst_LangTool::check_data()
     row("menu in code", {{"P_en-us.lang", language(QByteArray(pair).replace("IDS_", "IDS_MENU_"))}},
         {R"(P_en-us.lang:3: "IDS_MENU_T" has the shortcut Ctrl+S of "IDS_MENU_S" in line 2)"});
 
-    row("language missing",
-        {{"P_en-us.lang", language(CleanText)},
-         {"P_fr-fr.lang", language(CleanText)},
-         {"Q_en-us.lang", language(CleanText)}},
-        {"Q_en-us.lang:1: the plugin has no files for these languages: fr-fr"});
     row("name", {{"P.lang", language(CleanText)}},
         {"P.lang:1: the file's name", "no files for these languages: en-us"});
 }
@@ -174,6 +169,9 @@ void tst_LangTool::refuses_data()
                                << QByteArray("needs one file");
     QTest::newRow("no such file") << QStringList{"check", "none_x.lang"} << 1
                                   << QByteArray("none_x.lang:1: ");
+    QTest::newRow("no such language")
+        << QStringList{"check", "--languages", "de-de,pt-br", SHIPPED_PLUGINS "/HelpPlugin"} << 1
+        << QByteArray("no files for these languages: pt-br\n");
     QTest::newRow("no reference") << QStringList{"to-ts", "none_x.lang"} << 1
                                   << QByteArray("none_en-us.lang:1: ");
     QTest::newRow("no translation") << QStringList{"from-ts", "none_x.ts"} << 1 << QByteArray("none_x.ts: ");

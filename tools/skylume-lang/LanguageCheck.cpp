@@ -166,18 +166,17 @@ void checkPlugin(const Files& files, const QString& reference, const QSet<QStrin
 
 } // namespace
 
-Faults checkLanguages(const QStringList& paths, const QString& reference)
+Faults checkLanguages(const QStringList& paths, const QString& reference, const QStringList& languages)
 {
     Faults faults;
     QMap<QString, Files> plugins; // by folder and name
-    QSet<QString> languages{reference};
     for (const QString& path : languageFiles(paths)) {
         const LanguageFile file = LanguageFile::read(path, faults);
         plugins[QFileInfo(path).path() + QLatin1Char('/') + file.plugin].append(file);
-        if (!file.language.isEmpty())
-            languages.insert(file.language);
     }
+    QSet<QString> required(languages.begin(), languages.end());
+    required.insert(reference);
     for (const Files& files : qAsConst(plugins))
-        checkPlugin(files, reference, languages, faults);
+        checkPlugin(files, reference, required, faults);
     return faults;
 }

@@ -19,8 +19,9 @@ struct Request
 {
     QString command;
     QStringList paths;
-    QString reference; ///< language code
-    QString output;    ///< path; empty for the default
+    QString reference;     ///< language code
+    QStringList languages; ///< codes of those that every plugin must have
+    QString output;        ///< path; empty for the default
 };
 
 void defineArguments(QCommandLineParser& parser)
@@ -37,6 +38,10 @@ void defineArguments(QCommandLineParser& parser)
     parser.addVersionOption();
     parser.addOption({QStringLiteral("reference"), QStringLiteral("Language that others are compared with."),
                       QStringLiteral("code"), QStringLiteral("en-us")});
+    parser.addOption(
+        {QStringLiteral("languages"),
+         QStringLiteral("With check: languages that every plugin must have, separated by commas."),
+         QStringLiteral("codes")});
     parser.addOption({QStringLiteral("output"), QStringLiteral("Where a conversion is written to."),
                       QStringLiteral("file")});
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check, to-ts or from-ts"));
@@ -75,7 +80,7 @@ int save(const QString& path, const Write& write)
 
 int check(const Request& request)
 {
-    const Faults faults = checkLanguages(request.paths, request.reference);
+    const Faults faults = checkLanguages(request.paths, request.reference, request.languages);
     if (!faults.isEmpty())
         std::fprintf(stderr, "%d faults:\n", faults.size());
     return report(faults);
@@ -152,6 +157,8 @@ int main(int argc, char** argv)
         return fail(parser.errorText(), UsageError);
     parser.process(application); // now only for --help and --version
     const QStringList arguments = parser.positionalArguments();
-    return run({arguments.value(0), arguments.mid(1), parser.value(QStringLiteral("reference")),
+    const QStringList languages =
+        parser.value(QStringLiteral("languages")).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    return run({arguments.value(0), arguments.mid(1), parser.value(QStringLiteral("reference")), languages,
                 parser.value(QStringLiteral("output"))});
 }
