@@ -39,6 +39,9 @@ if(SKYLUME_SANITIZE)
     add_link_options("-fsanitize=${SKYLUME_SANITIZE}")
 endif()
 
+if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    add_compile_options(-msse2 -mfpmath=sse) # floating-point results are those of every other system
+endif()
 if(NOT WIN32)
     add_link_options("LINKER:--no-undefined" "LINKER:--as-needed")
 endif()

@@ -30,6 +30,11 @@ void CoreTest::init()
     m_log->allow(QStringLiteral("{file}: getDeviceName: init deviceMgr failed"));
 }
 
+QString CoreTest::installed(const QString& fileName)
+{
+    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + fileName;
+}
+
 void CoreTest::checkLog()
 {
     if (QTest::currentTestFailed()) {

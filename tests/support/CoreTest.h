@@ -48,6 +48,9 @@ protected:
     LogCapture& log() { return *m_log; }
     QString path(const QString& fileName) const { return m_folder->filePath(fileName); }
 
+    /// A file of the installation, the folder of the test program.
+    static QString installed(const QString& fileName);
+
     /// Verifies that no unexpected line came, or shows the latest lines when the test has failed.
     void checkLog();
 

@@ -29,15 +29,15 @@ struct ActiveLanguage
     QString key = QStringLiteral("active");
 };
 
-/// Locked through its base, the mutex takes and gives the lock inline, which is a fifth of a look-up.
+/// Through its base, the mutex takes and gives the lock inline, which is a fifth of a look-up.
 using TextLocker = std::lock_guard<QBasicMutex>;
 
 /// The text as it is in the table, or else as it is after loading. Hold the lock.
-QString findText(const QString& id, const QString& plugin, const char* function,
-                 void (*load)(const QString& plugin))
+template <typename Load>
+QString findText(const QString& id, const QString& plugin, const Load& load)
 {
     QString text = TextTable::find(id, plugin);
-    LOG_DEBUG("%s: %s: langid = %s, trans = %s, plugin=%s", LOG_FILE, function, qUtf8Printable(id),
+    LOG_DEBUG("%s: %s: langid = %s, trans = %s, plugin=%s", LOG_FILE, "tr", qUtf8Printable(id),
               qUtf8Printable(text), qUtf8Printable(plugin));
     if (text.isEmpty()) {
         TextTable::texts(plugin).insert(id, QString()); // known from now on: switching the language loads it
@@ -52,7 +52,7 @@ QString findText(const QString& id, const QString& plugin, const char* function,
 QString Change::tr(QString const& id, QString const& plugin)
 {
     const TextLocker locker(g_mutex);
-    return findText(id, plugin, LOG_FUNCTION, [](const QString& name) { LoadLangFile(name); });
+    return findText(id, plugin, &LoadLangFile);
 }
 
 bool Change::tr(QString const& id, QString const& plugin, QString& text, QKeySequence& key)
@@ -77,7 +77,7 @@ QString Change::Stratup_tr(QString const& id, QString const& plugin)
     QString text;
     {
         const TextLocker locker(g_mutex);
-        text = findText(id, plugin, LOG_FUNCTION, &StartupLoadLangFile);
+        text = findText(id, plugin, &StartupLoadLangFile);
     }
     LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
     return text;

@@ -16,7 +16,8 @@ namespace {
 
 constexpr XmlFile::Texts logTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
 
-constexpr int usualItemSize = 80; ///< bytes of a file per text, so that the table grows once
+constexpr qint64 usualItemSize = 80;        ///< bytes of a file per text, so that the table grows once
+constexpr qint64 mostTextsForeseen = 50000; ///< whatever the size of the file
 
 QString languageFile(const QString& plugin)
 {
@@ -36,6 +37,26 @@ void editEscapes(QString& text)
     text.remove(QLatin1String("\\f"));
 }
 
+void makeRoom(QHash<QString, QString>& texts, qint64 fileSize)
+{
+    const auto foreseen = static_cast<int>(std::min(fileSize / usualItemSize, mostTextsForeseen));
+    texts.reserve(std::max(texts.size(), foreseen));
+}
+
+/// Reads the item that the reader stands on; one with a fault in it is left out.
+void readItem(QXmlStreamReader& reader, bool keepsShortcut, QHash<QString, QString>& texts)
+{
+    const QString id = reader.attributes().value(QLatin1String("name")).toString();
+    QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+    if (reader.hasError())
+        return;
+    editEscapes(text);
+    const int shortcut = keepsShortcut ? -1 : Change::FindControlKeyInLangString(text);
+    if (shortcut > 0)
+        text.truncate(shortcut);
+    texts.insert(id, text);
+}
+
 } // namespace
 
 bool Change::LoadLangFile(QString const& plugin)
@@ -50,25 +71,15 @@ bool Change::readXmlFile(QIODevice* device, QString plugin)
 {
     if (!device)
         return false;
-    const bool cutsShortcuts = !CurrentLanguage::hasShortcuts();
+    const bool keepsShortcuts = CurrentLanguage::hasShortcuts();
     QHash<QString, QString>& texts = TextTable::texts(plugin);
-    texts.reserve(std::max(texts.size(), static_cast<int>(device->size() / usualItemSize)));
+    makeRoom(texts, device->size());
     QXmlStreamReader reader(device);
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (!reader.isStartElement() || reader.name() != QLatin1String("item"))
-            continue;
-        const QString id = reader.attributes().value(QLatin1String("name")).toString();
-        QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
-        editEscapes(text);
-        const int shortcut = cutsShortcuts ? FindControlKeyInLangString(text) : -1;
-        if (shortcut > 0)
-            text.truncate(shortcut);
-        texts.insert(id, text);
-    }
-    if (reader.hasError())
-        LOG_DEBUG("%s: %s: %s at line %lld, column %lld of the texts of %s", LOG_FILE, LOG_FUNCTION,
-                  qUtf8Printable(reader.errorString()), reader.lineNumber(), reader.columnNumber(),
-                  qUtf8Printable(plugin));
+    XmlFile::readElements(reader, [&](QXmlStreamReader& element) {
+        if (element.name() == QLatin1String("item"))
+            readItem(element, keepsShortcuts, texts);
+    });
+    const auto* const file = qobject_cast<const QFile*>(device);
+    XmlFile::logFault(reader, file ? file->fileName() : plugin, logTexts);
     return true;
 }

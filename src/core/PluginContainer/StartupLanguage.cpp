@@ -28,6 +28,17 @@ struct AdapterType
     QString key = QStringLiteral("adaptertype");
 };
 
+/// Reads the item that the reader stands on.
+LanguageInfoEx readLanguage(QXmlStreamReader& item)
+{
+    const QXmlStreamAttributes attributes = item.attributes();
+    const auto text = [&attributes](const char* name) {
+        return attributes.value(QLatin1String(name)).toString();
+    };
+    const QString shortName = QLatin1Char('_') + item.readElementText();
+    return {text("id"), text("lang"), shortName, text("maccode"), text("linuxcode")};
+}
+
 struct FirstRunMark
 {
     QString section = QStringLiteral("Startup");
@@ -113,15 +124,12 @@ bool PluginContainer::GetCurLanguageInfo(QList<LanguageInfoEx>& records)
     if (!XmlFile::open(file, areaTexts, QIODevice::ReadOnly | QIODevice::Text))
         return false;
     QXmlStreamReader reader(&file);
-    XmlFile::readElements(reader, [&records](QXmlStreamReader& item) {
-        if (item.name() != QLatin1String("item"))
+    XmlFile::readElements(reader, [&records](QXmlStreamReader& element) {
+        if (element.name() != QLatin1String("item"))
             return;
-        const QXmlStreamAttributes attributes = item.attributes();
-        const auto text = [&attributes](const char* name) {
-            return attributes.value(QLatin1String(name)).toString();
-        };
-        records.append({text("id"), text("lang"), QLatin1Char('_') + item.readElementText(), text("maccode"),
-                        text("linuxcode")});
+        const LanguageInfoEx language = readLanguage(element);
+        if (!element.hasError()) // else it is cut off
+            records.append(language);
     });
     if (reader.hasError())
         LOG_DEBUG("%s: %s: Read Error: n", LOG_FILE, LOG_FUNCTION);

@@ -68,7 +68,9 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader& reader, QString operato
             continue;
         const bool isForDevice = !attributes.value(QLatin1String("device")).isEmpty();
         if (moveTo(reader, splashElement))
-            have = readSwitch(reader) && !isForDevice; // the device is not known yet at the start
+            have = readSwitch(reader);
+        if (isForDevice) // which device it will be is not known yet at the start
+            have = false;
         return;
     }
 }

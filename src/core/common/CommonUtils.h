@@ -239,6 +239,8 @@ void CommonUtils::setElidedTextForWidgetText(Widget* widget, QString text, Qt::T
 {
     constexpr int margin = 10;
     LOG_DEBUG("%s: %s: %s: %d: Enter", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    if (!widget)
+        return;
     showElided(widget, text, mode, margin);
 }
 

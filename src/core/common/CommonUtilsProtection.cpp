@@ -64,27 +64,21 @@ bool reverseImei(const char* imei, char* reversed)
     return true;
 }
 
-} // namespace
-
-void CommonUtils::Encrypt(const char* plain, const char* passPhrase, char*& result)
+void encrypt(const char* plain, const char* passPhrase, char*& result)
 {
-    if (!plain || !passPhrase)
-        return;
     const SecretString key(passPhrase);
     std::string vector = GetRandomBytes(VectorSize);
     vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
     const std::string cipherText = des3(SecretString(plain).m_text, key.m_text, vector, true);
-    char* const digits = allocateResult(2 * (VectorSize + cipherText.size()), LOG_FUNCTION);
+    char* const digits = allocateResult(2 * (VectorSize + cipherText.size()), "Encrypt");
     if (!digits)
         return;
     writeDigits(cipherText, writeDigits(vector, digits));
     result = digits;
 }
 
-void CommonUtils::Decrypt(const char* protectedText, const char* passPhrase, char*& result)
+void decrypt(const char* protectedText, const char* passPhrase, char*& result)
 {
-    if (!protectedText || !passPhrase)
-        return;
     const std::size_t digits = std::strlen(protectedText);
     SecretString bytes(std::string((digits + 1) / 2, '\0'));
     std::string& text = bytes.m_text;
@@ -101,11 +95,37 @@ void CommonUtils::Decrypt(const char* protectedText, const char* passPhrase, cha
 
     const std::size_t last = text.find_last_not_of('\0');
     const std::size_t length = last == std::string::npos || last < VectorSize ? 0 : last + 1 - VectorSize;
-    char* const plain = allocateResult(length, LOG_FUNCTION);
+    char* const plain = allocateResult(length, "Decrypt");
     if (!plain)
         return;
     std::memcpy(plain, text.data() + VectorSize, length);
     result = plain;
+}
+
+using Transform = void (*)(const char* text, const char* passPhrase, char*& result);
+
+/// Nothing is thrown to plugins: where memory is short, the result stays as it is.
+void transform(const char* text, const char* passPhrase, char*& result, Transform work, const char* function)
+{
+    if (!text || !passPhrase)
+        return;
+    try {
+        work(text, passPhrase, result);
+    } catch (const std::bad_alloc&) {
+        LOG_WARNING("%s: %s: %s: memory is short", LOG_TIME, LOG_FILE, function);
+    }
+}
+
+} // namespace
+
+void CommonUtils::Encrypt(const char* plain, const char* passPhrase, char*& result)
+{
+    transform(plain, passPhrase, result, encrypt, LOG_FUNCTION);
+}
+
+void CommonUtils::Decrypt(const char* protectedText, const char* passPhrase, char*& result)
+{
+    transform(protectedText, passPhrase, result, decrypt, LOG_FUNCTION);
 }
 
 void CommonUtils::CryptLocalFree(char* p)

@@ -13,7 +13,9 @@
 #include <QThread>
 #include <QWaitCondition>
 
+#include <algorithm>
 #include <atomic>
+#include <climits>
 
 namespace {
 
@@ -83,7 +85,7 @@ void CommonUtils::WaitForThreadToStop(QThread* thread, unsigned int unMaxWait)
         return;
     thread->quit();
     if (thread->isRunning())
-        thread->wait(unMaxWait * 1000UL);
+        thread->wait(static_cast<unsigned long>(std::min<quint64>(quint64(unMaxWait) * 1000, ULONG_MAX)));
     if (thread->isRunning())
         thread->terminate();
     LOG_DEBUG("%s: %s: %s: Leave ", LOG_TIME, LOG_FILE, LOG_FUNCTION);

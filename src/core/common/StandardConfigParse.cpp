@@ -75,8 +75,6 @@ int StandardConfigParse::parseCustomizeItem(QXmlStreamReader& reader, QString en
     int result = 0;
     while (!reader.atEnd() && !isAtEndOf(reader, endName)) {
         reader.readNext();
-        if (reader.hasError())
-            return logReadError(LOG_FUNCTION);
         if (!reader.isStartElement())
             continue;
         if (reader.name() == QLatin1String("conditions"))
@@ -84,7 +82,7 @@ int StandardConfigParse::parseCustomizeItem(QXmlStreamReader& reader, QString en
         else if (reader.name() == QLatin1String("results"))
             result = parseDetail(reader, m_results, QStringLiteral("results"));
     }
-    return result;
+    return reader.hasError() ? logReadError(LOG_FUNCTION) : result;
 }
 
 int StandardConfigParse::parseCustomizeInfo(QXmlStreamReader& reader, QString endName)

@@ -4,7 +4,6 @@
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 
-#include <QDir>
 #include <QFile>
 #include <QXmlStreamReader>
 
@@ -90,8 +89,8 @@ void StatusBarOpListParse::LoadCMCCMNCOpListFile(QString fileName)
 void StatusBarOpListParse::load(const char* function, const QString& fileName, ListReader read)
 {
     LOG_DEBUG("%s: %s: called", LOG_FILE, function);
-    const QDir folder(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/StatusBarMgrPlugin"));
-    QFile file(folder.filePath(fileName));
+    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/StatusBarMgrPlugin/") +
+               fileName);
     if (!file.exists()) {
         LOG_DEBUG("%s: %s: File %s does not exist", LOG_FILE, function, qUtf8Printable(file.fileName()));
         return;

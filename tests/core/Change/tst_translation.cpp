@@ -14,22 +14,18 @@ class TestTranslation : public CoreTest
     Q_OBJECT
 
 private slots:
-    void file_data();
     void file();
     void misses();
     void shortcut_data();
     void shortcut();
     void shortcutsOff();
     void switchLanguage();
-    void settings_data();
-    void settings();
     void switchWhileAsking();
 
 private:
     static QString fileName(const QString& plugin, const QString& language)
     {
-        return QCoreApplication::applicationDirPath() + "/plugins/" + plugin + '/' + plugin + '_' + language +
-               ".lang";
+        return installed("plugins/" + plugin + '/' + plugin + '_' + language + ".lang");
     }
 
     static QByteArray item(const QByteArray& id, const QByteArray& text)
@@ -42,7 +38,7 @@ private:
         writeFile(fileName(plugin, language), "<language>" + items + "</language>");
     }
 
-    /// Forgets all texts and makes a language current; nothing is stored.
+    /// Forgets all texts and makes a language current.
     static void begin(const QString& language = "en-us")
     {
         Change::m_languageHash.clear();
@@ -51,41 +47,35 @@ private:
     }
 };
 
-void TestTranslation::file_data()
-{
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("texts"); // "id=text" in the order of the identifiers, separated by "|"
-    QTest::newRow("any depth") << QByteArray("<a><b>" + item("B", "x") + "</b>" + item("A", "") + "</a>")
-                               << "A=|B=x";
-    QTest::newRow("exact names") << QByteArray("<a><Item name='A'>x</Item><item Name='B'>y</item></a>")
-                                 << "=y";
-    QTest::newRow("last one counts") << QByteArray("<a>" + item("A", "x") + item("A", "y") + "</a>") << "A=y";
-    QTest::newRow("markup") << QByteArray("<a>" + item("A", "x <b>y</b>&amp;<![CDATA[<]]>") + item("B", "z") +
-                                          "</a>")
-                            << "A=x y&<|B=z";
-    QTest::newRow("escapes") << QByteArray("<a>" + item("A", "a\\nb\\rc\\vd\\fe\\tf\ng\\x\\N") + "</a>")
-                             << "A=abcde            f\ng\\x\\N";
-    QTest::newRow("escapes in turn") << QByteArray("<a>" + item("A", "\\\\nr|\\\\rn") + "</a>") << "A=|\\n";
-    QTest::newRow("fault half-way") << QByteArray("<a>" + item("A", "x") + "<b></a>" + item("B", "y"))
-                                    << "A=x";
-    QTest::newRow("empty") << QByteArray() << "";
-    QTest::newRow("binary") << QByteArray("\x7F\0\xFF<item", 8) << "";
-}
-
 void TestTranslation::file()
 {
-    QFETCH(QByteArray, xml);
-    begin();
-    QBuffer device(&xml);
-    QVERIFY(device.open(QIODevice::ReadOnly));
-    QVERIFY(Change::readXmlFile(&device, "P"));
+    const struct
+    {
+        QByteArray xml;
+        QMap<QString, QString> texts;
+    } cases[] = {
+        {"<a><b>" + item("B", "x") + "</b><Item name='A'>x</Item><item Name='A'>y</item></a>",
+         {{"B", "x"}, {"", "y"}}},
+        {"<a>" + item("A", "x") + item("A", "y") + "</a>", {{"A", "y"}}},
+        {"<a>" + item("A", "x <b>y</b>&amp;") + item("B", "z") + "</a>", {{"A", "x y&"}, {"B", "z"}}},
+        {"<a>" + item("A", "a\\nb\\rc\\vd\\fe\\tf\ng\\x\\\\rn") + "</a>",
+         {{"A", "abcde            f\ng\\x\\n"}}},
+        {"<a>" + item("A", "x") + "<b></a>" + item("B", "y"), {{"A", "x"}}},
+        {"<a>" + item("A", "x") + "<item name='A'>y", {{"A", "x"}}},
+        {QByteArray("\x7F\0\xFF<item", 8), {}},
+    };
+    for (const auto& row : cases) {
+        begin();
+        QBuffer device;
+        device.setData(row.xml);
+        QVERIFY(device.open(QIODevice::ReadOnly) && Change::readXmlFile(&device, "P"));
+        QMap<QString, QString> texts;
+        const auto& table = Change::m_languageHash["P"];
+        for (auto entry = table.begin(); entry != table.end(); ++entry)
+            texts.insert(entry.key(), entry.value());
+        QCOMPARE(texts, row.texts);
+    }
     QVERIFY(!Change::readXmlFile(nullptr, "P"));
-    QStringList texts;
-    const auto& table = Change::m_languageHash["P"];
-    for (auto entry = table.begin(); entry != table.end(); ++entry)
-        texts.append(entry.key() + '=' + entry.value());
-    texts.sort();
-    QTEST(texts.join('|'), "texts");
 }
 
 // Every miss reads the file, so that one that comes later is found; a hit does not.
@@ -103,11 +93,6 @@ void TestTranslation::misses()
     QCOMPARE(Change::tr("B", "Late"), QString());
     QCOMPARE(log().count("{file}: LoadLangFile: loading " + late), 3);
     QCOMPARE(log().count("{file}: tr: langid = A, trans = x, plugin=Late"), 1);
-    QFile::remove(late);
-    QVERIFY(QDir().mkpath(late)); // a folder cannot be read
-    QVERIFY(!Change::LoadLangFile("Late"));
-    QVERIFY(log().contains("Error open file:" + late));
-    QVERIFY(QDir().rmdir(late));
 }
 
 void TestTranslation::shortcut_data()
@@ -116,7 +101,7 @@ void TestTranslation::shortcut_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("position");
     QTest::addColumn<QString>("label");
-    QTest::addColumn<int>("key"); // -1 for none
+    QTest::addColumn<int>("key"); // 0 for none
 
     const auto row = [](const char* text, int position, const char* label, int key,
                         const char* language = "en-us") {
@@ -127,25 +112,18 @@ void TestTranslation::shortcut_data()
     row("Quit (Ctrl+Shift+q)", 5, "Quit ", Qt::CTRL + Qt::SHIFT + Qt::Key_Q);
     row("Find (Shift+Alt+F)", 12, "Find (Shift+", Qt::ALT + Qt::Key_F); // Alt is sought before Shift
     row("Delete Del", 7, "Delete ", Qt::Key_Delete);
-    row("Delete (Del)", 7, "Delete ", Qt::Key_Delete);
     row("Rename (F2)", 7, "Rename ", Qt::Key_F2);
-    row("Rename F2", 7, "Rename ", Qt::Key_F2);
-    row("Ctrl+A or (Ctrl+B)", 10, "Ctrl+A or ", Qt::CTRL + Qt::Key_B);
     row("Twice (Ctrl+Ctrl+S+S)", 6, "Twice ", 2 * Qt::CTRL + 2 * Qt::Key_S);
     row("Zoom (Ctrl++)", 5, "Zoom ", Qt::CTRL);
-    row("Some (Ctrl+1)", 5, "Some ", Qt::CTRL);
-    row("Help (F2Help)", 5, "F2Help", -1);
-    row("Model-Alt", 6, "Model-", Qt::ALT);
-    row("Plain (text)", -1, "Plain (text)", -1);
+    row("Help (F2Help)", 5, "F2Help", 0);
+    row("Plain (text)", -1, "Plain (text)", 0);
     row("(Ctrl+S)", 1, "(", Qt::CTRL + Qt::Key_S);
-    row("(F2)", 0, "(F2)", -1);
-    row("Del", 0, "Del", -1);
-    row("Save (Strg+S)", -1, "Save (Strg+S)", -1);
+    row("(F2)", 0, "(F2)", 0);
+    row("Del", 0, "Del", 0);
+    row("Save (Strg+S)", -1, "Save (Strg+S)", 0);
     row("Sichern (Strg+S)", 8, "Sichern ", Qt::CTRL + Qt::Key_S, "de-de");
-    row("Sichern (Ctrl+S)", -1, "Sichern (Ctrl+S)", -1, "de-de");
-    row("Umbenennen (F2)", 11, "Umbenennen ", Qt::Key_F2, "de-de");
-    row("Weg (Entf)", 4, "Entf", -1, "de-de");
-    row("Suchen (Shift+F)", -1, "Suchen (Shift+F)", -1, "de-de");
+    row("Weg (Entf)", 4, "Entf", 0, "de-de");
+    row("Suchen (Shift+F)", -1, "Suchen (Shift+F)", 0, "de-de");
 }
 
 void TestTranslation::shortcut()
@@ -158,14 +136,13 @@ void TestTranslation::shortcut()
     Change::m_languageHash["P"]["A"] = text;
     QString label;
     QKeySequence sequence(Qt::Key_Any);
-    QCOMPARE(Change::tr("A", "P", label, sequence), key >= 0);
+    QCOMPARE(Change::tr("A", "P", label, sequence), key != 0);
     QTEST(label, "label");
-    QCOMPARE(sequence, key >= 0 ? QKeySequence(key) : QKeySequence());
+    QCOMPARE(sequence, key ? QKeySequence(key) : QKeySequence());
 
-    const QString overflowing = "A (Ctrl+" + QString("Alt+").repeated(100) + "S)";
-    Change::m_languageHash["P"]["A"] = overflowing;
+    Change::m_languageHash["P"]["A"] = "A (Ctrl+" + QString("Alt+").repeated(100) + "S)"; // must not overflow
     Change::tr("A", "P", label, sequence);
-    QVERIFY(!Change::tr("B", "Q", label, sequence) && label.isEmpty()); // and no file was read
+    QVERIFY(!Change::tr("B", "Q", label, sequence) && label.isEmpty());
     QVERIFY(!log().contains("{*}loading{*}"));
 }
 
@@ -174,17 +151,15 @@ void TestTranslation::shortcutsOff()
     install("P", "en-us", item("A", "Open (Ctrl+O)") + item("B", "Del"));
     service().setSetting("system", "EnableShortCut", "false");
     begin();
-    QCOMPARE(Change::tr("A", "P"), QString("Open "));
-    QCOMPARE(Change::tr("B", "P"), QString("Del"));
+    QCOMPARE(Change::tr("A", "P") + Change::tr("B", "P"), QString("Open Del"));
     Change::m_languageHash["P"]["C"] = "Save (Ctrl+S)";
     QString label;
     QKeySequence key(Qt::Key_Any);
-    QVERIFY(!Change::tr("C", "P", label, key));
+    QVERIFY(!Change::tr("C", "P", label, key) && key.isEmpty());
     QCOMPARE(label, QString("Save (Ctrl+S)"));
-    QVERIFY(key.isEmpty());
 
     service().setSetting("system", "EnableShortCut", "False"); // anything else is yes
-    Change::SetLangName("en-us");                              // reads the switch last
+    Change::SetLangName("en-us");                              // reads the switch after the files
     QCOMPARE(Change::tr("A", "P"), QString("Open "));
     Change::SetLangName("en-us");
     QCOMPARE(Change::tr("A", "P"), QString("Open (Ctrl+O)"));
@@ -202,40 +177,20 @@ void TestTranslation::switchLanguage()
     QCOMPARE(Change::GetLangName(), QString("de-de"));
     QCOMPARE(Change::tr("A", "P") + Change::tr("B", "P") + Change::tr("A", "Q"), QString("jaonly hereno"));
     QCOMPARE(service().calls(), QStringList("QRVL_SetSettings(language, active, _de-de)"));
-}
 
-void TestTranslation::settings_data()
-{
-    QTest::addColumn<QString>("stored"); // null: none is stored
-    QTest::addColumn<QString>("name");
-    QTest::newRow("stored") << "_fr-fr"
-                            << "fr-fr";
-    QTest::newRow("none") << QString() << "";
-    QTest::newRow("underscore alone") << "_"
-                                      << "";
-    QTest::newRow("unknown") << "_x/../y"
-                             << "x/../y";
-}
-
-void TestTranslation::settings()
-{
-    QFETCH(QString, stored);
-    QFETCH(QString, name);
-    begin();
-    service().setSetting("language", "active", stored);
-    install("P", "en-us", item("A", "yes"));
-    install("P", "fr-fr", item("A", "oui"));
-    QCOMPARE(Change::Stratup_tr("A", "P"), name == "fr-fr" ? QString("oui") : QString());
-    QCOMPARE(Change::GetLangName(), name);
-    QCOMPARE(log().count("10:24:16 : {file} : Stratup_tr : Enter"), 1);
-    QCOMPARE(log().firstMissingInOrder({"10:24:16 : {file} : StartupLoadLangFile : Enter",
-                                        "{file}: LoadLangFile: loading {*}_" + name + ".lang",
-                                        "10:24:16 : {file} : StartupLoadLangFile : Exit",
-                                        "10:24:16 : {file} : Stratup_tr : Exit"}),
+    install("R", "fr-fr", item("A", "oui"));
+    service().setSetting("language", "active", "_fr-fr"); // start-up texts follow the settings
+    QCOMPARE(Change::Stratup_tr("A", "R"), QString("oui"));
+    QCOMPARE(Change::GetLangName(), QString("fr-fr"));
+    QCOMPARE(log().firstMissingInOrder(
+                 {"10:24:16 : {file} : Stratup_tr : Enter", "10:24:16 : {file} : StartupLoadLangFile : Enter",
+                  "10:24:16 : {file} : StartupLoadLangFile : Exit", "10:24:16 : {file} : Stratup_tr : Exit"}),
              QString());
+    service().reset();
+    QCOMPARE(Change::GetSettingDefaultLang(), QString());
 }
 
-// For the thread sanitizer. Each text is one of the two languages, never a mixture and never missing.
+// For the thread sanitizer. Each text is in one of the two languages, never a mixture and never missing.
 void TestTranslation::switchWhileAsking()
 {
     install("P", "en-us", item("A", "Save (Ctrl+S)"));
@@ -244,19 +199,20 @@ void TestTranslation::switchWhileAsking()
     Change::tr("A", "P");
     std::atomic<bool> isOver{false};
     std::atomic<int> wrong{0};
+    const auto ask = [&] {
+        QString label;
+        QKeySequence key;
+        while (!isOver) {
+            const QString text = Change::tr("A", "P");
+            wrong += text != "Save (Ctrl+S)" && text != "Sichern (Strg+S)";
+            wrong += !Change::tr("A", "P", label, key) || key != QKeySequence(Qt::CTRL + Qt::Key_S);
+            wrong += Change::GetLangName().size() != 5;
+            Change::Stratup_tr("none", "P");
+        }
+    };
     std::vector<std::thread> askers;
     for (int i = 0; i < 4; ++i)
-        askers.emplace_back([&] {
-            QString label;
-            QKeySequence key;
-            while (!isOver) {
-                const QString text = Change::tr("A", "P");
-                wrong += text != "Save (Ctrl+S)" && text != "Sichern (Strg+S)";
-                wrong += !Change::tr("A", "P", label, key) || key != QKeySequence(Qt::CTRL + Qt::Key_S);
-                wrong += Change::GetLangName().size() != 5;
-                Change::Stratup_tr("none", "P");
-            }
-        });
+        askers.emplace_back(ask);
     for (int round = 0; round < 50; ++round)
         Change::SetLangName(round % 2 ? "en-us" : "de-de");
     isOver = true;
