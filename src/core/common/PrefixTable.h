@@ -6,15 +6,16 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 /// Texts by the beginning of another one. Only lengths that a listed prefix has are tried, so that a look-up costs
 /// no more for a long text.
 class PrefixTable
 {
 public:
-    void insert(QStringView prefix, const QString& value)
+    void insert(QStringView prefix, QString value)
     {
-        m_table.insert(prefix, value);
+        m_table.insert(prefix, std::move(value));
         const int length = static_cast<int>(prefix.size());
         const auto place = std::lower_bound(m_lengths.begin(), m_lengths.end(), length, std::greater<>());
         if (place == m_lengths.end() || *place != length)

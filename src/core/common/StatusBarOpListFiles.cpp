@@ -127,12 +127,12 @@ template <typename OnElement>
 bool StatusBarOpListParse::readSection(QXmlStreamReader& reader, QLatin1String section, OnElement onElement)
 {
     while (!reader.atEnd()) {
-        reader.readNext();
-        if (!checkError(reader))
-            return false;
-        if (reader.isEndElement() && reader.name() == section)
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::Invalid)
+            return checkError(reader);
+        if (token == QXmlStreamReader::EndElement && reader.name() == section)
             return true;
-        if (reader.isStartElement())
+        if (token == QXmlStreamReader::StartElement)
             onElement(reader.attributes());
     }
     return true;

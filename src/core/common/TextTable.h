@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <utility>
+
 /// A key of a TextTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes have, are
 /// packed into a number, so that no text is made and compared for them.
 class TextKey
@@ -43,12 +45,9 @@ class TextTable
 {
 public:
     /// A later value replaces an earlier one of the same key.
-    void insert(const TextKey& key, const Value& value)
+    void insert(const TextKey& key, Value value)
     {
-        if (key.isPacked())
-            m_short.insert(key.packed(), value);
-        else
-            m_long.insert(key.text(), value);
+        (key.isPacked() ? m_short[key.packed()] : m_long[key.text()]) = std::move(value);
     }
 
     /// The value, or null. Valid until the next change.

@@ -143,7 +143,7 @@ void TestOperatorData::instance()
     QVERIFY(log().contains("{file}: LoadFile: Error open file:" + folder() + "OperatorList.xml"));
     QCOMPARE(first->GetLoadFileName(), QString());
 
-    writeList("CMCCMNCOpList.xml", "<CMCCMNC><Item MCCMNC=\"1\" operator=\"One\"/></CMCCMNC>");
+    writeList("CMCCMNCOpList.xml", "<CMCCMNC><Item MCCMNC='1' operator='One'/></CMCCMNC>");
     QCOMPARE(first->GetCMCCMNCOperatorData("1"), QString()); // read once
     StatusBarOpListParse::DestroyInstance();
     QCOMPARE(lists().GetCMCCMNCOperatorData("1"), QString("One"));
@@ -164,8 +164,8 @@ void TestOperatorData::brokenLists_data()
     QTest::newRow("region without an end")
         << QByteArray("<Region descr=\"A\"></MccMnc></OperatorList>") << inSection;
     QTest::newRow("region's attribute without an end")
-        << QByteArray("<Region descr=\"A><Item mcc=\"1\"/>") << inSection;
-    QTest::newRow("attribute twice") << QByteArray("<Item mcc=\"1\" mcc=\"2\"/></MccMnc></OperatorList>")
+        << QByteArray(R"(<Region descr="A><Item mcc="1"/>)") << inSection;
+    QTest::newRow("attribute twice") << QByteArray("<Item mcc='1' mcc='2'/></MccMnc></OperatorList>")
                                      << inSection;
     QTest::newRow("NUL") << QByteArray("<Item mcc=\"\0\"/></MccMnc></OperatorList>", 39) << inSection;
     QTest::newRow("nested without end") << QByteArray("<MccMnc>").repeated(100000) << inSection;
@@ -183,36 +183,43 @@ void TestOperatorData::brokenLists()
     QCOMPARE(log().count(error), 1);
 }
 
-/// The lists of the installation agree with each other and have no code that another one hides.
+/// All items of a list, which has to be free of faults.
+static QVector<QXmlStreamAttributes> readItems(const QString& path)
+{
+    QFile file(path);
+    QVector<QXmlStreamAttributes> items;
+    QXmlStreamReader reader(&file);
+    if (!file.open(QIODevice::ReadOnly))
+        return items;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && reader.name() == "Item")
+            items.append(reader.attributes());
+    }
+    return reader.hasError() ? QVector<QXmlStreamAttributes>() : items;
+}
+
+/// The lists of the installation are complete and agree with each other.
 void TestOperatorData::shippedLists()
 {
     const QString shipped = QCoreApplication::applicationDirPath() + "/../../app/plugins/StatusBarMgrPlugin/";
-    for (const char* name : {"OperatorList.xml", "CPLMNOpList.xml", "CMCCMNCOpList.xml"}) {
-        QVERIFY(QDir().mkpath(folder()));
+    QVERIFY(QDir().mkpath(folder()));
+    for (const char* name : {"OperatorList.xml", "CPLMNOpList.xml", "CMCCMNCOpList.xml"})
         QVERIFY(QFile::copy(shipped + name, folder() + name));
-    }
-    QFile file(folder() + "OperatorList.xml");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QXmlStreamReader reader(&file);
     QSet<QString> codes;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (!reader.isStartElement() || reader.name() != "Item")
+    for (const QXmlStreamAttributes& item : readItems(shipped + "OperatorList.xml")) {
+        const QString mcc = item.value("mcc").toString();
+        const QString code = mcc + item.value("mnc");
+        QVERIFY2(!codes.contains(code), qPrintable(code));
+        codes.insert(code);
+        if (code == mcc)
             continue;
-        const QString mcc = reader.attributes().value("mcc").toString();
-        const QString mnc = reader.attributes().value("mnc").toString();
-        QVERIFY2(!codes.contains(mcc + mnc), qPrintable(mcc + mnc));
-        codes.insert(mcc + mnc);
-        QVERIFY(!lists().GetOperatorData(mcc, mnc).shortdescr.isEmpty());
-        if (mnc.isEmpty())
-            continue;
-        QVERIFY(!lists().GetOperatorData(mcc, mnc).descr.isEmpty());
-        QCOMPARE(lists().GetCMCCMNCOperatorData(mcc + mnc), lists().GetOperatorData(mcc, mnc).shortdescr);
-        QCOMPARE(lists().GetCPLMNOperatorData(mcc + mnc), lists().GetOperatorData(mcc, mnc).shortdescr);
-        QCOMPARE(lists().GetOperatorData(mcc, "---").descr, QString());
-        QVERIFY(!lists().GetOperatorData(mcc, "---").shortdescr.isEmpty());
+        const _ST_MCCMNC_ITEM names = lists().GetOperatorData(code, {});
+        QVERIFY(!names.shortdescr.isEmpty() && !names.fulldescr.isEmpty() && !names.descr.isEmpty());
+        QCOMPARE(lists().GetCMCCMNCOperatorData(code), names.shortdescr);
+        QCOMPARE(lists().GetCPLMNOperatorData(code), names.shortdescr);
+        QVERIFY(!lists().GetOperatorData(mcc, "---").fulldescr.isEmpty()); // its country
     }
-    QVERIFY(!reader.hasError());
     QVERIFY(codes.size() > 900);
 }
 

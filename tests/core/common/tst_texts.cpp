@@ -58,15 +58,15 @@ void TestTexts::addresses()
         int accepted = 0;
     };
     Address addresses[] = {{CommonUtils::CheckForEmailAddr,
-                            QRegExp("^[\\w-]+(\\.[\\w-]+)*@[\\w-]+(\\.[\\w-]+)+$"),
+                            QRegExp(R"(^[\w-]+(\.[\w-]+)*@[\w-]+(\.[\w-]+)+$)"),
                             {"", "a@b", "a@b."},
                             "@b.c"},
                            {CommonUtils::CheckForHttpAddr,
-                            QRegExp("^[http|https]+://[\\0-\\0377]*$", Qt::CaseInsensitive),
+                            QRegExp(R"(^[http|https]+://[\0-\0377]*$)", Qt::CaseInsensitive),
                             {"", "s", "http://", "http:/"},
                             "://"},
                            {CommonUtils::CheckForWebAddr,
-                            QRegExp("^([a-z0-9]+\\.)*[a-z0-9]+(\\.[a-z]{2,6}){1,2}$"),
+                            QRegExp(R"(^([a-z0-9]+\.)*[a-z0-9]+(\.[a-z]{2,6}){1,2}$)"),
                             {"", "a.b", "a."},
                             ".de"}};
     const QString characters =
@@ -215,11 +215,11 @@ void TestTexts::parameters_data()
     row("  ", {});
     row(" a  b\tc ", {"a", "b\tc"});
     row("a \"b  c\" d", {"a", "b  c", "d"});
-    row("a\"b\"c\"\"", {"a", "b", "c", ""});
-    row("\"\" \" \"", {"", " "});
+    row(R"(a"b"c"")", {"a", "b", "c", ""});
+    row(R"("" " ")", {"", " "});
     row("a \"b", {});
     row("\"", {});
-    row("\"a\" \"b\" c\"", {});
+    row(R"("a" "b" c")", {});
 }
 
 void TestTexts::parameters()

@@ -8,9 +8,9 @@
 
 #include <QThread>
 
+#include <array>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 class TestThreads : public CoreTest
 {
@@ -20,6 +20,7 @@ private slots:
     void init();
     void cleanup();
     void counting();
+    void countingFromManyThreads();
     void waitWithoutHost();
     void waitWithoutWorkers_data();
     void waitWithoutWorkers();
@@ -73,18 +74,19 @@ void TestThreads::counting()
     QCOMPARE(CommonUtils::ThreadCountDec({}, {}), -1);
     QCOMPARE(log().lines(QtWarningMsg, wakes).size(), 2);
     CommonUtils::ThreadCountInc({}, {}); // for the next tests
+}
 
-    constexpr int workers = 8;
-    constexpr int rounds = 100;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < workers; ++i) {
-        threads.emplace_back([] {
-            for (int round = 0; round < rounds; ++round) {
-                CommonUtils::ThreadCountInc("Worker", QString::number(round));
-                CommonUtils::ThreadCountDec("Worker", QString::number(round));
-            }
-        });
-    }
+void TestThreads::countingFromManyThreads()
+{
+    const auto work = [] {
+        for (int round = 0; round < 100; ++round) {
+            CommonUtils::ThreadCountInc("Worker", QString::number(round));
+            CommonUtils::ThreadCountDec("Worker", QString::number(round));
+        }
+    };
+    std::array<std::thread, 8> threads;
+    for (std::thread& thread : threads)
+        thread = std::thread(work);
     for (std::thread& thread : threads)
         thread.join();
     CommonUtils::ThreadCountInc({}, {});
