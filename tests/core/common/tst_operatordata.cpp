@@ -1,4 +1,5 @@
 // Operator names and standard configuration files: right ones and every kind of wrong one.
+#include "common/CommonUtils.h"
 #include "common/StandardConfigParse.h"
 #include "common/StatusBarOpListParse.h"
 
@@ -16,6 +17,7 @@ private slots:
     void cleanup();
     void network_data();
     void network();
+    void translated();
     void imsi_data();
     void imsi();
     void codes();
@@ -92,6 +94,28 @@ void TestOperatorData::network()
     QVERIFY(log().contains("{time}: {file}: readMccOnlyInfo: called"));
     QCOMPARE(log().count("{file}: LoadCPLMNOpListFile: File " + folder() + "CPLMNOpList.xml does not exist"),
              1);
+}
+
+void TestOperatorData::translated()
+{
+    writeList("StatusBarMgrPlugin_en-us.lang",
+              "<l><item name='one'>First</item><item name='kb'>kB</item></l>");
+    writeList("OperatorList.xml",
+              "<OperatorList><MccMnc><Item mcc='001' mnc='01' shortdescr='a' fulldescr='A' langid='one'/>"
+              "<Item mcc='001' mnc='02' shortdescr='b' langid='none'/></MccMnc>"
+              "<MccOnly><Item mcc='001' shortdescr='c' langid='one'/></MccOnly></OperatorList>");
+    const auto names = [](const char* mnc) {
+        const _ST_MCCMNC_ITEM item = lists().GetOperatorData("001", mnc);
+        return item.shortdescr + '|' + item.fulldescr + '|' + item.langid;
+    };
+    QCOMPARE(names("01"), QString("First|A|one"));
+    QCOMPARE(names("02"), QString("b||none"));
+    QCOMPARE(names("03"), QString("First|c|one"));
+
+    const QVector<TagUnits> units = {{"KB", 1, 0, "kb"}, {"MB", 1000, 1000, "none"}};
+    QCOMPARE(CommonUtils::SpeedUnitToString(units, "StatusBarMgrPlugin"), QString("kB"));
+    QCOMPARE(CommonUtils::SpeedFluxToString(units, 1, "StatusBarMgrPlugin"), QString("1.00 kB"));
+    QCOMPARE(CommonUtils::SpeedFluxToString(units, 2000, "StatusBarMgrPlugin"), QString("2.00 "));
 }
 
 void TestOperatorData::imsi_data()
