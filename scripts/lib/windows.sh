@@ -2,7 +2,8 @@
 # shellcheck shell=bash
 
 # shellcheck disable=SC2034
-windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix xz-utils wine wine32:i386 fonts-wine xvfb)
+windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix python3-cryptography-vectors xz-utils wine wine32:i386
+    fonts-wine xvfb)
 
 kit_folder=$root/build/windows-kit
 readonly kit_folder
