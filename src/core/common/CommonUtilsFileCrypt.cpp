@@ -38,13 +38,12 @@ std::string fileKey()
     return key;
 }
 
-/// What is said of a path: 255 bytes at most, whatever its length.
+/// What is said of a path, cut after 255 bytes.
 QByteArray pathLine(int line, const char* function, const char* outcome, const char* path)
 {
-    char text[256];
-    std::snprintf(text, sizeof text, "%d : %s : %s : %s : %s%s", line, __TIME__, LOG_FILE, function, outcome,
-                  path);
-    return QString::fromLocal8Bit(text).toUtf8();
+    const QByteArray text =
+        QByteArray::number(line) + " : " __TIME__ " : " LOG_FILE " : " + function + " : " + outcome + path;
+    return QString::fromLocal8Bit(text.left(255)).toUtf8();
 }
 
 /// A whole file as a zero-terminated text, wiped in the end.
