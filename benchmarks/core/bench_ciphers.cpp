@@ -1,0 +1,365 @@
+// Ciphers, hashes and encodings beside those of OpenSSL, libgcrypt, nettle and Qt. The argument is the size in bytes.
+#include "CipherPeers.h"
+
+#include "common/ByteStrings.h"
+#include "common/CommonUtils.h"
+#include "common/ciphers/Base64.h"
+#include "common/ciphers/CipherContext.h"
+#include "common/ciphers/ProcessorPaths_p.h"
+#include "common/ciphers/Sha256.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+const std::string key = "0123456789abcdefghijklmn";
+const std::string iv = "initial.";
+
+const unsigned char* bytesOf(const std::string& text)
+{
+    return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+Bytes sample(std::size_t size)
+{
+    Bytes bytes(size);
+    std::uint32_t state = 1;
+    for (unsigned char& byte : bytes)
+        byte = static_cast<unsigned char>((state = state * 1664525 + 1013904223) >> 24);
+    return bytes;
+}
+
+std::string sampleText(std::size_t size)
+{
+    const Bytes bytes = sample(size);
+    return {bytes.begin(), bytes.end()};
+}
+
+/// Measures a function of an input and an output buffer, both of the benchmark's size and more.
+template <typename Function>
+void measure(benchmark::State& state, const Bytes& in, std::size_t outSize, Function function)
+{
+    Bytes out(outSize);
+    for (auto _ : state) {
+        function(in.data(), out.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+std::size_t sizeOf(const benchmark::State& state)
+{
+    return std::size_t(state.range(0));
+}
+
+// ---- Triple DES: short texts with their key schedule, long ones without
+
+template <bool Encrypt>
+void shortText(benchmark::State& state)
+{
+    const std::string text = sampleText(sizeOf(state));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(des3(text, key, iv, Encrypt));
+}
+
+template <bool Encrypt>
+void shortTextOpenSsl(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), sizeOf(state),
+            [&state](const unsigned char* in, unsigned char* out) {
+                CipherPeers::openSslTripleDes(bytesOf(key), bytesOf(iv), in, out, sizeOf(state), Encrypt);
+            });
+}
+
+template <bool Encrypt>
+void longText(benchmark::State& state)
+{
+    CipherContext* const context = crypto_cipher_init(CipherTripleDes, bytesOf(iv), bytesOf(key), 24);
+    const auto process = Encrypt ? crypto_cipher_encrypt : crypto_cipher_decrypt;
+    measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
+        process(context, in, out, int(state.range(0)));
+    });
+    crypto_cipher_deinit(context);
+}
+
+template <typename Peer, bool Encrypt>
+void longTextPeer(benchmark::State& state)
+{
+    Peer peer(bytesOf(key), bytesOf(iv));
+    measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
+        peer.process(in, out, sizeOf(state), Encrypt);
+    });
+}
+
+/// Every way to decipher that this processor has.
+void decipherPath(benchmark::State& state, const TripleDesCbc::Path* path)
+{
+    Des3Schedule schedule;
+    des3_key_setup(bytesOf(key), &schedule);
+    Bytes chain(8);
+    measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
+        if (path)
+            TripleDesCbc::decryptBitsliced(*path, schedule, chain.data(), in, out, sizeOf(state) / 8);
+        else
+            TripleDesCbc::decryptByTables(schedule, chain.data(), in, out, sizeOf(state) / 8);
+    });
+}
+
+// ---- SHA-256
+
+void hash(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 32, [&state](const unsigned char* in, unsigned char* out) {
+        sha256(in, unsigned(state.range(0)), out);
+    });
+}
+
+template <auto Peer>
+void hashPeer(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 32,
+            [&state](const unsigned char* in, unsigned char* out) { Peer(in, sizeOf(state), out); });
+}
+
+void hashQt(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 32, [&state](const unsigned char* in, unsigned char*) {
+        const auto text = QByteArray::fromRawData(reinterpret_cast<const char*>(in), int(state.range(0)));
+        benchmark::DoNotOptimize(QCryptographicHash::hash(text, QCryptographicHash::Sha256));
+    });
+}
+
+void compressPath(benchmark::State& state, Sha256Blocks::Compress* compress)
+{
+    std::uint32_t words[8] = {};
+    measure(state, sample(sizeOf(state)), 1,
+            [&](const unsigned char* in, unsigned char*) { compress(words, in, sizeOf(state) / 64); });
+}
+
+// ---- Base64
+
+Bytes base64Text(std::size_t size)
+{
+    const QByteArray bytes = QByteArray::fromStdString(sampleText(size)).toBase64();
+    return {bytes.constData(), bytes.constData() + bytes.size() + 1};
+}
+
+void base64Encode(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 2 * sizeOf(state) + 8,
+            [&](const unsigned char* in, unsigned char* out) {
+                unsigned size = 1;
+                cl_base64Encode(in, unsigned(state.range(0)), out, &size);
+            });
+}
+
+void base64EncodeOpenSsl(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 2 * sizeOf(state) + 8,
+            [&](const unsigned char* in, unsigned char* out) {
+                CipherPeers::openSslBase64Encode(in, sizeOf(state), out);
+            });
+}
+
+void base64EncodeQt(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 1, [&](const unsigned char* in, unsigned char*) {
+        const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(in), int(state.range(0)));
+        benchmark::DoNotOptimize(bytes.toBase64());
+    });
+}
+
+void base64Decode(benchmark::State& state)
+{
+    measure(state, base64Text(sizeOf(state)), sizeOf(state), [](const unsigned char* in, unsigned char* out) {
+        unsigned size = 1;
+        cl_base64Decode(in, 1, out, &size);
+    });
+}
+
+/// A blank takes the place of every tenth character.
+void base64DecodeDirty(benchmark::State& state)
+{
+    Bytes text = base64Text(sizeOf(state));
+    for (std::size_t i = 0; i + 4 < text.size(); i += 10)
+        text[i] = ' ';
+    measure(state, text, sizeOf(state), [](const unsigned char* in, unsigned char* out) {
+        unsigned size = 1;
+        cl_base64Decode(in, 1, out, &size);
+    });
+}
+
+void base64DecodeOpenSsl(benchmark::State& state)
+{
+    const Bytes text = base64Text(sizeOf(state));
+    measure(state, text, sizeOf(state) + 8, [&text](const unsigned char* in, unsigned char* out) {
+        CipherPeers::openSslBase64Decode(in, text.size() - 1, out);
+    });
+}
+
+// ---- Hexadecimal digits
+
+void hexEncode(benchmark::State& state)
+{
+    const std::string bytes = sampleText(sizeOf(state));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(StrToHex(bytes));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void hexDecode(benchmark::State& state)
+{
+    const std::string digits = StrToHex(sampleText(sizeOf(state)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(HexToStr(digits));
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void hexEncodeOpenSsl(benchmark::State& state)
+{
+    measure(state, sample(sizeOf(state)), 2 * sizeOf(state) + 1,
+            [&](const unsigned char* in, unsigned char* out) {
+                CipherPeers::openSslHexEncode(in, sizeOf(state), reinterpret_cast<char*>(out));
+            });
+}
+
+void hexDecodeOpenSsl(benchmark::State& state)
+{
+    const std::string digits = StrToHex(sampleText(sizeOf(state)));
+    measure(state, {}, sizeOf(state), [&](const unsigned char*, unsigned char* out) {
+        CipherPeers::openSslHexDecode(digits.c_str(), out, sizeOf(state));
+    });
+}
+
+// ---- Files: beside them, the cipher and the encoding alone
+
+QString writeFile(const QTemporaryDir& folder, const std::string& text)
+{
+    QFile file(folder.filePath(QStringLiteral("file")));
+    file.open(QIODevice::WriteOnly);
+    file.write(text.data(), qint64(text.size()));
+    return file.fileName();
+}
+
+std::string printable(std::size_t size)
+{
+    std::string text = sampleText(size);
+    for (char& character : text)
+        character = char('a' + (character & 0xf));
+    return text;
+}
+
+void file(benchmark::State& state, int operation)
+{
+    const QTemporaryDir folder;
+    const QByteArray in = QFile::encodeName(writeFile(folder, printable(sizeOf(state))));
+    const QByteArray crypt = QFile::encodeName(folder.filePath(QStringLiteral("crypt")));
+    const QByteArray out = QFile::encodeName(folder.filePath(QStringLiteral("out")));
+    CommonUtils::FileCrypt(1, in, crypt);
+    for (auto _ : state)
+        CommonUtils::FileCrypt(operation, operation == 2 ? crypt : in, out);
+}
+
+void fileAlone(benchmark::State& state, int operation)
+{
+    const std::string text = printable(sizeOf(state)), crypt = StrToHex(des3(text, key, iv, true));
+    Bytes digest(32);
+    for (auto _ : state) {
+        if (operation == 1)
+            benchmark::DoNotOptimize(StrToHex(des3(text, key, iv, true)));
+        else if (operation == 2)
+            benchmark::DoNotOptimize(des3(HexToStr(crypt), key, iv, false));
+        else
+            sha256(bytesOf(text), unsigned(text.size()), digest.data());
+    }
+}
+
+constexpr int KiB = 1024, MiB = 1024 * KiB;
+
+void registerPaths()
+{
+    using benchmark::RegisterBenchmark;
+    RegisterBenchmark("des3_decipher_path/tables", decipherPath, nullptr)->Arg(256)->Arg(64 * KiB);
+    for (const auto* path = ProcessorPaths::tripleDes(); path->name; ++path) {
+        if (path->isAvailable()) {
+            RegisterBenchmark((std::string("des3_decipher_path/") + path->name).c_str(), decipherPath, path)
+                ->Arg(int(8 * path->fewestBlocks))
+                ->Arg(64 * KiB);
+        }
+    }
+    RegisterBenchmark("sha256_path/portable", compressPath, Sha256Blocks::compressPortable)->Arg(64 * KiB);
+    for (const auto* path = ProcessorPaths::sha256(); path->name; ++path) {
+        if (path->isAvailable())
+            RegisterBenchmark((std::string("sha256_path/") + path->name).c_str(), compressPath,
+                              path->compress)
+                ->Arg(64 * KiB);
+    }
+}
+
+} // namespace
+
+#define CIPHER_LENGTHS ->Arg(KiB)->Arg(4 * KiB)->Arg(64 * KiB)
+#define HASH_LENGTHS ->Arg(16)->Arg(64)->Arg(64 * KiB)->Arg(MiB)
+
+BENCHMARK(shortText<true>)->Name("des3_short_encipher/ours")->Arg(16);
+BENCHMARK(shortTextOpenSsl<true>)->Name("des3_short_encipher/peer_openssl")->Arg(16);
+BENCHMARK(shortText<false>)->Name("des3_short_decipher/ours")->Arg(16);
+BENCHMARK(shortTextOpenSsl<false>)->Name("des3_short_decipher/peer_openssl")->Arg(16);
+
+BENCHMARK(longText<true>)->Name("des3_encipher/ours") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, true)
+    ->Name("des3_encipher/peer_openssl") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, true)->Name("des3_encipher/peer_gcrypt") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, true)->Name("des3_encipher/peer_nettle") CIPHER_LENGTHS;
+BENCHMARK(longText<false>)->Name("des3_decipher/ours") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, false)
+    ->Name("des3_decipher/peer_openssl") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, false)
+    ->Name("des3_decipher/peer_gcrypt") CIPHER_LENGTHS;
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, false)
+    ->Name("des3_decipher/peer_nettle") CIPHER_LENGTHS;
+
+BENCHMARK(hash)->Name("sha256/ours") HASH_LENGTHS;
+BENCHMARK(hashPeer<CipherPeers::openSslSha256>)->Name("sha256/peer_openssl") HASH_LENGTHS;
+BENCHMARK(hashPeer<CipherPeers::gcryptSha256>)->Name("sha256/peer_gcrypt") HASH_LENGTHS;
+BENCHMARK(hashPeer<CipherPeers::nettleSha256>)->Name("sha256/peer_nettle") HASH_LENGTHS;
+BENCHMARK(hashQt)->Name("sha256/peer_qt") HASH_LENGTHS;
+
+BENCHMARK(base64Encode)->Name("base64_encode/ours")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64EncodeOpenSsl)->Name("base64_encode/peer_openssl")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64EncodeQt)->Name("base64_encode/peer_qt")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64Decode)->Name("base64_decode/ours")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64DecodeDirty)->Name("base64_decode/ours_dirty")->Arg(64 * KiB);
+BENCHMARK(base64DecodeOpenSsl)->Name("base64_decode/peer_openssl")->Arg(16)->Arg(64 * KiB);
+
+BENCHMARK(hexEncode)->Name("hex_encode/ours")->Arg(32)->Arg(64 * KiB);
+BENCHMARK(hexEncodeOpenSsl)->Name("hex_encode/peer_openssl")->Arg(32)->Arg(64 * KiB);
+BENCHMARK(hexDecode)->Name("hex_decode/ours")->Arg(32)->Arg(64 * KiB);
+BENCHMARK(hexDecodeOpenSsl)->Name("hex_decode/peer_openssl")->Arg(32)->Arg(64 * KiB);
+
+#define FILES ->Arg(64 * MiB)->Unit(benchmark::kMillisecond)
+BENCHMARK_CAPTURE(file, encipher, 1)->Name("file_encipher/ours") FILES;
+BENCHMARK_CAPTURE(fileAlone, encipher, 1)->Name("file_encipher/peer_without_files") FILES;
+BENCHMARK_CAPTURE(file, decipher, 2)->Name("file_decipher/ours") FILES;
+BENCHMARK_CAPTURE(fileAlone, decipher, 2)->Name("file_decipher/peer_without_files") FILES;
+BENCHMARK_CAPTURE(file, fingerprint, 3)->Name("file_fingerprint/ours") FILES;
+BENCHMARK_CAPTURE(fileAlone, fingerprint, 3)->Name("file_fingerprint/peer_without_files") FILES;
+
+int main(int argc, char** argv)
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    registerPaths();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
