@@ -28,6 +28,7 @@ install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_
     PATTERN "DeviceSettings.h" EXCLUDE
     PATTERN "GuardedCall.h" EXCLUDE
     PATTERN "XmlFile.h" EXCLUDE
+    PATTERN "ClearBuffer.h" EXCLUDE
     PATTERN "platform" EXCLUDE)
 install(EXPORT SkylumeTargets NAMESPACE Skylume:: DESTINATION "${package_destination}")
 

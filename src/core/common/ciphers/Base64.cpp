@@ -48,33 +48,22 @@ std::uint32_t bitsOf(const std::uint8_t* text)
     return bits;
 }
 
+void storeGroup(std::uint32_t bits, std::uint8_t* bytes, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        bytes[i] = static_cast<std::uint8_t>(bits >> (16 - 8 * i));
+}
+
 void encodeGroup(std::uint32_t bits, std::uint8_t* text)
 {
     for (int i = 0; i < 4; ++i)
         text[i] = static_cast<std::uint8_t>(Base64Groups::Alphabet[bits >> (18 - 6 * i) & 0x3f]);
 }
 
-void encodeRest(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
-{
-    if (size == 0)
-        return;
-    encodeGroup(std::uint32_t(bytes[0]) << 16 | (size > 1 ? bytes[1] << 8 : 0), text);
-    text[3] = '=';
-    if (size == 1)
-        text[2] = '=';
-}
-
 const Base64Groups::Path* bestPath()
 {
     static const auto* const path = ProcessorPaths::best(ProcessorPaths::base64());
     return path;
-}
-
-void encodeAll(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
-{
-    const std::size_t groups = size / 3;
-    Base64Groups::encode(bestPath(), bytes, groups, text);
-    encodeRest(bytes + 3 * groups, size % 3, text + 4 * groups);
 }
 
 /// What counts of a text: its characters before the first "=", and padding.
@@ -96,20 +85,6 @@ struct Extent
     std::size_t characters;
     std::size_t padding;
 };
-
-void decodeAll(const std::uint8_t* text, const Extent& extent, std::uint8_t* bytes)
-{
-    const std::size_t size = extent.bytes();
-    const std::size_t groups = std::min(extent.characters / 4, size / 3);
-    Base64Groups::decode(bestPath(), text, groups, bytes);
-    if (size == 3 * groups)
-        return;
-    std::uint8_t last[4] = {'=', '=', '=', '='};
-    std::copy_n(text + 4 * groups, std::min<std::size_t>(extent.characters - 4 * groups, 4), last);
-    const std::uint32_t bits = bitsOf(last);
-    for (std::size_t i = 0; i < size - 3 * groups; ++i)
-        bytes[3 * groups + i] = static_cast<std::uint8_t>(bits >> (16 - 8 * i));
-}
 
 /// What is wrong with the arguments, or 0.
 int argumentFault(const void* in, bool isEmpty, const void* out, unsigned int* outLen)
@@ -148,22 +123,35 @@ int produce(const unsigned char* in, std::size_t inSize, unsigned char* out, std
 
 } // namespace
 
-void Base64Groups::encode(const Path* path, const std::uint8_t* bytes, std::size_t groups, std::uint8_t* text)
+void Base64Groups::encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    for (std::size_t i = path ? path->encode(bytes, groups, text) : 0; i < groups; ++i) {
-        const std::uint8_t* const group = bytes + 3 * i;
-        encodeGroup(std::uint32_t(group[0]) << 16 | group[1] << 8 | group[2], text + 4 * i);
-    }
+    const std::size_t done = path ? path->encode(bytes, size, text) : 0;
+    const std::uint8_t* const end = bytes + size;
+    text += 4 * done;
+    for (bytes += 3 * done; end - bytes >= 3; bytes += 3, text += 4)
+        encodeGroup(std::uint32_t(bytes[0]) << 16 | bytes[1] << 8 | bytes[2], text);
+    if (bytes == end)
+        return;
+    const bool isOneByte = end - bytes == 1;
+    encodeGroup(std::uint32_t(bytes[0]) << 16 | (isOneByte ? 0 : bytes[1] << 8), text);
+    text[3] = '=';
+    if (isOneByte)
+        text[2] = '=';
 }
 
-void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::size_t groups, std::uint8_t* bytes)
+void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::size_t characters,
+                          std::uint8_t* bytes, std::size_t size)
 {
-    for (std::size_t i = path ? path->decode(text, groups, bytes) : 0; i < groups; ++i) {
-        const std::uint32_t bits = bitsOf(text + 4 * i);
-        bytes[3 * i] = static_cast<std::uint8_t>(bits >> 16);
-        bytes[3 * i + 1] = static_cast<std::uint8_t>(bits >> 8);
-        bytes[3 * i + 2] = static_cast<std::uint8_t>(bits);
-    }
+    // Padding that is missing or too much makes bytes go that have all their characters.
+    const std::size_t groups = std::min(characters / 4, size / 3);
+    const std::size_t done = path ? path->decode(text, bytes, size) : 0;
+    for (std::size_t i = done; i < groups; ++i)
+        storeGroup(bitsOf(text + 4 * i), bytes + 3 * i, 3);
+    if (size == 3 * groups)
+        return;
+    std::uint8_t last[4] = {'=', '=', '=', '='};
+    std::copy_n(text + 4 * groups, std::min<std::size_t>(characters - 4 * groups, 4), last);
+    storeGroup(bitsOf(last), bytes + 3 * groups, size - 3 * groups);
 }
 
 int cl_base64Encode(const unsigned char* in, unsigned int inLen, unsigned char* out, unsigned int* outLen)
@@ -176,7 +164,7 @@ int cl_base64Encode(const unsigned char* in, unsigned int inLen, unsigned char* 
         return Failed;
     }
     return produce(in, inLen, out, std::size_t(outSize), outLen,
-                   [=](std::uint8_t* to) { encodeAll(in, inLen, to); });
+                   [=](std::uint8_t* to) { Base64Groups::encode(bestPath(), in, inLen, to); });
 }
 
 int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsigned int* outLen)
@@ -185,5 +173,7 @@ int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsi
         return fault;
     const Extent extent(reinterpret_cast<const char*>(in));
     return produce(in, extent.characters + extent.padding, out, extent.bytes(), outLen,
-                   [&](std::uint8_t* to) { decodeAll(in, extent, to); });
+                   [&](std::uint8_t* to) {
+                       Base64Groups::decode(bestPath(), in, extent.characters, to, extent.bytes());
+                   });
 }

@@ -47,6 +47,10 @@ constexpr ValueTable valueTable()
 
 constexpr ValueTable Value = valueTable();
 
+/// From memory, since compilers would make such a vector anew in every step.
+constexpr std::uint8_t Slashes[16] = {'/', '/', '/', '/', '/', '/', '/', '/',
+                                      '/', '/', '/', '/', '/', '/', '/', '/'};
+
 /// Twelve bytes to sixteen characters and back in every lane of a vector, for a set of vector operations.
 template <typename Vectors>
 class Base64Vectors
@@ -56,29 +60,30 @@ class Base64Vectors
     using DoubleWords = typename Vectors::DoubleWords;
 
     static constexpr std::size_t Groups = 4 * Vectors::Lanes; ///< done in one step
-    static constexpr std::size_t SpareGroups = 2; ///< hold the four bytes too many that a step touches
+    static constexpr std::size_t Touched = 3 * Groups + 4;    ///< bytes that a step reads or writes
 
 public:
-    static std::size_t encode(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* text)
+    static std::size_t encode(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
     {
         std::size_t done = 0;
-        for (; groups - done >= Groups + SpareGroups; done += Groups)
+        for (; size - 3 * done >= Touched; done += Groups)
             Vectors::store(text + 4 * done, characters(sixBits(Vectors::loadTwelves(bytes + 3 * done))));
         return done;
     }
 
     /// Foreign characters cost time for the rest of the text, but no more than that: there is nothing to guess wrongly.
-    static std::size_t decode(const std::uint8_t* text, std::size_t groups, std::uint8_t* bytes)
+    static std::size_t decode(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
     {
         std::size_t done = 0;
-        for (; groups - done >= Groups + SpareGroups; done += Groups) {
-            const Bytes code = Vectors::load(text + 4 * done);
-            const Bytes foreign = foreignIn(code);
-            if (Vectors::hasAnyBit(foreign))
+        for (; size - 3 * done >= Touched + 3 * Groups; done += 2 * Groups) {
+            const Bytes first = Vectors::load(text + 4 * done),
+                        second = Vectors::load(text + 4 * (done + Groups));
+            if (Vectors::hasAny(foreignIn(first) | foreignIn(second)))
                 break;
-            Vectors::storeTwelves(bytes + 3 * done, joined(valuesOf(code)));
+            Vectors::storeTwelves(bytes + 3 * done, joined(valuesOf(first)));
+            Vectors::storeTwelves(bytes + 3 * (done + Groups), joined(valuesOf(second)));
         }
-        for (; groups - done >= Groups + SpareGroups; done += Groups) {
+        for (; size - 3 * done >= Touched; done += Groups) {
             const Bytes code = Vectors::load(text + 4 * done);
             const Bytes known = ~foreignIn(code);
             Vectors::storeTwelves(bytes + 3 * done, joinedKnown(valuesOf(code) & known, known));
@@ -100,8 +105,7 @@ private:
 
     static Bytes characters(Bytes values)
     {
-        const Bytes above51 = Bytes(values > 51) & (values - 51);
-        const Bytes place = above51 | (Bytes(values < 26) & 13);
+        const Bytes place = Vectors::reduced(values, 51) | (Vectors::below(values, 26) & 13);
         return values + Vectors::shuffle(Vectors::repeat(Value.offset), place);
     }
 
@@ -117,7 +121,7 @@ private:
 
     static Bytes valuesOf(Bytes code)
     {
-        const Bytes place = highHalves(code) + Bytes(code == '/'); // all ones are -1
+        const Bytes place = highHalves(code) + Bytes(code == Vectors::repeat(Slashes)); // all ones are -1
         return code + Vectors::shuffle(Vectors::repeat(Code.valueOffset), place);
     }
 

@@ -1,12 +1,12 @@
 #include "common/ciphers/Base64Vectors_p.h"
 #include "common/ciphers/Vectors_ssse3_p.h"
 
-std::size_t Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t groups, std::uint8_t* text)
+std::size_t Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    return Base64Vectors<Vectors128>::encode(bytes, groups, text);
+    return Base64Vectors<Vectors128>::encode(bytes, size, text);
 }
 
-std::size_t Base64Groups::decodeSsse3(const std::uint8_t* text, std::size_t groups, std::uint8_t* bytes)
+std::size_t Base64Groups::decodeSsse3(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
-    return Base64Vectors<Vectors128>::decode(text, groups, bytes);
+    return Base64Vectors<Vectors128>::decode(text, bytes, size);
 }

@@ -59,10 +59,18 @@ struct Vectors128
     {
         return DoubleWords(_mm_madd_epi16(__m128i(a), __m128i(factors)));
     }
-    static bool hasAnyBit(Bytes bytes)
+    /// Each byte less the number, but not less than 0.
+    static Bytes reduced(Bytes bytes, char number)
     {
-        return _mm_movemask_epi8(_mm_cmpeq_epi8(__m128i(bytes), _mm_setzero_si128())) != 0xffff;
+        return Bytes(_mm_subs_epu8(__m128i(bytes), _mm_set1_epi8(number)));
     }
+    /// All ones for bytes below the number; neither may be above 127.
+    static Bytes below(Bytes bytes, char number)
+    {
+        return Bytes(_mm_cmplt_epi8(__m128i(bytes), _mm_set1_epi8(number)));
+    }
+    /// Whether any element of a comparison's result is set.
+    static bool hasAny(Bytes compared) { return _mm_movemask_epi8(__m128i(compared)) != 0; }
 };
 
 } // namespace

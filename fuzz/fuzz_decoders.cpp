@@ -1,0 +1,74 @@
+// The decoders for Base64 and hexadecimal digits, and protected texts: every path gives what plain code does, stays within
+// its buffers (which the sanitizers watch) and can be undone.
+#include "common/ByteStrings.h"
+#include "common/CommonUtils.h"
+#include "common/ciphers/Base64.h"
+#include "common/ciphers/ProcessorPaths_p.h"
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+void require(bool holds)
+{
+    if (!holds)
+        __builtin_trap();
+}
+
+void decodeBase64(const std::string& text)
+{
+    Bytes out(text.size() + 1); // more than enough; the exact size is checked below
+    unsigned size = 1;
+    const auto* const in = reinterpret_cast<const std::uint8_t*>(text.c_str());
+    if (cl_base64Decode(in, 1, out.data(), &size) != 0) {
+        require(size == 0);
+        return;
+    }
+    Bytes exact(size), portable(size);
+    require(cl_base64Decode(in, 1, exact.data(), &size) == 0 &&
+            std::memcmp(exact.data(), out.data(), size) == 0);
+    const std::size_t characters = std::strcspn(text.c_str(), "=");
+    Base64Groups::decode(nullptr, in, characters, portable.data(), size);
+    require(portable == exact);
+
+    if (exact.empty())
+        return;
+    Bytes encoded((size + 2) / 3 * 4 + 1), back(size);
+    unsigned length = 1;
+    require(cl_base64Encode(exact.data(), size, encoded.data(), &length) == 0 &&
+            length + 1 == encoded.size());
+    require(cl_base64Decode(encoded.data(), 1, back.data(), &length) == 0 && back == exact);
+}
+
+void decodeHex(const std::string& digits)
+{
+    const std::string bytes = HexToStr(digits);
+    Bytes portable((digits.size() + 1) / 2);
+    Hex::decode(nullptr, digits.data(), digits.size(), portable.data());
+    require(std::equal(bytes.begin(), bytes.end(), portable.begin(), portable.end()));
+    require(HexToStr(StrToHex(bytes)) == bytes);
+}
+
+void decrypt(const std::string& text)
+{
+    char* result = nullptr;
+    CommonUtils::Decrypt(text.c_str(), "pass phrase", result);
+    require((result != nullptr) == (std::strlen(text.c_str()) >= 15));
+    require(!result || std::strlen(result) <= text.size() / 2);
+    CommonUtils::CryptLocalFree(result);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    decodeBase64(text);
+    decodeHex(text);
+    decrypt(text);
+    return 0;
+}
