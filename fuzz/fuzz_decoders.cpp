@@ -5,6 +5,8 @@
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/ProcessorPaths_p.h"
 
+#include <QLoggingCategory>
+
 #include <cstring>
 #include <string>
 #include <vector>
@@ -47,9 +49,9 @@ void decodeBase64(const std::string& text)
 void decodeHex(const std::string& digits)
 {
     const std::string bytes = HexToStr(digits);
-    Bytes portable((digits.size() + 1) / 2);
-    Hex::decode(nullptr, digits.data(), digits.size(), portable.data());
-    require(std::equal(bytes.begin(), bytes.end(), portable.begin(), portable.end()));
+    std::string portable((digits.size() + 1) / 2, '\0');
+    Hex::decode(nullptr, digits.data(), digits.size(), reinterpret_cast<std::uint8_t*>(&portable[0]));
+    require(bytes == portable);
     require(HexToStr(StrToHex(bytes)) == bytes);
 }
 
@@ -66,6 +68,9 @@ void decrypt(const std::string& text)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    static const bool isQuiet =
+        (QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")), true);
+    Q_UNUSED(isQuiet)
     const std::string text(reinterpret_cast<const char*>(data), size);
     decodeBase64(text);
     decodeHex(text);
