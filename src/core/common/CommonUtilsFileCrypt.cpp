@@ -104,7 +104,7 @@ void writeTransformed(Transform transform, const char* text, const char* path)
     char* result = nullptr;
     transform(text, key.c_str(), result);
     Ciphers::wipe(&key[0], key.size());
-    const std::size_t length = result ? std::strlen(result) : 0;
+    const std::size_t length = qstrlen(result);
     writeFile(path, "wb", result, length);
     Ciphers::wipe(result, length);
     CommonUtils::CryptLocalFree(result);
@@ -113,7 +113,7 @@ void writeTransformed(Transform transform, const char* text, const char* path)
 void writeFingerprint(const char* text, const char* path, const char* function)
 {
     unsigned char digest[Sha256DigestSize] = {};
-    if (sha256(reinterpret_cast<const unsigned char*>(text), unsigned(std::strlen(text)), digest) != 0)
+    if (sha256(reinterpret_cast<const unsigned char*>(text), qstrlen(text), digest) != 0)
         LOG_DEBUG("%s: %s: %s:Hashing Fail", LOG_TIME, LOG_FILE, function);
     unsigned char encoded[256] = {};
     unsigned size = sizeof encoded;

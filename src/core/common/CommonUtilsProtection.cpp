@@ -54,7 +54,7 @@ char* writeDigits(const std::string& bytes, char* to)
 bool reverseImei(const char* imei, char* reversed)
 {
     LOG_DEBUG("[Handle_imei_reverse]enter.\n");
-    const std::size_t length = std::strlen(imei);
+    const std::size_t length = qstrlen(imei);
     if (length > MostImeiCharacters) {
         LOG_DEBUG("[Handle_imei_reverse]out_para_len error.\n");
         return false;
@@ -147,8 +147,7 @@ bool CommonUtils::Handle_IMEI_Hash(const char* imei, char* token)
         LOG_DEBUG("[Handle_imei_hash]reverse imei failed.\n");
         return false;
     }
-    if (sha256(reinterpret_cast<const unsigned char*>(reversed), unsigned(std::strlen(reversed)), digest) !=
-        0) {
+    if (sha256(reinterpret_cast<const unsigned char*>(reversed), qstrlen(reversed), digest) != 0) {
         LOG_DEBUG("[Handle_imei_hash]hash imei failed.\n");
         return false;
     }

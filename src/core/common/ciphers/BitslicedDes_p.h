@@ -123,7 +123,7 @@ private:
 
     /// Exclusive-ors what one S-box gives to the bits that it changes. Every index is a constant, so that the signals
     /// end up in registers.
-    template <int Box>
+    template <std::size_t Box>
     static void addBox(Half& half, const Half& other, const std::uint32_t (&key)[48])
     {
         static_assert(CircuitOf<Box>.isRight(Box), "the circuit is not the S-box");
@@ -133,7 +133,7 @@ private:
         leave<Box>(signals, half, std::make_index_sequence<4>());
     }
 
-    template <int Box, std::size_t... I>
+    template <std::size_t Box, std::size_t... I>
     static void enter(Vector* signals, const Half& half, const std::uint32_t (&key)[48],
                       std::index_sequence<I...>)
     {
@@ -142,19 +142,19 @@ private:
          ...);
     }
 
-    template <int Box, std::size_t... I>
+    template <std::size_t Box, std::size_t... I>
     static void evaluate(Vector* signals, std::index_sequence<I...>)
     {
         ((signals[6 + I] = gate<Box, 6 + I>(signals)), ...);
     }
 
-    template <int Box, std::size_t... I>
+    template <std::size_t Box, std::size_t... I>
     static void leave(const Vector* signals, Half& half, std::index_sequence<I...>)
     {
         ((half[PlaceAfterPermutation<4 * Box + I + 1>] ^= signals[CircuitOf<Box>.outputs[I]]), ...);
     }
 
-    template <int Box, std::size_t Signal>
+    template <std::size_t Box, std::size_t Signal>
     static Vector gate(const Vector* signals)
     {
         constexpr SboxCircuit::Gate Gate = CircuitOf<Box>.gates[Signal];
@@ -179,31 +179,31 @@ private:
     /// diagonal, first 32 wide, then 16, and so on; three sizes at a time, which eight rows allow.
     static void transpose(Vector (&rows)[64])
     {
-        for (int i = 0; i < 8; ++i)
+        for (std::size_t i = 0; i < 8; ++i)
             exchangeAcross<8>(rows + i);
-        for (int i = 0; i < 64; i += 8)
+        for (std::size_t i = 0; i < 64; i += 8)
             exchangeAcross<1>(rows + i);
     }
 
-    template <int Distance>
+    template <std::size_t Distance>
     static void exchangeAcross(Vector* rows)
     {
         Vector row[8];
-        for (int i = 0; i < 8; ++i)
+        for (std::size_t i = 0; i < 8; ++i)
             row[i] = rows[i * Distance];
         exchangeAcross<Distance, 4>(row);
         exchangeAcross<Distance, 2>(row);
         exchangeAcross<Distance, 1>(row);
-        for (int i = 0; i < 8; ++i)
+        for (std::size_t i = 0; i < 8; ++i)
             rows[i * Distance] = row[i];
     }
 
-    template <int Distance, int Step>
+    template <std::size_t Distance, std::size_t Step>
     static void exchangeAcross(Vector (&row)[8])
     {
-        constexpr int Width = Distance * Step;
+        constexpr std::size_t Width = Distance * Step;
         constexpr std::uint64_t LowHalves = ~std::uint64_t(0) / ((std::uint64_t(1) << Width) + 1);
-        for (int i = 0; i < 8; ++i) {
+        for (std::size_t i = 0; i < 8; ++i) {
             if ((i & Step) != 0)
                 continue;
             const Vector difference = ((row[i] >> Width) ^ row[i + Step]) & LowHalves;

@@ -72,7 +72,7 @@ void Sha256Blocks::compressPortable(std::uint32_t* state, const unsigned char* b
     for (; count > 0; --count, blocks += BlockSize) {
         Sha256Variables variables(state);
         Word words[16];
-        for (int i = 0; i < 16; ++i)
+        for (std::size_t i = 0; i < 16; ++i)
             words[i] = loadBigEndian(blocks + 4 * i);
         sixteenRounds<false>(variables, words, K);
         for (int round = 16; round < 64; round += 16)

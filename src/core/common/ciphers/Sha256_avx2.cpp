@@ -64,7 +64,7 @@ struct alignas(32) Schedule
     Schedule(const unsigned char* first, const unsigned char* second)
     {
         Words words[4];
-        for (int i = 0; i < 4; ++i)
+        for (std::size_t i = 0; i < 4; ++i)
             words[i] = loadWords(first + 16 * i, second + 16 * i);
         for (int i = 0; i < 16; i += 4) {
             for (int j = 0; j < 4; ++j) {

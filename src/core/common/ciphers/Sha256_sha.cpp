@@ -56,10 +56,10 @@ void compressBlock(State& state, const unsigned char* block)
 {
     const __m128i bigEndian = _mm_set_epi64x(0x0c0d0e0f08090a0b, 0x0405060700010203);
     __m128i words[4];
-    for (int i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i)
         words[i] = _mm_shuffle_epi8(load(block + 16 * i), bigEndian);
 #pragma GCC unroll 16
-    for (int i = 0; i < 16; ++i) {
+    for (std::size_t i = 0; i < 16; ++i) {
         state.fourRounds(words[i & 3], K + 4 * i);
         if (i < 12)
             words[i & 3] =

@@ -85,7 +85,7 @@ void expandKey(const unsigned char* key, std::uint32_t* encrypt, std::uint32_t* 
 
     unsigned rotation = 0;
 #pragma GCC unroll 16 // then all shifts are by constants
-    for (int round = 0; round < 16; ++round) {
+    for (std::size_t round = 0; round < 16; ++round) {
         rotation += DesStandard::KeyRotations[round];
         const std::uint64_t roundKey = roundKeyOf(c, d, rotation);
         std::memcpy(encrypt + 2 * round, &roundKey, sizeof roundKey);

@@ -3,6 +3,7 @@
 #include "common/ciphers/DesStandard_p.h"
 #include "common/ciphers/TripleDes.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -124,7 +125,7 @@ inline void store(const Halves& halves, unsigned char* block)
 }
 
 /// Round keys have the layout of expanded half-blocks; two words of a schedule hold one.
-inline std::uint64_t roundKey(const std::uint32_t* words, int round)
+inline std::uint64_t roundKey(const std::uint32_t* words, std::size_t round)
 {
     std::uint64_t key = 0;
     std::memcpy(&key, words + 2 * round, sizeof key);
@@ -165,7 +166,7 @@ inline std::uint64_t substituted(std::uint64_t half, std::uint64_t groups)
 template <int Count>
 inline void oneDes(std::uint64_t (&left)[Count], std::uint64_t (&right)[Count], const std::uint32_t* words)
 {
-    for (int round = 0; round < 16; round += 2) {
+    for (std::size_t round = 0; round < 16; round += 2) {
         const std::uint64_t first = roundKey(words, round);
         const std::uint64_t second = roundKey(words, round + 1);
         for (int i = 0; i < Count; ++i)
