@@ -6,8 +6,8 @@
 class QListWidget;
 class QStackedWidget;
 
-/// A side bar with one line per page, and the chosen page beside it. Where there is little room, the lines show
-/// their pictures alone.
+/// A side bar with one line per page, and the chosen page beside it. Where there is little room, the lines
+/// show their pictures alone.
 class SideBarArea : public QWidget
 {
     Q_OBJECT

@@ -8,8 +8,8 @@ class QLabel;
 class QMenu;
 class QToolButton;
 
-/// The top of the main window: the attached modem, the operator customisation, the customisation key in force and
-/// the buttons of the menus. In a compact window only the modem and the buttons are left.
+/// The top of the main window: the attached modem, the operator customisation, the customisation key in force
+/// and the buttons of the menus. In a compact window only the modem and the buttons are left.
 class HeaderBar : public QWidget
 {
     Q_OBJECT

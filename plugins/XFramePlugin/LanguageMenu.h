@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-/// The languages to choose from, each under its own name, so that whoever cannot read the current one finds his.
+/// The languages to choose from, each under its own name: whoever cannot read the current one finds his.
 class LanguageMenu : public QMenu
 {
     Q_OBJECT

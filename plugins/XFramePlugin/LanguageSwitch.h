@@ -34,8 +34,8 @@ private:
     Qt::LayoutDirection m_direction = Qt::LeftToRight;
 };
 
-/// Brings what does not come from language files in line with the current language: the direction in which windows
-/// are laid out, and the texts of Qt itself where its translations are installed.
+/// Brings what does not come from language files in line with the current language: the direction in which
+/// windows are laid out, and the texts of Qt itself where its translations are installed.
 class LanguageSwitch
 {
 public:

@@ -28,8 +28,8 @@ public:
     void Destroy() override;
     void UnSDKRegisterEvent() override;
 
-    /// Builds and shows the main window, loads the static and active plugins and embeds their pages. The splash
-    /// screen is closed soon after, from the event loop.
+    /// Builds and shows the main window, loads the static and active plugins and embeds their pages. The
+    /// splash screen is closed soon after, from the event loop.
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 
     QWidget* GetMainWindow() override;
@@ -39,8 +39,7 @@ private:
     void closeSplashScreen();
 
     DeviceEvents m_deviceEvents;
-    QTimer
-        m_splashTimer; ///< not QTimer::singleShot(), which may keep the function longer than the library is there
+    QTimer m_splashTimer; ///< not QTimer::singleShot(), which may keep the function beyond the library's life
     QPointer<MainWindow> m_window;
     std::unique_ptr<DeviceFollower> m_follower;
 };

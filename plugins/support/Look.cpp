@@ -9,8 +9,8 @@ namespace {
 
 constexpr qreal QuietShare = 0.35; // of the background in quiet text
 
-/// A label that begins where the window's lines begin, whatever script its own text is in: names and numbers stay
-/// Latin in a window that is laid out from right to left.
+/// A label that begins where the window's lines begin, whatever script its own text is in: names and numbers
+/// stay Latin in a window that is laid out from right to left.
 class Label : public QLabel
 {
 public:

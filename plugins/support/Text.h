@@ -9,8 +9,8 @@ class QWidget;
 
 /// A visible text of this plugin in the current language, from its language files. GUI thread.
 ///
-/// The QString owns its characters: one that pointed into the plugin's library, as a QStringLiteral does, would point
-/// nowhere in another library that still holds it after unloading.
+/// The QString owns its characters: one that pointed into the plugin's library, as a QStringLiteral does,
+/// would point nowhere in another library that still holds it after unloading.
 /// @param id the text's identifier
 /// @return empty when the plugin has no such text; skylume-lang finds those
 QString text(const char* id);

@@ -10,7 +10,7 @@ struct CommandLine
     bool noSplash = false;
     bool verbose = false; ///< debug lines go to the log
 
-    /// Reads the application's arguments. Answers --help and --version itself and complains of what it does not know.
+    /// Reads the application's arguments. Answers --help and --version itself and complains of unknown ones.
     /// @param exitCode what to end the program with when nothing is left to do
     /// @return empty when the program shall end
     static std::optional<CommandLine> parse(const QCoreApplication& application, int& exitCode);

@@ -13,8 +13,9 @@ class SplashWindow : public QRasterWindow
     Q_OBJECT
 
 public:
-    /// @param pictures folder with splash.png and, for dense screens, splash@2x.png and splash@3x.png. The first
-    ///                 gives the window's size in device-independent pixels. Without it the window is plain.
+    /// @param pictures folder with splash.png and, for dense screens, splash@2x.png and splash@3x.png. The
+    ///                 first gives the window's size in device-independent pixels. Without it the window is
+    ///                 plain.
     SplashWindow(const QString& pictures, const SplashText& text);
 
 protected:

@@ -21,8 +21,8 @@ class CoreTest : public QObject
     Q_OBJECT
 
 protected:
-    /// A container over the files of these paths. Its background configuration is over on return, unless the library
-    /// file names a device manager: then it may be waiting for a device event.
+    /// A container over the files of these paths. Its background configuration is over on return, unless the
+    /// library file names a device manager: then it may be waiting for a device event.
     std::unique_ptr<TestContainer> openContainer(const QString& libraryFile, const QString& configFile);
 
     /// Writes libraryFile() and configFile(); the second text is put into a root element.

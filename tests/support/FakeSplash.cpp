@@ -1,5 +1,5 @@
-// Takes the splash program's place: prints its arguments, and ends at once when it finds nothing of the plugins,
-// else when its parent has gone.
+// Takes the splash program's place: prints its arguments, and ends at once when it finds nothing of the
+// plugins, else when its parent has gone.
 #include <cstdio>
 #include <filesystem>
 

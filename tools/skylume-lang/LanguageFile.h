@@ -34,7 +34,7 @@ struct LanguageFile
     static LanguageFile named(const QString& path);
 
     /// Reads a file. Of several texts with one identifier all are kept.
-    /// @param faults receives what is wrong with the file as such: XML, names, duplicates, elements within texts
+    /// @param faults receives what is wrong with the file as such: XML, names, duplicates, elements in texts
     static LanguageFile read(const QString& path, Faults& faults);
 
     /// Writes the texts as a language file.

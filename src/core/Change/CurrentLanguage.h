@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The language in force and what goes with it. Behind a lock of its own, so that it can be asked for with and
-/// without the lock of the texts. Any thread.
+/// The language in force and what goes with it. Behind a lock of its own, so that it can be asked for with
+/// and without the lock of the texts. Any thread.
 namespace CurrentLanguage {
 
 /// Language and country code, "en-us" at first.

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The keyboard shortcut at the end of a text: "Save (Ctrl+S)", "Delete Del". Pure text work; the language decides
-/// on the words only.
+/// The keyboard shortcut at the end of a text: "Save (Ctrl+S)", "Delete Del". Pure text work; the language
+/// decides on the words only.
 namespace Shortcut {
 
 /// Where the shortcut begins.

@@ -6,8 +6,8 @@
 namespace TextTable {
 
 /// The plugin that was asked for last: most look-ups are for the same one again and need not search the table
-/// for it. Implicit sharing tells whether this is still true: whoever changes the table gets a copy of his own,
-/// and the two share their data no longer.
+/// for it. Implicit sharing tells whether this is still true: whoever changes the table gets a copy of his
+/// own, and the two share their data no longer.
 class LastPlugin
 {
 public:

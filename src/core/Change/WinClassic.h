@@ -17,10 +17,10 @@ class QStyleOptionSlider;
 ///     scroll_up.png                scroll_left.png                 the button of the low end
 ///     scroll_down.png              scroll_right.png                the button of the high end
 ///
-/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Backs and sliders keep their ends,
-/// half as long as the image is broad, and are stretched between them. Buttons are scaled. A bar is drawn from
-/// images when all four of its direction are there and the application is not in mini mode; else the base style
-/// draws it, as it draws disabled bars. GUI thread only.
+/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Backs and sliders keep their
+/// ends, half as long as the image is broad, and are stretched between them. Buttons are scaled. A bar is
+/// drawn from images when all four of its direction are there and the application is not in mini mode; else
+/// the base style draws it, as it draws disabled bars. GUI thread only.
 class SKYLUME_EXPORT WinClassic : public QProxyStyle
 {
     Q_OBJECT

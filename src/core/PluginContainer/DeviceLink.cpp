@@ -1,5 +1,5 @@
-// Learns from the device service which modem is attached. Waits on the configuration thread, hears events on the
-// service's callback thread; the GUI thread only ends the wait when the application closes.
+// Learns from the device service which modem is attached. Waits on the configuration thread, hears events on
+// the service's callback thread; the GUI thread only ends the wait when the application closes.
 #include "PluginContainer/PluginContainer.h"
 
 #include "PluginContainer/PluginContainer_p.h"
@@ -144,8 +144,9 @@ void PluginContainer::unlinkDeviceService()
     m_bDeviceLink = false;
 }
 
-/// A thread that was terminated has left its callbacks with the device service. If it held the lock of the name then,
-/// an event waits for that lock for ever, and taking back the callbacks would wait for the event: they stay.
+/// A thread that was terminated has left its callbacks with the device service. If it held the lock of the
+/// name then, an event waits for that lock for ever, and taking back the callbacks would wait for the event:
+/// they stay.
 void PluginContainer::unlinkAfterTermination()
 {
     constexpr int patienceMs = 1000;

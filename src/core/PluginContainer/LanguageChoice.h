@@ -8,7 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-/// Which of the installed languages a start begins with. Decides by its arguments alone. One of them is exported for the tests.
+/// Which of the installed languages a start begins with. The functions decide by their arguments alone;
+/// ofCountry() is exported for the tests.
 namespace LanguageChoice {
 
 /// The answer where the files do not give one.

@@ -23,8 +23,9 @@ class QXmlStreamReader;
 /// The registry and life-cycle manager of every plugin; there is one per process, made by Startup.
 ///
 /// IPluginContainer.h documents what plugins use. The protected operations are the steps that those are made
-/// of, for derived containers. loadPlugin, unloadPlugin and getPluginNameByClsid expect the lock to be held; the readers
-/// of the configuration file run before another thread knows the container; all others take the lock themselves.
+/// of, for derived containers. loadPlugin, unloadPlugin and getPluginNameByClsid expect the lock to be held;
+/// the readers of the configuration file run before another thread knows the container; all others take the
+/// lock themselves.
 class SKYLUME_EXPORT PluginContainer : public IPluginContainer
 {
 public:
@@ -130,8 +131,8 @@ protected:
 
     // ---- Language of the start: for the constructor's thread; no lock
 
-    /// Makes the language that the customisation asks for the active one, unless it already asked for it at the
-    /// last start. The first start of all only notes it.
+    /// Makes the language that the customisation asks for the active one, unless it already asked for it at
+    /// the last start. The first start of all only notes it.
     void setStartupLanguage();
 
     /// The language that the customisation asks for with the default setting "adaptertype" of the section
@@ -151,11 +152,12 @@ protected:
     /// The computer's language, or the user's when the customisation says "area", in decimal digits.
     QString GetCurrentSystemLang();
 
-    /// The short name of the best of the installed languages, by their long names; "_en-us" when nothing is known.
+    /// The short name of the best of the installed languages, by their long names.
+    /// @return "_en-us" when no language is known or the list is empty
     QString decideDefaultLanguage(QStringList const& list);
 
-    /// Chooses among candidates, long names to short names: the only one, or the one of the computer's country, or
-    /// any; without a candidate the first of the list.
+    /// Chooses among candidates, long names to short names: the only one, or the one of the computer's
+    /// country, or any; without a candidate the first of the list.
     QString getDefaultLan(QHash<QString, QString> candidates, QStringList const& list,
                           QList<LanguageInfoEx>& records);
 

@@ -16,8 +16,6 @@ public:
 
     PluginFolder folder;
     PluginDecisions decisions;
-    std::atomic<bool> isClosing{
-        false}; ///< the container is being destroyed: do not begin to wait for a modem
-    bool followsUserLocale =
-        false; ///< the start's language is that of the user's, not of the system's locale
+    std::atomic<bool> isClosing{false}; ///< the container is ending: wait for no modem any more
+    bool followsUserLocale = false;     ///< the start's language goes by the user's locale, not the system's
 };

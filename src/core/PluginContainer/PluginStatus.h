@@ -30,8 +30,7 @@ struct PluginStatus
     int type = 0;
     State state = State::Disabled;
     Rule rule = Rule::None;
-    QString
-        key; ///< operator name or customisation key (device name, "IMSI…", "GID…") that the rule belongs to
+    QString key;   ///< the rule's: operator name or customisation key (modem, "IMSI...", "GID...")
     QString error; ///< why the library did not load the last time; empty when it did or was never tried
 };
 

@@ -50,7 +50,7 @@ public:
     /// A text of the main frame's language file, for use during the start; empty when there is none.
     static QString tr(QString key);
 
-    /// Writes a property list's part that hides the application's icon in the dock, for systems that have one.
+    /// Writes a part of a property list that hides the application's dock icon, for systems that have one.
     /// @param path the file to write
     /// @return always true
     static bool hideDockIcon(QString path);
@@ -58,8 +58,8 @@ public:
 protected:
     // ---- Splash screen
 
-    /// Whether plugins/XFramePlugin/Config.xml asks for one: the first "splash" in the first "function", else its
-    /// absence, counts as the default; the operator's "customize" section overrides it. Only "true" says yes.
+    /// Whether plugins/XFramePlugin/Config.xml asks for one. The first "splash" in the first "function" is the
+    /// default, true when there is none; the operator's "customize" section overrides it. Only "true" says yes.
     /// @return false without that file
     static bool haveSplashScreen();
 
@@ -69,8 +69,8 @@ protected:
     /// @param have         stays as it is without such a section. A section for a "device" never says yes.
     static void operatorHaveSplashScreen(QXmlStreamReader& reader, QString operatorName, bool& have);
 
-    /// Starts the program XStartScreen.exe beside the application, if it is there, and does not wait for it. Its
-    /// arguments are the folder of the picture and that of the plugins.
+    /// Starts the program XStartScreen.exe beside the application, if it is there, and does not wait for it.
+    /// Its arguments are the folder of the picture and that of the plugins.
     static void showSplashScreen();
 
     /// Shows the splash screen and notes the time.

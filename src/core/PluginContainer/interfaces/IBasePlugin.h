@@ -11,9 +11,9 @@ class SKYLUME_EXPORT IPluginTeardown
 public:
     virtual ~IPluginTeardown();
 
-    /// Gives back everything the plugin holds: widgets, timers, threads, interfaces of other plugins. Called on the
-    /// GUI thread when customisation turns the plugin off and at shut-down, where all plugins are still loaded. May
-    /// come more than once and must be harmless then.
+    /// Gives back everything the plugin holds: widgets, timers, threads, interfaces of other plugins. Called
+    /// on the GUI thread when customisation turns the plugin off and at shut-down, where all plugins are
+    /// still loaded. May come more than once and must be harmless then.
     virtual void Destroy() = 0;
 
     /// Takes back the plugin's callbacks from the device service. At shut-down every plugin is asked this
