@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
@@ -34,6 +35,8 @@ QLineEdit* makeNumberField()
         number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         number->setAccessibleName(number->placeholderText());
     });
+    // Skins draw an empty field's hint paler than a number; style sheets look at the text only when told to.
+    QObject::connect(number, &QLineEdit::textChanged, number, [number] { number->style()->polish(number); });
     return number;
 }
 

@@ -33,7 +33,7 @@ struct Form
 };
 
 constexpr Form usualForm{QLatin1String("geometry"), {760, 520}, {960, 640}};
-constexpr Form compactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 560}};
+constexpr Form compactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
 
 const Form& currentForm()
 {
