@@ -195,7 +195,8 @@ public:
 
     // ---- Texts in widgets; GUI thread
 
-    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip.
+    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip. A text that fits
+    /// leaves no tool tip.
     /// @param label null is logged and ignored
     static void ElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
     static void LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
@@ -232,6 +233,11 @@ private:
     /// @param margin what of the widget's width is not for the text
     template <typename Widget>
     static void showElided(Widget* widget, const QString& text, Qt::TextElideMode mode, int margin);
+
+    /// A text as it is shown in a width.
+    /// @param fits receives whether that is the whole text
+    static QString elided(const QFontMetrics& metrics, const QString& text, Qt::TextElideMode mode, int width,
+                          bool& fits);
 };
 
 template <typename Widget>
@@ -247,9 +253,7 @@ void CommonUtils::setElidedTextForWidgetText(Widget* widget, QString text, Qt::T
 template <typename Widget>
 void CommonUtils::showElided(Widget* widget, const QString& text, Qt::TextElideMode mode, int margin)
 {
-    const QFontMetrics metrics = widget->fontMetrics();
-    const int available = widget->width() - margin;
-    const bool fits = metrics.boundingRect(text).width() <= available;
-    widget->setText(fits ? text : metrics.elidedText(text, mode, available));
+    bool fits = false;
+    widget->setText(elided(widget->fontMetrics(), text, mode, widget->width() - margin, fits));
     widget->setToolTip(fits ? QString() : text);
 }

@@ -10,6 +10,19 @@ namespace {
 
 constexpr int labelMargin = 2;
 
+/// A text of more characters fits no widget; measuring megabytes would take minutes.
+constexpr int longestMeasured = 16 * 1024;
+
+/// What can be seen of a text in any widget.
+QString visiblePart(const QString& text, Qt::TextElideMode mode)
+{
+    if (text.size() <= longestMeasured)
+        return text;
+    if (mode == Qt::ElideMiddle)
+        return text.left(longestMeasured / 2) + text.right(longestMeasured / 2);
+    return mode == Qt::ElideLeft ? text.right(longestMeasured) : text.left(longestMeasured);
+}
+
 /// @param isMeasurable whether there is something that has a font
 /// @param font         called when the text is measured
 template <typename Font>
@@ -69,4 +82,12 @@ void CommonUtils::GetApplicationStringHeightAndWidth(QString text, int& height, 
 {
     measure(
         LOG_FUNCTION, true, text, [] { return QFontMetrics(QApplication::font()); }, height, width);
+}
+
+QString CommonUtils::elided(const QFontMetrics& metrics, const QString& text, Qt::TextElideMode mode,
+                            int width, bool& fits)
+{
+    const QString part = visiblePart(text, mode);
+    fits = part.size() == text.size() && metrics.boundingRect(part).width() <= width;
+    return fits ? text : metrics.elidedText(part, mode, width);
 }

@@ -4,26 +4,27 @@
 #include "common/Log.h"
 
 #include <new>
+#include <utility>
 
 namespace {
 
 /// Shorter prefixes are never looked up: they would name a country, not an operator.
 constexpr int shortestImsiPrefix = 5;
 
-std::unique_ptr<StatusBarOpListParse> instance;
+StatusBarOpListParse* instance = nullptr; // lives until DestroyInstance(), not until the library goes
 
 } // namespace
 
 StatusBarOpListParse* StatusBarOpListParse::GetInstance()
 {
     if (!instance)
-        instance.reset(new StatusBarOpListParse);
-    return instance.get();
+        instance = new StatusBarOpListParse;
+    return instance;
 }
 
 void StatusBarOpListParse::DestroyInstance()
 {
-    instance.reset();
+    delete std::exchange(instance, nullptr);
 }
 
 StatusBarOpListParse::StatusBarOpListParse()

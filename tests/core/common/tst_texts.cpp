@@ -262,7 +262,7 @@ void TestTexts::hugeTexts_data()
         QTest::newRow(pattern) << QString::fromUtf8(pattern) << 500000;
 }
 
-/// It is enough that each operation ends and keeps all of it.
+/// It is enough that each operation ends and keeps all of it; a label shows the beginning.
 void TestTexts::hugeTexts()
 {
     QFETCH(QString, pattern);
@@ -280,6 +280,13 @@ void TestTexts::hugeTexts()
     QString corrected = text;
     CommonUtils::ParanthesisCorrection(corrected);
     QCOMPARE(corrected.remove(QChar(0x202D)), text);
+    for (const auto mode : {Qt::ElideLeft, Qt::ElideMiddle, Qt::ElideRight}) {
+        QLabel label;
+        label.resize(100, 20);
+        CommonUtils::ElidedText(&label, text, mode);
+        QVERIFY(label.text().size() <= 16 * 1024); // much less if it is not line feeds alone
+        QCOMPARE(label.toolTip(), text);
+    }
 }
 
 void TestTexts::elided_data()
@@ -360,6 +367,7 @@ void TestTexts::units_data()
     row(0, 1025, "1.00 KB");
     row(0, 1536, "1.50 KB");
     row(0, 1048576, "1024.00 KB");
+    row(2, 9007199254740993, "9007199254740992.00 B"); // as a double, also where registers are wider
     row(0, 1048577, "1.00 MB");
     row(0, std::numeric_limits<quint64>::max(), "17592186044416.00 MB");
     row(1, 2000000, "1953.12 KB"); // falling: the last in order, and a tie that goes to the even digit
