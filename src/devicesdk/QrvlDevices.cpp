@@ -3,8 +3,13 @@
 #include "qrvl.h"
 
 #include "Service.h"
+#include "TextBuffer.h"
 #include "devices/DeviceRecord.h"
 #include "devices/DeviceService.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
 
 static long add(CallbackRegistry::List list, QRVL_DevCallback callback)
 {
@@ -72,4 +77,35 @@ long QRVL_DevSrv_GetImsiInfo(char* imsi)
     const QString text = modems.isEmpty() ? QString() : modems.first().imsi;
     DeviceRecord::fillText(text, &DeviceRecord::inUtf8, imsi, QRVL_IMSI_SIZE);
     return text.isEmpty() ? QRVL_ERROR_NO_DEVICE : QRVL_OK;
+}
+
+/// Waits as long as the modem takes for its answer.
+static long readValue(const Modem& modem, const QString& key, char16_t** value)
+{
+    const auto status = modem.status.constFind(key);
+    if (status != modem.status.cend()) {
+        *value = newTextBuffer(*status);
+        return QRVL_OK;
+    }
+    const auto message = modem.messages.constFind(key);
+    if (message == modem.messages.cend())
+        return QRVL_ERROR_NOT_FOUND;
+    std::this_thread::sleep_for(std::chrono::milliseconds(modem.answerTime));
+    *value = newTextBuffer(*message);
+    return QRVL_OK;
+}
+
+long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t** value)
+{
+    if (!value)
+        return QRVL_ERROR_ARGUMENT;
+    *value = nullptr;
+    if (!key)
+        return QRVL_ERROR_ARGUMENT;
+    const Modems modems = Service::devices().available();
+    const auto modem = std::find_if(modems.begin(), modems.end(),
+                                    [device](const Modem& candidate) { return candidate.id == device; });
+    if (modem == modems.end())
+        return QRVL_ERROR_NO_DEVICE;
+    return readValue(*modem, QStringView(key).toString(), value);
 }

@@ -3,17 +3,8 @@
 #include "qrvl.h"
 
 #include "Service.h"
+#include "TextBuffer.h"
 #include "settings/Settings.h"
-
-#include <cstring>
-
-static char16_t* newText(const QString& text)
-{
-    const auto size = std::size_t(text.size()) + 1;
-    auto* const copy = new char16_t[size];
-    std::memcpy(copy, text.utf16(), size * sizeof(char16_t));
-    return copy;
-}
 
 static long get(Settings::View view, const char16_t* section, const char16_t* key, char16_t** value)
 {
@@ -25,7 +16,7 @@ static long get(Settings::View view, const char16_t* section, const char16_t* ke
     QString text;
     if (!Service::settings().get(view, SettingName(section, key), text))
         return QRVL_ERROR_NOT_FOUND;
-    *value = newText(text);
+    *value = newTextBuffer(text);
     return QRVL_OK;
 }
 

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -95,6 +96,25 @@ QStringList eventsUntil(const QString& last)
     return events;
 }
 
+Modem working(quint32 id, const ModemValues& status, const ModemValues& messages = {})
+{
+    Modem modem;
+    modem.id = id;
+    modem.state = Modem::Attached;
+    modem.status = status;
+    modem.messages = messages;
+    return modem;
+}
+
+/// A value as the caller gets it; the result's number when that is no success.
+QString value(uint32_t device, const char16_t* key)
+{
+    char16_t* buffer = nullptr;
+    const long result = QRVL_DevSrv_GetStatusValue(device, key, &buffer);
+    const std::unique_ptr<char16_t[]> owned(buffer);
+    return result == QRVL_OK ? QString::fromUtf16(buffer) : QString::number(result) + (buffer ? "!" : "");
+}
+
 Modem modem(quint32 id, Modem::State state, const QString& gid = {})
 {
     Modem modem;
@@ -124,6 +144,8 @@ private slots:
     void tooManyModems();
     void detection();
     void recordHoldsModem();
+    void statusValues();
+    void transferredBytes();
     void textsAreCut_data();
     void textsAreCut();
     void unregisterWaitsForCallback();
@@ -205,6 +227,11 @@ void tst_DeviceService::eventsOfChange_data()
     row("rejected goes", {modem(1, rejected)}, {}, {});
     row("accepted again", {modem(1, rejected)}, {modem(1, attached)}, {detected});
     row("detached changes", {modem(1, detached, "a")}, {modem(1, detached, "b")}, {});
+    row("status", {working(1, {{"signal", "1"}})}, {working(1, {{"signal", "2"}})}, {QRVL_EVENT_DEV_STATUS});
+    row("message of the second", {modem(1, attached), working(2, {})},
+        {modem(1, attached), working(2, {}, {{"messages", "1"}})}, {QRVL_EVENT_DEV_MESSAGES});
+    row("attached with values", {modem(1, detached)}, {working(1, {{"signal", "1"}}, {{"messages", "1"}})},
+        {detected});
 }
 
 void tst_DeviceService::eventsOfChange()
@@ -213,8 +240,10 @@ void tst_DeviceService::eventsOfChange()
     QFETCH(Modems, after);
     QFETCH(QVector<int>, events);
     QCOMPARE(eventsBetween(before, after, false), events);
-    if (!events.contains(QRVL_EVENT_DEV_DETECTED))
-        events.append(QRVL_EVENT_DEV_DETECTED);
+    if (!events.contains(QRVL_EVENT_DEV_DETECTED)) {
+        const bool isLast = events.isEmpty() || events.last() < QRVL_EVENT_DEV_STATUS;
+        events.insert(isLast ? events.size() : events.size() - 1, QRVL_EVENT_DEV_DETECTED);
+    }
     QCOMPARE(eventsBetween(before, after, true), events);
 }
 
@@ -240,7 +269,9 @@ void tst_DeviceService::brokenFileKeepsModems()
     QCOMPARE(eventsUntil("6606:1"), QStringList("6606:1"));
     for (const char* content :
          {"[modem One]\nmodel=One\nsta", "[modem One]\nstate=attached\n",
-          "[modem One]\nmodel=One\nstate=on\n", "[modem One]\nmodel=\xff\nstate=detached\n"}) {
+          "[modem One]\nmodel=One\nstate=on\n", "[modem One]\nmodel=One\nstate=attached\nsignal=101\n",
+          "[modem One]\nmodel=One\nstate=attached\n[message a b]\n",
+          "[modem One]\nmodel=\xff\nstate=detached\n"}) {
         log.clear();
         describe(content);
         QVERIFY(log.waitFor("Simulator file {*} is ignored while {*}"));
@@ -317,6 +348,58 @@ void tst_DeviceService::recordHoldsModem()
     QCOMPARE(customize, "");
     attach({});
     QTRY_COMPARE(QRVL_DevSrv_GetCustomizeName(customize), long(QRVL_ERROR_NO_DEVICE));
+}
+
+void tst_DeviceService::statusValues()
+{
+    describe(
+        "[modem A]\nmodel=X\nstate=attached\nsignal=7\n[message b]\nmodem=A\nsender=+1\ntext=1\\n\xc3\xa9\n"
+        "[message a]\nmodem=A\n[message c]\nmodem=B\n[modem B]\nmodel=Y\nstate=detached\nsignal=8\n");
+    QCOMPARE(eventsUntil("6606:1"), QStringList("6606:1"));
+    QRVL_AvailableDeviceList list;
+    QCOMPARE(QRVL_DevSrv_GetAvailableDeviceList(&list), long(QRVL_OK));
+    const uint32_t id = list.devices[0].id;
+    const QString notFound = QString::number(QRVL_ERROR_NOT_FOUND);
+    QCOMPARE(value(id, u"signal"), "7");
+    QCOMPARE(value(id, u"network"), notFound);
+    QCOMPARE(value(id, u"messages"), "b a");
+    QCOMPARE(value(id, u"message.b.sender"), "+1");
+    QCOMPARE(value(id, u"message.b.text"), QString::fromUtf8("1\n\xc3\xa9"));
+    QCOMPARE(value(id, u"message.a.text"), "");
+    QCOMPARE(value(id, u"message.c.text"), notFound);
+    QCOMPARE(value(id + 1000, u"signal"), QString::number(QRVL_ERROR_NO_DEVICE));
+
+    describe("[modem A]\nmodel=X\nstate=attached\nsignal=9\n[message b]\nmodem=A\ntext=1\n");
+    QCOMPARE(eventsUntil("6612:1"), QStringList({"6611:1", "6612:1"}));
+    QCOMPARE(value(id, u"signal"), "9");
+    QCOMPARE(value(id, u"messages"), "b");
+}
+
+/// They grow while the modem is attached, whatever else changes, and begin anew when it is attached again.
+void tst_DeviceService::transferredBytes()
+{
+    const QByteArray file = "[modem T]\nmodel=T\nstate=%1\nreceived=5\nreceive-rate=%2\n";
+    const auto describeRate = [&](const char* state, const char* rate) {
+        describe(QByteArray(file).replace("%1", state).replace("%2", rate));
+    };
+    describeRate("attached", "1000");
+    QTRY_COMPARE(availableCount(), 1u);
+    QRVL_AvailableDeviceList list;
+    QRVL_DevSrv_GetAvailableDeviceList(&list);
+    const uint32_t id = list.devices[0].id;
+    const auto received = [id] {
+        return value(id, u"received").toInt();
+    };
+    QTRY_VERIFY(received() >= 2005);
+    QCOMPARE(received() % 1000, 5);
+    describeRate("attached", "0");
+    QTRY_COMPARE(value(id, u"receive-rate"), "0");
+    QVERIFY(received() >= 2005);
+    describeRate("detached", "0");
+    QTRY_COMPARE(availableCount(), 0u);
+    describeRate("attached", "0");
+    QTRY_COMPARE(availableCount(), 1u);
+    QCOMPARE(received(), 5);
 }
 
 void tst_DeviceService::textsAreCut_data()
@@ -405,6 +488,8 @@ void tst_DeviceService::arguments()
     QCOMPARE(QRVL_DevSrv_GetAvailableDeviceList(nullptr), long(QRVL_ERROR_ARGUMENT));
     QCOMPARE(QRVL_DevSrv_GetCustomizeName(nullptr), long(QRVL_ERROR_ARGUMENT));
     QCOMPARE(QRVL_DevSrv_GetImsiInfo(nullptr), long(QRVL_ERROR_ARGUMENT));
+    QCOMPARE(QRVL_DevSrv_GetStatusValue(1, u"signal", nullptr), long(QRVL_ERROR_ARGUMENT));
+    QCOMPARE(value(1, nullptr), QString::number(QRVL_ERROR_ARGUMENT));
 }
 
 QTEST_GUILESS_MAIN(tst_DeviceService)

@@ -55,6 +55,8 @@ void tst_ModemTool::edits_data()
     row("attach a known one", {"attach", "LUME S1", "--imsi", "1", "--gid=x, \"y\""},
         {"port=sim1\nstate=detached", "port=sim1\nstate=attached", "imsi=001010123456789\ngid=\n",
          "imsi=1\ngid=x, \"y\"\n"});
+    row("set values", {"set", "--signal", "5", "--network="},
+        {"network=26201\nsignal=80", "network=\nsignal=5"});
     row("attach a new one", {"attach", "New"}, {}, "\n[modem New]\nmodel=New\nstate=attached\n");
     row("attach one more of a model",
         {"attach", "Lume V2", "--name", "second", "--port", "usb", "--customize", "c"}, {},
@@ -96,6 +98,8 @@ void tst_ModemTool::refuses_data()
     row("too many arguments", {"detach", "A", "B"}, two, 2, "too many");
     row("attach what", {"attach"}, two, 2, "needs a modem");
     row("values without attach", {"detach", "A", "--imsi", "1"}, two, 2, "values");
+    row("message in wrong place", {"attach", "A", "--text", "x"}, two, 2, "no message");
+    row("wrong signal", {"set", "A", "--signal", "101"}, two, 1, "the signal \"101\"");
     row("none attached", {"detach"}, none, 1, "attached are: none");
     row("several attached", {"reject"}, two, 1, R"(attached are: "A", "B")");
     row("unknown modem", {"detach", "C"}, two, 1, R"(known are: "A", "B")");
@@ -127,6 +131,10 @@ void tst_ModemTool::usersFileBeginsAsCopy()
     run({"attach", "Mine", "--imsi", "1"}, 0);
     QVERIFY(run({"list"}, 0).contains("\nMine\tMine\tattached\t1\t\t\t\n"));
     QVERIFY(QFile::exists(m_folder.filePath("user/simulator.ini")));
+    run({"message", "Mine", "--sender", "me", "--text", "1\n2"}, 0);
+    const QByteArray file = FileAccess::read(m_folder.filePath("user/simulator.ini")).bytes;
+    QVERIFY2(file.contains("\n[message 5]\nmodem=Mine\ntime=2") && file.endsWith("\nsender=me\ntext=1\\n2\n"),
+             file);
 }
 
 QTEST_GUILESS_MAIN(tst_ModemTool)

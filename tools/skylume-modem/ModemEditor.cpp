@@ -2,6 +2,8 @@
 
 #include "simulator/SimulatorFile.h"
 
+#include <QDateTime>
+
 #include <algorithm>
 #include <iterator>
 
@@ -54,18 +56,46 @@ bool ModemEditor::attach(const QString& model, const QString& name, const QMap<Q
 
 bool ModemEditor::setState(const QString& text, Modem::State state, QString& error)
 {
+    return setValues(text, {{QStringLiteral("state"), SimulatorFile::stateText(state)}}, error);
+}
+
+bool ModemEditor::setValues(const QString& text, const QMap<QString, QString>& values, QString& error)
+{
+    const QString name = theOne(text, error);
+    for (auto value = values.cbegin(); value != values.cend() && !name.isNull(); ++value)
+        set(name, value.key(), value.value());
+    return !name.isNull();
+}
+
+bool ModemEditor::addMessage(const QString& text, const QMap<QString, QString>& values, QString& error)
+{
+    const QString name = theOne(text, error);
+    if (name.isNull())
+        return false;
+    const QVector<QString> sections = m_document.sections();
+    int identifier = 1;
+    while (sections.contains(SimulatorFile::messageSectionOf(QString::number(identifier))))
+        ++identifier;
+    const QString section = SimulatorFile::messageSectionOf(QString::number(identifier));
+    m_document.set(section, QStringLiteral("modem"), name);
+    m_document.set(section, QStringLiteral("time"), QDateTime::currentDateTime().toString(Qt::ISODate));
+    for (auto value = values.cbegin(); value != values.cend(); ++value)
+        m_document.set(section, value.key(), value.value());
+    return true;
+}
+
+QString ModemEditor::theOne(const QString& text, QString& error) const
+{
     const Modems found = text.isEmpty() ? attached() : matching(text);
-    if (found.size() == 1) {
-        set(found.first().name, QStringLiteral("state"), SimulatorFile::stateText(state));
-        return true;
-    }
+    if (found.size() == 1)
+        return found.first().name;
     if (text.isEmpty())
         error = QStringLiteral("name the modem; attached are: %1").arg(namesOf(found));
     else if (found.isEmpty())
         error = QStringLiteral("there is no modem \"%1\"; known are: %2").arg(text, namesOf(m_modems));
     else
         error = QStringLiteral("several modems match \"%1\": %2").arg(text, namesOf(found));
-    return false;
+    return {};
 }
 
 Modems ModemEditor::withName(const QString& text) const

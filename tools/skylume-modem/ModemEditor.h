@@ -28,7 +28,15 @@ public:
     /// Changes the state of a modem. Without `text` that is the only attached one.
     bool setState(const QString& text, Modem::State state, QString& error);
 
+    /// Changes values of a modem, keys as for attach(). Without `text` that is the only attached one.
+    bool setValues(const QString& text, const QMap<QString, QString>& values, QString& error);
+
+    /// Adds a text message to a modem, with the time of now. Without `text` that is the only attached one.
+    bool addMessage(const QString& text, const QMap<QString, QString>& values, QString& error);
+
 private:
+    /// The name of the one modem that the text fits or, without text, of the only attached one; null with an error.
+    QString theOne(const QString& text, QString& error) const;
     Modems withName(const QString& text) const;
     Modems matching(const QString& text) const;
     Modems attached() const;

@@ -21,16 +21,39 @@ enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
 constexpr auto kLockPatience = 5s;
 
-/// Options of "attach" that are keys of the simulator's file too.
-const QStringList kValueOptions = {QStringLiteral("imsi"), QStringLiteral("gid"), QStringLiteral("customize"),
-                                   QStringLiteral("port")};
+/// An option that is a key of the simulator's file too.
+struct ValueOption
+{
+    const char* name;
+    const char* help;
+    const char* value;
+};
+
+constexpr ValueOption kModemOptions[] = {
+    {"imsi", "IMSI of the SIM.", "digits"},
+    {"gid", "Group identifier of the SIM.", "text"},
+    {"customize", "Name of the operator customisation.", "name"},
+    {"port", "Where the modem is plugged in.", "name"},
+    {"network", "Code of the network that it is registered in, MCC and MNC; empty for none.", "digits"},
+    {"signal", "Strength of the signal, 0 to 100.", "percent"},
+    {"receive-rate", "Bytes received in a second.", "number"},
+    {"send-rate", "Bytes sent in a second.", "number"},
+    {"received", "Bytes received before.", "number"},
+    {"sent", "Bytes sent before.", "number"},
+    {"answer-time", "How long each value of a message takes to read.", "milliseconds"},
+};
+constexpr ValueOption kMessageOptions[] = {
+    {"sender", "Who sends the message.", "number"},
+    {"text", "What the message says.", "text"},
+};
 
 struct Request
 {
     QString command;
     QString modem;
     QString newName;
-    QMap<QString, QString> values;
+    QMap<QString, QString> values;  ///< of the modem
+    QMap<QString, QString> message; ///< values of a message
 };
 
 struct Command
@@ -38,14 +61,15 @@ struct Command
     const char* name;
     bool needsModem;
     bool takesModem;
+    bool takesName;
     bool takesValues;
+    bool takesMessage;
 };
 
 constexpr Command kCommands[] = {
-    {"attach", true, true, true},
-    {"detach", false, true, false},
-    {"reject", false, true, false},
-    {"list", false, false, false},
+    {"attach", true, true, true, true, false},    {"detach", false, true, false, false, false},
+    {"reject", false, true, false, false, false}, {"set", false, true, false, true, false},
+    {"message", false, true, false, false, true}, {"list", false, false, false, false, false},
 };
 
 void defineArguments(QCommandLineParser& parser)
@@ -56,20 +80,23 @@ void defineArguments(QCommandLineParser& parser)
         "  detach [MODEM]   takes a modem away; without MODEM the only attached one\n"
         "  reject [MODEM]   makes a modem refused, as by an operator lock; without MODEM the only attached "
         "one\n"
+        "  set [MODEM]      changes values of a modem; without MODEM of the only attached one\n"
+        "  message [MODEM]  lets a modem receive a text message; without MODEM the only attached one\n"
         "  list             lists all known modems\n\n"
         "MODEM is a modem's name or model; upper and lower case are the same."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const auto add = [&](const char* name, const char* help, const char* value) {
+    const auto add = [&](const char* name, const QByteArray& help, const char* value) {
         parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value)});
     };
     add("file", "The simulator's file, instead of the user's.", "path");
     add("name", "With attach: name of the modem, for several of one model.", "name");
-    add("imsi", "With attach: IMSI of the SIM.", "digits");
-    add("gid", "With attach: group identifier of the SIM.", "text");
-    add("customize", "With attach: name of the operator customisation.", "name");
-    add("port", "With attach: where the modem is plugged in.", "name");
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("attach, detach, reject or list"));
+    for (const ValueOption& option : kModemOptions)
+        add(option.name, "With attach and set: " + QByteArray(option.help), option.value);
+    for (const ValueOption& option : kMessageOptions)
+        add(option.name, "With message: " + QByteArray(option.help), option.value);
+    parser.addPositionalArgument(QStringLiteral("command"),
+                                 QStringLiteral("attach, detach, reject, set, message or list"));
     parser.addPositionalArgument(QStringLiteral("modem"), QStringLiteral("what the command is about"),
                                  QStringLiteral("[modem]"));
 }
@@ -87,20 +114,31 @@ QString usageError(const Request& request, int argumentCount)
         return QStringLiteral("\"%1\" needs a modem").arg(request.command);
     if (argumentCount > (command->takesModem ? 2 : 1))
         return QStringLiteral("\"%1\" has too many arguments").arg(request.command);
-    if (!command->takesValues && !(request.values.isEmpty() && request.newName.isEmpty()))
+    if ((!command->takesValues && !request.values.isEmpty()) ||
+        (!command->takesName && !request.newName.isEmpty()))
         return QStringLiteral("\"%1\" cannot change a modem's values").arg(request.command);
+    if (!command->takesMessage && !request.message.isEmpty())
+        return QStringLiteral("\"%1\" takes no message").arg(request.command);
     return {};
+}
+
+template <std::size_t size>
+QMap<QString, QString> givenValues(const QCommandLineParser& parser, const ValueOption (&options)[size])
+{
+    QMap<QString, QString> values;
+    for (const ValueOption& option : options) {
+        const QString name = QLatin1String(option.name);
+        if (parser.isSet(name))
+            values.insert(name, parser.value(name));
+    }
+    return values;
 }
 
 Request readRequest(const QCommandLineParser& parser)
 {
     const QStringList arguments = parser.positionalArguments();
-    Request request{arguments.value(0), arguments.value(1), parser.value(QStringLiteral("name")), {}};
-    for (const QString& option : kValueOptions) {
-        if (parser.isSet(option))
-            request.values.insert(option, parser.value(option));
-    }
-    return request;
+    return {arguments.value(0), arguments.value(1), parser.value(QStringLiteral("name")),
+            givenValues(parser, kModemOptions), givenValues(parser, kMessageOptions)};
 }
 
 void printModems(const Modems& modems)
@@ -118,6 +156,10 @@ bool carryOut(const Request& request, ModemEditor& editor, QString& error)
 {
     if (request.command == QLatin1String("attach"))
         return editor.attach(request.modem, request.newName, request.values, error);
+    if (request.command == QLatin1String("set"))
+        return editor.setValues(request.modem, request.values, error);
+    if (request.command == QLatin1String("message"))
+        return editor.addMessage(request.modem, request.message, error);
     const bool isRejection = request.command == QLatin1String("reject");
     return editor.setState(request.modem, isRejection ? Modem::Rejected : Modem::Detached, error);
 }
@@ -145,7 +187,11 @@ bool run(const Request& request, const QStringList& files, QString& error)
         printModems(editor.modems());
         return true;
     }
-    return carryOut(request, editor, error) && FileAccess::replace(files.first(), editor.toBytes(), error);
+    if (!carryOut(request, editor, error))
+        return false;
+    const QByteArray changed = editor.toBytes();
+    ModemEditor(changed, error); // finds values that cannot be
+    return error.isEmpty() && FileAccess::replace(files.first(), changed, error);
 }
 
 bool runLocked(const Request& request, const QStringList& files, QString& error)

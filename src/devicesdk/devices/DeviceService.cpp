@@ -32,6 +32,16 @@ bool isAnyMissing(const Modems& modems, const Modems& here, const Modems& orHere
     });
 }
 
+/// Whether a modem in both lists has other values in the second.
+bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::*values)
+{
+    return std::any_of(after.begin(), after.end(), [&](const Modem& modem) {
+        return std::any_of(before.begin(), before.end(), [&](const Modem& old) {
+            return old.id == modem.id && old.*values != modem.*values;
+        });
+    });
+}
+
 } // namespace
 
 QVector<int> eventsBetween(const Modems& before, const Modems& after, bool tellAnyway)
@@ -46,6 +56,10 @@ QVector<int> eventsBetween(const Modems& before, const Modems& after, bool tellA
         events.append(QRVL_EVENT_DEV_REJECT);
     if (tellAnyway || available != availableBefore)
         events.append(QRVL_EVENT_DEV_DETECTED);
+    if (isAnyChanged(availableBefore, available, &Modem::status))
+        events.append(QRVL_EVENT_DEV_STATUS);
+    if (isAnyChanged(availableBefore, available, &Modem::messages))
+        events.append(QRVL_EVENT_DEV_MESSAGES);
     return events;
 }
 

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QVector>
 
 #include <tuple>
+
+/// Texts by their keys, see QRVL_DevSrv_GetStatusValue().
+using ModemValues = QMap<QString, QString>;
 
 /// One modem that the service knows.
 struct Modem
@@ -18,6 +22,11 @@ struct Modem
     QString customize;
     QString port;
     State state = Detached;
+
+    // What changes while it works, which does not make it another modem for operator==.
+    ModemValues status;
+    ModemValues messages; // on its SIM
+    int answerTime = 0;   // milliseconds to read one of the messages' values
 };
 
 inline bool operator==(const Modem& a, const Modem& b)

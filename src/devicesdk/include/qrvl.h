@@ -73,12 +73,15 @@ enum QRVL_Event {
     QRVL_EVENT_DEV_REJECT = 6016,         /* a modem was refused, for instance by its operator lock */
     QRVL_EVENT_DEV_DEVICE_INVALID = 6601, /* the modem went away or cannot be used */
     QRVL_EVENT_DEV_DETECTED = 6606,       /* the set of available modems was determined or has changed */
+    QRVL_EVENT_DEV_STATUS = 6611,         /* an available modem has other status values */
+    QRVL_EVENT_DEV_MESSAGES = 6612,       /* text messages of an available modem came, went or changed */
 };
 
 /* One change may cause several events, each at most once, in this order: QRVL_EVENT_DEV_DEVICE_INVALID when available
  * modems have gone, QRVL_EVENT_DEV_REJECT when modems were refused (also ones that were available: no other event says
- * that these have gone), then QRVL_EVENT_DEV_DETECTED when the available set differs. During all of them the list of
- * available devices already holds the new set. */
+ * that these have gone), then QRVL_EVENT_DEV_DETECTED when the available set differs, and the other two when modems that
+ * were available before have new values. During all of them the list of available devices already holds the new set, and
+ * the values are the new ones. */
 
 /* Receives a device event on the service's own thread. `data` is reserved and null. The result is ignored; return
  * 1. A callback may call every operation of this interface. */
@@ -138,6 +141,28 @@ QRVL_API long QRVL_DevSrv_GetCustomizeName(char* name);
 
 /* The IMSI of the first available modem, UTF-8, into a buffer of QRVL_IMSI_SIZE bytes. */
 QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
+
+/* ---- Status ---------------------------------------------------------------------------------------------------
+ *
+ * What a modem reports while it works, as texts by key. Numbers are decimal digits.
+ *
+ *   network             MCC and MNC of the network that the modem is registered in, in one text
+ *   signal              strength of the signal, 0 to 100
+ *   received, sent      bytes transferred since the modem was attached
+ *   receive-rate, send-rate   bytes per second at present
+ *   messages            identifiers of the text messages on the SIM, oldest first, with a blank between them
+ *   message.ID.sender   who sent the message with that identifier
+ *   message.ID.time     when it came, in local time: 2024-02-29T17:05:00
+ *   message.ID.text     what it says
+ *
+ * Other services may know further keys.
+ */
+
+/* Reads a value of the available modem whose QRVL_Device.id is given. *value receives a buffer of its own on success and
+ * null otherwise: QRVL_ERROR_NO_DEVICE without such a modem, QRVL_ERROR_NOT_FOUND when it does not report the value, for
+ * instance without a network, or when the message has gone meanwhile. Values of messages are read from the SIM, which
+ * can take a second each: not on the thread of a user interface. */
+QRVL_API long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t** value);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -2,8 +2,28 @@
 
 #include "files/IniDocument.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <iterator>
+
+namespace {
+
+/// A key that may be empty, and what it may be else.
+struct CheckedKey
+{
+    const char* name;
+    const char* pattern;
+};
+
+constexpr CheckedKey statusKeys[] = {
+    {"network", "[0-9]{5,6}"}, {"signal", "[0-9]{1,2}|100"},    {"received", "[0-9]{1,15}"},
+    {"sent", "[0-9]{1,15}"},   {"receive-rate", "[0-9]{1,12}"}, {"send-rate", "[0-9]{1,12}"},
+};
+constexpr CheckedKey answerTimeKey{"answer-time", "[0-9]{1,5}"};
+constexpr const char* messageKeys[] = {"sender", "time", "text"};
+
+} // namespace
 
 static QString valueOf(const IniDocument& document, const QString& section, const QString& key)
 {
@@ -20,6 +40,17 @@ static bool readState(const QString& text, Modem::State& state)
         return false;
     state = *found;
     return true;
+}
+
+static QString checkedValue(const IniDocument& document, const QString& section, const CheckedKey& key,
+                            QStringList& errors)
+{
+    const QString value = valueOf(document, section, QLatin1String(key.name));
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(key.pattern)));
+    if (!value.isEmpty() && !pattern.match(value).hasMatch())
+        errors.append(
+            QStringLiteral("section [%1] has the %2 \"%3\"").arg(section, QLatin1String(key.name), value));
+    return value;
 }
 
 static Modem readModem(const IniDocument& document, const QString& section, QStringList& errors)
@@ -40,7 +71,35 @@ static Modem readModem(const IniDocument& document, const QString& section, QStr
         errors.append(
             QStringLiteral("section [%1] has the state \"%2\"; it must be attached, detached or rejected")
                 .arg(section, value("state")));
+    for (const CheckedKey& key : statusKeys) {
+        const QString text = checkedValue(document, section, key, errors);
+        if (!text.isEmpty())
+            modem.status.insert(QLatin1String(key.name), text);
+    }
+    modem.answerTime = checkedValue(document, section, answerTimeKey, errors).toInt();
     return modem;
+}
+
+static bool isMessage(const QString& section)
+{
+    return section.startsWith(SimulatorFile::messageSectionOf({}));
+}
+
+/// The messages of a modem as values for it.
+static ModemValues readMessages(const IniDocument& document, const QString& modem)
+{
+    ModemValues values;
+    QStringList identifiers;
+    for (const QString& section : document.sections()) {
+        if (!isMessage(section) || valueOf(document, section, QStringLiteral("modem")) != modem)
+            continue;
+        identifiers.append(section.mid(SimulatorFile::messageSectionOf({}).size()));
+        for (const char* key : messageKeys)
+            values.insert(QStringLiteral("message.%1.%2").arg(identifiers.last(), QLatin1String(key)),
+                          valueOf(document, section, QLatin1String(key)));
+    }
+    values.insert(QStringLiteral("messages"), identifiers.join(QLatin1Char(' ')));
+    return values;
 }
 
 Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
@@ -49,8 +108,13 @@ Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
         errors.append(QStringLiteral("line %1 is broken").arg(line));
     Modems modems;
     for (const QString& section : document.sections()) {
-        if (section.startsWith(sectionOf({})))
+        if (section.startsWith(sectionOf({}))) {
             modems.append(readModem(document, section, errors));
+            modems.last().messages = readMessages(document, modems.last().name);
+        }
+        if (isMessage(section) && section.count(QLatin1Char(' ')) > 1)
+            errors.append(
+                QStringLiteral("section [%1] has a blank in the message's identifier").arg(section));
     }
     return modems;
 }
@@ -58,6 +122,11 @@ Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
 QString SimulatorFile::sectionOf(const QString& name)
 {
     return QStringLiteral("modem ") + name;
+}
+
+QString SimulatorFile::messageSectionOf(const QString& identifier)
+{
+    return QStringLiteral("message ") + identifier;
 }
 
 QString SimulatorFile::stateText(Modem::State state)

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+#include <cstring>
+
+/// A copy of a text with its terminating zero, for the caller of the C interface to release with `delete[]`.
+inline char16_t* newTextBuffer(const QString& text)
+{
+    const auto size = std::size_t(text.size()) + 1;
+    auto* const copy = new char16_t[size];
+    std::memcpy(copy, text.utf16(), size * sizeof(char16_t));
+    return copy;
+}
