@@ -5,9 +5,21 @@
 // Written only while the callback is not registered.
 static DeviceEvents* receiver = nullptr;
 
-static int onDeviceEvent(int, void*)
+static auto signalOf(int event)
 {
-    QMetaObject::invokeMethod(receiver, &DeviceEvents::changed, Qt::QueuedConnection);
+    switch (event) {
+    case QRVL_EVENT_DEV_STATUS:
+        return &DeviceEvents::statusChanged;
+    case QRVL_EVENT_DEV_MESSAGES:
+        return &DeviceEvents::messagesChanged;
+    default:
+        return &DeviceEvents::changed;
+    }
+}
+
+static int onDeviceEvent(int type, void*)
+{
+    QMetaObject::invokeMethod(receiver, signalOf(type), Qt::QueuedConnection);
     return 1;
 }
 

@@ -16,12 +16,19 @@ public:
     /// @return whether the service took the registration
     bool listen();
 
-    /// Unregisters. Afterwards no callback runs; a changed() that is still queued comes none the less, or
+    /// Unregisters. Afterwards no callback runs; a signal that is still queued comes none the less, or
     /// goes with this object.
     void stop();
 
 Q_SIGNALS:
-    /// The set of modems may have changed. Comes through the event loop, never from within the service's
-    /// callback.
+    // All come through the event loop, never from within the service's callback.
+
+    /// The set of modems may have changed.
     void changed();
+
+    /// A modem has other status values, such as network and signal.
+    void statusChanged();
+
+    /// Text messages of a modem came, went or changed.
+    void messagesChanged();
 };

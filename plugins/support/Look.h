@@ -34,7 +34,7 @@ QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont:
 QLabel* quietLabel(const QString& content, bool wrapped = false);
 
 /// Pictures, drawn as a white sign on a coloured tile.
-enum class Sign { Signal, Modem, Sim, DialPad, Plugins, Help, Call };
+enum class Sign { Signal, Modem, Sim, DialPad, Plugins, Help, Call, Message };
 
 /// The picture in all usual sizes. It holds pixels only, so it may outlive the library that made it.
 QIcon tileIcon(Sign sign);

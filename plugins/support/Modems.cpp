@@ -3,6 +3,7 @@
 #include <qrvl.h>
 
 #include <algorithm>
+#include <memory>
 #include <tuple>
 
 static Modem modemFromRecord(const QRVL_Device& device)
@@ -36,4 +37,13 @@ Modems attachedModems()
     const auto end = list.devices + std::min<uint32_t>(list.count, QRVL_MAX_DEVICES);
     std::transform(list.devices, end, std::back_inserter(modems), modemFromRecord);
     return modems;
+}
+
+QString modemValue(quint32 id, const QString& key)
+{
+    char16_t* buffer = nullptr;
+    const auto* const name = reinterpret_cast<const char16_t*>(key.utf16());
+    const long result = QRVL_DevSrv_GetStatusValue(id, name, &buffer);
+    const std::unique_ptr<char16_t[]> value(buffer);
+    return result == QRVL_OK && value ? QStringView(value.get()).toString() : QString();
 }

@@ -72,6 +72,12 @@ static void drawCall(QPainter& painter)
     painter.drawPath(receiver);
 }
 
+static void drawMessage(QPainter& painter)
+{
+    painter.drawRoundedRect(QRectF(5, 7, 14, 10), 1.4, 1.4);
+    painter.drawPolyline(QPolygonF({QPointF(5.4, 8), QPointF(12, 13), QPointF(18.6, 8)}));
+}
+
 namespace {
 
 struct Picture
@@ -85,7 +91,7 @@ constexpr Picture pictures[] = {
     {Look::Sign::Signal, 0xff2563c9, drawSignal},   {Look::Sign::Modem, 0xff0f8a83, drawModem},
     {Look::Sign::Sim, 0xffc26a12, drawSim},         {Look::Sign::DialPad, 0xff2e8b4a, drawDialPad},
     {Look::Sign::Plugins, 0xff6b56c9, drawPlugins}, {Look::Sign::Help, 0xffb8437f, drawHelp},
-    {Look::Sign::Call, 0xff2e8b4a, drawCall},
+    {Look::Sign::Call, 0xff2e8b4a, drawCall},       {Look::Sign::Message, 0xff3a7ca5, drawMessage},
 };
 
 } // namespace

@@ -1,0 +1,42 @@
+#include "support/BackgroundWork.h"
+
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+
+static constexpr unsigned int Patience = 5; // seconds
+
+BackgroundWork::BackgroundWork(const char* name, QObject* parent)
+    : QThread(parent)
+    , m_name(QString::fromLatin1(name))
+{
+}
+
+void BackgroundWork::begin()
+{
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    QObject* const notifier =
+        container ? container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService) : nullptr;
+    if (notifier && notifier->property("stopping").toBool())
+        return;
+    start();
+    if (notifier) // after the start: before it the request would be lost
+        connect(notifier, SIGNAL(stopRequested()), this, SLOT(finish()),
+                Qt::ConnectionType(Qt::DirectConnection | Qt::UniqueConnection));
+}
+
+void BackgroundWork::stop()
+{
+    finish();
+    CommonUtils::WaitForThreadToStop(this, Patience);
+    wait();
+}
+
+void BackgroundWork::run()
+{
+    const QString owner = QString::fromLatin1(metaObject()->className());
+    CommonUtils::ThreadCountInc(owner, m_name);
+    work();
+    CommonUtils::ThreadCountDec(owner, m_name);
+}

@@ -1,0 +1,54 @@
+#include "support/ElidedLabel.h"
+
+#include "common/CommonUtils.h"
+
+#include <QEvent>
+
+static constexpr int LeastCharacters = 4;
+static constexpr int MarginAtText = 2; // what ElidedText() wants beside the text
+
+ElidedLabel::ElidedLabel(QWidget* parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+}
+
+void ElidedLabel::setFullText(const QString& text)
+{
+    m_fullText = text;
+    setAccessibleDescription(text);
+    updateGeometry();
+    elide();
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int width = qMax(metrics.boundingRect(m_fullText).width(), metrics.horizontalAdvance(m_fullText));
+    return {width + MarginAtText, QLabel::sizeHint().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    const int least = fontMetrics().averageCharWidth() * LeastCharacters;
+    return {qMin(least, sizeHint().width()), QLabel::minimumSizeHint().height()};
+}
+
+void ElidedLabel::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        elide();
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    elide();
+}
+
+void ElidedLabel::elide()
+{
+    CommonUtils::ElidedText(this, m_fullText, Qt::ElideRight);
+}

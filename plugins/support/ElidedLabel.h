@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLabel>
+
+/// A label that takes the width of its text if it gets that, and shortens the text otherwise; the full text is the tool
+/// tip then.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(QWidget* parent = nullptr);
+
+    void setFullText(const QString& text);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void elide();
+
+    QString m_fullText;
+};
