@@ -10,9 +10,11 @@ DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window)
     : m_container(container)
     , m_window(window)
     , m_pages(container, window)
+    , m_statusBar(container, window)
     , m_modems(attachedModems())
 {
     m_pages.arrange();
+    m_statusBar.fill();
     showSituation();
     connect(&m_startPoll, &QTimer::timeout, this, &DeviceFollower::finishStart);
     m_startPoll.start(StartPollInterval);
@@ -60,8 +62,10 @@ void DeviceFollower::refresh()
 {
     // A page's code is in its plugin's library: pages go before their libraries do.
     m_pages.dropDisabled();
+    m_statusBar.dropDisabled();
     m_container.UpdateAllStaticOrActivePlugins();
     m_pages.arrange();
+    m_statusBar.fill();
     showSituation();
 }
 

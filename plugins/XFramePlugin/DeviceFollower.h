@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PageSet.h"
+#include "StatusBarPlace.h"
 #include "support/Modems.h"
 
 #include <QObject>
@@ -9,7 +10,7 @@
 class IPluginContainer;
 class MainWindow;
 
-/// Keeps plugins and pages in line with the attached modem.
+/// Keeps plugins, pages and status bar in line with the attached modem.
 ///
 /// The container finishes the customisation of the start on a thread of its own. Until that is done device
 /// events are left alone; then the follower looks at the modems itself and goes by the events from there on.
@@ -33,6 +34,7 @@ private:
     IPluginContainer& m_container;
     MainWindow& m_window;
     PageSet m_pages;
+    StatusBarPlace m_statusBar;
     QTimer m_startPoll;
     Modems m_modems;
     QString m_key; ///< customisation key in force

@@ -79,7 +79,12 @@ QWidget* MainWindow::pluginsPage() const
 
 void MainWindow::setArea(QWidget* area)
 {
-    static_cast<QVBoxLayout*>(layout())->addWidget(area, 1);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(1, area, 1);
+}
+
+void MainWindow::setStatusBar(QWidget* statusBar)
+{
+    layout()->addWidget(statusBar);
 }
 
 void MainWindow::showSituation(const Modems& modems, const QString& key)

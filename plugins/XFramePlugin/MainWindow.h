@@ -10,9 +10,9 @@ class HeaderBar;
 class PluginsPage;
 class QMenu;
 
-/// The main window: a header with the menus, and below it the area of the pages. It can be made compact,
-/// which is the application's mini mode. In the section "mainwindow" of the settings it remembers that
-/// ("compact") and, for both forms, its size and place ("geometry", "compactgeometry").
+/// The main window: a header with the menus, below it the area of the pages, and at the bottom the status bar.
+/// It can be made compact, which is the application's mini mode. In the section "mainwindow" of the settings it
+/// remembers that ("compact") and, for both forms, its size and place ("geometry", "compactgeometry").
 class MainWindow : public QWidget
 {
     Q_OBJECT
@@ -27,6 +27,9 @@ public:
 
     /// Puts the area of the pages below the header. An earlier area must be gone.
     void setArea(QWidget* area);
+
+    /// Puts the status bar at the bottom. An earlier one must be gone.
+    void setStatusBar(QWidget* statusBar);
 
     /// Shows what is attached and which customisation key is in force.
     void showSituation(const Modems& modems, const QString& key);

@@ -1,8 +1,7 @@
 #include "PageSet.h"
 
+#include "LoadedPage.h"
 #include "MainWindow.h"
-#include "PluginContainer/IPluginContainer.h"
-#include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/ILayout.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 #include "common/CommonUtils.h"
@@ -20,7 +19,7 @@ PageSet::PageSet(IPluginContainer& container, MainWindow& window)
 void PageSet::dropDisabled()
 {
     for (auto it = m_pages.begin(); it != m_pages.end();) {
-        if (pagePlugin(it.key())) {
+        if (loadedPage(m_container, it.key())) {
             ++it;
             continue;
         }
@@ -50,18 +49,10 @@ void PageSet::arrange()
     }
 }
 
-IUIPlugin* PageSet::pagePlugin(const QString& clsid) const
-{
-    // Only what the bulk load has brought: looking for pages loads nothing.
-    if (!m_container.IsPluginLoaded(clsid))
-        return nullptr;
-    return qobject_cast<IUIPlugin*>(m_container.GetPlugin(clsid, PluginIds::FirstService));
-}
-
 QWidget* PageSet::page(const QString& clsid)
 {
     QPointer<QWidget>& page = m_pages[clsid];
-    IUIPlugin* plugin = page ? nullptr : pagePlugin(clsid);
+    IUIPlugin* plugin = page ? nullptr : loadedPage(m_container, clsid);
     if (plugin)
         page = plugin->BuildFrame(nullptr, QRect());
     return page;

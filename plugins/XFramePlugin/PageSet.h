@@ -9,7 +9,6 @@
 
 class ILayout;
 class IPluginContainer;
-class IUIPlugin;
 class MainWindow;
 
 /// The pages of the main window: those of the embedded plugins in the order of the plugin library file, then
@@ -30,7 +29,6 @@ public:
     void arrange();
 
 private:
-    IUIPlugin* pagePlugin(const QString& clsid) const;
     QWidget* page(const QString& clsid);
     QVector<QWidget*> wantedPages();
     ILayout* wantedLayout();

@@ -2,6 +2,7 @@
 #include "MissingMainFrame.h"
 #include "Startup/Startup.h"
 #include "TerminationSignals.h"
+#include "common/CommonUtils.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -47,6 +48,8 @@ int main(int argc, char** argv)
     const TerminationSignals terminationSignals;
     auto startup = std::make_unique<Startup>(commandLine->noSplash);
     exitCode = runUntilClosed();
+    CommonUtils::SetShutDownFlag();
+    CommonUtils::WaitThreadsStop(); // before the plugins go whose workers these are
     startup.reset();
     return exitCode;
 }

@@ -22,6 +22,7 @@ private slots:
     void startAndEnd();
     void pluginsFollowTheModem_data();
     void pluginsFollowTheModem();
+    void closingWaitsForWorkers();
 };
 
 /// The first group of every match of a pattern, line by line.
@@ -243,6 +244,31 @@ void TestApplication::pluginsFollowTheModem()
                      name + ": " + plugin.toUtf8());
     }
     QCOMPARE(application.close(), 0);
+}
+
+/// A SIM that would be read for a minute: its reader is told to stop, and waited for before its library goes.
+void TestApplication::closingWaitsForWorkers()
+{
+    Application application;
+    QFile file(application.userFile("simulator.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[modem Slow]\nmodel=Slow\nstate=attached\nanswer-time=400\n");
+    for (int i = 0; i < 50; ++i)
+        file.write(QString("[message %1]\nmodem=Slow\ntext=%1\n").arg(i).toUtf8());
+    file.close();
+    application.start({"--verbose", "--no-splash"});
+    QVERIFY(application.waitFor("; thread: MessageReader: messages"));
+    QVERIFY(application.waitFor(": Startup: exit"));
+    application.mark();
+    QCOMPARE(application.close(), 0);
+    const QString log = application.lines().join('\n');
+    int place = 0;
+    for (const char* text : {"WaitThreadsStop: stop thread called", "start ThreadFinished.wait",
+                             "threadCount is 0; thread: MessageReader: messages", "end ThreadFinished.wait",
+                             "plugin SmsPlugin unloaded"}) {
+        place = log.indexOf(text, place);
+        QVERIFY2(place >= 0, text);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestApplication)

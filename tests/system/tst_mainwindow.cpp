@@ -1,4 +1,4 @@
-// The whole application in this process, with its main window at hand: languages and skins.
+// The whole application in this process, with its main window at hand: languages and skins, status bar and messages.
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
@@ -6,12 +6,16 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDirIterator>
 #include <QListWidget>
 #include <QMenu>
+#include <QSaveFile>
 #include <QSet>
 #include <QStackedWidget>
 #include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTextCursor>
 #include <QXmlStreamReader>
 #include <QtTest>
 
@@ -29,8 +33,14 @@ private slots:
     void language();
     void compactWindow_data();
     void compactWindow();
+    void statusBar_data();
+    void statusBar();
+    void messageLinks();
 
 private:
+    /// Lets the device service find this in its simulator's file.
+    void simulate(const QByteArray& modems) const;
+
     /// Chooses a language as the user does, by its place among the languages' own names.
     void choose(const QString& ownName);
 
@@ -39,6 +49,18 @@ private:
 
     std::unique_ptr<Startup> m_startup;
     QWidget* m_window = nullptr;
+};
+
+/// Stands in for the desktop's browser.
+class UrlRecorder : public QObject
+{
+    Q_OBJECT
+
+public:
+    QStringList urls;
+
+public slots:
+    void open(const QUrl& url) { urls.append(url.toString(QUrl::FullyEncoded)); }
 };
 
 /// All texts of all plugins in a language, without shortcuts.
@@ -193,6 +215,77 @@ void TestMainWindow::compactWindow()
     QVERIFY(!CommonUtils::IsMiniMode());
     QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
     QCOMPARE(m_window->size(), usual);
+}
+
+void TestMainWindow::simulate(const QByteArray& modems) const
+{
+    QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit());
+}
+
+void TestMainWindow::statusBar_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QByteArray>("values"); // of the attached modem; empty without one
+    QTest::addColumn<QStringList>("texts");
+    const auto row = [](const char* name, const char* language, const QByteArray& values,
+                        const QStringList& texts) {
+        QTest::newRow(name) << QString::fromUtf8(language) << values << texts;
+    };
+    const QByteArray german = "imsi=262011234567890\n";
+    row("at home", "Deutsch", german + "network=26201\nsignal=50\n",
+        {"T-Mobile", "Signal: 50 %", QString::fromUtf8("\u2193 \u2013 B/s")});
+    row("foreign network", "Deutsch",
+        german + "network=20801\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n",
+        {"Orange", QString::fromUtf8("\u2193 1.40 MB/s"), QString::fromUtf8("\u2191 1024.00 B/s")});
+    row("three digits", "Deutsch", german + "network=310260\nreceived=1048577\nsent=524288\n",
+        {"T-Mobile", "1.50 MB"});
+    row("translated name", "Français", german + "network=23205\nsent=2048\n", {"Drei", "2.00 Ko"});
+    row("mirrored", "العربية", german + "network=23205\nsent=2048\n",
+        {"Drei", QString::fromUtf8("2.00 ك.ب")});
+    row("unlisted network", "Deutsch", german + "network=26298\n", {"DE98"});
+    row("unlisted country", "Deutsch", german + "network=99901\n", {"99901"});
+    row("no network", "Deutsch", german + "network=\n", {"Kein Netz"});
+    row("no modem", "Deutsch", {}, {"Kein Modem"});
+}
+
+void TestMainWindow::statusBar()
+{
+    QFETCH(QString, language);
+    QFETCH(QByteArray, values);
+    QFETCH(QStringList, texts);
+    choose(language);
+    const QByteArray modem = "[modem " + QByteArray(QTest::currentDataTag()) + "]\nmodel=M\nstate=attached\n";
+    simulate(values.isEmpty() ? QByteArray() : modem + values);
+    for (const QString& text : qAsConst(texts))
+        QTRY_VERIFY2(shownTexts(m_window).contains(text), qUtf8Printable(text));
+}
+
+/// A click on an address opens exactly that address.
+void TestMainWindow::messageLinks()
+{
+    simulate("[modem M]\nmodel=M\nstate=attached\n[message 1]\nmodem=M\nsender=A\n"
+             "text=<b>\\n&lt; \"x\" https://a.example/?b=1&c=\"2\" https://a.example/c.html me@a.example\n");
+    auto* const text = m_window->findChild<QTextBrowser*>();
+    QTRY_COMPARE(
+        text->toPlainText().simplified(),
+        QString(R"(<b> &lt; "x" https://a.example/?b=1&c="2" https://a.example/c.html me@a.example)"));
+    auto* const pages = m_window->findChild<QStackedWidget*>();
+    for (int page = 0; page < pages->count() && !text->isVisible(); ++page)
+        pages->setCurrentIndex(page);
+    QVERIFY(text->isVisible());
+    UrlRecorder opened;
+    for (const char* scheme : {"https", "mailto"})
+        QDesktopServices::setUrlHandler(scheme, &opened, "open");
+    for (const char* word : {"b=1", "c.html", "me@a"}) {
+        const QTextCursor place = text->document()->find(word);
+        QTest::mouseClick(text->viewport(), Qt::LeftButton, {},
+                          text->cursorRect(place).center() - QPoint(3, 0));
+    }
+    for (const char* scheme : {"https", "mailto"})
+        QDesktopServices::unsetUrlHandler(scheme);
+    QCOMPARE(opened.urls, QStringList({"https://a.example/?b=1&c=%222%22", "https://a.example/c.html#",
+                                       "mailto:me@a.example"}));
 }
 
 int main(int argc, char** argv)

@@ -1,0 +1,66 @@
+#include "MessageDelegate.h"
+
+#include "support/Look.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int LongestBegin = 200; ///< characters; more are never visible
+
+QColor background(const QStyleOptionViewItem& option)
+{
+    const QColor base = option.palette.color(QPalette::Base);
+    const QColor highlight = option.palette.color(QPalette::Active, QPalette::Highlight);
+    if (option.state.testFlag(QStyle::State_Selected))
+        return Look::mixed(base, highlight, 0.22);
+    return option.state.testFlag(QStyle::State_MouseOver) ? Look::mixed(base, highlight, 0.09) : base;
+}
+
+/// One line of text, shortened, beginning where the window's lines begin.
+void drawLine(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place, const QString& text)
+{
+    const QString shown = painter->fontMetrics().elidedText(text, Qt::ElideRight, place.width());
+    const bool isMirrored = option.direction == Qt::RightToLeft;
+    painter->drawText(QStyle::visualRect(option.direction, option.rect, place),
+                      Qt::AlignVCenter | Qt::AlignAbsolute | (isMirrored ? Qt::AlignRight : Qt::AlignLeft),
+                      shown);
+}
+
+} // namespace
+
+QSize MessageDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
+{
+    return {0, option.fontMetrics.lineSpacing() * 2 + 3 * Look::Gap};
+}
+
+void MessageDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const
+{
+    const QRect frame = option.rect.adjusted(1, 1, -1, -1);
+    const QRect content = frame.adjusted(Look::Gap, Look::Gap, -Look::Gap, -Look::Gap);
+    const int half = content.height() / 2;
+    const QString time = index.data(TimeRole).toString();
+    const int timeWidth = option.fontMetrics.horizontalAdvance(time) + 2;
+    const QColor quiet = Look::toneColor(Look::Tone::Quiet, option.palette);
+    QFont strong = option.font;
+    strong.setWeight(QFont::DemiBold);
+
+    painter->save();
+    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // of the text
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(option.state.testFlag(QStyle::State_HasFocus) ? QPen(option.palette.highlight(), 1.0)
+                                                                  : QPen(Qt::NoPen));
+    painter->setBrush(background(option));
+    painter->drawRoundedRect(QRectF(frame), Look::Radius, Look::Radius);
+    painter->setFont(strong);
+    painter->setPen(option.palette.color(QPalette::Text));
+    drawLine(painter, option, content.adjusted(0, 0, -timeWidth - Look::Gap, -half),
+             index.data(SenderRole).toString());
+    painter->setFont(option.font);
+    painter->setPen(quiet);
+    drawLine(painter, option, content.adjusted(content.width() - timeWidth, 0, 0, -half), time);
+    drawLine(painter, option, content.adjusted(0, half, 0, 0),
+             index.data(TextRole).toString().left(LongestBegin).simplified());
+    painter->restore();
+}

@@ -1,0 +1,43 @@
+#include "MessageReader.h"
+
+#include "support/Modems.h"
+
+#include <algorithm>
+
+MessageReader::MessageReader(QObject* parent)
+    : BackgroundWork("messages", parent)
+{
+}
+
+MessageReader::~MessageReader()
+{
+    stop();
+}
+
+void MessageReader::work()
+{
+    m_messages.clear();
+    const Modems modems = attachedModems();
+    for (const Modem& modem : modems)
+        readFrom(modem.id);
+    std::reverse(m_messages.begin(), m_messages.end());
+    std::stable_sort(m_messages.begin(), m_messages.end(),
+                     [](const Message& left, const Message& right) { return left.time > right.time; });
+}
+
+void MessageReader::readFrom(quint32 modem)
+{
+    const QStringList identifiers =
+        modemValue(modem, QStringLiteral("messages")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& identifier : identifiers) {
+        const auto value = [&](const char* field) {
+            return modemValue(modem, QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(field)));
+        };
+        if (isInterruptionRequested())
+            return;
+        const QString text = value("text");
+        if (!text.isNull()) // else it has gone meanwhile
+            m_messages.append(
+                {QStringLiteral("%1 %2").arg(modem).arg(identifier), value("sender"), value("time"), text});
+    }
+}

@@ -1,0 +1,12 @@
+#include "SmsPlugin.h"
+
+#include "MessagesPage.h"
+
+QWidget* SmsPlugin::createPage(QWidget* parent)
+{
+    auto* page = new MessagesPage(parent);
+    DeviceEvents* const events = followDevices();
+    connect(events, &DeviceEvents::changed, page, &MessagesPage::followDevices);
+    connect(events, &DeviceEvents::messagesChanged, page, &MessagesPage::readMessages);
+    return page;
+}

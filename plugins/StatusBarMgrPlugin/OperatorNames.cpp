@@ -1,0 +1,40 @@
+#include "OperatorNames.h"
+
+#include "common/StatusBarOpListParse.h"
+
+static constexpr int CountryDigits = 3; // of a network's code; the rest is the network's number
+
+OperatorNames::OperatorNames(QObject* parent)
+    : BackgroundWork("operator lists", parent)
+{
+    begin();
+}
+
+OperatorNames::~OperatorNames()
+{
+    stop();
+    StatusBarOpListParse::DestroyInstance();
+}
+
+void OperatorNames::work()
+{
+    StatusBarOpListParse::GetInstance(); // reads them; nobody else uses it until this has finished
+}
+
+QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
+{
+    if (!isFinished())
+        return {};
+    StatusBarOpListParse* const lists = StatusBarOpListParse::GetInstance();
+    const _ST_MCCMNC_ITEM item =
+        lists->GetOperatorData(network.left(CountryDigits), network.mid(CountryDigits));
+    const bool isListed = !item.descr.isEmpty(); // else it is the country's
+    const bool isHome = imsi.startsWith(network);
+    for (const QString& name :
+         {isListed ? item.shortdescr : QString(), lists->GetCMCCMNCOperatorData(network),
+          isHome ? lists->GetCPLMNOperatorData(imsi) : QString(), item.shortdescr}) {
+        if (!name.isEmpty())
+            return name;
+    }
+    return network;
+}

@@ -1,0 +1,74 @@
+#include "Units.h"
+
+#include "common/CommonUtils.h"
+#include "common/StandardConfigParse.h"
+
+namespace {
+
+constexpr int UsualBase = 1024;
+
+struct Step
+{
+    const char* speed; ///< identifiers of the units' texts
+    const char* volume;
+};
+
+constexpr Step steps[] = {
+    {"IDS_UNIT_B_S", "IDS_UNIT_B"},
+    {"IDS_UNIT_KB_S", "IDS_UNIT_KB"},
+    {"IDS_UNIT_MB_S", "IDS_UNIT_MB"},
+    {"IDS_UNIT_GB_S", "IDS_UNIT_GB"},
+};
+
+// The library keeps the texts that it is asked for, beyond the life of this one: no literals.
+QString thisPlugin()
+{
+    return QString::fromLatin1(SKYLUME_PLUGIN_NAME);
+}
+
+QVector<TagUnits> ladder(const char* Step::*unit, int base)
+{
+    QVector<TagUnits> units;
+    int divisor = 1;
+    for (const Step& step : steps) {
+        const QString key = QString::fromLatin1(step.*unit);
+        units.append({key, divisor, units.isEmpty() ? 0 : quint64(divisor), key});
+        divisor *= base;
+    }
+    return units;
+}
+
+/// How many of a unit make up the next larger one for the operator.
+int readBase()
+{
+    const QString base = QStringLiteral("base");
+    const QString operatorKey = QStringLiteral("operator");
+    StandardConfigParse file(QStringLiteral("/plugins/StatusBarMgrPlugin/Units.xml"));
+    const QString operatorName = CommonUtils::GetSettings(QStringLiteral("customize"), operatorKey);
+    const bool isForOperator =
+        !operatorName.isEmpty() && file.GetConditionByName(operatorKey) == operatorName;
+    const QString value = isForOperator ? file.GetResultByName(base) : file.GetCustomInfoByName(base);
+    return value == QLatin1String("1000") ? 1000 : UsualBase;
+}
+
+} // namespace
+
+Units::Units()
+{
+    const int base = readBase();
+    m_speeds = ladder(&Step::speed, base);
+    m_volumes = ladder(&Step::volume, base);
+}
+
+QString Units::speed(const QString& bytesPerSecond) const
+{
+    return bytesPerSecond.isEmpty()
+               ? QString(QChar(0x2013)) + QLatin1Char(' ') +
+                     CommonUtils::SpeedUnitToString(m_speeds, thisPlugin())
+               : CommonUtils::SpeedFluxToString(m_speeds, bytesPerSecond.toULongLong(), thisPlugin());
+}
+
+QString Units::volume(quint64 bytes) const
+{
+    return CommonUtils::SpeedFluxToString(m_volumes, bytes, thisPlugin());
+}

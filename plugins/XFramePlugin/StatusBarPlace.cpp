@@ -1,0 +1,30 @@
+#include "StatusBarPlace.h"
+
+#include "LoadedPage.h"
+#include "MainWindow.h"
+#include "PluginContainer/interfaces/IUIPlugin.h"
+
+#include <QRect>
+
+static constexpr QLatin1String StatusBarClsid("6A0C9E37-28D5-4B91-9F4E-17B3A5D2C860");
+
+StatusBarPlace::StatusBarPlace(IPluginContainer& container, MainWindow& window)
+    : m_container(container)
+    , m_window(window)
+{
+}
+
+void StatusBarPlace::dropDisabled()
+{
+    if (!loadedPage(m_container, StatusBarClsid))
+        delete m_statusBar;
+}
+
+void StatusBarPlace::fill()
+{
+    IUIPlugin* const plugin = m_statusBar ? nullptr : loadedPage(m_container, StatusBarClsid);
+    if (!plugin)
+        return;
+    m_statusBar = plugin->BuildFrame(&m_window, QRect());
+    m_window.setStatusBar(m_statusBar);
+}
