@@ -123,6 +123,8 @@ void MessagesPage::readMessages()
 
 void MessagesPage::takeMessages()
 {
+    if (m_reader->isRunning())
+        return; // it has begun again meanwhile, and will tell
     m_messages = m_reader->messages();
     showMessages();
     if (m_isOutdated)

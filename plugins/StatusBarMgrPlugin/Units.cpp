@@ -29,11 +29,11 @@ QString thisPlugin()
 QVector<TagUnits> ladder(const char* Step::*unit, int base)
 {
     QVector<TagUnits> units;
-    int divisor = 1;
+    quint64 divisor = 1; // an int, but for what comes after the last step
     for (const Step& step : steps) {
         const QString key = QString::fromLatin1(step.*unit);
-        units.append({key, divisor, units.isEmpty() ? 0 : quint64(divisor), key});
-        divisor *= base;
+        units.append({key, int(divisor), units.isEmpty() ? 0 : divisor, key});
+        divisor *= quint64(base);
     }
     return units;
 }

@@ -261,9 +261,11 @@ void TestMainWindow::statusBar()
         QTRY_VERIFY2(shownTexts(m_window).contains(text), qUtf8Printable(text));
 }
 
-/// A click on an address opens exactly that address.
+/// A message that comes is shown, and a click on an address in it opens exactly that address.
 void TestMainWindow::messageLinks()
 {
+    simulate("[modem M]\nmodel=M\nstate=attached\n");
+    QTRY_VERIFY(shownTexts(m_window).contains("Es sind keine Nachrichten da."));
     simulate("[modem M]\nmodel=M\nstate=attached\n[message 1]\nmodem=M\nsender=A\n"
              "text=<b>\\n&lt; \"x\" https://a.example/?b=1&c=\"2\" https://a.example/c.html me@a.example\n");
     auto* const text = m_window->findChild<QTextBrowser*>();
