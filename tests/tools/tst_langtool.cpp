@@ -169,6 +169,8 @@ void tst_LangTool::refuses_data()
                                << QByteArray("needs one file");
     QTest::newRow("no such file") << QStringList{"check", "none_x.lang"} << 1
                                   << QByteArray("none_x.lang:1: ");
+    QTest::newRow("nothing to check") << QStringList{"check", SHIPPED_PLUGINS "/support"} << 1
+                                      << QByteArray("support:1: there are no language files");
     QTest::newRow("no such language")
         << QStringList{"check", "--languages", "de-de,pt-br", SHIPPED_PLUGINS "/HelpPlugin"} << 1
         << QByteArray("no files for these languages: pt-br\n");

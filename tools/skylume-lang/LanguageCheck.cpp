@@ -24,13 +24,15 @@ void note(Faults& faults, const LanguageFile& file, const LanguageText& entry, c
     faults.append({file.path, entry.line, QStringLiteral("\"%1\" %2").arg(entry.id, message)});
 }
 
-QStringList languageFiles(const QStringList& paths)
+QStringList languageFiles(const QStringList& paths, Faults& faults)
 {
     QStringList files;
     for (const QString& path : paths) {
+        QDirIterator below(path, {QStringLiteral("*.lang")}, QDir::Files, QDirIterator::Subdirectories);
         if (!QFileInfo(path).isDir())
             files.append(path);
-        QDirIterator below(path, {QStringLiteral("*.lang")}, QDir::Files, QDirIterator::Subdirectories);
+        else if (!below.hasNext())
+            faults.append({path, 1, QStringLiteral("there are no language files in this folder")});
         while (below.hasNext())
             files.append(below.next());
     }
@@ -170,7 +172,7 @@ Faults checkLanguages(const QStringList& paths, const QString& reference, const 
 {
     Faults faults;
     QMap<QString, Files> plugins; // by folder and name
-    for (const QString& path : languageFiles(paths)) {
+    for (const QString& path : languageFiles(paths, faults)) {
         const LanguageFile file = LanguageFile::read(path, faults);
         plugins[QFileInfo(path).path() + QLatin1Char('/') + file.plugin].append(file);
     }

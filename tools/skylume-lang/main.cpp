@@ -3,17 +3,15 @@
 #include "LanguageCheck.h"
 #include "LanguageFile.h"
 #include "LinguistFile.h"
+#include "support/Tool.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QSaveFile>
 
 #include <cstdio>
 
 namespace {
-
-enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
 struct Request
 {
@@ -34,8 +32,6 @@ void defineArguments(QCommandLineParser& parser)
                        "                   the reference is taken from the same folder\n"
                        "  from-ts FILE     makes PLUGIN_LANGUAGE.lang of PLUGIN_LANGUAGE.ts\n\n"
                        "The exit code is 1 when faults were found."));
-    parser.addHelpOption();
-    parser.addVersionOption();
     parser.addOption({QStringLiteral("reference"), QStringLiteral("Language that others are compared with."),
                       QStringLiteral("code"), QStringLiteral("en-us")});
     parser.addOption(
@@ -54,17 +50,11 @@ QString siblingFile(const LanguageFile& file, const QString& language, const QSt
     return QStringLiteral("%1/%2_%3.%4").arg(QFileInfo(file.path).path(), file.plugin, language, suffix);
 }
 
-int fail(const QString& message, ExitCode code)
-{
-    std::fprintf(stderr, "skylume-lang: %s\n", message.toLocal8Bit().constData());
-    return code;
-}
-
 int report(const Faults& faults)
 {
     for (const Fault& fault : faults)
         std::fprintf(stderr, "%s\n", fault.toString().toLocal8Bit().constData());
-    return faults.isEmpty() ? Success : Failure;
+    return faults.isEmpty() ? Tool::Success : Tool::Failure;
 }
 
 /// Writes a whole file or leaves it as it was.
@@ -73,16 +63,17 @@ int save(const QString& path, const Write& write)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        return fail(path + QStringLiteral(": ") + file.errorString(), Failure);
+        return Tool::fail(path + QStringLiteral(": ") + file.errorString(), Tool::Failure);
     write(file);
-    return file.commit() ? Success : fail(path + QStringLiteral(": ") + file.errorString(), Failure);
+    return file.commit() ? Tool::Success
+                         : Tool::fail(path + QStringLiteral(": ") + file.errorString(), Tool::Failure);
 }
 
 int check(const Request& request)
 {
     const Faults faults = checkLanguages(request.paths, request.reference, request.languages);
     if (!faults.isEmpty())
-        std::fprintf(stderr, "%d faults:\n", faults.size());
+        std::fprintf(stderr, "Faults: %d\n", faults.size());
     return report(faults);
 }
 
@@ -107,7 +98,7 @@ int fromLinguist(const Request& request)
     const LanguageFile named = LanguageFile::named(request.paths.first());
     QFile input(named.path);
     if (!input.open(QIODevice::ReadOnly))
-        return fail(named.path + QStringLiteral(": ") + input.errorString(), Failure);
+        return Tool::fail(named.path + QStringLiteral(": ") + input.errorString(), Tool::Failure);
     const LanguageTexts texts = LinguistFile::read(input, named.path, faults);
     if (!faults.isEmpty())
         return report(faults);
@@ -129,36 +120,34 @@ constexpr Command kCommands[] = {
     {"from-ts", false, fromLinguist},
 };
 
-int run(const Request& request)
+Request readRequest(const QCommandLineParser& parser)
 {
+    const QStringList arguments = parser.positionalArguments();
+    const QString languages = parser.value(QStringLiteral("languages"));
+    return {arguments.value(0), arguments.mid(1), parser.value(QStringLiteral("reference")),
+            languages.split(QLatin1Char(','), Qt::SkipEmptyParts), parser.value(QStringLiteral("output"))};
+}
+
+int runTool(const QCommandLineParser& parser)
+{
+    const Request request = readRequest(parser);
     for (const Command& command : kCommands) {
         if (request.command != QLatin1String(command.name))
             continue;
         if (request.paths.isEmpty() || (request.paths.size() > 1 && !command.takesSeveral))
-            return fail(QStringLiteral("\"%1\" needs %2; see --help")
-                            .arg(request.command,
-                                 command.takesSeveral ? QStringLiteral("paths") : QStringLiteral("one file")),
-                        UsageError);
+            return Tool::fail(QStringLiteral("\"%1\" needs %2; see --help")
+                                  .arg(request.command, command.takesSeveral ? QStringLiteral("paths")
+                                                                             : QStringLiteral("one file")),
+                              Tool::UsageError);
         return command.run(request);
     }
-    return fail(QStringLiteral("there is no command \"%1\"; see --help").arg(request.command), UsageError);
+    return Tool::fail(QStringLiteral("there is no command \"%1\"; see --help").arg(request.command),
+                      Tool::UsageError);
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("skylume-lang"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(SKYLUME_VERSION));
-    QCommandLineParser parser;
-    defineArguments(parser);
-    if (!parser.parse(QCoreApplication::arguments()))
-        return fail(parser.errorText(), UsageError);
-    parser.process(application); // now only for --help and --version
-    const QStringList arguments = parser.positionalArguments();
-    const QStringList languages =
-        parser.value(QStringLiteral("languages")).split(QLatin1Char(','), Qt::SkipEmptyParts);
-    return run({arguments.value(0), arguments.mid(1), parser.value(QStringLiteral("reference")), languages,
-                parser.value(QStringLiteral("output"))});
+    return Tool::run(argc, argv, {"skylume-lang", defineArguments, runTool});
 }

@@ -4,9 +4,9 @@
 #include "files/FileAccess.h"
 #include "files/Places.h"
 #include "simulator/SimulatorFile.h"
+#include "support/Tool.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -16,8 +16,6 @@ using namespace std::chrono_literals;
 using FileAccess::Content;
 
 namespace {
-
-enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
 constexpr auto kLockPatience = 5s;
 
@@ -84,8 +82,6 @@ void defineArguments(QCommandLineParser& parser)
         "  message [MODEM]  lets a modem receive a text message; without MODEM the only attached one\n"
         "  list             lists all known modems\n\n"
         "MODEM is a modem's name or model; upper and lower case are the same."));
-    parser.addHelpOption();
-    parser.addVersionOption();
     const auto add = [&](const char* name, const QByteArray& help, const char* value) {
         parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value)});
     };
@@ -205,31 +201,22 @@ bool runLocked(const Request& request, const QStringList& files, QString& error)
     return false;
 }
 
-int fail(const QString& message, ExitCode code)
+int runTool(const QCommandLineParser& parser)
 {
-    std::fprintf(stderr, "skylume-modem: %s\n", message.toLocal8Bit().constData());
-    return code;
+    const Request request = readRequest(parser);
+    QString error = usageError(request, parser.positionalArguments().size());
+    if (!error.isEmpty())
+        return Tool::fail(error + QStringLiteral("; see --help"), Tool::UsageError);
+    const QString file = parser.value(QStringLiteral("file"));
+    const QStringList files = file.isEmpty() ? Places::simulatorFiles() : QStringList(file);
+    if (!runLocked(request, files, error))
+        return Tool::fail(files.first() + QStringLiteral(": ") + error, Tool::Failure);
+    return Tool::Success;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("skylume-modem"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(SKYLUME_VERSION));
-    QCommandLineParser parser;
-    defineArguments(parser);
-    if (!parser.parse(QCoreApplication::arguments()))
-        return fail(parser.errorText(), UsageError);
-    parser.process(application); // now only for --help and --version
-    const Request request = readRequest(parser);
-    QString error = usageError(request, parser.positionalArguments().size());
-    if (!error.isEmpty())
-        return fail(error + QStringLiteral("; see --help"), UsageError);
-    const QString file = parser.value(QStringLiteral("file"));
-    const QStringList files = file.isEmpty() ? Places::simulatorFiles() : QStringList(file);
-    if (!runLocked(request, files, error))
-        return fail(files.first() + QStringLiteral(": ") + error, Failure);
-    return Success;
+    return Tool::run(argc, argv, {"skylume-modem", defineArguments, runTool});
 }
