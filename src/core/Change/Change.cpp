@@ -4,6 +4,7 @@
 #include "Change/CurrentLanguage.h"
 #include "Change/Shortcut.h"
 #include "Change/TextTable.h"
+#include "common/CommonUtils.h"
 #include "common/DeviceSettings.h"
 #include "common/Log.h"
 
@@ -104,9 +105,7 @@ void Change::SetLangName(QString const& name)
     for (const QString& plugin : plugins)
         LoadLangFile(plugin);
     const ActiveLanguage setting;
-    const QString stored = QLatin1Char('_') + name; // "_en-us"
-    QRVL_SetSettings(DeviceSettings::utf16(setting.section), DeviceSettings::utf16(setting.key),
-                     DeviceSettings::utf16(stored));
+    CommonUtils::SetSettings(setting.section, setting.key, QLatin1Char('_') + name); // "_en-us"
     CurrentLanguage::readShortcutSwitch();
 }
 

@@ -18,9 +18,6 @@
 
 namespace {
 
-constexpr XmlFile::Texts areaTexts{"File %s does not exist", "Failed to open file %s", "Error: ", ", column ",
-                                   ""};
-
 /// The customisation's wish, and what was last made of it.
 struct AdapterType
 {
@@ -121,7 +118,7 @@ bool PluginContainer::getLanguageList(QStringList& list)
 bool PluginContainer::GetCurLanguageInfo(QList<LanguageInfoEx>& records)
 {
     QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/LangAreaForShort.xml"));
-    if (!XmlFile::open(file, areaTexts, QIODevice::ReadOnly | QIODevice::Text))
+    if (!XmlFile::open(file, XmlFile::Texts(), QIODevice::ReadOnly | QIODevice::Text))
         return false;
     QXmlStreamReader reader(&file);
     XmlFile::readElements(reader, [&records](QXmlStreamReader& element) {
@@ -133,7 +130,7 @@ bool PluginContainer::GetCurLanguageInfo(QList<LanguageInfoEx>& records)
     });
     if (reader.hasError())
         LOG_DEBUG("%s: %s: Read Error: n", LOG_FILE, LOG_FUNCTION);
-    XmlFile::logFault(reader, file.fileName(), areaTexts);
+    XmlFile::logFault(reader, file.fileName(), XmlFile::Texts());
     LOG_DEBUG("%s : %s: %s: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION);
     return true;
 }

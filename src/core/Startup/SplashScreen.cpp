@@ -3,6 +3,7 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/XmlFile.h"
 #include "platform/Program.h"
 
 #include <QCoreApplication>
@@ -53,6 +54,7 @@ bool Startup::haveSplashScreen()
             CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
         if (operatorName != QLatin1String("common"))
             operatorHaveSplashScreen(reader, operatorName, have);
+        XmlFile::logFault(reader, file.fileName(), XmlFile::Texts());
     } else {
         have = false;
     }

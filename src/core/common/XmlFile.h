@@ -12,14 +12,15 @@ class QXmlStreamReader;
 /// format's reader, log a fault with its place. What was read before a fault stays in force.
 namespace XmlFile {
 
-/// What a file format says in the log. The first, second and last text take the path as "%s".
+/// What a file format says in the log, by default what most say. The first two and the last take the path as
+/// "%s".
 struct Texts
 {
-    const char* missing;
-    const char* openFailed;
-    const char* error;  ///< stands before the reader's error text
-    const char* column; ///< stands between line and column number
-    const char* done;
+    const char* missing = "File %s does not exist";
+    const char* openFailed = "Failed to open file %s";
+    const char* error = "Error: ";    ///< stands before the reader's error text
+    const char* column = ", column "; ///< stands between line and column number
+    const char* done = "";
 };
 
 /// Called with the reader on a start element. It may read on; reading goes on behind wherever it stops.

@@ -56,6 +56,7 @@ void TestSplash::decision()
         QVERIFY2(SplashSteps::haveSplashScreen() == row.isWanted, row.operatorName + row.xml);
     }
     QCOMPARE(log().count("{file}: haveSplashScreen: splash=0"), 4);
+    QCOMPARE(log().count("Error: {*} in file " + file + " at line 1, column {n}"), 2); // the last two files
 }
 
 void TestSplash::program_data()
