@@ -32,14 +32,13 @@ void defineArguments(QCommandLineParser& parser)
                        "                   the reference is taken from the same folder\n"
                        "  from-ts FILE     makes PLUGIN_LANGUAGE.lang of PLUGIN_LANGUAGE.ts\n\n"
                        "The exit code is 1 when faults were found."));
-    parser.addOption({QStringLiteral("reference"), QStringLiteral("Language that others are compared with."),
-                      QStringLiteral("code"), QStringLiteral("en-us")});
-    parser.addOption(
-        {QStringLiteral("languages"),
-         QStringLiteral("With check: languages that every plugin must have, separated by commas."),
-         QStringLiteral("codes")});
-    parser.addOption({QStringLiteral("output"), QStringLiteral("Where a conversion is written to."),
-                      QStringLiteral("file")});
+    const auto add = [&](const char* name, const char* help, const char* value, const char* usual = "") {
+        parser.addOption(
+            {QLatin1String(name), QLatin1String(help), QLatin1String(value), QLatin1String(usual)});
+    };
+    add("reference", "Language that others are compared with.", "code", "en-us");
+    add("languages", "With check: languages that every plugin must have, separated by commas.", "codes");
+    add("output", "Where a conversion is written to.", "file");
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check, to-ts or from-ts"));
     parser.addPositionalArgument(QStringLiteral("path"), QStringLiteral("what the command is about"),
                                  QStringLiteral("path..."));

@@ -211,7 +211,9 @@ void TestTranslation::switchWhileAsking()
         }
     };
     std::vector<std::thread> askers;
-    for (int i = 0; i < 4; ++i)
+    constexpr int askerCount = 4;
+    askers.reserve(askerCount);
+    for (int i = 0; i < askerCount; ++i)
         askers.emplace_back(ask);
     for (int round = 0; round < 50; ++round)
         Change::SetLangName(round % 2 ? "en-us" : "de-de");

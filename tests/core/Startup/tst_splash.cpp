@@ -22,6 +22,13 @@ private slots:
     void program_data();
     void program();
     void start();
+
+private:
+    static QString programFile() { return installed("XStartScreen.exe"); }
+    static QString pictures() { return installed("plugins/XFramePlugin/splash"); }
+
+    static void installProgram(const QString& kind);
+    static void checkOutput(QProcess& process, bool runs);
 };
 
 void TestSplash::decision()
@@ -66,29 +73,38 @@ void TestSplash::program_data()
         QTest::newRow(kind) << kind;
 }
 
+/// A program that "runs" finds the pictures, all others do not.
+void TestSplash::installProgram(const QString& kind)
+{
+    QFile::remove(programFile());
+    QVERIFY(kind == "runs" ? QDir().mkpath(pictures()) : QDir(pictures()).removeRecursively());
+    if (kind == "damaged")
+        writeFile(programFile(), "no program");
+    else if (kind != "missing")
+        QVERIFY(QFile::copy(installed("FakeSplash.exe"), programFile()));
+}
+
+/// It prints its arguments; then it goes on or ends.
+void TestSplash::checkOutput(QProcess& process, bool runs)
+{
+    const QByteArray arguments = (pictures() + ' ' + installed("plugins")).toUtf8();
+    QTRY_VERIFY(process.bytesAvailable() > arguments.size());
+    QCOMPARE(process.readAll().simplified(), arguments);
+    QVERIFY(runs || process.state() == QProcess::NotRunning || process.waitForFinished());
+}
+
 // Whatever becomes of the program, closing ends it and comes back. The test's time limit is the check.
 void TestSplash::program()
 {
     QFETCH(QString, kind);
     const bool runs = kind == "runs";
-    const QString file = installed("XStartScreen.exe");
-    const QString pictures = installed("plugins/XFramePlugin/splash");
-    QFile::remove(file);
-    QVERIFY(runs ? QDir().mkpath(pictures) : QDir(pictures).removeRecursively());
-    if (kind == "damaged")
-        writeFile(file, "no program");
-    else if (kind != "missing")
-        QVERIFY(QFile::copy(installed("FakeSplash.exe"), file));
-
+    installProgram(kind);
     SplashSteps::showSplashStartupTime();
     QProcess* const process = SplashSteps::m_pSplashScreen;
     QCOMPARE(process != nullptr, kind != "missing");
-    const QByteArray arguments = (pictures + ' ' + installed("plugins")).toUtf8();
     bool hasFinished = false;
     if (runs || kind == "ends early") {
-        QTRY_VERIFY(process->bytesAvailable() > arguments.size());
-        QCOMPARE(process->readAll().simplified(), arguments);
-        QVERIFY(runs || process->state() == QProcess::NotRunning || process->waitForFinished());
+        checkOutput(*process, runs);
         connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
                 [&] { hasFinished = true; });
     }
@@ -98,7 +114,7 @@ void TestSplash::program()
     QCOMPARE(hasFinished, runs);
     QCOMPARE(log().count("{file}: CloseSplashScreen: closed XStartScreen on Win"), process ? 1 : 0);
     QVERIFY(Startup::GetSplashScreen() >= 0);
-    QVERIFY(!process || QFile::remove(file));
+    QVERIFY(!process || QFile::remove(programFile()));
 }
 
 void TestSplash::start()

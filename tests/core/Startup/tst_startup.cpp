@@ -24,6 +24,7 @@ private slots:
     void firstRun();
 
 private:
+    void end(std::unique_ptr<Startup> startup);
     static QString configFolder() { return QCoreApplication::applicationDirPath() + "/config"; }
 
     /// Writes the installation's files: device manager, A and the main frame M.
@@ -37,6 +38,18 @@ private:
         writeFile(configFolder() + "/PluginsConfig.xml", "<config>" + commonXml(enabled) + "</config>");
     }
 };
+
+void TestStartup::end(std::unique_ptr<Startup> startup)
+{
+    log().clear();
+    startup.reset();
+    QVERIFY(!Startup::GetPluginContainer());
+    QCOMPARE(log().firstMissingInOrder({"10:23:53 : {file} : ~Startup : Enter", "{file}: ~Startup: entered",
+                                        "{*}bUnloaded 1", "{*}plugin MainFramePlugin unloaded"}),
+             QString());
+    QCOMPARE(recorder().names({"destructed"}).last(), QString("TestMainFrame.destructed"));
+    QCOMPARE(recorder().names({"destructed"}).size(), 3);
+}
 
 void TestStartup::startAndEnd()
 {
@@ -77,15 +90,7 @@ void TestStartup::startAndEnd()
     QVERIFY(!build.arguments[0].value<QObject*>());
     QCOMPARE(build.arguments[1].toRect(), QRect());
     QCOMPARE(build.thread, QThread::currentThreadId());
-
-    log().clear();
-    startup.reset();
-    QVERIFY(!Startup::GetPluginContainer());
-    QCOMPARE(log().firstMissingInOrder({"10:23:53 : {file} : ~Startup : Enter", "{file}: ~Startup: entered",
-                                        "{*}bUnloaded 1", "{*}plugin MainFramePlugin unloaded"}),
-             QString());
-    QCOMPARE(recorder().names({"destructed"}).last(), QString("TestMainFrame.destructed"));
-    QCOMPARE(recorder().names({"destructed"}).size(), 3);
+    end(std::move(startup));
 }
 
 void TestStartup::withoutMainFrame_data()
