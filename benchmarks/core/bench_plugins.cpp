@@ -1,5 +1,5 @@
 // Loading and initialising trivial plugins through the container, against one folder listing plus bare
-// QPluginLoader.
+// QPluginLoader in the same order: plugins use one another, so all are loaded before the first is initialised.
 #include "Installation.h"
 
 #include "PluginContainer/PluginContainer.h"
@@ -66,7 +66,10 @@ void loadBare(benchmark::State& state)
             for (int i = 0; i < count; ++i) {
                 loaders.push_back(std::make_unique<QPluginLoader>(files.at(i).absoluteFilePath()));
                 loaders.back()->setLoadHints({});
-                if (auto* const plugin = qobject_cast<IBasePlugin*>(loaders.back()->instance()))
+                loaders.back()->instance();
+            }
+            for (const auto& loader : loaders) {
+                if (auto* const plugin = qobject_cast<IBasePlugin*>(loader->instance()))
                     plugin->Init();
                 else
                     state.SkipWithError("a plugin was not loaded");

@@ -25,6 +25,7 @@ public:
     void noteCommon(const QString& clsid, const QString& operatorName);
     void noteKey(const QString& clsid, const QString& key, bool enable);
     void noteLoadError(const QString& clsid, const QString& error) { m_loadErrors.insert(clsid, error); }
+    void forgetLoadError(const QString& clsid) { m_loadErrors.remove(clsid); }
 
     /// Forgets the decisions, not the removals: all plugins are disabled again.
     void reset() { m_decisions.clear(); }

@@ -1,16 +1,18 @@
 #include "PluginContainer/PluginFolder.h"
 
+#include "platform/Path.h"
+
 #include <QDir>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 
 /// Time stamps are coarse (up to 2 s on some file systems): a folder changed less than this before it was
 /// listed may change again without its stamp showing it.
-constexpr qint64 stampGranularityMs = 2000;
+constexpr std::chrono::seconds stampGranularity(2);
 
 bool holdsWildcard(const QString& text)
 {
@@ -22,6 +24,7 @@ bool holdsWildcard(const QString& text)
 
 PluginFolder::PluginFolder(const QString& path)
     : m_path(QDir(path).absolutePath())
+    , m_nativePath(Platform::nativePath(m_path))
 {
 }
 
@@ -42,11 +45,12 @@ QStringList PluginFolder::filesBeginningWith(const QString& fileBase)
 
 void PluginFolder::refresh()
 {
-    const QDateTime stamp = QFileInfo(m_path).lastModified();
-    if (m_isCurrent && stamp == m_stamp)
+    std::error_code error;
+    const FileTime stamp = std::filesystem::last_write_time(m_nativePath, error);
+    if (!error && m_isCurrent && stamp == m_stamp)
         return;
     m_stamp = stamp;
-    m_isCurrent = stamp.isValid() && stamp.msecsTo(QDateTime::currentDateTime()) > stampGranularityMs;
+    m_isCurrent = !error && FileTime::clock::now() - stamp > stampGranularity;
     list();
 }
 

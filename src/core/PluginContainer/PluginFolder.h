@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QDateTime>
 #include <QStringList>
 
+#include <filesystem>
 #include <vector>
 
 /// The files of the plugin folder, listed once and again only when the folder has changed: listing it for
@@ -18,6 +18,8 @@ public:
     QStringList filesBeginningWith(const QString& fileBase);
 
 private:
+    using FileTime = std::filesystem::file_time_type;
+
     struct Entry
     {
         QString foldedName;
@@ -31,8 +33,9 @@ private:
     std::vector<int> positionsByWildcard(const QString& pattern) const;
 
     QString m_path;
+    std::filesystem::path m_nativePath;
     QStringList m_names;         ///< in the system's order
     std::vector<Entry> m_sorted; ///< by folded name
-    QDateTime m_stamp;           ///< the folder's time stamp when it was listed
+    FileTime m_stamp;            ///< the folder's time stamp when it was listed
     bool m_isCurrent = false;    ///< the list can be trusted while the time stamp is m_stamp
 };

@@ -13,8 +13,6 @@
 #include <QMutexLocker>
 #include <QPluginLoader>
 
-#include <algorithm>
-
 namespace {
 
 bool isStartedWithTheApplication(const PluginInfo& info)
@@ -115,7 +113,7 @@ QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
               qUtf8Printable(m_dirPlugins.path()));
     if (info->m_pLoader)
         return info->m_pLoader->instance(); // asked for again from within its own initialisation
-    QString error = QStringLiteral("No library named %1*").arg(fileBase);
+    QString error;
     const QStringList files = d->folder.filesBeginningWith(fileBase);
     for (const QString& file : files) {
         if (!QLibrary::isLibrary(file))
@@ -124,13 +122,14 @@ QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
         if (auto loader = openLibrary(file, error)) {
             LOG_DEBUG("%s: %s: strFileName = %s, QObject* plugin loaded successfully %s", LOG_FILE,
                       LOG_FUNCTION, qUtf8Printable(file), qUtf8Printable(info->m_strName));
-            d->decisions.noteLoadError(info->m_strClsid, {});
+            d->decisions.forgetLoadError(info->m_strClsid);
             info->m_pLoader = loader.release();
             return info->m_pLoader->instance();
         }
         LOG_DEBUG("%s: %s: %s: error : %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(error));
     }
-    d->decisions.noteLoadError(info->m_strClsid, error);
+    d->decisions.noteLoadError(
+        info->m_strClsid, error.isEmpty() ? QStringLiteral("No library named %1*").arg(fileBase) : error);
     return nullptr;
 }
 
@@ -336,21 +335,23 @@ bool PluginContainer::isRunning(const QString& clsid) const
     return info && info->m_bLoaded && info->m_bInitialized;
 }
 
-/// Plugins that others load only now are asked as well.
+/// Plugins that others load only now are asked as well, in another round.
 /// @return the clsids of all plugins that were asked, in this order
 QStringList PluginContainer::unregisterRunningPlugins()
 {
     QStringList asked;
-    const auto nextRunning = [&] {
-        return std::find_if(m_pHashPlugins->cbegin(), m_pHashPlugins->cend(), [&](const PluginInfo* info) {
-            return info->m_bLoaded && info->m_bInitialized && info->m_strClsid != m_strMainPlugin &&
-                   !asked.contains(info->m_strClsid);
-        });
-    };
-    for (auto running = nextRunning(); running != m_pHashPlugins->cend(); running = nextRunning()) {
-        asked.append(running.key());
-        if (IBasePlugin* const base = baseToStop(running.key()))
-            guardedCall("UnSDKRegisterEvent", asked.last(), [base] { base->UnSDKRegisterEvent(); });
+    QSet<QString> done{m_strMainPlugin};
+    for (int before = -1; before != asked.size();) {
+        before = asked.size();
+        const QStringList clsids = m_pHashPlugins->keys();
+        for (const QString& clsid : clsids) {
+            if (done.contains(clsid) || !isRunning(clsid))
+                continue;
+            done.insert(clsid);
+            asked.append(clsid);
+            if (IBasePlugin* const base = baseToStop(clsid))
+                guardedCall("UnSDKRegisterEvent", clsid, [base] { base->UnSDKRegisterEvent(); });
+        }
     }
     return asked;
 }

@@ -2,7 +2,11 @@
 
 #include "skylume_global.h"
 
-/// Paths in the system's 8-bit encoding.
+#include <filesystem>
+
+class QString;
+
+/// Paths in the forms that others than Qt take.
 namespace Platform {
 
 /// Room for the longest path and its terminating zero.
@@ -17,5 +21,10 @@ constexpr int PathCapacity = 260;
 /// @param canonical receives the result, zero-terminated; empty on failure
 /// @return false for a path of PathCapacity or more characters, which is not cut, and for null. Any thread.
 SKYLUME_EXPORT bool canonicalisePath(const char* path, char (&canonical)[PathCapacity]);
+
+/// A path for the standard library's file functions, whose time stamps cost a fraction of Qt's, which are
+/// converted to local time. Takes any text, other than the path's own constructors, which throw at some.
+/// Any thread.
+SKYLUME_EXPORT std::filesystem::path nativePath(const QString& path);
 
 } // namespace Platform

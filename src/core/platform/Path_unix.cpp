@@ -1,7 +1,8 @@
 #include "platform/Path.h"
 
+#include <QFile>
+
 #include <cstring>
-#include <filesystem>
 
 bool Platform::canonicalisePath(const char* path, char (&canonical)[PathCapacity])
 {
@@ -12,4 +13,9 @@ bool Platform::canonicalisePath(const char* path, char (&canonical)[PathCapacity
         std::filesystem::path(path).lexically_normal().string(); // never longer than path
     std::memcpy(canonical, normal.c_str(), normal.size() + 1);
     return true;
+}
+
+std::filesystem::path Platform::nativePath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
 }

@@ -1,5 +1,7 @@
 #include "platform/Path.h"
 
+#include <QString>
+
 #include <windows.h>
 
 #include <shlwapi.h>
@@ -12,4 +14,9 @@ bool Platform::canonicalisePath(const char* path, char (&canonical)[PathCapacity
         return true;
     canonical[0] = '\0';
     return false;
+}
+
+std::filesystem::path Platform::nativePath(const QString& path)
+{
+    return path.toStdWString();
 }
