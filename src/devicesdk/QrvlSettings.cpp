@@ -13,11 +13,9 @@ static long get(Settings::View view, const char16_t* section, const char16_t* ke
     *value = nullptr;
     if (!section || !key)
         return QRVL_ERROR_ARGUMENT;
-    QString text;
-    if (!Service::settings().get(view, SettingName(section, key), text))
-        return QRVL_ERROR_NOT_FOUND;
-    *value = newTextBuffer(text);
-    return QRVL_OK;
+    const bool isFound = Service::settings().get(
+        view, SettingName(section, key), [value](const QString& text) { *value = newTextBuffer(text); });
+    return isFound ? QRVL_OK : QRVL_ERROR_NOT_FOUND;
 }
 
 // QString::fromUtf16() would drop a byte order mark.

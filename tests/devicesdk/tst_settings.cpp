@@ -48,7 +48,7 @@ private:
 static QString get(const Settings& settings, View view, const QString& key)
 {
     QString value = "-";
-    settings.get(view, SettingName(QStringView(u"s"), key), value);
+    settings.get(view, SettingName(QStringView(u"s"), key), [&value](const QString& text) { value = text; });
     return value;
 }
 

@@ -33,16 +33,12 @@ Settings::~Settings()
     finish();
 }
 
-bool Settings::get(View view, const SettingName& name, QString& value) const
+const QString* Settings::find(View view, const SettingName& name) const
 {
-    const std::lock_guard lock(m_mutex);
     const QString* found = view == View::Defaults ? nullptr : m_user.find(name);
     if (!found && view != View::User)
         found = m_defaults.find(name);
-    if (!found)
-        return false;
-    value = *found;
-    return true;
+    return found;
 }
 
 bool Settings::set(const QString& section, const QString& key, const QString& value)

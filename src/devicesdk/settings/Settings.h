@@ -26,8 +26,16 @@ public:
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
-    /// Copies the value to `value`; false when there is none.
-    bool get(View view, const SettingName& name, QString& value) const;
+    /// Hands the value to `take`, which must not use this object; false when there is none.
+    template <typename Take>
+    bool get(View view, const SettingName& name, Take take) const
+    {
+        const std::lock_guard lock(m_mutex);
+        const QString* const value = find(view, name);
+        if (value)
+            take(*value);
+        return value;
+    }
 
     /// Changes a value of the user's. False when it is kept in memory because the store cannot be written at
     /// present.
@@ -43,6 +51,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    const QString* find(View view, const SettingName& name) const;
     void run();
     bool hasChanges() const { return !m_pending.empty() || !m_writing.empty(); }
     bool isWriteDue() const;
