@@ -24,10 +24,10 @@ template <typename OnElement>
 void forEachElement(QXmlStreamReader& reader, const QString& parent, OnElement onElement)
 {
     while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isEndElement() && reader.name() == parent)
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::EndElement && reader.name() == parent)
             return;
-        if (reader.isStartElement())
+        if (token == QXmlStreamReader::StartElement)
             onElement();
     }
 }

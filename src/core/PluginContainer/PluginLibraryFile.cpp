@@ -68,8 +68,9 @@ QString libraryBaseName(QString url)
 /// @return whether it was the one that ends the record
 bool readField(QXmlStreamReader& reader, PluginElement& element)
 {
+    const QStringRef name = reader.name();
     for (const ElementField& field : fields) {
-        if (reader.name() != field.element)
+        if (name != field.element)
             continue;
         element.*field.field = reader.readElementText(QXmlStreamReader::SkipChildElements);
         return field.element == lastElement;
@@ -112,11 +113,11 @@ PluginInfo* PluginContainer::readPluginElement(QXmlStreamReader& reader)
 {
     PluginElement element;
     while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement() && readField(reader, element))
+        if (reader.readNext() == QXmlStreamReader::StartElement && readField(reader, element))
             break; // at the end tag of "static": whatever follows is not part of the record
     }
-    return new PluginInfo(element.name, element.clsid, libraryBaseName(element.url), element.type.toInt(),
+    return new PluginInfo(std::move(element.name), std::move(element.clsid),
+                          libraryBaseName(std::move(element.url)), element.type.toInt(),
                           isTrue(element.active), isTrue(element.isStatic), isTrue(element.settingTitle),
                           false);
 }
