@@ -1,10 +1,5 @@
 #pragma once
 
-#include <QtGlobal>
+#include "skylume_export.h"
 
-/// Marks what the core library exports to the launcher and to plugins.
-#if defined(SKYLUME_CORE_BUILD)
-#define SKYLUME_EXPORT Q_DECL_EXPORT
-#else
-#define SKYLUME_EXPORT Q_DECL_IMPORT
-#endif
+#include <QtGlobal>

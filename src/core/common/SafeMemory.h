@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skylume_global.h"
+#include "skylume_export.h"
 
 /// Fills min(destMax, count) bytes of a buffer.
 /// @param dest    buffer to fill; null is refused

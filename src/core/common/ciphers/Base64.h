@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skylume_global.h"
+#include "skylume_export.h"
 
 /// Base64 (RFC 4648, standard alphabet, padded with "=", without line breaks). The functions may be called from any
 /// thread. Input and output may overlap.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skylume_global.h"
+#include "skylume_export.h"
 
 /// Ciphers behind a context that carries the key and the chain from call to call. Contexts are independent of each
 /// other; one must not be used by two threads at a time, since every call moves its chain on.

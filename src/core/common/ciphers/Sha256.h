@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skylume_global.h"
+#include "skylume_export.h"
 
 #include <cstddef>
 #include <cstdint>
