@@ -48,12 +48,6 @@ std::uint32_t bitsOf(const std::uint8_t* text)
     return bits;
 }
 
-void storeGroup(std::uint32_t bits, std::uint8_t* bytes, std::size_t count)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        bytes[i] = static_cast<std::uint8_t>(bits >> (16 - 8 * i));
-}
-
 void encodeGroup(std::uint32_t bits, std::uint8_t* text)
 {
     for (int i = 0; i < 4; ++i)
@@ -125,33 +119,24 @@ int produce(const unsigned char* in, std::size_t inSize, unsigned char* out, std
 
 void Base64Groups::encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    const std::size_t done = path ? path->encode(bytes, size, text) : 0;
-    const std::uint8_t* const end = bytes + size;
-    text += 4 * done;
-    for (bytes += 3 * done; end - bytes >= 3; bytes += 3, text += 4)
-        encodeGroup(std::uint32_t(bytes[0]) << 16 | bytes[1] << 8 | bytes[2], text);
-    if (bytes == end)
-        return;
-    const bool isOneByte = end - bytes == 1;
-    encodeGroup(std::uint32_t(bytes[0]) << 16 | (isOneByte ? 0 : bytes[1] << 8), text);
-    text[3] = '=';
-    if (isOneByte)
-        text[2] = '=';
+    const std::size_t groups = (size + 2) / 3;
+    for (std::size_t i = path ? path->encode(bytes, size, text) : 0; i < groups; ++i) {
+        std::uint32_t bits = 0;
+        for (std::size_t at = 3 * i; at < 3 * i + 3; ++at)
+            bits = bits << 8 | (at < size ? bytes[at] : 0u);
+        encodeGroup(bits, text + 4 * i);
+    }
+    for (std::size_t missing = 3 * groups - size; missing > 0; --missing)
+        text[4 * groups - missing] = '=';
 }
 
-void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::size_t characters,
-                          std::uint8_t* bytes, std::size_t size)
+void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
-    // Padding that is missing or too much makes bytes go that have all their characters.
-    const std::size_t groups = std::min(characters / 4, size / 3);
-    const std::size_t done = path ? path->decode(text, bytes, size) : 0;
-    for (std::size_t i = done; i < groups; ++i)
-        storeGroup(bitsOf(text + 4 * i), bytes + 3 * i, 3);
-    if (size == 3 * groups)
-        return;
-    std::uint8_t last[4] = {'=', '=', '=', '='};
-    std::copy_n(text + 4 * groups, std::min<std::size_t>(characters - 4 * groups, 4), last);
-    storeGroup(bitsOf(last), bytes + 3 * groups, size - 3 * groups);
+    for (std::size_t at = path ? 3 * path->decode(text, bytes, size) : 0; at < size; at += 3) {
+        const std::uint32_t bits = bitsOf(text + at / 3 * 4);
+        for (std::size_t i = 0; i < 3 && at + i < size; ++i)
+            bytes[at + i] = static_cast<std::uint8_t>(bits >> (16 - 8 * i));
+    }
 }
 
 int cl_base64Encode(const unsigned char* in, unsigned int inLen, unsigned char* out, unsigned int* outLen)
@@ -173,7 +158,5 @@ int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsi
         return fault;
     const Extent extent(reinterpret_cast<const char*>(in));
     return produce(in, extent.characters + extent.padding, out, extent.bytes(), outLen,
-                   [&](std::uint8_t* to) {
-                       Base64Groups::decode(bestPath(), in, extent.characters, to, extent.bytes());
-                   });
+                   [&](std::uint8_t* to) { Base64Groups::decode(bestPath(), in, to, extent.bytes()); });
 }

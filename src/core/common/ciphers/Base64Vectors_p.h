@@ -2,6 +2,8 @@
 
 #include "common/ciphers/Base64_p.h"
 
+#include <cstring>
+
 namespace {
 
 /// Where the characters of the alphabet are in the code, found by the two halves of a character.
@@ -51,6 +53,11 @@ constexpr ValueTable Value = valueTable();
 constexpr std::uint8_t Slashes[16] = {'/', '/', '/', '/', '/', '/', '/', '/',
                                       '/', '/', '/', '/', '/', '/', '/', '/'};
 
+/// From here on: the bytes from a place on, and zeros behind them.
+constexpr std::uint8_t BytesFrom[32] = {0,    1,    2,    3,    4,    5,    6,    7,    8,    9,    10,
+                                        11,   12,   13,   14,   15,   0x80, 0x80, 0x80, 0x80, 0x80, 0x80,
+                                        0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+
 /// Twelve bytes to sixteen characters and back in every lane of a vector, for a set of vector operations.
 template <typename Vectors>
 class Base64Vectors
@@ -91,7 +98,53 @@ public:
         return done;
     }
 
+    /// Goes on for vectors of 16 bytes up to the last group, which may lack bytes. The last step does four groups like all
+    /// others, some of them once more. A text of less than a vector is left alone.
+    static std::size_t encodeRest(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text,
+                                  std::size_t done)
+    {
+        const std::size_t groups = (size + 2) / 3;
+        if (size < sizeof(Bytes))
+            return done;
+        while (done < groups) {
+            const std::size_t first = done + Groups < groups ? done : groups - Groups;
+            const std::size_t from = 3 * first + sizeof(Bytes) < size ? 3 * first : size - sizeof(Bytes);
+            const Bytes places = Vectors::load(BytesFrom + (3 * first - from));
+            const Bytes twelve = Vectors::shuffle(Vectors::load(bytes + from), places);
+            Vectors::store(text + 4 * first, characters(sixBits(twelve)));
+            done = first + Groups;
+        }
+        return done;
+    }
+
+    /// Likewise. In the last group a "=" takes the place of what is missing.
+    static std::size_t decodeRest(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size,
+                                  std::size_t done)
+    {
+        const std::size_t groups = (size + 2) / 3;
+        if (groups < Groups)
+            return done;
+        while (done < groups) {
+            const std::size_t first = done + Groups < groups ? done : groups - Groups;
+            Bytes code = Vectors::load(text + 4 * first);
+            code += Bytes(code == '=') & ('A' - '=');
+            std::uint8_t decoded[sizeof(Bytes)];
+            Vectors::store(decoded, decodedAny(code));
+            const std::size_t count = size - 3 * first < 12 ? size - 3 * first : 12;
+            std::memcpy(bytes + 3 * first, decoded, 8); // there are 10 to 12
+            std::memcpy(bytes + 3 * first + count - 4, decoded + count - 4, 4);
+            done = first + Groups;
+        }
+        return done;
+    }
+
 private:
+    static Bytes decodedAny(Bytes code)
+    {
+        const Bytes foreign = foreignIn(code), values = valuesOf(code);
+        return Vectors::hasAny(foreign) ? joinedKnown(values & ~foreign, ~foreign) : joined(values);
+    }
+
     /// Each group of three bytes as four values of six bits, one in each byte. Multiplications are the shifts.
     static Bytes sixBits(Bytes twelves)
     {

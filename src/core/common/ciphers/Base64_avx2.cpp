@@ -5,11 +5,11 @@
 std::size_t Base64Groups::encodeAvx2(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
     const std::size_t done = Base64Vectors<Vectors256>::encode(bytes, size, text);
-    return done + Base64Vectors<Vectors128>::encode(bytes + 3 * done, size - 3 * done, text + 4 * done);
+    return Base64Vectors<Vectors128>::encodeRest(bytes, size, text, done);
 }
 
 std::size_t Base64Groups::decodeAvx2(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
     const std::size_t done = Base64Vectors<Vectors256>::decode(text, bytes, size);
-    return done + Base64Vectors<Vectors128>::decode(text + 4 * done, bytes + 3 * done, size - 3 * done);
+    return Base64Vectors<Vectors128>::decodeRest(text, bytes, size, done);
 }

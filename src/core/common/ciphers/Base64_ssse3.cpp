@@ -3,10 +3,12 @@
 
 std::size_t Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    return Base64Vectors<Vectors128>::encode(bytes, size, text);
+    const std::size_t done = Base64Vectors<Vectors128>::encode(bytes, size, text);
+    return Base64Vectors<Vectors128>::encodeRest(bytes, size, text, done);
 }
 
 std::size_t Base64Groups::decodeSsse3(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
-    return Base64Vectors<Vectors128>::decode(text, bytes, size);
+    const std::size_t done = Base64Vectors<Vectors128>::decode(text, bytes, size);
+    return Base64Vectors<Vectors128>::decodeRest(text, bytes, size, done);
 }
