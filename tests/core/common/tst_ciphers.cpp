@@ -76,6 +76,7 @@ private slots:
     void decipheringPaths();
     void chainAndBuffers();
     void contextFaults();
+    void nullPointers();
     void sha256Vectors_data();
     void sha256Vectors();
     void sha256MonteCarlo();
@@ -177,6 +178,28 @@ void TestCiphers::chainAndBuffers()
     }
 }
 
+// Nothing is there to tell a fault; it only must not crash.
+void TestCiphers::nullPointers()
+{
+    unsigned char bytes[Sha256DigestSize] = {};
+    Des3Schedule schedule{};
+    des3_key_setup(nullptr, &schedule);
+    des3_key_setup(bytes, nullptr);
+    for (const auto process : {des3_encrypt, des3_decrypt}) {
+        process(nullptr, &schedule, bytes);
+        process(bytes, nullptr, bytes);
+        process(bytes, &schedule, nullptr);
+    }
+    Sha256Context context;
+    Sha256_Init(nullptr);
+    Sha256_Init(&context);
+    Sha256_Update(nullptr, bytes, 1);
+    Sha256_Update(&context, nullptr, 1);
+    Sha256_Final(nullptr, bytes);
+    Sha256_Final(&context, nullptr);
+    QVERIFY(std::all_of(std::begin(bytes), std::end(bytes), [](auto byte) { return byte == 0; }));
+}
+
 void TestCiphers::contextFaults()
 {
     const QByteArray key = randomBytes(24), iv = randomBytes(8);
@@ -189,9 +212,10 @@ void TestCiphers::contextFaults()
     const Context context = makeContext(key, iv);
     for (const auto process : {crypto_cipher_encrypt, crypto_cipher_decrypt}) {
         QByteArray in(16, 'a'), out(16, Guard);
-        for (const int length : {12, 1, -8, -1})
+        for (const int length : {12, 1, -12, -1})
             QCOMPARE(process(context.get(), bytesOf(in), bytesOf(out), length), -1);
-        QCOMPARE(process(context.get(), nullptr, nullptr, 0), 0);
+        for (const int length : {0, -8, INT_MIN})
+            QCOMPARE(process(context.get(), nullptr, nullptr, length), 0);
         QCOMPARE(process(context.get(), nullptr, bytesOf(out), 8), -1);
         QCOMPARE(process(context.get(), bytesOf(in), nullptr, 8), -1);
         QCOMPARE(process(nullptr, bytesOf(in), bytesOf(out), 8), -1);
@@ -418,7 +442,9 @@ void TestCiphers::hexPaths()
             Hex::encode(&path, bytesOf(bytes), std::size_t(size), digits.data());
             const bool isBack = decoded(&path, digits.left(2 * size)) == bytes + Guard &&
                                 decoded(&path, digits) == bytes + '\0' + Guard; // "#" counts as 0
-            QVERIFY2(digits == expected && isBack, path.name);
+            QByteArray inPlace = QByteArray(size, Guard) + bytes + Guard;
+            Hex::encode(&path, bytesOf(inPlace) + size, std::size_t(size), inPlace.data());
+            QVERIFY2(digits == expected && inPlace == expected && isBack, path.name);
         }
     });
 }

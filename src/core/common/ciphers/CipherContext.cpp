@@ -22,9 +22,9 @@ constexpr int KeySize = 24;
 template <typename Cipher>
 int process(CipherContext* context, const unsigned char* in, unsigned char* out, int len, Cipher cipher)
 {
-    if (!context || context->algorithm != CipherTripleDes || len < 0 || len % BlockSize != 0)
+    if (!context || context->algorithm != CipherTripleDes || len % BlockSize != 0)
         return -1;
-    if (len == 0)
+    if (len <= 0)
         return 0;
     if (!in || !out)
         return -1;

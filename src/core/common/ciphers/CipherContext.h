@@ -21,8 +21,9 @@ SKYLUME_EXPORT CipherContext* crypto_cipher_init(int alg, const unsigned char* i
                                                  int keyLength);
 
 /// Enciphers whole blocks, continuing the chain of the context. The buffers may overlap.
-/// @param len bytes, a multiple of 8; 0 writes nothing
-/// @return 0, or -1 when len is negative or no multiple of 8, the context is of another algorithm, or a pointer is null
+/// @param len bytes, a multiple of 8; 0 and negative ones write nothing
+/// @return 0, or -1 when len is no multiple of 8, the context is null or of another algorithm, or a buffer is null while
+///         there is something to write
 SKYLUME_EXPORT int crypto_cipher_encrypt(CipherContext* context, const unsigned char* plain,
                                          unsigned char* crypt, int len);
 

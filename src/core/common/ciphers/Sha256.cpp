@@ -83,6 +83,8 @@ void Sha256Blocks::compressPortable(std::uint32_t* state, const unsigned char* b
 
 void Sha256_Init(Sha256Context* context)
 {
+    if (!context)
+        return;
     *context = {
         {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a, 0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19},
         0,
@@ -91,6 +93,8 @@ void Sha256_Init(Sha256Context* context)
 
 void Sha256_Update(Sha256Context* context, const unsigned char* data, std::size_t size)
 {
+    if (!context || !data)
+        return;
     const std::size_t kept = context->length % BlockSize;
     context->length += size;
     if (kept > 0) {
@@ -109,6 +113,8 @@ void Sha256_Update(Sha256Context* context, const unsigned char* data, std::size_
 
 void Sha256_Final(Sha256Context* context, unsigned char* hashOut)
 {
+    if (!context || !hashOut)
+        return;
     std::size_t kept = context->length % BlockSize;
     context->block[kept++] = 0x80;
     if (kept > LengthPlace) {

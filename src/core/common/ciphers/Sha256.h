@@ -6,6 +6,7 @@
 #include <cstdint>
 
 /// SHA-256 (FIPS 180-4). The functions may be called from any thread; a context serves one at a time.
+/// Given a null pointer, they do nothing.
 
 constexpr unsigned Sha256DigestSize = 32;
 
@@ -26,7 +27,6 @@ SKYLUME_EXPORT extern const std::uint32_t K[64];
 SKYLUME_EXPORT void Sha256_Init(Sha256Context* context);
 
 /// Adds bytes to the hash.
-/// @param data may be null when size is 0
 SKYLUME_EXPORT void Sha256_Update(Sha256Context* context, const unsigned char* data, std::size_t size);
 
 /// Ends the hash; the context must be initialised before it is used again.

@@ -1,5 +1,6 @@
 #include "common/ciphers/Sha256Rounds_p.h"
 #include "common/ciphers/Sha256_p.h"
+#include "common/ciphers/Wipe_p.h"
 
 #include <immintrin.h>
 
@@ -61,7 +62,9 @@ struct alignas(32) Schedule
 {
     Word inputs[16][2][4];
 
-    Schedule(const unsigned char* first, const unsigned char* second)
+    ~Schedule() { Ciphers::wipe(inputs, sizeof inputs); }
+
+    void fill(const unsigned char* first, const unsigned char* second)
     {
         Words words[4];
         for (std::size_t i = 0; i < 4; ++i)
@@ -91,9 +94,10 @@ void addBlock(Word* state, const Schedule& schedule, int which)
 
 void Sha256Blocks::compressAvx2(std::uint32_t* state, const unsigned char* blocks, std::size_t count)
 {
+    Schedule schedule;
     for (; count > 0; blocks += 128) {
         const bool isPair = count > 1;
-        const Schedule schedule(blocks, isPair ? blocks + 64 : blocks);
+        schedule.fill(blocks, isPair ? blocks + 64 : blocks);
         addBlock(state, schedule, 0);
         if (isPair)
             addBlock(state, schedule, 1);

@@ -104,6 +104,8 @@ void processBlock(const unsigned char* in, const std::uint32_t (&words)[3][32], 
 
 void des3_key_setup(const unsigned char* key, Des3Schedule* schedule)
 {
+    if (!key || !schedule)
+        return;
     expandKey(key, schedule->encrypt[0], schedule->decrypt[2]);
     expandKey(key + 8, schedule->decrypt[1], schedule->encrypt[1]);
     expandKey(key + 16, schedule->encrypt[2], schedule->decrypt[0]);
@@ -111,10 +113,12 @@ void des3_key_setup(const unsigned char* key, Des3Schedule* schedule)
 
 void des3_encrypt(const unsigned char* plain, const Des3Schedule* schedule, unsigned char* crypt)
 {
-    processBlock(plain, schedule->encrypt, crypt);
+    if (plain && schedule && crypt)
+        processBlock(plain, schedule->encrypt, crypt);
 }
 
 void des3_decrypt(const unsigned char* crypt, const Des3Schedule* schedule, unsigned char* plain)
 {
-    processBlock(crypt, schedule->decrypt, plain);
+    if (crypt && schedule && plain)
+        processBlock(crypt, schedule->decrypt, plain);
 }
