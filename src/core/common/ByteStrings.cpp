@@ -2,12 +2,13 @@
 
 #include "common/ByteStrings_p.h"
 #include "common/ClearBuffer.h"
-#include "common/ciphers/CipherContext.h"
 #include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Wipe_p.h"
 #include "platform/RandomSource.h"
 
 #include <algorithm>
+#include <exception>
+#include <utility>
 
 namespace {
 
@@ -24,7 +25,7 @@ const unsigned char* bytesOf(const std::string& text)
 template <std::size_t Size>
 struct FixedBytes
 {
-    explicit FixedBytes(const std::string& text)
+    explicit FixedBytes(std::string_view text)
     {
         std::copy_n(text.begin(), std::min(text.size(), Size), bytes);
     }
@@ -34,50 +35,94 @@ struct FixedBytes
     unsigned char bytes[Size] = {};
 };
 
+void tellShortMemory(const char* function)
+{
+    LOG_WARNING("%s: %s: %s: memory is short", LOG_TIME, LOG_FILE, function);
+}
+
+/// A string of these arguments. Nothing is thrown to plugins: it is empty when memory is short.
+template <typename... Arguments>
+std::string made(const char* function, Arguments&&... arguments)
+{
+    try {
+        return std::string(std::forward<Arguments>(arguments)...);
+    } catch (const std::exception&) {
+        tellShortMemory(function);
+        return {};
+    }
+}
+
+/// Draws from a source of its own. On failure a log line in the caller's name tells the step.
+bool addRandomByte(std::string& bytes, const char* function)
+{
+    Platform::RandomSource source;
+    if (!source.acquire()) {
+        LOG_DEBUG("%s: %s: %s: %d: Error during CryptAcquireContext succeeded.\n", LOG_TIME, LOG_FILE,
+                  function, __LINE__);
+        return false;
+    }
+    char drawn[4];
+    const bool isDrawn = source.draw(drawn, sizeof drawn);
+    if (isDrawn)
+        bytes += drawn[0];
+    Ciphers::wipe(drawn, sizeof drawn);
+    if (isDrawn && source.release())
+        return true;
+    LOG_DEBUG("%s: %s: %s: %d: Error during CryptGenRandom.\n", LOG_TIME, LOG_FILE, function, __LINE__);
+    return false;
+}
+
 } // namespace
 
-bool ByteStrings::des3InPlace(char* bytes, std::size_t length, const std::string& key, const std::string& iv,
-                              bool encrypt)
+ByteStrings::Context ByteStrings::makeContext(std::string_view key, std::string_view iv)
 {
-    constexpr std::size_t Piece = std::size_t(1) << 30; // a context takes lengths of type int
     const FixedBytes<KeySize> keyBytes(key);
     const FixedBytes<BlockSize> ivBytes(iv);
-    CipherContext* const context =
-        crypto_cipher_init(CipherTripleDes, ivBytes.bytes, keyBytes.bytes, KeySize);
+    Context context(crypto_cipher_init(CipherTripleDes, ivBytes.bytes, keyBytes.bytes, KeySize),
+                    crypto_cipher_deinit);
     if (!context)
-        return false;
+        tellShortMemory(LOG_FUNCTION);
+    return context;
+}
+
+void ByteStrings::process(const Context& context, char* bytes, std::size_t length, bool encrypt)
+{
+    constexpr std::size_t Piece = std::size_t(1) << 30; // a context takes lengths of type int
     auto* const text = reinterpret_cast<unsigned char*>(bytes);
     const auto process = encrypt ? crypto_cipher_encrypt : crypto_cipher_decrypt;
     for (std::size_t done = 0; done < length; done += Piece)
-        process(context, text + done, text + done, int(std::min(Piece, length - done)));
-    crypto_cipher_deinit(context);
-    return true;
+        process(context.get(), text + done, text + done, int(std::min(Piece, length - done)));
 }
 
 std::string des3(std::string const& data, std::string const& key, std::string const& iv, bool encrypt)
 {
-    const std::size_t length = (data.size() + BlockSize - 1) / BlockSize * BlockSize;
-    std::string output(length, '\0');
-    clearBuffer(&output[0], length, LOG_FILE, LOG_FUNCTION, __LINE__);
+    const ByteStrings::Context context = ByteStrings::makeContext(key, iv);
+    if (!context)
+        return {};
+    std::string output = made(LOG_FUNCTION, ByteStrings::wholeBlocks(data.size()), '\0');
+    if (output.size() < data.size())
+        return output;
+    clearBuffer(&output[0], output.size(), LOG_FILE, LOG_FUNCTION, __LINE__);
     std::copy(data.begin(), data.end(), output.begin());
-    if (!ByteStrings::des3InPlace(&output[0], length, key, iv, encrypt)) {
-        Ciphers::wipe(&output[0], length);
-        output.clear();
-    }
+    ByteStrings::process(context, &output[0], output.size(), encrypt);
     return output;
 }
 
 std::string StrToHex(std::string const& bytes)
 {
-    std::string digits(2 * bytes.size(), '\0');
-    Hex::encode(Hex::bestPath(), bytesOf(bytes), bytes.size(), &digits[0]);
+    std::string digits = made(LOG_FUNCTION, 2 * bytes.size(), '\0');
+    if (digits.size() < bytes.size())
+        LOG_DEBUG("%s: %s: %s: %d: sprintf_s fail", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    Hex::encode(Hex::bestPath(), bytesOf(bytes), digits.size() / 2, &digits[0]);
     return digits;
 }
 
 std::string HexToStr(std::string const& digits)
 {
-    std::string bytes((digits.size() + 1) / 2, '\0');
-    Hex::decode(Hex::bestPath(), digits.data(), digits.size(), reinterpret_cast<unsigned char*>(&bytes[0]));
+    std::string bytes = made(LOG_FUNCTION, (digits.size() + 1) / 2, '\0');
+    if (!bytes.empty())
+        Hex::decode(Hex::bestPath(), digits.data(), digits.size(),
+                    reinterpret_cast<unsigned char*>(&bytes[0]));
     return bytes;
 }
 
@@ -91,31 +136,18 @@ std::string TrimStr(std::string const& s, const char* left, const char* right)
     const std::size_t last = s.find_last_not_of(right ? right : Blanks, end);
     if (first == std::string::npos || last == std::string::npos || first > last)
         return {};
-    return s.substr(first, last - first + 1);
+    return made(LOG_FUNCTION, s, first, last - first + 1);
 }
 
 std::string GetRandomBytes(int count)
 {
-    std::string bytes;
-    for (int i = std::clamp(count, 0, MostRandomBytes); i > 0; --i) {
-        Platform::RandomSource source;
-        if (!source.acquire()) {
-            LOG_DEBUG("%s: %s: %s: %d: Error during CryptAcquireContext succeeded.\n", LOG_TIME, LOG_FILE,
-                      LOG_FUNCTION, __LINE__);
-            break;
-        }
-        char drawn[4];
-        if (!source.draw(drawn, sizeof drawn)) {
-            LOG_DEBUG("%s: %s: %s: %d: Error during CryptGenRandom.\n", LOG_TIME, LOG_FILE, LOG_FUNCTION,
-                      __LINE__);
-            break;
-        }
-        bytes += drawn[0];
-        if (!source.release()) {
-            LOG_DEBUG("%s: %s: %s: %d: Error during CryptGenRandom.\n", LOG_TIME, LOG_FILE, LOG_FUNCTION,
-                      __LINE__);
-            break;
-        }
-    }
+    const int wanted = std::clamp(count, 0, MostRandomBytes);
+    std::string bytes = made(LOG_FUNCTION, std::size_t(wanted), '\0'); // growing would leave copies behind
+    if (bytes.empty())
+        return bytes;
+    bytes.clear();
+    bool isGood = true;
+    for (int i = 0; isGood && i < wanted; ++i)
+        isGood = addRandomByte(bytes, LOG_FUNCTION);
     return bytes;
 }

@@ -5,13 +5,13 @@
 #include <string>
 
 /// Operations on byte strings: raw bytes, of which zero is one like any other. They may be called from any thread and do
-/// not throw but for want of memory.
+/// not throw: when memory is short the result is empty, which a log line tells.
 
 /// Enciphers or deciphers with Triple DES in cipher-block-chaining mode. What it protects is said in docs/ciphers.md.
 /// @param data filled up with zero bytes to a multiple of eight; these are not taken off after deciphering
 /// @param key  cut or filled up with zero bytes to 24
 /// @param iv   the first chaining block; cut or filled up with zero bytes to 8
-/// @return as many bytes as data has after filling up; empty when memory is short
+/// @return as many bytes as data has after filling up
 SKYLUME_EXPORT std::string des3(std::string const& data, std::string const& key, std::string const& iv,
                                 bool encrypt);
 

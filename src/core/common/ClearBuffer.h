@@ -3,9 +3,14 @@
 #include "common/Log.h"
 #include "common/SafeMemory.h"
 
-/// Clears a buffer with QRVL_memset(), which refuses sizes of 2 GiB and more; a log line in the caller's name tells that.
+#include <algorithm>
+#include <climits>
+
+/// Clears a buffer with QRVL_memset(), which refuses null and sizes of 2 GiB and more; a log line in the caller's name
+/// tells that.
 inline void clearBuffer(void* buffer, std::size_t size, const char* file, const char* function, int line)
 {
-    if (!QRVL_memset(buffer, unsigned(size), 0, unsigned(size)))
+    const auto count = unsigned(std::min<std::size_t>(size, UINT_MAX));
+    if (!QRVL_memset(buffer, count, 0, count))
         LOG_DEBUG("%s: %s: %s: %d: QRVL_memset fail ", LOG_TIME, file, function, line);
 }

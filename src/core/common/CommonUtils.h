@@ -99,6 +99,8 @@ public:
     /// @param plain, passPhrase zero-terminated; 24 bytes of the pass phrase count
     /// @param result receives a zero-terminated text that the caller releases with CryptLocalFree(); it stays as it is
     ///               when a text is null or memory is short
+    /// Should the system have no random bytes to give, which a log line tells, zeros take their place: the text comes back
+    /// all the same, but two texts that begin alike then look alike.
     static void Encrypt(const char* plain, const char* passPhrase, char*& result);
 
     /// Brings back the text that Encrypt() was given. A wrong pass phrase is not noticed; the result is garbage then.
@@ -111,8 +113,9 @@ public:
     /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its fingerprint (3): the
     /// SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its first zero byte; an empty text
     /// has the fingerprint of 32 zero bytes.
-    /// @param inputPath, outputPath in the system's 8-bit encoding; the output is replaced. Files of 2 GiB and more are
-    ///        refused.
+    /// @param inputPath, outputPath in the system's 8-bit encoding. The output is replaced, and stays as it is when there
+    ///        is nothing to write: the input cannot be read whole (on Windows not from 2 GiB on), memory is short, or a
+    ///        text to decipher has less than 15 digits. Both may be the same file.
     /// @return always 0; what went wrong is told by the log and standard error
     static int FileCrypt(int operation, const char* inputPath, const char* outputPath);
 

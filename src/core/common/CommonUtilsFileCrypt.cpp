@@ -6,12 +6,11 @@
 #include "common/ciphers/Wipe_p.h"
 #include "platform/Path.h"
 
-#include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
-#include <string>
 
 namespace {
 
@@ -29,21 +28,31 @@ void writeError(const char* words)
 }
 
 /// The key of all files: changing a fragment makes files unreadable that were written before.
-std::string fileKey()
+class FileKey
 {
-    static constexpr const char* Fragments[] = {"vT4#qLw9z", "Yx7!mRb2", "hK5&nGd8s"};
-    std::string key;
-    for (const char* fragment : Fragments)
-        key += fragment;
-    return key;
-}
+public:
+    FileKey()
+    {
+        for (const char* fragment : {"vT4#qLw9z", "Yx7!mRb2", "hK5&nGd8s"})
+            std::strcat(m_text, fragment);
+    }
+    ~FileKey() { Ciphers::wipe(m_text, sizeof m_text); }
+    Q_DISABLE_COPY_MOVE(FileKey)
+
+    const char* text() const { return m_text; }
+
+private:
+    char m_text[9 + 8 + 9 + 1] = {};
+};
 
 /// What is said of a path, cut after 255 bytes.
-QByteArray pathLine(int line, const char* function, const char* outcome, const char* path)
+QByteArray pathLine(bool isCanonical, const char* path, const char* function, int line)
 {
-    const QByteArray text =
-        QByteArray::number(line) + " : " __TIME__ " : " LOG_FILE " : " + function + " : " + outcome + path;
-    return QString::fromLocal8Bit(text.left(255)).toUtf8();
+    char text[256];
+    const char* const format = isCanonical ? "%d : %s : %s : %s : PathCanonicalizeA worked, path : %s"
+                                           : "%d : %s : %s : %s : Path canonicalization failed";
+    std::snprintf(text, sizeof text, format, line, __TIME__, LOG_FILE, function, path);
+    return QString::fromLocal8Bit(text).toUtf8();
 }
 
 /// A whole file as a zero-terminated text, wiped in the end.
@@ -54,16 +63,15 @@ public:
     ~FileText() { Ciphers::wipe(m_text.get(), m_size); }
     Q_DISABLE_COPY_MOVE(FileText)
 
-    /// False after a fault, which standard error tells. A file that cannot be measured counts as empty.
+    /// False when not all of the file can be had or it cannot be measured, which standard error tells.
     bool read(std::FILE* file, const char* function)
     {
         const long end = std::fseek(file, 0, SEEK_END) == 0 ? std::ftell(file) : -1;
         std::rewind(file);
-        if (!allocate(end, function))
-            return false;
+        allocate(end, function);
         if (end < 1)
             LOG_DEBUG("%s: %s: %s:size is negative", LOG_TIME, LOG_FILE, function);
-        if (std::fread(m_text.get(), 1, m_size, file) == m_size)
+        if (m_text && end >= 0 && std::fread(m_text.get(), 1, m_size, file) == m_size)
             return true;
         writeError("Reading error");
         return false;
@@ -72,18 +80,18 @@ public:
     const char* text() const { return m_text.get(); }
 
 private:
-    bool allocate(long size, const char* function)
+    void allocate(long end, const char* function)
     {
-        m_size = size > 0 ? std::size_t(size) : 0;
-        if (m_size < INT_MAX) // beyond, the operations' lengths end; folders may claim to be endless
-            m_text.reset(new (std::nothrow) char[m_size + 1]);
+        const std::size_t size = end > 0 ? std::size_t(end) : 0;
+        if (size < PTRDIFF_MAX) // folders may claim to be endless
+            m_text.reset(new (std::nothrow) char[size + 1]);
+        clearBuffer(m_text.get(), size + 1, LOG_FILE, function, __LINE__);
         if (!m_text) {
-            m_size = 0;
             writeError("Memory error");
-            return false;
+            return;
         }
-        clearBuffer(m_text.get(), m_size + 1, LOG_FILE, function, __LINE__);
-        return true;
+        m_size = size;
+        m_text[size] = '\0'; // also behind what is too long for QRVL_memset
     }
 
     std::unique_ptr<char[]> m_text;
@@ -97,23 +105,36 @@ void writeFile(const char* path, const char* mode, const void* bytes, std::size_
         std::fwrite(bytes, 1, size, file.get());
 }
 
-/// Without a result an empty file is left.
+/// Without a result the output file stays as it is: it may be the input file.
 void writeTransformed(Transform transform, const char* text, const char* path)
 {
-    std::string key = fileKey();
     char* result = nullptr;
-    transform(text, key.c_str(), result);
-    Ciphers::wipe(&key[0], key.size());
-    const std::size_t length = qstrlen(result);
+    transform(text, FileKey().text(), result);
+    if (!result)
+        return;
+    const std::size_t length = std::strlen(result);
     writeFile(path, "wb", result, length);
     Ciphers::wipe(result, length);
     CommonUtils::CryptLocalFree(result);
 }
 
+/// sha256(), which does not take texts of 4 GiB.
+bool makeDigest(const char* text, unsigned char* digest)
+{
+    const std::size_t length = std::strlen(text);
+    if (length == 0)
+        return false;
+    Sha256Context context;
+    Sha256_Init(&context);
+    Sha256_Update(&context, reinterpret_cast<const unsigned char*>(text), length);
+    Sha256_Final(&context, digest);
+    return true;
+}
+
 void writeFingerprint(const char* text, const char* path, const char* function)
 {
     unsigned char digest[Sha256DigestSize] = {};
-    if (sha256(reinterpret_cast<const unsigned char*>(text), qstrlen(text), digest) != 0)
+    if (!makeDigest(text, digest))
         LOG_DEBUG("%s: %s: %s:Hashing Fail", LOG_TIME, LOG_FILE, function);
     unsigned char encoded[256] = {};
     unsigned size = sizeof encoded;
@@ -128,11 +149,7 @@ int CommonUtils::FileCrypt(int operation, const char* inputPath, const char* out
 {
     char canonical[Platform::PathCapacity];
     const bool isCanonical = Platform::canonicalisePath(inputPath, canonical);
-    LOG_DEBUG("%s",
-              pathLine(__LINE__, LOG_FUNCTION,
-                       isCanonical ? "PathCanonicalizeA worked, path : " : "Path canonicalization failed",
-                       canonical)
-                  .constData());
+    LOG_DEBUG("%s", pathLine(isCanonical, canonical, LOG_FUNCTION, __LINE__).constData());
     const File input = isCanonical ? openFile(canonical, "rb") : openFile(nullptr, nullptr);
     if (!input) {
         writeError("File error");

@@ -12,120 +12,142 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <new>
 
 namespace {
 
 constexpr std::size_t VectorSize = 8;
-constexpr std::size_t MostImeiCharacters = 23;
+constexpr std::size_t ImeiBufferSize = 24;
 
-/// A byte string that is wiped in the end.
-struct SecretString
-{
-    explicit SecretString(std::string text)
-        : m_text(std::move(text))
-    {
-    }
-    ~SecretString() { Ciphers::wipe(&m_text[0], m_text.size()); }
-    Q_DISABLE_COPY_MOVE(SecretString)
+using Result = std::unique_ptr<char[]>;
 
-    std::string m_text;
-};
-
-/// A zero-filled text of so many characters, or null.
-char* allocateResult(std::size_t length, const char* function)
+/// A zero-filled text of so many characters for the caller, or null when memory is short, which log lines tell. It is
+/// filled in place: of a whole file there should not be more copies than needed.
+Result makeResult(std::size_t length, const char* function)
 {
     const std::size_t size = length + 1;
-    char* const result = new (std::nothrow) char[size];
-    if (!result)
-        return nullptr;
-    clearBuffer(result, size, LOG_FILE, function, __LINE__);
-    result[length] = '\0'; // too long for QRVL_memset or not
+    Result result(new (std::nothrow) char[size]);
+    clearBuffer(result.get(), size, LOG_FILE, function, __LINE__);
+    if (result)
+        result[length] = '\0'; // also behind what is too long for QRVL_memset
+    else
+        LOG_DEBUG("%s: %s: %s: %d: strncpy  fail", LOG_TIME, LOG_FILE, function, __LINE__);
     return result;
 }
 
-char* writeDigits(const std::string& bytes, char* to)
+unsigned char* bytesOf(char* text)
 {
-    Hex::encode(Hex::bestPath(), reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), to);
-    return to + 2 * bytes.size();
+    return reinterpret_cast<unsigned char*>(text);
 }
 
-/// The buffer must be zero-filled and have room for one character more than are copied.
-bool reverseImei(const char* imei, char* reversed)
+/// The result's last bytes are what its digits stand for, until these replace them.
+Result encrypt(const char* plain, const char* passPhrase)
+{
+    std::string vector = GetRandomBytes(VectorSize);
+    vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
+    const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
+    const std::size_t size = VectorSize + filled;
+    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
+    Result result = makeResult(2 * size, "Encrypt");
+    if (!context || !result)
+        return {};
+    char* const bytes = result.get() + size;
+    std::memcpy(bytes, vector.data(), VectorSize);
+    std::memcpy(bytes + VectorSize, plain, length);
+    std::memset(bytes + VectorSize + length, 0, filled - length);
+    ByteStrings::process(context, bytes + VectorSize, filled, true);
+    Hex::encode(Hex::bestPath(), bytesOf(bytes), size, result.get());
+    return result;
+}
+
+Result decrypt(const char* protectedText, const char* passPhrase)
+{
+    const std::size_t digits = std::strlen(protectedText), size = (digits + 1) / 2;
+    if (size < VectorSize) {
+        LOG_DEBUG("out of range exception");
+        return {};
+    }
+    char vector[VectorSize];
+    Hex::decode(Hex::bestPath(), protectedText, std::min(digits, 2 * VectorSize), bytesOf(vector));
+    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, {vector, VectorSize});
+    const std::size_t filled = ByteStrings::wholeBlocks(size - VectorSize);
+    Result result = makeResult(filled, "Decrypt"); // it may end with more zeros than one
+    if (!context || !result)
+        return {};
+    const std::size_t textDigits = digits - std::min(digits, 2 * VectorSize);
+    Hex::decode(Hex::bestPath(), protectedText + (digits - textDigits), textDigits, bytesOf(result.get()));
+    std::memset(result.get() + (size - VectorSize), 0, filled - (size - VectorSize));
+    ByteStrings::process(context, result.get(), filled, false);
+    return result;
+}
+
+/// Without a new result the old one stays.
+void give(Result made, char*& result)
+{
+    if (made)
+        result = made.release();
+}
+
+/// Copies a text into a buffer and puts a zero behind it. Without the room nothing is written: false.
+bool copyText(char* buffer, std::size_t size, const char* text, std::size_t length)
+{
+    if (length >= size)
+        return false;
+    std::memcpy(buffer, text, length);
+    buffer[length] = '\0';
+    return true;
+}
+
+/// @param reversed zero-filled
+bool reverseImei(const char* imei, char (&reversed)[ImeiBufferSize])
 {
     LOG_DEBUG("[Handle_imei_reverse]enter.\n");
-    const std::size_t length = qstrlen(imei);
-    if (length > MostImeiCharacters) {
+    const std::size_t length = std::strlen(imei);
+    if (length >= ImeiBufferSize) {
         LOG_DEBUG("[Handle_imei_reverse]out_para_len error.\n");
         return false;
     }
-    std::reverse_copy(imei, imei + length, reversed);
+    if (!copyText(reversed, ImeiBufferSize, imei, length))
+        LOG_DEBUG("%s: %s: %s: %d: strncpy_s fail", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+    std::reverse(reversed, reversed + length);
     LOG_DEBUG("[Handle_imei_reverse]out success.\n");
     return true;
 }
 
-void encrypt(const char* plain, const char* passPhrase, char*& result)
+/// @param reversed, digest zero-filled
+bool makeToken(const char* imei, char (&reversed)[ImeiBufferSize], unsigned char (&digest)[256], char* token)
 {
-    const SecretString key(passPhrase);
-    std::string vector = GetRandomBytes(VectorSize);
-    vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
-    const std::string cipherText = des3(SecretString(plain).m_text, key.m_text, vector, true);
-    char* const digits = allocateResult(2 * (VectorSize + cipherText.size()), "Encrypt");
-    if (!digits)
-        return;
-    writeDigits(cipherText, writeDigits(vector, digits));
-    result = digits;
-}
-
-void decrypt(const char* protectedText, const char* passPhrase, char*& result)
-{
-    const std::size_t digits = std::strlen(protectedText);
-    SecretString bytes(std::string((digits + 1) / 2, '\0'));
-    std::string& text = bytes.m_text;
-    Hex::decode(Hex::bestPath(), protectedText, digits, reinterpret_cast<unsigned char*>(&text[0]));
-    if (text.size() < VectorSize) {
-        LOG_DEBUG("out of range exception");
-        return;
+    if (!reverseImei(imei, reversed)) {
+        LOG_DEBUG("[Handle_imei_hash]reverse imei failed.\n");
+        return false;
     }
-    text.resize((text.size() + VectorSize - 1) / VectorSize * VectorSize, '\0');
-    const SecretString key(passPhrase);
-    if (!ByteStrings::des3InPlace(&text[VectorSize], text.size() - VectorSize, key.m_text,
-                                  text.substr(0, VectorSize), false))
-        text.resize(VectorSize);
-
-    const std::size_t last = text.find_last_not_of('\0');
-    const std::size_t length = last == std::string::npos || last < VectorSize ? 0 : last + 1 - VectorSize;
-    char* const plain = allocateResult(length, "Decrypt");
-    if (!plain)
-        return;
-    std::memcpy(plain, text.data() + VectorSize, length);
-    result = plain;
-}
-
-using Transform = void (*)(const char* text, const char* passPhrase, char*& result);
-
-/// Nothing is thrown to plugins: where memory is short, the result stays as it is.
-void transform(const char* text, const char* passPhrase, char*& result, Transform work, const char* function)
-{
-    if (!text || !passPhrase)
-        return;
-    try {
-        work(text, passPhrase, result);
-    } catch (const std::bad_alloc&) {
-        LOG_WARNING("%s: %s: %s: memory is short", LOG_TIME, LOG_FILE, function);
+    if (sha256(reinterpret_cast<const unsigned char*>(reversed), unsigned(std::strlen(reversed)), digest) !=
+        0) {
+        LOG_DEBUG("[Handle_imei_hash]hash imei failed.\n");
+        return false;
     }
+    unsigned capacity = sizeof digest;
+    if (cl_base64Encode(digest, Sha256DigestSize, reinterpret_cast<unsigned char*>(token), &capacity) != 0) {
+        LOG_DEBUG("[Handle_imei_hash]imei base64 encode error.\n");
+        return false;
+    }
+    LOG_DEBUG("[Handle_imei_hash]get out sucess.\n");
+    return true;
 }
 
 } // namespace
 
 void CommonUtils::Encrypt(const char* plain, const char* passPhrase, char*& result)
 {
-    transform(plain, passPhrase, result, encrypt, LOG_FUNCTION);
+    if (plain && passPhrase)
+        give(encrypt(plain, passPhrase), result);
 }
 
 void CommonUtils::Decrypt(const char* protectedText, const char* passPhrase, char*& result)
 {
-    transform(protectedText, passPhrase, result, decrypt, LOG_FUNCTION);
+    if (protectedText && passPhrase)
+        give(decrypt(protectedText, passPhrase), result);
 }
 
 void CommonUtils::CryptLocalFree(char* p)
@@ -139,25 +161,14 @@ bool CommonUtils::Handle_IMEI_Hash(const char* imei, char* token)
         LOG_DEBUG("[Handle_imei_hash]null para.\n");
         return false;
     }
-    char reversed[MostImeiCharacters + 1];
+    char reversed[ImeiBufferSize];
     unsigned char digest[256];
     clearBuffer(reversed, sizeof reversed, LOG_FILE, LOG_FUNCTION, __LINE__);
     clearBuffer(digest, sizeof digest, LOG_FILE, LOG_FUNCTION, __LINE__);
-    if (!reverseImei(imei, reversed)) {
-        LOG_DEBUG("[Handle_imei_hash]reverse imei failed.\n");
-        return false;
-    }
-    if (sha256(reinterpret_cast<const unsigned char*>(reversed), qstrlen(reversed), digest) != 0) {
-        LOG_DEBUG("[Handle_imei_hash]hash imei failed.\n");
-        return false;
-    }
-    unsigned capacity = sizeof digest;
-    if (cl_base64Encode(digest, Sha256DigestSize, reinterpret_cast<unsigned char*>(token), &capacity) != 0) {
-        LOG_DEBUG("[Handle_imei_hash]imei base64 encode error.\n");
-        return false;
-    }
-    LOG_DEBUG("[Handle_imei_hash]get out sucess.\n");
-    return true;
+    const bool isMade = makeToken(imei, reversed, digest, token);
+    Ciphers::wipe(reversed, sizeof reversed);
+    Ciphers::wipe(digest, sizeof digest);
+    return isMade;
 }
 
 QString CommonUtils::getIMSI()

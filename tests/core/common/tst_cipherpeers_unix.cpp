@@ -1,4 +1,4 @@
-// What OpenSSL makes of random data, and a random source that fails.
+// What OpenSSL makes of random data; a random source that fails, and memory that is short.
 #include "CoreTest.h"
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"
@@ -14,13 +14,34 @@
 #include <sys/random.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <random>
 
 namespace {
 
 constexpr int Unlimited = -1;
 int drawsLeft = Unlimited;
+
+constexpr std::size_t LargeSize = 100000;
+std::atomic<int> largeBlocksLeft{Unlimited};
+
+void* allocated(std::size_t size)
+{
+    if (size >= LargeSize && largeBlocksLeft != Unlimited && largeBlocksLeft-- == 0) {
+        largeBlocksLeft = 0;
+        return nullptr;
+    }
+    return std::malloc(size);
+}
+
+void* allocatedOrThrown(std::size_t size)
+{
+    void* const memory = allocated(size);
+    return memory ? memory : throw std::bad_alloc();
+}
 
 unsigned char* bytesOf(QByteArray& bytes)
 {
@@ -57,6 +78,40 @@ Q_DECL_EXPORT ssize_t getrandom(void* buffer, size_t size, unsigned)
     return ssize_t(size);
 }
 
+// These take the place of the standard library's, of every form that another one might pair with a form of ours.
+void* operator new(std::size_t size)
+{
+    return allocatedOrThrown(size);
+}
+void* operator new[](std::size_t size)
+{
+    return allocatedOrThrown(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocated(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return allocated(size);
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
 class TestCipherPeers : public CoreTest
 {
     Q_OBJECT
@@ -65,6 +120,23 @@ private slots:
     void likeOpenSsl_data();
     void likeOpenSsl();
     void failingRandomSource();
+    void shortMemory_data();
+    void shortMemory();
+    void shortMemoryForStrings();
+
+private:
+    /// How many large blocks a call takes: it is repeated with one more each time until it says that it succeeded.
+    template <typename Call>
+    static int blocksTaken(Call call)
+    {
+        for (int blocks = 0;; ++blocks) {
+            largeBlocksLeft = blocks;
+            const bool hasSucceeded = call();
+            largeBlocksLeft = Unlimited;
+            if (hasSucceeded || blocks == 20)
+                return blocks;
+        }
+    }
 };
 
 void TestCipherPeers::likeOpenSsl_data()
@@ -121,6 +193,50 @@ void TestCipherPeers::failingRandomSource()
     QCOMPARE(QByteArray(text), QByteArray("text"));
     CommonUtils::CryptLocalFree(digits);
     CommonUtils::CryptLocalFree(text);
+}
+
+void TestCipherPeers::shortMemory_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::newRow("encipher") << 1;
+    QTest::newRow("decipher") << 2;
+    QTest::newRow("fingerprint") << 3;
+}
+
+// Whichever large block cannot be had: the file that would be replaced, the only copy of its content, stays as it is.
+void TestCipherPeers::shortMemory()
+{
+    QFETCH(const int, operation);
+    const QByteArray text(3 * LargeSize, 'x'), name = QFile::encodeName(path("file"));
+    QFile file(path("file"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    file.close();
+    if (operation == 2)
+        CommonUtils::FileCrypt(1, name, name);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+
+    const int blocks = blocksTaken([&] {
+        CommonUtils::FileCrypt(operation, name, name);
+        return file.seek(0) && file.readAll() != before;
+    });
+    QVERIFY(blocks > 0 && blocks < 20);
+    QVERIFY(log().contains("{time}: {file}: FileCrypt: {n}: QRVL_memset fail "));
+    QCOMPARE(log().contains("{time}: {file}: {func}: {n}: strncpy  fail"), operation != 3);
+}
+
+void TestCipherPeers::shortMemoryForStrings()
+{
+    log().allow("{time}: {file}: {func}: memory is short");
+    const std::string text(3 * LargeSize, '0');
+    for (const auto call : {+[](const std::string& s) { return des3(s, "key", "iv", true); },
+                            +[](const std::string& s) { return StrToHex(s); },
+                            +[](const std::string& s) { return HexToStr(s); },
+                            +[](const std::string& s) {
+                                return TrimStr(s);
+                            }})
+        QCOMPARE(blocksTaken([&] { return !call(text).empty(); }), 1);
+    QVERIFY(log().contains("{time}: {file}: StrToHex: {n}: sprintf_s fail"));
 }
 
 QTEST_GUILESS_MAIN(TestCipherPeers)
