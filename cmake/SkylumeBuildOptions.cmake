@@ -43,7 +43,10 @@ if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
     add_compile_options(-msse2 -mfpmath=sse) # floating-point results are those of every other system
 endif()
 if(NOT WIN32)
-    add_link_options("LINKER:--no-undefined" "LINKER:--as-needed")
+    add_link_options("LINKER:--as-needed")
+    if(NOT SKYLUME_SANITIZE OR NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang") # Clang's sanitizers are in programs alone
+        add_link_options("LINKER:--no-undefined")
+    endif()
 endif()
 
 # skylume_library_code(<target>...): the stricter rules for what we ship. Texts are never converted from or
