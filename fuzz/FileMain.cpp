@@ -1,4 +1,5 @@
-// Takes the place of a fuzzer: hands the content of the files that are named, or lie in the folders, to the target.
+// Takes the place of a fuzzer: hands the content of the files that are named, or lie in the folders, to the
+// target.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
-// The decoders for Base64 and hexadecimal digits, and protected texts: every path gives what plain code does, stays within
-// its buffers (which the sanitizers watch) and can be undone.
+// The decoders for Base64 and hexadecimal digits, and protected texts: every path gives what plain code does,
+// stays within its buffers (which the sanitizers watch) and can be undone.
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"
 #include "common/ciphers/Base64.h"

@@ -1,4 +1,5 @@
-// Ciphers, hashes and encodings beside those of OpenSSL, libgcrypt, nettle and Qt. The argument is the size in bytes.
+// Ciphers, hashes and encodings beside those of OpenSSL, libgcrypt, nettle and Qt. The argument is the size
+// in bytes.
 #include "CipherPeers.h"
 
 #include "common/ByteStrings.h"

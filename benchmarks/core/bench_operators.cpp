@@ -1,5 +1,5 @@
-// Operator names by code and by IMSI against plain hashes, and reading a large operator list against a bare pass of
-// Qt's reader over the same file.
+// Operator names by code and by IMSI against plain hashes, and reading a large operator list against a bare
+// pass of Qt's reader over the same file.
 #include "Installation.h"
 
 #include "common/StatusBarOpListParse.h"

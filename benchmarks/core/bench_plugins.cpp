@@ -1,5 +1,6 @@
 // Loading and initialising trivial plugins through the container, against one folder listing plus bare
-// QPluginLoader in the same order: plugins use one another, so all are loaded before the first is initialised.
+// QPluginLoader in the same order: plugins use one another, so all are loaded before the first is
+// initialised.
 #include "Installation.h"
 
 #include "PluginContainer/PluginContainer.h"

@@ -1,5 +1,5 @@
-// Rich text with links against KDE's, and against Qt's escaping alone, which does less; speeds against Qt's number
-// formatting.
+// Rich text with links against KDE's, and against Qt's escaping alone, which does less; speeds against Qt's
+// number formatting.
 #include "Installation.h"
 
 #include "common/CommonUtils.h"

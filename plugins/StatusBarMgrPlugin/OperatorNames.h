@@ -4,8 +4,8 @@
 
 #include <QString>
 
-/// The names of mobile networks. Their lists are read in the background; the thread's finished() tells when names can be
-/// had.
+/// The names of mobile networks. Their lists are read in the background; the thread's finished() tells when
+/// names can be had.
 class OperatorNames : public BackgroundWork
 {
     Q_OBJECT

@@ -10,8 +10,8 @@ class OperatorNames;
 class QLabel;
 class SignalBars;
 
-/// What the first of the attached modems is doing: network, strength of the signal, speeds and the volume since it was
-/// attached.
+/// What the first of the attached modems is doing: network, strength of the signal, speeds and the volume
+/// since it was attached.
 class StatusBar : public QWidget
 {
     Q_OBJECT

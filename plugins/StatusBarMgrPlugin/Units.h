@@ -5,8 +5,8 @@
 #include <QString>
 #include <QVector>
 
-/// Speeds and volumes as people read them: "1.40 MB/s", in units of the current language. "Units.xml" beside the
-/// language files says whether a unit is 1024 or 1000 of the next smaller one, also for single operators.
+/// Speeds and volumes as people read them: "1.40 MB/s", in units of the current language. "Units.xml" beside
+/// the language files says whether a unit is 1024 or 1000 of the next smaller one, also for single operators.
 class Units
 {
 public:

@@ -10,9 +10,10 @@ class HeaderBar;
 class PluginsPage;
 class QMenu;
 
-/// The main window: a header with the menus, below it the area of the pages, and at the bottom the status bar.
-/// It can be made compact, which is the application's mini mode. In the section "mainwindow" of the settings it
-/// remembers that ("compact") and, for both forms, its size and place ("geometry", "compactgeometry").
+/// The main window: a header with the menus, below it the area of the pages, and at the bottom the status
+/// bar. It can be made compact, which is the application's mini mode. In the section "mainwindow" of the
+/// settings it remembers that ("compact") and, for both forms, its size and place ("geometry",
+/// "compactgeometry").
 class MainWindow : public QWidget
 {
     Q_OBJECT

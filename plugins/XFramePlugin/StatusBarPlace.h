@@ -13,7 +13,8 @@ public:
     /// Both arguments must outlive this object.
     StatusBarPlace(IPluginContainer& container, MainWindow& window);
 
-    /// Deletes the status bar if its plugin is no longer enabled; to be called while its library is still loaded.
+    /// Deletes the status bar if its plugin is no longer enabled; to be called while its library is still
+    /// loaded.
     void dropDisabled();
 
     /// Adds the status bar if it is missing.

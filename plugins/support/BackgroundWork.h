@@ -2,8 +2,8 @@
 
 #include <QThread>
 
-/// Work on a thread of its own that the closing application stops and waits for: it is counted among the workers, and
-/// the notification service can tell it to finish.
+/// Work on a thread of its own that the closing application stops and waits for: it is counted among the
+/// workers, and the notification service can tell it to finish.
 ///
 /// Derived classes call stop() in their destructors.
 class BackgroundWork : public QThread
@@ -14,8 +14,8 @@ public:
     /// @param name tells in the log what the work is
     explicit BackgroundWork(const char* name, QObject* parent = nullptr);
 
-    /// Does the work, once more when it is done already; QThread::finished() tells when. While the application
-    /// closes nothing begins any more. Not to be called while it is going on.
+    /// Does the work, once more when it is done already; QThread::finished() tells when. While the
+    /// application closes nothing begins any more. Not to be called while it is going on.
     void begin();
 
     /// Tells the work to finish and waits for that. Work that does not listen for 5 seconds is terminated.

@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A label that takes the width of its text if it gets that, and shortens the text otherwise; the full text is the tool
-/// tip then.
+/// A label that takes the width of its text if it gets that, and shortens the text otherwise; the full text
+/// is the tool tip then.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT

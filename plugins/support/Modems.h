@@ -21,6 +21,6 @@ bool operator==(const Modem& left, const Modem& right);
 /// The modems that are attached and accepted; none when the device service fails. Any thread.
 Modems attachedModems();
 
-/// What a modem reports under a key of QRVL_DevSrv_GetStatusValue(); null when it does not. Any thread; for the
-/// values of messages not the GUI thread, as reading them takes a while.
+/// What a modem reports under a key of QRVL_DevSrv_GetStatusValue(); null when it does not. Any thread; for
+/// the values of messages not the GUI thread, as reading them takes a while.
 QString modemValue(quint32 id, const QString& key);

@@ -5,8 +5,8 @@
 #include <future>
 #include <thread>
 
-/// A thread of the service that can be left behind: the end of a process must not wait for ever for a callback
-/// of somebody else.
+/// A thread of the service that can be left behind: the end of a process must not wait for ever for a
+/// callback of somebody else.
 class ServiceThread
 {
 public:

@@ -1,4 +1,5 @@
-// The whole application in this process, with its main window at hand: languages and skins, status bar and messages.
+// The whole application in this process, with its main window at hand: languages and skins, status bar and
+// messages.
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"

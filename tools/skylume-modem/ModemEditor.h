@@ -35,7 +35,8 @@ public:
     bool addMessage(const QString& text, const QMap<QString, QString>& values, QString& error);
 
 private:
-    /// The name of the one modem that the text fits or, without text, of the only attached one; null with an error.
+    /// The name of the one modem that the text fits or, without text, of the only attached one; null with an
+    /// error.
     QString theOne(const QString& text, QString& error) const;
     Modems withName(const QString& text) const;
     Modems matching(const QString& text) const;

@@ -58,8 +58,9 @@ public:
 protected:
     // ---- Splash screen
 
-    /// Whether plugins/XFramePlugin/Config.xml asks for one. The first "splash" in the first "function" is the
-    /// default, true when there is none; the operator's "customize" section overrides it. Only "true" says yes.
+    /// Whether plugins/XFramePlugin/Config.xml asks for one. The first "splash" in the first "function" is
+    /// the default, true when there is none; the operator's "customize" section overrides it. Only "true"
+    /// says yes.
     /// @return false without that file
     static bool haveSplashScreen();
 

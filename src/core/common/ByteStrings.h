@@ -4,10 +4,11 @@
 
 #include <string>
 
-/// Operations on byte strings: raw bytes, of which zero is one like any other. They may be called from any thread and do
-/// not throw: when memory is short the result is empty, which a log line tells.
+/// Operations on byte strings: raw bytes, of which zero is one like any other. They may be called from any
+/// thread and do not throw: when memory is short the result is empty, which a log line tells.
 
-/// Enciphers or deciphers with Triple DES in cipher-block-chaining mode. What it protects is said in docs/ciphers.md.
+/// Enciphers or deciphers with Triple DES in cipher-block-chaining mode. What it protects is said in
+/// docs/ciphers.md.
 /// @param data filled up with zero bytes to a multiple of eight; these are not taken off after deciphering
 /// @param key  cut or filled up with zero bytes to 24
 /// @param iv   the first chaining block; cut or filled up with zero bytes to 8
@@ -18,8 +19,8 @@ SKYLUME_EXPORT std::string des3(std::string const& data, std::string const& key,
 /// Two hexadecimal digits for each byte, in upper case.
 SKYLUME_EXPORT std::string StrToHex(std::string const& bytes);
 
-/// The bytes that hexadecimal digits of either case stand for, (length + 1) / 2 of them. A character that is no digit
-/// keeps its place and counts as 0, as does the one that an odd length lacks.
+/// The bytes that hexadecimal digits of either case stand for, (length + 1) / 2 of them. A character that is
+/// no digit keeps its place and counts as 0, as does the one that an odd length lacks.
 SKYLUME_EXPORT std::string HexToStr(std::string const& digits);
 
 /// Removes characters from both ends. Zero bytes at the end always go.

@@ -11,8 +11,8 @@ namespace ByteStrings {
 
 using Context = std::unique_ptr<CipherContext, decltype(&crypto_cipher_deinit)>;
 
-/// A Triple DES context for a key and a vector of any length, which are cut or filled up with zero bytes. Null when
-/// memory is short, which a log line tells.
+/// A Triple DES context for a key and a vector of any length, which are cut or filled up with zero bytes.
+/// Null when memory is short, which a log line tells.
 Context makeContext(std::string_view key, std::string_view iv);
 
 /// The length up to the end of the last block.

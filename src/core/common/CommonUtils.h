@@ -55,8 +55,8 @@ public:
 
     /// Places a call through the call plugin.
     /// @param number the number to call; an empty one is refused
-    /// @return what the call plugin answers; false without a call plugin. The plugin shows windows: use it on the GUI
-    ///         thread.
+    /// @return what the call plugin answers; false without a call plugin. The plugin shows windows: use it on
+    ///         the GUI thread.
     static bool MakeCall(QString number, _UI_EN_CALL_TYPE type);
 
     /// The clsids of plugins that the main frame may embed: all of type 0 other than those with a place of
@@ -97,25 +97,26 @@ public:
 
     /// Enciphers a text under a pass phrase into printable digits, each time differently.
     /// @param plain, passPhrase zero-terminated; 24 bytes of the pass phrase count
-    /// @param result receives a zero-terminated text that the caller releases with CryptLocalFree(); it stays as it is
-    ///               when a text is null or memory is short
-    /// Should the system have no random bytes to give, which a log line tells, zeros take their place: the text comes back
-    /// all the same, but two texts that begin alike then look alike.
+    /// @param result receives a zero-terminated text that the caller releases with CryptLocalFree(); it stays
+    ///               as it is when a text is null or memory is short
+    /// Should the system have no random bytes to give, which a log line tells, zeros take their place: the
+    /// text comes back all the same, but two texts that begin alike then look alike.
     static void Encrypt(const char* plain, const char* passPhrase, char*& result);
 
-    /// Brings back the text that Encrypt() was given. A wrong pass phrase is not noticed; the result is garbage then.
+    /// Brings back the text that Encrypt() was given. A wrong pass phrase is not noticed; the result is
+    /// garbage then.
     /// @param result as for Encrypt(); it also stays as it is when protectedText has less than 15 digits
     static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
 
     /// Releases a result of Encrypt() or Decrypt(); null is ignored.
     static void CryptLocalFree(char* p);
 
-    /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its fingerprint (3): the
-    /// SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its first zero byte; an empty text
-    /// has the fingerprint of 32 zero bytes.
-    /// @param inputPath, outputPath in the system's 8-bit encoding. The output is replaced, and stays as it is when there
-    ///        is nothing to write: the input cannot be read whole (on Windows not from 2 GiB on), memory is short, or a
-    ///        text to decipher has less than 15 digits. Both may be the same file.
+    /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its
+    /// fingerprint (3): the SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its
+    /// first zero byte; an empty text has the fingerprint of 32 zero bytes.
+    /// @param inputPath, outputPath in the system's 8-bit encoding. Both may be the same file. The
+    ///        output is replaced; a text to decipher of less than 15 digits leaves it empty. It stays as it
+    ///        is when memory is short or the input cannot be read whole, on Windows not from 2 GiB on.
     /// @return always 0; what went wrong is told by the log and standard error
     static int FileCrypt(int operation, const char* inputPath, const char* outputPath);
 
@@ -129,7 +130,8 @@ public:
 
     // ---- Threads
 
-    /// Announces that a worker thread begins. Every worker calls it once, and ThreadCountDec() once at its end.
+    /// Announces that a worker thread begins. Every worker calls it once, and ThreadCountDec() once at its
+    /// end.
     /// @param owner, name tell in the log who it is, for example a class and a thread name
     static void ThreadCountInc(QString owner, QString name);
 
@@ -138,8 +140,8 @@ public:
     static int ThreadCountDec(QString owner, QString name);
 
     /// Asks all workers to stop, through the notification service if there is one, and waits until they have.
-    /// All calls of a process together wait 20 times 500 ms at most; workers that are left then are abandoned.
-    /// Returns at once without a plugin host. For the thread that closes the application.
+    /// All calls of a process together wait 20 times 500 ms at most; workers that are left then are
+    /// abandoned. Returns at once without a plugin host. For the thread that closes the application.
     static void WaitThreadsStop();
 
     /// Stops a thread: asks its event loop to end, waits, and terminates it as a last resort.
@@ -189,17 +191,17 @@ public:
     /// @return empty when the quotes are not in pairs
     static QStringList GetParamList(QString line);
 
-    /// Fixes the direction of commas, quotes and brackets in a text for right-to-left languages: one that follows
-    /// a left-to-right character has all of its kind followed by U+202D, one that follows a Hebrew letter or the
-    /// like by U+202E. Every visit adds a mark, so repeated signs gather many. A text that would outgrow 128 Mi
-    /// characters stays as it is, with a warning.
+    /// Fixes the direction of commas, quotes and brackets in a text for right-to-left languages: one that
+    /// follows a left-to-right character has all of its kind followed by U+202D, one that follows a Hebrew
+    /// letter or the like by U+202E. Every visit adds a mark, so repeated signs gather many. A text that
+    /// would outgrow 128 Mi characters stays as it is, with a warning.
     static void ParanthesisCorrection(QString& text);
     static void ParanthesisCorrectionForHeAndAr(QString& text);
 
     // ---- Texts in widgets; GUI thread
 
-    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip. A text that fits
-    /// leaves no tool tip.
+    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip. A text
+    /// that fits leaves no tool tip.
     /// @param label null is logged and ignored
     static void ElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
     static void LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode);

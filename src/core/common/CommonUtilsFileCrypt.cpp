@@ -51,7 +51,8 @@ QByteArray pathLine(bool isCanonical, const char* path, const char* function, in
     char text[256];
     const char* const format = isCanonical ? "%d : %s : %s : %s : PathCanonicalizeA worked, path : %s"
                                            : "%d : %s : %s : %s : Path canonicalization failed";
-    std::snprintf(text, sizeof text, format, line, __TIME__, LOG_FILE, function, path);
+    if (std::snprintf(text, sizeof text, format, line, __TIME__, LOG_FILE, function, path) < 0)
+        text[0] = '\0';
     return QString::fromLocal8Bit(text).toUtf8();
 }
 
@@ -105,14 +106,16 @@ void writeFile(const char* path, const char* mode, const void* bytes, std::size_
         std::fwrite(bytes, 1, size, file.get());
 }
 
-/// Without a result the output file stays as it is: it may be the input file.
+/// A text that is too short to be deciphered leaves an empty file. When it is memory that is short, the
+/// output file stays as it is: it may be the input file.
 void writeTransformed(Transform transform, const char* text, const char* path)
 {
+    constexpr std::size_t LeastDigits = 15; // those of eight bytes, of which the last one may be half
     char* result = nullptr;
     transform(text, FileKey().text(), result);
-    if (!result)
+    if (!result && (transform != CommonUtils::Decrypt || std::strlen(text) >= LeastDigits))
         return;
-    const std::size_t length = std::strlen(result);
+    const std::size_t length = result ? std::strlen(result) : 0;
     writeFile(path, "wb", result, length);
     Ciphers::wipe(result, length);
     CommonUtils::CryptLocalFree(result);

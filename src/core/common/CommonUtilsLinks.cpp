@@ -15,8 +15,8 @@ bool beginsLikeHost(QStringView word)
     return word.size() >= 4 && std::equal(www.begin(), www.end(), word.utf16());
 }
 
-/// What the target of a word's link has in front of the word; nothing when the word, of Latin-1 characters, does
-/// not become a link. At the begin of a line only hosts do.
+/// What the target of a word's link has in front of the word; nothing when the word, of Latin-1 characters,
+/// does not become a link. At the begin of a line only hosts do.
 std::optional<QLatin1String> linkScheme(QStringView word, bool isAtLineBegin)
 {
     if (beginsLikeHost(word) && Addresses::isWeb(word))
@@ -30,8 +30,8 @@ std::optional<QLatin1String> linkScheme(QStringView word, bool isAtLineBegin)
     return std::nullopt;
 }
 
-/// The parts of a link around its target and its text. Targets are not quoted: those who read these texts so far
-/// expect them like this.
+/// The parts of a link around its target and its text. Targets are not quoted: those who read these texts so
+/// far expect them like this.
 constexpr QLatin1String linkBegin("<a href = ");
 constexpr QLatin1String linkMiddle(">");
 constexpr QLatin1String linkEnd("</a>");
@@ -61,8 +61,8 @@ unsigned traitsOf(QChar c)
     return traits[std::min<std::size_t>(c.unicode(), latin1Size)];
 }
 
-/// Turns plain text into rich text word by word. A word is written as it is, and gone over once more when it has
-/// a character that asks for that.
+/// Turns plain text into rich text word by word. A word is written as it is, and gone over once more when it
+/// has a character that asks for that.
 class RichTextWriter
 {
 public:

@@ -22,8 +22,8 @@ constexpr std::size_t ImeiBufferSize = 24;
 
 using Result = std::unique_ptr<char[]>;
 
-/// A zero-filled text of so many characters for the caller, or null when memory is short, which log lines tell. It is
-/// filled in place: of a whole file there should not be more copies than needed.
+/// A zero-filled text of so many characters for the caller, or null when memory is short, which log lines
+/// tell. It is filled in place: of a whole file there should not be more copies than needed.
 Result makeResult(std::size_t length, const char* function)
 {
     const std::size_t size = length + 1;

@@ -19,7 +19,8 @@
 
 namespace {
 
-/// The waiting of all calls together is limited: closing the application takes no longer for being asked twice.
+/// The waiting of all calls together is limited: closing the application takes no longer for being asked
+/// twice.
 constexpr int maxWaitRounds = 20;
 constexpr unsigned long roundMilliseconds = 500;
 

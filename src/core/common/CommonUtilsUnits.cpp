@@ -25,7 +25,8 @@ const TagUnits& chooseStep(const QVector<TagUnits>& units, quint64 value)
     return *chosen;
 }
 
-/// A number from 0 to below 2^64 in hundredths, rounded as "%.2f" does: by the exact binary value, ties to even.
+/// A number from 0 to below 2^64 in hundredths, rounded as "%.2f" does: by the exact binary value, ties to
+/// even.
 struct Hundredths
 {
     explicit Hundredths(double number)

@@ -8,8 +8,8 @@
 #include <functional>
 #include <utility>
 
-/// Texts by the beginning of another one. Only lengths that a listed prefix has are tried, so that a look-up costs
-/// no more for a long text.
+/// Texts by the beginning of another one. Only lengths that a listed prefix has are tried, so that a look-up
+/// costs no more for a long text.
 class PrefixTable
 {
 public:
@@ -22,7 +22,8 @@ public:
             m_lengths.insert(place, length);
     }
 
-    /// The value of the longest prefix of `text` that has `shortest` characters or more; null when there is none.
+    /// The value of the longest prefix of `text` that has `shortest` characters or more; null when there is
+    /// none.
     const QString* find(QStringView text, int shortest) const
     {
         for (const int length : m_lengths) {

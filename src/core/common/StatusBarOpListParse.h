@@ -13,8 +13,9 @@ class QXmlStreamReader;
 
 /// The names of mobile networks, read once from three lists of the status-bar plugin: "OperatorList.xml",
 /// "CPLMNOpList.xml" and "CMCCMNCOpList.xml". A list that is missing or broken leaves its names out; a name
-/// that is not found is empty. Of entries with the same key the later one counts. There is no lock: names are asked for on
-/// the GUI thread. Another may make the instance, which reads the lists, while the GUI thread leaves it alone.
+/// that is not found is empty. Of entries with the same key the later one counts. There is no lock: names are
+/// asked for on the GUI thread. Another may make the instance, which reads the lists, while the GUI thread
+/// leaves it alone.
 class SKYLUME_EXPORT StatusBarOpListParse
 {
 public:
@@ -26,8 +27,8 @@ public:
 
     /// The operator of a network.
     /// @param mcc, mnc mobile country code and mobile network code as texts of digits
-    /// @return the listed names; for an unknown network of a known country the country's short name with the MNC
-    ///         behind it; else empty. A translation of the name, if there is one, is the short name.
+    /// @return the listed names; for an unknown network of a known country the country's short name with the
+    ///         MNC behind it; else empty. A translation of the name, if there is one, is the short name.
     _ST_MCCMNC_ITEM GetOperatorData(QString mcc, QString mnc);
 
     /// The operator by the longest listed prefix of an IMSI that has 5 characters or more.

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// One step of a ladder of units, such as "KB" among B, KB and MB. A ladder begins with the base unit (divisor
-/// 1, threshold 0); thresholds are meant to rise.
+/// One step of a ladder of units, such as "KB" among B, KB and MB. A ladder begins with the base unit
+/// (divisor 1, threshold 0); thresholds are meant to rise.
 struct TagUnits
 {
     QString name;          ///< the unit's text when there is no translation key

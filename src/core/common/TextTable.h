@@ -6,8 +6,8 @@
 
 #include <utility>
 
-/// A key of a TextTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes have, are
-/// packed into a number, so that no text is made and compared for them.
+/// A key of a TextTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes
+/// have, are packed into a number, so that no text is made and compared for them.
 class TextKey
 {
 public:

@@ -51,6 +51,6 @@ private:
 /// The events that tell of a change, in order: QRVL_EVENT_DEV_DEVICE_INVALID when a modem has gone or became
 /// another, QRVL_EVENT_DEV_REJECT when one was refused (also when it was available before: then nothing else
 /// tells that it has gone), QRVL_EVENT_DEV_DETECTED when the available modems differ or `tellAnyway`, and
-/// QRVL_EVENT_DEV_STATUS and QRVL_EVENT_DEV_MESSAGES when modems that were available before have other values.
-/// Each comes once, however many modems it is about.
+/// QRVL_EVENT_DEV_STATUS and QRVL_EVENT_DEV_MESSAGES when modems that were available before have other
+/// values. Each comes once, however many modems it is about.
 QVector<int> eventsBetween(const Modems& before, const Modems& after, bool tellAnyway);

@@ -2,12 +2,12 @@
  * The device service: modems, SIM data and settings behind one C interface.
  *
  * Texts are UTF-16 with a terminating zero, except in fixed 8-bit buffers, whose encoding is named at each.
- * Every operation returns QRVL_OK (0) on success and another code of enum QRVL_Result otherwise. All operations may
- * be called from any thread. Text buffers that the service hands out were allocated with C++ `new char16_t[]`; the
- * caller owns them and releases them with `delete[]`.
+ * Every operation returns QRVL_OK (0) on success and another code of enum QRVL_Result otherwise. All
+ * operations may be called from any thread. Text buffers that the service hands out were allocated with C++
+ * `new char16_t[]`; the caller owns them and releases them with `delete[]`.
  *
- * The core library uses nothing but this header: another library with the same operations can take the place of
- * this one at link time.
+ * The core library uses nothing but this header: another library with the same operations can take the place
+ * of this one at link time.
  */
 #ifndef QRVL_H
 #define QRVL_H
@@ -46,11 +46,11 @@ enum QRVL_Result {
 
 /* ---- Settings ------------------------------------------------------------------------------------------------
  *
- * A value is addressed by a section and a key, compared with exact case; any UTF-16 text without a zero character
- * is a valid section, key or value and survives a round trip, unpaired surrogates and the empty text included.
- * There are three views: the installation's defaults (an INI file that the operator ships, never written), the
- * user's store (written), and the merged view (the user's value, else the default). A value that another process
- * wrote becomes visible within a second.
+ * A value is addressed by a section and a key, compared with exact case; any UTF-16 text without a zero
+ * character is a valid section, key or value and survives a round trip, unpaired surrogates and the empty
+ * text included. There are three views: the installation's defaults (an INI file that the operator ships,
+ * never written), the user's store (written), and the merged view (the user's value, else the default). A
+ * value that another process wrote becomes visible within a second.
  */
 
 /* Reads the merged view. *value receives a buffer of its own on success and null otherwise. */
@@ -63,8 +63,8 @@ QRVL_API long QRVL_GetUserSettings(const char16_t* section, const char16_t* key,
 QRVL_API long QRVL_GetIniSettings(const char16_t* section, const char16_t* key, char16_t** value);
 
 /* Writes to the user's store. The value is visible to this process at once and is on disk shortly afterwards;
- * writes that come in a row share one flush. A crash leaves the old or the new value, never a broken file, and two
- * processes do not lose each other's writes. */
+ * writes that come in a row share one flush. A crash leaves the old or the new value, never a broken file,
+ * and two processes do not lose each other's writes. */
 QRVL_API long QRVL_SetSettings(const char16_t* section, const char16_t* key, const char16_t* value);
 
 /* ---- Device events -------------------------------------------------------------------------------------------- */
@@ -78,10 +78,10 @@ enum QRVL_Event {
 };
 
 /* One change may cause several events, each at most once, in this order: QRVL_EVENT_DEV_DEVICE_INVALID when available
- * modems have gone, QRVL_EVENT_DEV_REJECT when modems were refused (also ones that were available: no other event says
- * that these have gone), then QRVL_EVENT_DEV_DETECTED when the available set differs, and the other two when modems that
- * were available before have new values. During all of them the list of available devices already holds the new set, and
- * the values are the new ones. */
+ * modems have gone, QRVL_EVENT_DEV_REJECT when modems were refused (also ones that were available: no other
+ * event says that these have gone), then QRVL_EVENT_DEV_DETECTED when the available set differs, and the
+ * other two when modems that were available before have new values. During all of them the list of available
+ * devices already holds the new set, and the values are the new ones. */
 
 /* Receives a device event on the service's own thread. `data` is reserved and null. The result is ignored; return
  * 1. A callback may call every operation of this interface. */
@@ -98,8 +98,8 @@ QRVL_API long QRVL_DevSrv_UnRegisterDevInitEventCallback(QRVL_DevCallback callba
 QRVL_API long QRVL_DevSrv_UnRegisterDevMgrCallback(QRVL_DevCallback callback);
 
 /* Asks the service to look for modems now. Returns at once; when it has looked, about 300 ms later, a
- * QRVL_EVENT_DEV_DETECTED tells the outcome, also when nothing has changed or no modem is there. Calls that come
- * while the service is about to look share one more look. */
+ * QRVL_EVENT_DEV_DETECTED tells the outcome, also when nothing has changed or no modem is there. Calls that
+ * come while the service is about to look share one more look. */
 QRVL_API long QRVL_DevSrv_StartDetect(void);
 
 /* ---- Devices -------------------------------------------------------------------------------------------------- */
@@ -159,9 +159,9 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  */
 
 /* Reads a value of the available modem whose QRVL_Device.id is given. *value receives a buffer of its own on success and
- * null otherwise: QRVL_ERROR_NO_DEVICE without such a modem, QRVL_ERROR_NOT_FOUND when it does not report the value, for
- * instance without a network, or when the message has gone meanwhile. Values of messages are read from the SIM, which
- * can take a second each: not on the thread of a user interface. */
+ * null otherwise: QRVL_ERROR_NO_DEVICE without such a modem, QRVL_ERROR_NOT_FOUND when it does not report the
+ * value, for instance without a network, or when the message has gone meanwhile. Values of messages are read
+ * from the SIM, which can take a second each: not on the thread of a user interface. */
 QRVL_API long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t** value);
 
 #ifdef __cplusplus

@@ -20,15 +20,17 @@ bool Platform::syncFolder(const QString&)
     return true; // a rename is in the file system's journal
 }
 
-// atexit() of a library runs what it was given when the library is detached. At the end of a process the system has
-// then ended all other threads by force, perhaps in the middle of a write. The C runtime's own list is run before.
+// atexit() of a library runs what it was given when the library is detached. At the end of a process the
+// system has then ended all other threads by force, perhaps in the middle of a write. The C runtime's own
+// list is run before.
 void Platform::atExit(void (*function)())
 {
     using Register = void* (*)(void (*)());
     const HMODULE runtime = GetModuleHandleW(L"msvcrt.dll");
     const auto address = reinterpret_cast<void*>(GetProcAddress(runtime, "_onexit"));
     const auto onExit = reinterpret_cast<Register>(address);
-    // A library that is being unloaded cannot wait for its threads, whose end needs the loader's lock as well.
+    // A library that is being unloaded cannot wait for its threads, whose end needs the loader's lock as
+    // well.
     HMODULE library = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
                        reinterpret_cast<const wchar_t*>(function), &library);

@@ -7,7 +7,8 @@
 
 class IniDocument;
 
-/// The simulator's file: one section "modem NAME" for each modem, and one section "message ID" for each text message.
+/// The simulator's file: one section "modem NAME" for each modem, and one section "message ID" for each text
+/// message.
 ///
 ///     [modem Lume S1]
 ///     model = Lume S1
@@ -30,9 +31,10 @@ class IniDocument;
 ///     time = 2024-02-29T17:05:00
 ///     text = Hello
 ///
-/// "model" and "state" (attached, detached or rejected) must be there, and identifiers of messages have no blank. Of the
-/// keys from "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent" are what is transferred
-/// before the simulation begins, "answer-time" is in milliseconds. Other sections and keys have no meaning.
+/// "model" and "state" (attached, detached or rejected) must be there, and identifiers of messages have no
+/// blank. Of the keys from "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent"
+/// are what is transferred before the simulation begins, "answer-time" is in milliseconds. Other sections and
+/// keys have no meaning.
 namespace SimulatorFile {
 
 /// The modems in the order of the file, with id 0, and what is wrong with the document in `errors`.

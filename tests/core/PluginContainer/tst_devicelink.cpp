@@ -30,8 +30,8 @@ private:
 
     std::unique_ptr<TestContainer> make();
 
-    /// Not the derived container: that is not complete yet, or no longer, when its configuration thread runs while
-    /// it is made and deleted at once.
+    /// Not the derived container: that is not complete yet, or no longer, when its configuration thread runs
+    /// while it is made and deleted at once.
     std::unique_ptr<PluginContainer> makePlain();
 };
 

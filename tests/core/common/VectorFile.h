@@ -5,7 +5,8 @@
 #include <QHash>
 #include <QVector>
 
-/// The cases of a file of published test vectors: lines "NAME = value" in paragraphs, under headings "[SECTION]".
+/// The cases of a file of published test vectors: lines "NAME = value" in paragraphs, under headings
+/// "[SECTION]".
 struct VectorFile
 {
     struct Case

@@ -78,7 +78,8 @@ Q_DECL_EXPORT ssize_t getrandom(void* buffer, size_t size, unsigned)
     return ssize_t(size);
 }
 
-// These take the place of the standard library's, of every form that another one might pair with a form of ours.
+// These take the place of the standard library's, of every form that another one might pair with a form of
+// ours.
 void* operator new(std::size_t size)
 {
     return allocatedOrThrown(size);
@@ -125,7 +126,8 @@ private slots:
     void shortMemoryForStrings();
 
 private:
-    /// How many large blocks a call takes: it is repeated with one more each time until it says that it succeeded.
+    /// How many large blocks a call takes: it is repeated with one more each time until it says that it
+    /// succeeded.
     template <typename Call>
     static int blocksTaken(Call call)
     {
@@ -203,7 +205,8 @@ void TestCipherPeers::shortMemory_data()
     QTest::newRow("fingerprint") << 3;
 }
 
-// Whichever large block cannot be had: the file that would be replaced, the only copy of its content, stays as it is.
+// Whichever large block cannot be had: the file that would be replaced, the only copy of its content, stays
+// as it is.
 void TestCipherPeers::shortMemory()
 {
     QFETCH(const int, operation);

@@ -1,4 +1,5 @@
-// Triple DES, SHA-256, Base64 and hexadecimal digits: published vectors, every path of the processor, bad arguments.
+// Triple DES, SHA-256, Base64 and hexadecimal digits: published vectors, every path of the processor, bad
+// arguments.
 #include "VectorFile.h"
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/CipherContext.h"

@@ -125,7 +125,8 @@ void TestProtectedData::des3Lengths()
     QVERIFY(des3(crypt, "key", "iv", false) == text + zeros);
 }
 
-// Keys and vectors are filled up with zeros or cut, nothing else; the result is that of an independent program.
+// Keys and vectors are filled up with zeros or cut, nothing else; the result is that of an independent
+// program.
 void TestProtectedData::des3Keys()
 {
     const std::string half("0123456789abcdef"), iv("vector"), zeros(8, '\0');
@@ -271,9 +272,9 @@ void TestProtectedData::files_data()
     QTest::newRow("fingerprint up to a zero") << 3 << QByteArray("abc\0def", 7) << ofAbc << QString();
     QTest::newRow("fingerprint of nothing") << 3 << QByteArray("\0abc", 4) << zeros << zeroDigest;
     QTest::newRow("fingerprint of an empty file") << 3 << QByteArray("") << zeros << empty;
-    QTest::newRow("nothing to decipher") << 2 << QByteArray("") << QByteArray() << empty;
+    QTest::newRow("nothing to decipher") << 2 << QByteArray("") << QByteArray("") << empty;
     QTest::newRow("too short to decipher")
-        << 2 << QByteArray("1234") << QByteArray() << "out of range exception";
+        << 2 << QByteArray("1234") << QByteArray("") << "out of range exception";
     for (const int operation : {0, 4, -1})
         QTest::addRow("operation %d", operation)
             << operation << QByteArray("abc") << QByteArray()

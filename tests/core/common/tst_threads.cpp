@@ -1,5 +1,5 @@
-// The bookkeeping of worker threads, and the bounded wait for them. The limit of the wait is one for the whole
-// process, hence a test program of its own and the order of the tests.
+// The bookkeeping of worker threads, and the bounded wait for them. The limit of the wait is one for the
+// whole process, hence a test program of its own and the order of the tests.
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"

@@ -78,7 +78,8 @@ public:
         return done;
     }
 
-    /// Foreign characters cost time for the rest of the text, but no more than that: there is nothing to guess wrongly.
+    /// Foreign characters cost time for the rest of the text, but no more than that: there is nothing to
+    /// guess wrongly.
     static std::size_t decode(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
     {
         std::size_t done = 0;
@@ -98,8 +99,8 @@ public:
         return done;
     }
 
-    /// Goes on for vectors of 16 bytes up to the last group, which may lack bytes. The last step does four groups like all
-    /// others, some of them once more. A text of less than a vector is left alone.
+    /// Goes on for vectors of 16 bytes up to the last group, which may lack bytes. The last step does four
+    /// groups like all others, some of them once more. A text of less than a vector is left alone.
     static std::size_t encodeRest(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text,
                                   std::size_t done)
     {
@@ -145,7 +146,8 @@ private:
         return Vectors::hasAny(foreign) ? joinedKnown(values & ~foreign, ~foreign) : joined(values);
     }
 
-    /// Each group of three bytes as four values of six bits, one in each byte. Multiplications are the shifts.
+    /// Each group of three bytes as four values of six bits, one in each byte. Multiplications are the
+    /// shifts.
     static Bytes sixBits(Bytes twelves)
     {
         constexpr std::uint8_t Spread[16] = {1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10};
@@ -185,7 +187,8 @@ private:
         return packed(Vectors::multipliedPairs(pairs, Words(DoubleWords{} + 0x00011000)));
     }
 
-    /// The same, but what comes before a foreign character is shifted once less: its factor is 1 instead of 64.
+    /// The same, but what comes before a foreign character is shifted once less: its factor is 1 instead of
+    /// 64.
     static Bytes joinedKnown(Bytes values, Bytes known)
     {
         const Words factors = ((Words(known) >> 8) & 0x3f) + 0x0101;

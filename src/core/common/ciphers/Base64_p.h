@@ -5,13 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Base64 in groups of three bytes and four characters. The last one may have fewer bytes; its text then ends with "=".
+/// Base64 in groups of three bytes and four characters. The last one may have fewer bytes; its text then ends
+/// with "=".
 namespace Base64Groups {
 
 constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// Encodes groups from the first on, as many as suit the instruction set; the others are left to the caller, as is the
-/// padding. Nothing is read or written outside the bytes and the groups.
+/// Encodes groups from the first on, as many as suit the instruction set; the others are left to the caller,
+/// as is the padding. Nothing is read or written outside the bytes and the groups.
 /// @return the number of groups that are done
 using Encode = std::size_t(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
 /// Decodes likewise. Every group has four characters; a "=" among them counts as 0.

@@ -8,9 +8,9 @@
 #include <cstring>
 #include <utility>
 
-/// Bit-sliced Triple DES: 64 vectors hold one bit of a block each, for as many blocks as a vector has bits. The logic is
-/// written once and compiled for each instruction set, in a file of its own, which says what a vector is and what gates
-/// there are:
+/// Bit-sliced Triple DES: 64 vectors hold one bit of a block each, for as many blocks as a vector has bits.
+/// The logic is written once and compiled for each instruction set, in a file of its own, which says what a
+/// vector is and what gates there are:
 ///
 ///     struct InstructionSet
 ///     {
@@ -21,8 +21,8 @@
 ///         template <unsigned Table> static Vector gate(Vector a, Vector b, Vector c);
 ///     };
 ///
-/// Whoever includes this file must keep such a type to itself (unnamed namespace), so that no function compiled for one
-/// processor is taken for another.
+/// Whoever includes this file must keep such a type to itself (unnamed namespace), so that no function
+/// compiled for one processor is taken for another.
 template <typename InstructionSet>
 class BitslicedDes
 {
@@ -80,8 +80,8 @@ private:
             batch.matrix[i] ^= batch.chained[i];
     }
 
-    /// Where a bit of a block, counted from 1 as the standard does, lies in a word that was loaded from memory: bytes
-    /// come from the lowest on, and in a byte the most significant bit is the first.
+    /// Where a bit of a block, counted from 1 as the standard does, lies in a word that was loaded from
+    /// memory: bytes come from the lowest on, and in a byte the most significant bit is the first.
     static constexpr int placeOfBit(int bit) { return (bit - 1) / 8 * 8 + 7 - (bit - 1) % 8; }
 
     static void split(Batch& batch)
@@ -121,8 +121,8 @@ private:
     template <std::size_t Box>
     static constexpr SboxCircuit::Circuit CircuitOf{Box, InstructionSet::Kind, InstructionSet::Recipes[Box]};
 
-    /// Exclusive-ors what one S-box gives to the bits that it changes. Every index is a constant, so that the signals
-    /// end up in registers.
+    /// Exclusive-ors what one S-box gives to the bits that it changes. Every index is a constant, so that the
+    /// signals end up in registers.
     template <std::size_t Box>
     static void addBox(Half& half, const Half& other, const std::uint32_t (&key)[48])
     {
@@ -175,8 +175,8 @@ private:
 
     // ---- Blocks in rows to bits in rows, and back
 
-    /// Transposes the 64 by 64 bits that each column of words makes up: blocks of bits are exchanged across the
-    /// diagonal, first 32 wide, then 16, and so on; three sizes at a time, which eight rows allow.
+    /// Transposes the 64 by 64 bits that each column of words makes up: blocks of bits are exchanged across
+    /// the diagonal, first 32 wide, then 16, and so on; three sizes at a time, which eight rows allow.
     static void transpose(Vector (&rows)[64])
     {
         for (std::size_t i = 0; i < 8; ++i)

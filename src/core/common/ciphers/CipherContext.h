@@ -2,8 +2,8 @@
 
 #include "skylume_export.h"
 
-/// Ciphers behind a context that carries the key and the chain from call to call. Contexts are independent of each
-/// other; one must not be used by two threads at a time, since every call moves its chain on.
+/// Ciphers behind a context that carries the key and the chain from call to call. Contexts are independent of
+/// each other; one must not be used by two threads at a time, since every call moves its chain on.
 struct CipherContext;
 
 /// The one algorithm there is: Triple DES with three keys in cipher-block-chaining mode.
@@ -22,8 +22,8 @@ SKYLUME_EXPORT CipherContext* crypto_cipher_init(int alg, const unsigned char* i
 
 /// Enciphers whole blocks, continuing the chain of the context. The buffers may overlap.
 /// @param len bytes, a multiple of 8; 0 and negative ones write nothing
-/// @return 0, or -1 when len is no multiple of 8, the context is null or of another algorithm, or a buffer is null while
-///         there is something to write
+/// @return 0, or -1 when len is no multiple of 8, the context is null or of another algorithm, or a buffer is
+///         null while there is something to write
 SKYLUME_EXPORT int crypto_cipher_encrypt(CipherContext* context, const unsigned char* plain,
                                          unsigned char* crypt, int len);
 

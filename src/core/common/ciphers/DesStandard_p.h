@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// The tables of the Data Encryption Standard as FIPS 46-3 prints them. Everything else that the cipher looks up is
-/// computed from these while compiling. Bits are counted from 1, the most significant one first.
+/// The tables of the Data Encryption Standard as FIPS 46-3 prints them. Everything else that the cipher looks
+/// up is computed from these while compiling. Bits are counted from 1, the most significant one first.
 namespace DesStandard {
 
 constexpr std::uint8_t InitialPermutation[64] = {

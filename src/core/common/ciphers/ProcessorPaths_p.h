@@ -5,8 +5,8 @@
 #include "common/ciphers/Sha256_p.h"
 #include "common/ciphers/TripleDesCbc_p.h"
 
-/// The faster ways that processors of the family we are built for may offer beside the portable code. There is one
-/// source file for each family, and one for those that have none.
+/// The faster ways that processors of the family we are built for may offer beside the portable code. There
+/// is one source file for each family, and one for those that have none.
 namespace ProcessorPaths {
 
 /// Lists of ways, each better than the one before it; one without a name ends the list.

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-/// The S-boxes as circuits of logic gates, built from their tables while compiling. A bit-sliced cipher needs them:
-/// there a word holds one bit of many blocks, and nothing can be looked up.
+/// The S-boxes as circuits of logic gates, built from their tables while compiling. A bit-sliced cipher needs
+/// them: there a word holds one bit of many blocks, and nothing can be looked up.
 namespace SboxCircuit {
 
 /// What gates an instruction set offers.
@@ -27,7 +27,8 @@ struct Gate
     std::uint8_t a, b, c; ///< signals: 0 to 5 are the inputs, the most significant first, 6 the first gate
 };
 
-/// How a circuit is built. Any recipe gives a correct circuit; these were found by random search and give small ones.
+/// How a circuit is built. Any recipe gives a correct circuit; these were found by random search and give
+/// small ones.
 struct Recipe
 {
     const char* outputs; ///< the order in which the outputs are made
@@ -47,8 +48,8 @@ constexpr Column columnOf(unsigned table, Column a, Column b, Column c)
     return column;
 }
 
-/// A circuit while it is built. A function is asked for where it matters only (the columns' bits in `where`); elsewhere
-/// it may be anything. So what is there already often serves.
+/// A circuit while it is built. A function is asked for where it matters only (the columns' bits in `where`);
+/// elsewhere it may be anything. So what is there already often serves.
 class Circuit
 {
 public:
@@ -134,7 +135,8 @@ private:
 
     constexpr int oneGateOfThree(Column wanted, Column where)
     {
-        // A gate knows eight cases. It cannot be expected to tell more than 16 inputs apart, so do not search.
+        // A gate knows eight cases. It cannot be expected to tell more than 16 inputs apart, so do not
+        // search.
         if (__builtin_popcountll(where) > 16)
             return -1;
         for (int a = 0; a < signals; ++a) {
@@ -164,8 +166,8 @@ private:
         return table;
     }
 
-    /// Divides by an input s. With three inputs: s ? high : low. With two: low ^ (s & rest), where low may be anything
-    /// while s is set, since rest makes up for it.
+    /// Divides by an input s. With three inputs: s ? high : low. With two: low ^ (s & rest), where low may be
+    /// anything while s is set, since rest makes up for it.
     constexpr int divided(Column wanted, Column where)
     {
         const int s = nextSplit(where);

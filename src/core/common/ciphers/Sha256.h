@@ -35,6 +35,7 @@ SKYLUME_EXPORT void Sha256_Final(Sha256Context* context, unsigned char* hashOut)
 
 /// Hashes a message in one go.
 /// @param hashOut receives the 32 bytes of the digest
-/// @return 0, or -1 when hashOut is null or the message is empty or null: there is no hash of an empty message
+/// @return 0, or -1 when hashOut is null or the message is empty or null: there is no hash of an empty
+///         message
 SKYLUME_EXPORT int sha256(const unsigned char* data, unsigned int len, unsigned char* hashOut);
 }

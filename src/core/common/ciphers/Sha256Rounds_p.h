@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-/// The arithmetic of SHA-256's rounds, for inclusion by files that are compiled for different processors: everything
-/// here is private to its file.
+/// The arithmetic of SHA-256's rounds, for inclusion by files that are compiled for different processors:
+/// everything here is private to its file.
 namespace {
 
 using Word = std::uint32_t;

@@ -8,8 +8,8 @@ using namespace TripleDesRounds;
 
 constexpr int KeyGroups = 8; ///< both a key and the two registers together are eight groups of seven bits
 
-/// One entry for each value of each group of seven bits. What a permutation makes of a word is the combination of
-/// what it makes of the groups.
+/// One entry for each value of each group of seven bits. What a permutation makes of a word is the
+/// combination of what it makes of the groups.
 struct GroupTables
 {
     std::uint64_t ofGroup[KeyGroups][128];
@@ -29,7 +29,8 @@ constexpr GroupTables registerTables()
     return tables;
 }
 
-/// PC-2: from a group of the registers, the uppermost first, to a round key in the layout of expanded half-blocks.
+/// PC-2: from a group of the registers, the uppermost first, to a round key in the layout of expanded
+/// half-blocks.
 constexpr GroupTables roundKeyTables()
 {
     GroupTables tables{};

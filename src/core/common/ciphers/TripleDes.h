@@ -5,11 +5,11 @@
 #include <cstdint>
 
 /// Triple DES (FIPS 46-3) in the form encipher-decipher-encipher with three independent keys, block by block.
-/// The functions may be called from any thread; they keep no state but what the caller owns. Given a null pointer, they
-/// do nothing.
+/// The functions may be called from any thread; they keep no state but what the caller owns. Given a null
+/// pointer, they do nothing.
 
-/// The keys of all rounds, expanded from a key of 24 bytes; treat it as a secret. How the words are laid out is not
-/// part of the interface.
+/// The keys of all rounds, expanded from a key of 24 bytes; treat it as a secret. How the words are laid out
+/// is not part of the interface.
 struct alignas(8) Des3Schedule
 {
     std::uint32_t encrypt[3][32]; ///< in the order of use

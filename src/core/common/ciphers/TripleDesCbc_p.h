@@ -5,8 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Triple DES in cipher-block-chaining mode over whole blocks of eight bytes. Input and output may be the same buffer
-/// but must not overlap otherwise. The chaining block goes in and comes out, so that calls continue one chain.
+/// Triple DES in cipher-block-chaining mode over whole blocks of eight bytes. Input and output may be the
+/// same buffer but must not overlap otherwise. The chaining block goes in and comes out, so that calls
+/// continue one chain.
 namespace TripleDesCbc {
 
 /// One block after the other: each depends on the one before it.
@@ -21,8 +22,8 @@ void decrypt(const Des3Schedule& schedule, unsigned char* chain, const unsigned 
 SKYLUME_EXPORT void decryptByTables(const Des3Schedule& schedule, unsigned char* chain,
                                     const unsigned char* crypt, unsigned char* plain, std::size_t blocks);
 
-/// The round keys bit by bit: all ones or all zeros for each of the 48 bits that enter the S-boxes in each of the 48
-/// rounds, in the standard's order.
+/// The round keys bit by bit: all ones or all zeros for each of the 48 bits that enter the S-boxes in each of
+/// the 48 rounds, in the standard's order.
 struct KeyBits
 {
     std::uint32_t masks[48][48];

@@ -9,12 +9,14 @@
 
 /// The rounds of DES on half-blocks that stay expanded.
 ///
-/// A half-block lies in a word of 64 bits as the eight groups of six bits that E makes of it, one in each byte: what
-/// enters the S-boxes is the word, exclusive-or'ed with the round key. The tables give what leaves an S-box as it
-/// looks after P and E of the next round, so nothing is permuted between the first round and the last.
+/// A half-block lies in a word of 64 bits as the eight groups of six bits that E makes of it, one in each
+/// byte: what enters the S-boxes is the word, exclusive-or'ed with the round key. The tables give what leaves
+/// an S-box as it looks after P and E of the next round, so nothing is permuted between the first round and
+/// the last.
 namespace TripleDesRounds {
 
-/// Which S-box the group of a byte belongs to, bytes counted from the lowest. The order makes expanding cheap.
+/// Which S-box the group of a byte belongs to, bytes counted from the lowest. The order makes expanding
+/// cheap.
 constexpr int BoxOfByte[8] = {7, 5, 3, 1, 0, 6, 4, 2};
 
 constexpr std::uint32_t rotatedLeft(std::uint32_t word, unsigned count)
@@ -132,15 +134,15 @@ inline std::uint64_t roundKey(const std::uint32_t* words, std::size_t round)
     return key;
 }
 
-/// Keeps the compiler from regrouping the exclusive-ors before and after: it does not know which of them can be had
-/// early.
+/// Keeps the compiler from regrouping the exclusive-ors before and after: it does not know which of them can
+/// be had early.
 inline void settle(std::uint64_t& word)
 {
     __asm__("" : "+r"(word));
 }
 
-/// A half-block, exclusive-or'ed with what the S-boxes make of the other one. Each round waits for the one before it, so
-/// this is about latency: two short chains, each beginning with what is ready first.
+/// A half-block, exclusive-or'ed with what the S-boxes make of the other one. Each round waits for the one
+/// before it, so this is about latency: two short chains, each beginning with what is ready first.
 inline std::uint64_t substituted(std::uint64_t half, std::uint64_t groups)
 {
     const auto& of = Tables.ofByte;
@@ -161,8 +163,8 @@ inline std::uint64_t substituted(std::uint64_t half, std::uint64_t groups)
     return first ^ second;
 }
 
-/// The rounds of one DES on several blocks at once: while one waits for a table, the others go on. The exchange of the
-/// halves after the last round is left to the caller.
+/// The rounds of one DES on several blocks at once: while one waits for a table, the others go on. The
+/// exchange of the halves after the last round is left to the caller.
 template <int Count>
 inline void oneDes(std::uint64_t (&left)[Count], std::uint64_t (&right)[Count], const std::uint32_t* words)
 {

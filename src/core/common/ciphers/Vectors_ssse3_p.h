@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Vectors of 16 bytes for code that is written once for several widths. Private to the files that include it. The
-/// types have the usual operators for each element; a comparison gives all ones or all zeros.
+/// Vectors of 16 bytes for code that is written once for several widths. Private to the files that include
+/// it. The types have the usual operators for each element; a comparison gives all ones or all zeros.
 struct Vectors128
 {
     static constexpr std::size_t Lanes =

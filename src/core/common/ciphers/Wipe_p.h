@@ -5,8 +5,9 @@
 
 namespace Ciphers {
 
-/// Clears memory that held a key or a plain text. The compiler may not leave it out, although nobody reads the
-/// memory any more. Always inlined, since files for certain processors must not share functions with others.
+/// Clears memory that held a key or a plain text. The compiler may not leave it out, although nobody reads
+/// the memory any more. Always inlined, since files for certain processors must not share functions with
+/// others.
 [[gnu::always_inline]] inline void wipe(void* bytes, std::size_t count)
 {
     if (count == 0)
