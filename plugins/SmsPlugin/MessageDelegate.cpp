@@ -22,9 +22,9 @@ void drawLine(QPainter* painter, const QStyleOptionViewItem& option, const QRect
 {
     const QString shown = painter->fontMetrics().elidedText(text, Qt::ElideRight, place.width());
     const bool isMirrored = option.direction == Qt::RightToLeft;
+    const Qt::Alignment side = isMirrored ? Qt::AlignRight : Qt::AlignLeft;
     painter->drawText(QStyle::visualRect(option.direction, option.rect, place),
-                      Qt::AlignVCenter | Qt::AlignAbsolute | (isMirrored ? Qt::AlignRight : Qt::AlignLeft),
-                      shown);
+                      int(Qt::AlignVCenter | Qt::AlignAbsolute | side), shown);
 }
 
 } // namespace

@@ -186,7 +186,7 @@ bool run(const Request& request, const QStringList& files, QString& error)
     if (!carryOut(request, editor, error))
         return false;
     const QByteArray changed = editor.toBytes();
-    ModemEditor(changed, error); // finds values that cannot be
+    const ModemEditor check(changed, error); // finds values that cannot be
     return error.isEmpty() && FileAccess::replace(files.first(), changed, error);
 }
 
