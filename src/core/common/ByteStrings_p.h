@@ -21,6 +21,12 @@ constexpr std::size_t wholeBlocks(std::size_t length)
     return (length + 7) / 8 * 8;
 }
 
+/// Whether hexadecimal digits hold the eight bytes that every protected text begins with.
+constexpr bool isProtectedText(std::size_t digits)
+{
+    return (digits + 1) / 2 >= 8;
+}
+
 /// Enciphers or deciphers whole blocks in place.
 void process(const Context& context, char* bytes, std::size_t length, bool encrypt);
 

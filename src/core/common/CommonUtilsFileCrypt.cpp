@@ -1,5 +1,6 @@
 #include "common/CommonUtils.h"
 
+#include "common/ByteStrings_p.h"
 #include "common/ClearBuffer.h"
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/Sha256.h"
@@ -17,9 +18,13 @@ namespace {
 using Transform = void (*)(const char* text, const char* passPhrase, char*& result);
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
+/// Unbuffered: a file is read and written in one go, and no plain text is to stay behind in a buffer.
 File openFile(const char* path, const char* mode)
 {
-    return {path ? std::fopen(path, mode) : nullptr, &std::fclose};
+    File file(path ? std::fopen(path, mode) : nullptr, &std::fclose);
+    if (file)
+        std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    return file;
 }
 
 void writeError(const char* words)
@@ -110,10 +115,9 @@ void writeFile(const char* path, const char* mode, const void* bytes, std::size_
 /// output file stays as it is: it may be the input file.
 void writeTransformed(Transform transform, const char* text, const char* path)
 {
-    constexpr std::size_t LeastDigits = 15; // those of eight bytes, of which the last one may be half
     char* result = nullptr;
     transform(text, FileKey().text(), result);
-    if (!result && (transform != CommonUtils::Decrypt || std::strlen(text) >= LeastDigits))
+    if (!result && (transform != CommonUtils::Decrypt || ByteStrings::isProtectedText(std::strlen(text))))
         return;
     const std::size_t length = result ? std::strlen(result) : 0;
     writeFile(path, "wb", result, length);

@@ -11,6 +11,7 @@
 #include <qrvl.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -48,6 +49,8 @@ Result encrypt(const char* plain, const char* passPhrase)
     vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
     const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
     const std::size_t size = VectorSize + filled;
+    if (size > PTRDIFF_MAX / 2)
+        return {}; // a text of which there cannot be twice as much
     const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
     Result result = makeResult(2 * size, "Encrypt");
     if (!context || !result)
@@ -64,7 +67,7 @@ Result encrypt(const char* plain, const char* passPhrase)
 Result decrypt(const char* protectedText, const char* passPhrase)
 {
     const std::size_t digits = std::strlen(protectedText), size = (digits + 1) / 2;
-    if (size < VectorSize) {
+    if (!ByteStrings::isProtectedText(digits)) {
         LOG_DEBUG("out of range exception");
         return {};
     }
@@ -79,6 +82,8 @@ Result decrypt(const char* protectedText, const char* passPhrase)
     Hex::decode(Hex::bestPath(), protectedText + (digits - textDigits), textDigits, bytesOf(result.get()));
     std::memset(result.get() + (size - VectorSize), 0, filled - (size - VectorSize));
     ByteStrings::process(context, result.get(), filled, false);
+    const std::size_t length = std::strlen(result.get());
+    Ciphers::wipe(result.get() + length, filled - length); // what no caller can see, and so not wipe either
     return result;
 }
 

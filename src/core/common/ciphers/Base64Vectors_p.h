@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ciphers/Base64_p.h"
+#include "common/ciphers/Wipe_p.h"
 
 #include <cstring>
 
@@ -125,17 +126,18 @@ public:
         const std::size_t groups = (size + 2) / 3;
         if (groups < Groups)
             return done;
+        std::uint8_t decoded[sizeof(Bytes)];
         while (done < groups) {
             const std::size_t first = done + Groups < groups ? done : groups - Groups;
             Bytes code = Vectors::load(text + 4 * first);
             code += Bytes(code == '=') & ('A' - '=');
-            std::uint8_t decoded[sizeof(Bytes)];
             Vectors::store(decoded, decodedAny(code));
             const std::size_t count = size - 3 * first < 12 ? size - 3 * first : 12;
             std::memcpy(bytes + 3 * first, decoded, 8); // there are 10 to 12
             std::memcpy(bytes + 3 * first + count - 4, decoded + count - 4, 4);
             done = first + Groups;
         }
+        Ciphers::wipe(decoded, sizeof decoded);
         return done;
     }
 

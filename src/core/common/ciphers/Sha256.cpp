@@ -70,9 +70,9 @@ void sixteenRounds(Sha256Variables& variables, Word (&words)[16], const Word* co
 
 void Sha256Blocks::compressPortable(std::uint32_t* state, const unsigned char* blocks, std::size_t count)
 {
+    Word words[16];
     for (; count > 0; --count, blocks += BlockSize) {
         Sha256Variables variables(state);
-        Word words[16];
         for (std::size_t i = 0; i < 16; ++i)
             words[i] = loadBigEndian(blocks + 4 * i);
         sixteenRounds<false>(variables, words, K);
@@ -80,6 +80,7 @@ void Sha256Blocks::compressPortable(std::uint32_t* state, const unsigned char* b
             sixteenRounds<true>(variables, words, K + round);
         variables.addTo(state);
     }
+    Ciphers::wipe(words, sizeof words);
 }
 
 void Sha256_Init(Sha256Context* context)

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the ciphers exchange the bytes of every word");
+
 namespace Ciphers {
 
 /// Clears memory that held a key or a plain text. The compiler may not leave it out, although nobody reads
