@@ -1,6 +1,7 @@
 #include "NotifyServicePlugin.h"
 
 #include "PluginContainer/PluginIds.h"
+#include "common/CommonUtils.h"
 
 void StopNotifier::requestStop()
 {
@@ -21,5 +22,6 @@ void NotifyServicePlugin::StopThreads()
 
 void NotifyServicePlugin::Destroy()
 {
-    StopThreads();
+    if (CommonUtils::IsShuttingDown())
+        StopThreads();
 }

@@ -45,7 +45,7 @@ public:
 
     void StopThreads() override;
 
-    /// Also tells the workers: after this nobody will.
+    /// While the application closes, also tells the workers: after this nobody will.
     void Destroy() override;
 
 private:

@@ -30,14 +30,13 @@ void MessageReader::readFrom(quint32 modem)
     const QStringList identifiers =
         modemValue(modem, QStringLiteral("messages")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& identifier : identifiers) {
-        const auto value = [&](const char* field) {
-            return modemValue(modem, QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(field)));
+        const auto value = [&](const char* field) { // null also when the message has gone meanwhile
+            const QString key = QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(field));
+            return isInterruptionRequested() ? QString() : modemValue(modem, key);
         };
-        if (isInterruptionRequested())
-            return;
-        const QString text = value("text");
-        if (!text.isNull()) // else it has gone meanwhile
-            m_messages.append(
-                {QStringLiteral("%1 %2").arg(modem).arg(identifier), value("sender"), value("time"), text});
+        const Message message{QStringLiteral("%1 %2").arg(modem).arg(identifier), value("sender"),
+                              value("time"), value("text")};
+        if (!message.text.isNull())
+            m_messages.append(message);
     }
 }

@@ -8,7 +8,8 @@ QString richMessage(const QString& plain)
 {
     // The library leaves these two as they are; in rich text they would mean something.
     QString escaped = plain;
-    escaped.replace(QLatin1Char('&'), QLatin1String("&amp;"))
+    escaped.replace(QLatin1String("\r\n"), QLatin1String("\n"))
+        .replace(QLatin1Char('&'), QLatin1String("&amp;"))
         .replace(QLatin1Char('"'), QLatin1String("&quot;"));
     QString rich = CommonUtils::ParseAndCreateHyperLinks(escaped);
     // Unquoted targets end at a "=" for Qt. Blanks that do not break would put the message into one line.
@@ -20,10 +21,10 @@ QString richMessage(const QString& plain)
 
 QString urlToOpen(const QString& target)
 {
-    // OpenUrl() would take these for local files; an empty fragment changes nothing for the web.
+    // OpenUrl() would take these for local files. A letter that is escaped leaves the address what it is.
     for (const char* ending : {"pdf", "html", "htm"}) {
         if (target.endsWith(QLatin1String(ending)))
-            return target + QLatin1Char('#');
+            return target.chopped(1) + QLatin1Char('%') + QString::number(target.back().unicode(), 16);
     }
     return target;
 }

@@ -83,7 +83,7 @@ MessagesPage::MessagesPage(QWidget* parent)
     readMessages();
 }
 
-void MessagesPage::followDevices()
+void MessagesPage::devicesChanged()
 {
     // Events also tell of detections that found nothing new.
     if (!(attachedModems() == m_modems))

@@ -22,7 +22,7 @@ public:
     void readMessages();
 
     /// The same if other modems are attached.
-    void followDevices();
+    void devicesChanged();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -18,7 +18,7 @@ OperatorNames::~OperatorNames()
 
 void OperatorNames::work()
 {
-    StatusBarOpListParse::GetInstance(); // reads them; nobody else uses it until this has finished
+    StatusBarOpListParse::GetInstance(); // reads them
 }
 
 QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
@@ -28,7 +28,9 @@ QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
     StatusBarOpListParse* const lists = StatusBarOpListParse::GetInstance();
     const _ST_MCCMNC_ITEM item =
         lists->GetOperatorData(network.left(CountryDigits), network.mid(CountryDigits));
-    const bool isListed = !item.descr.isEmpty(); // else it is the country's
+    // Of a network that is not listed the full name is the country's; listed ones give their own.
+    const bool isListed =
+        !item.descr.isEmpty() || item.shortdescr != item.fulldescr + network.mid(CountryDigits);
     const bool isHome = imsi.startsWith(network);
     for (const QString& name :
          {isListed ? item.shortdescr : QString(), lists->GetCMCCMNCOperatorData(network),

@@ -2,6 +2,7 @@
 
 #include "common/CommonUtils.h"
 #include "common/StandardConfigParse.h"
+#include "support/Text.h"
 
 namespace {
 
@@ -19,12 +20,6 @@ constexpr Step steps[] = {
     {"IDS_UNIT_MB_S", "IDS_UNIT_MB"},
     {"IDS_UNIT_GB_S", "IDS_UNIT_GB"},
 };
-
-// The library keeps the texts that it is asked for, beyond the life of this one: no literals.
-QString thisPlugin()
-{
-    return QString::fromLatin1(SKYLUME_PLUGIN_NAME);
-}
 
 QVector<TagUnits> ladder(const char* Step::*unit, int base)
 {

@@ -26,5 +26,6 @@ void StatusBarPlace::fill()
     if (!plugin)
         return;
     m_statusBar = plugin->BuildFrame(&m_window, QRect());
-    m_window.setStatusBar(m_statusBar);
+    if (m_statusBar)
+        m_window.setStatusBar(m_statusBar);
 }

@@ -30,13 +30,21 @@ void BackgroundWork::stop()
 {
     finish();
     CommonUtils::WaitForThreadToStop(this, Patience);
-    wait();
+    wait(); // also for the end of a terminated thread: its code is about to be unloaded
+    countDown();
 }
 
 void BackgroundWork::run()
 {
-    const QString owner = QString::fromLatin1(metaObject()->className());
-    CommonUtils::ThreadCountInc(owner, m_name);
+    m_owner = QString::fromLatin1(metaObject()->className());
+    CommonUtils::ThreadCountInc(m_owner, m_name);
+    m_isCounted = true;
     work();
-    CommonUtils::ThreadCountDec(owner, m_name);
+    countDown();
+}
+
+void BackgroundWork::countDown()
+{
+    if (m_isCounted.exchange(false))
+        CommonUtils::ThreadCountDec(m_owner, m_name);
 }

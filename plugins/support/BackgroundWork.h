@@ -2,10 +2,12 @@
 
 #include <QThread>
 
+#include <atomic>
+
 /// Work on a thread of its own that the closing application stops and waits for: it is counted among the
 /// workers, and the notification service can tell it to finish.
 ///
-/// Derived classes call stop() in their destructors.
+/// Derived classes call stop() in their destructors. begin() and stop() are for the GUI thread.
 class BackgroundWork : public QThread
 {
     Q_OBJECT
@@ -18,7 +20,8 @@ public:
     /// application closes nothing begins any more. Not to be called while it is going on.
     void begin();
 
-    /// Tells the work to finish and waits for that. Work that does not listen for 5 seconds is terminated.
+    /// Tells the work to finish and waits for that. Work that does not listen for 5 seconds is terminated,
+    /// which on Unix takes effect with its next system call.
     void stop();
 
 public Q_SLOTS:
@@ -26,11 +29,17 @@ public Q_SLOTS:
     void finish() { requestInterruption(); }
 
 protected:
-    /// The work. It ends soon once isInterruptionRequested().
+    /// The work. It ends soon once isInterruptionRequested(), throws nothing, and does not ask the plugin
+    /// container, whose lock is held while plugins are unloaded.
     virtual void work() = 0;
 
 private:
     void run() final;
 
+    /// Once for each start, however the work ended: a worker that stays counted delays every later shut-down.
+    void countDown();
+
     const QString m_name;
+    QString m_owner; ///< the derived class; its destructor runs when stop() can no longer ask for it
+    std::atomic<bool> m_isCounted{false};
 };

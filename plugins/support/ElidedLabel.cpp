@@ -3,6 +3,7 @@
 #include "common/CommonUtils.h"
 
 #include <QEvent>
+#include <QTextDocument>
 
 static constexpr int LeastCharacters = 4;
 static constexpr int MarginAtText = 2; // what ElidedText() wants beside the text
@@ -51,4 +52,6 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
 void ElidedLabel::elide()
 {
     CommonUtils::ElidedText(this, m_fullText, Qt::ElideRight);
+    if (Qt::mightBeRichText(toolTip()))
+        setToolTip(m_fullText.toHtmlEscaped());
 }

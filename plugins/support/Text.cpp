@@ -29,13 +29,12 @@ private:
     std::function<void()> m_setTexts;
 };
 
-// The table of texts keeps the keys that it is asked for, beyond the life of this library: no literals.
+} // namespace
+
 QString thisPlugin()
 {
     return QString::fromLatin1(SKYLUME_PLUGIN_NAME);
 }
-
-} // namespace
 
 QString text(const char* id)
 {

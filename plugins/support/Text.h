@@ -15,6 +15,10 @@ class QWidget;
 /// @return empty when the plugin has no such text; skylume-lang finds those
 QString text(const char* id);
 
+/// The name of this plugin. The library keeps the names that it is asked for, beyond the life of this one: do
+/// not ask it with literals.
+QString thisPlugin();
+
 /// What stands on a menu entry or button, and the shortcut that triggers it.
 struct Caption
 {

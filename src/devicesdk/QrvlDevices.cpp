@@ -107,5 +107,5 @@ long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t**
                                     [device](const Modem& candidate) { return candidate.id == device; });
     if (modem == modems.end())
         return QRVL_ERROR_NO_DEVICE;
-    return readValue(*modem, QStringView(key).toString(), value);
+    return readValue(*modem, textOf(key), value);
 }

@@ -18,12 +18,6 @@ static long get(Settings::View view, const char16_t* section, const char16_t* ke
     return isFound ? QRVL_OK : QRVL_ERROR_NOT_FOUND;
 }
 
-// QString::fromUtf16() would drop a byte order mark.
-static QString textOf(const char16_t* text)
-{
-    return QStringView(text).toString();
-}
-
 long QRVL_GetSettings(const char16_t* section, const char16_t* key, char16_t** value)
 {
     return get(Settings::View::Merged, section, key, value);

@@ -98,6 +98,7 @@ void tst_ModemTool::refuses_data()
     row("too many arguments", {"detach", "A", "B"}, two, 2, "too many");
     row("attach what", {"attach"}, two, 2, "needs a modem");
     row("values without attach", {"detach", "A", "--imsi", "1"}, two, 2, "values");
+    row("no values", {"set", "A"}, two, 2, "needs values");
     row("message in wrong place", {"attach", "A", "--text", "x"}, two, 2, "no message");
     row("wrong signal", {"set", "A", "--signal", "101"}, two, 1, "the signal \"101\"");
     row("none attached", {"detach"}, none, 1, "attached are: none");

@@ -54,21 +54,75 @@ struct Request
     QMap<QString, QString> message; ///< values of a message
 };
 
+/// What a request may consist of, as bits.
+enum Part : unsigned { ModemPart = 1, NamePart = 2, ValuesPart = 4, MessagePart = 8 };
+
+struct PartWords
+{
+    Part part;
+    const char* missing;
+    const char* surplus;
+};
+
+constexpr PartWords kPartWords[] = {
+    {ModemPart, "a modem", "modem"},
+    {NamePart, "a name", "name"},
+    {ValuesPart, "values", "values"},
+    {MessagePart, "a message", "message"},
+};
+
+unsigned partsOf(const Request& request)
+{
+    return (request.modem.isEmpty() ? 0U : ModemPart) | (request.newName.isEmpty() ? 0U : NamePart) |
+           (request.values.isEmpty() ? 0U : ValuesPart) | (request.message.isEmpty() ? 0U : MessagePart);
+}
+
+bool attach(const Request& request, ModemEditor& editor, QString& error)
+{
+    return editor.attach(request.modem, request.newName, request.values, error);
+}
+
+template <Modem::State state>
+bool setState(const Request& request, ModemEditor& editor, QString& error)
+{
+    return editor.setState(request.modem, state, error);
+}
+
+bool setValues(const Request& request, ModemEditor& editor, QString& error)
+{
+    return editor.setValues(request.modem, request.values, error);
+}
+
+bool addMessage(const Request& request, ModemEditor& editor, QString& error)
+{
+    return editor.addMessage(request.modem, request.message, error);
+}
+
 struct Command
 {
     const char* name;
-    bool needsModem;
-    bool takesModem;
-    bool takesName;
-    bool takesValues;
-    bool takesMessage;
+    unsigned takes;
+    unsigned needs;
+    bool (*edit)(const Request& request, ModemEditor& editor,
+                 QString& error); ///< null: the file is only read
 };
 
 constexpr Command kCommands[] = {
-    {"attach", true, true, true, true, false},    {"detach", false, true, false, false, false},
-    {"reject", false, true, false, false, false}, {"set", false, true, false, true, false},
-    {"message", false, true, false, false, true}, {"list", false, false, false, false, false},
+    {"attach", ModemPart | NamePart | ValuesPart, ModemPart, attach},
+    {"detach", ModemPart, 0, setState<Modem::Detached>},
+    {"reject", ModemPart, 0, setState<Modem::Rejected>},
+    {"set", ModemPart | ValuesPart, ValuesPart, setValues},
+    {"message", ModemPart | MessagePart, MessagePart, addMessage},
+    {"list", 0, 0, nullptr},
 };
+
+const Command* commandOf(const Request& request)
+{
+    const auto* const found =
+        std::find_if(std::begin(kCommands), std::end(kCommands),
+                     [&](const Command& command) { return request.command == QLatin1String(command.name); });
+    return found == std::end(kCommands) ? nullptr : found;
+}
 
 void defineArguments(QCommandLineParser& parser)
 {
@@ -100,21 +154,20 @@ void defineArguments(QCommandLineParser& parser)
 /// What is wrong with the request as such; empty when nothing is.
 QString usageError(const Request& request, int argumentCount)
 {
-    const auto* const command =
-        std::find_if(std::begin(kCommands), std::end(kCommands),
-                     [&](const Command& c) { return request.command == QLatin1String(c.name); });
-    if (command == std::end(kCommands))
-        return request.command.isEmpty() ? QStringLiteral("a command is missing")
-                                         : QStringLiteral("there is no command \"%1\"").arg(request.command);
-    if (command->needsModem && request.modem.isEmpty())
-        return QStringLiteral("\"%1\" needs a modem").arg(request.command);
-    if (argumentCount > (command->takesModem ? 2 : 1))
+    if (request.command.isEmpty())
+        return QStringLiteral("a command is missing");
+    const Command* const command = commandOf(request);
+    if (!command)
+        return QStringLiteral("there is no command \"%1\"").arg(request.command);
+    if (argumentCount > 2)
         return QStringLiteral("\"%1\" has too many arguments").arg(request.command);
-    if ((!command->takesValues && !request.values.isEmpty()) ||
-        (!command->takesName && !request.newName.isEmpty()))
-        return QStringLiteral("\"%1\" cannot change a modem's values").arg(request.command);
-    if (!command->takesMessage && !request.message.isEmpty())
-        return QStringLiteral("\"%1\" takes no message").arg(request.command);
+    const unsigned given = partsOf(request);
+    for (const PartWords& words : kPartWords) {
+        if ((command->needs & ~given & words.part) != 0)
+            return QStringLiteral("\"%1\" needs %2").arg(request.command, QLatin1String(words.missing));
+        if ((given & ~command->takes & words.part) != 0)
+            return QStringLiteral("\"%1\" takes no %2").arg(request.command, QLatin1String(words.surplus));
+    }
     return {};
 }
 
@@ -148,20 +201,8 @@ void printModems(const Modems& modems)
     }
 }
 
-bool carryOut(const Request& request, ModemEditor& editor, QString& error)
-{
-    if (request.command == QLatin1String("attach"))
-        return editor.attach(request.modem, request.newName, request.values, error);
-    if (request.command == QLatin1String("set"))
-        return editor.setValues(request.modem, request.values, error);
-    if (request.command == QLatin1String("message"))
-        return editor.addMessage(request.modem, request.message, error);
-    const bool isRejection = request.command == QLatin1String("reject");
-    return editor.setState(request.modem, isRejection ? Modem::Rejected : Modem::Detached, error);
-}
-
-/// Reads the first of the files that exists and, but for "list", writes the first of all.
-bool run(const Request& request, const QStringList& files, QString& error)
+/// Reads the first of the files that exists and, if the command changes something, writes the first of all.
+bool run(const Command& command, const Request& request, const QStringList& files, QString& error)
 {
     const auto exists = [](const QString& file) {
         return QFileInfo::exists(file);
@@ -172,31 +213,31 @@ bool run(const Request& request, const QStringList& files, QString& error)
         error = QStringLiteral("it cannot be read");
         return false;
     }
-    if (content.status == Content::Missing && request.command != QLatin1String("attach")) {
+    if (content.status == Content::Missing && command.edit != attach) {
         error = QStringLiteral("there is no such file");
         return false;
     }
     ModemEditor editor(content.bytes, error);
     if (!error.isEmpty())
         return false;
-    if (request.command == QLatin1String("list")) {
+    if (!command.edit) {
         printModems(editor.modems());
         return true;
     }
-    if (!carryOut(request, editor, error))
+    if (!command.edit(request, editor, error))
         return false;
     const QByteArray changed = editor.toBytes();
     const ModemEditor check(changed, error); // finds values that cannot be
     return error.isEmpty() && FileAccess::replace(files.first(), changed, error);
 }
 
-bool runLocked(const Request& request, const QStringList& files, QString& error)
+bool runLocked(const Command& command, const Request& request, const QStringList& files, QString& error)
 {
-    if (request.command == QLatin1String("list"))
-        return run(request, files, error);
+    if (!command.edit)
+        return run(command, request, files, error);
     FileAccess::ProcessLock lock(files.first());
     if (lock.lock(kLockPatience))
-        return run(request, files, error);
+        return run(command, request, files, error);
     error = lock.errorString();
     return false;
 }
@@ -209,7 +250,7 @@ int runTool(const QCommandLineParser& parser)
         return Tool::fail(error + QStringLiteral("; see --help"), Tool::UsageError);
     const QString file = parser.value(QStringLiteral("file"));
     const QStringList files = file.isEmpty() ? Places::simulatorFiles() : QStringList(file);
-    if (!runLocked(request, files, error))
+    if (!runLocked(*commandOf(request), request, files, error))
         return Tool::fail(files.first() + QStringLiteral(": ") + error, Tool::Failure);
     return Tool::Success;
 }

@@ -73,16 +73,19 @@ public:
     /// @return whether a program was started
     static bool OpenUrl(QString target);
 
-    // ---- Process-wide flags: plain variables without a lock
+    // ---- Process-wide flags: plain variables without a lock, false at first unless said otherwise
 
+    /// Set by the launcher when the main window has closed: nothing new is begun from then on.
     static bool IsShuttingDown();
     static void SetShutDownFlag();
     static void ResetShutDownFlag();
 
+    /// Set by the main frame while its window is the compact one; skins and scroll bars go by it.
     static bool IsMiniMode();
     static void SetMiniModeFlag();
     static void ResetMiniModeFlag();
 
+    /// For the main frame and the plugins that want to close it; the library does not look at it.
     static bool getCloseValue();
     static void setCloseValue(bool value);
 
@@ -90,6 +93,7 @@ public:
     static int GetFrameStyle();
     static void SetFrameStyle(int style);
 
+    /// True at first: whether menus have a separator behind the search item.
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 
@@ -122,7 +126,8 @@ public:
 
     /// Makes a token of a device identity that does not show it.
     /// @param imei  1 to 23 characters, zero-terminated
-    /// @param token receives 44 characters and no terminating zero
+    /// @param token receives 44 characters and no terminating zero; stays as it is on failure
+    /// @return false, which the log explains, for null and for other lengths of imei
     static bool Handle_IMEI_Hash(const char* imei, char* token);
 
     /// The subscriber identity of the SIM in the first modem, or empty.
@@ -200,8 +205,8 @@ public:
 
     // ---- Texts in widgets; GUI thread
 
-    /// Shows a text in a label; one that is too wide is shortened, with the full text as tool tip. A text
-    /// that fits leaves no tool tip.
+    /// Shows a text in a label; one that leaves less than 2 pixels of its width is shortened, with the full
+    /// text as tool tip. A text that fits leaves no tool tip.
     /// @param label null is logged and ignored
     static void ElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
     static void LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode);

@@ -44,7 +44,7 @@ int StandardConfigParse::loadFile(QString fileName)
 
 int StandardConfigParse::readXmlFile(QIODevice* device)
 {
-    if (!device)
+    if (!device || !device->isReadable())
         return -1;
     if (device->atEnd())
         return 0;
@@ -73,8 +73,10 @@ void StandardConfigParse::readBlock(QXmlStreamReader& reader)
 int StandardConfigParse::parseCustomizeItem(QXmlStreamReader& reader, QString endName)
 {
     int result = 0;
-    while (!reader.atEnd() && !isAtEndOf(reader, endName)) {
+    while (!reader.atEnd()) {
         reader.readNext();
+        if (isAtEndOf(reader, endName))
+            break;
         if (!reader.isStartElement())
             continue;
         if (reader.name() == QLatin1String("conditions"))

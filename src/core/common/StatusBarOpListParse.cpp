@@ -3,6 +3,8 @@
 #include "Change/Change.h"
 #include "common/Log.h"
 
+#include <QMutex>
+
 #include <new>
 #include <utility>
 
@@ -11,12 +13,14 @@ namespace {
 /// Shorter prefixes are never looked up: they would name a country, not an operator.
 constexpr int shortestImsiPrefix = 5;
 
+QMutex instanceMutex;
 StatusBarOpListParse* instance = nullptr; // lives until DestroyInstance(), not until the library goes
 
 } // namespace
 
 StatusBarOpListParse* StatusBarOpListParse::GetInstance()
 {
+    const QMutexLocker locker(&instanceMutex);
     if (!instance)
         instance = new StatusBarOpListParse;
     return instance;
@@ -24,6 +28,7 @@ StatusBarOpListParse* StatusBarOpListParse::GetInstance()
 
 void StatusBarOpListParse::DestroyInstance()
 {
+    const QMutexLocker locker(&instanceMutex);
     delete std::exchange(instance, nullptr);
 }
 

@@ -36,11 +36,11 @@ extern "C" {
 enum QRVL_Result {
     QRVL_OK = 0,
     QRVL_ERROR_ARGUMENT = 1,  /* a null pointer where a value is needed */
-    QRVL_ERROR_NOT_FOUND = 2, /* the store has no such key */
+    QRVL_ERROR_NOT_FOUND = 2, /* no such key, value or registration */
     /* The value was taken but cannot be written to disk at present; it is kept in memory and written as soon as that
      * works again. */
     QRVL_ERROR_STORE = 3,
-    QRVL_ERROR_NO_DEVICE = 4, /* no modem is attached, or it has no SIM */
+    QRVL_ERROR_NO_DEVICE = 4, /* no such modem is attached, or it has no SIM */
     QRVL_ERROR_LIMIT = 5,     /* no room for another callback */
 };
 

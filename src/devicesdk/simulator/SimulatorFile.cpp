@@ -20,7 +20,7 @@ constexpr CheckedKey statusKeys[] = {
     {"network", "[0-9]{5,6}"}, {"signal", "[0-9]{1,2}|100"},    {"received", "[0-9]{1,15}"},
     {"sent", "[0-9]{1,15}"},   {"receive-rate", "[0-9]{1,12}"}, {"send-rate", "[0-9]{1,12}"},
 };
-constexpr CheckedKey answerTimeKey{"answer-time", "[0-9]{1,5}"};
+constexpr CheckedKey answerTimeKey{"answer-time", "[0-9]{1,4}"};
 constexpr const char* messageKeys[] = {"sender", "time", "text"};
 
 } // namespace

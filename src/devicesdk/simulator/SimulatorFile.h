@@ -33,8 +33,8 @@ class IniDocument;
 ///
 /// "model" and "state" (attached, detached or rejected) must be there, and identifiers of messages have no
 /// blank. Of the keys from "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent"
-/// are what is transferred before the simulation begins, "answer-time" is in milliseconds. Other sections and
-/// keys have no meaning.
+/// are what is transferred before the simulation begins, "answer-time" is in milliseconds, 9999 at most.
+/// Other sections and keys have no meaning.
 namespace SimulatorFile {
 
 /// The modems in the order of the file, with id 0, and what is wrong with the document in `errors`.

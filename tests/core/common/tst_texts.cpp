@@ -286,6 +286,8 @@ void TestTexts::hugeTexts()
         CommonUtils::ElidedText(&label, text, mode);
         QVERIFY(label.text().size() <= 16 * 1024); // much less if it is not line feeds alone
         QCOMPARE(label.toolTip(), text);
+        CommonUtils::ElidedText(&label, text, Qt::ElideNone);
+        QCOMPARE(label.text(), text);
     }
 }
 
