@@ -22,7 +22,8 @@ private slots:
     void startAndEnd();
     void pluginsFollowTheModem_data();
     void pluginsFollowTheModem();
-    void closingWaitsForWorkers();
+    void workersEndFirst_data();
+    void workersEndFirst();
 };
 
 /// The first group of every match of a pattern, line by line.
@@ -246,28 +247,50 @@ void TestApplication::pluginsFollowTheModem()
     QCOMPARE(application.close(), 0);
 }
 
-/// A SIM that would be read for a minute: its reader is told to stop, and waited for before its library goes.
-void TestApplication::closingWaitsForWorkers()
+/// A modem with a SIM that takes a minute to read.
+static bool writeSlowModem(const Application& application, const QByteArray& model)
 {
-    Application application;
     QFile file(application.userFile("simulator.ini"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[modem Slow]\nmodel=Slow\nstate=attached\nanswer-time=400\n");
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write("[modem Slow]\nstate=attached\nanswer-time=400\nmodel=" + model + '\n');
     for (int i = 0; i < 50; ++i)
         file.write(QString("[message %1]\nmodem=Slow\ntext=%1\n").arg(i).toUtf8());
-    file.close();
+    return file.flush();
+}
+
+void TestApplication::workersEndFirst_data()
+{
+    QTest::addColumn<bool>("closes");
+    QTest::addColumn<QStringList>("texts");
+    const QString end = "threadCount is 0; thread: MessageReader: messages";
+    QTest::newRow("application closes")
+        << true
+        << QStringList({"WaitThreadsStop: stop thread called", "start ThreadFinished.wait", end,
+                        "end ThreadFinished.wait", "plugin SmsPlugin unloaded"});
+    QTest::newRow("modem without messages")
+        << false << QStringList({end, "Unload plugin SmsPlugin bUnloaded 1"});
+}
+
+/// A reader of messages is told to stop, and waited for before its library goes.
+void TestApplication::workersEndFirst()
+{
+    QFETCH(const bool, closes);
+    QFETCH(const QStringList, texts);
+    Application application;
+    QVERIFY(writeSlowModem(application, "Slow"));
     application.start({"--verbose", "--no-splash"});
     QVERIFY(application.waitFor("; thread: MessageReader: messages"));
     QVERIFY(application.waitFor(": Startup: exit"));
     application.mark();
+    if (!closes)
+        QVERIFY(writeSlowModem(application, "Lume S1") && application.waitFor(texts.last()));
     QCOMPARE(application.close(), 0);
     const QString log = application.lines().join('\n');
     int place = 0;
-    for (const char* text : {"WaitThreadsStop: stop thread called", "start ThreadFinished.wait",
-                             "threadCount is 0; thread: MessageReader: messages", "end ThreadFinished.wait",
-                             "plugin SmsPlugin unloaded"}) {
+    for (const QString& text : texts) {
         place = log.indexOf(text, place);
-        QVERIFY2(place >= 0, text);
+        QVERIFY2(place >= 0, qUtf8Printable(text));
     }
 }
 
