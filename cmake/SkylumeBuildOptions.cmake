@@ -25,13 +25,19 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN")
 
 file(RELATIVE_PATH source_from_build "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
 add_compile_options(
-    -Wall -Wextra -Wshadow=local -Wsuggest-override
+    -Wall -Wextra $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow> -Wsuggest-override
     $<$<BOOL:${SKYLUME_WERROR}>:-Werror>
     # Log lines name source files relative to the source root, never a path of the build machine; ccache may have made
     # the path relative to the build folder.
     "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
     "-fmacro-prefix-map=${PROJECT_BINARY_DIR}/="
     "-fmacro-prefix-map=${source_from_build}=")
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_compile_options("SHELL:-include \"${PROJECT_SOURCE_DIR}/cmake/ConstantStrlen.h\"")
+    if(SKYLUME_BUILD_FUZZERS)
+        add_compile_options(-fsanitize=fuzzer-no-link) # the fuzzer sees what the libraries do
+    endif()
+endif()
 add_compile_definitions(QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 
 if(SKYLUME_SANITIZE)

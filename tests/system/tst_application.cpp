@@ -164,8 +164,8 @@ void TestApplication::startAndEnd()
 {
     Application application;
     application.start({"--verbose", "--no-splash"});
-    QVERIFY(application.waitFor(": Startup: exit"));
-    QVERIFY(application.waitFor("plugin loaded successfully DialPadPlugin"));
+    QVERIFY(application.waitFor(": Startup: exit") &&
+            application.waitFor("plugin loaded successfully DialPadPlugin"));
     QCOMPARE(application.close(), 0);
 
     const QStringList lines = application.lines();
@@ -181,8 +181,8 @@ void TestApplication::startAndEnd()
     };
     QCOMPARE(sorted(initialised), sorted(loaded));
     QCOMPARE(sorted(unloaded), sorted(loaded));
-    QVERIFY(!application.hasWritten("NOT UNLOADED"));
-    for (const char* complaint : {"QObject::", "QThread", "QWidget::", "QTimer", "QSocketNotifier", "threw"})
+    for (const char* complaint :
+         {"NOT UNLOADED", "QObject::", "QThread", "QWidget::", "QTimer", "QSocketNotifier", "threw"})
         QVERIFY2(!application.hasWritten(complaint), complaint);
 }
 
@@ -237,12 +237,13 @@ void TestApplication::pluginsFollowTheModem()
             application.mark();
             QVERIFY2(application.modem(step.modem), name.constData());
         }
+        QStringList texts;
         for (const QString& plugin : step.loaded)
-            QVERIFY2(application.waitFor("plugin loaded successfully " + plugin),
-                     name + ": " + plugin.toUtf8());
+            texts.append("plugin loaded successfully " + plugin);
         for (const QString& plugin : step.unloaded)
-            QVERIFY2(application.waitFor("Unload plugin " + plugin + " bUnloaded 1"),
-                     name + ": " + plugin.toUtf8());
+            texts.append("Unload plugin " + plugin + " bUnloaded 1");
+        for (const QString& text : qAsConst(texts))
+            QVERIFY2(application.waitFor(text), name + ": " + text.toUtf8());
     }
     QCOMPARE(application.close(), 0);
 }
