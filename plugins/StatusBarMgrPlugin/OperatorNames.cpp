@@ -13,12 +13,14 @@ OperatorNames::OperatorNames(QObject* parent)
 OperatorNames::~OperatorNames()
 {
     stop();
-    StatusBarOpListParse::DestroyInstance();
+    if (m_areRead) // else the thread may have been terminated within the lock of the instance
+        StatusBarOpListParse::DestroyInstance();
 }
 
 void OperatorNames::work()
 {
     StatusBarOpListParse::GetInstance(); // reads them
+    m_areRead = true;
 }
 
 QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
@@ -28,9 +30,10 @@ QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
     StatusBarOpListParse* const lists = StatusBarOpListParse::GetInstance();
     const _ST_MCCMNC_ITEM item =
         lists->GetOperatorData(network.left(CountryDigits), network.mid(CountryDigits));
-    // Of a network that is not listed the full name is the country's; listed ones give their own.
+    // What is said of a network that is not listed is said of its country.
+    const _ST_MCCMNC_ITEM country = lists->GetOperatorData(network.left(CountryDigits), {});
     const bool isListed =
-        !item.descr.isEmpty() || item.shortdescr != item.fulldescr + network.mid(CountryDigits);
+        !item.descr.isEmpty() || item.fulldescr != country.fulldescr || item.langid != country.langid;
     const bool isHome = imsi.startsWith(network);
     for (const QString& name :
          {isListed ? item.shortdescr : QString(), lists->GetCMCCMNCOperatorData(network),

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <atomic>
+
 /// The names of mobile networks. Their lists are read in the background; the thread's finished() tells when
 /// names can be had.
 class OperatorNames : public BackgroundWork
@@ -22,4 +24,7 @@ public:
 
 protected:
     void work() override;
+
+private:
+    std::atomic<bool> m_areRead{false};
 };

@@ -53,5 +53,6 @@ void ElidedLabel::elide()
 {
     CommonUtils::ElidedText(this, m_fullText, Qt::ElideRight);
     if (Qt::mightBeRichText(toolTip()))
-        setToolTip(m_fullText.toHtmlEscaped());
+        setToolTip(QLatin1String("<p style=\"white-space: pre-wrap\">") + m_fullText.toHtmlEscaped() +
+                   QLatin1String("</p>"));
 }

@@ -85,7 +85,7 @@ public:
     static void SetMiniModeFlag();
     static void ResetMiniModeFlag();
 
-    /// For the main frame and the plugins that want to close it; the library does not look at it.
+    /// Its meaning is agreed upon by plugins; the library does not look at it.
     static bool getCloseValue();
     static void setCloseValue(bool value);
 

@@ -89,5 +89,5 @@ QString CommonUtils::elided(const QFontMetrics& metrics, const QString& text, Qt
 {
     const QString part = visiblePart(text, mode);
     fits = part.size() == text.size() && metrics.boundingRect(part).width() <= width;
-    return fits || mode == Qt::ElideNone ? text : metrics.elidedText(part, mode, width);
+    return fits ? text : metrics.elidedText(mode == Qt::ElideNone ? text : part, mode, width);
 }

@@ -49,8 +49,10 @@ Result encrypt(const char* plain, const char* passPhrase)
     vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
     const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
     const std::size_t size = VectorSize + filled;
-    if (size > PTRDIFF_MAX / 2)
-        return {}; // a text of which there cannot be twice as much
+    if (size > PTRDIFF_MAX / 2) { // there cannot be twice as much
+        LOG_DEBUG("%s: %s: %s: %d: strncpy  fail", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
+        return {};
+    }
     const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
     Result result = makeResult(2 * size, "Encrypt");
     if (!context || !result)

@@ -13,9 +13,9 @@ class QXmlStreamReader;
 
 /// The names of mobile networks, read once from three lists of the status-bar plugin: "OperatorList.xml",
 /// "CPLMNOpList.xml" and "CMCCMNCOpList.xml". A list that is missing or broken leaves its names out; a name
-/// that is not found is empty. Of entries with the same key the later one counts. Names are
-/// asked for on the GUI thread. GetInstance() may be called by any thread, so that a worker can have the
-/// lists read; who calls it meanwhile waits for that.
+/// that is not found is empty. Of entries with the same key the later one counts. Names are asked for on the
+/// GUI thread. GetInstance() may be called by any thread, so that a worker can have the lists read; who calls
+/// it meanwhile waits for that.
 class SKYLUME_EXPORT StatusBarOpListParse
 {
 public:

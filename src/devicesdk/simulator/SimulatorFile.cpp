@@ -20,7 +20,8 @@ constexpr CheckedKey statusKeys[] = {
     {"network", "[0-9]{5,6}"}, {"signal", "[0-9]{1,2}|100"},    {"received", "[0-9]{1,15}"},
     {"sent", "[0-9]{1,15}"},   {"receive-rate", "[0-9]{1,12}"}, {"send-rate", "[0-9]{1,12}"},
 };
-constexpr CheckedKey answerTimeKey{"answer-time", "[0-9]{1,4}"};
+/// Shorter than a plugin waits for its worker.
+constexpr CheckedKey answerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}"};
 constexpr const char* messageKeys[] = {"sender", "time", "text"};
 
 } // namespace

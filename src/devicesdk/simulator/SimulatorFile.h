@@ -33,7 +33,7 @@ class IniDocument;
 ///
 /// "model" and "state" (attached, detached or rejected) must be there, and identifiers of messages have no
 /// blank. Of the keys from "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent"
-/// are what is transferred before the simulation begins, "answer-time" is in milliseconds, 9999 at most.
+/// are what is transferred before the simulation begins, "answer-time" is in milliseconds, 4999 at most.
 /// Other sections and keys have no meaning.
 namespace SimulatorFile {
 
