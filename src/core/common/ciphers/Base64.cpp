@@ -54,11 +54,8 @@ void encodeGroup(std::uint32_t bits, std::uint8_t* text)
         text[i] = static_cast<std::uint8_t>(Base64Groups::Alphabet[bits >> (18 - 6 * i) & 0x3f]);
 }
 
-const Base64Groups::Path* bestPath()
-{
-    static const auto* const path = ProcessorPaths::best(ProcessorPaths::base64());
-    return path;
-}
+/// Made when the library is loaded: a short text would notice a look at whether it is there yet.
+const Base64Groups::Path* const bestPath = ProcessorPaths::best(ProcessorPaths::base64());
 
 /// What counts of a text: its characters before the first "=", and padding.
 struct Extent
@@ -91,65 +88,66 @@ int argumentFault(const void* in, bool isEmpty, const void* out, unsigned int* o
     return BadArgument;
 }
 
-/// Has the result written where it belongs; through memory of its own when input and output overlap.
-/// @param write takes the place to write to
-template <typename Write>
-int produce(const unsigned char* in, std::size_t inSize, unsigned char* out, std::size_t outSize,
-            unsigned int* outLen, Write write)
+/// Encodes or decodes a copy of the input, which is where the output goes.
+template <typename Code, typename Length>
+[[gnu::noinline]] int codeCopy(Code code, const unsigned char* in, std::size_t size, Length length,
+                               unsigned char* out, unsigned int* outLen)
 {
-    *outLen = 0;
-    if (outSize == 0 || outSize > UINT_MAX)
+    auto* const copy = static_cast<unsigned char*>(std::calloc(size + 1, 1)); // a text ends with a zero
+    if (!copy) {
+        *outLen = 0;
         return Failed;
-    if (!Ciphers::overlap(in, inSize, out, outSize)) {
-        write(out);
-    } else {
-        auto* const copy = static_cast<std::uint8_t*>(std::malloc(outSize));
-        if (!copy)
-            return Failed;
-        write(copy);
-        std::memcpy(out, copy, outSize);
-        Ciphers::wipe(copy, outSize);
-        std::free(copy);
     }
-    *outLen = static_cast<unsigned int>(outSize);
-    return 0;
+    std::memcpy(copy, in, size);
+    const int result = code(copy, length, out, outLen);
+    Ciphers::wipe(copy, size);
+    std::free(copy);
+    return result;
 }
 
-} // namespace
-
-void Base64Groups::encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
+void encodeOneByOne(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    const std::size_t groups = (size + 2) / 3;
-    for (std::size_t i = path ? path->encode(bytes, size, text) : 0; i < groups; ++i) {
-        std::uint32_t bits = 0;
-        for (std::size_t at = 3 * i; at < 3 * i + 3; ++at)
-            bits = bits << 8 | (at < size ? bytes[at] : 0u);
-        encodeGroup(bits, text + 4 * i);
-    }
-    for (std::size_t missing = 3 * groups - size; missing > 0; --missing)
-        text[4 * groups - missing] = '=';
+    for (; size >= 3; bytes += 3, size -= 3, text += 4)
+        encodeGroup(bytes[0] << 16u | bytes[1] << 8u | bytes[2], text);
+    if (size == 0)
+        return;
+    encodeGroup(bytes[0] << 16u | (size == 2 ? bytes[1] << 8u : 0u), text);
+    std::memset(text + 1 + size, '=', 3 - size);
 }
 
-void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
+void decodeOneByOne(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
-    for (std::size_t at = path ? 3 * path->decode(text, bytes, size) : 0; at < size; at += 3) {
+    for (std::size_t at = 0; at < size; at += 3) {
         const std::uint32_t bits = bitsOf(text + at / 3 * 4);
         for (std::size_t i = 0; i < 3 && at + i < size; ++i)
             bytes[at + i] = static_cast<std::uint8_t>(bits >> (16 - 8 * i));
     }
 }
 
+} // namespace
+
+void Base64Groups::encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
+{
+    (path && size >= VectorSize ? path->encode : encodeOneByOne)(bytes, size, text);
+}
+
+void Base64Groups::decode(const Path* path, const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
+{
+    (path && size >= VectorSize ? path->decode : decodeOneByOne)(text, bytes, size);
+}
+
 int cl_base64Encode(const unsigned char* in, unsigned int inLen, unsigned char* out, unsigned int* outLen)
 {
     if (const int fault = argumentFault(in, inLen == 0, out, outLen))
         return fault;
-    const std::uint64_t outSize = (std::uint64_t(inLen) + 2) / 3 * 4;
-    if (outSize > UINT_MAX) {
-        *outLen = 0;
+    const std::uint64_t size = (std::uint64_t(inLen) + 2) / 3 * 4;
+    if (size <= UINT_MAX && Ciphers::overlap(in, inLen, out, std::size_t(size)))
+        return codeCopy(cl_base64Encode, in, inLen, inLen, out, outLen);
+    *outLen = size <= UINT_MAX ? static_cast<unsigned int>(size) : 0;
+    if (*outLen == 0)
         return Failed;
-    }
-    return produce(in, inLen, out, std::size_t(outSize), outLen,
-                   [=](std::uint8_t* to) { Base64Groups::encode(bestPath(), in, inLen, to); });
+    Base64Groups::encode(bestPath, in, inLen, out);
+    return 0;
 }
 
 int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsigned int* outLen)
@@ -157,6 +155,12 @@ int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsi
     if (const int fault = argumentFault(in, inLen == 0, out, outLen))
         return fault;
     const Extent extent(reinterpret_cast<const char*>(in));
-    return produce(in, extent.characters + extent.padding, out, extent.bytes(), outLen,
-                   [&](std::uint8_t* to) { Base64Groups::decode(bestPath(), in, to, extent.bytes()); });
+    const std::size_t size = extent.bytes();
+    if (size <= UINT_MAX && Ciphers::overlap(in, extent.characters + extent.padding, out, size))
+        return codeCopy(cl_base64Decode, in, extent.characters + extent.padding, inLen, out, outLen);
+    *outLen = size <= UINT_MAX ? static_cast<unsigned int>(size) : 0;
+    if (*outLen == 0)
+        return Failed;
+    Base64Groups::decode(bestPath, in, out, size);
+    return 0;
 }

@@ -11,12 +11,11 @@ namespace Base64Groups {
 
 constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// Encodes groups from the first on, as many as suit the instruction set; the others are left to the caller,
-/// as is the padding. Nothing is read or written outside the bytes and the groups.
-/// @return the number of groups that are done
-using Encode = std::size_t(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
-/// Decodes likewise. Every group has four characters; a "=" among them counts as 0.
-using Decode = std::size_t(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size);
+/// Encodes VectorSize bytes or more. Nothing is read or written outside the bytes and the groups.
+using Encode = void(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
+/// Decodes to VectorSize bytes or more. Every group has four characters; in the last one a "=" counts as 0.
+using Decode = void(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size);
+constexpr std::size_t VectorSize = 16;
 Encode encodeSsse3, encodeAvx2;
 Decode decodeSsse3, decodeAvx2;
 
@@ -28,7 +27,7 @@ struct Path
     Decode* decode;
 };
 
-/// Everything, by a path (or null) and what it leaves over one by one.
+/// By a path, or one by one if that is null or the text too short for it.
 SKYLUME_EXPORT void encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
 SKYLUME_EXPORT void decode(const Path* path, const std::uint8_t* text, std::uint8_t* bytes, std::size_t size);
 

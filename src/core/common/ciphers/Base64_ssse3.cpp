@@ -1,14 +1,16 @@
 #include "common/ciphers/Base64Vectors_p.h"
 #include "common/ciphers/Vectors_ssse3_p.h"
 
-std::size_t Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
+void Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {
-    const std::size_t done = Base64Vectors<Vectors128>::encode(bytes, size, text);
-    return Base64Vectors<Vectors128>::encodeRest(bytes, size, text, done);
+    if (size > EndSize)
+        Base64Vectors<Vectors128>::encode(bytes, size, text, 0);
+    Base64Vectors<Vectors128>::encodeEnd(bytes, size, text);
 }
 
-std::size_t Base64Groups::decodeSsse3(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
+void Base64Groups::decodeSsse3(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
 {
-    const std::size_t done = Base64Vectors<Vectors128>::decode(text, bytes, size);
-    return Base64Vectors<Vectors128>::decodeRest(text, bytes, size, done);
+    if (size > EndSize)
+        Base64Vectors<Vectors128>::decode(text, bytes, size, 0);
+    Base64Vectors<Vectors128>::decodeEnd(text, bytes, size);
 }

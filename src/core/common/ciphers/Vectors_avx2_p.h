@@ -65,13 +65,13 @@ struct Vectors256
     {
         return DoubleWords(_mm256_madd_epi16(__m256i(a), __m256i(factors)));
     }
-    static Bytes reduced(Bytes bytes, char number)
+    static Bytes reduced(Bytes bytes, Bytes by)
     {
-        return Bytes(_mm256_subs_epu8(__m256i(bytes), _mm256_set1_epi8(number)));
+        return Bytes(_mm256_subs_epu8(__m256i(bytes), __m256i(by)));
     }
-    static Bytes below(Bytes bytes, char number)
+    static Bytes below(Bytes bytes, Bytes limits)
     {
-        return Bytes(_mm256_cmpgt_epi8(_mm256_set1_epi8(number), __m256i(bytes)));
+        return Bytes(_mm256_cmpgt_epi8(__m256i(limits), __m256i(bytes)));
     }
     static bool hasAny(Bytes compared) { return _mm256_movemask_epi8(__m256i(compared)) != 0; }
 };

@@ -24,6 +24,12 @@ struct Vectors128
     static Bytes load(const void* from) { return Bytes(loadWhole(from)); }
     static void store(void* to, Bytes bytes) { storeWhole(to, __m128i(bytes)); }
 
+    static void storeEight(void* to, Bytes bytes)
+    {
+        _mm_storel_epi64(static_cast<__m128i*>(to), __m128i(bytes));
+    }
+    static void storeFour(void* to, Bytes bytes) { _mm_storeu_si32(to, __m128i(bytes)); }
+
     /// The same 16 bytes in every lane.
     static Bytes repeat(const std::uint8_t* sixteen) { return load(sixteen); }
 
@@ -59,15 +65,12 @@ struct Vectors128
     {
         return DoubleWords(_mm_madd_epi16(__m128i(a), __m128i(factors)));
     }
-    /// Each byte less the number, but not less than 0.
-    static Bytes reduced(Bytes bytes, char number)
+    /// Each byte less another, but not less than 0.
+    static Bytes reduced(Bytes bytes, Bytes by) { return Bytes(_mm_subs_epu8(__m128i(bytes), __m128i(by))); }
+    /// All ones for bytes below their limits; none may be above 127.
+    static Bytes below(Bytes bytes, Bytes limits)
     {
-        return Bytes(_mm_subs_epu8(__m128i(bytes), _mm_set1_epi8(number)));
-    }
-    /// All ones for bytes below the number; neither may be above 127.
-    static Bytes below(Bytes bytes, char number)
-    {
-        return Bytes(_mm_cmplt_epi8(__m128i(bytes), _mm_set1_epi8(number)));
+        return Bytes(_mm_cmplt_epi8(__m128i(bytes), __m128i(limits)));
     }
     /// Whether any element of a comparison's result is set.
     static bool hasAny(Bytes compared) { return _mm_movemask_epi8(__m128i(compared)) != 0; }
