@@ -1,0 +1,230 @@
+#include "common/FileOperation_p.h"
+
+#include "common/ByteStrings.h"
+#include "common/ByteStrings_p.h"
+#include "common/UnbufferedFile_p.h"
+#include "common/WipedBuffer_p.h"
+#include "common/ciphers/Base64.h"
+#include "common/ciphers/Hex_p.h"
+#include "common/ciphers/Sha256.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t VectorSize = 8;
+constexpr std::size_t PieceSize = FileOperation::PieceSize;
+
+/// The key of all files: changing a fragment makes files unreadable that were written before.
+class FileKey
+{
+public:
+    FileKey()
+    {
+        for (const char* fragment : {"vT4#qLw9z", "Yx7!mRb2", "hK5&nGd8s"})
+            std::strcat(m_text, fragment);
+    }
+    ~FileKey() { Ciphers::wipe(m_text, sizeof m_text); }
+    Q_DISABLE_COPY_MOVE(FileKey)
+
+    const char* text() const { return m_text; }
+
+private:
+    char m_text[9 + 8 + 9 + 1] = {};
+};
+
+/// False, with a log line, when not everything could be written.
+bool writeBytes(const UnbufferedFile& file, const void* bytes, std::size_t size)
+{
+    if (size == 0 || std::fwrite(bytes, 1, size, file.get()) == size)
+        return true;
+    LOG_WARNING("%s: %s: FileCrypt: the result cannot be written", LOG_TIME, LOG_FILE);
+    return false;
+}
+
+/// A vector and the whole blocks that belong to it, which are changed in place, piece by piece.
+class Blocks
+{
+public:
+    bool reserve(std::size_t textSize)
+    {
+        return textSize < PTRDIFF_MAX - 2 * VectorSize &&
+               m_bytes.allocate(VectorSize + ByteStrings::wholeBlocks(textSize), LOG_FILE, "FileCrypt",
+                                __LINE__);
+    }
+
+    /// Vector, text and zeros up to the end of the last block.
+    char* data() const { return m_bytes.data(); }
+    unsigned char* bytes() const { return m_bytes.bytes(); }
+
+    /// Null when memory is short.
+    ByteStrings::Context makeContext() const
+    {
+        return ByteStrings::makeContext(FileKey().text(), {data(), VectorSize});
+    }
+
+    /// Has each piece of a text enciphered or deciphered, and passes it on until that fails.
+    template <typename Pass>
+    void process(const ByteStrings::Context& context, std::size_t textSize, bool encrypt, Pass pass) const
+    {
+        char* piece = data() + VectorSize;
+        for (std::size_t left = ByteStrings::wholeBlocks(textSize); left > 0;) {
+            const std::size_t size = std::min(left, PieceSize);
+            ByteStrings::process(context, piece, size, encrypt);
+            if (!pass(piece, size))
+                return;
+            piece += size;
+            left -= size;
+        }
+    }
+
+private:
+    WipedBuffer m_bytes;
+};
+
+/// Does to a whole file what CommonUtils::Encrypt() does to a text.
+class Encipher final : public FileOperation
+{
+public:
+    bool reserve(std::size_t size) override
+    {
+        m_digits.reset(new (std::nothrow) char[2 * PieceSize]);
+        return m_digits && m_blocks.reserve(size);
+    }
+
+    void add(const char* piece, std::size_t size) override
+    {
+        std::memcpy(m_blocks.data() + VectorSize + m_textSize, piece, size);
+        m_textSize += size;
+    }
+
+    void write(const char* path) override
+    {
+        const std::string vector = GetRandomBytes(VectorSize); // should the system fail, some of it are zeros
+        std::copy(vector.begin(), vector.end(), m_blocks.data());
+        const ByteStrings::Context context = m_blocks.makeContext();
+        const UnbufferedFile file = openUnbuffered(context ? path : nullptr, "wb");
+        if (!file || !writeDigits(file, m_blocks.data(), VectorSize))
+            return;
+        m_blocks.process(context, m_textSize, true,
+                         [&](const char* piece, std::size_t size) { return writeDigits(file, piece, size); });
+    }
+
+private:
+    bool writeDigits(const UnbufferedFile& file, const char* bytes, std::size_t size) const
+    {
+        Hex::encode(Hex::bestPath(), reinterpret_cast<const std::uint8_t*>(bytes), size, m_digits.get());
+        return writeBytes(file, m_digits.get(), 2 * size);
+    }
+
+    Blocks m_blocks;
+    std::unique_ptr<char[]> m_digits;
+    std::size_t m_textSize = 0;
+};
+
+/// The reverse. The file is emptied if its text is too short to be a protected one.
+class Decipher final : public FileOperation
+{
+public:
+    bool reserve(std::size_t size) override { return m_blocks.reserve(size / 2 + 1); }
+
+    void add(const char* piece, std::size_t size) override
+    {
+        Hex::decode(Hex::bestPath(), piece, size, m_blocks.bytes() + m_digits / 2);
+        m_digits += size;
+    }
+
+    void write(const char* path) override
+    {
+        const bool isProtected = ByteStrings::isProtectedText(m_digits);
+        if (!isProtected)
+            LOG_DEBUG("out of range exception");
+        const ByteStrings::Context context = m_blocks.makeContext();
+        const UnbufferedFile file = openUnbuffered(context ? path : nullptr, "wb");
+        if (!file || !isProtected)
+            return;
+        m_blocks.process(context, (m_digits + 1) / 2 - VectorSize, false, [&](char* piece, std::size_t size) {
+            const void* const zero = std::memchr(piece, '\0', size);
+            const std::size_t length = zero ? static_cast<const char*>(zero) - piece : size;
+            const bool isDone = !writeBytes(file, piece, length) || zero;
+            Ciphers::wipe(piece, size);
+            return !isDone;
+        });
+    }
+
+private:
+    Blocks m_blocks;
+    std::size_t m_digits = 0;
+};
+
+class Fingerprint final : public FileOperation
+{
+public:
+    Fingerprint() { Sha256_Init(&m_hash); }
+
+    bool reserve(std::size_t) override { return true; }
+
+    void add(const char* piece, std::size_t size) override
+    {
+        Sha256_Update(&m_hash, reinterpret_cast<const unsigned char*>(piece), size);
+    }
+
+    void write(const char* path) override
+    {
+        unsigned char digest[Sha256DigestSize] = {}, encoded[256] = {};
+        if (m_hash.length > 0) // as for sha256(), there is no hash of an empty text
+            Sha256_Final(&m_hash, digest);
+        else
+            LOG_DEBUG("%s: %s: FileCrypt:Hashing Fail", LOG_TIME, LOG_FILE);
+        unsigned size = sizeof encoded;
+        if (cl_base64Encode(digest, sizeof digest, encoded, &size) != 0)
+            LOG_DEBUG("%s: %s: FileCrypt:Encoding fail", LOG_TIME, LOG_FILE);
+        if (const UnbufferedFile file = openUnbuffered(path, "w"))
+            writeBytes(file, encoded, size);
+    }
+
+private:
+    Sha256Context m_hash;
+};
+
+class Unknown final : public FileOperation
+{
+public:
+    explicit Unknown(int operation)
+        : m_operation(operation)
+    {
+    }
+
+    bool reserve(std::size_t) override { return true; }
+    void add(const char*, std::size_t) override {}
+    void write(const char*) override
+    {
+        LOG_DEBUG("%s: %s: FileCrypt: %d : Invalid operation parameter", LOG_TIME, LOG_FILE, m_operation);
+    }
+
+private:
+    int m_operation;
+};
+
+template <typename Operation, typename... Arguments>
+std::unique_ptr<FileOperation> made(Arguments... arguments)
+{
+    return std::unique_ptr<FileOperation>(new (std::nothrow) Operation(arguments...));
+}
+
+} // namespace
+
+std::unique_ptr<FileOperation> FileOperation::make(int operation)
+{
+    switch (operation) {
+    case 1:
+        return made<Encipher>();
+    case 2:
+        return made<Decipher>();
+    case 3:
+        return made<Fingerprint>();
+    default:
+        return made<Unknown>(operation);
+    }
+}
