@@ -2,15 +2,16 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/XmlFile.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr QLatin1String rootElement("qrvldoc");
-constexpr QLatin1String customizeItemElement("customize_item");
-constexpr QLatin1String customizeInfoElement("customize_Info");
+constexpr XmlFile::Texts texts{"file not exist", "file not exist"};
+
+constexpr QStringView rootElement(u"qrvldoc");
 
 bool isAtEndOf(const QXmlStreamReader& reader, const QString& element)
 {
@@ -35,11 +36,7 @@ StandardConfigParse::StandardConfigParse(QString fileName)
 int StandardConfigParse::loadFile(QString fileName)
 {
     QFile file(CommonUtils::GetPluginLibraryPath() + fileName);
-    if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        LOG_DEBUG("file not exist");
-        return -1;
-    }
-    return readXmlFile(&file);
+    return XmlFile::open(file, texts, QIODevice::ReadOnly | QIODevice::Text) ? readXmlFile(&file) : -1;
 }
 
 int StandardConfigParse::readXmlFile(QIODevice* device)
@@ -50,40 +47,35 @@ int StandardConfigParse::readXmlFile(QIODevice* device)
         return 0;
     QXmlStreamReader reader(device);
     bool isInRoot = false;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (isInRoot && isAtEndOf(reader, rootElement))
-            return 0;
-        if (reader.isStartElement() && reader.name() == rootElement)
+    const auto onStartElement = [&](QXmlStreamReader& element) {
+        if (element.name() == rootElement)
             isInRoot = true;
-        else if (isInRoot && reader.isStartElement())
-            readBlock(reader);
-    }
+        else if (isInRoot)
+            readBlock(element);
+    };
+    XmlFile::readElements(reader, onStartElement, rootElement);
     return reader.hasError() ? logReadError(LOG_FUNCTION) : 0;
 }
 
 void StandardConfigParse::readBlock(QXmlStreamReader& reader)
 {
-    if (reader.name() == customizeItemElement)
-        parseCustomizeItem(reader, customizeItemElement);
-    else if (reader.name() == customizeInfoElement)
-        parseCustomizeInfo(reader, customizeInfoElement);
+    const QString name = reader.name().toString();
+    if (name == QLatin1String("customize_item"))
+        parseCustomizeItem(reader, name);
+    else if (name == QLatin1String("customize_Info"))
+        parseCustomizeInfo(reader, name);
 }
 
 int StandardConfigParse::parseCustomizeItem(QXmlStreamReader& reader, QString endName)
 {
     int result = 0;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (isAtEndOf(reader, endName))
-            break;
-        if (!reader.isStartElement())
-            continue;
-        if (reader.name() == QLatin1String("conditions"))
-            result = parseDetail(reader, m_conditions, QStringLiteral("conditions"));
-        else if (reader.name() == QLatin1String("results"))
-            result = parseDetail(reader, m_results, QStringLiteral("results"));
-    }
+    const auto onStartElement = [&](QXmlStreamReader& element) {
+        if (element.name() == QLatin1String("conditions"))
+            result = parseDetail(element, m_conditions, QStringLiteral("conditions"));
+        else if (element.name() == QLatin1String("results"))
+            result = parseDetail(element, m_results, QStringLiteral("results"));
+    };
+    XmlFile::readElements(reader, onStartElement, endName);
     return reader.hasError() ? logReadError(LOG_FUNCTION) : result;
 }
 

@@ -3,6 +3,7 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/XmlFile.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
@@ -58,7 +59,7 @@ _ST_MCCMNC_ITEM namesOf(const Item& item, const QString& region)
 }
 
 template <typename OnRoot>
-void readRoot(QXmlStreamReader& reader, QLatin1String root, OnRoot onRoot)
+void readRoot(QXmlStreamReader& reader, QStringView root, OnRoot onRoot)
 {
     while (!reader.atEnd()) {
         reader.readNext();
@@ -67,6 +68,19 @@ void readRoot(QXmlStreamReader& reader, QLatin1String root, OnRoot onRoot)
         else if (reader.isStartElement() && reader.name() == root)
             onRoot();
     }
+}
+
+/// Hands the items of a section, from behind its start tag, to onItem.
+template <typename OnItem>
+void readItems(QXmlStreamReader& reader, QStringView section, OnItem onItem)
+{
+    const auto onStartElement = [&onItem](QXmlStreamReader& element) {
+        if (element.name() != itemElement)
+            return;
+        const QXmlStreamAttributes attributes = element.attributes();
+        onItem(itemFrom(attributes));
+    };
+    XmlFile::readElements(reader, onStartElement, section);
 }
 
 } // namespace
@@ -106,7 +120,7 @@ void StatusBarOpListParse::load(const char* function, const QString& fileName, L
 
 void StatusBarOpListParse::readFile(QXmlStreamReader& reader)
 {
-    readRoot(reader, QLatin1String("OperatorList"), [&] { readOperatorList(reader); });
+    readRoot(reader, u"OperatorList", [&] { readOperatorList(reader); });
 }
 
 bool StatusBarOpListParse::readOperatorList(QXmlStreamReader& reader)
@@ -123,21 +137,6 @@ bool StatusBarOpListParse::readOperatorList(QXmlStreamReader& reader)
     return true;
 }
 
-template <typename OnElement>
-bool StatusBarOpListParse::readSection(QXmlStreamReader& reader, QLatin1String section, OnElement onElement)
-{
-    while (!reader.atEnd()) {
-        const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::Invalid)
-            return checkError(reader);
-        if (token == QXmlStreamReader::EndElement && reader.name() == section)
-            return true;
-        if (token == QXmlStreamReader::StartElement)
-            onElement(reader.attributes());
-    }
-    return true;
-}
-
 bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
 {
     LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
@@ -146,14 +145,17 @@ bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
         return false;
     }
     QString region;
-    return readSection(reader, QLatin1String("MccMnc"), [&](const QXmlStreamAttributes& attributes) {
-        if (reader.name() == itemElement) {
+    const auto onStartElement = [&](QXmlStreamReader& element) {
+        const QXmlStreamAttributes attributes = element.attributes();
+        if (element.name() == itemElement) {
             const Item item = itemFrom(attributes);
             m_pHashMccMnc->insert({item.mcc, item.mnc}, namesOf(item, region));
-        } else if (reader.name() == QLatin1String("Region")) {
+        } else if (element.name() == QLatin1String("Region")) {
             region = attributes.value(QLatin1String("descr")).toString();
         }
-    });
+    };
+    XmlFile::readElements(reader, onStartElement, u"MccMnc");
+    return checkError(reader);
 }
 
 bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader& reader)
@@ -163,34 +165,29 @@ bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader& reader)
         LOG_WARNING("%s: %s: %s: pre condition failed", LOG_TIME, LOG_FILE, LOG_FUNCTION);
         return false;
     }
-    return readSection(reader, QLatin1String("MccOnly"), [&](const QXmlStreamAttributes& attributes) {
-        if (reader.name() != itemElement)
-            return;
-        const Item item = itemFrom(attributes);
-        m_pHashMccOnly->insert(item.mcc, namesOf(item, {}));
-    });
+    readItems(reader, u"MccOnly",
+              [this](const Item& item) { m_pHashMccOnly->insert(item.mcc, namesOf(item, {})); });
+    return checkError(reader);
 }
 
 void StatusBarOpListParse::readCPLMNOpListFile(QXmlStreamReader& reader)
 {
-    readNames(reader, QLatin1String("CPLMN"),
+    readNames(reader, u"CPLMN",
               [this](const Item& item) { m_hashCPLMN.insert(item.imsi, item.name.toString()); });
 }
 
 void StatusBarOpListParse::readCMCCMNCOpListFile(QXmlStreamReader& reader)
 {
-    readNames(reader, QLatin1String("CMCCMNC"),
+    readNames(reader, u"CMCCMNC",
               [this](const Item& item) { m_hashCMCCMNC.insert(item.code, item.name.toString()); });
 }
 
 template <typename OnItem>
-void StatusBarOpListParse::readNames(QXmlStreamReader& reader, QLatin1String root, OnItem onItem)
+void StatusBarOpListParse::readNames(QXmlStreamReader& reader, QStringView root, OnItem onItem)
 {
     readRoot(reader, root, [&] {
-        readSection(reader, root, [&](const QXmlStreamAttributes& attributes) {
-            if (reader.name() == itemElement)
-                onItem(itemFrom(attributes));
-        });
+        readItems(reader, root, onItem);
+        checkError(reader);
     });
 }
 

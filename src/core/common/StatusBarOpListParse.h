@@ -70,13 +70,9 @@ private:
     using ListReader = void (StatusBarOpListParse::*)(QXmlStreamReader&);
     void load(const char* function, const QString& fileName, ListReader read);
 
-    /// Calls onElement with the attributes of each start element until the end tag of `section`.
-    template <typename OnElement>
-    bool readSection(QXmlStreamReader& reader, QLatin1String section, OnElement onElement);
-
     /// Reads a list that gives each key a name.
     template <typename OnItem>
-    void readNames(QXmlStreamReader& reader, QLatin1String root, OnItem onItem);
+    void readNames(QXmlStreamReader& reader, QStringView root, OnItem onItem);
 
     /// The listed names of a network, untranslated.
     _ST_MCCMNC_ITEM findOperator(const QString& mcc, const QString& mnc) const;

@@ -30,12 +30,14 @@ bool XmlFile::open(QFile& file, const Texts& texts, QIODevice::OpenMode mode)
     return true;
 }
 
-void XmlFile::readElements(QXmlStreamReader& reader, const ElementReader& onStartElement)
+void XmlFile::readElements(QXmlStreamReader& reader, const ElementReader& onStartElement, QStringView endName)
 {
     while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement())
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement)
             onStartElement(reader);
+        else if (token == QXmlStreamReader::EndElement && reader.name() == endName)
+            return;
     }
 }
 

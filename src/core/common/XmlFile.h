@@ -35,8 +35,9 @@ bool read(const QString& path, const Texts& texts, const ElementReader& onStartE
 /// Opens a file for reading, or logs why that is not possible.
 bool open(QFile& file, const Texts& texts, QIODevice::OpenMode mode = QIODevice::ReadOnly);
 
-/// Reads to the end or to the first fault, from wherever the reader is.
-void readElements(QXmlStreamReader& reader, const ElementReader& onStartElement);
+/// Reads on from wherever the reader is, to the next end tag `endName`, to the end or to the first fault.
+/// @param endName null for the whole of the rest
+void readElements(QXmlStreamReader& reader, const ElementReader& onStartElement, QStringView endName = {});
 
 /// Logs the reader's fault, if it has one.
 /// @param source what was read, for the log
