@@ -21,7 +21,7 @@ install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_
     PATTERN "CurrentLanguage.h" EXCLUDE
     PATTERN "LanguageChoice.h" EXCLUDE
     PATTERN "Shortcut.h" EXCLUDE
-    PATTERN "TextTable.h" EXCLUDE
+    REGEX "/Change/TextTable\\.h$" EXCLUDE
     PATTERN "PluginDecisions.h" EXCLUDE
     PATTERN "PluginFolder.h" EXCLUDE
     PATTERN "Addresses.h" EXCLUDE
