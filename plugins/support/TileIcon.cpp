@@ -37,8 +37,10 @@ static void drawSim(QPainter& painter)
 static void drawDialPad(QPainter& painter)
 {
     painter.setBrush(Qt::white);
-    for (int key = 0; key < 9; ++key)
-        painter.drawEllipse(QPointF(6.5 + 5.5 * (key % 3), 6.5 + 5.5 * (key / 3)), 0.9, 0.9);
+    for (const qreal x : {6.5, 12.0, 17.5}) {
+        for (const qreal y : {6.5, 12.0, 17.5})
+            painter.drawEllipse(QPointF(x, y), 0.9, 0.9);
+    }
 }
 
 static void drawPlugins(QPainter& painter)

@@ -23,11 +23,7 @@ PluginInfo::PluginInfo(QString name, QString clsid, QString url, int type, bool 
     , m_bStatic(isStatic)
     , m_bSettingTitle(settingTitle)
     , m_bLoaded(loaded)
-    , m_bInitialized(false)
-    , m_bEnabled(false)
     , m_iType(type)
-    , m_pPlugin(nullptr)
-    , m_pLoader(nullptr)
 {
 }
 

@@ -29,11 +29,11 @@ public:
     bool m_bStatic;
     bool m_bSettingTitle; ///< contributes a page to the settings dialog
     bool m_bLoaded;
-    bool m_bInitialized;
-    bool m_bEnabled;
+    bool m_bInitialized = false;
+    bool m_bEnabled = false;
     int m_iType;
-    QObject* m_pPlugin;       ///< root object, owned by the library; null while not loaded
-    QPluginLoader* m_pLoader; ///< holds the library; owned; null while not loaded
+    QObject* m_pPlugin = nullptr;       ///< root object, owned by the library; null while not loaded
+    QPluginLoader* m_pLoader = nullptr; ///< holds the library; owned; null while not loaded
 
 private:
     Q_DISABLE_COPY_MOVE(PluginInfo)
