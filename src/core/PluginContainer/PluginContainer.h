@@ -180,6 +180,8 @@ private:
     void loadIfNeeded(PluginInfo* info);
     void initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function);
     void retirePlugin(PluginInfo* info);
+    struct Teardown;
+    bool tearDown(const QString& clsid, const Teardown& step);
     IBasePlugin* runningBase(const PluginInfo* info) const;
     QStringList unregisterRunningPlugins();
     bool isRunning(const QString& clsid) const;

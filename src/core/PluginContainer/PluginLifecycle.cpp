@@ -236,33 +236,38 @@ void PluginContainer::retirePlugin(PluginInfo* info)
               qUtf8Printable(info->m_strName), bUnloaded);
 }
 
+/// One of the calls that end a plugin, and what the log says of it.
+struct PluginContainer::Teardown
+{
+    const char* function; ///< the operation of the container
+    const char* doing;
+    const char* what; ///< the operation of the plugin
+    void (IPluginTeardown::*call)();
+};
+
 bool PluginContainer::DestroyPlugin(QString clsid)
 {
-    const QMutexLocker locker(&m_mutex);
-    LOG_DEBUG("%s: %s: entered. Plugin: %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(clsid));
-    const PluginInfo* const info = m_pHashPlugins->value(clsid);
-    IBasePlugin* const base = runningBase(info);
-    if (base) {
-        LOG_DEBUG("Destroying Plugin Name: %s, Plugin ClsID: %s", qUtf8Printable(info->m_strName),
-                  qUtf8Printable(clsid));
-        guardedCall("Destroy", info->m_strName, [base] { base->Destroy(); });
-    }
-    LOG_DEBUG("%s: %s: exited.", LOG_FILE, LOG_FUNCTION);
-    return base;
+    return tearDown(clsid, {LOG_FUNCTION, "Destroying", "Destroy", &IPluginTeardown::Destroy});
 }
 
 bool PluginContainer::UnRegisterFormPluginContainer(QString clsid)
 {
+    constexpr const char* what = "UnSDKRegisterEvent";
+    return tearDown(clsid, {LOG_FUNCTION, what, what, &IPluginTeardown::UnSDKRegisterEvent});
+}
+
+bool PluginContainer::tearDown(const QString& clsid, const Teardown& step)
+{
     const QMutexLocker locker(&m_mutex);
-    LOG_DEBUG("%s: %s: entered. Plugin: %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(clsid));
+    LOG_DEBUG("%s: %s: entered. Plugin: %s", LOG_FILE, step.function, qUtf8Printable(clsid));
     const PluginInfo* const info = m_pHashPlugins->value(clsid);
     IBasePlugin* const base = runningBase(info);
     if (base) {
-        LOG_DEBUG("UnSDKRegisterEvent Plugin Name: %s, Plugin ClsID: %s", qUtf8Printable(info->m_strName),
+        LOG_DEBUG("%s Plugin Name: %s, Plugin ClsID: %s", step.doing, qUtf8Printable(info->m_strName),
                   qUtf8Printable(clsid));
-        guardedCall("UnSDKRegisterEvent", info->m_strName, [base] { base->UnSDKRegisterEvent(); });
+        guardedCall(step.what, info->m_strName, [&] { (base->*step.call)(); });
     }
-    LOG_DEBUG("%s: %s: exited.", LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s: %s: exited.", LOG_FILE, step.function);
     return base;
 }
 
