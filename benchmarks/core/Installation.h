@@ -1,6 +1,9 @@
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
@@ -31,3 +34,21 @@ public:
 private:
     QTemporaryDir m_folder;
 };
+
+/// The main() of a benchmark: runs what is registered, in an installation of its own.
+/// @param prepare is called with the installation before
+template <typename Prepare>
+int runBenchmarks(int argc, char** argv, Prepare prepare)
+{
+    const QCoreApplication application(argc, argv);
+    const Installation installation;
+    prepare(installation);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
+
+inline int runBenchmarks(int argc, char** argv)
+{
+    return runBenchmarks(argc, argv, [](const Installation&) {});
+}

@@ -6,7 +6,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
 #include <QXmlStreamReader>
 
 #include <memory>
@@ -83,28 +82,17 @@ void barePass(benchmark::State& state)
     state.SetComplexityN(records);
 }
 
+void useSizes(benchmark::internal::Benchmark* registered)
+{
+    registered->Arg(500)->Arg(1000)->Arg(2000)->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
 } // namespace
 
-BENCHMARK(readAndCustomise)
-    ->Name("read_configuration/ours")
-    ->Arg(500)
-    ->Arg(1000)
-    ->Arg(2000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-BENCHMARK(barePass)
-    ->Name("read_configuration/peer_reader")
-    ->Arg(500)
-    ->Arg(1000)
-    ->Arg(2000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(readAndCustomise)->Name("read_configuration/ours")->Apply(useSizes);
+BENCHMARK(barePass)->Name("read_configuration/peer_reader")->Apply(useSizes);
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation ownInstallation;
-    installation = &ownInstallation;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv, [](const Installation& own) { installation = &own; });
 }

@@ -5,8 +5,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 const QString text = QStringLiteral("D754AE84-535F-4c18-85F8-F154CFE34DDF");
@@ -36,8 +34,5 @@ BENCHMARK(lineOffWithQDebug)->Name("log_line_off/peer_qdebug");
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation installation;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv);
 }

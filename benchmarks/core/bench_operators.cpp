@@ -163,11 +163,9 @@ BENCHMARK(loadBarePass)->Name("load_operators/peer_reader")->Unit(benchmark::kMi
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation installation;
-    QDir().mkpath(listPath(""));
-    writeList("OperatorList.xml", operatorListXml(networkCount));
-    writeList("CPLMNOpList.xml", imsiListXml());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv, [](const Installation&) {
+        QDir().mkpath(listPath(""));
+        writeList("OperatorList.xml", operatorListXml(networkCount));
+        writeList("CPLMNOpList.xml", imsiListXml());
+    });
 }

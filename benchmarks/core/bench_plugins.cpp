@@ -81,28 +81,17 @@ void loadBare(benchmark::State& state)
     }
 }
 
+void useSizes(benchmark::internal::Benchmark* registered)
+{
+    registered->Arg(10)->Arg(50)->Arg(200)->Unit(benchmark::kMillisecond)->UseManualTime();
+}
+
 } // namespace
 
-BENCHMARK(loadWithContainer)
-    ->Name("load_plugins/ours")
-    ->Arg(10)
-    ->Arg(50)
-    ->Arg(200)
-    ->Unit(benchmark::kMillisecond)
-    ->UseManualTime();
-BENCHMARK(loadBare)
-    ->Name("load_plugins/peer_loader")
-    ->Arg(10)
-    ->Arg(50)
-    ->Arg(200)
-    ->Unit(benchmark::kMillisecond)
-    ->UseManualTime();
+BENCHMARK(loadWithContainer)->Name("load_plugins/ours")->Apply(useSizes);
+BENCHMARK(loadBare)->Name("load_plugins/peer_loader")->Apply(useSizes);
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation ownInstallation;
-    installation = &ownInstallation;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv, [](const Installation& own) { installation = &own; });
 }

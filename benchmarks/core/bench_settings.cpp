@@ -6,8 +6,6 @@
 #include <benchmark/benchmark.h>
 #include <glib.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 constexpr int keyCount = 1000;
@@ -54,10 +52,8 @@ BENCHMARK(readKeyFile)->Name("get_settings/peer_gkeyfile");
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation installation;
-    for (int number = 0; number < keyCount; ++number)
-        CommonUtils::SetSettings(section, keyName(number), valueOf(number));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv, [](const Installation&) {
+        for (int number = 0; number < keyCount; ++number)
+            CommonUtils::SetSettings(section, keyName(number), valueOf(number));
+    });
 }

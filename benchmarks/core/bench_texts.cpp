@@ -8,8 +8,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 /// Ordinary message text of so many characters: a link or an address every few lines.
@@ -93,8 +91,5 @@ BENCHMARK(speedNumber)->Name("speed_text/peer_number");
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation installation;
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv);
 }

@@ -171,13 +171,11 @@ BENCHMARK(switchLanguage)->Name("switch_language/ours")->Unit(benchmark::kMillis
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const Installation installation;
     QTranslator peer;
-    loadTranslator(peer, installation);
-    translator = &peer;
-    writeLanguageFile(languageFile(plugin, QStringLiteral("en-us")), textCount);
-    Change::LoadLangFile(plugin);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return runBenchmarks(argc, argv, [&peer](const Installation& installation) {
+        loadTranslator(peer, installation);
+        translator = &peer;
+        writeLanguageFile(languageFile(plugin, QStringLiteral("en-us")), textCount);
+        Change::LoadLangFile(plugin);
+    });
 }
