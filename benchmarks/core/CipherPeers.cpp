@@ -20,7 +20,7 @@ struct OpenSslState
 
     OpenSslState(const unsigned char* key, const unsigned char* iv)
     {
-        for (int i = 0; i < 3; ++i)
+        for (std::size_t i = 0; i < 3; ++i)
             DES_set_key_unchecked(
                 reinterpret_cast<const_DES_cblock*>(const_cast<unsigned char*>(key + 8 * i)), &keys[i]);
         std::memcpy(chain, iv, sizeof chain);

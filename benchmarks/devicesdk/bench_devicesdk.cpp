@@ -30,6 +30,7 @@ void setAll(const std::vector<std::u16string>& keys, const std::u16string& value
 std::vector<std::u16string> keyNames()
 {
     std::vector<std::u16string> keys;
+    keys.reserve(kCount);
     for (int number = 0; number < kCount; ++number)
         keys.push_back(keyName(number));
     return keys;
