@@ -240,20 +240,21 @@ void PluginContainer::retirePlugin(PluginInfo* info)
 struct PluginContainer::Teardown
 {
     const char* function; ///< the operation of the container
-    const char* doing;
-    const char* what; ///< the operation of the plugin
+    const char* line;     ///< of the log, about the plugin's name and clsid
+    const char* what;     ///< the operation of the plugin
     void (IPluginTeardown::*call)();
 };
 
 bool PluginContainer::DestroyPlugin(QString clsid)
 {
-    return tearDown(clsid, {LOG_FUNCTION, "Destroying", "Destroy", &IPluginTeardown::Destroy});
+    return tearDown(clsid, {LOG_FUNCTION, "Destroying Plugin Name: %s, Plugin ClsID: %s", "Destroy",
+                            &IPluginTeardown::Destroy});
 }
 
 bool PluginContainer::UnRegisterFormPluginContainer(QString clsid)
 {
-    constexpr const char* what = "UnSDKRegisterEvent";
-    return tearDown(clsid, {LOG_FUNCTION, what, what, &IPluginTeardown::UnSDKRegisterEvent});
+    return tearDown(clsid, {LOG_FUNCTION, "UnSDKRegisterEvent Plugin Name: %s, Plugin ClsID: %s",
+                            "UnSDKRegisterEvent", &IPluginTeardown::UnSDKRegisterEvent});
 }
 
 bool PluginContainer::tearDown(const QString& clsid, const Teardown& step)
@@ -263,8 +264,7 @@ bool PluginContainer::tearDown(const QString& clsid, const Teardown& step)
     const PluginInfo* const info = m_pHashPlugins->value(clsid);
     IBasePlugin* const base = runningBase(info);
     if (base) {
-        LOG_DEBUG("%s Plugin Name: %s, Plugin ClsID: %s", step.doing, qUtf8Printable(info->m_strName),
-                  qUtf8Printable(clsid));
+        LOG_DEBUG(step.line, qUtf8Printable(info->m_strName), qUtf8Printable(clsid));
         guardedCall(step.what, info->m_strName, [&] { (base->*step.call)(); });
     }
     LOG_DEBUG("%s: %s: exited.", LOG_FILE, step.function);

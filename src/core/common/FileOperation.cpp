@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t VectorSize = 8;
 constexpr std::size_t PieceSize = FileOperation::PieceSize;
+constexpr const char* Function = "FileCrypt"; ///< for log lines
 
 /// The key of all files: changing a fragment makes files unreadable that were written before.
 class FileKey
@@ -39,7 +40,7 @@ bool writeBytes(const UnbufferedFile& file, const void* bytes, std::size_t size)
 {
     if (size == 0 || std::fwrite(bytes, 1, size, file.get()) == size)
         return true;
-    LOG_WARNING("%s: %s: FileCrypt: the result cannot be written", LOG_TIME, LOG_FILE);
+    LOG_WARNING("%s: %s: %s: the result cannot be written", LOG_TIME, LOG_FILE, Function);
     return false;
 }
 
@@ -50,7 +51,7 @@ public:
     bool reserve(std::size_t textSize)
     {
         return textSize < PTRDIFF_MAX - 2 * VectorSize &&
-               m_bytes.allocate(VectorSize + ByteStrings::wholeBlocks(textSize), LOG_FILE, "FileCrypt",
+               m_bytes.allocate(VectorSize + ByteStrings::wholeBlocks(textSize), LOG_FILE, Function,
                                 __LINE__);
     }
 
@@ -176,10 +177,10 @@ public:
         if (m_hash.length > 0) // as for sha256(), there is no hash of an empty text
             Sha256_Final(&m_hash, digest);
         else
-            LOG_DEBUG("%s: %s: FileCrypt:Hashing Fail", LOG_TIME, LOG_FILE);
+            LOG_DEBUG("%s: %s: %s:Hashing Fail", LOG_TIME, LOG_FILE, Function);
         unsigned size = sizeof encoded;
         if (cl_base64Encode(digest, sizeof digest, encoded, &size) != 0)
-            LOG_DEBUG("%s: %s: FileCrypt:Encoding fail", LOG_TIME, LOG_FILE);
+            LOG_DEBUG("%s: %s: %s:Encoding fail", LOG_TIME, LOG_FILE, Function);
         if (const UnbufferedFile file = openUnbuffered(path, "w"))
             writeBytes(file, encoded, size);
     }
@@ -200,7 +201,7 @@ public:
     void add(const char*, std::size_t) override {}
     void write(const char*) override
     {
-        LOG_DEBUG("%s: %s: FileCrypt: %d : Invalid operation parameter", LOG_TIME, LOG_FILE, m_operation);
+        LOG_DEBUG("%s: %s: %s: %d : Invalid operation parameter", LOG_TIME, LOG_FILE, Function, m_operation);
     }
 
 private:
