@@ -286,7 +286,7 @@ void fileAlone(benchmark::State& state, int operation)
     }
 }
 
-constexpr int KiB = 1024, MiB = 1024 * KiB;
+constexpr std::int64_t KiB = 1024, MiB = 1024 * KiB;
 
 void registerPaths()
 {

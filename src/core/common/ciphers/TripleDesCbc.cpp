@@ -44,7 +44,7 @@ void spreadKey(const Des3Schedule& schedule, TripleDesCbc::KeyBits& key)
     for (std::size_t round = 0; round < 48; ++round) {
         const std::uint64_t word = roundKey(schedule.decrypt[round / 16], round % 16);
         for (int byte = 0; byte < 8; ++byte) {
-            std::uint32_t* masks = &key.masks[round][6 * BoxOfByte[byte]];
+            std::uint32_t* masks = &key.masks[round][std::size_t{6} * BoxOfByte[byte]];
             for (int place = 0; place < 6; ++place)
                 masks[place] = -std::uint32_t(word >> (8 * byte + 5 - place) & 1);
         }
