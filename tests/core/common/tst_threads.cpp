@@ -3,6 +3,7 @@
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"
+#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "PublishedHost.h"
 
@@ -22,16 +23,15 @@ private slots:
     void counting();
     void countingFromManyThreads();
     void waitWithoutHost();
-    void waitWithoutWorkers_data();
     void waitWithoutWorkers();
     void waitForWorkers();
     void waitForWorkerThatNeverEnds();
 
 private:
-    /// A host with a notification service.
-    void publishHost()
+    /// A host with one plugin, the notification service.
+    void publishHost(const QString& clsid = PluginIds::NotifyService)
     {
-        m_host = makeContainer({{PluginIds::NotifyService, "TestAlpha"}});
+        m_host = makeContainer({{clsid, "TestAlpha"}});
         PublishedHost::publish(m_host.get());
     }
 
@@ -78,15 +78,14 @@ void TestThreads::counting()
 
 void TestThreads::countingFromManyThreads()
 {
-    const auto work = [] {
-        for (int round = 0; round < 100; ++round) {
-            CommonUtils::ThreadCountInc("Worker", QString::number(round));
-            CommonUtils::ThreadCountDec("Worker", QString::number(round));
-        }
-    };
     std::array<std::thread, 8> threads;
     for (std::thread& thread : threads)
-        thread = std::thread(work);
+        thread = std::thread([] {
+            for (int round = 0; round < 100; ++round) {
+                CommonUtils::ThreadCountInc("Worker", QString::number(round));
+                CommonUtils::ThreadCountDec("Worker", QString::number(round));
+            }
+        });
     for (std::thread& thread : threads)
         thread.join();
     CommonUtils::ThreadCountInc({}, {});
@@ -102,36 +101,22 @@ void TestThreads::waitWithoutHost()
     QVERIFY(!log().contains(waitBegins) && !log().contains(waitEnds));
 }
 
-void TestThreads::waitWithoutWorkers_data()
-{
-    QTest::addColumn<QString>("service"); // how the notification service is
-    QTest::newRow("present") << "present";
-    QTest::newRow("missing") << "missing";
-    QTest::newRow("of another kind") << "other";
-    QTest::newRow("throws") << "throws";
-}
-
 void TestThreads::waitWithoutWorkers()
 {
-    QFETCH(QString, service);
-    if (service == "missing") {
-        m_host = makeContainer(QVector<PluginEntry>());
-        PublishedHost::publish(m_host.get());
-    } else {
-        publishHost();
-    }
-    if (service == "other")
-        recorder().setAnswer("TestAlpha.QueryInterface(0x2011)", QVariant::fromValue<QObject*>(this));
-    if (service == "throws")
-        recorder().setHook("TestAlpha.StopThreads", [] { throw std::runtime_error("broken"); });
     log().allow("StopThreads: plugin notification service threw: broken");
-
-    CommonUtils::WaitThreadsStop();
-    const int asked = service == "present" || service == "throws";
-    QCOMPARE(stopRequests(), asked);
-    QCOMPARE(log().count("{file}: WaitThreadsStop: stop thread called"), asked);
+    const auto wait = [this](const QString& clsid) {
+        recorder().setHook("TestAlpha.StopThreads", [] { throw std::runtime_error("broken"); });
+        publishHost(clsid);
+        CommonUtils::WaitThreadsStop();
+        return stopRequests();
+    };
+    QCOMPARE(wait(PluginIds::NotifyService), 1);
+    QCOMPARE(wait("other"), 1);
+    recorder().setAnswer("TestAlpha.QueryInterface(0x2011)", QVariant::fromValue<QObject*>(this));
+    QCOMPARE(wait(PluginIds::NotifyService), 1);
+    QCOMPARE(log().count("{file}: WaitThreadsStop: stop thread called"), 1);
     QVERIFY(!log().contains(waitBegins));
-    QCOMPARE(log().lines(QtWarningMsg, waitEnds).size(), 1);
+    QCOMPARE(log().lines(QtWarningMsg, waitEnds).size(), 3);
 }
 
 /// A worker that ends while it is waited for.
@@ -150,7 +135,7 @@ void TestThreads::waitForWorkers()
     worker.join();
     m_rounds = log().count(waitBegins);
     QVERIFY(m_rounds < 20);
-    QCOMPARE(log().firstMissingInOrder({waitBegins, wakes, waitEnds}), QString());
+    VERIFY_LOGGED_IN_ORDER(waitBegins, wakes, waitEnds);
     QCOMPARE(recorder().calls("TestAlpha.StopThreads")[0].thread, QThread::currentThreadId());
 }
 
