@@ -24,9 +24,12 @@ static QRegularExpression expression(const QString& pattern)
                               QRegularExpression::DotMatchesEverythingOption);
 }
 
-static bool matches(const QRegularExpression& expression, const QString& text)
+/// The test whether a line matches.
+static auto matching(const QString& pattern)
 {
-    return expression.match(text).hasMatch();
+    return [wanted = expression(pattern)](const auto& line) {
+        return wanted.match(line.text).hasMatch();
+    };
 }
 
 LogCapture::LogCapture()
@@ -43,21 +46,15 @@ LogCapture::~LogCapture()
     qInstallMessageHandler(m_previous);
 }
 
-int LogCapture::count(const QString& pattern) const
-{
-    return lines(pattern).size();
-}
-
 QStringList LogCapture::lines(const QString& pattern) const
 {
-    const QRegularExpression wanted = expression(pattern);
-    return select([&](const Line& line) { return matches(wanted, line.text); });
+    return select(matching(pattern));
 }
 
 QStringList LogCapture::lines(QtMsgType type, const QString& pattern) const
 {
-    const QRegularExpression wanted = expression(pattern);
-    return select([&](const Line& line) { return line.type == type && matches(wanted, line.text); });
+    const auto isWanted = matching(pattern);
+    return select([&](const Line& line) { return line.type == type && isWanted(line); });
 }
 
 QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
@@ -65,8 +62,7 @@ QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
     const std::lock_guard<std::mutex> lock(m_mutex);
     auto line = m_lines.cbegin();
     for (const QString& pattern : patterns) {
-        const QRegularExpression wanted = expression(pattern);
-        line = std::find_if(line, m_lines.cend(), [&](const Line& l) { return matches(wanted, l.text); });
+        line = std::find_if(line, m_lines.cend(), matching(pattern));
         if (line == m_lines.cend())
             return pattern;
         ++line;
@@ -76,13 +72,11 @@ QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
 
 bool LogCapture::waitFor(const QString& pattern, int count, int timeout) const
 {
-    const QRegularExpression wanted = expression(pattern);
-    const auto enough = [&] {
-        return std::count_if(m_lines.cbegin(), m_lines.cend(),
-                             [&](const Line& line) { return matches(wanted, line.text); }) >= count;
+    const auto isEnough = [this, count, isWanted = matching(pattern)] {
+        return std::count_if(m_lines.cbegin(), m_lines.cend(), isWanted) >= count;
     };
     std::unique_lock<std::mutex> lock(m_mutex);
-    return m_changed.wait_for(lock, std::chrono::milliseconds(timeout), enough);
+    return m_changed.wait_for(lock, std::chrono::milliseconds(timeout), isEnough);
 }
 
 void LogCapture::allow(const QString& pattern)
@@ -93,12 +87,10 @@ void LogCapture::allow(const QString& pattern)
 
 QStringList LogCapture::unexpected() const
 {
-    const auto isAllowed = [this](const QString& text) {
-        return std::any_of(m_allowed.cbegin(), m_allowed.cend(),
-                           [&](const QString& pattern) { return matches(expression(pattern), text); });
-    };
-    return select([&](const Line& line) {
-        return line.type != QtDebugMsg && line.type != QtInfoMsg && !isAllowed(line.text);
+    return select([this](const Line& line) {
+        return line.type != QtDebugMsg && line.type != QtInfoMsg &&
+               std::none_of(m_allowed.cbegin(), m_allowed.cend(),
+                            [&](const QString& pattern) { return matching(pattern)(line); });
     });
 }
 

@@ -20,7 +20,7 @@ public:
     LogCapture();
     ~LogCapture();
 
-    int count(const QString& pattern) const;
+    int count(const QString& pattern) const { return lines(pattern).size(); }
     bool contains(const QString& pattern) const { return count(pattern) > 0; }
 
     /// The recorded lines that match, in order; those of one type alone if given.

@@ -36,7 +36,7 @@ QByteArray pluginLibraryXml(const QVector<PluginEntry>& entries, const QString& 
                                      element("url", ".\\" + entry.url.toUtf8() + ".dll") +
                                      element("active", boolean(entry.isActive)) +
                                      element("type", QByteArray::number(entry.type)) +
-                                     element("setting_title", boolean(entry.hasSettings)) +
+                                     element("setting_title", boolean(false)) +
                                      element("static", boolean(entry.isStatic))) +
                '\n';
     }

@@ -14,7 +14,6 @@ struct PluginEntry
     bool isActive = false;
     bool isStatic = false;
     int type = 0;
-    bool hasSettings = false;
 
     /// The plugin's name, the "Test" of the library's name taken off.
     QString name() const;

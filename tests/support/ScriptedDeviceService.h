@@ -3,14 +3,10 @@
 #include "qrvl.h"
 
 #include <QByteArray>
-#include <QHash>
-#include <QPair>
 #include <QString>
 #include <QStringList>
 
 #include <initializer_list>
-#include <mutex>
-#include <set>
 
 /// Stands in for the device service: implements the interface of qrvl.h and does what the test says. Any
 /// thread.
@@ -47,25 +43,4 @@ public:
 
     /// The names of the calls other than reads of settings, in order; settings writes give all three texts.
     QStringList calls() const;
-
-    // What the C operations do.
-    long read(const char* operation, View view, const char16_t* section, const char16_t* key,
-              char16_t** value) const;
-    long write(const char16_t* section, const char16_t* key, const char16_t* value);
-    long addCallback(const char* operation, int list, QRVL_DevCallback callback);
-    long removeCallback(const char* operation, int list, QRVL_DevCallback callback);
-    long devices(QRVL_AvailableDeviceList* list);
-    long imsi(char* buffer);
-    long note(const char* operation);
-
-private:
-    using Address = QPair<QString, QString>;
-
-    mutable std::mutex m_mutex;
-    QHash<Address, QString> m_settings[3];
-    std::set<QRVL_DevCallback> m_callbacks[2];
-    QStringList m_devices;
-    QByteArray m_imsi;
-    QHash<QString, long> m_results;
-    QStringList m_calls;
 };

@@ -14,16 +14,13 @@ public:
     using PluginContainer::decideDefaultLanguage;
     using PluginContainer::GetAdapterLang;
     using PluginContainer::GetCurLanguageInfo;
-    using PluginContainer::GetCurrentSystemLang;
     using PluginContainer::getDeviceName;
     using PluginContainer::getLanguageList;
     using PluginContainer::isFirstTimeStart;
     using PluginContainer::isPluginInList;
     using PluginContainer::readPluginElement;
-    using PluginContainer::removePluginInfo;
     using PluginContainer::setRunningMark;
     using PluginContainer::setStartupLanguage;
-    using PluginContainer::updateDeviceCustomization;
 
     /// Counts the calls and does what it always does.
     void ApplyCustomizationForDevice(QString key) override
