@@ -17,55 +17,37 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const char16_t* const kSection = u"s";
 constexpr int kKeys = 100;
 constexpr int kCounters = 10;
 
 void set(const QString& key, const QString& value)
 {
-    QRVL_SetSettings(kSection, key.toStdU16String().c_str(), value.toStdU16String().c_str());
+    QRVL_SetSettings(u"s", key.toStdU16String().c_str(), value.toStdU16String().c_str());
 }
 
-int storedNumber(const QString& key)
+/// Counts all counters up, one after the other, until somebody ends the process.
+[[noreturn]] void countForEver(int number)
 {
-    char16_t* value = nullptr;
-    QRVL_GetUserSettings(kSection, key.toStdU16String().c_str(), &value);
-    const std::unique_ptr<char16_t[]> owner(value);
-    return value ? QStringView(value).toString().toInt() : 0;
-}
-
-/// Writes kKeys values of its own; most flushes have one alone. Ends at once after the last.
-void writeKeys(const QString& prefix)
-{
-    for (int i = 0; i < kKeys; ++i) {
-        set(prefix + QString::number(i), prefix);
-        std::this_thread::sleep_for(1ms);
-    }
-}
-
-/// Counts all counters up, one after the other, until somebody ends the process. Begins by finishing the
-/// round in which the process before it was ended.
-[[noreturn]] void countForEver()
-{
-    for (int number = storedNumber("counter0");; ++number) {
+    for (;; ++number) {
         for (int i = 0; i < kCounters; ++i)
             set(QString("counter%1").arg(i), QString::number(number));
     }
 }
 
-/// What this program does as a child of the test.
+/// What this program does as a child of the test. It ends at once after the last write.
 int runChild(int argc, char** argv)
 {
     const QString job = argv[1];
+    std::unique_ptr<QCoreApplication> application;
     if (job == "--count")
-        countForEver();
-    if (job == "--write-with-application") {
-        const QCoreApplication application(argc, argv);
-        set("from application", "1");
-        return 0;
+        countForEver(QByteArray(argv[2]).toInt());
+    if (job == "--application")
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    for (int i = 0; i < kKeys; ++i) {
+        set(job + QString::number(i), job);
+        std::this_thread::sleep_for(1ms); // most flushes have one alone
     }
-    writeKeys(argv[2]);
-    if (job == "--write-and-exit")
+    if (job == "--exit")
         std::exit(0);
     return 0;
 }
@@ -80,8 +62,6 @@ private slots:
     void init();
 
     void nothingIsLostBetweenProcesses();
-    void endOfProcessWrites_data();
-    void endOfProcessWrites();
     void killedWriterLeavesSoundStore();
     void arguments();
 
@@ -113,41 +93,23 @@ IniDocument tst_SettingsProcesses::store() const
     return IniDocument(FileAccess::read(m_folder->filePath("settings.ini")).bytes);
 }
 
+/// However a process ends, and whatever the others write meanwhile.
 void tst_SettingsProcesses::nothingIsLostBetweenProcesses()
 {
-    const QStringList prefixes = {"a", "b", "c"};
+    const QStringList jobs = {"--return", "--exit", "--application"};
     std::vector<std::unique_ptr<QProcess>> children;
-    for (const QString& prefix : prefixes)
-        children.push_back(startChild({"--write", prefix}));
-    for (const auto& child : children)
-        QVERIFY(child->waitForFinished() && child->exitCode() == 0);
+    for (const QString& job : jobs)
+        children.push_back(startChild({job}));
+    for (const auto& child : children) {
+        QVERIFY(child->waitForFinished() && child->exitStatus() == QProcess::NormalExit);
+        QCOMPARE(child->exitCode(), 0);
+    }
     const IniDocument document = store();
-    for (const QString& prefix : prefixes) {
+    for (const QString& job : jobs) {
         for (int i = 0; i < kKeys; ++i)
-            QVERIFY2(document.find("s", prefix + QString::number(i)),
-                     qPrintable(prefix + QString::number(i)));
+            QVERIFY2(document.find("s", job + QString::number(i)), qPrintable(job + QString::number(i)));
     }
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("settings.ini"));
-}
-
-void tst_SettingsProcesses::endOfProcessWrites_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("key");
-    QTest::newRow("return from main") << QStringList{"--write", "x"} << "x99";
-    QTest::newRow("exit") << QStringList{"--write-and-exit", "x"} << "x99";
-    QTest::newRow("application object") << QStringList{"--write-with-application"} << "from application";
-}
-
-void tst_SettingsProcesses::endOfProcessWrites()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, key);
-    const auto child = startChild(arguments);
-    QVERIFY(child->waitForFinished());
-    QCOMPARE(child->exitStatus(), QProcess::NormalExit);
-    QCOMPARE(child->exitCode(), 0);
-    QVERIFY(store().find("s", key));
 }
 
 static QVector<int> counters(const IniDocument& document)
@@ -162,11 +124,10 @@ static QVector<int> counters(const IniDocument& document)
 
 void tst_SettingsProcesses::killedWriterLeavesSoundStore()
 {
-    int last = 0;
     for (int round = 0; round < 12; ++round) {
-        const QByteArray before = store().toBytes();
-        const auto child = startChild({"--count"});
-        QTRY_VERIFY_WITH_TIMEOUT(store().toBytes() != before, 30000);
+        const QVector<int> before = counters(store());
+        const auto child = startChild({"--count", QString::number(before.first())});
+        QTRY_VERIFY_WITH_TIMEOUT(counters(store()) != before, 30000);
         QTest::qWait(QRandomGenerator::global()->bounded(30));
         child->kill();
         QVERIFY(child->waitForFinished());
@@ -177,8 +138,7 @@ void tst_SettingsProcesses::killedWriterLeavesSoundStore()
         // One moment of the writer: a counter is at most one ahead of those that it reaches later.
         QVERIFY(std::is_sorted(numbers.rbegin(), numbers.rend()));
         QVERIFY(numbers.first() - numbers.last() <= 1);
-        QVERIFY(numbers.last() >= last);
-        last = numbers.last();
+        QVERIFY(numbers.last() >= before.last());
     }
     QVERIFY(QDir(m_folder->path()).entryList({"*corrupt*"}).isEmpty());
 }
