@@ -1,23 +1,22 @@
-#include <QDir>
+#include "RunTool.h"
+
 #include <QDirIterator>
 #include <QMap>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <tuple>
 using Files = QMap<QString, QByteArray>; // content by name
-Q_DECLARE_METATYPE(Files)
 
 class tst_LangTool : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void check_data();
-    void check();
+    void checkAgainstReference();
+    void checkShortcuts();
     void linguistAndBack();
     void newLanguage();
-    void refuses_data();
     void refuses();
 };
 
@@ -40,54 +39,54 @@ static QByteArray read(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
 
-/// Runs the tool; its standard output and error.
 static QByteArray run(const QStringList& arguments, int exitCode)
 {
-    QProcess tool;
-    tool.setProcessChannelMode(QProcess::MergedChannels);
-    tool.start(QCoreApplication::applicationDirPath() + "/../../app/" LANGUAGE_TOOL, arguments);
-    if (!tool.waitForFinished() || tool.exitStatus() != QProcess::NormalExit || tool.exitCode() != exitCode)
-        qCritical("The tool ended with %d", tool.exitCode());
-    return tool.readAll().replace("\r\n", "\n");
+    return runTool("skylume-lang", arguments, exitCode);
 }
 
-void tst_LangTool::check_data()
+/// What the tool says of a folder of such files.
+static void check(const Files& files, const QByteArrayList& faults)
 {
-    QTest::addColumn<Files>("files");
-    QTest::addColumn<QByteArrayList>("faults");
-    const auto row = [](const char* name, const Files& files, const QByteArrayList& faults) {
-        QTest::newRow(name) << files << faults;
-    };
-    /// A German file beside a sound English one.
-    const auto german = [&](const char* name, const QByteArray& items, const QByteArrayList& faults) {
-        row(name, {{"P_en-us.lang", language(CleanText)}, {"P_de-de.lang", language(items)}}, faults);
-    };
-    german("sound", R"(<item name="IDS_A">%1 eins</item>)", {});
-    german(
-        "missing and surplus", R"(<item name="IDS_B">zwei</item>)",
-        {R"(P_de-de.lang:2: "IDS_B" is unknown to the reference)", R"(P_de-de.lang:2: "IDS_A" is missing)"});
-    german("twice", CleanText + "\n\n" + CleanText, {R"(P_de-de.lang:4: "IDS_A" is there twice)"});
-    german("no identifier", CleanText + "\n<item>x</item>",
-           {R"(P_de-de.lang:3: the text "x" has no identifier)"});
-    german(
-        "no text", R"(<item name="IDS_A"/>)",
-        {R"(P_de-de.lang:2: "IDS_A" has no text)", R"(P_de-de.lang:2: "IDS_A" has the placeholders none)"});
-    german("element in text", R"(<item name="IDS_A">%1 <b>fett</b></item>)",
-           {R"(P_de-de.lang:2: there is an element "b" within a text)"});
-    german("broken", CleanText + "\n<item name=\"IDS_B\">",
-           {"P_de-de.lang:4: broken XML in column", R"("IDS_B" is unknown)"});
-    german("placeholder", R"(<item name="IDS_A">eins %2</item>)",
-           {"has the placeholders %2, the reference has %1"});
-    german("surplus shortcut", R"(<item name="IDS_A">%1 (Strg+A)</item>)", {"has a shortcut, the reference"});
-    german("unknown shortcut", R"(<item name="IDS_A">%1 (Strg+5)</item>)", {"has a shortcut, the reference"});
+    const QTemporaryDir folder;
+    for (auto file = files.cbegin(); file != files.cend(); ++file)
+        QVERIFY(write(folder.filePath(file.key()), file.value()));
+    const QByteArray output = run({"check", folder.path()}, faults.isEmpty() ? 0 : 1);
+    for (const QByteArray& fault : faults)
+        QVERIFY2(output.contains(fault), fault + " is not in: " + output);
+    QVERIFY2(output.count('\n') == (faults.isEmpty() ? 0 : faults.size() + 1), output);
+}
 
+/// A German file beside a sound English one.
+void tst_LangTool::checkAgainstReference()
+{
+    const std::tuple<QByteArray, QByteArrayList> rows[] = {
+        {R"(<item name="IDS_A">%1 eins</item>)", {}},
+        {R"(<item name="IDS_B">zwei</item>)",
+         {R"(P_de-de.lang:2: "IDS_B" is unknown to the reference)", R"(P_de-de.lang:2: "IDS_A" is missing)"}},
+        {CleanText + "\n\n" + CleanText, {R"(P_de-de.lang:4: "IDS_A" is there twice)"}},
+        {CleanText + "\n<item>x</item>", {R"(P_de-de.lang:3: the text "x" has no identifier)"}},
+        {R"(<item name="IDS_A"/>)",
+         {R"(P_de-de.lang:2: "IDS_A" has no text)", R"(P_de-de.lang:2: "IDS_A" has the placeholders none)"}},
+        {R"(<item name="IDS_A">%1 <b>fett</b></item>)",
+         {R"(P_de-de.lang:2: there is an element "b" within a text)"}},
+        {CleanText + "\n<item name=\"IDS_B\">",
+         {"P_de-de.lang:4: broken XML in column", R"("IDS_B" is unknown)"}},
+        {R"(<item name="IDS_A">eins %2</item>)", {"has the placeholders %2, the reference has %1"}},
+        {R"(<item name="IDS_A">%1 (Strg+A)</item>)", {"has a shortcut, the reference"}},
+        {R"(<item name="IDS_A">%1 (Strg+5)</item>)", {"has a shortcut, the reference"}},
+    };
+    for (const auto& [items, faults] : rows)
+        check({{"P_en-us.lang", language(CleanText)}, {"P_de-de.lang", language(items)}}, faults);
+}
+
+void tst_LangTool::checkShortcuts()
+{
     // German texts know other words for the keys than all others.
     const QByteArray save = R"(<item name="IDS_S">Save (Ctrl+S)</item>)";
-    row("foreign shortcut", {{"P_en-us.lang", language(save)}, {"P_de-de.lang", language(save)}},
-        {R"(P_de-de.lang:2: "IDS_S" has no shortcut that can be read)"});
-    row("shortcut of nothing",
-        {{"P_en-us.lang", language(R"(<item name="IDS_S">To the Alternative</item>)")}},
-        {R"(P_en-us.lang:2: "IDS_S" ends with an unknown shortcut, "Alternative")"});
+    check({{"P_en-us.lang", language(save)}, {"P_de-de.lang", language(save)}},
+          {R"(P_de-de.lang:2: "IDS_S" has no shortcut that can be read)"});
+    check({{"P_en-us.lang", language(R"(<item name="IDS_S">To the Alternative</item>)")}},
+          {R"(P_en-us.lang:2: "IDS_S" ends with an unknown shortcut, "Alternative")"});
 
     // Two texts with one shortcut are a fault only where both stand in one menu.
     const QByteArray pair = save + "\n" + R"(<item name="IDS_T">Send (Ctrl+S)</item>)";
@@ -96,27 +95,11 @@ void tst_LangTool::check_data()
                                 between + R"(<item type="ITEM" id="IDS_T"/></menu></qrvldoc>)";
         return Files{{"P_en-us.lang", language(pair)}, {"menu.xml", menu}};
     };
-    row("no menu", {{"P_en-us.lang", language(pair)}}, {});
-    row("one menu", inMenus({}), {R"("IDS_S" in line 2, and both are in the menu "M")"});
-    row("two menus", inMenus(R"(</menu><menu parent="Sub">)"), {});
-    row("menu in code", {{"P_en-us.lang", language(QByteArray(pair).replace("IDS_", "IDS_MENU_"))}},
-        {R"(P_en-us.lang:3: "IDS_MENU_T" has the shortcut Ctrl+S of "IDS_MENU_S" in line 2)"});
-
-    row("name", {{"P.lang", language(CleanText)}},
-        {"P.lang:1: the file's name", "no files for these languages: en-us"});
-}
-
-void tst_LangTool::check()
-{
-    QFETCH(Files, files);
-    QFETCH(QByteArrayList, faults);
-    const QTemporaryDir folder;
-    for (auto file = files.cbegin(); file != files.cend(); ++file)
-        QVERIFY(write(folder.filePath(file.key()), file.value()));
-    const QByteArray output = run({"check", folder.path()}, faults.isEmpty() ? 0 : 1);
-    for (const QByteArray& fault : qAsConst(faults))
-        QVERIFY2(output.contains(fault), output);
-    QCOMPARE(output.count('\n'), faults.isEmpty() ? 0 : faults.size() + 1);
+    check({{"P_en-us.lang", language(pair)}}, {});
+    check(inMenus({}), {R"("IDS_S" in line 2, and both are in the menu "M")"});
+    check(inMenus(R"(</menu><menu parent="Sub">)"), {});
+    check({{"P_en-us.lang", language(QByteArray(pair).replace("IDS_", "IDS_MENU_"))}}, // a menu in code
+          {R"(P_en-us.lang:3: "IDS_MENU_T" has the shortcut Ctrl+S of "IDS_MENU_S" in line 2)"});
 }
 
 void tst_LangTool::linguistAndBack()
@@ -157,35 +140,26 @@ void tst_LangTool::newLanguage()
     QVERIFY(!read(folder.filePath("P_pt-br.lang")).contains("<item"));
 }
 
-void tst_LangTool::refuses_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("message");
-    QTest::newRow("no command") << QStringList() << 2 << QByteArray("there is no command");
-    QTest::newRow("unknown option") << QStringList{"check", "--all"} << 2 << QByteArray("all");
-    QTest::newRow("check what") << QStringList("check") << 2 << QByteArray("needs paths");
-    QTest::newRow("two files") << QStringList{"to-ts", "a_b.lang", "c_d.lang"} << 2
-                               << QByteArray("needs one file");
-    QTest::newRow("no such file") << QStringList{"check", "none_x.lang"} << 1
-                                  << QByteArray("none_x.lang:1: ");
-    QTest::newRow("nothing to check") << QStringList{"check", SHIPPED_PLUGINS "/support"} << 1
-                                      << QByteArray("support:1: there are no language files");
-    QTest::newRow("no such language")
-        << QStringList{"check", "--languages", "de-de,pt-br", SHIPPED_PLUGINS "/HelpPlugin"} << 1
-        << QByteArray("no files for these languages: pt-br\n");
-    QTest::newRow("no reference") << QStringList{"to-ts", "none_x.lang"} << 1
-                                  << QByteArray("none_en-us.lang:1: ");
-    QTest::newRow("no translation") << QStringList{"from-ts", "none_x.ts"} << 1 << QByteArray("none_x.ts: ");
-}
-
 void tst_LangTool::refuses()
 {
-    QFETCH(QStringList, arguments);
-    QFETCH(int, exitCode);
-    QFETCH(QByteArray, message);
-    const QByteArray output = run(arguments, exitCode);
-    QVERIFY2(output.contains(message), output);
+    const QString help = SHIPPED_PLUGINS "/HelpPlugin";
+    const std::tuple<QStringList, int, QByteArray> rows[] = {
+        {{}, 2, "there is no command"},
+        {{"check", "--all"}, 2, "all"},
+        {{"check"}, 2, "needs paths"},
+        {{"to-ts", "a_b.lang", "c_d.lang"}, 2, "needs one file"},
+        {{"check", "none_x.lang"}, 1, "none_x.lang:1: "},
+        {{"check", SHIPPED_PLUGINS "/support"}, 1, "support:1: there are no language files"},
+        {{"check", "--languages", "de-de,pt-br", help}, 1, "no files for these languages: pt-br\n"},
+        {{"to-ts", "none_x.lang"}, 1, "none_en-us.lang:1: "},
+        {{"from-ts", "none_x.ts"}, 1, "none_x.ts: "},
+    };
+    for (const auto& [arguments, exitCode, message] : rows) {
+        const QByteArray output = run(arguments, exitCode);
+        QVERIFY2(output.contains(message), output);
+    }
+    check({{"P.lang", language(CleanText)}},
+          {"P.lang:1: the file's name", "no files for these languages: en-us"});
 }
 
 QTEST_GUILESS_MAIN(tst_LangTool)
