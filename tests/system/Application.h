@@ -1,52 +1,118 @@
 #pragma once
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
-#include <QString>
-#include <QStringList>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QtTest>
 
 /// The launcher as a user starts it, with a home of its own: nothing of the user's is read or written.
 class Application
 {
 public:
     /// @param installation folder of the launcher
-    explicit Application(const QString& installation = builtInstallation());
+    explicit Application(const QString& installation = usualInstallation())
+        : m_installation(installation)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QRVL_USER_DIR", m_home.path());
+        environment.insert("QT_LOGGING_TO_CONSOLE", "1");
+        m_process.setProcessEnvironment(environment);
+    }
 
     /// Kills the program if it still runs, and shows its latest lines when the test has failed.
-    ~Application();
+    ~Application()
+    {
+        m_process.kill();
+        waitForEnd();
+        if (QTest::currentTestFailed())
+            qInfo("%s", qUtf8Printable(lines().mid(qMax(0, lines().size() - 60)).join('\n')));
+    }
 
-    /// The installation that the build made.
-    static QString builtInstallation();
+    /// The installation that the build made, or the installed copy if the environment asks for it.
+    static QString usualInstallation()
+    {
+        const QString folder = qEnvironmentVariableIsSet("INSTALLED_COPY") ? INSTALLED_COPY : "../../app";
+        return QDir::cleanPath(QCoreApplication::applicationDirPath() + '/' + folder);
+    }
 
-    /// A file of the user's settings and modems.
-    QString userFile(const QString& name) const { return m_home.filePath(name); }
+    /// Writes a file of the user's settings and modems.
+    bool write(const QString& name, const QByteArray& content) const
+    {
+        QFile file(m_home.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+    }
 
-    void start(const QStringList& arguments);
+    void start(const QStringList& arguments) { m_process.start(program("skylume"), arguments); }
 
     /// Whether a line that contains the text has been written since the last mark; waits for it.
-    bool waitFor(const QString& text);
-    bool hasWritten(const QString& text) const;
+    bool waitFor(const QString& text)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (!hasWritten(text)) {
+            if (timer.hasExpired(LongestWait) || m_process.state() == QProcess::NotRunning)
+                return false;
+            m_process.waitForReadyRead(100);
+            readMore();
+        }
+        return true;
+    }
+    bool hasWritten(const QString& text) const { return m_log.indexOf(text, m_mark) >= 0; }
 
     /// Lines written before now count no more for waitFor() and hasWritten().
-    void mark();
+    void mark()
+    {
+        readMore();
+        m_mark = m_log.size();
+    }
 
     /// Waits until the program has ended.
     /// @return its exit code; -1 when it crashed or had to be killed
-    int waitForEnd();
+    int waitForEnd()
+    {
+        const bool hasEnded = m_process.waitForFinished(LongestWait);
+        readMore();
+        return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
 
     /// Asks the program to end, as the desktop's session does, and waits for that.
-    int close();
+    int close()
+    {
+        m_process.terminate();
+        return waitForEnd();
+    }
 
     /// What came on either stream; of standard error the lines alone.
     QString output() const { return m_output; }
-    QStringList lines() const { return m_log.split(QLatin1Char('\n')); }
+    QStringList lines() const { return m_log.split('\n'); }
 
     /// Runs the modem tool on this application's modems. False when it reports an error.
-    bool modem(const QStringList& arguments);
+    bool modem(const QStringList& arguments) const
+    {
+        QProcess tool;
+        tool.setProcessEnvironment(m_process.processEnvironment());
+        tool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        tool.start(program("skylume-modem"), arguments);
+        return tool.waitForFinished(LongestWait) && tool.exitStatus() == QProcess::NormalExit &&
+               tool.exitCode() == 0;
+    }
 
 private:
-    QString program(const QString& name) const;
-    void readMore(int milliseconds);
+    static constexpr int LongestWait = 20000; // milliseconds; any step takes much less, on a busy machine too
+
+    QString program(const QString& name) const
+    {
+        return QStandardPaths::findExecutable(name, {m_installation});
+    }
+
+    void readMore()
+    {
+        m_output += QString::fromUtf8(m_process.readAllStandardOutput()).remove('\r');
+        m_log += QString::fromUtf8(m_process.readAllStandardError()).remove('\r');
+    }
 
     QString m_installation;
     QTemporaryDir m_home;

@@ -22,19 +22,21 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 
 class TestMainWindow : public QObject
 {
     Q_OBJECT
 
+public slots:
+    /// Stands in for the desktop's browser.
+    void openUrl(const QUrl& url) { m_openedUrls.append(url.toString(QUrl::FullyEncoded)); }
+
 private slots:
     void initTestCase();
     void cleanupTestCase();
-    void language_data();
     void language();
-    void compactWindow_data();
     void compactWindow();
-    void statusBar_data();
     void statusBar();
     void messageLinks();
 
@@ -45,23 +47,14 @@ private:
     /// Chooses a language as the user does, by its place among the languages' own names.
     void choose(const QString& ownName);
 
+    void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
+
     /// The action or button that has the shortcut; null when none has.
     QObject* owner(const char* shortcut) const;
 
     std::unique_ptr<Startup> m_startup;
     QWidget* m_window = nullptr;
-};
-
-/// Stands in for the desktop's browser.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-
-public:
-    QStringList urls;
-
-public slots:
-    void open(const QUrl& url) { urls.append(url.toString(QUrl::FullyEncoded)); }
+    QStringList m_openedUrls;
 };
 
 /// All texts of all plugins in a language, without shortcuts.
@@ -141,56 +134,36 @@ QObject* TestMainWindow::owner(const char* shortcut) const
     return found == objects.end() ? nullptr : *found;
 }
 
-void TestMainWindow::language_data()
-{
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("ownName");
-    QTest::addColumn<QString>("before"); // empty: the application has started in it
-    QTest::addColumn<Qt::LayoutDirection>("direction");
-    QTest::newRow("at start") << "de-de"
-                              << ""
-                              << "en-us" << Qt::LeftToRight;
-    QTest::newRow("Arabic") << "ar-sa" << QString::fromUtf8("العربية") << "de-de" << Qt::RightToLeft;
-    QTest::newRow("Hebrew") << "he-il" << QString::fromUtf8("עברית") << "ar-sa" << Qt::RightToLeft;
-    QTest::newRow("Chinese") << "zh-cn" << QString::fromUtf8("简体中文") << "he-il" << Qt::LeftToRight;
-    QTest::newRow("French") << "fr-fr" << QString::fromUtf8("Français") << "zh-cn" << Qt::LeftToRight;
-}
-
-/// No text of the language before is left, and shortcuts work on.
 void TestMainWindow::language()
 {
-    QFETCH(QString, code);
-    QFETCH(QString, ownName);
-    QFETCH(QString, before);
-    QFETCH(Qt::LayoutDirection, direction);
-    if (!ownName.isEmpty())
-        choose(ownName);
-    QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
-    const QSet<QString> shown = shownTexts(m_window);
-    const QSet<QString> expected = textsOf(code);
-    const QSet<QString> left = (textsOf(before) - expected) & shown;
-    QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
-    const QSet<QString> both = shown & expected;
-    QVERIFY2(both.size() > 30, qUtf8Printable(shown.values().join(" | ")));
-    for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
-        QVERIFY2(owner(shortcut), shortcut);
-
-    QCOMPARE(m_window->layoutDirection(), direction);
-    const auto* sideBar = m_window->findChild<QListWidget*>();
-    const auto* pages = m_window->findChild<QStackedWidget*>();
-    QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
+    const std::tuple<QString, const char*, Qt::LayoutDirection> rows[] = {
+        {"de-de", "Deutsch", Qt::LeftToRight}, // the application has started in it
+        {"ar-sa", "العربية", Qt::RightToLeft},  {"he-il", "עברית", Qt::RightToLeft},
+        {"zh-cn", "简体中文", Qt::LeftToRight}, {"fr-fr", "Français", Qt::LeftToRight},
+    };
+    QString before = "en-us";
+    for (const auto& [code, ownName, direction] : rows) {
+        if (before != "en-us")
+            choose(ownName);
+        QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
+        checkTexts(textsOf(code), textsOf(before));
+        for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
+            QVERIFY2(owner(shortcut), shortcut);
+        QCOMPARE(m_window->layoutDirection(), direction);
+        const auto* sideBar = m_window->findChild<QListWidget*>();
+        const auto* pages = m_window->findChild<QStackedWidget*>();
+        QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
+        before = code;
+    }
 }
 
-void TestMainWindow::compactWindow_data()
+/// No text of the language before is left.
+void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const
 {
-    QTest::addColumn<QString>("ownName");
-    QTest::addColumn<QString>("skin"); // of the compact window
-    QTest::addColumn<QString>("usualSkin");
-    QTest::newRow("left to right") << "Deutsch"
-                                   << "Graphite.qss"
-                                   << "default.qss";
-    QTest::newRow("right to left") << QString::fromUtf8("עברית") << "Graphite/Graphite_Arabic.qss"
-                                   << "default/default_Arabic.qss";
+    const QSet<QString> shown = shownTexts(m_window);
+    const QSet<QString> left = (before - expected) & shown;
+    QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
+    QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
 }
 
 static QString sheet(const QString& name)
@@ -202,20 +175,23 @@ static QString sheet(const QString& name)
 
 void TestMainWindow::compactWindow()
 {
-    QFETCH(QString, ownName);
-    QFETCH(QString, skin);
-    QFETCH(QString, usualSkin);
-    choose(ownName);
-    QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-    const QSize usual = m_window->size();
-    QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-    QVERIFY(CommonUtils::IsMiniMode());
-    QCOMPARE(qApp->styleSheet(), sheet(skin));
-    QVERIFY(m_window->width() < usual.width());
-    QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-    QVERIFY(!CommonUtils::IsMiniMode());
-    QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-    QCOMPARE(m_window->size(), usual);
+    const std::tuple<const char*, QString, QString> rows[] = {
+        {"Deutsch", "Graphite.qss", "default.qss"},
+        {"עברית", "Graphite/Graphite_Arabic.qss", "default/default_Arabic.qss"},
+    };
+    for (const auto& [language, skin, usualSkin] : rows) {
+        choose(language);
+        QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
+        const QSize usual = m_window->size();
+        QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+        QVERIFY(CommonUtils::IsMiniMode());
+        QCOMPARE(qApp->styleSheet(), sheet(skin));
+        QVERIFY(m_window->width() < usual.width());
+        QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+        QVERIFY(!CommonUtils::IsMiniMode());
+        QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
+        QCOMPARE(m_window->size(), usual);
+    }
 }
 
 void TestMainWindow::simulate(const QByteArray& modems) const
@@ -224,42 +200,31 @@ void TestMainWindow::simulate(const QByteArray& modems) const
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit());
 }
 
-void TestMainWindow::statusBar_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QByteArray>("values"); // of the attached modem; empty without one
-    QTest::addColumn<QStringList>("texts");
-    const auto row = [](const char* name, const char* language, const QByteArray& values,
-                        const QStringList& texts) {
-        QTest::newRow(name) << QString::fromUtf8(language) << values << texts;
-    };
-    const QByteArray german = "imsi=262011234567890\n";
-    row("at home", "Deutsch", german + "network=26201\nsignal=50\n",
-        {"T-Mobile", "Signal: 50 %", QString::fromUtf8("\u2193 \u2013 B/s")});
-    row("foreign network", "Deutsch",
-        german + "network=20801\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n",
-        {"Orange", QString::fromUtf8("\u2193 1.40 MB/s"), QString::fromUtf8("\u2191 1024.00 B/s")});
-    row("three digits", "Deutsch", german + "network=310260\nreceived=1048577\nsent=524288\n",
-        {"T-Mobile", "1.50 MB"});
-    row("translated name", "Français", german + "network=23205\nsent=2048\n", {"Drei", "2.00 Ko"});
-    row("mirrored", "العربية", german + "network=23205\nsent=2048\n",
-        {"Drei", QString::fromUtf8("2.00 ك.ب")});
-    row("unlisted network", "Deutsch", german + "network=26298\n", {"DE98"});
-    row("unlisted country", "Deutsch", german + "network=99901\n", {"99901"});
-    row("no network", "Deutsch", german + "network=\n", {"Kein Netz"});
-    row("no modem", "Deutsch", {}, {"Kein Modem"});
-}
-
 void TestMainWindow::statusBar()
 {
-    QFETCH(QString, language);
-    QFETCH(QByteArray, values);
-    QFETCH(QStringList, texts);
-    choose(language);
-    const QByteArray modem = "[modem " + QByteArray(QTest::currentDataTag()) + "]\nmodel=M\nstate=attached\n";
-    simulate(values.isEmpty() ? QByteArray() : modem + values);
-    for (const QString& text : qAsConst(texts))
-        QTRY_VERIFY2(shownTexts(m_window).contains(text), qUtf8Printable(text));
+    const QByteArray german = "imsi=262011234567890\n";
+    const std::tuple<const char*, QByteArray, QVector<const char*>> rows[] = {
+        {"Deutsch", german + "network=26201\nsignal=50\n", {"T-Mobile", "Signal: 50 %", "↓ – B/s"}},
+        {"Deutsch",
+         german + "network=20801\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n",
+         {"Orange", "↓ 1.40 MB/s", "↑ 1024.00 B/s"}},
+        {"Deutsch", german + "network=310260\nreceived=1048577\nsent=524288\n", {"T-Mobile", "1.50 MB"}},
+        {"Français", german + "network=23205\nsent=2048\n", {"Drei", "2.00 Ko"}},
+        {"العربية", german + "network=23205\nsent=2048\n", {"Drei", "2.00 ك.ب"}},
+        {"Deutsch", german + "network=26298\n", {"DE98"}},  // an unlisted network
+        {"Deutsch", german + "network=99901\n", {"99901"}}, // an unlisted country
+        {"Deutsch", german + "network=\n", {"Kein Netz"}},
+        {"Deutsch", {}, {"Kein Modem"}},
+    };
+    int number = 0;
+    for (const auto& [language, values, texts] : rows) {
+        choose(language);
+        const QByteArray modem =
+            "[modem " + QByteArray::number(++number) + "]\nmodel=M\nstate=attached\n" + values;
+        simulate(values.isEmpty() ? QByteArray() : modem);
+        for (const char* text : texts)
+            QTRY_VERIFY2(shownTexts(m_window).contains(text), text);
+    }
 }
 
 /// A message that comes is shown, and a click on an address in it opens exactly that address.
@@ -277,9 +242,8 @@ void TestMainWindow::messageLinks()
     for (int page = 0; page < pages->count() && !text->isVisible(); ++page)
         pages->setCurrentIndex(page);
     QVERIFY(text->isVisible());
-    UrlRecorder opened;
     for (const char* scheme : {"https", "mailto"})
-        QDesktopServices::setUrlHandler(scheme, &opened, "open");
+        QDesktopServices::setUrlHandler(scheme, this, "openUrl");
     for (const char* word : {"b=1", "c.html", "me@a"}) {
         const QTextCursor place = text->document()->find(word);
         QTest::mouseClick(text->viewport(), Qt::LeftButton, {},
@@ -287,8 +251,8 @@ void TestMainWindow::messageLinks()
     }
     for (const char* scheme : {"https", "mailto"})
         QDesktopServices::unsetUrlHandler(scheme);
-    QCOMPARE(opened.urls, QStringList({"https://a.example/?b=1&c=%222%22", "https://a.example/c.html",
-                                       "mailto:me@a.example"}));
+    QCOMPARE(m_openedUrls, QStringList({"https://a.example/?b=1&c=%222%22", "https://a.example/c.html",
+                                        "mailto:me@a.example"}));
 }
 
 int main(int argc, char** argv)
