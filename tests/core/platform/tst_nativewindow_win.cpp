@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QtEndian>
 #include <QtTest>
 
 #include <windows.h>
@@ -34,6 +33,12 @@ qintptr handleMessage(WId window, quint32 message, quintptr wParam, qintptr lPar
     return callWindowProcedure(previous, window, message, wParam, lParam);
 }
 
+HWND makeWindow(DWORD style)
+{
+    return CreateWindowExW(0, L"STATIC", L"Test", style, 0, 0, 200, 100, nullptr, nullptr,
+                           GetModuleHandleW(nullptr), nullptr);
+}
+
 } // namespace
 
 class TestNativeWindow : public QObject
@@ -43,17 +48,11 @@ class TestNativeWindow : public QObject
 private slots:
     void init();
     void cleanup();
-    void systemMenuEntries_data();
     void systemMenuEntries();
-    void noSystemMenu();
     void messageHandler();
-    void soundToItsEnd();
-    void soundStopped();
+    void sound();
 
 private:
-    QString soundFile(const QString& name, int seconds) const;
-    quint32 openSound(const QString& file) const;
-
     QTemporaryDir m_folder;
     HWND m_handle = nullptr;
     WId m_window = 0;
@@ -64,8 +63,7 @@ void TestNativeWindow::init()
     notifications.clear();
     questions = 0;
     isDestroyed = false;
-    m_handle = CreateWindowExW(0, L"STATIC", L"Test", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr,
-                               GetModuleHandleW(nullptr), nullptr);
+    m_handle = makeWindow(WS_OVERLAPPEDWINDOW);
     QVERIFY(m_handle);
     m_window = reinterpret_cast<WId>(m_handle);
     previous = windowProcedure(m_window);
@@ -77,34 +75,20 @@ void TestNativeWindow::cleanup()
     DestroyWindow(m_handle);
 }
 
-void TestNativeWindow::systemMenuEntries_data()
-{
-    QTest::addColumn<uint>("entry");
-    QTest::newRow("size") << 0xF000u;
-    QTest::newRow("move") << 0xF010u;
-    QTest::newRow("minimize") << 0xF020u;
-    QTest::newRow("maximize") << 0xF030u;
-    QTest::newRow("restore") << 0xF120u;
-}
-
 void TestNativeWindow::systemMenuEntries()
 {
-    QFETCH(const uint, entry);
     void* const menu = systemMenu(m_window);
     QVERIFY(menu);
     QCOMPARE(systemMenu(m_window), menu);
-    for (const MenuEntryState state : {MenuEntryGreyed, MenuEntryEnabled, MenuEntryGreyed}) {
-        QVERIFY(enableMenuEntry(menu, entry, state));
-        const UINT shown = GetMenuState(static_cast<HMENU>(menu), entry, MF_BYCOMMAND);
-        QCOMPARE(shown & uint(MF_GRAYED | MF_DISABLED), uint(state));
+    for (const uint entry : {0xF000u, 0xF010u, 0xF020u, 0xF030u, 0xF120u}) { // size, move, minimize ...
+        for (const MenuEntryState state : {MenuEntryGreyed, MenuEntryEnabled, MenuEntryGreyed}) {
+            QVERIFY(enableMenuEntry(menu, entry, state));
+            const UINT shown = GetMenuState(static_cast<HMENU>(menu), entry, MF_BYCOMMAND);
+            QCOMPARE(shown & uint(MF_GRAYED | MF_DISABLED), uint(state));
+        }
     }
     QVERIFY(!enableMenuEntry(menu, 0x1230, MenuEntryGreyed));
-}
-
-void TestNativeWindow::noSystemMenu()
-{
-    const HWND bare = CreateWindowExW(0, L"STATIC", L"Bare", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                                      GetModuleHandleW(nullptr), nullptr);
+    const HWND bare = makeWindow(WS_POPUP);
     QVERIFY(!systemMenu(reinterpret_cast<WId>(bare)));
     DestroyWindow(bare);
 }
@@ -126,60 +110,40 @@ void TestNativeWindow::messageHandler()
     QVERIFY(isDestroyed);
 }
 
-// A silent wave file: one channel, eight bits, 8000 samples a second.
-QString TestNativeWindow::soundFile(const QString& name, int seconds) const
+// A silent wave file of three seconds: one channel, eight bits, 8000 samples a second.
+static QByteArray silence()
 {
-    const quint32 samples = 8000 * quint32(seconds);
-    const auto number = [](auto value) {
-        value = qToLittleEndian(value);
-        return QByteArray(reinterpret_cast<const char*>(&value), int(sizeof value));
-    };
-    const QByteArray format = number(quint16(1)) + number(quint16(1)) + number(quint32(8000)) +
-                              number(quint32(8000)) + number(quint16(1)) + number(quint16(8));
-    const QByteArray chunks = "WAVEfmt " + number(quint32(format.size())) + format + "data" +
-                              number(samples) + QByteArray(int(samples), char(0x80));
-    QFile file(m_folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly))
-        return {};
-    file.write("RIFF" + number(quint32(chunks.size())) + chunks);
-    return QDir::toNativeSeparators(file.fileName());
+    const QByteArray header = QByteArray::fromHex("52494646e45d000057415645666d742010000000"
+                                                  "01000100401f0000401f000001000800"
+                                                  "64617461c05d0000");
+    return header + QByteArray(3 * 8000, char(0x80));
 }
 
-quint32 TestNativeWindow::openSound(const QString& file) const
-{
-    MediaOpenParameters open = {};
-    open.callback = m_window;
-    open.elementName = reinterpret_cast<const char16_t*>(file.utf16());
-    const quint32 error = sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement | 0x8, &open);
-    return error == 0 ? open.deviceId : 0;
-}
-
-// The end of a sound comes as a message to the window whose handler was installed.
-void TestNativeWindow::soundToItsEnd()
+// The end of a sound comes as a message to the window whose handler was installed; a sound that is closed
+// before its end reports something else than success.
+void TestNativeWindow::sound()
 {
     QVERIFY(setMessageHandler(m_window, &handleMessage));
-    const quint32 device = openSound(soundFile(QStringLiteral("Süd west.wav"), 1));
-    QVERIFY(device != 0);
-    MediaPlayParameters play = {};
-    play.callback = m_window;
-    QCOMPARE(sendMediaCommand(device, MediaPlay, MediaNotify, &play), 0u);
-    QTRY_COMPARE_WITH_TIMEOUT(notifications, QVector<quintptr>{MediaSuccessful}, 10000);
-    QCOMPARE(sendMediaCommand(device, MediaClose, 0, nullptr), 0u);
-}
-
-// A sound that is closed before its end reports something else than success.
-void TestNativeWindow::soundStopped()
-{
-    QVERIFY(setMessageHandler(m_window, &handleMessage));
-    const quint32 device = openSound(soundFile(QStringLiteral("long.wav"), 600));
-    QVERIFY(device != 0);
-    MediaPlayParameters play = {};
-    play.callback = m_window;
-    QCOMPARE(sendMediaCommand(device, MediaPlay, MediaNotify, &play), 0u);
-    QCOMPARE(sendMediaCommand(device, MediaClose, 0, nullptr), 0u);
-    QTest::qWait(200);
-    QVERIFY(!notifications.contains(MediaSuccessful));
-    QVERIFY(sendMediaCommand(device, MediaPlay, MediaNotify, &play) != 0);
+    QFile file(m_folder.filePath(QStringLiteral("Süd west.wav")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(silence()) > 0);
+    file.close();
+    const QString name = QDir::toNativeSeparators(file.fileName());
+    for (const bool endsEarly : {true, false}) {
+        MediaOpenParameters open = {};
+        open.callback = m_window;
+        open.elementName = reinterpret_cast<const char16_t*>(name.utf16());
+        QCOMPARE(sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement | 0x8, &open), 0u);
+        MediaPlayParameters play = {};
+        play.callback = m_window;
+        QCOMPARE(sendMediaCommand(open.deviceId, MediaPlay, MediaNotify, &play), 0u);
+        if (!endsEarly)
+            QTRY_COMPARE_WITH_TIMEOUT(notifications, QVector<quintptr>{MediaSuccessful}, 10000);
+        QCOMPARE(sendMediaCommand(open.deviceId, MediaClose, 0, nullptr), 0u);
+        QTest::qWait(200);
+        QCOMPARE(notifications.contains(MediaSuccessful), !endsEarly);
+        QVERIFY(sendMediaCommand(open.deviceId, MediaPlay, MediaNotify, &play) != 0);
+        notifications.clear();
+    }
 }
 
 QTEST_MAIN(TestNativeWindow)
