@@ -12,6 +12,7 @@
 #include "common/SafeMemory.h"
 
 #include <QDesktopServices>
+#include <QSemaphore>
 #include <QThread>
 #include <QWidget>
 
@@ -26,17 +27,28 @@ class StubbornThread : public QThread
 public:
     std::atomic<bool> m_mayEnd{false};
 
+    /// Returns when it can be terminated at one place only, not in the middle of something that others use:
+    /// the start of a thread takes locks of the whole process.
+    void startGuarded()
+    {
+        start();
+        m_isGuarded.acquire();
+    }
+
 protected:
     void run() override
     {
-        // It can be terminated at one place only, not in the middle of something that others use.
         setTerminationEnabled(false);
+        m_isGuarded.release();
         while (!m_mayEnd) {
             msleep(10);
             setTerminationEnabled(true);
             setTerminationEnabled(false);
         }
     }
+
+private:
+    QSemaphore m_isGuarded;
 };
 
 } // namespace
@@ -263,7 +275,7 @@ void TestCommonUtils::waitForThread()
     QVERIFY(log().contains("{time}: {file}: WaitForThreadToStop: Leave "));
 
     StubbornThread endsInTime;
-    endsInTime.start();
+    endsInTime.startGuarded();
     std::thread other([&] {
         QThread::msleep(100);
         endsInTime.m_mayEnd = true;
@@ -273,7 +285,7 @@ void TestCommonUtils::waitForThread()
     QVERIFY(endsInTime.isFinished() && endsInTime.m_mayEnd);
 
     StubbornThread stubborn;
-    stubborn.start();
+    stubborn.startGuarded();
     CommonUtils::WaitForThreadToStop(&stubborn, 0);
     QVERIFY(stubborn.wait(10000)); // it was terminated
     QVERIFY(!stubborn.m_mayEnd);
