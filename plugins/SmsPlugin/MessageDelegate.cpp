@@ -56,7 +56,7 @@ void MessageDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     painter->setFont(strong);
     painter->setPen(option.palette.color(QPalette::Text));
     drawLine(painter, option, content.adjusted(0, 0, -timeWidth - Look::Gap, -half),
-             index.data(SenderRole).toString());
+             index.data(SenderRole).toString().left(LongestBegin));
     painter->setFont(option.font);
     painter->setPen(quiet);
     drawLine(painter, option, content.adjusted(content.width() - timeWidth, 0, 0, -half), time);

@@ -2,7 +2,30 @@
 
 #include "common/CommonUtils.h"
 
-#include <QRegularExpression>
+#include <QStringBuilder>
+
+namespace {
+
+constexpr QLatin1String linkBegin("<a href = ");
+
+/// Puts the links' targets into quotes: others end at a "=" for Qt. By hand, as a regular expression finds
+/// nothing in a text with half a surrogate pair.
+QString withQuotedTargets(const QString& rich)
+{
+    QString quoted;
+    quoted.reserve(rich.size());
+    int done = 0;
+    for (int link = rich.indexOf(linkBegin); link >= 0; link = rich.indexOf(linkBegin, done)) {
+        const int target = link + linkBegin.size();
+        const int end = rich.indexOf(QLatin1Char('>'), target); // there is one: nobody else writes "<"
+        quoted += rich.midRef(done, link - done) % QLatin1String("<a href=\"") %
+                  rich.midRef(target, end - target) % QLatin1Char('"');
+        done = end;
+    }
+    return quoted + rich.midRef(done);
+}
+
+} // namespace
 
 QString richMessage(const QString& plain)
 {
@@ -11,10 +34,8 @@ QString richMessage(const QString& plain)
     escaped.replace(QLatin1String("\r\n"), QLatin1String("\n"))
         .replace(QLatin1Char('&'), QLatin1String("&amp;"))
         .replace(QLatin1Char('"'), QLatin1String("&quot;"));
-    QString rich = CommonUtils::ParseAndCreateHyperLinks(escaped);
-    // Unquoted targets end at a "=" for Qt. Blanks that do not break would put the message into one line.
-    static const QRegularExpression target(QStringLiteral("<a href = ([^>]*)>"));
-    rich.replace(target, QStringLiteral("<a href=\"\\1\">"));
+    QString rich = withQuotedTargets(CommonUtils::ParseAndCreateHyperLinks(escaped));
+    // Blanks that do not break would put the message into one line.
     rich.replace(QLatin1String("&nbsp;"), QLatin1String(" "));
     return QLatin1String("<p style=\"white-space: pre-wrap\">") + rich + QLatin1String("</p>");
 }

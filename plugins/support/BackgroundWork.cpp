@@ -15,6 +15,8 @@ BackgroundWork::BackgroundWork(const char* name, QObject* parent)
 
 void BackgroundWork::begin()
 {
+    if (CommonUtils::IsShuttingDown())
+        return;
     IPluginContainer* const container = Startup::GetPluginContainer();
     QObject* const notifier =
         container ? container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService) : nullptr;

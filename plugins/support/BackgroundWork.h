@@ -21,7 +21,8 @@ public:
     void begin();
 
     /// Tells the work to finish and waits for that. Work that does not listen for 5 seconds is terminated,
-    /// which on Unix takes effect with its next system call.
+    /// which on Unix takes effect with its next system call; until then there is no end to the wait, since
+    /// the code that the thread runs is about to be unloaded.
     void stop();
 
 public Q_SLOTS:

@@ -6,7 +6,8 @@
 #include <QTextDocument>
 
 static constexpr int LeastCharacters = 4;
-static constexpr int MarginAtText = 2; // what ElidedText() wants beside the text
+static constexpr int LongestMeasured = 4096; // characters; more fit no window, and take long to measure
+static constexpr int MarginAtText = 2;       // what ElidedText() wants beside the text
 
 ElidedLabel::ElidedLabel(QWidget* parent)
     : QLabel(parent)
@@ -26,7 +27,8 @@ void ElidedLabel::setFullText(const QString& text)
 QSize ElidedLabel::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
-    const int width = qMax(metrics.boundingRect(m_fullText).width(), metrics.horizontalAdvance(m_fullText));
+    const QString text = m_fullText.left(LongestMeasured);
+    const int width = qMax(metrics.boundingRect(text).width(), metrics.horizontalAdvance(text));
     return {width + MarginAtText, QLabel::sizeHint().height()};
 }
 

@@ -233,11 +233,13 @@ void TestMainWindow::messageLinks()
     simulate("[modem M]\nmodel=M\nstate=attached\n");
     QTRY_VERIFY(shownTexts(m_window).contains("Es sind keine Nachrichten da."));
     simulate("[modem M]\nmodel=M\nstate=attached\n[message 1]\nmodem=M\nsender=A\n"
-             "text=<b>\\n&lt; \"x\" https://a.example/?b=1&c=\"2\" https://a.example/c.html me@a.example\n");
+             "text=<b>\\n&lt; \"x\" https://a.example/?b=1&c=\"2\" https://a.example/c.html me@a.example "
+             "\\ud83d\n");
     auto* const text = m_window->findChild<QTextBrowser*>();
     QTRY_COMPARE(
         text->toPlainText().simplified(),
-        QString(R"(<b> &lt; "x" https://a.example/?b=1&c="2" https://a.example/c.html me@a.example)"));
+        QString(R"(<b> &lt; "x" https://a.example/?b=1&c="2" https://a.example/c.html me@a.example )") +
+            QChar(0xd83d)); // of a message that was cut
     auto* const pages = m_window->findChild<QStackedWidget*>();
     for (int page = 0; page < pages->count() && !text->isVisible(); ++page)
         pages->setCurrentIndex(page);

@@ -185,6 +185,8 @@ void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabl
 void PluginContainer::StartInitPluginsConfig()
 {
     const QString device = getDeviceName(false);
+    if (d->isClosing)
+        return; // the lock may go with the container
     const QMutexLocker locker(&m_mutex);
     if (d->isClosing)
         return; // the plugins that are running now are those to be shut down

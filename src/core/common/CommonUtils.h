@@ -171,6 +171,7 @@ public:
     /// Makes a plain text safe and clickable for a rich-text label: "<" and ">" are escaped, blanks become
     /// "&nbsp;", also one put before every line feed, and words that are e-mail addresses, host names
     /// beginning with "www." or web addresses become links. Words with characters above 255 are never links.
+    /// @return empty, with a warning, for a text of more than 128 Mi characters
     static QString ParseAndCreateHyperLinks(QString text);
 
     /// The link for a word that begins with "http://", "https://" or "ftp://" and a letter or digit; anything

@@ -2,6 +2,7 @@
 #include "common/CommonUtils.h"
 
 #include "common/Addresses.h"
+#include "common/Log.h"
 
 #include <algorithm>
 #include <array>
@@ -43,6 +44,9 @@ enum Trait : quint8 {
     HintsAtLink = 4,
     ForbidsLink = 8 ///< outside 1 to 255
 };
+
+/// A text grows to the sevenfold at most; the result has to be addressable with an int.
+constexpr int longestText = 1 << 27;
 
 constexpr std::size_t latin1Size = 256;
 
@@ -192,5 +196,10 @@ QString CommonUtils::createLinkForHttpAndFtp(QString word)
 
 QString CommonUtils::ParseAndCreateHyperLinks(QString text)
 {
+    if (text.size() > longestText) {
+        LOG_WARNING("%s: %s: a text of %d characters is too long for links", LOG_FILE, LOG_FUNCTION,
+                    text.size());
+        return {};
+    }
     return RichTextWriter(text).write();
 }

@@ -40,7 +40,7 @@ Item itemFrom(const QXmlStreamAttributes& attributes)
 {
     Item item;
     for (const QXmlStreamAttribute& attribute : attributes) {
-        const QStringView name = attribute.name();
+        const QStringView name = attribute.qualifiedName();
         for (const ItemAttribute& known : itemAttributes) {
             if (name == known.name) {
                 item.*known.field = attribute.value();
