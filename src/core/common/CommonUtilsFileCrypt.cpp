@@ -27,10 +27,13 @@ QByteArray pathLine(bool isCanonical, const char* path, const char* function, in
     return QString::fromLocal8Bit(text).toUtf8();
 }
 
-/// Passes on the text before the first zero; false when not as many bytes can be read.
+/// Passes on the text before the first zero; false when not as many bytes can be read. Folders may seem to be
+/// empty files until they are read.
 bool readText(std::FILE* file, std::size_t size, char* piece, FileOperation& operation)
 {
     bool isText = true;
+    if (size == 0 && std::fread(piece, 1, 1, file) == 0 && std::ferror(file))
+        return false;
     for (std::size_t left = size; left > 0;) {
         const std::size_t count = std::min(left, FileOperation::PieceSize);
         if (std::fread(piece, 1, count, file) != count)

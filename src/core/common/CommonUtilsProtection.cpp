@@ -27,9 +27,8 @@ using Result = std::unique_ptr<char[]>;
 /// tell. It is filled in place: of a whole file there should not be more copies than needed.
 Result makeResult(std::size_t length, const char* function)
 {
-    const std::size_t size = length + 1;
-    Result result(new (std::nothrow) char[size]);
-    clearBuffer(result.get(), size, LOG_FILE, function, __LINE__);
+    Result result(length < PTRDIFF_MAX ? new (std::nothrow) char[length + 1] : nullptr);
+    clearBuffer(result.get(), length + 1, LOG_FILE, function, __LINE__);
     if (result)
         result[length] = '\0'; // also behind what is too long for QRVL_memset
     else
@@ -49,12 +48,9 @@ Result encrypt(const char* plain, const char* passPhrase)
     vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
     const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
     const std::size_t size = VectorSize + filled;
-    if (size > PTRDIFF_MAX / 2) { // there cannot be twice as much
-        LOG_DEBUG("%s: %s: %s: %d: strncpy  fail", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
-        return {};
-    }
+    const std::size_t digits = size < PTRDIFF_MAX / 2 ? 2 * size : PTRDIFF_MAX; // more than there can be
     const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
-    Result result = makeResult(2 * size, "Encrypt");
+    Result result = makeResult(digits, "Encrypt");
     if (!context || !result)
         return {};
     char* const bytes = result.get() + size;

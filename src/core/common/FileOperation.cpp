@@ -7,6 +7,7 @@
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Sha256.h"
+#include "common/ciphers/Wipe_p.h"
 
 #include <algorithm>
 #include <cstring>
@@ -35,14 +36,41 @@ private:
     char m_text[9 + 8 + 9 + 1] = {};
 };
 
-/// False, with a log line, when not everything could be written.
-bool writeBytes(const UnbufferedFile& file, const void* bytes, std::size_t size)
+/// The file that gets the result. That it cannot be opened is not told, that it cannot be written is.
+class ResultFile
 {
-    if (size == 0 || std::fwrite(bytes, 1, size, file.get()) == size)
-        return true;
-    LOG_WARNING("%s: %s: %s: the result cannot be written", LOG_TIME, LOG_FILE, Function);
-    return false;
-}
+public:
+    /// @param path null opens nothing
+    ResultFile(const char* path, const char* mode)
+        : m_file(openUnbuffered(path, mode))
+    {
+    }
+    ~ResultFile()
+    {
+        if (m_file && std::fclose(m_file.release()) != 0) // some file systems find out only now
+            logFailure();
+    }
+    Q_DISABLE_COPY_MOVE(ResultFile)
+
+    bool isOpen() const { return m_file != nullptr; }
+
+    /// False when not everything could be written.
+    bool write(const void* bytes, std::size_t size) const
+    {
+        const bool isWritten = size == 0 || std::fwrite(bytes, 1, size, m_file.get()) == size;
+        if (!isWritten)
+            logFailure();
+        return isWritten;
+    }
+
+private:
+    static void logFailure()
+    {
+        LOG_WARNING("%s: %s: %s: the result cannot be written", LOG_TIME, LOG_FILE, Function);
+    }
+
+    UnbufferedFile m_file;
+};
 
 /// A vector and the whole blocks that belong to it, which are changed in place, piece by piece.
 class Blocks
@@ -55,7 +83,7 @@ public:
                                 __LINE__);
     }
 
-    /// Vector, text and zeros up to the end of the last block.
+    /// Vector and text.
     char* data() const { return m_bytes.data(); }
     unsigned char* bytes() const { return m_bytes.bytes(); }
 
@@ -70,6 +98,7 @@ public:
     void process(const ByteStrings::Context& context, std::size_t textSize, bool encrypt, Pass pass) const
     {
         char* piece = data() + VectorSize;
+        std::memset(piece + textSize, 0, ByteStrings::wholeBlocks(textSize) - textSize);
         for (std::size_t left = ByteStrings::wholeBlocks(textSize); left > 0;) {
             const std::size_t size = std::min(left, PieceSize);
             ByteStrings::process(context, piece, size, encrypt);
@@ -102,21 +131,22 @@ public:
 
     void write(const char* path) override
     {
-        const std::string vector = GetRandomBytes(VectorSize); // should the system fail, some of it are zeros
+        std::string vector = GetRandomBytes(VectorSize);
+        vector.resize(VectorSize, '\0'); // should the system fail, the file can still be read back
         std::copy(vector.begin(), vector.end(), m_blocks.data());
         const ByteStrings::Context context = m_blocks.makeContext();
-        const UnbufferedFile file = openUnbuffered(context ? path : nullptr, "wb");
-        if (!file || !writeDigits(file, m_blocks.data(), VectorSize))
+        const ResultFile file(context ? path : nullptr, "wb");
+        if (!file.isOpen() || !writeDigits(file, m_blocks.data(), VectorSize))
             return;
         m_blocks.process(context, m_textSize, true,
                          [&](const char* piece, std::size_t size) { return writeDigits(file, piece, size); });
     }
 
 private:
-    bool writeDigits(const UnbufferedFile& file, const char* bytes, std::size_t size) const
+    bool writeDigits(const ResultFile& file, const char* bytes, std::size_t size) const
     {
         Hex::encode(Hex::bestPath(), reinterpret_cast<const std::uint8_t*>(bytes), size, m_digits.get());
-        return writeBytes(file, m_digits.get(), 2 * size);
+        return file.write(m_digits.get(), 2 * size);
     }
 
     Blocks m_blocks;
@@ -142,13 +172,13 @@ public:
         if (!isProtected)
             LOG_DEBUG("out of range exception");
         const ByteStrings::Context context = m_blocks.makeContext();
-        const UnbufferedFile file = openUnbuffered(context ? path : nullptr, "wb");
-        if (!file || !isProtected)
+        const ResultFile file(context ? path : nullptr, "wb");
+        if (!file.isOpen() || !isProtected)
             return;
         m_blocks.process(context, (m_digits + 1) / 2 - VectorSize, false, [&](char* piece, std::size_t size) {
             const void* const zero = std::memchr(piece, '\0', size);
             const std::size_t length = zero ? static_cast<const char*>(zero) - piece : size;
-            const bool isDone = !writeBytes(file, piece, length) || zero;
+            const bool isDone = !file.write(piece, length) || zero;
             Ciphers::wipe(piece, size);
             return !isDone;
         });
@@ -163,6 +193,8 @@ class Fingerprint final : public FileOperation
 {
 public:
     Fingerprint() { Sha256_Init(&m_hash); }
+    ~Fingerprint() override { Ciphers::wipe(&m_hash, sizeof m_hash); }
+    Q_DISABLE_COPY_MOVE(Fingerprint)
 
     bool reserve(std::size_t) override { return true; }
 
@@ -181,8 +213,9 @@ public:
         unsigned size = sizeof encoded;
         if (cl_base64Encode(digest, sizeof digest, encoded, &size) != 0)
             LOG_DEBUG("%s: %s: %s:Encoding fail", LOG_TIME, LOG_FILE, Function);
-        if (const UnbufferedFile file = openUnbuffered(path, "w"))
-            writeBytes(file, encoded, size);
+        const ResultFile file(path, "w");
+        if (file.isOpen())
+            file.write(encoded, size);
     }
 
 private:

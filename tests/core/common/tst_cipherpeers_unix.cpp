@@ -127,6 +127,7 @@ private slots:
     void shortMemory();
     void shortMemoryForStrings();
     void shortMemoryForTexts();
+    void filesThatFail();
 
 private:
     /// How many large blocks a call takes: it is repeated with one more each time until it says that it
@@ -290,6 +291,19 @@ void TestCipherPeers::shortMemoryForTexts()
                                           "{time}: {file}: {func}: {n}: strncpy  fail"})
                     .isEmpty());
     }
+}
+
+void TestCipherPeers::filesThatFail()
+{
+    CommonUtils::FileCrypt(3, "/proc", QFile::encodeName(path("file"))); // a folder that claims to be empty
+    QVERIFY(!QFile::exists(path("file")));
+
+    const QString line = "{time}: {file}: FileCrypt: the result cannot be written";
+    log().allow(line);
+    const QByteArray input = QFile::encodeName(QCoreApplication::applicationFilePath());
+    for (const int operation : {1, 3})
+        CommonUtils::FileCrypt(operation, input, "/dev/full");
+    QCOMPARE(log().count(line), 2);
 }
 
 QTEST_GUILESS_MAIN(TestCipherPeers)
