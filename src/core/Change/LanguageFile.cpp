@@ -16,8 +16,7 @@ namespace {
 
 constexpr XmlFile::Texts logTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
 
-constexpr qint64 usualItemSize = 80;        ///< bytes of a file per text, so that the table grows once
-constexpr qint64 mostTextsForeseen = 50000; ///< whatever the size of the file
+constexpr qint64 usualItemSize = 80; ///< bytes of a file per text
 
 QString languageFile(const QString& plugin)
 {
@@ -35,12 +34,6 @@ void editEscapes(QString& text)
     text.replace(QLatin1String("\\t"), QString(12, QLatin1Char(' ')));
     text.remove(QLatin1String("\\v"));
     text.remove(QLatin1String("\\f"));
-}
-
-void makeRoom(QHash<QString, QString>& texts, qint64 fileSize)
-{
-    const auto foreseen = static_cast<int>(std::min(fileSize / usualItemSize, mostTextsForeseen));
-    texts.reserve(std::max(texts.size(), foreseen));
 }
 
 /// Reads the item that the reader stands on; one with a fault in it is left out.
@@ -73,7 +66,7 @@ bool Change::readXmlFile(QIODevice* device, QString plugin)
         return false;
     const bool keepsShortcuts = CurrentLanguage::hasShortcuts();
     QHash<QString, QString>& texts = TextTable::texts(plugin);
-    makeRoom(texts, device->size());
+    texts.reserve(std::max(texts.size(), XmlFile::foreseenEntries(device->size(), usualItemSize)));
     QXmlStreamReader reader(device);
     XmlFile::readElements(reader, [&](QXmlStreamReader& element) {
         if (element.name() == QLatin1String("item"))

@@ -6,6 +6,7 @@
 #include "common/Log.h"
 #include "common/XmlFile.h"
 
+#include <QFileInfo>
 #include <QXmlStreamReader>
 
 namespace {
@@ -13,53 +14,38 @@ namespace {
 constexpr XmlFile::Texts texts{"File %s does not exist", "Failed to open file %s", "Error:", ", column ",
                                "Parsing %s done... "};
 
-constexpr QLatin1String pluginElement("plugin");
-constexpr QLatin1String addElement("add");
-constexpr QLatin1String removeElement("remove");
+constexpr qint64 usualRuleSize = 70; ///< bytes of the file per rule
+
+constexpr QStringView pluginElement = u"plugin";
+constexpr QStringView addElement = u"add";
+constexpr QStringView removeElement = u"remove";
 constexpr QLatin1String clsidAttribute("clsid");
 constexpr QLatin1String nameAttribute("name");
-
-/// Calls onElement for each start element until the end tag of `parent`.
-template <typename OnElement>
-void forEachElement(QXmlStreamReader& reader, const QString& parent, OnElement onElement)
-{
-    while (!reader.atEnd()) {
-        const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::EndElement && reader.name() == parent)
-            return;
-        if (token == QXmlStreamReader::StartElement)
-            onElement();
-    }
-}
-
-/// Moves to the "plugin" element below the element the reader stands on.
-/// @return false when that element ends without one
-bool enterPluginElement(QXmlStreamReader& reader)
-{
-    const QString parent = reader.name().toString();
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isEndElement() && reader.name() == parent)
-            return false;
-        if (reader.isStartElement() && reader.name() == pluginElement)
-            return true;
-    }
-    return false;
-}
 
 /// Hands the clsid of each "add" and "remove" inside the first "plugin" element to onRule(clsid, isAdd).
 template <typename OnRule>
 void readRules(QXmlStreamReader& reader, OnRule onRule)
 {
-    if (!enterPluginElement(reader))
+    const QString parent = reader.name().toString();
+    if (!XmlFile::moveTo(reader, pluginElement, parent))
         return;
-    forEachElement(reader, pluginElement, [&] {
-        const bool isAdd = reader.name() == addElement;
-        if (!isAdd && reader.name() != removeElement)
+    const auto onElement = [&onRule](QXmlStreamReader& element) {
+        const QStringView name = element.name();
+        const bool isAdd = name == addElement;
+        if (!isAdd && name != removeElement)
             return;
-        const QXmlStreamAttributes attributes = reader.attributes();
+        const QXmlStreamAttributes attributes = element.attributes();
         onRule(attributes.value(clsidAttribute), isAdd);
-    });
+    };
+    XmlFile::readElements(reader, onElement, pluginElement);
+}
+
+/// Most rules are those of modems, about as many that add as that remove: both tables grow once.
+void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QString, QString>& disableTable)
+{
+    const int foreseen = XmlFile::foreseenEntries(fileSize, usualRuleSize) / 2;
+    enableTable.reserve(foreseen);
+    disableTable.reserve(foreseen);
 }
 
 /// Keeps earlier values of the key. The tables' type is fixed, hence the operation that Qt would rather see
@@ -76,6 +62,7 @@ void insertPair(QHash<QString, QString>& table, const QString& key, const QStrin
 
 void PluginContainer::populatePluginsConfig(QString path)
 {
+    makeRoom(QFileInfo(path).size(), *m_pEnableTable, *m_pDisableTable);
     XmlFile::read(path, texts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
 }
 
@@ -98,12 +85,13 @@ void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
 
 void PluginContainer::readCommonElement(QXmlStreamReader& reader)
 {
-    forEachElement(reader, QStringLiteral("common"), [&] {
-        if (reader.name() != QLatin1String("item"))
+    const auto onElement = [this](QXmlStreamReader& element) {
+        if (element.name() != QLatin1String("item"))
             return;
-        const QXmlStreamAttributes attributes = reader.attributes();
+        const QXmlStreamAttributes attributes = element.attributes();
         enableByDefault(attributes.value(clsidAttribute));
-    });
+    };
+    XmlFile::readElements(reader, onElement, u"common");
 }
 
 void PluginContainer::readCustomizeElements(QXmlStreamReader& reader)
@@ -182,8 +170,8 @@ void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* t
     insertPair(*table, key, info->m_strClsid); // shares the record's text: there may be many rules
 }
 
-/// Looks a record up by a text that lies in the reader's buffer, without copying it.
+/// Looks a record up by a text that lies in the reader's buffer, without copying it or taking memory.
 PluginInfo* PluginContainer::findRecord(const QStringRef& clsid) const
 {
-    return m_pHashPlugins->value(QString::fromRawData(clsid.data(), clsid.size()));
+    return m_pHashPlugins->value(d->soughtClsid.setRawData(clsid.data(), clsid.size()));
 }

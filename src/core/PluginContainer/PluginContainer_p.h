@@ -17,5 +17,6 @@ public:
     PluginFolder folder;
     PluginDecisions decisions;
     std::atomic<bool> isClosing{false}; ///< the container is ending: wait for no modem any more
+    QString soughtClsid;                ///< of the rule being read; refers to the reader's buffer
     bool followsUserLocale = false;     ///< the start's language goes by the user's locale, not the system's
 };

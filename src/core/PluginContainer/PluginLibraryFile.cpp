@@ -68,7 +68,7 @@ QString libraryBaseName(QString url)
 /// @return whether it was the one that ends the record
 bool readField(QXmlStreamReader& reader, PluginElement& element)
 {
-    const QStringRef name = reader.name();
+    const QStringView name = reader.name();
     for (const ElementField& field : fields) {
         if (name != field.element)
             continue;

@@ -17,23 +17,8 @@ QTime Startup::m_pSplashStartAt;
 
 namespace {
 
-constexpr QLatin1String splashElement("splash");
-constexpr QLatin1String functionElement("function");
-
-/// Moves to the next start element of that name.
-/// @param parent the end of an element of this name ends the search
-/// @return whether there is one
-bool moveTo(QXmlStreamReader& reader, QLatin1String name, QLatin1String parent = {})
-{
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement() && reader.name() == name)
-            return true;
-        if (reader.isEndElement() && reader.name() == parent)
-            return false;
-    }
-    return false;
-}
+constexpr QStringView splashElement = u"splash";
+constexpr QStringView functionElement = u"function";
 
 bool readSwitch(QXmlStreamReader& reader)
 {
@@ -48,7 +33,8 @@ bool Startup::haveSplashScreen()
     QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/XFramePlugin/Config.xml"));
     if (file.open(QIODevice::ReadOnly)) {
         QXmlStreamReader reader(&file);
-        if (moveTo(reader, functionElement) && moveTo(reader, splashElement, functionElement))
+        if (XmlFile::moveTo(reader, functionElement) &&
+            XmlFile::moveTo(reader, splashElement, functionElement))
             have = readSwitch(reader);
         const QString operatorName =
             CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
@@ -64,12 +50,12 @@ bool Startup::haveSplashScreen()
 
 void Startup::operatorHaveSplashScreen(QXmlStreamReader& reader, QString operatorName, bool& have)
 {
-    while (moveTo(reader, QLatin1String("customize"))) {
+    while (XmlFile::moveTo(reader, u"customize")) {
         const QXmlStreamAttributes attributes = reader.attributes();
         if (attributes.value(QLatin1String("name")) != operatorName)
             continue;
         const bool isForDevice = !attributes.value(QLatin1String("device")).isEmpty();
-        if (moveTo(reader, splashElement))
+        if (XmlFile::moveTo(reader, splashElement))
             have = readSwitch(reader);
         if (isForDevice) // which device it will be is not known yet at the start
             have = false;

@@ -3,7 +3,8 @@
 #include "common/Log.h"
 
 #include <QFile>
-#include <QXmlStreamReader>
+
+#include <algorithm>
 
 bool XmlFile::read(const QString& path, const Texts& texts, const ElementReader& onStartElement)
 {
@@ -30,15 +31,16 @@ bool XmlFile::open(QFile& file, const Texts& texts, QIODevice::OpenMode mode)
     return true;
 }
 
-void XmlFile::readElements(QXmlStreamReader& reader, const ElementReader& onStartElement, QStringView endName)
+bool XmlFile::moveTo(QXmlStreamReader& reader, QStringView name, QStringView endName)
 {
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::StartElement)
-            onStartElement(reader);
-        else if (token == QXmlStreamReader::EndElement && reader.name() == endName)
-            return;
+        if (token == QXmlStreamReader::StartElement && QStringView(reader.name()) == name)
+            return true;
+        if (token == QXmlStreamReader::EndElement && QStringView(reader.name()) == endName)
+            return false;
     }
+    return false;
 }
 
 void XmlFile::logFault(const QXmlStreamReader& reader, const QString& source, const Texts& texts)
@@ -49,4 +51,10 @@ void XmlFile::logFault(const QXmlStreamReader& reader, const QString& source, co
                          source + QLatin1String(" at line ") + QString::number(reader.lineNumber()) +
                          QLatin1String(texts.column) + QString::number(reader.columnNumber());
     LOG_DEBUG("%s", qUtf8Printable(line));
+}
+
+int XmlFile::foreseenEntries(qint64 fileSize, qint64 usualEntrySize)
+{
+    constexpr qint64 limit = 50000;
+    return static_cast<int>(std::min(fileSize / usualEntrySize, limit));
 }

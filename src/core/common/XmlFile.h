@@ -2,11 +2,11 @@
 
 #include <QIODevice>
 #include <QString>
+#include <QXmlStreamReader>
 
 #include <functional>
 
 class QFile;
-class QXmlStreamReader;
 
 /// The way every XML file of the installation is read: open or report, hand each start element to the
 /// format's reader, log a fault with its place. What was read before a fault stays in force.
@@ -36,11 +36,32 @@ bool read(const QString& path, const Texts& texts, const ElementReader& onStartE
 bool open(QFile& file, const Texts& texts, QIODevice::OpenMode mode = QIODevice::ReadOnly);
 
 /// Reads on from wherever the reader is, to the next end tag `endName`, to the end or to the first fault.
-/// @param endName null for the whole of the rest
-void readElements(QXmlStreamReader& reader, const ElementReader& onStartElement, QStringView endName = {});
+/// @param onStartElement is called like an ElementReader
+/// @param endName        null for the whole of the rest
+template <typename OnStartElement>
+void readElements(QXmlStreamReader& reader, OnStartElement onStartElement, QStringView endName = {})
+{
+    while (!reader.atEnd()) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement)
+            onStartElement(reader);
+        else if (token == QXmlStreamReader::EndElement && QStringView(reader.name()) == endName)
+            return;
+    }
+}
+
+/// Moves to the next start element `name`.
+/// @param endName an end tag of this name ends the search; null for none
+/// @return whether there is one
+bool moveTo(QXmlStreamReader& reader, QStringView name, QStringView endName = {});
 
 /// Logs the reader's fault, if it has one.
 /// @param source what was read, for the log
 void logFault(const QXmlStreamReader& reader, const QString& source, const Texts& texts);
+
+/// How many entries a file probably has, so that the table that they go into grows once. There is a limit,
+/// whatever the size.
+/// @param usualEntrySize in bytes, as is the file's
+int foreseenEntries(qint64 fileSize, qint64 usualEntrySize);
 
 } // namespace XmlFile
