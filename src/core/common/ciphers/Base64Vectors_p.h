@@ -2,6 +2,7 @@
 
 #include "common/ciphers/Base64Tables_p.h"
 #include "common/ciphers/Base64_p.h"
+#include "common/ciphers/Vectors_ssse3_p.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ public:
     {
         for (; size - 3 * done >= LeastSize; done += Groups) {
             const Bytes twelves = Vectors::loadTwelves(bytes + 3 * done);
-            Vectors::store(text + 4 * done, characters(sixBits(twelves, Base64Groups::tables.spread)));
+            Vectors::store(text + 4 * done, characters(sixBits(twelves, table(Base64Groups::tables.spread))));
         }
         return done;
     }
@@ -59,33 +60,48 @@ public:
     static void encodeEnd(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
     {
         const std::size_t groups = (size + 2) / 3, first = groups > 8 ? groups - 8 : 0;
-        const Bytes front = Vectors::load(bytes + 3 * first), back = Vectors::load(bytes + size - 16);
-        const auto& [spread, padding] = Base64Groups::tables.encodingAtEnd[3 * groups - size];
-        Vectors::store(text + 4 * first, characters(sixBits(front, Base64Groups::tables.spread)));
-        Vectors::store(text + 4 * groups - 16, characters(sixBits(back, spread)) + table(padding));
+        const auto& end = Base64Groups::tables.encodingAtEnd[3 * groups - size];
+        const std::uint8_t* const parts[] = {bytes + size - 16, bytes + 3 * first};
+        __m128i done[2];
+#pragma GCC unroll 2
+        for (std::size_t part = 0; part < 2; part += Vectors::Lanes) {
+            const Bytes values = sixBits(Vectors::loadLanes(parts + part), table(end.spread, part));
+            Vectors::split(characters(values) + table(end.padding, part), done + part);
+        }
+        Vectors128::storeWhole(text + 4 * first, done[1]);
+        Vectors128::storeWhole(text + 4 * groups - 16, done[0]);
     }
 
     /// Decodes likewise. In the last group a "=" takes the place of what is missing.
     static void decodeEnd(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
     {
         const std::size_t groups = (size + 2) / 3, first = groups > 8 ? groups - 8 : 0;
-        const Bytes front = Vectors::load(text + 4 * first), back = Vectors::load(text + 4 * groups - 16);
-        const Bytes padding = Bytes(back == table(Base64Groups::tables.equals));
-        const DoubleWords last = joinedAny(back + (padding & table(Base64Groups::tables.fromEquals)));
-        Vectors::store(bytes + 3 * first, packed(joinedAny(front))); // what is too much will be overwritten
-        Vectors::storeEight(bytes + 3 * groups - 12, packed(last));
-        const auto& lastFour = Base64Groups::tables.lastFour[3 * groups - size];
-        Vectors::storeFour(bytes + size - 4, Vectors::shuffle(Bytes(last), table(lastFour)));
+        const Base64Groups::Lanes& packing = Base64Groups::tables.packingAtEnd[3 * groups - size];
+        const std::uint8_t* const parts[] = {text + 4 * groups - 16, text + 4 * first};
+        __m128i done[2];
+#pragma GCC unroll 2
+        for (std::size_t part = 0; part < 2; part += Vectors::Lanes) {
+            const Bytes code = Vectors::loadLanes(parts + part);
+            const Bytes padding = Bytes(code == table(Base64Groups::tables.equals));
+            const DoubleWords values = joinedAny(code + (padding & table(Base64Groups::tables.fromEquals)));
+            Vectors::split(Vectors::shuffle(Bytes(values), table(packing, part)), done + part);
+        }
+        Vectors128::storeWhole(bytes + size - 16, done[0]); // what is too much will be overwritten
+        Vectors128::storeTwelve(bytes + 3 * first, done[1]);
     }
 
 private:
-    static Bytes table(const Base64Groups::Sixteen& sixteen) { return Vectors::repeat(sixteen.bytes); }
+    /// @param lane the first one that is wanted
+    static Bytes table(const Base64Groups::Lanes& lanes, std::size_t lane = 0)
+    {
+        return Vectors::load(lanes.bytes + 16 * lane);
+    }
 
     /// Each group of three bytes as four values of six bits, one in each byte. Multiplications are the
     /// shifts.
-    static Bytes sixBits(Bytes twelves, const Base64Groups::Sixteen& spreads)
+    static Bytes sixBits(Bytes twelves, Bytes spreads)
     {
-        const Bytes spread = Vectors::shuffle(twelves, table(spreads));
+        const Bytes spread = Vectors::shuffle(twelves, spreads);
         const Words even = Words(spread & table(Base64Groups::tables.evenValues));
         const Words odd = Words(spread & table(Base64Groups::tables.oddValues));
         return Bytes(Vectors::multipliedHigh(even, Words(table(Base64Groups::tables.evenFactors))) |

@@ -1,5 +1,4 @@
 #include "common/ciphers/Base64Vectors_p.h"
-#include "common/ciphers/Vectors_ssse3_p.h"
 
 void Base64Groups::encodeSsse3(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
 {

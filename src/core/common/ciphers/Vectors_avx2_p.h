@@ -32,10 +32,18 @@ struct Vectors256
         return Bytes(_mm256_broadcastsi128_si256(loadHalf(sixteen)));
     }
 
-    static Bytes loadTwelves(const std::uint8_t* from)
+    static Bytes join(const void* first, const void* second)
     {
-        return Bytes(_mm256_inserti128_si256(_mm256_castsi128_si256(loadHalf(from)), loadHalf(from + 12), 1));
+        return Bytes(_mm256_inserti128_si256(_mm256_castsi128_si256(loadHalf(first)), loadHalf(second), 1));
     }
+    static Bytes loadLanes(const std::uint8_t* const* from) { return join(from[0], from[1]); }
+    static void split(Bytes bytes, __m128i* lanes)
+    {
+        lanes[0] = _mm256_castsi256_si128(__m256i(bytes));
+        lanes[1] = _mm256_extracti128_si256(__m256i(bytes), 1);
+    }
+
+    static Bytes loadTwelves(const std::uint8_t* from) { return join(from, from + 12); }
     static void storeTwelves(std::uint8_t* to, Bytes bytes)
     {
         storeHalf(to, _mm256_castsi256_si128(__m256i(bytes)));

@@ -24,11 +24,16 @@ struct Vectors128
     static Bytes load(const void* from) { return Bytes(loadWhole(from)); }
     static void store(void* to, Bytes bytes) { storeWhole(to, __m128i(bytes)); }
 
-    static void storeEight(void* to, Bytes bytes)
+    /// 16 bytes for each lane, each from a place of its own.
+    static Bytes loadLanes(const std::uint8_t* const* from) { return load(*from); }
+    /// The bytes of each lane.
+    static void split(Bytes bytes, __m128i* lanes) { *lanes = __m128i(bytes); }
+
+    static void storeTwelve(std::uint8_t* to, __m128i bytes)
     {
-        _mm_storel_epi64(static_cast<__m128i*>(to), __m128i(bytes));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to), bytes);
+        _mm_storeu_si32(to + 8, _mm_srli_si128(bytes, 8));
     }
-    static void storeFour(void* to, Bytes bytes) { _mm_storeu_si32(to, __m128i(bytes)); }
 
     /// The same 16 bytes in every lane.
     static Bytes repeat(const std::uint8_t* sixteen) { return load(sixteen); }
