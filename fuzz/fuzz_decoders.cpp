@@ -1,5 +1,5 @@
-// The decoders for Base64 and hexadecimal digits, and protected texts: every path gives what plain code does,
-// stays within its buffers (which the sanitizers watch) and can be undone.
+// The decoders for Base64 and hexadecimal digits, and protected texts: the processor's best path gives what plain
+// code does, stays within its buffers (which the sanitizers watch) and can be undone.
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"
 #include "common/ciphers/Base64.h"
@@ -36,8 +36,6 @@ void decodeBase64(const std::string& text)
     Base64Groups::decode(nullptr, in, portable.data(), size);
     require(portable == exact);
 
-    if (exact.empty())
-        return;
     Bytes encoded((size + 2) / 3 * 4 + 1), back(size);
     unsigned length = 1;
     require(cl_base64Encode(exact.data(), size, encoded.data(), &length) == 0 &&

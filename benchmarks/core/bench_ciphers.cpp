@@ -47,7 +47,7 @@ std::string sampleText(std::size_t size)
     return {bytes.begin(), bytes.end()};
 }
 
-/// Measures a function of an input and an output buffer, both of the benchmark's size and more.
+/// Measures a function of an input and an output buffer.
 template <typename Function>
 void measure(benchmark::State& state, const Bytes& in, std::size_t outSize, Function function)
 {
@@ -292,70 +292,97 @@ void registerPaths()
 {
     using benchmark::RegisterBenchmark;
     RegisterBenchmark("des3_decipher_path/tables", decipherPath, nullptr)->Arg(256)->Arg(64 * KiB);
-    for (const auto* path = ProcessorPaths::tripleDes(); path->name; ++path) {
-        if (path->isAvailable()) {
-            RegisterBenchmark((std::string("des3_decipher_path/") + path->name).c_str(), decipherPath, path)
-                ->Arg(int(8 * path->fewestBlocks))
-                ->Arg(64 * KiB);
-        }
-    }
+    ProcessorPaths::forEachAvailable(ProcessorPaths::tripleDes(), [](const TripleDesCbc::Path& path) {
+        RegisterBenchmark((std::string("des3_decipher_path/") + path.name).c_str(), decipherPath, &path)
+            ->Arg(int(8 * path.fewestBlocks))
+            ->Arg(64 * KiB);
+    });
     RegisterBenchmark("sha256_path/portable", compressPath, Sha256Blocks::compressPortable)->Arg(64 * KiB);
-    for (const auto* path = ProcessorPaths::sha256(); path->name; ++path) {
-        if (path->isAvailable())
-            RegisterBenchmark((std::string("sha256_path/") + path->name).c_str(), compressPath,
-                              path->compress)
-                ->Arg(64 * KiB);
-    }
+    ProcessorPaths::forEachAvailable(ProcessorPaths::sha256(), [](const Sha256Blocks::Path& path) {
+        RegisterBenchmark((std::string("sha256_path/") + path.name).c_str(), compressPath, path.compress)
+            ->Arg(64 * KiB);
+    });
+}
+
+using benchmark::internal::Benchmark;
+
+void useCipherSizes(Benchmark* registered)
+{
+    registered->Arg(KiB)->Arg(4 * KiB)->Arg(64 * KiB);
+}
+
+void useHashSizes(Benchmark* registered)
+{
+    registered->Arg(16)->Arg(64)->Arg(64 * KiB)->Arg(MiB);
+}
+
+void useBase64Sizes(Benchmark* registered)
+{
+    registered->Arg(16)->Arg(64 * KiB);
+}
+
+void useHexSizes(Benchmark* registered)
+{
+    registered->Arg(32)->Arg(64 * KiB);
+}
+
+void useFileSize(Benchmark* registered)
+{
+    registered->Arg(64 * MiB)->Unit(benchmark::kMillisecond);
 }
 
 } // namespace
-
-#define CIPHER_LENGTHS ->Arg(KiB)->Arg(4 * KiB)->Arg(64 * KiB)
-#define HASH_LENGTHS ->Arg(16)->Arg(64)->Arg(64 * KiB)->Arg(MiB)
 
 BENCHMARK(shortText<true>)->Name("des3_short_encipher/ours")->Arg(16);
 BENCHMARK(shortTextOpenSsl<true>)->Name("des3_short_encipher/peer_openssl")->Arg(16);
 BENCHMARK(shortText<false>)->Name("des3_short_decipher/ours")->Arg(16);
 BENCHMARK(shortTextOpenSsl<false>)->Name("des3_short_decipher/peer_openssl")->Arg(16);
 
-BENCHMARK(longText<true>)->Name("des3_encipher/ours") CIPHER_LENGTHS;
+BENCHMARK(longText<true>)->Name("des3_encipher/ours")->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, true)
-    ->Name("des3_encipher/peer_openssl") CIPHER_LENGTHS;
-BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, true)->Name("des3_encipher/peer_gcrypt") CIPHER_LENGTHS;
-BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, true)->Name("des3_encipher/peer_nettle") CIPHER_LENGTHS;
-BENCHMARK(longText<false>)->Name("des3_decipher/ours") CIPHER_LENGTHS;
+    ->Name("des3_encipher/peer_openssl")
+    ->Apply(useCipherSizes);
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, true)
+    ->Name("des3_encipher/peer_gcrypt")
+    ->Apply(useCipherSizes);
+BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, true)
+    ->Name("des3_encipher/peer_nettle")
+    ->Apply(useCipherSizes);
+BENCHMARK(longText<false>)->Name("des3_decipher/ours")->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, false)
-    ->Name("des3_decipher/peer_openssl") CIPHER_LENGTHS;
+    ->Name("des3_decipher/peer_openssl")
+    ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, false)
-    ->Name("des3_decipher/peer_gcrypt") CIPHER_LENGTHS;
+    ->Name("des3_decipher/peer_gcrypt")
+    ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, false)
-    ->Name("des3_decipher/peer_nettle") CIPHER_LENGTHS;
+    ->Name("des3_decipher/peer_nettle")
+    ->Apply(useCipherSizes);
 
-BENCHMARK(hash)->Name("sha256/ours") HASH_LENGTHS;
-BENCHMARK(hashPeer<CipherPeers::openSslSha256>)->Name("sha256/peer_openssl") HASH_LENGTHS;
-BENCHMARK(hashPeer<CipherPeers::gcryptSha256>)->Name("sha256/peer_gcrypt") HASH_LENGTHS;
-BENCHMARK(hashPeer<CipherPeers::nettleSha256>)->Name("sha256/peer_nettle") HASH_LENGTHS;
-BENCHMARK(hashQt)->Name("sha256/peer_qt") HASH_LENGTHS;
+BENCHMARK(hash)->Name("sha256/ours")->Apply(useHashSizes);
+BENCHMARK(hashPeer<CipherPeers::openSslSha256>)->Name("sha256/peer_openssl")->Apply(useHashSizes);
+BENCHMARK(hashPeer<CipherPeers::gcryptSha256>)->Name("sha256/peer_gcrypt")->Apply(useHashSizes);
+BENCHMARK(hashPeer<CipherPeers::nettleSha256>)->Name("sha256/peer_nettle")->Apply(useHashSizes);
+BENCHMARK(hashQt)->Name("sha256/peer_qt")->Apply(useHashSizes);
 
-BENCHMARK(base64Encode)->Name("base64_encode/ours")->Arg(16)->Arg(64 * KiB);
-BENCHMARK(base64EncodeOpenSsl)->Name("base64_encode/peer_openssl")->Arg(16)->Arg(64 * KiB);
-BENCHMARK(base64EncodeQt)->Name("base64_encode/peer_qt")->Arg(16)->Arg(64 * KiB);
-BENCHMARK(base64Decode)->Name("base64_decode/ours")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64Encode)->Name("base64_encode/ours")->Apply(useBase64Sizes);
+BENCHMARK(base64EncodeOpenSsl)->Name("base64_encode/peer_openssl")->Apply(useBase64Sizes);
+BENCHMARK(base64EncodeQt)->Name("base64_encode/peer_qt")->Apply(useBase64Sizes);
+BENCHMARK(base64Decode)->Name("base64_decode/ours")->Apply(useBase64Sizes);
 BENCHMARK(base64DecodeDirty)->Name("base64_decode/ours_dirty")->Arg(64 * KiB);
-BENCHMARK(base64DecodeOpenSsl)->Name("base64_decode/peer_openssl")->Arg(16)->Arg(64 * KiB);
+BENCHMARK(base64DecodeOpenSsl)->Name("base64_decode/peer_openssl")->Apply(useBase64Sizes);
 
-BENCHMARK(hexEncode)->Name("hex_encode/ours")->Arg(32)->Arg(64 * KiB);
-BENCHMARK(hexEncodeOpenSsl)->Name("hex_encode/peer_openssl")->Arg(32)->Arg(64 * KiB);
-BENCHMARK(hexDecode)->Name("hex_decode/ours")->Arg(32)->Arg(64 * KiB);
-BENCHMARK(hexDecodeOpenSsl)->Name("hex_decode/peer_openssl")->Arg(32)->Arg(64 * KiB);
+BENCHMARK(hexEncode)->Name("hex_encode/ours")->Apply(useHexSizes);
+BENCHMARK(hexEncodeOpenSsl)->Name("hex_encode/peer_openssl")->Apply(useHexSizes);
+BENCHMARK(hexDecode)->Name("hex_decode/ours")->Apply(useHexSizes);
+BENCHMARK(hexDecodeOpenSsl)->Name("hex_decode/peer_openssl")->Apply(useHexSizes);
 
-#define FILES ->Arg(64 * MiB)->Unit(benchmark::kMillisecond)
-BENCHMARK_CAPTURE(file, encipher, 1)->Name("file_encipher/ours") FILES;
-BENCHMARK_CAPTURE(fileAlone, encipher, 1)->Name("file_encipher/peer_without_files") FILES;
-BENCHMARK_CAPTURE(file, decipher, 2)->Name("file_decipher/ours") FILES;
-BENCHMARK_CAPTURE(fileAlone, decipher, 2)->Name("file_decipher/peer_without_files") FILES;
-BENCHMARK_CAPTURE(file, fingerprint, 3)->Name("file_fingerprint/ours") FILES;
-BENCHMARK_CAPTURE(fileAlone, fingerprint, 3)->Name("file_fingerprint/peer_without_files") FILES;
+BENCHMARK_CAPTURE(file, encipher, 1)->Name("file_encipher/ours")->Apply(useFileSize);
+BENCHMARK_CAPTURE(fileAlone, encipher, 1)->Name("file_encipher/peer_without_files")->Apply(useFileSize);
+BENCHMARK_CAPTURE(file, decipher, 2)->Name("file_decipher/ours")->Apply(useFileSize);
+BENCHMARK_CAPTURE(fileAlone, decipher, 2)->Name("file_decipher/peer_without_files")->Apply(useFileSize);
+BENCHMARK_CAPTURE(file, fingerprint, 3)->Name("file_fingerprint/ours")->Apply(useFileSize);
+BENCHMARK_CAPTURE(fileAlone, fingerprint, 3)->Name("file_fingerprint/peer_without_files")->Apply(useFileSize);
 
 int main(int argc, char** argv)
 {

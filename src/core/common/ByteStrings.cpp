@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr std::size_t BlockSize = 8;
+using ByteStrings::BlockSize;
+
 constexpr std::size_t KeySize = 24;
 constexpr int MostRandomBytes = 128;
 
@@ -73,6 +74,13 @@ bool addRandomByte(std::string& bytes, const char* function)
 }
 
 } // namespace
+
+std::string ByteStrings::newVector()
+{
+    std::string vector = GetRandomBytes(BlockSize);
+    vector.resize(BlockSize, '\0');
+    return vector;
+}
 
 ByteStrings::Context ByteStrings::makeContext(std::string_view key, std::string_view iv)
 {

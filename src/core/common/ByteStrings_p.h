@@ -4,10 +4,17 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 /// What des3() consists of, for those who have a buffer of their own.
 namespace ByteStrings {
+
+constexpr std::size_t BlockSize = 8; ///< bytes of a block and of a vector
+
+/// A vector for a new text: random bytes. Should the system fail, some of them are zeros; what is enciphered
+/// then can be read back all the same.
+std::string newVector();
 
 using Context = std::unique_ptr<CipherContext, decltype(&crypto_cipher_deinit)>;
 
@@ -18,13 +25,13 @@ Context makeContext(std::string_view key, std::string_view iv);
 /// The length up to the end of the last block.
 constexpr std::size_t wholeBlocks(std::size_t length)
 {
-    return (length + 7) / 8 * 8;
+    return (length + BlockSize - 1) / BlockSize * BlockSize;
 }
 
-/// Whether hexadecimal digits hold the eight bytes that every protected text begins with.
+/// Whether hexadecimal digits hold the vector that every protected text begins with.
 constexpr bool isProtectedText(std::size_t digits)
 {
-    return (digits + 1) / 2 >= 8;
+    return (digits + 1) / 2 >= BlockSize;
 }
 
 /// Enciphers or deciphers whole blocks in place.

@@ -117,10 +117,13 @@ public:
 
     /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its
     /// fingerprint (3): the SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its
-    /// first zero byte; an empty text has the fingerprint of 32 zero bytes.
+    /// first zero byte; an empty text has the fingerprint of 32 zero bytes. Another operation only writes a
+    /// log line.
     /// @param inputPath, outputPath in the system's 8-bit encoding. Both may be the same file. The
     ///        output is replaced; a text to decipher of less than 15 digits leaves it empty. It stays as it
-    ///        is when memory is short or the input cannot be read whole, on Windows not from 2 GiB on.
+    ///        is when memory is short or the input cannot be read whole, on Windows not from 2 GiB on. Of a
+    ///        result that cannot be written whole, which a warning tells, a part remains: with one path for
+    ///        both the original is lost then.
     /// @return always 0; what went wrong is told by the log and standard error
     static int FileCrypt(int operation, const char* inputPath, const char* outputPath);
 

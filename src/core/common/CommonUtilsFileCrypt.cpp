@@ -31,17 +31,18 @@ QByteArray pathLine(bool isCanonical, const char* path, const char* function, in
 /// empty files until they are read.
 bool readText(std::FILE* file, std::size_t size, char* piece, FileOperation& operation)
 {
-    bool isText = true;
     if (size == 0 && std::fread(piece, 1, 1, file) == 0 && std::ferror(file))
         return false;
+    bool hasEnded = false;
     for (std::size_t left = size; left > 0;) {
         const std::size_t count = std::min(left, FileOperation::PieceSize);
         if (std::fread(piece, 1, count, file) != count)
             return false;
-        const void* const zero = isText ? std::memchr(piece, '\0', count) : nullptr;
-        if (isText)
-            operation.add(piece, zero ? static_cast<const char*>(zero) - piece : count);
-        isText = isText && !zero;
+        if (!hasEnded) {
+            const std::size_t length = FileOperation::textLength(piece, count);
+            operation.add(piece, length);
+            hasEnded = length < count;
+        }
         left -= count;
     }
     return true;
@@ -55,7 +56,7 @@ bool readFile(std::FILE* file, FileOperation& operation, const char* function)
     const std::size_t size = end > 0 ? std::size_t(end) : 0;
     WipedBuffer piece;
     const bool hasMemory =
-        size < PTRDIFF_MAX && operation.reserve(size) && // folders may claim to be endless
+        size <= FileOperation::LargestSize && operation.reserve(size) &&
         piece.allocate(std::min(size + 1, FileOperation::PieceSize), LOG_FILE, function, __LINE__);
     if (!hasMemory)
         writeError("Memory error");

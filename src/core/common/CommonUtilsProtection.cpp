@@ -18,13 +18,14 @@
 
 namespace {
 
-constexpr std::size_t VectorSize = 8;
+using ByteStrings::BlockSize;
+
 constexpr std::size_t ImeiBufferSize = 24;
 
 using Result = std::unique_ptr<char[]>;
 
 /// A zero-filled text of so many characters for the caller, or null when memory is short, which log lines
-/// tell. It is filled in place: of a whole file there should not be more copies than needed.
+/// tell. It is filled in place: of a long text there should not be more copies than needed.
 Result makeResult(std::size_t length, const char* function)
 {
     Result result(length < PTRDIFF_MAX ? new (std::nothrow) char[length + 1] : nullptr);
@@ -44,20 +45,19 @@ unsigned char* bytesOf(char* text)
 /// The result's last bytes are what its digits stand for, until these replace them.
 Result encrypt(const char* plain, const char* passPhrase)
 {
-    std::string vector = GetRandomBytes(VectorSize);
-    vector.resize(VectorSize, '\0'); // should the system fail, the text can still be read back
+    const std::string vector = ByteStrings::newVector();
     const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
-    const std::size_t size = VectorSize + filled;
+    const std::size_t size = BlockSize + filled;
     const std::size_t digits = size < PTRDIFF_MAX / 2 ? 2 * size : PTRDIFF_MAX; // more than there can be
     const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
     Result result = makeResult(digits, "Encrypt");
     if (!context || !result)
         return {};
     char* const bytes = result.get() + size;
-    std::memcpy(bytes, vector.data(), VectorSize);
-    std::memcpy(bytes + VectorSize, plain, length);
-    std::memset(bytes + VectorSize + length, 0, filled - length);
-    ByteStrings::process(context, bytes + VectorSize, filled, true);
+    std::memcpy(bytes, vector.data(), BlockSize);
+    std::memcpy(bytes + BlockSize, plain, length);
+    std::memset(bytes + BlockSize + length, 0, filled - length);
+    ByteStrings::process(context, bytes + BlockSize, filled, true);
     Hex::encode(Hex::bestPath(), bytesOf(bytes), size, result.get());
     return result;
 }
@@ -69,16 +69,16 @@ Result decrypt(const char* protectedText, const char* passPhrase)
         LOG_DEBUG("out of range exception");
         return {};
     }
-    char vector[VectorSize];
-    Hex::decode(Hex::bestPath(), protectedText, std::min(digits, 2 * VectorSize), bytesOf(vector));
-    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, {vector, VectorSize});
-    const std::size_t filled = ByteStrings::wholeBlocks(size - VectorSize);
+    const std::size_t vectorDigits = std::min(digits, 2 * BlockSize);
+    char vector[BlockSize];
+    Hex::decode(Hex::bestPath(), protectedText, vectorDigits, bytesOf(vector));
+    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, {vector, BlockSize});
+    const std::size_t filled = ByteStrings::wholeBlocks(size - BlockSize);
     Result result = makeResult(filled, "Decrypt"); // it may end with more zeros than one
     if (!context || !result)
         return {};
-    const std::size_t textDigits = digits - std::min(digits, 2 * VectorSize);
-    Hex::decode(Hex::bestPath(), protectedText + (digits - textDigits), textDigits, bytesOf(result.get()));
-    std::memset(result.get() + (size - VectorSize), 0, filled - (size - VectorSize));
+    Hex::decode(Hex::bestPath(), protectedText + vectorDigits, digits - vectorDigits, bytesOf(result.get()));
+    std::memset(result.get() + (size - BlockSize), 0, filled - (size - BlockSize));
     ByteStrings::process(context, result.get(), filled, false);
     const std::size_t length = std::strlen(result.get());
     Ciphers::wipe(result.get() + length, filled - length); // what no caller can see, and so not wipe either

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr std::size_t VectorSize = 8;
+using ByteStrings::BlockSize;
+
 constexpr std::size_t PieceSize = FileOperation::PieceSize;
 constexpr const char* Function = "FileCrypt"; ///< for log lines
 
@@ -78,9 +79,7 @@ class Blocks
 public:
     bool reserve(std::size_t textSize)
     {
-        return textSize < PTRDIFF_MAX - 2 * VectorSize &&
-               m_bytes.allocate(VectorSize + ByteStrings::wholeBlocks(textSize), LOG_FILE, Function,
-                                __LINE__);
+        return m_bytes.allocate(BlockSize + ByteStrings::wholeBlocks(textSize), LOG_FILE, Function, __LINE__);
     }
 
     /// Vector and text.
@@ -90,14 +89,14 @@ public:
     /// Null when memory is short.
     ByteStrings::Context makeContext() const
     {
-        return ByteStrings::makeContext(FileKey().text(), {data(), VectorSize});
+        return ByteStrings::makeContext(FileKey().text(), {data(), BlockSize});
     }
 
     /// Has each piece of a text enciphered or deciphered, and passes it on until that fails.
     template <typename Pass>
     void process(const ByteStrings::Context& context, std::size_t textSize, bool encrypt, Pass pass) const
     {
-        char* piece = data() + VectorSize;
+        char* piece = data() + BlockSize;
         std::memset(piece + textSize, 0, ByteStrings::wholeBlocks(textSize) - textSize);
         for (std::size_t left = ByteStrings::wholeBlocks(textSize); left > 0;) {
             const std::size_t size = std::min(left, PieceSize);
@@ -125,18 +124,17 @@ public:
 
     void add(const char* piece, std::size_t size) override
     {
-        std::memcpy(m_blocks.data() + VectorSize + m_textSize, piece, size);
+        std::memcpy(m_blocks.data() + BlockSize + m_textSize, piece, size);
         m_textSize += size;
     }
 
     void write(const char* path) override
     {
-        std::string vector = GetRandomBytes(VectorSize);
-        vector.resize(VectorSize, '\0'); // should the system fail, the file can still be read back
+        const std::string vector = ByteStrings::newVector();
         std::copy(vector.begin(), vector.end(), m_blocks.data());
         const ByteStrings::Context context = m_blocks.makeContext();
         const ResultFile file(context ? path : nullptr, "wb");
-        if (!file.isOpen() || !writeDigits(file, m_blocks.data(), VectorSize))
+        if (!file.isOpen() || !writeDigits(file, m_blocks.data(), BlockSize))
             return;
         m_blocks.process(context, m_textSize, true,
                          [&](const char* piece, std::size_t size) { return writeDigits(file, piece, size); });
@@ -175,10 +173,9 @@ public:
         const ResultFile file(context ? path : nullptr, "wb");
         if (!file.isOpen() || !isProtected)
             return;
-        m_blocks.process(context, (m_digits + 1) / 2 - VectorSize, false, [&](char* piece, std::size_t size) {
-            const void* const zero = std::memchr(piece, '\0', size);
-            const std::size_t length = zero ? static_cast<const char*>(zero) - piece : size;
-            const bool isDone = !file.write(piece, length) || zero;
+        m_blocks.process(context, (m_digits + 1) / 2 - BlockSize, false, [&](char* piece, std::size_t size) {
+            const std::size_t length = textLength(piece, size);
+            const bool isDone = !file.write(piece, length) || length < size;
             Ciphers::wipe(piece, size);
             return !isDone;
         });

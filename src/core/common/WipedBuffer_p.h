@@ -19,8 +19,7 @@ public:
     /// Gets so many zero bytes, once; false when memory is short. Log lines are in the caller's name.
     bool allocate(std::size_t size, const char* file, const char* function, int line)
     {
-        if (size < PTRDIFF_MAX) // folders may claim to be endless
-            m_bytes.reset(new (std::nothrow) char[size]);
+        m_bytes.reset(new (std::nothrow) char[size]);
         clearBuffer(m_bytes.get(), size, file, function, line);
         m_size = m_bytes ? size : 0;
         return m_bytes != nullptr;

@@ -1,5 +1,7 @@
 // Triple DES, SHA-256, Base64 and hexadecimal digits: published vectors, every path of the processor, bad
 // arguments.
+#include "Bytes.h"
+#include "DataTable.h"
 #include "VectorFile.h"
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/CipherContext.h"
@@ -14,16 +16,6 @@
 #include <random>
 
 namespace {
-
-unsigned char* bytesOf(QByteArray& bytes)
-{
-    return reinterpret_cast<unsigned char*>(bytes.data());
-}
-
-const unsigned char* bytesOf(const QByteArray& bytes)
-{
-    return reinterpret_cast<const unsigned char*>(bytes.constData());
-}
 
 QByteArray randomBytes(int size)
 {
@@ -49,16 +41,6 @@ QByteArray digestOf(const QByteArray& message, int piece)
         Sha256_Update(&context, bytesOf(message) + at, std::size_t(std::min(piece, message.size() - at)));
     Sha256_Final(&context, bytesOf(digest));
     return digest;
-}
-
-/// Calls for every path that this processor has.
-template <typename Path, typename Function>
-void forEachPath(const Path* paths, Function function)
-{
-    for (; paths->name; ++paths) {
-        if (paths->isAvailable())
-            function(*paths);
-    }
 }
 
 QByteArray chained(const QByteArray& in, const QByteArray& key, const QByteArray& iv, bool encrypts)
@@ -112,7 +94,7 @@ private slots:
 
 void TestCiphers::tripleDesVectors_data()
 {
-    QTest::addColumn<int>("cases");
+    const auto row = dataTable<int>("cases");
     const struct
     {
         const char* name;
@@ -121,7 +103,7 @@ void TestCiphers::tripleDesVectors_data()
                  {"permop", 64}, {"subtab", 38}, {"varkey", 112}, {"vartext", 128}};
     for (const QString mode : {"CBC", "ECB"}) {
         for (const auto& file : files)
-            QTest::newRow(qPrintable(QString("%1/T%1%2.rsp").arg(mode, file.name))) << file.cases;
+            row(QString("%1/T%1%2.rsp").arg(mode, file.name).toLatin1(), file.cases);
     }
 }
 
@@ -145,9 +127,9 @@ void TestCiphers::tripleDesVectors()
 
 void TestCiphers::decipheringPaths_data()
 {
-    QTest::addColumn<int>("blocks");
+    const auto row = dataTable<int>("blocks");
     for (const int blocks : {1, 2, 3, 4, 63, 100, 127, 128, 129, 255, 256, 257, 511, 512, 513, 1100})
-        QTest::addRow("%d", blocks) << blocks;
+        row(QByteArray::number(blocks), blocks);
 }
 
 // All ways to decipher undo the one way to encipher, in place as well, and leave the same chain.
@@ -171,7 +153,7 @@ void TestCiphers::decipheringPaths()
         }
     };
     check("tables", TripleDesCbc::decryptByTables);
-    forEachPath(ProcessorPaths::tripleDes(), [&check](const TripleDesCbc::Path& path) {
+    ProcessorPaths::forEachAvailable(ProcessorPaths::tripleDes(), [&check](const TripleDesCbc::Path& path) {
         check(path.name,
               [&path](auto&&... arguments) { TripleDesCbc::decryptBitsliced(path, arguments...); });
     });
@@ -247,9 +229,9 @@ void TestCiphers::contextFaults()
 
 void TestCiphers::sha256Vectors_data()
 {
-    QTest::addColumn<int>("cases");
-    QTest::newRow("SHA256ShortMsg.rsp") << 65;
-    QTest::newRow("SHA256LongMsg.rsp") << 64;
+    const auto row = dataTable<int>("cases");
+    row("SHA256ShortMsg.rsp", 65);
+    row("SHA256LongMsg.rsp", 64);
 }
 
 void TestCiphers::sha256Vectors()
@@ -296,7 +278,7 @@ void TestCiphers::sha256MonteCarlo()
 void TestCiphers::sha256Paths()
 {
     const QByteArray blocks = randomBytes(64 * 7), start = randomBytes(32);
-    forEachPath(ProcessorPaths::sha256(), [&](const Sha256Blocks::Path& path) {
+    ProcessorPaths::forEachAvailable(ProcessorPaths::sha256(), [&](const Sha256Blocks::Path& path) {
         for (std::size_t count = 0; count <= 7; ++count) {
             std::uint32_t expected[8], state[8];
             std::memcpy(expected, start.constData(), sizeof expected);
@@ -310,10 +292,9 @@ void TestCiphers::sha256Paths()
 
 void TestCiphers::base64_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QByteArray>("text");
-    const auto row = [](const QByteArray& bytes, const char* text) {
-        QTest::newRow(text) << bytes << QByteArray(text);
+    const auto add = dataTable<QByteArray, QByteArray>("bytes", "text");
+    const auto row = [&add](const QByteArray& bytes, const char* text) {
+        add(text, bytes, text);
     };
     row("f", "Zg=="); // from RFC 4648
     row("fo", "Zm8=");
@@ -348,10 +329,9 @@ void TestCiphers::base64()
 
 void TestCiphers::base64Decoding_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("bytes"); // in digits; null: no result
-    const auto row = [](const char* text, const char* digits) {
-        QTest::newRow(text) << QByteArray(text) << QByteArray(digits);
+    const auto add = dataTable<QByteArray, QByteArray>("text", "bytes");
+    const auto row = [&add](const char* text, const char* digits) {
+        add(text, text, digits);
     };
     row("QUJD", "414243");
     row("QUJDRA", "414243"); // no padding: the tail is ignored
@@ -383,7 +363,7 @@ void TestCiphers::base64Decoding_data()
 void TestCiphers::base64Decoding()
 {
     QFETCH(const QByteArray, text);
-    QFETCH(const QByteArray, bytes);
+    QFETCH(const QByteArray, bytes); // in digits; null: no result
     QByteArray out(40, Guard);
     unsigned size = 1;
     QCOMPARE(cl_base64Decode(bytesOf(text), -1, bytesOf(out), &size), bytes.isNull() ? -1 : 0);
@@ -420,7 +400,7 @@ void TestCiphers::base64Paths()
         Base64Groups::decode(path, bytesOf(text), bytesOf(bytes),
                              std::size_t(bytes.size() - 1)); // behind them is the guard
     };
-    forEachPath(ProcessorPaths::base64(), [&decode](const Base64Groups::Path& path) {
+    ProcessorPaths::forEachAvailable(ProcessorPaths::base64(), [&decode](const Base64Groups::Path& path) {
         for (int size = 0; size < 200; ++size) {
             const int textSize = (size + 2) / 3 * 4;
             const QByteArray bytes = randomBytes(size);
@@ -456,7 +436,7 @@ void TestCiphers::hexPaths()
         Hex::decode(path, digits.constData(), std::size_t(digits.size()), bytesOf(bytes));
         return bytes;
     };
-    forEachPath(ProcessorPaths::hex(), [&](const Hex::Path& path) {
+    ProcessorPaths::forEachAvailable(ProcessorPaths::hex(), [&](const Hex::Path& path) {
         QVERIFY2(decoded(&path, allPairs) == decoded(nullptr, allPairs), path.name);
         for (int size = 0; size < 70; ++size) {
             const QByteArray bytes = randomBytes(size), expected = bytes.toHex().toUpper() + Guard;

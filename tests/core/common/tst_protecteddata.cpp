@@ -1,13 +1,15 @@
 // Byte strings, protected texts and files, device identities.
 #include "CoreTest.h"
+#include "DataTable.h"
+#include "ErrorCapture.h"
+#include "LogOrder.h"
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"
 
 #include <QDir>
 
-#include <unistd.h>
-
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -21,31 +23,6 @@ Result transformed(void (*operation)(const char*, const char*, char*&), const ch
     operation(text, passPhrase, result);
     return {result, CommonUtils::CryptLocalFree};
 }
-
-/// Sends standard error to a file while it lives.
-class ErrorCapture
-{
-public:
-    explicit ErrorCapture(const QString& path)
-        : m_file(path)
-        , m_original(dup(2))
-    {
-        m_file.open(QIODevice::WriteOnly);
-        std::fflush(stderr);
-        dup2(m_file.handle(), 2);
-    }
-    ~ErrorCapture()
-    {
-        std::fflush(stderr);
-        dup2(m_original, 2);
-        close(m_original);
-    }
-    Q_DISABLE_COPY_MOVE(ErrorCapture)
-
-private:
-    QFile m_file;
-    int m_original;
-};
 
 } // namespace
 
@@ -72,6 +49,7 @@ private slots:
     void filesComeBack();
     void fileFaults_data();
     void fileFaults();
+    void pathsThatAreNoFiles();
     void longPathLine();
     void imeiTokens_data();
     void imeiTokens();
@@ -81,13 +59,12 @@ private:
     /// Runs FileCrypt() and returns what it wrote to standard error.
     QByteArray fileCrypt(int operation, const QString& input, const QString& output)
     {
-        {
-            const ErrorCapture capture(path("stderr"));
-            if (CommonUtils::FileCrypt(operation, QFile::encodeName(QDir::toNativeSeparators(input)),
-                                       QFile::encodeName(output)) != 0)
-                return "not 0";
-        }
-        return content(path("stderr"));
+        int result = 1;
+        const QByteArray error = errorOutput(path("stderr"), [&] {
+            result = CommonUtils::FileCrypt(operation, QFile::encodeName(QDir::toNativeSeparators(input)),
+                                            QFile::encodeName(output));
+        });
+        return result == 0 ? error : "not 0";
     }
 
     static QByteArray content(const QString& path)
@@ -107,11 +84,10 @@ private:
 
 void TestProtectedData::des3Lengths_data()
 {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("filled");
-    const int rows[][2] = {{0, 0}, {1, 8}, {5, 8}, {8, 8}, {9, 16}, {16, 16}, {5000, 5000}, {5001, 5008}};
-    for (const auto& row : rows)
-        QTest::addRow("%d", row[0]) << row[0] << row[1];
+    const auto row = dataTable<int, int>("length", "filled");
+    for (const auto& [length, filled] :
+         {std::pair{0, 0}, {1, 8}, {5, 8}, {8, 8}, {9, 16}, {5000, 5000}, {5001, 5008}})
+        row(QByteArray::number(length), length, filled);
 }
 
 void TestProtectedData::des3Lengths()
@@ -139,10 +115,9 @@ void TestProtectedData::des3Keys()
 
 void TestProtectedData::hex_data()
 {
-    QTest::addColumn<QByteArray>("digits");
-    QTest::addColumn<QByteArray>("bytes");
-    const auto row = [](const QByteArray& digits, const QByteArray& bytes) {
-        QTest::newRow(digits.constData()) << digits << bytes;
+    const auto add = dataTable<QByteArray, QByteArray>("digits", "bytes");
+    const auto row = [&add](const QByteArray& digits, const QByteArray& bytes) {
+        add(digits, digits, bytes);
     };
     row("", "");
     row("0AFF", "\x0A\xFF");
@@ -167,14 +142,8 @@ void TestProtectedData::hex()
 
 void TestProtectedData::trim_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("left"); // null: blanks
-    QTest::addColumn<QByteArray>("right");
-    QTest::addColumn<QByteArray>("trimmed");
-    const auto row = [](const char* name, const QByteArray& text, const QByteArray& left,
-                        const QByteArray& right, const QByteArray& trimmed) {
-        QTest::newRow(name) << text << left << right << trimmed;
-    };
+    using Bytes = QByteArray;
+    const auto row = dataTable<Bytes, Bytes, Bytes, Bytes>("text", "left", "right", "trimmed");
     row("blanks", "\t abc \r\n", {}, {}, "abc");
     row("inside", "a b", {}, {}, "a b");
     row("blanks only", "   ", {}, {}, "");
@@ -191,7 +160,7 @@ void TestProtectedData::trim_data()
 void TestProtectedData::trim()
 {
     QFETCH(const QByteArray, text);
-    QFETCH(const QByteArray, left);
+    QFETCH(const QByteArray, left); // null: blanks
     QFETCH(const QByteArray, right);
     const auto set = [](const QByteArray& characters) {
         return characters.isNull() ? nullptr : characters.constData();
@@ -201,12 +170,10 @@ void TestProtectedData::trim()
 
 void TestProtectedData::randomBytes_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("size");
-    const int rows[][2] = {{-1, 0},    {0, 0},     {1, 1},         {8, 8},
-                           {128, 128}, {129, 128}, {INT_MAX, 128}, {INT_MIN, 0}};
-    for (const auto& row : rows)
-        QTest::addRow("%d", row[0]) << row[0] << row[1];
+    const auto row = dataTable<int, int>("count", "size");
+    for (const auto& [count, size] :
+         {std::pair{-1, 0}, {0, 0}, {1, 1}, {8, 8}, {129, 128}, {INT_MAX, 128}, {INT_MIN, 0}})
+        row(QByteArray::number(count), count, size);
 }
 
 void TestProtectedData::randomBytes()
@@ -219,10 +186,10 @@ void TestProtectedData::randomBytes()
 
 void TestProtectedData::textsComeBack_data()
 {
-    QTest::addColumn<QByteArray>("text");
+    const auto row = dataTable<QByteArray>("text");
     for (const int length : {0, 7, 8, 9, 1000, 100000})
-        QTest::addRow("%d", length) << QByteArray(length, 'x');
-    QTest::newRow("bytes of all kinds") << QByteArray(" \t\x01\x7F\xC3\xA4\xFF \n");
+        row(QByteArray::number(length), QByteArray(length, 'x'));
+    row("bytes of all kinds", " \t\x01\x7F\xC3\xA4\xFF \n");
 }
 
 void TestProtectedData::textsComeBack()
@@ -260,32 +227,28 @@ void TestProtectedData::textsThatAreNoResult()
 
 void TestProtectedData::files_data()
 {
-    QTest::addColumn<int>("operation");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QByteArray>("output"); // null: the old one
-    QTest::addColumn<QString>("line");
-    const QString zeroDigest = "{time}: {file}: FileCrypt:Hashing Fail",
+    const auto row =
+        dataTable<int, QByteArray, QByteArray, QString>("operation", "content", "output", "line");
+    const QString failure = "{time}: {file}: FileCrypt:Hashing Fail",
                   empty = "{time}: {file}: FileCrypt:size is negative";
     const QByteArray ofAbc = "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=",
                      zeros = QByteArray(43, 'A') + '=';
-    QTest::newRow("fingerprint") << 3 << QByteArray("abc") << ofAbc << QString();
-    QTest::newRow("fingerprint up to a zero") << 3 << QByteArray("abc\0def", 7) << ofAbc << QString();
-    QTest::newRow("fingerprint of nothing") << 3 << QByteArray("\0abc", 4) << zeros << zeroDigest;
-    QTest::newRow("fingerprint of an empty file") << 3 << QByteArray("") << zeros << empty;
-    QTest::newRow("nothing to decipher") << 2 << QByteArray("") << QByteArray("") << empty;
-    QTest::newRow("too short to decipher")
-        << 2 << QByteArray("1234") << QByteArray("") << "out of range exception";
+    row("fingerprint", 3, "abc", ofAbc, "");
+    row("fingerprint up to a zero", 3, QByteArray("abc\0def", 7), ofAbc, "");
+    row("fingerprint of nothing", 3, QByteArray("\0abc", 4), zeros, failure);
+    row("fingerprint of an empty file", 3, "", zeros, empty);
+    row("nothing to decipher", 2, "", "", empty);
+    row("too short to decipher", 2, "1234", "", "out of range exception");
     for (const int operation : {0, 4, -1})
-        QTest::addRow("operation %d", operation)
-            << operation << QByteArray("abc") << QByteArray()
-            << QString("{time}: {file}: FileCrypt: %1 : Invalid operation parameter").arg(operation);
+        row("operation " + QByteArray::number(operation), operation, "abc", {},
+            QString("{time}: {file}: FileCrypt: %1 : Invalid operation parameter").arg(operation));
 }
 
 void TestProtectedData::files()
 {
     QFETCH(const int, operation);
     QFETCH(const QByteArray, content);
-    QFETCH(const QByteArray, output);
+    QFETCH(const QByteArray, output); // null: the old one
     QFETCH(const QString, line);
     const QString input = write("in put", content), result = write("output", "old");
     QCOMPARE(fileCrypt(operation, path("./sub/../in put"), result), QByteArray());
@@ -297,19 +260,21 @@ void TestProtectedData::files()
 
 void TestProtectedData::filesComeBack_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("read"); // the length of what counts of it
-    QTest::newRow("short") << QByteArray("text\r\nwith lines\n\x1A") << 18;
-    QTest::newRow("up to a zero") << QByteArray("text\0more", 9) << 4;
-    QTest::newRow("empty") << QByteArray("") << 0;
-    QTest::newRow("long") << QByteArray("0123456789\n").repeated(100000) << 1100000;
+    constexpr int Piece = 128 * 1024; // what is worked on at a time
+    const auto row = dataTable<QByteArray, int>("text", "read");
+    row("short", "text\r\nwith lines\n\x1A", 18);
+    row("up to a zero", QByteArray("text\0more", 9), 4);
+    row("empty", "", 0);
+    row("long", QByteArray("0123456789\n").repeated(100000), 1100000);
+    row("whole pieces", QByteArray(2 * Piece, 'x'), 2 * Piece);
+    row("zero at a piece's end", QByteArray(Piece - 1, 'x') + '\0' + QByteArray(2 * Piece, 'y'), Piece - 1);
 }
 
 // Through the same file, which is replaced, and never the same twice.
 void TestProtectedData::filesComeBack()
 {
     QFETCH(const QByteArray, text);
-    QFETCH(const int, read);
+    QFETCH(const int, read); // the length of what counts of it
     const QString file = write("file", text), other = path("other");
     QCOMPARE(fileCrypt(1, file, other), QByteArray());
     QCOMPARE(fileCrypt(1, file, file), QByteArray());
@@ -321,18 +286,12 @@ void TestProtectedData::filesComeBack()
 
 void TestProtectedData::fileFaults_data()
 {
-    QTest::addColumn<QString>("input");
-    QTest::addColumn<QString>("output");
-    QTest::addColumn<QByteArray>("error");
-    QTest::newRow("no such file") << "missing"
-                                  << "output" << QByteArray("File error");
-    QTest::newRow("no name") << ""
-                             << "output" << QByteArray("File error");
-    QTest::newRow("too long a name") << QString(300, 'x') << "output" << QByteArray("File error");
-    QTest::newRow("no such folder to write to") << "input"
-                                                << "no/output" << QByteArray();
-    QTest::newRow("a folder to write to") << "input"
-                                          << "." << QByteArray();
+    const auto row = dataTable<QString, QString, QByteArray>("input", "output", "error");
+    row("no such file", "missing", "output", "File error");
+    row("no name", "", "output", "File error");
+    row("too long a name", QString(300, 'x'), "output", "File error");
+    row("no such folder to write to", "input", "no/output", "");
+    row("a folder to write to", "input", ".", "");
 }
 
 void TestProtectedData::fileFaults()
@@ -344,13 +303,20 @@ void TestProtectedData::fileFaults()
     for (const int operation : {1, 2, 3})
         QCOMPARE(fileCrypt(operation, input.isEmpty() ? input : path(input), path(output)), error);
     QVERIFY(!QFile::exists(path("output")));
+}
 
-    const ErrorCapture capture(path("stderr"));
-    CommonUtils::FileCrypt(1, nullptr, "output");
-    CommonUtils::FileCrypt(1, QFile::encodeName(path("input")), nullptr);
-    CommonUtils::FileCrypt(1, QFile::encodeName(path("")), QFile::encodeName(path("output"))); // a folder
-    QVERIFY(!QFile::exists(path("output")));
+void TestProtectedData::pathsThatAreNoFiles()
+{
+    const QByteArray input = QFile::encodeName(write("input", "abc")),
+                     output = QFile::encodeName(path("output"));
+    const auto errors = [this](const char* from, const char* to) {
+        return errorOutput(path("stderr"), [&] { CommonUtils::FileCrypt(1, from, to); });
+    };
+    QCOMPARE(errors(nullptr, output), QByteArray("File error"));
     QVERIFY(log().contains("{n} : {*} : {file} : FileCrypt : Path canonicalization failed"));
+    QCOMPARE(errors(input, nullptr), QByteArray());
+    QVERIFY(errors(QFile::encodeName(path("")), output).endsWith(" error")); // which one is up to the system
+    QVERIFY(!QFile::exists(path("output")));
 }
 
 void TestProtectedData::longPathLine()
@@ -364,22 +330,17 @@ void TestProtectedData::longPathLine()
 
 void TestProtectedData::imeiTokens_data()
 {
-    QTest::addColumn<QByteArray>("imei");
-    QTest::addColumn<QByteArray>("token");
-    QTest::addColumn<QStringList>("lines");
+    const auto row = dataTable<QByteArray, QByteArray, QStringList>("imei", "token", "lines");
     const QStringList begin{"[Handle_imei_reverse]enter.\n"},
         reversed = begin + QStringList{"[Handle_imei_reverse]out success.\n"},
         done = reversed + QStringList{"[Handle_imei_hash]get out sucess.\n"};
-    QTest::newRow("15 digits") << QByteArray("490154203237518")
-                               << QByteArray("wYNik1fcPTKAPBB7kjipsZYV64i9oJ53Ll2WIf4d/Io=") << done;
-    QTest::newRow("longest") << QByteArray(22, 'x') + 'y'
-                             << QByteArray("H8+RASTj8d0eRzCdlPAJd/HW2w1F7vaPTKLxdJl6ytg=") << done;
-    QTest::newRow("too long") << QByteArray(24, 'x') << QByteArray()
-                              << begin + QStringList{"[Handle_imei_reverse]out_para_len error.\n",
-                                                     "[Handle_imei_hash]reverse imei failed.\n"};
-    QTest::newRow("empty") << QByteArray("") << QByteArray()
-                           << reversed + QStringList{"[Handle_imei_hash]hash imei failed.\n"};
-    QTest::newRow("null") << QByteArray() << QByteArray() << QStringList{"[Handle_imei_hash]null para.\n"};
+    row("15 digits", "490154203237518", "wYNik1fcPTKAPBB7kjipsZYV64i9oJ53Ll2WIf4d/Io=", done);
+    row("longest", QByteArray(22, 'x') + 'y', "H8+RASTj8d0eRzCdlPAJd/HW2w1F7vaPTKLxdJl6ytg=", done);
+    row("too long", QByteArray(24, 'x'), "",
+        begin + QStringList{"[Handle_imei_reverse]out_para_len error.\n",
+                            "[Handle_imei_hash]reverse imei failed.\n"});
+    row("empty", "", "", reversed + QStringList{"[Handle_imei_hash]hash imei failed.\n"});
+    row("null", {}, "", {"[Handle_imei_hash]null para.\n"});
 }
 
 void TestProtectedData::imeiTokens()
@@ -403,8 +364,7 @@ void TestProtectedData::imsi()
     QCOMPARE(log().lines(QtDebugMsg).size(), 2);
     service().setResult("QRVL_DevSrv_GetImsiInfo", 3);
     QCOMPARE(CommonUtils::getIMSI(), QString());
-    QVERIFY(
-        log().firstMissingInOrder({"{file}: getIMSI: called", "{file}: getIMSI: called", failure}).isEmpty());
+    VERIFY_LOGGED_IN_ORDER("{file}: getIMSI: called", "{file}: getIMSI: called", failure);
 }
 
 QTEST_GUILESS_MAIN(TestProtectedData)

@@ -18,14 +18,14 @@ constexpr int Failed = -1;
 
 constexpr std::uint8_t Foreign = 0xff;
 
-struct Values
+struct ValueTable
 {
     std::uint8_t ofCharacter[256];
 };
 
-constexpr Values makeValues()
+constexpr ValueTable makeValues()
 {
-    Values values{};
+    ValueTable values{};
     for (std::uint8_t& value : values.ofCharacter)
         value = Foreign;
     for (std::uint8_t value = 0; value < 64; ++value)
@@ -34,7 +34,7 @@ constexpr Values makeValues()
     return values;
 }
 
-constexpr Values Values = makeValues();
+constexpr ValueTable Values = makeValues();
 
 /// The 24 bits of a group.
 std::uint32_t bitsOf(const std::uint8_t* text)

@@ -103,8 +103,11 @@ private:
 
     static void exchangeHalves(Batch& batch)
     {
-        for (int i = 0; i < 32; ++i)
-            std::swap(batch.left[i], batch.right[i]);
+        for (int i = 0; i < 32; ++i) { // std::swap() would be shared with files for any processor
+            const Vector left = batch.left[i];
+            batch.left[i] = batch.right[i];
+            batch.right[i] = left;
+        }
     }
 
     // ---- Rounds

@@ -15,15 +15,22 @@ SKYLUME_EXPORT const Sha256Blocks::Path* sha256();
 SKYLUME_EXPORT const Base64Groups::Path* base64();
 SKYLUME_EXPORT const Hex::Path* hex();
 
-/// The best way of a list that this processor can take, or null. Ask once and keep the answer.
+/// Calls for every way of a list that this processor can take.
+template <typename Path, typename Function>
+void forEachAvailable(const Path* paths, Function function)
+{
+    for (; paths->name; ++paths) {
+        if (paths->isAvailable())
+            function(*paths);
+    }
+}
+
+/// The best of these ways, or null. Ask once and keep the answer.
 template <typename Path>
 const Path* best(const Path* paths)
 {
     const Path* best = nullptr;
-    for (; paths->name; ++paths) {
-        if (paths->isAvailable())
-            best = paths;
-    }
+    forEachAvailable(paths, [&best](const Path& path) { best = &path; });
     return best;
 }
 

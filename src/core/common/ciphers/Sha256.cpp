@@ -1,5 +1,6 @@
 #include "common/ciphers/Sha256.h"
 
+#include "common/ciphers/BigEndian_p.h"
 #include "common/ciphers/ProcessorPaths_p.h"
 #include "common/ciphers/Sha256Rounds_p.h"
 #include "common/ciphers/Sha256_p.h"
@@ -27,20 +28,6 @@ void compress(Sha256Context* context, const unsigned char* blocks, std::size_t c
     static const auto* const path = ProcessorPaths::best(ProcessorPaths::sha256());
     static Sha256Blocks::Compress* const best = path ? path->compress : Sha256Blocks::compressPortable;
     best(context->state, blocks, count);
-}
-
-Word loadBigEndian(const unsigned char* bytes)
-{
-    Word word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return __builtin_bswap32(word);
-}
-
-template <typename Number>
-void storeBigEndian(Number number, unsigned char* bytes)
-{
-    for (std::size_t i = sizeof number; i-- > 0; number >>= 8)
-        bytes[i] = static_cast<unsigned char>(number);
 }
 
 Word sigma0(Word word)
@@ -74,7 +61,7 @@ void Sha256Blocks::compressPortable(std::uint32_t* state, const unsigned char* b
     for (; count > 0; --count, blocks += BlockSize) {
         Sha256Variables variables(state);
         for (std::size_t i = 0; i < 16; ++i)
-            words[i] = loadBigEndian(blocks + 4 * i);
+            words[i] = Ciphers::loadBigEndian(blocks + 4 * i);
         sixteenRounds<false>(variables, words, K);
         for (int round = 16; round < 64; round += 16)
             sixteenRounds<true>(variables, words, K + round);
@@ -125,10 +112,12 @@ void Sha256_Final(Sha256Context* context, unsigned char* hashOut)
         kept = 0;
     }
     std::fill(context->block + kept, context->block + LengthPlace, 0);
-    storeBigEndian(context->length * 8, context->block + LengthPlace);
+    const std::uint64_t bits = context->length * 8;
+    Ciphers::storeBigEndian(Word(bits >> 32), context->block + LengthPlace);
+    Ciphers::storeBigEndian(Word(bits), context->block + LengthPlace + sizeof(Word));
     compress(context, context->block, 1);
     for (std::size_t i = 0; i < 8; ++i)
-        storeBigEndian(context->state[i], hashOut + 4 * i);
+        Ciphers::storeBigEndian(context->state[i], hashOut + 4 * i);
     Ciphers::wipe(context, sizeof *context);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ciphers/BigEndian_p.h"
 #include "common/ciphers/DesStandard_p.h"
 #include "common/ciphers/TripleDes.h"
 
@@ -78,19 +79,6 @@ struct Halves
     std::uint64_t right;
 };
 
-inline std::uint32_t loadBigEndian(const unsigned char* bytes)
-{
-    std::uint32_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return __builtin_bswap32(word);
-}
-
-inline void storeBigEndian(std::uint32_t word, unsigned char* bytes)
-{
-    word = __builtin_bswap32(word);
-    std::memcpy(bytes, &word, sizeof word);
-}
-
 /// Exchanges the bits of b under the mask with those of a that lie `shift` places higher.
 inline void exchange(std::uint32_t& a, std::uint32_t& b, unsigned shift, std::uint32_t mask)
 {
@@ -102,8 +90,8 @@ inline void exchange(std::uint32_t& a, std::uint32_t& b, unsigned shift, std::ui
 /// The initial permutation, which transposes an 8 by 8 matrix of bits and sorts its rows, by exchanges.
 inline Halves load(const unsigned char* block)
 {
-    std::uint32_t left = loadBigEndian(block);
-    std::uint32_t right = loadBigEndian(block + 4);
+    std::uint32_t left = Ciphers::loadBigEndian(block);
+    std::uint32_t right = Ciphers::loadBigEndian(block + 4);
     exchange(left, right, 4, 0x0f0f0f0f);
     exchange(left, right, 16, 0x0000ffff);
     exchange(right, left, 2, 0x33333333);
@@ -122,8 +110,8 @@ inline void store(const Halves& halves, unsigned char* block)
     exchange(right, left, 2, 0x33333333);
     exchange(left, right, 16, 0x0000ffff);
     exchange(left, right, 4, 0x0f0f0f0f);
-    storeBigEndian(left, block);
-    storeBigEndian(right, block + 4);
+    Ciphers::storeBigEndian(left, block);
+    Ciphers::storeBigEndian(right, block + 4);
 }
 
 /// Round keys have the layout of expanded half-blocks; two words of a schedule hold one.

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Vectors of 32 bytes with the operations of Vectors128.
+/// Vectors of 32 bytes, for the same code as Vectors128.
 struct Vectors256
 {
     static constexpr std::size_t Lanes = 2;
