@@ -12,8 +12,6 @@
 
 namespace {
 
-using ByteStrings::BlockSize;
-
 constexpr std::size_t KeySize = 24;
 constexpr int MostRandomBytes = 128;
 

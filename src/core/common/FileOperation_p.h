@@ -11,7 +11,7 @@
 class FileOperation
 {
 public:
-    static constexpr std::size_t PieceSize = 128 * 1024;
+    static constexpr std::size_t PieceSize = std::size_t(128) * 1024;
     static constexpr std::size_t LargestSize = PTRDIFF_MAX - 64; ///< folders may claim to be larger
 
     /// Null when memory is short. An operation that does not exist only logs its number in the end.

@@ -56,7 +56,7 @@ constexpr void addEndTables(Base64Groups::Tables& tables, int missing)
 constexpr void addCharacterTables(Base64Groups::Tables& tables)
 {
     for (int value = 0; value < 64; ++value) {
-        const int code = Alphabet[value], row = code >> 4, column = code & 0xf;
+        const int code = static_cast<std::uint8_t>(Alphabet[value]), row = code >> 4, column = code & 0xf;
         set(tables.rowsOfLowHalf, column, tables.rowsOfLowHalf.bytes[column] | 1 << row);
         set(tables.rowOfHighHalf, row, 1 << row);
         set(tables.valueOffset, code == '/' ? row - 1 : row, value - code);

@@ -7,7 +7,7 @@
 namespace {
 
 /// What encodeEnd() and decodeEnd() do, eight groups.
-constexpr std::size_t EndSize = 24;
+inline constexpr std::size_t EndSize = 24;
 
 /// Twelve bytes to sixteen characters and back in every lane of a vector, for a set of vector operations.
 template <typename Vectors>

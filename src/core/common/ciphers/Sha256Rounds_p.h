@@ -10,7 +10,7 @@ namespace {
 
 using Word = std::uint32_t;
 
-Word rotated(Word word, int count)
+inline Word rotated(Word word, int count)
 {
     return word >> count | word << (32 - count);
 }
