@@ -29,10 +29,10 @@ void CallRecorder::setAnswer(const QString& name, const QVariant& answer)
     m_answers.insert(name, answer);
 }
 
-void CallRecorder::setHook(const QString& name, std::function<void()> hook)
+void CallRecorder::setHook(const QString& name, const std::function<void()>& hook)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_hooks.insert(name, std::move(hook));
+    m_hooks.insert(name, hook);
 }
 
 QStringList CallRecorder::names(const QStringList& operations) const

@@ -38,7 +38,7 @@ public:
     void setAnswer(const QString& name, const QVariant& answer);
 
     /// Runs within every such call, before it returns; may throw.
-    void setHook(const QString& name, std::function<void()> hook);
+    void setHook(const QString& name, const std::function<void()>& hook);
 
     /// The names of all calls, or of those of the given operations ("Init"), in order.
     QStringList names(const QStringList& operations = {}) const;

@@ -8,10 +8,10 @@
 #include <QFile>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 class TestLifecycle : public CoreTest
 {
@@ -286,9 +286,9 @@ void TestLifecycle::manyThreads()
     recorder().setHook("TestAlpha.Init", [] { QTest::qSleep(20); });
     const auto container = makeContainer(alphaBetaMain, "M");
     std::atomic<int> found{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i)
-        threads.emplace_back([&] {
+    std::array<std::thread, 4> threads;
+    for (std::thread& thread : threads)
+        thread = std::thread([&] {
             QStringList changes;
             for (int round = 0; round < 50; ++round) {
                 found += container->GetPlugin("A", 0) != nullptr;

@@ -198,11 +198,11 @@ void TestPluginFiles::configuration()
 void TestPluginFiles::configurationErrors_data()
 {
     const auto row = dataTable<QByteArray>("tail");
-    row("truncated in a rule", "<device name=\"Lume\"><plugin><add clsid=\"B\"/>");
+    row("truncated in a rule", R"(<device name="Lume"><plugin><add clsid="B"/>)");
     row("truncated in common", "<common><item clsid=\"B\"/>");
     row("truncated in customize", "<customize name=\"\"><plugin>");
     row("nested without end", QByteArray("<n>").repeated(100000));
-    row("attribute twice", "<device name=\"a\" name=\"b\"/>" + commonXml({"C"}));
+    row("attribute twice", R"(<device name="a" name="b"/>)" + commonXml({"C"}));
 }
 
 void TestPluginFiles::configurationErrors()
