@@ -5,7 +5,19 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
+
+static constexpr const char* textOptions[] = {"-h", "--help", "-v", "--version"};
+
+bool CommandLine::asksForText(int argc, const char* const* argv)
+{
+    return std::any_of(argv, argv + argc, [](const char* argument) {
+        return std::any_of(std::begin(textOptions), std::end(textOptions),
+                           [&](const char* option) { return qstrcmp(argument, option) == 0; });
+    });
+}
 
 std::optional<CommandLine> CommandLine::parse(const QCoreApplication& application, int& exitCode)
 {
@@ -29,6 +41,9 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
     } else if (parser.isSet(version)) {
         UserMessage::tell(QCoreApplication::applicationName() + QLatin1Char(' ') +
                           QCoreApplication::applicationVersion() + QLatin1Char('\n'));
+    } else if (const QStringList others = parser.positionalArguments(); !others.isEmpty()) {
+        exitCode = EXIT_FAILURE;
+        UserMessage::complain(QStringLiteral("Unexpected argument '%1'.\n").arg(others.first()));
     } else {
         return CommandLine{parser.isSet(noSplash), parser.isSet(verbose)};
     }

@@ -33,14 +33,21 @@ static int runUntilClosed()
     return EXIT_FAILURE;
 }
 
+static std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
+{
+    if (CommandLine::asksForText(argc, argv))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
 int main(int argc, char** argv)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     describeApplication();
     int exitCode = EXIT_SUCCESS;
-    const auto commandLine = CommandLine::parse(application, exitCode);
+    const auto commandLine = CommandLine::parse(*application, exitCode);
     if (!commandLine)
         return exitCode;
     configureLogging(commandLine->verbose);

@@ -54,7 +54,8 @@ void tst_ModemTool::edits()
         const QString file = m_folder.filePath("simulator.ini");
         QString error;
         QVERIFY(FileAccess::replace(file, shippedFile(), error));
-        QCOMPARE(run(arguments + QStringList{"--file", file}, 0), QByteArray());
+        const QByteArray output = run(arguments + QStringList{"--file", file}, 0);
+        QCOMPARE(output.endsWith("is a new modem\n"), !appended.isEmpty());
         QByteArray expected = shippedFile() + appended;
         for (int i = 0; i < changes.size(); i += 2) {
             QVERIFY(expected.contains(changes[i]));
@@ -75,7 +76,7 @@ void tst_ModemTool::refuses()
         {{"detach", "A", "B"}, two, 2, "too many"},
         {{"detach", "A", "--imsi", "1"}, two, 2, "values"},
         {{"set", "A"}, two, 2, "needs values"},
-        {{"set", "A", "--signal", "101"}, two, 1, "the signal \"101\""},
+        {{"set", "A", "--signal", "101"}, two, 1, "the signal \"101\"; it must be 0 to 100"},
         {{"detach"}, none, 1, "attached are: none"},
         {{"reject"}, two, 1, R"(attached are: "A", "B")"},
         {{"detach", "C"}, two, 1, R"(known are: "A", "B")"},
@@ -100,7 +101,7 @@ void tst_ModemTool::usersFileBeginsAsCopy()
     QVERIFY(run({"list", "--file", m_folder.filePath("missing.ini")}, 1).contains("no such file"));
     QVERIFY(run({"--help"}, 0).contains("detach"));
     run({"attach", "Mine", "--imsi", "1"}, 0);
-    QVERIFY(run({"list"}, 0).contains("\nMine\tMine\tattached\t1\t\t\t\n"));
+    QVERIFY(run({"list"}, 0).contains("\nMine     Mine     attached  1  "));
     QVERIFY(QFile::exists(m_folder.filePath("user/simulator.ini")));
     run({"message", "Mine", "--sender", "me", "--text", "1\n2"}, 0);
     const QByteArray file = FileAccess::read(m_folder.filePath("user/simulator.ini")).bytes;

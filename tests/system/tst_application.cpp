@@ -24,6 +24,7 @@ void TestApplication::commandLine()
         {"--version", 0, {"skylume 0."}},
         {"--help", 0, {"--no-splash", "--verbose", "--version"}},
         {"--nonsense", 1, {"nonsense"}},
+        {"nonsense", 1, {"nonsense"}},
     };
     for (const auto& [argument, exitCode, texts] : rows) {
         Application application;

@@ -1,6 +1,7 @@
 // Plugs simulated modems in and out, see docs/device-service.md.
 
 #include "ModemEditor.h"
+#include "ModemTable.h"
 #include "files/FileAccess.h"
 #include "files/Places.h"
 #include "simulator/SimulatorFile.h"
@@ -190,15 +191,9 @@ Request readRequest(const QCommandLineParser& parser)
             givenValues(parser, kModemOptions), givenValues(parser, kMessageOptions)};
 }
 
-void printModems(const Modems& modems)
+void print(const QString& text)
 {
-    std::puts("NAME\tMODEL\tSTATE\tIMSI\tGID\tCUSTOMIZE\tPORT");
-    for (const Modem& modem : modems) {
-        const QStringList columns = {modem.name, modem.model, SimulatorFile::stateText(modem.state),
-                                     modem.imsi, modem.gid,   modem.customize,
-                                     modem.port};
-        std::puts(columns.join(QLatin1Char('\t')).toLocal8Bit().constData());
-    }
+    std::fputs(text.toLocal8Bit().constData(), stdout);
 }
 
 /// Reads the first of the files that exists and, if the command changes something, writes the first of all.
@@ -221,14 +216,18 @@ bool run(const Command& command, const Request& request, const QStringList& file
     if (!error.isEmpty())
         return false;
     if (!command.edit) {
-        printModems(editor.modems());
+        print(modemTable(editor.modems()));
         return true;
     }
     if (!command.edit(request, editor, error))
         return false;
     const QByteArray changed = editor.toBytes();
     const ModemEditor check(changed, error); // finds values that cannot be
-    return error.isEmpty() && FileAccess::replace(files.first(), changed, error);
+    if (!error.isEmpty() || !FileAccess::replace(files.first(), changed, error))
+        return false;
+    if (check.modems().size() > editor.modems().size()) // perhaps a slip of the pen
+        print(QStringLiteral("\"%1\" is a new modem\n").arg(check.modems().last().name));
+    return true;
 }
 
 bool runLocked(const Command& command, const Request& request, const QStringList& files, QString& error)

@@ -14,14 +14,20 @@ struct CheckedKey
 {
     const char* name;
     const char* pattern;
+    const char* rule; ///< the pattern in words, behind "it must be"
 };
 
+constexpr CheckedKey imsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most"};
 constexpr CheckedKey statusKeys[] = {
-    {"network", "[0-9]{5,6}"}, {"signal", "[0-9]{1,2}|100"},    {"received", "[0-9]{1,15}"},
-    {"sent", "[0-9]{1,15}"},   {"receive-rate", "[0-9]{1,12}"}, {"send-rate", "[0-9]{1,12}"},
+    {"network", "[0-9]{5,6}", "5 or 6 digits"},
+    {"signal", "[0-9]{1,2}|100", "0 to 100"},
+    {"received", "[0-9]{1,15}", "a number of 15 digits at most"},
+    {"sent", "[0-9]{1,15}", "a number of 15 digits at most"},
+    {"receive-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
+    {"send-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
 };
 /// Shorter than a plugin waits for its worker.
-constexpr CheckedKey answerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}"};
+constexpr CheckedKey answerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
 constexpr const char* messageKeys[] = {"sender", "time", "text"};
 
 } // namespace
@@ -49,8 +55,8 @@ static QString checkedValue(const IniDocument& document, const QString& section,
     const QString value = valueOf(document, section, QLatin1String(key.name));
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(key.pattern)));
     if (!value.isEmpty() && !pattern.match(value).hasMatch())
-        errors.append(
-            QStringLiteral("section [%1] has the %2 \"%3\"").arg(section, QLatin1String(key.name), value));
+        errors.append(QStringLiteral("section [%1] has the %2 \"%3\"; it must be %4")
+                          .arg(section, QLatin1String(key.name), value, QLatin1String(key.rule)));
     return value;
 }
 
@@ -62,7 +68,7 @@ static Modem readModem(const IniDocument& document, const QString& section, QStr
     Modem modem;
     modem.name = section.mid(SimulatorFile::sectionOf({}).size());
     modem.model = value("model");
-    modem.imsi = value("imsi");
+    modem.imsi = checkedValue(document, section, imsiKey, errors);
     modem.gid = value("gid");
     modem.customize = value("customize");
     modem.port = value("port");

@@ -1,0 +1,41 @@
+#include "ModemTable.h"
+
+#include "simulator/SimulatorFile.h"
+
+#include <QStringList>
+#include <QVector>
+
+#include <algorithm>
+
+static QStringList cellsOf(const Modem& modem)
+{
+    return {modem.name,      modem.model, SimulatorFile::stateText(modem.state),
+            modem.imsi,      modem.gid,   modem.status.value(QStringLiteral("network")),
+            modem.customize, modem.port,  modem.status.value(QStringLiteral("signal"))};
+}
+
+static int widthOf(const QVector<QStringList>& rows, int column)
+{
+    int width = 0;
+    for (const QStringList& row : rows)
+        width = std::max(width, row[column].size());
+    return width;
+}
+
+QString modemTable(const Modems& modems)
+{
+    QVector<QStringList> rows = {{QStringLiteral("NAME"), QStringLiteral("MODEL"), QStringLiteral("STATE"),
+                                  QStringLiteral("IMSI"), QStringLiteral("GID"), QStringLiteral("NETWORK"),
+                                  QStringLiteral("CUSTOMIZE"), QStringLiteral("PORT"),
+                                  QStringLiteral("SIGNAL")}};
+    std::transform(modems.begin(), modems.end(), std::back_inserter(rows), cellsOf);
+    for (int column = 0; column < rows.first().size() - 1; ++column) {
+        const int width = widthOf(rows, column) + 2; // blanks between the columns
+        for (QStringList& row : rows)
+            row[column] = row[column].leftJustified(width);
+    }
+    QString table;
+    for (const QStringList& row : qAsConst(rows))
+        table += row.join(QString()) + QLatin1Char('\n');
+    return table;
+}
