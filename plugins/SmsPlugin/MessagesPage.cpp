@@ -94,9 +94,7 @@ QWidget* MessagesPage::makePane()
 {
     m_list = makeList();
     m_sender = new ElidedLabel;
-    QFont strong = m_sender->font();
-    strong.setWeight(QFont::DemiBold);
-    m_sender->setFont(strong);
+    Look::setFont(m_sender, 1.0, QFont::DemiBold);
     m_time = Look::quietLabel(QString());
     m_text = makeText();
     auto* message = new QVBoxLayout;

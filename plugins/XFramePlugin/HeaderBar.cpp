@@ -2,6 +2,7 @@
 
 #include "PluginStatusText.h"
 #include "common/CommonUtils.h"
+#include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
@@ -33,13 +34,12 @@ QLayout* makeFact(const char* caption, QLabel* value)
     return column;
 }
 
-void setValue(QLabel* label, const QString& value)
+ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {
-    // A device may give itself any name: a long one must not widen the window.
-    const QString shown = label->fontMetrics().elidedText(value, Qt::ElideRight, LongestValue);
-    label->setText(shown);
-    label->setToolTip(shown == value ? QString() : value);
-    label->setAccessibleDescription(value);
+    auto* label = new ElidedLabel;
+    label->setMaximumWidth(LongestValue); // a device may give itself any name
+    Look::setFont(label, scale, weight);
+    return label;
 }
 
 QString modemState(const Modems& modems)
@@ -64,10 +64,10 @@ QString modemName(const Modems& modems)
 HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
     , m_picture(new QLabel)
-    , m_modem(Look::label(QString(), 1.5, QFont::DemiBold))
-    , m_modemState(Look::quietLabel(QString()))
-    , m_operator(Look::label(QString(), 1.1, QFont::DemiBold))
-    , m_key(Look::label(QString(), 1.1, QFont::DemiBold))
+    , m_modem(makeValue(1.5, QFont::DemiBold))
+    , m_modemState(makeValue(1.0, QFont::Normal))
+    , m_operator(makeValue(1.1, QFont::DemiBold))
+    , m_key(makeValue(1.1, QFont::DemiBold))
     , m_facts(makeFacts())
 {
     auto* layout = new QHBoxLayout(this);
@@ -84,6 +84,7 @@ QLayout* HeaderBar::makeModemColumn()
 {
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
+    Look::makeQuiet(m_modemState);
     column->addWidget(m_modem);
     column->addWidget(m_modemState);
     keepTranslated(m_modem, [this] { m_modem->setAccessibleName(text("IDS_HEADER_MODEM")); });
@@ -132,11 +133,11 @@ void HeaderBar::refresh()
 {
     const QString operatorName =
         CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
-    setValue(m_modem, modemName(m_modems));
-    setValue(m_modemState, modemState(m_modems));
-    setValue(m_operator, operatorName.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : operatorName);
-    setValue(m_key,
-             m_customisationKey.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(m_customisationKey));
+    m_modem->setFullText(modemName(m_modems));
+    m_modemState->setFullText(modemState(m_modems));
+    m_operator->setFullText(operatorName.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : operatorName);
+    m_key->setFullText(m_customisationKey.isEmpty() ? text("IDS_HEADER_NO_KEY")
+                                                    : describeKey(m_customisationKey));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

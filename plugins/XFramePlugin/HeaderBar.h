@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class ElidedLabel;
 class QLabel;
 class QMenu;
 class QToolButton;
@@ -34,9 +35,9 @@ private:
     Modems m_modems;
     QString m_customisationKey;
     QLabel* m_picture;
-    QLabel* m_modem;
-    QLabel* m_modemState;
-    QLabel* m_operator;
-    QLabel* m_key;
+    ElidedLabel* m_modem;
+    ElidedLabel* m_modemState;
+    ElidedLabel* m_operator;
+    ElidedLabel* m_key;
     QWidget* m_facts;
 };

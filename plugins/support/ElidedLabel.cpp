@@ -10,9 +10,8 @@ static constexpr int LongestMeasured = 4096; // characters; more fit no window, 
 static constexpr int MarginAtText = 2;       // what ElidedText() wants beside the text
 
 ElidedLabel::ElidedLabel(QWidget* parent)
-    : QLabel(parent)
+    : Label(parent)
 {
-    setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
 
@@ -29,25 +28,25 @@ QSize ElidedLabel::sizeHint() const
     const QFontMetrics metrics = fontMetrics();
     const QString text = m_fullText.left(LongestMeasured);
     const int width = qMax(metrics.boundingRect(text).width(), metrics.horizontalAdvance(text));
-    return {width + MarginAtText, QLabel::sizeHint().height()};
+    return {width + MarginAtText, Label::sizeHint().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const
 {
     const int least = fontMetrics().averageCharWidth() * LeastCharacters;
-    return {qMin(least, sizeHint().width()), QLabel::minimumSizeHint().height()};
+    return {qMin(least, sizeHint().width()), Label::minimumSizeHint().height()};
 }
 
 void ElidedLabel::changeEvent(QEvent* event)
 {
-    QLabel::changeEvent(event);
+    Label::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         elide();
 }
 
 void ElidedLabel::resizeEvent(QResizeEvent* event)
 {
-    QLabel::resizeEvent(event);
+    Label::resizeEvent(event);
     elide();
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QLabel>
+#include "support/Label.h"
 
 /// A label that takes the width of its text if it gets that, and shortens the text otherwise; the full text
 /// is the tool tip then.
-class ElidedLabel : public QLabel
+class ElidedLabel : public Label
 {
     Q_OBJECT
 

@@ -1,82 +1,51 @@
 #include "support/Look.h"
 
+#include "support/Label.h"
+
 #include <QApplication>
 #include <QEvent>
-#include <QLabel>
 #include <QPalette>
 
 namespace {
 
 constexpr qreal QuietShare = 0.35; // of the background in quiet text
 
-/// A label that begins where the window's lines begin, whatever script its own text is in: names and numbers
-/// stay Latin in a window that is laid out from right to left.
-class Label : public QLabel
+/// Draws a label's colour halfway back into the background, also when the palette changes. (The palette's own
+/// role for quiet text is no help: some platforms leave it unset.)
+class Dimmer : public QObject
 {
 public:
-    Label() { align(); }
-
-protected:
-    void changeEvent(QEvent* event) override
+    explicit Dimmer(QLabel* label)
+        : QObject(label)
+        , m_label(label)
     {
-        QLabel::changeEvent(event);
-        if (event->type() == QEvent::LayoutDirectionChange)
-            align();
-    }
-
-private:
-    void align()
-    {
-        const bool isMirrored = layoutDirection() == Qt::RightToLeft;
-        if (!(alignment() & Qt::AlignHCenter))
-            setAlignment((isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
-                         Qt::AlignVCenter);
-    }
-};
-
-/// A label whose colour is drawn halfway back into the background, also when the palette changes. (The
-/// palette's own role for quiet text is no help: some platforms leave it unset.)
-class QuietLabel : public Label
-{
-public:
-    QuietLabel()
-    {
-        setProperty("quiet", true); // for style sheets
+        label->installEventFilter(this);
         dim();
     }
 
-protected:
-    void changeEvent(QEvent* event) override
+    bool eventFilter(QObject*, QEvent* event) override
     {
-        Label::changeEvent(event);
         if (event->type() == QEvent::PaletteChange)
             dim();
+        return false;
     }
 
 private:
     void dim();
+
+    QLabel* m_label;
 };
 
-void QuietLabel::dim()
+void Dimmer::dim()
 {
-    const QPalette normal = QApplication::palette(this);
+    const QPalette normal = QApplication::palette(m_label);
     const QColor dimmed =
         Look::mixed(normal.color(QPalette::WindowText), normal.color(QPalette::Window), QuietShare);
-    QPalette own = palette();
+    QPalette own = m_label->palette();
     if (own.color(QPalette::WindowText) == dimmed)
         return;
     own.setColor(QPalette::WindowText, dimmed);
-    setPalette(own);
-}
-
-void setUp(QLabel* label, const QString& content, qreal scale, QFont::Weight weight)
-{
-    QFont font = label->font();
-    font.setPointSizeF(font.pointSizeF() * scale);
-    font.setWeight(weight);
-    label->setFont(font);
-    label->setTextFormat(Qt::PlainText);
-    label->setText(content);
+    m_label->setPalette(own);
 }
 
 } // namespace
@@ -116,17 +85,32 @@ QColor Look::lineColor(const QPalette& palette)
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.14);
 }
 
+void Look::setFont(QLabel* label, qreal scale, QFont::Weight weight)
+{
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setWeight(weight);
+    label->setFont(font);
+}
+
+void Look::makeQuiet(QLabel* label)
+{
+    label->setProperty("quiet", true); // for style sheets
+    new Dimmer(label);
+}
+
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
 {
     auto* label = new Label;
-    setUp(label, content, scale, weight);
+    setFont(label, scale, weight);
+    label->setText(content);
     return label;
 }
 
 QLabel* Look::quietLabel(const QString& content, bool wrapped)
 {
-    auto* label = new QuietLabel;
-    setUp(label, content, 1.0, QFont::Normal);
+    QLabel* label = Look::label(content, 1.0);
+    makeQuiet(label);
     label->setWordWrap(wrapped);
     return label;
 }

@@ -27,6 +27,12 @@ QColor mixed(const QColor& first, const QColor& second, qreal share);
 /// A hairline colour that separates areas without drawing attention.
 QColor lineColor(const QPalette& palette);
 
+/// Scales a label's font by a factor.
+void setFont(QLabel* label, qreal scale, QFont::Weight weight = QFont::Normal);
+
+/// Makes a label quieter than the rest, in the colours of any palette that it gets.
+void makeQuiet(QLabel* label);
+
 /// A label with the font scaled by a factor.
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);
 
