@@ -113,6 +113,10 @@ void MainWindow::addMenus()
         languageButton->setToolTip(text("IDS_MENU_LANGUAGE"));
         mainButton->setToolTip(text("IDS_MENU"));
         mainButton->setAccessibleName(mainButton->toolTip());
+        // A menu begins where its button does and is laid out like it. This one has to end there instead, to
+        // stay in the window.
+        mainButton->setLayoutDirection(isRightToLeft() ? Qt::LeftToRight : Qt::RightToLeft);
+        mainButton->menu()->setLayoutDirection(layoutDirection());
     });
 }
 
