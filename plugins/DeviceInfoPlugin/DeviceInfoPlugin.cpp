@@ -11,17 +11,21 @@ namespace {
 class DeviceInfoPage : public Page
 {
 public:
-    explicit DeviceInfoPage(QWidget* parent)
+    /// @param events must outlive the page
+    DeviceInfoPage(const DeviceEvents* events, QWidget* parent)
         : Page("IDS_MODEM_TITLE", "IDS_MODEM_LEAD", Look::Sign::Modem, parent)
+        , m_events(events)
     {
+        connect(events, &DeviceEvents::changed, this, &DeviceInfoPage::refresh);
         keepTranslated(this, [this] { refresh(); });
     }
 
-    void refresh();
-
 private:
+    void refresh();
     static Card* modemCard(const Modem& modem);
-    static Card* emptyCard();
+    Card* emptyCard() const;
+
+    const DeviceEvents* m_events;
 };
 
 void DeviceInfoPage::refresh()
@@ -47,10 +51,11 @@ Card* DeviceInfoPage::modemCard(const Modem& modem)
     return card;
 }
 
-Card* DeviceInfoPage::emptyCard()
+Card* DeviceInfoPage::emptyCard() const
 {
-    auto* card = new Card(text("IDS_MODEM_NONE"));
-    card->addText(text("IDS_MODEM_NONE_HINT"));
+    const bool wasRefused = m_events->wasRefused();
+    auto* card = new Card(text(wasRefused ? "IDS_MODEM_REFUSED" : "IDS_MODEM_NONE"));
+    card->addText(text(wasRefused ? "IDS_MODEM_REFUSED_HINT" : "IDS_MODEM_NONE_HINT"));
     return card;
 }
 
@@ -58,7 +63,5 @@ Card* DeviceInfoPage::emptyCard()
 
 QWidget* DeviceInfoPlugin::createPage(QWidget* parent)
 {
-    auto* page = new DeviceInfoPage(parent);
-    connect(followDevices(), &DeviceEvents::changed, page, &DeviceInfoPage::refresh);
-    return page;
+    return new DeviceInfoPage(followDevices(), parent);
 }

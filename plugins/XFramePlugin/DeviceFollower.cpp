@@ -3,19 +3,22 @@
 #include "CustomisationKey.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
+#include "support/DeviceEvents.h"
 
 static constexpr int StartPollInterval = 100; // milliseconds
 
-DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window)
+DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window, const DeviceEvents& events)
     : m_container(container)
     , m_window(window)
+    , m_events(events)
     , m_pages(container, window)
     , m_statusBar(container, window)
-    , m_modems(attachedModems())
+    , m_situation{attachedModems(), {}, false}
 {
     m_pages.arrange();
     m_statusBar.fill();
     showSituation();
+    connect(&events, &DeviceEvents::changed, this, &DeviceFollower::devicesChanged);
     connect(&m_startPoll, &QTimer::timeout, this, &DeviceFollower::finishStart);
     m_startPoll.start(StartPollInterval);
 }
@@ -31,8 +34,8 @@ void DeviceFollower::finishStart()
         return;
     }
     // The start has customised for the modem used last; that stands until a modem comes or goes.
-    m_modems = modems;
-    m_key = lastUsedDevice();
+    m_situation.modems = modems;
+    m_situation.key = lastUsedDevice();
     refresh();
 }
 
@@ -42,19 +45,21 @@ void DeviceFollower::devicesChanged()
         return;
     // Events also tell of detections that found nothing new.
     const Modems modems = attachedModems();
-    if (!(modems == m_modems))
+    if (!(modems == m_situation.modems))
         applyKeyOf(modems);
+    else if (m_events.wasRefused() != m_situation.wasRefused)
+        showSituation();
 }
 
 void DeviceFollower::applyKeyOf(const Modems& modems)
 {
-    m_modems = modems;
-    m_key = customisationKey(m_container, modems);
+    m_situation.modems = modems;
+    m_situation.key = customisationKey(m_container, modems);
     // The differences are not used: choosing the key has changed flags already. Pages go by what is enabled
     // now.
     QList<QString> enabledNow;
     QList<QString> disabledNow;
-    m_container.HandleDeviceSwitched(m_key, enabledNow, disabledNow);
+    m_container.HandleDeviceSwitched(m_situation.key, enabledNow, disabledNow);
     refresh();
 }
 
@@ -71,5 +76,6 @@ void DeviceFollower::refresh()
 
 void DeviceFollower::showSituation()
 {
-    m_window.showSituation(m_modems, m_key);
+    m_situation.wasRefused = m_events.wasRefused();
+    m_window.showSituation(m_situation);
 }

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "PageSet.h"
+#include "Situation.h"
 #include "StatusBarPlace.h"
-#include "support/Modems.h"
 
 #include <QObject>
 #include <QTimer>
 
+class DeviceEvents;
 class IPluginContainer;
 class MainWindow;
 
@@ -19,13 +20,11 @@ class DeviceFollower : public QObject
     Q_OBJECT
 
 public:
-    /// Shows the pages of the plugins that are loaded by now. Both arguments must outlive this object.
-    DeviceFollower(IPluginContainer& container, MainWindow& window);
-
-    /// To be called when the set of modems may have changed.
-    void devicesChanged();
+    /// Shows the pages of the plugins that are loaded by now. All arguments must outlive this object.
+    DeviceFollower(IPluginContainer& container, MainWindow& window, const DeviceEvents& events);
 
 private:
+    void devicesChanged();
     void finishStart();
     void applyKeyOf(const Modems& modems);
     void refresh();
@@ -33,9 +32,9 @@ private:
 
     IPluginContainer& m_container;
     MainWindow& m_window;
+    const DeviceEvents& m_events;
     PageSet m_pages;
     StatusBarPlace m_statusBar;
     QTimer m_startPoll;
-    Modems m_modems;
-    QString m_key; ///< customisation key in force
+    Situation m_situation;
 };

@@ -42,20 +42,20 @@ ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
     return label;
 }
 
-QString modemState(const Modems& modems)
+QString modemState(const Modems& modems, bool wasRefused)
 {
     if (modems.isEmpty())
-        return text("IDS_HEADER_WAITING");
+        return text(wasRefused ? "IDS_HEADER_REFUSED_HINT" : "IDS_HEADER_WAITING");
     if (modems.size() > 1)
         return text("IDS_HEADER_LAST_USED");
     const QString port = modems.first().port;
     return port.isEmpty() ? text("IDS_HEADER_ATTACHED") : text("IDS_HEADER_ATTACHED_AT").arg(port);
 }
 
-QString modemName(const Modems& modems)
+QString modemName(const Modems& modems, bool wasRefused)
 {
     if (modems.isEmpty())
-        return text("IDS_HEADER_NO_MODEM");
+        return text(wasRefused ? "IDS_HEADER_REFUSED" : "IDS_HEADER_NO_MODEM");
     return modems.size() == 1 ? modems.first().name : text("IDS_HEADER_MODEMS").arg(modems.size());
 }
 
@@ -112,10 +112,9 @@ QToolButton* HeaderBar::addMenu(QMenu* menu)
     return button;
 }
 
-void HeaderBar::showSituation(const Modems& modems, const QString& key)
+void HeaderBar::showSituation(const Situation& situation)
 {
-    m_modems = modems;
-    m_customisationKey = key;
+    m_situation = situation;
     refresh();
 }
 
@@ -133,11 +132,11 @@ void HeaderBar::refresh()
 {
     const QString operatorName =
         CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
-    m_modem->setFullText(modemName(m_modems));
-    m_modemState->setFullText(modemState(m_modems));
+    const auto& [modems, key, wasRefused] = m_situation;
+    m_modem->setFullText(modemName(modems, wasRefused));
+    m_modemState->setFullText(modemState(modems, wasRefused));
     m_operator->setFullText(operatorName.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : operatorName);
-    m_key->setFullText(m_customisationKey.isEmpty() ? text("IDS_HEADER_NO_KEY")
-                                                    : describeKey(m_customisationKey));
+    m_key->setFullText(key.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(key));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

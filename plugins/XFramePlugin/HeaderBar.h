@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Modems.h"
+#include "Situation.h"
 
 #include <QWidget>
 
@@ -18,7 +18,7 @@ class HeaderBar : public QWidget
 public:
     explicit HeaderBar(QWidget* parent = nullptr);
 
-    void showSituation(const Modems& modems, const QString& key);
+    void showSituation(const Situation& situation);
     void setCompact(bool isCompact);
 
     /// Adds a button without a text that opens a menu.
@@ -32,8 +32,7 @@ private:
     QWidget* makeFacts();
     void refresh();
 
-    Modems m_modems;
-    QString m_customisationKey;
+    Situation m_situation;
     QLabel* m_picture;
     ElidedLabel* m_modem;
     ElidedLabel* m_modemState;

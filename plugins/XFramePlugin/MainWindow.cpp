@@ -87,9 +87,9 @@ void MainWindow::setStatusBar(QWidget* statusBar)
     layout()->addWidget(statusBar);
 }
 
-void MainWindow::showSituation(const Modems& modems, const QString& key)
+void MainWindow::showSituation(const Situation& situation)
 {
-    m_header->showSituation(modems, key);
+    m_header->showSituation(situation);
     if (m_pluginsPage)
         m_pluginsPage->refresh();
 }

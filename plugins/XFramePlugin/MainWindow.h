@@ -1,7 +1,6 @@
 #pragma once
 
 #include "LanguageSwitch.h"
-#include "support/Modems.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -9,6 +8,7 @@
 class HeaderBar;
 class PluginsPage;
 class QMenu;
+struct Situation;
 
 /// The main window: a header with the menus, below it the area of the pages, and at the bottom the status
 /// bar. It can be made compact, which is the application's mini mode. In the section "mainwindow" of the
@@ -33,7 +33,7 @@ public:
     void setStatusBar(QWidget* statusBar);
 
     /// Shows what is attached and which customisation key is in force.
-    void showSituation(const Modems& modems, const QString& key);
+    void showSituation(const Situation& situation);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

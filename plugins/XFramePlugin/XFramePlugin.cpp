@@ -44,8 +44,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
     m_window->show();
 
     Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
-    m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window);
-    connect(&m_deviceEvents, &DeviceEvents::changed, m_follower.get(), &DeviceFollower::devicesChanged);
+    m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window, m_deviceEvents);
     m_deviceEvents.listen();
     closeSplashScreen();
     return m_window;

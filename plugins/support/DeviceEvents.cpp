@@ -1,5 +1,7 @@
 #include "support/DeviceEvents.h"
 
+#include "support/Modems.h"
+
 #include <qrvl.h>
 
 // Written only while the callback is not registered.
@@ -17,10 +19,22 @@ static auto signalOf(int event)
     }
 }
 
-static int onDeviceEvent(int type, void*)
+int DeviceEvents::onDeviceEvent(int type, void*)
 {
-    QMetaObject::invokeMethod(receiver, signalOf(type), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        receiver, [events = receiver, type] { events->tell(type); }, Qt::QueuedConnection);
     return 1;
+}
+
+void DeviceEvents::tell(int type)
+{
+    if (type == QRVL_EVENT_DEV_REJECT)
+        m_wasRefused = true;
+    // A detection that finds nothing follows the refusal of the only modem, too.
+    if (type == QRVL_EVENT_DEV_DEVICE_INVALID ||
+        (type == QRVL_EVENT_DEV_DETECTED && !attachedModems().isEmpty()))
+        m_wasRefused = false;
+    Q_EMIT(this->*signalOf(type))();
 }
 
 DeviceEvents::~DeviceEvents()

@@ -20,10 +20,15 @@ public:
     /// goes with this object.
     void stop();
 
+    /// Whether a modem was refused, as an operator lock does, and none has come or gone since. The service
+    /// neither tells which one it was nor that it was unplugged, nor of refusals before listen(). To be asked
+    /// on this object's thread.
+    bool wasRefused() const { return m_wasRefused; }
+
 Q_SIGNALS:
     // All come through the event loop, never from within the service's callback.
 
-    /// The set of modems may have changed.
+    /// The set of modems may have changed, or wasRefused().
     void changed();
 
     /// A modem has other status values, such as network and signal.
@@ -31,4 +36,10 @@ Q_SIGNALS:
 
     /// Text messages of a modem came, went or changed.
     void messagesChanged();
+
+private:
+    static int onDeviceEvent(int type, void*);
+    void tell(int type);
+
+    bool m_wasRefused = false;
 };

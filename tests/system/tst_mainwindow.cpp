@@ -202,7 +202,7 @@ void TestMainWindow::simulate(const QByteArray& modems) const
 
 void TestMainWindow::statusBar()
 {
-    const QByteArray german = "imsi=262011234567890\n";
+    const QByteArray german = "state=attached\nimsi=262011234567890\n";
     const std::tuple<const char*, QByteArray, QVector<const char*>> rows[] = {
         {"Deutsch", german + "network=26201\nsignal=50\n", {"T-Mobile", "Signal: 50 %", "↓ – B/s"}},
         {"Deutsch",
@@ -214,13 +214,18 @@ void TestMainWindow::statusBar()
         {"Deutsch", german + "network=26298\n", {"DE98"}},  // an unlisted network
         {"Deutsch", german + "network=99901\n", {"99901"}}, // an unlisted country
         {"Deutsch", german + "network=\n", {"Kein Netz"}},
-        {"Deutsch", {}, {"Kein Modem"}},
+        {"Deutsch",
+         "state=rejected\n",
+         {"Modem abgelehnt", "Wartet auf ein anderes",
+          "Das zuletzt eingesteckte Modem wurde abgelehnt, vielleicht weil es an einen anderen Betreiber "
+          "gebunden ist. Stecken Sie ein anderes ein."}},
+        {"Deutsch", german, {"Angeschlossen"}}, // the refusal is over
+        {"Deutsch", {}, {"Kein Modem", "Wartet, bis eines eingesteckt wird"}},
     };
     int number = 0;
     for (const auto& [language, values, texts] : rows) {
         choose(language);
-        const QByteArray modem =
-            "[modem " + QByteArray::number(++number) + "]\nmodel=M\nstate=attached\n" + values;
+        const QByteArray modem = "[modem " + QByteArray::number(++number) + "]\nmodel=M\n" + values;
         simulate(values.isEmpty() ? QByteArray() : modem);
         for (const char* text : texts)
             QTRY_VERIFY2(shownTexts(m_window).contains(text), text);
