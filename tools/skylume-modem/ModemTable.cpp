@@ -6,6 +6,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <iterator>
 
 static QStringList cellsOf(const Modem& modem)
 {

@@ -9,7 +9,7 @@
 ///
 /// QSettings' own INI format is not used: it gives commas, quotes and percent signs in hand-written values a
 /// meaning, and unpaired surrogates do not survive it. Here everything is plain text but a backslash, which
-/// starts one of the escapes \\ \n \r \t \s (a blank) and \uXXXX (a UTF-16 unit). Any other backslash stands
+/// starts one of the escapes \\ \n \r \t \s (a blank) and \uHHHH (a UTF-16 unit). Any other backslash stands
 /// for itself.
 namespace IniText {
 
