@@ -24,8 +24,8 @@ constexpr std::size_t ImeiBufferSize = 24;
 
 using Result = std::unique_ptr<char[]>;
 
-/// A zero-filled text of so many characters for the caller, or null when memory is short, which log lines
-/// tell. It is filled in place: of a long text there should not be more copies than needed.
+/// A text of so many characters for the caller, zeros below 2 GiB, or null when memory is short, which log
+/// lines tell. It is filled in place: of a long text there should not be more copies than needed.
 Result makeResult(std::size_t length, const char* function)
 {
     Result result(length < PTRDIFF_MAX ? new (std::nothrow) char[length + 1] : nullptr);

@@ -16,7 +16,8 @@ public:
     WipedBuffer(const WipedBuffer&) = delete;
     WipedBuffer& operator=(const WipedBuffer&) = delete;
 
-    /// Gets so many zero bytes, once; false when memory is short. Log lines are in the caller's name.
+    /// Gets so many bytes, once; false when memory is short. They are zeros, but from 2 GiB on, which a log
+    /// line in the caller's name tells, they may be anything.
     bool allocate(std::size_t size, const char* file, const char* function, int line)
     {
         m_bytes.reset(new (std::nothrow) char[size]);
