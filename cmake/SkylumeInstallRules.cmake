@@ -16,20 +16,7 @@ install(TARGETS skylumecore qrvl EXPORT SkylumeTargets
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume")
 install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume"
     FILES_MATCHING PATTERN "*.h"
-    # The insides of the library.
-    PATTERN "*_p.h" EXCLUDE
-    PATTERN "CurrentLanguage.h" EXCLUDE
-    PATTERN "LanguageChoice.h" EXCLUDE
-    PATTERN "Shortcut.h" EXCLUDE
-    REGEX "/Change/TextTable\\.h$" EXCLUDE
-    PATTERN "PluginDecisions.h" EXCLUDE
-    PATTERN "PluginFolder.h" EXCLUDE
-    PATTERN "Addresses.h" EXCLUDE
-    PATTERN "DeviceSettings.h" EXCLUDE
-    PATTERN "GuardedCall.h" EXCLUDE
-    PATTERN "XmlFile.h" EXCLUDE
-    PATTERN "ClearBuffer.h" EXCLUDE
-    PATTERN "platform" EXCLUDE)
+    PATTERN "*_p.h" EXCLUDE) # private headers
 install(EXPORT SkylumeTargets NAMESPACE Skylume:: DESTINATION "${package_destination}")
 
 configure_package_config_file(cmake/SkylumeConfig.cmake.in "${PROJECT_BINARY_DIR}/SkylumeConfig.cmake"

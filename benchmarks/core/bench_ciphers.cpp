@@ -24,8 +24,8 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-const std::string key = "0123456789abcdefghijklmn";
-const std::string iv = "initial.";
+const std::string Key = "0123456789abcdefghijklmn";
+const std::string Iv = "initial.";
 
 const unsigned char* bytesOf(const std::string& text)
 {
@@ -71,7 +71,7 @@ void shortText(benchmark::State& state)
 {
     const std::string text = sampleText(sizeOf(state));
     for (auto _ : state)
-        benchmark::DoNotOptimize(des3(text, key, iv, Encrypt));
+        benchmark::DoNotOptimize(des3(text, Key, Iv, Encrypt));
 }
 
 template <bool Encrypt>
@@ -79,14 +79,14 @@ void shortTextOpenSsl(benchmark::State& state)
 {
     measure(state, sample(sizeOf(state)), sizeOf(state),
             [&state](const unsigned char* in, unsigned char* out) {
-                CipherPeers::openSslTripleDes(bytesOf(key), bytesOf(iv), in, out, sizeOf(state), Encrypt);
+                CipherPeers::openSslTripleDes(bytesOf(Key), bytesOf(Iv), in, out, sizeOf(state), Encrypt);
             });
 }
 
 template <bool Encrypt>
 void longText(benchmark::State& state)
 {
-    CipherContext* const context = crypto_cipher_init(CipherTripleDes, bytesOf(iv), bytesOf(key), 24);
+    CipherContext* const context = crypto_cipher_init(CipherTripleDes, bytesOf(Iv), bytesOf(Key), 24);
     const auto process = Encrypt ? crypto_cipher_encrypt : crypto_cipher_decrypt;
     measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
         process(context, in, out, int(state.range(0)));
@@ -97,7 +97,7 @@ void longText(benchmark::State& state)
 template <typename Peer, bool Encrypt>
 void longTextPeer(benchmark::State& state)
 {
-    Peer peer(bytesOf(key), bytesOf(iv));
+    Peer peer(bytesOf(Key), bytesOf(Iv));
     measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
         peer.process(in, out, sizeOf(state), Encrypt);
     });
@@ -107,7 +107,7 @@ void longTextPeer(benchmark::State& state)
 void decipherPath(benchmark::State& state, const TripleDesCbc::Path* path)
 {
     Des3Schedule schedule;
-    des3_key_setup(bytesOf(key), &schedule);
+    des3_key_setup(bytesOf(Key), &schedule);
     Bytes chain(8);
     measure(state, sample(sizeOf(state)), sizeOf(state), [&](const unsigned char* in, unsigned char* out) {
         if (path)
@@ -274,13 +274,13 @@ void file(benchmark::State& state, int operation)
 
 void fileAlone(benchmark::State& state, int operation)
 {
-    const std::string text = printable(sizeOf(state)), crypt = StrToHex(des3(text, key, iv, true));
+    const std::string text = printable(sizeOf(state)), crypt = StrToHex(des3(text, Key, Iv, true));
     Bytes digest(32);
     for (auto _ : state) {
         if (operation == 1)
-            benchmark::DoNotOptimize(StrToHex(des3(text, key, iv, true)));
+            benchmark::DoNotOptimize(StrToHex(des3(text, Key, Iv, true)));
         else if (operation == 2)
-            benchmark::DoNotOptimize(des3(HexToStr(crypt), key, iv, false));
+            benchmark::DoNotOptimize(des3(HexToStr(crypt), Key, Iv, false));
         else
             sha256(bytesOf(text), unsigned(text.size()), digest.data());
     }

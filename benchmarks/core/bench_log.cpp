@@ -7,12 +7,13 @@
 
 namespace {
 
-const QString text = QStringLiteral("D754AE84-535F-4c18-85F8-F154CFE34DDF");
+const QString SampleText = QStringLiteral("D754AE84-535F-4c18-85F8-F154CFE34DDF");
 
 void lineOff(benchmark::State& state)
 {
     for (auto _ : state) {
-        LOG_DEBUG("%s: %s: %s: %s is initialized", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(text));
+        LOG_DEBUG("%s: %s: %s: %s is initialized", LOG_TIME, LOG_FILE, LOG_FUNCTION,
+                  qUtf8Printable(SampleText));
         benchmark::ClobberMemory();
     }
 }
@@ -22,7 +23,7 @@ void lineOffWithQDebug(benchmark::State& state)
 {
     for (auto _ : state) {
         qDebug("%s: %s: %s: %s is initialized", Log::timeText().constData(), __FILE__, __func__,
-               qUtf8Printable(text));
+               qUtf8Printable(SampleText));
         benchmark::ClobberMemory();
     }
 }

@@ -14,7 +14,7 @@
 namespace {
 
 /// As many as the shipped lists have.
-constexpr int networkCount = 818;
+constexpr int NetworkCount = 818;
 
 struct Network
 {
@@ -58,7 +58,7 @@ QByteArray operatorListXml(int count)
 QByteArray imsiListXml()
 {
     QByteArray xml = "<CPLMN>\n";
-    for (const Network& n : networks(networkCount))
+    for (const Network& n : networks(NetworkCount))
         xml += " <Item IMSI=\"" + (n.mcc + n.mnc).toUtf8() + "\" operator=\"" + n.name.toUtf8() + "\"/>\n";
     return xml + "</CPLMN>\n";
 }
@@ -80,7 +80,7 @@ void writeList(const char* name, const QByteArray& content)
 template <typename LookUp>
 void lookUp(benchmark::State& state, LookUp lookUp)
 {
-    const QVector<Network> all = networks(networkCount);
+    const QVector<Network> all = networks(NetworkCount);
     int next = 0;
     for (auto _ : state) {
         const Network& n = all.at(next);
@@ -100,7 +100,7 @@ void byCodeOurs(benchmark::State& state)
 void byCodeHash(benchmark::State& state)
 {
     QHash<QString, _ST_MCCMNC_ITEM> hash;
-    for (const Network& n : networks(networkCount))
+    for (const Network& n : networks(NetworkCount))
         hash.insert(n.mcc + n.mnc,
                     {n.name, n.name + QLatin1String(" Mobile"), QLatin1String("Country ") + n.mcc, {}});
     lookUp(state, [&hash](const Network& n) { return hash.value(n.mcc + n.mnc).shortdescr; });
@@ -115,7 +115,7 @@ void byImsiOurs(benchmark::State& state)
 void byImsiHash(benchmark::State& state)
 {
     QHash<QString, QString> hash;
-    for (const Network& n : networks(networkCount))
+    for (const Network& n : networks(NetworkCount))
         hash.insert(n.mcc + n.mnc, n.name);
     lookUp(state, [&hash](const Network& n) {
         for (QString prefix = n.imsi; prefix.size() > 4; prefix.chop(1)) {
@@ -165,7 +165,7 @@ int main(int argc, char** argv)
 {
     return runBenchmarks(argc, argv, [](const Installation&) {
         QDir().mkpath(listPath(""));
-        writeList("OperatorList.xml", operatorListXml(networkCount));
+        writeList("OperatorList.xml", operatorListXml(NetworkCount));
         writeList("CPLMNOpList.xml", imsiListXml());
     });
 }

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int keyCount = 1000;
-const QString section = QStringLiteral("system");
+constexpr int KeyCount = 1000;
+const QString Section = QStringLiteral("system");
 
 QString keyName(int number)
 {
@@ -23,20 +23,20 @@ QString valueOf(int number)
 
 void readSetting(benchmark::State& state)
 {
-    const QString key = keyName(keyCount / 2);
+    const QString key = keyName(KeyCount / 2);
     for (auto _ : state)
-        benchmark::DoNotOptimize(CommonUtils::GetSettings(section, key));
-    if (CommonUtils::GetSettings(section, key) != valueOf(keyCount / 2))
+        benchmark::DoNotOptimize(CommonUtils::GetSettings(Section, key));
+    if (CommonUtils::GetSettings(Section, key) != valueOf(KeyCount / 2))
         state.SkipWithError("wrong value");
 }
 
 void readKeyFile(benchmark::State& state)
 {
     GKeyFile* const file = g_key_file_new();
-    for (int number = 0; number < keyCount; ++number)
+    for (int number = 0; number < KeyCount; ++number)
         g_key_file_set_string(file, "system", keyName(number).toUtf8().constData(),
                               valueOf(number).toUtf8().constData());
-    const QByteArray key = keyName(keyCount / 2).toUtf8();
+    const QByteArray key = keyName(KeyCount / 2).toUtf8();
     for (auto _ : state) {
         char* const value = g_key_file_get_string(file, "system", key.constData(), nullptr);
         benchmark::DoNotOptimize(value);
@@ -53,7 +53,7 @@ BENCHMARK(readKeyFile)->Name("get_settings/peer_gkeyfile");
 int main(int argc, char** argv)
 {
     return runBenchmarks(argc, argv, [](const Installation&) {
-        for (int number = 0; number < keyCount; ++number)
-            CommonUtils::SetSettings(section, keyName(number), valueOf(number));
+        for (int number = 0; number < KeyCount; ++number)
+            CommonUtils::SetSettings(Section, keyName(number), valueOf(number));
     });
 }

@@ -52,7 +52,7 @@ void linksEscapeOnly(benchmark::State& state)
     convert(state, [](const QString& text) { return text.toHtmlEscaped(); });
 }
 
-const QVector<TagUnits> speeds = {{QStringLiteral("B/s"), 1, 0, {}},
+const QVector<TagUnits> Speeds = {{QStringLiteral("B/s"), 1, 0, {}},
                                   {QStringLiteral("KB/s"), 1024, 1024, {}},
                                   {QStringLiteral("MB/s"), 1048576, 1048576, {}}};
 
@@ -68,15 +68,15 @@ void speedOurs(benchmark::State& state)
     const QString context = QStringLiteral("StatusBarMgrPlugin");
     quint64 speed = 1;
     for (auto _ : state)
-        benchmark::DoNotOptimize(CommonUtils::SpeedFluxToString(speeds, nextSpeed(speed), context));
+        benchmark::DoNotOptimize(CommonUtils::SpeedFluxToString(Speeds, nextSpeed(speed), context));
 }
 
 void speedNumber(benchmark::State& state)
 {
     quint64 speed = 1;
     for (auto _ : state) {
-        const double number = static_cast<double>(nextSpeed(speed)) / speeds.last().divisor;
-        const QString text = QString::number(number, 'f', 2) + QLatin1Char(' ') + speeds.last().name;
+        const double number = static_cast<double>(nextSpeed(speed)) / Speeds.last().divisor;
+        const QString text = QString::number(number, 'f', 2) + QLatin1Char(' ') + Speeds.last().name;
         benchmark::DoNotOptimize(text);
     }
 }

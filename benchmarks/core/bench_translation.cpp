@@ -15,11 +15,11 @@
 
 namespace {
 
-constexpr int textCount = 5000;
-constexpr int pluginCount = 30;
-constexpr int textsPerPlugin = 200;
-const QString plugin = QStringLiteral("BigPlugin");
-const QString soughtId = QStringLiteral("IDS_BIGPLUGIN_TEXT_2500");
+constexpr int TextCount = 5000;
+constexpr int PluginCount = 30;
+constexpr int TextsPerPlugin = 200;
+const QString PluginName = QStringLiteral("BigPlugin");
+const QString SoughtId = QStringLiteral("IDS_BIGPLUGIN_TEXT_2500");
 
 QTranslator* translator = nullptr;
 
@@ -74,8 +74,8 @@ void writeTranslationSource(const QString& path)
         xml.writeStartElement(QStringLiteral("TS"));
         xml.writeAttribute(QStringLiteral("version"), QStringLiteral("2.1"));
         xml.writeStartElement(QStringLiteral("context"));
-        xml.writeTextElement(QStringLiteral("name"), plugin);
-        for (int number = 0; number < textCount; ++number) {
+        xml.writeTextElement(QStringLiteral("name"), PluginName);
+        for (int number = 0; number < TextCount; ++number) {
             xml.writeStartElement(QStringLiteral("message"));
             xml.writeTextElement(QStringLiteral("source"), id(number));
             xml.writeTextElement(QStringLiteral("translation"), textOf(number));
@@ -99,15 +99,15 @@ void loadTranslator(QTranslator& peer, const Installation& installation)
 void translate(benchmark::State& state)
 {
     for (auto _ : state)
-        benchmark::DoNotOptimize(Change::tr(soughtId, plugin));
-    if (Change::tr(soughtId, plugin) != textOf(2500))
+        benchmark::DoNotOptimize(Change::tr(SoughtId, PluginName));
+    if (Change::tr(SoughtId, PluginName) != textOf(2500))
         state.SkipWithError("wrong text");
 }
 
 void translateWithQt(benchmark::State& state)
 {
-    const QByteArray context = plugin.toUtf8();
-    const QByteArray source = soughtId.toUtf8();
+    const QByteArray context = PluginName.toUtf8();
+    const QByteArray source = SoughtId.toUtf8();
     for (auto _ : state)
         benchmark::DoNotOptimize(translator->translate(context, source));
     if (translator->translate(context, source) != textOf(2500))
@@ -121,15 +121,15 @@ void load(benchmark::State& state)
         state.PauseTiming();
         Change::m_languageHash.clear();
         state.ResumeTiming();
-        Change::LoadLangFile(plugin);
+        Change::LoadLangFile(PluginName);
     }
-    if (Change::m_languageHash[plugin].size() != textCount)
+    if (Change::m_languageHash[PluginName].size() != TextCount)
         state.SkipWithError("not all texts were read");
 }
 
 void barePass(benchmark::State& state)
 {
-    const QString path = languageFile(plugin, QStringLiteral("en-us"));
+    const QString path = languageFile(PluginName, QStringLiteral("en-us"));
     for (auto _ : state) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
@@ -143,10 +143,10 @@ void barePass(benchmark::State& state)
 void switchLanguage(benchmark::State& state)
 {
     Change::m_languageHash.clear();
-    for (int number = 0; number < pluginCount; ++number) {
+    for (int number = 0; number < PluginCount; ++number) {
         const QString name = QStringLiteral("Plugin%1").arg(number);
-        writeLanguageFile(languageFile(name, QStringLiteral("en-us")), textsPerPlugin);
-        writeLanguageFile(languageFile(name, QStringLiteral("de-de")), textsPerPlugin);
+        writeLanguageFile(languageFile(name, QStringLiteral("en-us")), TextsPerPlugin);
+        writeLanguageFile(languageFile(name, QStringLiteral("de-de")), TextsPerPlugin);
         Change::LoadLangFile(name);
     }
     bool german = false;
@@ -156,7 +156,7 @@ void switchLanguage(benchmark::State& state)
     }
     Change::SetLangName(QStringLiteral("en-us"));
     Change::m_languageHash.clear();
-    Change::LoadLangFile(plugin);
+    Change::LoadLangFile(PluginName);
 }
 
 } // namespace
@@ -175,7 +175,7 @@ int main(int argc, char** argv)
     return runBenchmarks(argc, argv, [&peer](const Installation& installation) {
         loadTranslator(peer, installation);
         translator = &peer;
-        writeLanguageFile(languageFile(plugin, QStringLiteral("en-us")), textCount);
-        Change::LoadLangFile(plugin);
+        writeLanguageFile(languageFile(PluginName, QStringLiteral("en-us")), TextCount);
+        Change::LoadLangFile(PluginName);
     });
 }

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int kCount = 1000;
-const std::u16string kSection = u"system";
+constexpr int Count = 1000;
+const std::u16string Section = u"system";
 QString settingsFile;
 
 std::u16string keyName(int number)
@@ -24,14 +24,14 @@ std::u16string keyName(int number)
 void setAll(const std::vector<std::u16string>& keys, const std::u16string& value)
 {
     for (const std::u16string& key : keys)
-        QRVL_SetSettings(kSection.c_str(), key.c_str(), value.c_str());
+        QRVL_SetSettings(Section.c_str(), key.c_str(), value.c_str());
 }
 
 std::vector<std::u16string> keyNames()
 {
     std::vector<std::u16string> keys;
-    keys.reserve(kCount);
-    for (int number = 0; number < kCount; ++number)
+    keys.reserve(Count);
+    for (int number = 0; number < Count; ++number)
         keys.push_back(keyName(number));
     return keys;
 }
@@ -45,7 +45,7 @@ QString newValue()
 
 void waitUntilDurable(const QString& value)
 {
-    const QByteArray lastLine = "Setting" + QByteArray::number(kCount - 1) + '=' + value.toUtf8() + '\n';
+    const QByteArray lastLine = "Setting" + QByteArray::number(Count - 1) + '=' + value.toUtf8() + '\n';
     for (bool isThere = false; !isThere;) {
         QFile file(settingsFile);
         isThere = file.open(QIODevice::ReadOnly) && file.readAll().contains(lastLine);
@@ -54,10 +54,10 @@ void waitUntilDurable(const QString& value)
 
 void readSetting(benchmark::State& state)
 {
-    const std::u16string key = keyName(kCount / 2);
+    const std::u16string key = keyName(Count / 2);
     for (auto _ : state) {
         char16_t* value = nullptr;
-        QRVL_GetSettings(kSection.c_str(), key.c_str(), &value);
+        QRVL_GetSettings(Section.c_str(), key.c_str(), &value);
         benchmark::DoNotOptimize(value);
         if (!value)
             state.SkipWithError("the setting is missing");
@@ -68,10 +68,10 @@ void readSetting(benchmark::State& state)
 void readKeyFile(benchmark::State& state)
 {
     GKeyFile* const file = g_key_file_new();
-    for (int number = 0; number < kCount; ++number)
+    for (int number = 0; number < Count; ++number)
         g_key_file_set_string(file, "system", QString::fromStdU16String(keyName(number)).toUtf8().constData(),
                               newValue().toUtf8().constData());
-    const QByteArray key = QString::fromStdU16String(keyName(kCount / 2)).toUtf8();
+    const QByteArray key = QString::fromStdU16String(keyName(Count / 2)).toUtf8();
     for (auto _ : state) {
         char* const value = g_key_file_get_string(file, "system", key.constData(), nullptr);
         benchmark::DoNotOptimize(value);

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int runs = 15;
-constexpr int longestStartMs = 20000;
+constexpr int Runs = 15;
+constexpr int LongestStartMs = 20000;
 
 /// A moment of the start and the text in the log that shows it.
 struct Mark
@@ -21,7 +21,7 @@ struct Mark
     const char* text;
 };
 
-constexpr Mark marks[] = {
+constexpr Mark Marks[] = {
     {"QApplication is up, Startup begins", "src/core/Startup/Startup.cpp: Startup: entered"},
     {"both plugin files are read", "enabling based on common and operator"},
     {"device manager is initialised", "DeviceMgrPlugin init: elapsed"},
@@ -37,8 +37,8 @@ void noteLine(const QByteArray& line, QVector<Times>& times)
 {
     const QByteArray text = line.trimmed(); // the time is padded
     const double ms = text.left(text.indexOf(' ')).toDouble() * 1000;
-    for (std::size_t i = 0; i < std::size(marks); ++i)
-        if (line.contains(marks[i].text))
+    for (std::size_t i = 0; i < std::size(Marks); ++i)
+        if (line.contains(Marks[i].text))
             times[static_cast<int>(i)].append(ms);
 }
 
@@ -49,9 +49,9 @@ bool startOnce(const QProcessEnvironment& environment, QVector<Times>& times)
     launcher.setProcessEnvironment(environment);
     launcher.setProcessChannelMode(QProcess::MergedChannels);
     launcher.start(QStringLiteral(SKYLUME_LAUNCHER), {QStringLiteral("--verbose")});
-    const char* const last = std::end(marks)[-1].text;
+    const char* const last = std::end(Marks)[-1].text;
     bool isShown = false;
-    while (!isShown && launcher.waitForReadyRead(longestStartMs)) {
+    while (!isShown && launcher.waitForReadyRead(LongestStartMs)) {
         while (!isShown && launcher.canReadLine()) {
             const QByteArray line = launcher.readLine();
             noteLine(line, times);
@@ -59,7 +59,7 @@ bool startOnce(const QProcessEnvironment& environment, QVector<Times>& times)
         }
     }
     launcher.terminate();
-    return launcher.waitForFinished(longestStartMs) && isShown;
+    return launcher.waitForFinished(LongestStartMs) && isShown;
 }
 
 double median(Times values)
@@ -71,11 +71,11 @@ double median(Times values)
 void report(const QVector<Times>& times)
 {
     QTextStream out(stdout);
-    out << "Milliseconds since the process began, median of " << runs << " starts:\n";
+    out << "Milliseconds since the process began, median of " << Runs << " starts:\n";
     double before = 0;
-    for (std::size_t i = 0; i < std::size(marks); ++i) {
+    for (std::size_t i = 0; i < std::size(Marks); ++i) {
         const double at = median(times.at(static_cast<int>(i)));
-        out << QStringLiteral("%1  (+%2)  ").arg(at, 8, 'f', 1).arg(at - before, 6, 'f', 1) << marks[i].name
+        out << QStringLiteral("%1  (+%2)  ").arg(at, 8, 'f', 1).arg(at - before, 6, 'f', 1) << Marks[i].name
             << '\n';
         before = at;
     }
@@ -93,8 +93,8 @@ int main(int argc, char** argv)
     if (!environment.contains(QStringLiteral("DISPLAY")))
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
 
-    QVector<Times> times(static_cast<int>(std::size(marks)));
-    for (int run = 0; run < runs; ++run) {
+    QVector<Times> times(static_cast<int>(std::size(Marks)));
+    for (int run = 0; run < Runs; ++run) {
         if (startOnce(environment, times))
             continue;
         QTextStream(stderr) << "The application did not start\n";

@@ -2,19 +2,21 @@
 
 #include <algorithm>
 
-static constexpr int LongestNumber = 32;
+namespace {
 
-static bool isDigit(QChar sign)
+constexpr int LongestNumber = 32;
+
+bool isDigit(QChar sign)
 {
     return sign >= QLatin1Char('0') && sign <= QLatin1Char('9');
 }
 
-static bool isSeparator(QChar sign)
+bool isSeparator(QChar sign)
 {
     return sign.isSpace() || QLatin1String("-./()").contains(sign);
 }
 
-static bool canBeDialled(const QString& dialled)
+bool canBeDialled(const QString& dialled)
 {
     const auto first = dialled.startsWith(QLatin1Char('+')) ? dialled.begin() + 1 : dialled.begin();
     const auto isKey = [](QChar sign) {
@@ -23,6 +25,8 @@ static bool canBeDialled(const QString& dialled)
     return dialled.size() <= LongestNumber && std::all_of(first, dialled.end(), isKey) &&
            std::any_of(first, dialled.end(), isDigit);
 }
+
+} // namespace
 
 QString dialString(const QString& number)
 {

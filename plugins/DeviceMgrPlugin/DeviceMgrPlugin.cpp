@@ -6,11 +6,13 @@
 
 #include <qrvl.h>
 
-static constexpr QLatin1String SettingsSection("device");
-static constexpr QLatin1String LastUsedKey("lastused");
+namespace {
+
+constexpr QLatin1String SettingsSection("device");
+constexpr QLatin1String LastUsedKey("lastused");
 
 // Runs on the device service's thread, which may use the settings as well.
-static int onDeviceEvent(int type, void*)
+int onDeviceEvent(int type, void*)
 {
     if (type != QRVL_EVENT_DEV_DETECTED)
         return 1;
@@ -19,6 +21,8 @@ static int onDeviceEvent(int type, void*)
         CommonUtils::SetSettings(SettingsSection, LastUsedKey, modems.first().name);
     return 1;
 }
+
+} // namespace
 
 DeviceMgrPlugin::DeviceMgrPlugin()
 {

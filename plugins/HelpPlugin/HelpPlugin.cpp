@@ -13,7 +13,7 @@ struct Answer
     const char* answer;
 };
 
-constexpr Answer answers[] = {
+constexpr Answer Answers[] = {
     {"IDS_HELP_UNRECOGNISED", "IDS_HELP_UNRECOGNISED_ANSWER"},
     {"IDS_HELP_PAGE_MISSING", "IDS_HELP_PAGE_MISSING_ANSWER"},
     {"IDS_HELP_NO_CALLS", "IDS_HELP_NO_CALLS_ANSWER"},
@@ -35,7 +35,7 @@ private:
 void HelpPage::refresh()
 {
     clearContent();
-    for (const auto& [question, answer] : answers) {
+    for (const auto& [question, answer] : Answers) {
         auto* card = new Card(text(question));
         card->addText(text(answer));
         content()->addWidget(card);

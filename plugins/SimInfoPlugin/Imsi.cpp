@@ -13,7 +13,7 @@ struct CountryCodes
 
 // Countries whose networks have three-digit codes: North America and the Caribbean, and some of South
 // America.
-constexpr CountryCodes threeDigitNetworks[] = {
+constexpr CountryCodes ThreeDigitNetworks[] = {
     {302, 302}, {310, 316}, {334, 334}, {338, 338}, {342, 366},
     {374, 376}, {708, 708}, {722, 722}, {732, 732}, {750, 750},
 };
@@ -23,7 +23,7 @@ int networkCodeLength(int countryCode)
     const auto contains = [countryCode](const CountryCodes& range) {
         return range.first <= countryCode && countryCode <= range.last;
     };
-    return std::any_of(std::begin(threeDigitNetworks), std::end(threeDigitNetworks), contains) ? 3 : 2;
+    return std::any_of(std::begin(ThreeDigitNetworks), std::end(ThreeDigitNetworks), contains) ? 3 : 2;
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr QLatin1String linkBegin("<a href = ");
+constexpr QLatin1String LinkBegin("<a href = ");
 
 /// Puts the links' targets into quotes: others end at a "=" for Qt. By hand, as a regular expression finds
 /// nothing in a text with half a surrogate pair.
@@ -15,8 +15,8 @@ QString withQuotedTargets(const QString& rich)
     QString quoted;
     quoted.reserve(rich.size());
     int done = 0;
-    for (int link = rich.indexOf(linkBegin); link >= 0; link = rich.indexOf(linkBegin, done)) {
-        const int target = link + linkBegin.size();
+    for (int link = rich.indexOf(LinkBegin); link >= 0; link = rich.indexOf(LinkBegin, done)) {
+        const int target = link + LinkBegin.size();
         const int end = rich.indexOf(QLatin1Char('>'), target); // there is one: nobody else writes "<"
         quoted += rich.midRef(done, link - done) % QLatin1String("<a href=\"") %
                   rich.midRef(target, end - target) % QLatin1Char('"');

@@ -2,7 +2,11 @@
 
 #include "common/StatusBarOpListParse.h"
 
-static constexpr int CountryDigits = 3; // of a network's code; the rest is the network's number
+namespace {
+
+constexpr int CountryDigits = 3; // of a network's code; the rest is the network's number
+
+} // namespace
 
 OperatorNames::OperatorNames(QObject* parent)
     : BackgroundWork("operator lists", parent)

@@ -14,7 +14,7 @@ struct Step
     const char* volume;
 };
 
-constexpr Step steps[] = {
+constexpr Step Steps[] = {
     {"IDS_UNIT_B_S", "IDS_UNIT_B"},
     {"IDS_UNIT_KB_S", "IDS_UNIT_KB"},
     {"IDS_UNIT_MB_S", "IDS_UNIT_MB"},
@@ -25,7 +25,7 @@ QVector<TagUnits> ladder(const char* Step::*unit, int base)
 {
     QVector<TagUnits> units;
     quint64 divisor = 1; // an int, but for what comes after the last step
-    for (const Step& step : steps) {
+    for (const Step& step : Steps) {
         const QString key = QString::fromLatin1(step.*unit);
         units.append({key, int(divisor), units.isEmpty() ? 0 : divisor, key});
         divisor *= quint64(base);

@@ -6,21 +6,25 @@
 #include <QApplication>
 #include <QPainter>
 
-static constexpr int DotSize = 7;
-static constexpr int BadgePadding = 10;
-static constexpr int BadgeHeightOverText = 8;
+namespace {
 
-static int badgeWidth(const QFontMetrics& metrics, const QString& content)
+constexpr int DotSize = 7;
+constexpr int BadgePadding = 10;
+constexpr int BadgeHeightOverText = 8;
+
+int badgeWidth(const QFontMetrics& metrics, const QString& content)
 {
     return metrics.horizontalAdvance(content) + DotSize + Look::Gap + 2 * BadgePadding;
 }
 
-static void drawBackground(QPainter* painter, QStyleOptionViewItem option)
+void drawBackground(QPainter* painter, QStyleOptionViewItem option)
 {
     option.text.clear();
     const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
 }
+
+} // namespace
 
 void BadgeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const

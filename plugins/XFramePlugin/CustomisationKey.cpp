@@ -4,17 +4,19 @@
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 #include "common/CommonUtils.h"
 
-static constexpr QLatin1String ImsiPrefix("IMSI");
-static constexpr QLatin1String GidPrefix("GID");
+namespace {
 
-static bool hasRules(IPluginContainer& container, const QString& key)
+constexpr QLatin1String ImsiPrefix("IMSI");
+constexpr QLatin1String GidPrefix("GID");
+
+bool hasRules(IPluginContainer& container, const QString& key)
 {
     // Against the common base, whatever would change is the doing of this key's rules.
     container.ApplyCustomizationForDevice(QString());
     return container.IsCustomizationForDevice(key);
 }
 
-static QString keyOfModem(IPluginContainer& container, const Modem& modem)
+QString keyOfModem(IPluginContainer& container, const Modem& modem)
 {
     const QString imsiKey = ImsiPrefix + modem.imsi;
     if (!modem.imsi.isEmpty() && hasRules(container, imsiKey))
@@ -23,6 +25,8 @@ static QString keyOfModem(IPluginContainer& container, const Modem& modem)
         return GidPrefix + modem.gid;
     return modem.name;
 }
+
+} // namespace
 
 QString customisationKey(IPluginContainer& container, const Modems& modems)
 {

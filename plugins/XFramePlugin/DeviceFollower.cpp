@@ -5,7 +5,11 @@
 #include "PluginContainer/IPluginContainer.h"
 #include "support/DeviceEvents.h"
 
-static constexpr int StartPollInterval = 100; // milliseconds
+namespace {
+
+constexpr int StartPollInterval = 100; // milliseconds
+
+} // namespace
 
 DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window, const DeviceEvents& events)
     : m_container(container)

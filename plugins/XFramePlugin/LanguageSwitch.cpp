@@ -11,8 +11,12 @@
 
 #include <algorithm>
 
-static constexpr QLatin1String FilePrefix("XFramePlugin_");
-static constexpr QLatin1String FileSuffix(".lang");
+namespace {
+
+constexpr QLatin1String FilePrefix("XFramePlugin_");
+constexpr QLatin1String FileSuffix(".lang");
+
+} // namespace
 
 QVector<Language> availableLanguages()
 {

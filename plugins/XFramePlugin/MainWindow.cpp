@@ -32,12 +32,12 @@ struct Form
     QSize first;
 };
 
-constexpr Form usualForm{QLatin1String("geometry"), {760, 520}, {960, 640}};
-constexpr Form compactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
+constexpr Form UsualForm{QLatin1String("geometry"), {760, 520}, {960, 640}};
+constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
 
 const Form& currentForm()
 {
-    return CommonUtils::IsMiniMode() ? compactForm : usualForm;
+    return CommonUtils::IsMiniMode() ? CompactForm : UsualForm;
 }
 
 void readCompactSetting()

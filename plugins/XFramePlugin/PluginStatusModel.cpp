@@ -4,15 +4,19 @@
 #include "PluginStatusText.h"
 #include "support/Text.h"
 
-static constexpr const char* ColumnTitles[] = {"IDS_COLUMN_PLUGIN", "IDS_COLUMN_STATE", "IDS_COLUMN_WHY"};
+namespace {
+
+constexpr const char* ColumnTitles[] = {"IDS_COLUMN_PLUGIN", "IDS_COLUMN_STATE", "IDS_COLUMN_WHY"};
 
 /// How a plugin calls itself in the current language.
-static QString nameOf(const PluginStatus& plugin)
+QString nameOf(const PluginStatus& plugin)
 {
     // The table of texts keeps the keys that it is asked for: none of them may point into this library.
     const QString name = Change::tr(QString::fromLatin1("IDS_PLUGIN_NAME"), plugin.name);
     return name.isEmpty() ? plugin.name : name;
 }
+
+} // namespace
 
 void PluginStatusModel::setPlugins(const PluginStatusList& plugins)
 {

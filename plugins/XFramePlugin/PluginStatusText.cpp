@@ -18,12 +18,12 @@ struct StateView
     Tone tone;
 };
 
-constexpr StateView stateViews[] = {
+constexpr StateView StateViews[] = {
     {State::Removed, "IDS_STATE_REMOVED", Tone::Quiet},    {State::Disabled, "IDS_STATE_OFF", Tone::Quiet},
     {State::Enabled, "IDS_STATE_ON_DEMAND", Tone::Info},   {State::Loaded, "IDS_STATE_LOADED", Tone::Info},
     {State::Initialized, "IDS_STATE_RUNNING", Tone::Good},
 };
-constexpr StateView failedView{State::Enabled, "IDS_STATE_FAILED", Tone::Bad};
+constexpr StateView FailedView{State::Enabled, "IDS_STATE_FAILED", Tone::Bad};
 
 struct RuleText
 {
@@ -31,7 +31,7 @@ struct RuleText
     const char* pattern; ///< identifier of a text in which %1 is the operator or the key
 };
 
-constexpr RuleText ruleTexts[] = {
+constexpr RuleText RuleTexts[] = {
     {Rule::None, "IDS_RULE_NONE"},
     {Rule::Common, "IDS_RULE_COMMON"},
     {Rule::OperatorAdd, "IDS_RULE_OPERATOR_ADD"},
@@ -47,12 +47,12 @@ constexpr int NetworkDigits = 6; // of an IMSI; the rest is the subscriber's own
 const StateView& viewOf(const PluginStatus& status)
 {
     if (!status.error.isEmpty() && status.state == State::Enabled)
-        return failedView;
+        return FailedView;
     const auto matches = [&status](const StateView& view) {
         return view.state == status.state;
     };
-    const auto view = std::find_if(std::begin(stateViews), std::end(stateViews), matches);
-    return view == std::end(stateViews) ? failedView : *view;
+    const auto view = std::find_if(std::begin(StateViews), std::end(StateViews), matches);
+    return view == std::end(StateViews) ? FailedView : *view;
 }
 
 QString describeSim(const QString& digits)
@@ -74,13 +74,13 @@ Look::Tone toneOfState(const PluginStatus& status)
 
 QString describeReason(const PluginStatus& status)
 {
-    if (&viewOf(status) == &failedView)
+    if (&viewOf(status) == &FailedView)
         return status.error;
     const auto matches = [&status](const RuleText& candidate) {
         return candidate.rule == status.rule;
     };
-    const auto found = std::find_if(std::begin(ruleTexts), std::end(ruleTexts), matches);
-    const QString pattern = found == std::end(ruleTexts) ? QString() : text(found->pattern);
+    const auto found = std::find_if(std::begin(RuleTexts), std::end(RuleTexts), matches);
+    const QString pattern = found == std::end(RuleTexts) ? QString() : text(found->pattern);
     if (!pattern.contains(QLatin1String("%1")))
         return pattern;
     const bool byKey = status.rule == Rule::KeyAdd || status.rule == Rule::KeyRemove;

@@ -5,12 +5,16 @@
 
 #include <QApplication>
 
-static QString defaultSkinFile()
+namespace {
+
+QString defaultSkinFile()
 {
     const QString folder = CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/");
     const bool isMirrored = QGuiApplication::layoutDirection() == Qt::RightToLeft;
     return folder + QLatin1String(isMirrored ? "default/default_Arabic.qss" : "default.qss");
 }
+
+} // namespace
 
 void applySkin()
 {

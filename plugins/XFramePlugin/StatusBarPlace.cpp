@@ -6,7 +6,11 @@
 
 #include <QRect>
 
-static constexpr QLatin1String StatusBarClsid("6A0C9E37-28D5-4B91-9F4E-17B3A5D2C860");
+namespace {
+
+constexpr QLatin1String StatusBarClsid("6A0C9E37-28D5-4B91-9F4E-17B3A5D2C860");
+
+} // namespace
 
 StatusBarPlace::StatusBarPlace(IPluginContainer& container, MainWindow& window)
     : m_container(container)

@@ -8,9 +8,13 @@
 
 #include <QRect>
 
-static constexpr int ShortestSplash = 800; // milliseconds
+namespace {
 
-static constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
+constexpr int ShortestSplash = 800; // milliseconds
+
+constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
+
+} // namespace
 
 XFramePlugin::XFramePlugin()
 {

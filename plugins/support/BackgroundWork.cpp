@@ -5,7 +5,11 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 
-static constexpr unsigned int Patience = 5; // seconds
+namespace {
+
+constexpr unsigned int Patience = 5; // seconds
+
+} // namespace
 
 BackgroundWork::BackgroundWork(const char* name, QObject* parent)
     : QThread(parent)

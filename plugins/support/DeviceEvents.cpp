@@ -4,10 +4,12 @@
 
 #include <qrvl.h>
 
-// Written only while the callback is not registered.
-static DeviceEvents* receiver = nullptr;
+namespace {
 
-static auto signalOf(int event)
+// Written only while the callback is not registered.
+DeviceEvents* receiver = nullptr;
+
+auto signalOf(int event)
 {
     switch (event) {
     case QRVL_EVENT_DEV_STATUS:
@@ -18,6 +20,8 @@ static auto signalOf(int event)
         return &DeviceEvents::changed;
     }
 }
+
+} // namespace
 
 int DeviceEvents::onDeviceEvent(int type, void*)
 {

@@ -5,9 +5,13 @@
 #include <QEvent>
 #include <QTextDocument>
 
-static constexpr int LeastCharacters = 4;
-static constexpr int LongestMeasured = 4096; // characters; more fit no window, and take long to measure
-static constexpr int MarginAtText = 2;       // what ElidedText() wants beside the text
+namespace {
+
+constexpr int LeastCharacters = 4;
+constexpr int LongestMeasured = 4096; // characters; more fit no window, and take long to measure
+constexpr int MarginAtText = 2;       // what ElidedText() wants beside the text
+
+} // namespace
 
 ElidedLabel::ElidedLabel(QWidget* parent)
     : Label(parent)

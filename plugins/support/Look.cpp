@@ -48,12 +48,12 @@ void Dimmer::dim()
     m_label->setPalette(own);
 }
 
-} // namespace
-
-static bool isDark(const QPalette& palette)
+bool isDark(const QPalette& palette)
 {
     return palette.color(QPalette::Base).lightness() < 128;
 }
+
+} // namespace
 
 QColor Look::toneColor(Tone tone, const QPalette& palette)
 {

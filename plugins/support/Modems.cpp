@@ -6,7 +6,9 @@
 #include <memory>
 #include <tuple>
 
-static Modem modemFromRecord(const QRVL_Device& device)
+namespace {
+
+Modem modemFromRecord(const QRVL_Device& device)
 {
     Modem modem;
     modem.id = device.id;
@@ -18,10 +20,12 @@ static Modem modemFromRecord(const QRVL_Device& device)
     return modem;
 }
 
-static auto fields(const Modem& modem)
+auto fields(const Modem& modem)
 {
     return std::tie(modem.id, modem.name, modem.imsi, modem.gid, modem.customizeName, modem.port);
 }
+
+} // namespace
 
 bool operator==(const Modem& left, const Modem& right)
 {

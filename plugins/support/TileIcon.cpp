@@ -6,7 +6,9 @@
 // Signs are drawn in a square of 24 by 24 units with a white pen of 1.8 units, filled parts with a white
 // brush.
 
-static void drawSignal(QPainter& painter)
+namespace {
+
+void drawSignal(QPainter& painter)
 {
     for (int ring = 1; ring <= 3; ++ring) {
         const qreal reach = 4.0 * ring;
@@ -16,14 +18,14 @@ static void drawSignal(QPainter& painter)
     painter.drawEllipse(QPointF(12, 16.5), 0.8, 0.8);
 }
 
-static void drawModem(QPainter& painter)
+void drawModem(QPainter& painter)
 {
     painter.drawRoundedRect(QRectF(8, 9, 8, 11), 1.6, 1.6);
     painter.drawRect(QRectF(9.8, 4.5, 4.4, 4.5));
     painter.drawLine(QPointF(12, 13), QPointF(12, 16));
 }
 
-static void drawSim(QPainter& painter)
+void drawSim(QPainter& painter)
 {
     QPainterPath card(QPointF(7, 4.5));
     for (const QPointF corner : {QPointF(13.5, 4.5), QPointF(17, 8), QPointF(17, 19.5), QPointF(7, 19.5)})
@@ -34,7 +36,7 @@ static void drawSim(QPainter& painter)
     painter.drawRect(QRectF(10, 12, 4, 4));
 }
 
-static void drawDialPad(QPainter& painter)
+void drawDialPad(QPainter& painter)
 {
     painter.setBrush(Qt::white);
     for (const qreal x : {6.5, 12.0, 17.5}) {
@@ -43,7 +45,7 @@ static void drawDialPad(QPainter& painter)
     }
 }
 
-static void drawPlugins(QPainter& painter)
+void drawPlugins(QPainter& painter)
 {
     painter.drawRoundedRect(QRectF(5, 5, 5.5, 5.5), 1, 1);
     painter.drawRoundedRect(QRectF(5, 13.5, 5.5, 5.5), 1, 1);
@@ -52,7 +54,7 @@ static void drawPlugins(QPainter& painter)
     painter.drawRoundedRect(QRectF(13.5, 5, 5.5, 5.5), 1, 1);
 }
 
-static void drawHelp(QPainter& painter)
+void drawHelp(QPainter& painter)
 {
     QPainterPath hook(QPointF(8.6, 9));
     hook.cubicTo(8.6, 4.2, 15.6, 4.2, 15.6, 9);
@@ -62,7 +64,7 @@ static void drawHelp(QPainter& painter)
     painter.drawEllipse(QPointF(12, 18.4), 0.5, 0.5);
 }
 
-static void drawCall(QPainter& painter)
+void drawCall(QPainter& painter)
 {
     QPainterPath receiver(QPointF(7.2, 5));
     receiver.cubicTo(3.5, 8, 14.5, 21, 18.6, 17.4);
@@ -74,13 +76,11 @@ static void drawCall(QPainter& painter)
     painter.drawPath(receiver);
 }
 
-static void drawMessage(QPainter& painter)
+void drawMessage(QPainter& painter)
 {
     painter.drawRoundedRect(QRectF(5, 7, 14, 10), 1.4, 1.4);
     painter.drawPolyline(QPolygonF({QPointF(5.4, 8), QPointF(12, 13), QPointF(18.6, 8)}));
 }
-
-namespace {
 
 struct Picture
 {
@@ -89,16 +89,14 @@ struct Picture
     void (*draw)(QPainter&);
 };
 
-constexpr Picture pictures[] = {
+constexpr Picture Pictures[] = {
     {Look::Sign::Signal, 0xff2563c9, drawSignal},   {Look::Sign::Modem, 0xff0f8a83, drawModem},
     {Look::Sign::Sim, 0xffc26a12, drawSim},         {Look::Sign::DialPad, 0xff2e8b4a, drawDialPad},
     {Look::Sign::Plugins, 0xff6b56c9, drawPlugins}, {Look::Sign::Help, 0xffb8437f, drawHelp},
     {Look::Sign::Call, 0xff2e8b4a, drawCall},       {Look::Sign::Message, 0xff3a7ca5, drawMessage},
 };
 
-} // namespace
-
-static QPixmap tile(const Picture& picture, int size)
+QPixmap tile(const Picture& picture, int size)
 {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
@@ -114,10 +112,12 @@ static QPixmap tile(const Picture& picture, int size)
     return pixmap;
 }
 
+} // namespace
+
 QIcon Look::tileIcon(Sign sign)
 {
     QIcon icon;
-    for (const Picture& picture : pictures) {
+    for (const Picture& picture : Pictures) {
         if (picture.sign != sign)
             continue;
         for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})

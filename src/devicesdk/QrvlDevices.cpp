@@ -11,19 +11,23 @@
 #include <chrono>
 #include <thread>
 
-static long add(CallbackRegistry::List list, QRVL_DevCallback callback)
+namespace {
+
+long add(CallbackRegistry::List list, QRVL_DevCallback callback)
 {
     if (!callback)
         return QRVL_ERROR_ARGUMENT;
     return Service::devices().callbacks().add(list, callback) ? QRVL_OK : QRVL_ERROR_LIMIT;
 }
 
-static long remove(CallbackRegistry::List list, QRVL_DevCallback callback)
+long remove(CallbackRegistry::List list, QRVL_DevCallback callback)
 {
     if (!callback)
         return QRVL_ERROR_ARGUMENT;
     return Service::devices().callbacks().remove(list, callback) ? QRVL_OK : QRVL_ERROR_NOT_FOUND;
 }
+
+} // namespace
 
 long QRVL_DevSrv_RegisterDevInitEventCallback(QRVL_DevCallback callback)
 {
@@ -79,8 +83,10 @@ long QRVL_DevSrv_GetImsiInfo(char* imsi)
     return text.isEmpty() ? QRVL_ERROR_NO_DEVICE : QRVL_OK;
 }
 
+namespace {
+
 /// Waits as long as the modem takes for its answer.
-static long readValue(const Modem& modem, const QString& key, char16_t** value)
+long readValue(const Modem& modem, const QString& key, char16_t** value)
 {
     const auto status = modem.status.constFind(key);
     if (status != modem.status.cend()) {
@@ -94,6 +100,8 @@ static long readValue(const Modem& modem, const QString& key, char16_t** value)
     *value = newTextBuffer(*message);
     return QRVL_OK;
 }
+
+} // namespace
 
 long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t** value)
 {

@@ -6,7 +6,9 @@
 #include "TextBuffer.h"
 #include "settings/Settings.h"
 
-static long get(Settings::View view, const char16_t* section, const char16_t* key, char16_t** value)
+namespace {
+
+long get(Settings::View view, const char16_t* section, const char16_t* key, char16_t** value)
 {
     if (!value)
         return QRVL_ERROR_ARGUMENT;
@@ -17,6 +19,8 @@ static long get(Settings::View view, const char16_t* section, const char16_t* ke
         view, SettingName(section, key), [value](const QString& text) { *value = newTextBuffer(text); });
     return isFound ? QRVL_OK : QRVL_ERROR_NOT_FOUND;
 }
+
+} // namespace
 
 long QRVL_GetSettings(const char16_t* section, const char16_t* key, char16_t** value)
 {

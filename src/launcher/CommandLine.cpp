@@ -9,12 +9,16 @@
 #include <cstdlib>
 #include <iterator>
 
-static constexpr const char* textOptions[] = {"-h", "--help", "-v", "--version"};
+namespace {
+
+constexpr const char* TextOptions[] = {"-h", "--help", "-v", "--version"};
+
+} // namespace
 
 bool CommandLine::asksForText(int argc, const char* const* argv)
 {
     return std::any_of(argv, argv + argc, [](const char* argument) {
-        return std::any_of(std::begin(textOptions), std::end(textOptions),
+        return std::any_of(std::begin(TextOptions), std::end(TextOptions),
                            [&](const char* option) { return qstrcmp(argument, option) == 0; });
     });
 }

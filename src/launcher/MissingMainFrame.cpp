@@ -9,7 +9,9 @@
 
 #include <algorithm>
 
-static QString reasonFromStatus(const PluginStatus& plugin)
+namespace {
+
+QString reasonFromStatus(const PluginStatus& plugin)
 {
     if (!plugin.error.isEmpty())
         return plugin.error;
@@ -27,7 +29,7 @@ static QString reasonFromStatus(const PluginStatus& plugin)
     return QStringLiteral("it is loaded, but has no main-frame interface");
 }
 
-static QString reason(const QString& libraryFile, const QString& clsid)
+QString reason(const QString& libraryFile, const QString& clsid)
 {
     if (!QFileInfo::exists(libraryFile))
         return QStringLiteral("the plugin library file does not exist");
@@ -43,6 +45,8 @@ static QString reason(const QString& libraryFile, const QString& clsid)
         return QStringLiteral("the plugin library file does not list the main-frame plugin");
     return reasonFromStatus(*plugin);
 }
+
+} // namespace
 
 void reportMissingMainFrame()
 {

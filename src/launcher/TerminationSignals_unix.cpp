@@ -8,11 +8,13 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// A signal handler may do next to nothing. It writes a byte into a pipe, and the event loop reads that.
-static int pipeEnds[2] = {-1, -1};
-static constexpr int handledSignals[] = {SIGINT, SIGTERM, SIGHUP};
+namespace {
 
-static void onSignal(int)
+// A signal handler may do next to nothing. It writes a byte into a pipe, and the event loop reads that.
+int pipeEnds[2] = {-1, -1};
+constexpr int HandledSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+void onSignal(int)
 {
     const int savedError = errno;
     const char byte = 1;
@@ -20,7 +22,7 @@ static void onSignal(int)
     errno = savedError;
 }
 
-static bool openPipe()
+bool openPipe()
 {
     if (pipe(pipeEnds) != 0)
         return false;
@@ -31,14 +33,16 @@ static bool openPipe()
     return true;
 }
 
-static void handleSignals(void (*handler)(int), int flags)
+void handleSignals(void (*handler)(int), int flags)
 {
     struct sigaction action = {};
     action.sa_handler = handler;
     action.sa_flags = flags;
-    for (const int number : handledSignals)
+    for (const int number : HandledSignals)
         sigaction(number, &action, nullptr);
 }
+
+} // namespace
 
 TerminationSignals::TerminationSignals()
 {

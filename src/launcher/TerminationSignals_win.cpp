@@ -4,13 +4,15 @@
 
 #include <windows.h>
 
+namespace {
+
 // Windows ends the process as soon as the handler of a closing console returns, so the handler, which has a
 // thread of its own, waits until the application has closed in order. Windows grants it five seconds.
-static constexpr DWORD LongestWait = 5000;
-static HANDLE closed = nullptr;
-static LONG requests = 0;
+constexpr DWORD LongestWait = 5000;
+HANDLE closed = nullptr;
+LONG requests = 0;
 
-static BOOL WINAPI onConsoleEvent(DWORD type)
+BOOL WINAPI onConsoleEvent(DWORD type)
 {
     if (InterlockedIncrement(&requests) > 1)
         return FALSE;
@@ -19,6 +21,8 @@ static BOOL WINAPI onConsoleEvent(DWORD type)
         WaitForSingleObject(closed, LongestWait);
     return TRUE;
 }
+
+} // namespace
 
 TerminationSignals::TerminationSignals()
 {

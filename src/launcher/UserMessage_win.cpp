@@ -5,13 +5,15 @@
 
 #include <windows.h>
 
-static bool isUsable(HANDLE stream)
+namespace {
+
+bool isUsable(HANDLE stream)
 {
     return stream && stream != INVALID_HANDLE_VALUE && GetFileType(stream) != FILE_TYPE_UNKNOWN;
 }
 
 // A console takes UTF-16 whatever its code page is; files and pipes get UTF-8.
-static bool write(HANDLE stream, const QString& text)
+bool write(HANDLE stream, const QString& text)
 {
     DWORD written = 0;
     DWORD mode = 0;
@@ -22,7 +24,7 @@ static bool write(HANDLE stream, const QString& text)
 }
 
 // A program with windows is not connected to the console that it was started from.
-static bool writeToConsole(const QString& text)
+bool writeToConsole(const QString& text)
 {
     if (!AttachConsole(ATTACH_PARENT_PROCESS))
         return false;
@@ -36,7 +38,7 @@ static bool writeToConsole(const QString& text)
     return isWritten;
 }
 
-static void show(DWORD stream, const QString& text, UINT icon)
+void show(DWORD stream, const QString& text, UINT icon)
 {
     const HANDLE handle = GetStdHandle(stream);
     if ((isUsable(handle) && write(handle, text)) || writeToConsole(text))
@@ -46,6 +48,8 @@ static void show(DWORD stream, const QString& text, UINT icon)
     };
     MessageBoxW(nullptr, wide(text), wide(QCoreApplication::applicationName()), MB_OK | icon);
 }
+
+} // namespace
 
 void UserMessage::tell(const QString& text)
 {

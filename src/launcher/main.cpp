@@ -10,7 +10,9 @@
 #include <cstdlib>
 #include <memory>
 
-static void describeApplication()
+namespace {
+
+void describeApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("skylume"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SKYLUME_VERSION));
@@ -18,13 +20,13 @@ static void describeApplication()
 }
 
 // Rules of the environment (QT_LOGGING_RULES) come after these and win.
-static void configureLogging(bool verbose)
+void configureLogging(bool verbose)
 {
     const QString rules = QStringLiteral("default.debug=%1\nskylume.*.debug=%1");
     QLoggingCategory::setFilterRules(rules.arg(verbose ? QStringLiteral("true") : QStringLiteral("false")));
 }
 
-static int runUntilClosed()
+int runUntilClosed()
 {
     if (Startup::GetMainFrame() && Startup::GetMainFrameService())
         return QCoreApplication::exec();
@@ -33,12 +35,14 @@ static int runUntilClosed()
     return EXIT_FAILURE;
 }
 
-static std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
 {
     if (CommandLine::asksForText(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
     return std::make_unique<QApplication>(argc, argv);
 }
+
+} // namespace
 
 int main(int argc, char** argv)
 {

@@ -10,14 +10,18 @@
 #include <cstdlib>
 #include <memory>
 
-static constexpr unsigned long LastWait = 100; // milliseconds
+namespace {
 
-static void scaleForDenseScreens()
+constexpr unsigned long LastWait = 100; // milliseconds
+
+void scaleForDenseScreens()
 {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
+
+} // namespace
 
 int main(int argc, char** argv)
 {

@@ -5,7 +5,9 @@
 #include <tuple>
 using Entries = QVector<QStringList>;
 
-static Entries entriesOf(const IniDocument& document)
+namespace {
+
+Entries entriesOf(const IniDocument& document)
 {
     Entries entries;
     document.forEachEntry([&](const QString& section, const QString& key, const QString& value) {
@@ -13,6 +15,8 @@ static Entries entriesOf(const IniDocument& document)
     });
     return entries;
 }
+
+} // namespace
 
 class tst_IniDocument : public QObject
 {

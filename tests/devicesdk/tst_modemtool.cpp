@@ -19,15 +19,19 @@ private:
     QTemporaryDir m_folder;
 };
 
-static QByteArray shippedFile()
+namespace {
+
+QByteArray shippedFile()
 {
     return FileAccess::read(SHIPPED_SIMULATOR_FILE).bytes;
 }
 
-static QByteArray run(const QStringList& arguments, int exitCode)
+QByteArray run(const QStringList& arguments, int exitCode)
 {
     return runTool("skylume-modem", arguments, exitCode);
 }
+
+} // namespace
 
 void tst_ModemTool::initTestCase()
 {

@@ -39,13 +39,17 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
+namespace {
+
 /// A value as text, "-" when there is none.
-static QString get(const Settings& settings, View view, const QString& key)
+QString get(const Settings& settings, View view, const QString& key)
 {
     QString value = "-";
     settings.get(view, SettingName(QStringView(u"s"), key), [&value](const QString& text) { value = text; });
     return value;
 }
+
+} // namespace
 
 void tst_Settings::init()
 {

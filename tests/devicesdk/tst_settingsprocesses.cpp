@@ -17,8 +17,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int kKeys = 100;
-constexpr int kCounters = 10;
+constexpr int Keys = 100;
+constexpr int Counters = 10;
 
 void set(const QString& key, const QString& value)
 {
@@ -29,7 +29,7 @@ void set(const QString& key, const QString& value)
 [[noreturn]] void countForEver(int number)
 {
     for (;; ++number) {
-        for (int i = 0; i < kCounters; ++i)
+        for (int i = 0; i < Counters; ++i)
             set(QString("counter%1").arg(i), QString::number(number));
     }
 }
@@ -43,7 +43,7 @@ int runChild(int argc, char** argv)
         countForEver(QByteArray(argv[2]).toInt());
     if (job == "--application")
         application = std::make_unique<QCoreApplication>(argc, argv);
-    for (int i = 0; i < kKeys; ++i) {
+    for (int i = 0; i < Keys; ++i) {
         set(job + QString::number(i), job);
         std::this_thread::sleep_for(1ms); // most flushes have one alone
     }
@@ -106,21 +106,25 @@ void tst_SettingsProcesses::nothingIsLostBetweenProcesses()
     }
     const IniDocument document = store();
     for (const QString& job : jobs) {
-        for (int i = 0; i < kKeys; ++i)
+        for (int i = 0; i < Keys; ++i)
             QVERIFY2(document.find("s", job + QString::number(i)), qPrintable(job + QString::number(i)));
     }
     QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("settings.ini"));
 }
 
-static QVector<int> counters(const IniDocument& document)
+namespace {
+
+QVector<int> counters(const IniDocument& document)
 {
     QVector<int> numbers;
-    for (int i = 0; i < kCounters; ++i) {
+    for (int i = 0; i < Counters; ++i) {
         const QString* value = document.find("s", QString("counter%1").arg(i));
         numbers.append(value ? value->toInt() : 0);
     }
     return numbers;
 }
+
+} // namespace
 
 void tst_SettingsProcesses::killedWriterLeavesSoundStore()
 {

@@ -3,10 +3,12 @@
 #include "PluginContainer/PluginIds.h"
 #include "common/CommonUtils.h"
 
-static const QString waitBegins = QStringLiteral("{*} waiting for sdk finished enter");
-static const QString waitEnds = QStringLiteral("{*} waiting for sdk finished exit");
+namespace {
 
-static void resetFlags()
+const QString WaitBegins = QStringLiteral("{*} waiting for sdk finished enter");
+const QString WaitEnds = QStringLiteral("{*} waiting for sdk finished exit");
+
+void resetFlags()
 {
     CommonUtils::ResetShutDownFlag();
     CommonUtils::ResetMiniModeFlag();
@@ -14,6 +16,8 @@ static void resetFlags()
     CommonUtils::SetFrameStyle(1);
     CommonUtils::SetSMSSeperatorConfigValue(true);
 }
+
+} // namespace
 
 void CoreTest::init()
 {
@@ -82,12 +86,12 @@ std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry
 
 bool CoreTest::wakeDeviceWait(std::initializer_list<int> events)
 {
-    const int ended = log().count(waitEnds);
-    if (!log().waitFor(waitBegins, ended + 1))
+    const int ended = log().count(WaitEnds);
+    if (!log().waitFor(WaitBegins, ended + 1))
         return false;
     for (int attempt = 0; attempt < 100; ++attempt) {
         service().fire(events);
-        if (log().waitFor(waitEnds, ended + 1, 20))
+        if (log().waitFor(WaitEnds, ended + 1, 20))
             return true;
     }
     return false;

@@ -5,10 +5,12 @@
 #include <algorithm>
 #include <chrono>
 
-static LogCapture* current = nullptr;
-static std::mutex currentMutex;
+namespace {
 
-static QRegularExpression expression(const QString& pattern)
+LogCapture* current = nullptr;
+std::mutex currentMutex;
+
+QRegularExpression expression(const QString& pattern)
 {
     static const QVector<QPair<QString, QString>> placeholders = {
         {QStringLiteral("{time}"), QStringLiteral(R"(\d\d:\d\d:\d\d:\d\d\d)")},
@@ -25,12 +27,14 @@ static QRegularExpression expression(const QString& pattern)
 }
 
 /// The test whether a line matches.
-static auto matching(const QString& pattern)
+auto matching(const QString& pattern)
 {
     return [wanted = expression(pattern)](const auto& line) {
         return wanted.match(line.text).hasMatch();
     };
 }
+
+} // namespace
 
 LogCapture::LogCapture()
 {

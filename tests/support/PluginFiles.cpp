@@ -4,23 +4,27 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-static QByteArray boolean(bool value)
+namespace {
+
+QByteArray boolean(bool value)
 {
     return value ? "true" : "false";
 }
 
-static QByteArray element(const char* name, const QByteArray& text)
+QByteArray element(const char* name, const QByteArray& text)
 {
     return QByteArray("<") + name + '>' + text + "</" + name + '>';
 }
 
-static QByteArray references(const char* name, const QStringList& clsids)
+QByteArray references(const char* name, const QStringList& clsids)
 {
     QByteArray xml;
     for (const QString& clsid : clsids)
         xml += QByteArray("<") + name + " clsid=\"" + clsid.toUtf8() + "\"/>";
     return xml;
 }
+
+} // namespace
 
 QString PluginEntry::name() const
 {

@@ -90,14 +90,18 @@ void QBasicMutex::unlockInternal() noexcept
 
 // ---- Conditions
 
+namespace {
+
 template <typename Wait>
-static bool waitOn(const void* condition, const void* mutex, Wait wait)
+bool waitOn(const void* condition, const void* mutex, Wait wait)
 {
     release(mutex);
     const bool isWoken = wait();
     acquire(mutex);
     return acquireIf(isWoken, condition);
 }
+
+} // namespace
 
 bool QWaitCondition::wait(QMutex* mutex, QDeadlineTimer deadline)
 {

@@ -36,8 +36,10 @@ void TestApplication::commandLine()
     }
 }
 
+namespace {
+
 /// Copies the installation but for the files whose path begins with `missing`.
-static bool copyInstallation(const QString& target, const QString& missing)
+bool copyInstallation(const QString& target, const QString& missing)
 {
     const QDir source(Application::usualInstallation());
     QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
@@ -52,6 +54,8 @@ static bool copyInstallation(const QString& target, const QString& missing)
     }
     return isCopied;
 }
+
+} // namespace
 
 /// Because something is not in the installation.
 void TestApplication::noMainWindow()
@@ -104,8 +108,10 @@ void TestApplication::splashProgram()
     }
 }
 
+namespace {
+
 /// The first group of every match of a pattern, line by line.
-static QStringList extract(const QStringList& lines, const QString& pattern)
+QStringList extract(const QStringList& lines, const QString& pattern)
 {
     const QRegularExpression expression(pattern);
     QStringList found;
@@ -118,7 +124,7 @@ static QStringList extract(const QStringList& lines, const QString& pattern)
 }
 
 /// Every plugin that was loaded has been initialised and unloaded, the main frame last, and nobody complains.
-static void checkLives(const QStringList& log)
+void checkLives(const QStringList& log)
 {
     QStringList loaded = extract(log, "QObject\\* plugin loaded successfully (\\w+)");
     QStringList initialised = extract(log, "init=-?\\d+, (\\w+) init: elapsed=");
@@ -133,6 +139,8 @@ static void checkLives(const QStringList& log)
          {"NOT UNLOADED", "QObject::", "QThread", "QWidget::", "QTimer", "QSocketNotifier", "threw"})
         QVERIFY2(log.filter(complaint).isEmpty(), complaint);
 }
+
+} // namespace
 
 void TestApplication::pluginsFollowTheModem()
 {
@@ -181,14 +189,18 @@ void TestApplication::pluginsFollowTheModem()
     }
 }
 
+namespace {
+
 /// A modem with a SIM that takes a minute to read.
-static QByteArray slowModem(const QByteArray& model)
+QByteArray slowModem(const QByteArray& model)
 {
     QByteArray file = "[modem Slow]\nstate=attached\nanswer-time=400\nmodel=" + model + '\n';
     for (int i = 0; i < 50; ++i)
         file += QString("[message %1]\nmodem=Slow\ntext=%1\n").arg(i).toUtf8();
     return file;
 }
+
+} // namespace
 
 /// A reader of messages is told to stop, and waited for before its library goes.
 void TestApplication::workersEndFirst()

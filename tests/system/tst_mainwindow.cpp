@@ -57,8 +57,10 @@ private:
     QStringList m_openedUrls;
 };
 
+namespace {
+
 /// All texts of all plugins in a language, without shortcuts.
-static QSet<QString> textsOf(const QString& language)
+QSet<QString> textsOf(const QString& language)
 {
     const QRegularExpression shortcut(R"( \((Ctrl|Strg)\+\w\)$)");
     QSet<QString> texts;
@@ -76,7 +78,7 @@ static QSet<QString> textsOf(const QString& language)
     return texts;
 }
 
-static void addCells(const QAbstractItemModel& model, QSet<QString>& texts)
+void addCells(const QAbstractItemModel& model, QSet<QString>& texts)
 {
     for (int column = 0; column < model.columnCount(); ++column) {
         texts.insert(model.headerData(column, Qt::Horizontal).toString());
@@ -86,7 +88,7 @@ static void addCells(const QAbstractItemModel& model, QSet<QString>& texts)
 }
 
 /// Everything that can be read in the window, on pages that are hidden as well.
-static QSet<QString> shownTexts(QWidget* window)
+QSet<QString> shownTexts(QWidget* window)
 {
     QSet<QString> texts;
     for (const QObject* object : window->findChildren<QObject*>()) {
@@ -97,6 +99,8 @@ static QSet<QString> shownTexts(QWidget* window)
     }
     return texts;
 }
+
+} // namespace
 
 void TestMainWindow::initTestCase()
 {
@@ -166,12 +170,16 @@ void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QStrin
     QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
 }
 
-static QString sheet(const QString& name)
+namespace {
+
+QString sheet(const QString& name)
 {
     QFile file(QCoreApplication::applicationDirPath() + "/skin/" + name);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).remove('\n').remove('\r')
                                           : "missing";
 }
+
+} // namespace
 
 void TestMainWindow::compactWindow()
 {

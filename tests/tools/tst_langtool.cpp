@@ -20,32 +20,34 @@ private slots:
     void refuses();
 };
 
-static const QByteArray CleanText = R"(<item name="IDS_A">one %1</item>)";
+namespace {
 
-static QByteArray language(const QByteArray& items)
+const QByteArray CleanText = R"(<item name="IDS_A">one %1</item>)";
+
+QByteArray language(const QByteArray& items)
 {
     return "<language>\n" + items + "\n</language>\n";
 }
 
-static bool write(const QString& path, const QByteArray& content)
+bool write(const QString& path, const QByteArray& content)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
-static QByteArray read(const QString& path)
+QByteArray read(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
 
-static QByteArray run(const QStringList& arguments, int exitCode)
+QByteArray run(const QStringList& arguments, int exitCode)
 {
     return runTool("skylume-lang", arguments, exitCode);
 }
 
 /// What the tool says of a folder of such files.
-static void check(const Files& files, const QByteArrayList& faults)
+void check(const Files& files, const QByteArrayList& faults)
 {
     const QTemporaryDir folder;
     for (auto file = files.cbegin(); file != files.cend(); ++file)
@@ -55,6 +57,8 @@ static void check(const Files& files, const QByteArrayList& faults)
         QVERIFY2(output.contains(fault), fault + " is not in: " + output);
     QVERIFY2(output.count('\n') == (faults.isEmpty() ? 0 : faults.size() + 1), output);
 }
+
+} // namespace
 
 /// A German file beside a sound English one.
 void tst_LangTool::checkAgainstReference()

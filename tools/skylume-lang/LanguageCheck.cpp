@@ -1,6 +1,6 @@
 #include "LanguageCheck.h"
 
-#include "Change/Shortcut.h"
+#include "Change/Shortcut_p.h"
 #include "LanguageFile.h"
 #include "MenuFile.h"
 

@@ -4,14 +4,16 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
-static MenuTexts startMenu(const QXmlStreamAttributes& attributes)
+namespace {
+
+MenuTexts startMenu(const QXmlStreamAttributes& attributes)
 {
     const QString parent = attributes.value(QLatin1String("parent")).toString();
     const bool isTopLevel = parent == QLatin1String("null");
     return {isTopLevel ? attributes.value(QLatin1String("name")).toString() : parent, {}};
 }
 
-static void readMenuFile(QXmlStreamReader& xml, QVector<MenuTexts>& menus)
+void readMenuFile(QXmlStreamReader& xml, QVector<MenuTexts>& menus)
 {
     if (!xml.readNextStartElement() || xml.name() != QLatin1String("qrvldoc"))
         return;
@@ -26,6 +28,8 @@ static void readMenuFile(QXmlStreamReader& xml, QVector<MenuTexts>& menus)
             menus.last().ids.append(id);
     }
 }
+
+} // namespace
 
 QVector<MenuTexts> readMenus(const QString& folder)
 {

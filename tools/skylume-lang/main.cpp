@@ -113,7 +113,7 @@ struct Command
     int (*run)(const Request&);
 };
 
-constexpr Command kCommands[] = {
+constexpr Command Commands[] = {
     {"check", true, check},
     {"to-ts", false, toLinguist},
     {"from-ts", false, fromLinguist},
@@ -130,7 +130,7 @@ Request readRequest(const QCommandLineParser& parser)
 int runTool(const QCommandLineParser& parser)
 {
     const Request request = readRequest(parser);
-    for (const Command& command : kCommands) {
+    for (const Command& command : Commands) {
         if (request.command != QLatin1String(command.name))
             continue;
         if (request.paths.isEmpty() || (request.paths.size() > 1 && !command.takesSeveral))

@@ -7,26 +7,30 @@
 #include <algorithm>
 #include <iterator>
 
+namespace {
+
 template <typename Test>
-static Modems selected(const Modems& modems, Test test)
+Modems selected(const Modems& modems, Test test)
 {
     Modems found;
     std::copy_if(modems.begin(), modems.end(), std::back_inserter(found), test);
     return found;
 }
 
-static bool isSame(const QString& a, const QString& b)
+bool isSame(const QString& a, const QString& b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-static QString namesOf(const Modems& modems)
+QString namesOf(const Modems& modems)
 {
     QStringList names;
     for (const Modem& modem : modems)
         names.append(QLatin1Char('"') + modem.name + QLatin1Char('"'));
     return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
 }
+
+} // namespace
 
 ModemEditor::ModemEditor(const QByteArray& content, QString& error)
     : m_document(content)

@@ -8,20 +8,24 @@
 #include <algorithm>
 #include <iterator>
 
-static QStringList cellsOf(const Modem& modem)
+namespace {
+
+QStringList cellsOf(const Modem& modem)
 {
     return {modem.name,      modem.model, SimulatorFile::stateText(modem.state),
             modem.imsi,      modem.gid,   modem.status.value(QStringLiteral("network")),
             modem.customize, modem.port,  modem.status.value(QStringLiteral("signal"))};
 }
 
-static int widthOf(const QVector<QStringList>& rows, int column)
+int widthOf(const QVector<QStringList>& rows, int column)
 {
     int width = 0;
     for (const QStringList& row : rows)
         width = std::max(width, row[column].size());
     return width;
 }
+
+} // namespace
 
 QString modemTable(const Modems& modems)
 {

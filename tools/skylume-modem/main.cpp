@@ -18,7 +18,7 @@ using FileAccess::Content;
 
 namespace {
 
-constexpr auto kLockPatience = 5s;
+constexpr auto LockPatience = 5s;
 
 /// An option that is a key of the simulator's file too.
 struct ValueOption
@@ -28,7 +28,7 @@ struct ValueOption
     const char* value;
 };
 
-constexpr ValueOption kModemOptions[] = {
+constexpr ValueOption ModemOptions[] = {
     {"imsi", "IMSI of the SIM.", "digits"},
     {"gid", "Group identifier of the SIM.", "text"},
     {"customize", "Name of the operator customisation.", "name"},
@@ -41,7 +41,7 @@ constexpr ValueOption kModemOptions[] = {
     {"sent", "Bytes sent before.", "number"},
     {"answer-time", "How long each value of a message takes to read.", "milliseconds"},
 };
-constexpr ValueOption kMessageOptions[] = {
+constexpr ValueOption MessageOptions[] = {
     {"sender", "Who sends the message.", "number"},
     {"text", "What the message says.", "text"},
 };
@@ -65,7 +65,7 @@ struct PartWords
     const char* surplus;
 };
 
-constexpr PartWords kPartWords[] = {
+constexpr PartWords MessagePartWords[] = {
     {ModemPart, "a modem", "modem"},
     {NamePart, "a name", "name"},
     {ValuesPart, "values", "values"},
@@ -108,7 +108,7 @@ struct Command
                  QString& error); ///< null: the file is only read
 };
 
-constexpr Command kCommands[] = {
+constexpr Command Commands[] = {
     {"attach", ModemPart | NamePart | ValuesPart, ModemPart, attach},
     {"detach", ModemPart, 0, setState<Modem::Detached>},
     {"reject", ModemPart, 0, setState<Modem::Rejected>},
@@ -120,9 +120,9 @@ constexpr Command kCommands[] = {
 const Command* commandOf(const Request& request)
 {
     const auto* const found =
-        std::find_if(std::begin(kCommands), std::end(kCommands),
+        std::find_if(std::begin(Commands), std::end(Commands),
                      [&](const Command& command) { return request.command == QLatin1String(command.name); });
-    return found == std::end(kCommands) ? nullptr : found;
+    return found == std::end(Commands) ? nullptr : found;
 }
 
 void defineArguments(QCommandLineParser& parser)
@@ -142,9 +142,9 @@ void defineArguments(QCommandLineParser& parser)
     };
     add("file", "The simulator's file, instead of the user's.", "path");
     add("name", "With attach: name of the modem, for several of one model.", "name");
-    for (const ValueOption& option : kModemOptions)
+    for (const ValueOption& option : ModemOptions)
         add(option.name, "With attach and set: " + QByteArray(option.help), option.value);
-    for (const ValueOption& option : kMessageOptions)
+    for (const ValueOption& option : MessageOptions)
         add(option.name, "With message: " + QByteArray(option.help), option.value);
     parser.addPositionalArgument(QStringLiteral("command"),
                                  QStringLiteral("attach, detach, reject, set, message or list"));
@@ -163,7 +163,7 @@ QString usageError(const Request& request, int argumentCount)
     if (argumentCount > 2)
         return QStringLiteral("\"%1\" has too many arguments").arg(request.command);
     const unsigned given = partsOf(request);
-    for (const PartWords& words : kPartWords) {
+    for (const PartWords& words : MessagePartWords) {
         if ((command->needs & ~given & words.part) != 0)
             return QStringLiteral("\"%1\" needs %2").arg(request.command, QLatin1String(words.missing));
         if ((given & ~command->takes & words.part) != 0)
@@ -188,7 +188,7 @@ Request readRequest(const QCommandLineParser& parser)
 {
     const QStringList arguments = parser.positionalArguments();
     return {arguments.value(0), arguments.value(1), parser.value(QStringLiteral("name")),
-            givenValues(parser, kModemOptions), givenValues(parser, kMessageOptions)};
+            givenValues(parser, ModemOptions), givenValues(parser, MessageOptions)};
 }
 
 void print(const QString& text)
@@ -235,7 +235,7 @@ bool runLocked(const Command& command, const Request& request, const QStringList
     if (!command.edit)
         return run(command, request, files, error);
     FileAccess::ProcessLock lock(files.first());
-    if (lock.lock(kLockPatience))
+    if (lock.lock(LockPatience))
         return run(command, request, files, error);
     error = lock.errorString();
     return false;

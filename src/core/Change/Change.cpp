@@ -1,12 +1,13 @@
 // The texts of every plugin and the language that they are in.
 #include "Change/Change.h"
 
-#include "Change/CurrentLanguage.h"
-#include "Change/Shortcut.h"
-#include "Change/TextTable.h"
+#include "Change/CurrentLanguage_p.h"
+#include "Change/Shortcut_p.h"
+#include "Change/TextTable_p.h"
 #include "common/CommonUtils.h"
-#include "common/DeviceSettings.h"
 #include "common/Log.h"
+#include "common/settings/DeviceSettings_p.h"
+#include "common/settings/Setting_p.h"
 
 #include <qrvl.h>
 
@@ -21,14 +22,7 @@ QHash<QString, QHash<QString, QString>> Change::m_languageHash;
 namespace {
 
 /// Start-up texts are logged with this in place of the time: tools that compare two runs rely on it.
-constexpr const char* fixedTime = "10:24:16";
-
-/// The setting that keeps the active language.
-struct ActiveLanguage
-{
-    QString section = QStringLiteral("language");
-    QString key = QStringLiteral("active");
-};
+constexpr const char* FixedTime = "10:24:16";
 
 /// Through its base, the mutex takes and gives the lock inline, which is a fifth of a look-up.
 using TextLocker = std::lock_guard<QBasicMutex>;
@@ -74,13 +68,13 @@ bool Change::tr(QString const& id, QString const& plugin, QString& text, QKeySeq
 
 QString Change::Stratup_tr(QString const& id, QString const& plugin)
 {
-    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Enter", FixedTime, LOG_FILE, LOG_FUNCTION);
     QString text;
     {
         const TextLocker locker(g_mutex);
         text = findText(id, plugin, &StartupLoadLangFile);
     }
-    LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Exit", FixedTime, LOG_FILE, LOG_FUNCTION);
     return text;
 }
 
@@ -91,10 +85,10 @@ int Change::FindControlKeyInLangString(QString const& text)
 
 void Change::StartupLoadLangFile(QString const& plugin)
 {
-    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Enter", FixedTime, LOG_FILE, LOG_FUNCTION);
     GetSettingDefaultLang();
     LoadLangFile(plugin);
-    LOG_DEBUG("%s : %s : %s : Exit", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Exit", FixedTime, LOG_FILE, LOG_FUNCTION);
 }
 
 void Change::SetLangName(QString const& name)
@@ -104,8 +98,7 @@ void Change::SetLangName(QString const& name)
     const QStringList plugins = m_languageHash.keys();
     for (const QString& plugin : plugins)
         LoadLangFile(plugin);
-    const ActiveLanguage setting;
-    CommonUtils::SetSettings(setting.section, setting.key, QLatin1Char('_') + name); // "_en-us"
+    Settings::ActiveLanguage.store(QLatin1Char('_') + name);
     CurrentLanguage::readShortcutSwitch();
 }
 
@@ -117,9 +110,9 @@ QString Change::GetLangName()
 QString Change::GetSettingDefaultLang()
 {
     CurrentLanguage::readShortcutSwitch();
-    const ActiveLanguage setting;
     QString stored;
-    DeviceSettings::read(QRVL_GetSettings, setting.section, setting.key, stored);
+    DeviceSettings::read(QRVL_GetSettings, Settings::ActiveLanguage.section, Settings::ActiveLanguage.key,
+                         stored);
     const QString name = stored.mid(1); // without the leading underscore
     CurrentLanguage::setName(name);
     return name;

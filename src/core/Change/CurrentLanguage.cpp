@@ -1,6 +1,6 @@
-#include "Change/CurrentLanguage.h"
+#include "Change/CurrentLanguage_p.h"
 
-#include "common/CommonUtils.h"
+#include "common/settings/Setting_p.h"
 
 #include <QMutex>
 #include <QMutexLocker>
@@ -43,8 +43,7 @@ bool CurrentLanguage::hasShortcuts()
 
 void CurrentLanguage::readShortcutSwitch()
 {
-    const QString value =
-        CommonUtils::GetSettings(QStringLiteral("system"), QStringLiteral("EnableShortCut"));
+    const QString value = Settings::EnableShortCut.value();
     const QMutexLocker locker(&stateMutex);
     state().shortcutSwitch = value;
 }

@@ -1,11 +1,11 @@
 // Reads a plugin's texts for the current language.
 #include "Change/Change.h"
 
-#include "Change/CurrentLanguage.h"
-#include "Change/TextTable.h"
+#include "Change/CurrentLanguage_p.h"
+#include "Change/TextTable_p.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
@@ -14,9 +14,9 @@
 
 namespace {
 
-constexpr XmlFile::Texts logTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
+constexpr XmlFile::Texts LogTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
 
-constexpr qint64 usualItemSize = 80; ///< bytes of a file per text
+constexpr qint64 UsualItemSize = 80; ///< bytes of a file per text
 
 QString languageFile(const QString& plugin)
 {
@@ -57,7 +57,7 @@ bool Change::LoadLangFile(QString const& plugin)
     const QString path = languageFile(plugin);
     LOG_DEBUG("%s: %s: loading %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(path));
     QFile file(path);
-    return XmlFile::open(file, logTexts, QIODevice::ReadOnly | QIODevice::Text) && readXmlFile(&file, plugin);
+    return XmlFile::open(file, LogTexts, QIODevice::ReadOnly | QIODevice::Text) && readXmlFile(&file, plugin);
 }
 
 bool Change::readXmlFile(QIODevice* device, QString plugin)
@@ -66,13 +66,13 @@ bool Change::readXmlFile(QIODevice* device, QString plugin)
         return false;
     const bool keepsShortcuts = CurrentLanguage::hasShortcuts();
     QHash<QString, QString>& texts = TextTable::texts(plugin);
-    texts.reserve(std::max(texts.size(), XmlFile::foreseenEntries(device->size(), usualItemSize)));
+    texts.reserve(std::max(texts.size(), XmlFile::foreseenEntries(device->size(), UsualItemSize)));
     QXmlStreamReader reader(device);
     XmlFile::readElements(reader, [&](QXmlStreamReader& element) {
         if (element.name() == QLatin1String("item"))
             readItem(element, keepsShortcuts, texts);
     });
     const auto* const file = qobject_cast<const QFile*>(device);
-    XmlFile::logFault(reader, file ? file->fileName() : plugin, logTexts);
+    XmlFile::logFault(reader, file ? file->fileName() : plugin, LogTexts);
     return true;
 }

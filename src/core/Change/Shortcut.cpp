@@ -1,4 +1,4 @@
-#include "Change/Shortcut.h"
+#include "Change/Shortcut_p.h"
 
 #include <QStringList>
 #include <Qt>
@@ -10,12 +10,12 @@ namespace {
 
 using Markers = std::array<QLatin1String, 8>;
 
-constexpr Markers markers{QLatin1String("(Ctrl+"), QLatin1String("Ctrl+"), QLatin1String("(Del"),
-                          QLatin1String("(Alt"),   QLatin1String("Alt"),   QLatin1String("(Shift"),
-                          QLatin1String("Shift"),  QLatin1String("(F2")};
+constexpr Markers DefaultMarkers{QLatin1String("(Ctrl+"), QLatin1String("Ctrl+"), QLatin1String("(Del"),
+                                 QLatin1String("(Alt"),   QLatin1String("Alt"),   QLatin1String("(Shift"),
+                                 QLatin1String("Shift"),  QLatin1String("(F2")};
 
 /// German texts know no shortcuts with Alt and Shift: what stands here never occurs.
-constexpr Markers germanMarkers{QLatin1String("(Strg+"),
+constexpr Markers GermanMarkers{QLatin1String("(Strg+"),
                                 QLatin1String("Strg+"),
                                 QLatin1String("(Entf"),
                                 QLatin1String("(Alt(Replace this in German)"),
@@ -25,7 +25,7 @@ constexpr Markers germanMarkers{QLatin1String("(Strg+"),
                                 QLatin1String("(F2")};
 
 /// Keys that are written without brackets at the end of a text.
-constexpr std::array<QLatin1String, 2> bareKeys{QLatin1String("Del"), QLatin1String("F2")};
+constexpr std::array<QLatin1String, 2> BareKeys{QLatin1String("Del"), QLatin1String("F2")};
 
 struct NamedKey
 {
@@ -33,7 +33,7 @@ struct NamedKey
     int code;
 };
 
-constexpr std::array<NamedKey, 6> namedKeys{{{QLatin1String("ctrl"), Qt::CTRL},
+constexpr std::array<NamedKey, 6> NamedKeys{{{QLatin1String("ctrl"), Qt::CTRL},
                                              {QLatin1String("del"), Qt::Key_Delete},
                                              {QLatin1String("f2"), Qt::Key_F2},
                                              {QLatin1String("alt"), Qt::ALT},
@@ -43,9 +43,9 @@ constexpr std::array<NamedKey, 6> namedKeys{{{QLatin1String("ctrl"), Qt::CTRL},
 /// @return 0 for an unknown key
 int keyCode(const QString& name)
 {
-    const auto* const named = std::find_if(namedKeys.begin(), namedKeys.end(),
+    const auto* const named = std::find_if(NamedKeys.begin(), NamedKeys.end(),
                                            [&name](const NamedKey& key) { return name == key.name; });
-    if (named != namedKeys.end())
+    if (named != NamedKeys.end())
         return named->code;
     const bool isLetter = name.size() == 1 && name[0] >= QLatin1Char('a') && name[0] <= QLatin1Char('z');
     return isLetter ? Qt::Key_A + (name[0].unicode() - 'a') : 0;
@@ -64,12 +64,12 @@ QString withoutBrackets(QString text)
 
 int Shortcut::find(const QString& text, const QString& language)
 {
-    for (const QLatin1String key : bareKeys)
+    for (const QLatin1String key : BareKeys)
         if (text.endsWith(key))
             return text.size() - key.size();
 
     int position = -1;
-    for (const QLatin1String marker : language == QLatin1String("de-de") ? germanMarkers : markers) {
+    for (const QLatin1String marker : language == QLatin1String("de-de") ? GermanMarkers : DefaultMarkers) {
         position = text.lastIndexOf(marker);
         if (position > 0)
             break;

@@ -4,6 +4,7 @@
 #include "Change/WinClassic.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/settings/Setting_p.h"
 
 #include <QApplication>
 #include <QFile>
@@ -31,7 +32,7 @@ QString joinedLines(QFile& file)
 /// The right-to-left variant lies in the skin's own folder, the other one beside it.
 QString miniSkinFile()
 {
-    const QString name = CommonUtils::GetSettings(QStringLiteral("MiniSkin"), QStringLiteral("Name"));
+    const QString name = Settings::MiniSkinName.value();
     const QString base = CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/") + name;
     if (QGuiApplication::layoutDirection() == Qt::RightToLeft)
         return base + QLatin1Char('/') + name + QLatin1String("_Arabic.qss");

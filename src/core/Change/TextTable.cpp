@@ -1,4 +1,4 @@
-#include "Change/TextTable.h"
+#include "Change/TextTable_p.h"
 
 TextTable::LastPlugin TextTable::lastPlugin;
 

@@ -22,13 +22,13 @@ struct BarImages
     const char* high;
 };
 
-constexpr BarImages verticalBar{"scroll_vertical_back", "scroll_vertical_slider", "scroll_up", "scroll_down"};
-constexpr BarImages horizontalBar{"scroll_horizontal_back", "scroll_horizontal_slider", "scroll_left",
+constexpr BarImages VerticalBar{"scroll_vertical_back", "scroll_vertical_slider", "scroll_up", "scroll_down"};
+constexpr BarImages HorizontalBar{"scroll_horizontal_back", "scroll_horizontal_slider", "scroll_left",
                                   "scroll_right"};
 
 constexpr const BarImages& barImages(Qt::Orientation orientation)
 {
-    return orientation == Qt::Vertical ? verticalBar : horizontalBar;
+    return orientation == Qt::Vertical ? VerticalBar : HorizontalBar;
 }
 
 /// The ends, squares but for two pixels' breadth, keep their shape; what lies between them is stretched.

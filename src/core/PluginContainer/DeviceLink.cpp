@@ -20,7 +20,7 @@ QMutex PluginContainer::m_LockStrDevName;
 
 namespace {
 
-constexpr unsigned long sdkWaitMs = 10000;
+constexpr unsigned long SdkWaitMs = 10000;
 
 // Never held together with m_LockStrDevName.
 QMutex sdkWaitMutex;
@@ -164,7 +164,7 @@ void PluginContainer::waitForDeviceEvent()
     const QMutexLocker locker(&sdkWaitMutex);
     LOG_DEBUG("%s: %s: %s waiting for sdk finished enter", LOG_TIME, LOG_FILE, function);
     if (!d->isClosing)
-        sdkWaitCondition.wait(&sdkWaitMutex, sdkWaitMs);
+        sdkWaitCondition.wait(&sdkWaitMutex, SdkWaitMs);
     LOG_DEBUG("%s: %s: %s waiting for sdk finished exit", LOG_TIME, LOG_FILE, function);
 }
 

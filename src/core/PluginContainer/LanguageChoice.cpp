@@ -1,4 +1,4 @@
-#include "PluginContainer/LanguageChoice.h"
+#include "PluginContainer/LanguageChoice_p.h"
 
 #include "common/Log.h"
 
@@ -6,14 +6,14 @@
 
 namespace {
 
-constexpr int countrySize = 2;
-constexpr int countryInLocale = 3;    ///< position in "zh_cn"
-constexpr int countryInShortName = 4; ///< position in "_zh-cn"
+constexpr int CountrySize = 2;
+constexpr int CountryInLocale = 3;    ///< position in "zh_cn"
+constexpr int CountryInShortName = 4; ///< position in "_zh-cn"
 
 /// Empty when the text is too short.
 QString countryAt(int position, const QString& text)
 {
-    return text.size() >= position + countrySize ? text.mid(position, countrySize) : QString();
+    return text.size() >= position + CountrySize ? text.mid(position, CountrySize) : QString();
 }
 
 } // namespace
@@ -43,10 +43,10 @@ LanguageChoice::Candidates LanguageChoice::candidates(const QList<LanguageInfoEx
 
 QString LanguageChoice::ofCountry(const Candidates& candidates, const QString& locale)
 {
-    const QString country = countryAt(countryInLocale, locale);
+    const QString country = countryAt(CountryInLocale, locale);
     const auto match =
         std::find_if(candidates.begin(), candidates.end(), [&country](const QString& shortName) {
-            return countryAt(countryInShortName, shortName) == country;
+            return countryAt(CountryInShortName, shortName) == country;
         });
     return match == candidates.end() ? *candidates.begin() : *match;
 }

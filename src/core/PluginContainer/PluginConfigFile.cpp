@@ -4,46 +4,46 @@
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include <QFileInfo>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr XmlFile::Texts texts{"File %s does not exist", "Failed to open file %s", "Error:", ", column ",
-                               "Parsing %s done... "};
+constexpr XmlFile::Texts LogTexts{"File %s does not exist", "Failed to open file %s", "Error:", ", column ",
+                                  "Parsing %s done... "};
 
-constexpr qint64 usualRuleSize = 70; ///< bytes of the file per rule
+constexpr qint64 UsualRuleSize = 70; ///< bytes of the file per rule
 
-constexpr QStringView pluginElement = u"plugin";
-constexpr QStringView addElement = u"add";
-constexpr QStringView removeElement = u"remove";
-constexpr QLatin1String clsidAttribute("clsid");
-constexpr QLatin1String nameAttribute("name");
+constexpr QStringView PluginElement = u"plugin";
+constexpr QStringView AddElement = u"add";
+constexpr QStringView RemoveElement = u"remove";
+constexpr QLatin1String ClsidAttribute("clsid");
+constexpr QLatin1String NameAttribute("name");
 
 /// Hands the clsid of each "add" and "remove" inside the first "plugin" element to onRule(clsid, isAdd).
 template <typename OnRule>
 void readRules(QXmlStreamReader& reader, OnRule onRule)
 {
     const QString parent = reader.name().toString();
-    if (!XmlFile::moveTo(reader, pluginElement, parent))
+    if (!XmlFile::moveTo(reader, PluginElement, parent))
         return;
     const auto onElement = [&onRule](QXmlStreamReader& element) {
         const QStringView name = element.name();
-        const bool isAdd = name == addElement;
-        if (!isAdd && name != removeElement)
+        const bool isAdd = name == AddElement;
+        if (!isAdd && name != RemoveElement)
             return;
         const QXmlStreamAttributes attributes = element.attributes();
-        onRule(attributes.value(clsidAttribute), isAdd);
+        onRule(attributes.value(ClsidAttribute), isAdd);
     };
-    XmlFile::readElements(reader, onElement, pluginElement);
+    XmlFile::readElements(reader, onElement, PluginElement);
 }
 
 /// Most rules are those of modems, about as many that add as that remove: both tables grow once.
 void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QString, QString>& disableTable)
 {
-    const int foreseen = XmlFile::foreseenEntries(fileSize, usualRuleSize) / 2;
+    const int foreseen = XmlFile::foreseenEntries(fileSize, UsualRuleSize) / 2;
     enableTable.reserve(foreseen);
     disableTable.reserve(foreseen);
 }
@@ -63,13 +63,13 @@ void insertPair(QHash<QString, QString>& table, const QString& key, const QStrin
 void PluginContainer::populatePluginsConfig(QString path)
 {
     makeRoom(QFileInfo(path).size(), *m_pEnableTable, *m_pDisableTable);
-    XmlFile::read(path, texts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
+    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
 }
 
 void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
 {
     const auto name = [&reader] {
-        return reader.attributes().value(nameAttribute).toString();
+        return reader.attributes().value(NameAttribute).toString();
     };
     if (reader.name() == QLatin1String("common"))
         readCommonElement(reader);
@@ -89,7 +89,7 @@ void PluginContainer::readCommonElement(QXmlStreamReader& reader)
         if (element.name() != QLatin1String("item"))
             return;
         const QXmlStreamAttributes attributes = element.attributes();
-        enableByDefault(attributes.value(clsidAttribute));
+        enableByDefault(attributes.value(ClsidAttribute));
     };
     XmlFile::readElements(reader, onElement, u"common");
 }

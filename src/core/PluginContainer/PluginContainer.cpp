@@ -7,6 +7,7 @@
 #include "PluginContainer/PluginInfo.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
+#include "common/settings/Setting_p.h"
 
 #include <QMutexLocker>
 
@@ -38,7 +39,7 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfi
         return;
     }
 
-    m_strCustomizeName = CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
+    m_strCustomizeName = Settings::Operator.value();
     LOG_DEBUG("getDeviceName: m_strCustomizeName =>%s<=", qUtf8Printable(m_strCustomizeName));
     populatePluginInfo(strPluginsFile);
     populatePluginsConfig(strPluginsConfig);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PluginContainer/PluginDecisions.h"
-#include "PluginContainer/PluginFolder.h"
+#include "PluginContainer/PluginDecisions_p.h"
+#include "PluginContainer/PluginFolder_p.h"
 
 #include <atomic>
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr QLatin1String commonKey("common");
+constexpr QLatin1String CommonKey("common");
 
 bool isImsiKey(const QString& key)
 {
@@ -149,8 +149,8 @@ bool PluginContainer::keyRulesChangeSomething(const QString& key) const
 bool PluginContainer::commonRulesChangeSomething(const QString& key) const
 {
     constexpr const char* function = "IsCustomizationForDevice";
-    for (auto pair = m_pEnableTable->constFind(commonKey);
-         pair != m_pEnableTable->constEnd() && pair.key() == commonKey; ++pair) {
+    for (auto pair = m_pEnableTable->constFind(CommonKey);
+         pair != m_pEnableTable->constEnd() && pair.key() == CommonKey; ++pair) {
         const PluginInfo* const info = m_pHashPlugins->value(pair.value());
         if (info && !info->m_bEnabled && !lists(*m_pDisableTable, key, pair.value())) {
             LOG_DEBUG("%s: %s: need to enable %s", LOG_FILE, function, qUtf8Printable(pair.value()));
@@ -159,7 +159,7 @@ bool PluginContainer::commonRulesChangeSomething(const QString& key) const
     }
     for (const PluginInfo* info : qAsConst(*m_pListPlugins)) {
         if (info->m_bEnabled && !lists(*m_pEnableTable, key, info->m_strClsid) &&
-            !lists(*m_pEnableTable, commonKey, info->m_strClsid)) {
+            !lists(*m_pEnableTable, CommonKey, info->m_strClsid)) {
             LOG_DEBUG("%s: %s: need to disable %s", LOG_FILE, function, qUtf8Printable(info->m_strClsid));
             return true;
         }

@@ -1,4 +1,4 @@
-#include "PluginContainer/PluginDecisions.h"
+#include "PluginContainer/PluginDecisions_p.h"
 
 void PluginDecisions::noteCommon(const QString& clsid, const QString& operatorName)
 {

@@ -1,6 +1,6 @@
-#include "PluginContainer/PluginFolder.h"
+#include "PluginContainer/PluginFolder_p.h"
 
-#include "platform/Path.h"
+#include "platform/Path_p.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -12,7 +12,7 @@ namespace {
 
 /// Time stamps are coarse (up to 2 s on some file systems): a folder changed less than this before it was
 /// listed may change again without its stamp showing it.
-constexpr std::chrono::seconds stampGranularity(2);
+constexpr std::chrono::seconds StampGranularity(2);
 
 bool holdsWildcard(const QString& text)
 {
@@ -50,7 +50,7 @@ void PluginFolder::refresh()
     if (!error && m_isCurrent && stamp == m_stamp)
         return;
     m_stamp = stamp;
-    m_isCurrent = !error && FileTime::clock::now() - stamp > stampGranularity;
+    m_isCurrent = !error && FileTime::clock::now() - stamp > StampGranularity;
     list();
 }
 

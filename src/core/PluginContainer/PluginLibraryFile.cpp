@@ -3,15 +3,15 @@
 
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include <QMutexLocker>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr XmlFile::Texts texts{"File %s does not exist", "Failed to open file %s", "Error: ", ",column ",
-                               "Parsing %s done... "};
+constexpr XmlFile::Texts LogTexts{"File %s does not exist", "Failed to open file %s", "Error: ", ",column ",
+                                  "Parsing %s done... "};
 
 /// The elements of a record as they are read.
 struct PluginElement
@@ -31,7 +31,7 @@ struct ElementField
     QString PluginElement::*field;
 };
 
-constexpr ElementField fields[] = {
+constexpr ElementField ElementFields[] = {
     {QLatin1String("name"), &PluginElement::name},
     {QLatin1String("clsid"), &PluginElement::clsid},
     {QLatin1String("url"), &PluginElement::url},
@@ -41,7 +41,7 @@ constexpr ElementField fields[] = {
     {QLatin1String("setting_title"), &PluginElement::settingTitle},
 };
 
-constexpr QLatin1String lastElement("static");
+constexpr QLatin1String LastElement("static");
 
 bool isTrue(const QString& text)
 {
@@ -69,11 +69,11 @@ QString libraryBaseName(QString url)
 bool readField(QXmlStreamReader& reader, PluginElement& element)
 {
     const QStringView name = reader.name();
-    for (const ElementField& field : fields) {
+    for (const ElementField& field : ElementFields) {
         if (name != field.element)
             continue;
         element.*field.field = reader.readElementText(QXmlStreamReader::SkipChildElements);
-        return field.element == lastElement;
+        return field.element == LastElement;
     }
     return false;
 }
@@ -83,7 +83,7 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
 void PluginContainer::populatePluginInfo(QString path)
 {
     const QMutexLocker locker(&m_mutex);
-    XmlFile::read(path, texts, [this](QXmlStreamReader& reader) { readPluginLibraryElement(reader); });
+    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginLibraryElement(reader); });
 }
 
 void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)

@@ -1,13 +1,14 @@
 // The first-run mark, and the language that the application starts in.
 #include "PluginContainer/PluginContainer.h"
 
-#include "PluginContainer/LanguageChoice.h"
+#include "PluginContainer/LanguageChoice_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "common/CommonUtils.h"
-#include "common/DeviceSettings.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
-#include "platform/LanguageId.h"
+#include "common/files/XmlFile_p.h"
+#include "common/settings/DeviceSettings_p.h"
+#include "common/settings/Setting_p.h"
+#include "platform/LanguageId_p.h"
 
 #include <qrvl.h>
 
@@ -17,13 +18,6 @@
 #include <QXmlStreamReader>
 
 namespace {
-
-/// The customisation's wish, and what was last made of it.
-struct AdapterType
-{
-    QString section = QStringLiteral("customize");
-    QString key = QStringLiteral("adaptertype");
-};
 
 /// Reads the item that the reader stands on.
 LanguageInfoEx readLanguage(QXmlStreamReader& item)
@@ -36,20 +30,14 @@ LanguageInfoEx readLanguage(QXmlStreamReader& item)
     return {text("id"), text("lang"), shortName, text("maccode"), text("linuxcode")};
 }
 
-struct FirstRunMark
-{
-    QString section = QStringLiteral("Startup");
-    QString key = QStringLiteral("init");
-    QString set = QStringLiteral("true");
-};
+constexpr QLatin1String HasRun("true");
 
 } // namespace
 
 bool PluginContainer::isFirstTimeStart()
 {
     LOG_DEBUG("%s: %s: %s: enter", LOG_TIME, LOG_FILE, LOG_FUNCTION);
-    const FirstRunMark mark;
-    if (CommonUtils::GetSettings(mark.section, mark.key) != mark.set) {
+    if (Settings::FirstRunMark.value() != HasRun) {
         LOG_DEBUG("%s: %s: %s: first time startup", LOG_TIME, LOG_FILE, LOG_FUNCTION);
         return true;
     }
@@ -59,8 +47,7 @@ bool PluginContainer::isFirstTimeStart()
 
 void PluginContainer::setRunningMark()
 {
-    const FirstRunMark mark;
-    CommonUtils::SetSettings(mark.section, mark.key, mark.set);
+    Settings::FirstRunMark.store(HasRun);
 }
 
 void PluginContainer::setStartupLanguage()
@@ -69,21 +56,19 @@ void PluginContainer::setStartupLanguage()
     const QString adapter = GetAdapterLang();
     if (adapter.isEmpty())
         return;
-    const AdapterType setting;
-    if (CommonUtils::GetSettings(setting.section, setting.key) == adapter)
+    if (Settings::AdapterType.value() == adapter)
         return; // nothing new since the last start: a language that the user chose meanwhile stays
     if (isFirstTimeStart())
         setRunningMark();
     else
-        CommonUtils::SetSettings(QStringLiteral("language"), QStringLiteral("active"), adapter);
-    CommonUtils::SetSettings(setting.section, setting.key, adapter);
+        Settings::ActiveLanguage.store(adapter);
+    Settings::AdapterType.store(adapter);
 }
 
 QString PluginContainer::GetAdapterLang()
 {
-    const AdapterType setting;
     QString wish;
-    DeviceSettings::read(QRVL_GetIniSettings, setting.section, setting.key, wish);
+    DeviceSettings::read(QRVL_GetIniSettings, Settings::AdapterType.section, Settings::AdapterType.key, wish);
     const QStringList parts = wish.split(QLatin1Char('|'));
     const bool followsSystem = parts.contains(QStringLiteral("system"));
     if (!followsSystem && !parts.contains(QStringLiteral("area")))

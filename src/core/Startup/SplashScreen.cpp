@@ -3,8 +3,9 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
-#include "platform/Program.h"
+#include "common/files/XmlFile_p.h"
+#include "common/settings/Setting_p.h"
+#include "platform/Program_p.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -17,8 +18,8 @@ QTime Startup::m_pSplashStartAt;
 
 namespace {
 
-constexpr QStringView splashElement = u"splash";
-constexpr QStringView functionElement = u"function";
+constexpr QStringView SplashElement = u"splash";
+constexpr QStringView FunctionElement = u"function";
 
 bool readSwitch(QXmlStreamReader& reader)
 {
@@ -33,11 +34,10 @@ bool Startup::haveSplashScreen()
     QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/XFramePlugin/Config.xml"));
     if (file.open(QIODevice::ReadOnly)) {
         QXmlStreamReader reader(&file);
-        if (XmlFile::moveTo(reader, functionElement) &&
-            XmlFile::moveTo(reader, splashElement, functionElement))
+        if (XmlFile::moveTo(reader, FunctionElement) &&
+            XmlFile::moveTo(reader, SplashElement, FunctionElement))
             have = readSwitch(reader);
-        const QString operatorName =
-            CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
+        const QString operatorName = Settings::Operator.value();
         if (operatorName != QLatin1String("common"))
             operatorHaveSplashScreen(reader, operatorName, have);
         XmlFile::logFault(reader, file.fileName(), XmlFile::Texts());
@@ -55,7 +55,7 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader& reader, QString operato
         if (attributes.value(QLatin1String("name")) != operatorName)
             continue;
         const bool isForDevice = !attributes.value(QLatin1String("device")).isEmpty();
-        if (XmlFile::moveTo(reader, splashElement))
+        if (XmlFile::moveTo(reader, SplashElement))
             have = readSwitch(reader);
         if (isForDevice) // which device it will be is not known yet at the start
             have = false;

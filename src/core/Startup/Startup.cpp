@@ -15,7 +15,7 @@ namespace {
 
 /// Start-up texts and the end are logged with this in place of the time: tools that compare two runs rely on
 /// it.
-constexpr const char* fixedTime = "10:23:53";
+constexpr const char* FixedTime = "10:23:53";
 
 } // namespace
 
@@ -40,7 +40,7 @@ Startup::Startup(bool noSplash)
 
 Startup::~Startup()
 {
-    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Enter", FixedTime, LOG_FILE, LOG_FUNCTION);
     LOG_DEBUG("%s: %s: entered", LOG_FILE, LOG_FUNCTION);
     delete m_pPluginContainer; // plugins still reach it while it shuts them down
     m_pPluginContainer = nullptr;
@@ -63,7 +63,7 @@ IMainFrameUIService* Startup::GetMainFrameService()
 
 QString Startup::tr(QString key)
 {
-    LOG_DEBUG("%s : %s : %s : Enter", fixedTime, LOG_FILE, LOG_FUNCTION);
+    LOG_DEBUG("%s : %s : %s : Enter", FixedTime, LOG_FILE, LOG_FUNCTION);
     return Change::Stratup_tr(key, QStringLiteral("XFramePlugin"));
 }
 

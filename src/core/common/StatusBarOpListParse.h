@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/PrefixTable.h"
-#include "common/TextTable.h"
 #include "common/_ST_MCCMNC_ITEM.h"
+#include "common/operators/CodeTable_p.h"
+#include "common/operators/PrefixTable_p.h"
 #include "skylume_global.h"
 
 #include <QString>
@@ -77,9 +77,9 @@ private:
     /// The listed names of a network, untranslated.
     _ST_MCCMNC_ITEM findOperator(const QString& mcc, const QString& mnc) const;
 
-    std::unique_ptr<TextTable<_ST_MCCMNC_ITEM>> m_pHashMccMnc; ///< by MCC and MNC in one text
-    std::unique_ptr<TextTable<_ST_MCCMNC_ITEM>> m_pHashMccOnly;
+    std::unique_ptr<CodeTable<_ST_MCCMNC_ITEM>> m_pHashMccMnc; ///< by MCC and MNC in one text
+    std::unique_ptr<CodeTable<_ST_MCCMNC_ITEM>> m_pHashMccOnly;
     QString m_strFileName;
     PrefixTable m_hashCPLMN;
-    TextTable<QString> m_hashCMCCMNC;
+    CodeTable<QString> m_hashCMCCMNC;
 };

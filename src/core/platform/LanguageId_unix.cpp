@@ -1,6 +1,6 @@
-#include "platform/LanguageId.h"
+#include "platform/LanguageId_p.h"
 
-#include "platform/LocaleLanguage_unix.h"
+#include "platform/LocaleLanguage_unix_p.h"
 
 #include <QFile>
 
@@ -8,7 +8,9 @@
 
 using LocaleOperation = decltype(&uloc_getLanguage);
 
-static QByteArray ofLocale(LocaleOperation operation, const QByteArray& locale)
+namespace {
+
+QByteArray ofLocale(LocaleOperation operation, const QByteArray& locale)
 {
     char text[ULOC_FULLNAME_CAPACITY];
     UErrorCode error = U_ZERO_ERROR;
@@ -17,7 +19,7 @@ static QByteArray ofLocale(LocaleOperation operation, const QByteArray& locale)
 }
 
 // The C library names a script by a modifier, ICU by its code.
-static QByteArray scriptOfModifier(const QByteArray& modifier)
+QByteArray scriptOfModifier(const QByteArray& modifier)
 {
     if (modifier == "latin")
         return "Latn";
@@ -26,14 +28,14 @@ static QByteArray scriptOfModifier(const QByteArray& modifier)
 
 // A language without a country: primary language alone, or with one of the two highest sublanguages, which
 // stand for a script. Windows never sets one as the computer's language.
-static bool isNeutral(quint32 id)
+bool isNeutral(quint32 id)
 {
     const quint32 sublanguage = id >> 10;
     return sublanguage == 0 || sublanguage >= 0x1e;
 }
 
 // ICU's table lists most languages without a script ("de_DE"), those with several scripts only with it.
-static quint32 identifierOf(const QByteArray& locale, const QByteArray& script)
+quint32 identifierOf(const QByteArray& locale, const QByteArray& script)
 {
     const QByteArray full = ofLocale(&uloc_addLikelySubtags, locale);
     const QByteArray language = ofLocale(&uloc_getLanguage, full);
@@ -42,6 +44,8 @@ static quint32 identifierOf(const QByteArray& locale, const QByteArray& script)
     const quint32 id = uloc_getLCID((written + '_' + country).constData());
     return isNeutral(id) ? uloc_getLCID(full.constData()) : id;
 }
+
+} // namespace
 
 quint16 Platform::languageIdOfLocale(const QByteArray& name)
 {
@@ -54,14 +58,16 @@ quint16 Platform::languageIdOfLocale(const QByteArray& name)
     return quint16(identifierOf(locale, scriptOfModifier(parts.value(1))));
 }
 
-static QByteArray unquoted(const QByteArray& value)
+namespace {
+
+QByteArray unquoted(const QByteArray& value)
 {
     const bool isQuoted =
         value.size() > 1 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
     return isQuoted ? value.mid(1, value.size() - 2) : value;
 }
 
-static QByteArray localeOfFile(const QString& fileName)
+QByteArray localeOfFile(const QString& fileName)
 {
     static constexpr char Name[] = "LANG=";
     QFile file(fileName);
@@ -76,6 +82,8 @@ static QByteArray localeOfFile(const QString& fileName)
     }
     return locale;
 }
+
+} // namespace
 
 QByteArray Platform::localeOfFiles(const QStringList& files)
 {

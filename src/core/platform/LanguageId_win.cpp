@@ -1,4 +1,4 @@
-#include "platform/LanguageId.h"
+#include "platform/LanguageId_p.h"
 
 #include <windows.h>
 

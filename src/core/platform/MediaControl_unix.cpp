@@ -1,4 +1,4 @@
-#include "platform/MediaControl.h"
+#include "platform/MediaControl_p.h"
 
 #include <string_view>
 

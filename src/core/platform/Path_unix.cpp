@@ -1,4 +1,4 @@
-#include "platform/Path.h"
+#include "platform/Path_p.h"
 
 #include <QFile>
 

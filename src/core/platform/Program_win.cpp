@@ -1,4 +1,4 @@
-#include "platform/Program.h"
+#include "platform/Program_p.h"
 
 QString Platform::programBeside(const QString&, const QString& name)
 {

@@ -1,4 +1,4 @@
-#include "platform/RandomSource.h"
+#include "platform/RandomSource_p.h"
 
 #include <cerrno>
 #include <sys/random.h>

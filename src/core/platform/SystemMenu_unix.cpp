@@ -1,4 +1,4 @@
-#include "platform/SystemMenu.h"
+#include "platform/SystemMenu_p.h"
 
 void* Platform::systemMenu(WId)
 {

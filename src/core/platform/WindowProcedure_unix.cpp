@@ -1,4 +1,4 @@
-#include "platform/WindowProcedure.h"
+#include "platform/WindowProcedure_p.h"
 
 Platform::WindowProcedure Platform::windowProcedure(WId)
 {

@@ -1,12 +1,14 @@
-#include "platform/WindowProcedure.h"
+#include "platform/WindowProcedure_p.h"
 
 #include <windows.h>
 
+namespace {
+
 // The system calls procedures in a way of its own (stdcall). One that it can call looks up the handler, which
 // is a property of the window.
-static constexpr wchar_t HandlerProperty[] = L"SkylumeMessageHandler";
+constexpr wchar_t HandlerProperty[] = L"SkylumeMessageHandler";
 
-static LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     const auto handler = reinterpret_cast<Platform::MessageHandler>(GetPropW(window, HandlerProperty));
     if (!handler)
@@ -15,6 +17,8 @@ static LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam
         RemovePropW(window, HandlerProperty);
     return handler(reinterpret_cast<WId>(window), message, wParam, lParam);
 }
+
+} // namespace
 
 Platform::WindowProcedure Platform::windowProcedure(WId window)
 {

@@ -7,12 +7,14 @@
 
 using Callbacks = std::vector<QRVL_DevCallback>;
 
-static bool contains(const Callbacks& list, QRVL_DevCallback callback)
+namespace {
+
+bool contains(const Callbacks& list, QRVL_DevCallback callback)
 {
     return std::find(list.begin(), list.end(), callback) != list.end();
 }
 
-static void call(QRVL_DevCallback callback, int event)
+void call(QRVL_DevCallback callback, int event)
 {
     try {
         callback(event, nullptr);
@@ -22,6 +24,8 @@ static void call(QRVL_DevCallback callback, int event)
         qCWarning(logDeviceSdk, "A callback threw at event %d", event);
     }
 }
+
+} // namespace
 
 bool CallbackRegistry::add(List list, QRVL_DevCallback callback)
 {

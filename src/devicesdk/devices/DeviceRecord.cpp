@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cstring>
 
+namespace {
+
 template <int size>
-static void fillLocal(const QString& text, char (&buffer)[size])
+void fillLocal(const QString& text, char (&buffer)[size])
 {
     DeviceRecord::fillText(text, &DeviceRecord::inLocalCodePage, buffer, size);
 }
 
-static void fillDevice(const Modem& modem, QRVL_Device& device)
+void fillDevice(const Modem& modem, QRVL_Device& device)
 {
     device.id = modem.id;
     fillLocal(modem.model, device.name);
@@ -18,6 +20,8 @@ static void fillDevice(const Modem& modem, QRVL_Device& device)
     fillLocal(modem.customize, device.customizeName);
     fillLocal(modem.port, device.port);
 }
+
+} // namespace
 
 void DeviceRecord::fillList(const Modems& modems, QRVL_AvailableDeviceList& list)
 {

@@ -6,10 +6,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto kLookInterval = 200ms;
-constexpr auto kDetectionTime = 300ms; // what real modems take at the least; callers get ready for the answer
-constexpr auto kPatience = 2s;
-constexpr std::size_t kDetectionsAtOnce = 2;
+constexpr auto LookInterval = 200ms;
+constexpr auto DetectionTime = 300ms; // what real modems take at the least; callers get ready for the answer
+constexpr auto Patience = 2s;
+constexpr std::size_t DetectionsAtOnce = 2;
 
 Modems inState(const Modems& modems, Modem::State state)
 {
@@ -74,9 +74,9 @@ void DeviceService::startDetect()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_detections.size() == kDetectionsAtOnce)
+        if (m_detections.size() == DetectionsAtOnce)
             m_detections.pop_back();
-        m_detections.push_back(Clock::now() + kDetectionTime);
+        m_detections.push_back(Clock::now() + DetectionTime);
     }
     m_wake.notify_one();
 }
@@ -94,14 +94,14 @@ void DeviceService::finish()
         m_isFinished = true;
     }
     m_wake.notify_one();
-    m_thread.finish(kPatience);
+    m_thread.finish(Patience);
 }
 
 void DeviceService::run()
 {
     std::unique_lock lock(m_mutex);
     while (!m_isFinished) {
-        const Clock::time_point nextLook = Clock::now() + kLookInterval;
+        const Clock::time_point nextLook = Clock::now() + LookInterval;
         while (!m_isFinished && !isDetectionDue() && Clock::now() < nextLook)
             m_wake.wait_until(lock,
                               m_detections.empty() ? nextLook : std::min(nextLook, m_detections.front()));

@@ -13,8 +13,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto kStaleLockAge = 10s; // many times what the slowest write takes
-constexpr auto kLockInterval = 5ms;
+constexpr auto StaleLockAge = 10s; // many times what the slowest write takes
+constexpr auto LockInterval = 5ms;
 
 /// Repeats what may fail for a moment: a file that another process has open cannot be replaced on Windows.
 template <typename Attempt>
@@ -38,7 +38,7 @@ bool readOnce(const QString& path, FileAccess::Content& content)
     content.status = FileAccess::Content::Unreadable;
     QFile file(path);
     // Opening something else than a file, a pipe for instance, could wait for ever.
-    if (!info.isFile() || info.size() > FileAccess::kMaximalSize || !file.open(QIODevice::ReadOnly))
+    if (!info.isFile() || info.size() > FileAccess::MaximalSize || !file.open(QIODevice::ReadOnly))
         return false;
     content.bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
@@ -73,7 +73,7 @@ FileAccess::Content FileAccess::read(const QString& path)
 bool FileAccess::replace(const QString& path, const QByteArray& content, QString& error)
 {
     const QString folder = QFileInfo(path).absolutePath();
-    if (content.size() > kMaximalSize) {
+    if (content.size() > MaximalSize) {
         error = QStringLiteral("the content is too large");
         return false;
     }
@@ -91,7 +91,7 @@ FileAccess::ProcessLock::ProcessLock(const QString& path)
     : m_path(path)
     , m_file(path + QStringLiteral(".lock"))
 {
-    m_file.setStaleLockTime(int(std::chrono::milliseconds(kStaleLockAge).count()));
+    m_file.setStaleLockTime(int(std::chrono::milliseconds(StaleLockAge).count()));
 }
 
 bool FileAccess::ProcessLock::lock(std::chrono::milliseconds patience)
@@ -103,7 +103,7 @@ bool FileAccess::ProcessLock::lock(std::chrono::milliseconds patience)
     while (!m_file.tryLock(0)) {
         if (m_file.error() != QLockFile::LockFailedError || std::chrono::steady_clock::now() > deadline)
             return false;
-        std::this_thread::sleep_for(kLockInterval);
+        std::this_thread::sleep_for(LockInterval);
     }
     return true;
 }

@@ -11,7 +11,7 @@ namespace FileAccess {
 
 /// Larger files are neither read nor written: nothing of ours comes near, and memory must hold several
 /// copies.
-constexpr qint64 kMaximalSize = qint64(256) * 1024 * 1024;
+constexpr qint64 MaximalSize = qint64(256) * 1024 * 1024;
 
 struct Content
 {

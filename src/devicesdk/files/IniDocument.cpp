@@ -4,21 +4,25 @@
 
 #include <algorithm>
 
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+constexpr std::string_view ByteOrderMark = "\xef\xbb\xbf";
+
+namespace {
 
 /// The bytes without a copy.
-static QByteArray view(std::string_view bytes)
+QByteArray view(std::string_view bytes)
 {
     return QByteArray::fromRawData(bytes.data(), int(bytes.size()));
 }
+
+} // namespace
 
 IniDocument::IniDocument(const QByteArray& bytes)
     : m_bytes(bytes)
 {
     std::string_view rest(m_bytes.constData(), std::size_t(m_bytes.size()));
     m_sections.push_back({QStringLiteral(""), {}, true, {}});
-    if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark)
-        rest.remove_prefix(kByteOrderMark.size());
+    if (rest.substr(0, ByteOrderMark.size()) == ByteOrderMark)
+        rest.remove_prefix(ByteOrderMark.size());
     for (int number = 1; !rest.empty(); ++number) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         std::string_view line = rest.substr(0, end);

@@ -12,9 +12,9 @@ struct Escape
     char16_t letter;
 };
 
-constexpr Escape kEscapes[] = {{u'\\', u'\\'}, {u'\n', u'n'}, {u'\r', u'r'}, {u'\t', u't'}, {u' ', u's'}};
-constexpr int kUtf8Mib = 106;
-constexpr char16_t kByteOrderMark = 0xfeff; // a reader drops it at the start of a file
+constexpr Escape Escapes[] = {{u'\\', u'\\'}, {u'\n', u'n'}, {u'\r', u'r'}, {u'\t', u't'}, {u' ', u's'}};
+constexpr int Utf8Mib = 106;
+constexpr char16_t ByteOrderMark = 0xfeff; // a reader drops it at the start of a file
 
 bool isUnpairedSurrogate(const QString& text, int i)
 {
@@ -34,14 +34,14 @@ bool needsEscape(const QString& text, int i, IniText::Place place)
 {
     const QChar c = text[i];
     const bool isAtEnd = i == 0 || i + 1 == text.size();
-    return c < QLatin1Char(' ') || c == QLatin1Char('\\') || c == QChar(0x7f) || c == QChar(kByteOrderMark) ||
+    return c < QLatin1Char(' ') || c == QLatin1Char('\\') || c == QChar(0x7f) || c == QChar(ByteOrderMark) ||
            (isAtEnd && c == QLatin1Char(' ')) || (c.isSurrogate() && isUnpairedSurrogate(text, i)) ||
            hasMeaning(c, i == 0, place);
 }
 
 QString escapeOf(QChar c)
 {
-    for (const Escape& escape : kEscapes) {
+    for (const Escape& escape : Escapes) {
         if (escape.character == c.unicode())
             return QLatin1Char('\\') + QString(QChar(escape.letter));
     }
@@ -52,7 +52,7 @@ QString escapeOf(QChar c)
 int appendUnescaped(QStringView rest, QString& text)
 {
     const QChar letter = rest.size() > 1 ? rest[1] : QChar();
-    for (const Escape& escape : kEscapes) {
+    for (const Escape& escape : Escapes) {
         if (escape.letter == letter.unicode()) {
             text += QChar(escape.character);
             return 2;
@@ -105,7 +105,7 @@ std::string_view IniText::trimmed(std::string_view bytes)
 bool IniText::read(std::string_view bytes, QString& text)
 {
     QTextCodec::ConverterState state;
-    text = QTextCodec::codecForMib(kUtf8Mib)->toUnicode(bytes.data(), int(bytes.size()), &state);
+    text = QTextCodec::codecForMib(Utf8Mib)->toUnicode(bytes.data(), int(bytes.size()), &state);
     if (state.invalidChars > 0 || state.remainingChars > 0 || bytes.find('\0') != std::string_view::npos)
         return false;
     if (text.isNull())

@@ -5,19 +5,23 @@
 #include <QCoreApplication>
 #include <QDir>
 
-static QString userFolder()
+namespace {
+
+QString userFolder()
 {
     const QString folder = qEnvironmentVariable("QRVL_USER_DIR");
     return folder.isEmpty() ? Platform::userConfigFolder() + QStringLiteral("/skylume")
                             : QDir::fromNativeSeparators(folder);
 }
 
-static QString installedFile(const QString& name)
+QString installedFile(const QString& name)
 {
     if (!QCoreApplication::instance())
         return {};
     return QCoreApplication::applicationDirPath() + QStringLiteral("/config/") + name;
 }
+
+} // namespace
 
 QString Places::userSettings()
 {

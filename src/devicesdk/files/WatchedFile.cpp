@@ -7,12 +7,16 @@
 using FileAccess::Content;
 
 // Stamps are as coarse as two seconds: a second change soon after the first can leave the stamp as it was.
-constexpr qint64 kStampStep = 2000;
+constexpr qint64 StampStep = 2000;
 
-static QByteArray digestOf(Content::Status status, const QByteArray& bytes)
+namespace {
+
+QByteArray digestOf(Content::Status status, const QByteArray& bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1) + char('0' + status);
 }
+
+} // namespace
 
 WatchedFile::WatchedFile(const QStringList& candidates)
     : m_candidates(candidates)
@@ -25,7 +29,7 @@ std::optional<Content> WatchedFile::look()
     if (stamp == m_stamp && !m_mayHideChange)
         return {};
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - stamp.modified;
-    m_isFresh = stamp.size >= 0 && qAbs(age) < kStampStep;
+    m_isFresh = stamp.size >= 0 && qAbs(age) < StampStep;
     m_stamp = stamp;
     const Content content = FileAccess::read(stamp.path);
     // Becoming readable again changes neither stamp nor size.

@@ -9,15 +9,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto kLookInterval = 200ms;
-constexpr auto kFirstRetryDelay = 100ms;
-constexpr auto kLongestRetryDelay = 10s;
-constexpr auto kPatience = 5s;
+constexpr auto LookInterval = 200ms;
+constexpr auto FirstRetryDelay = 100ms;
+constexpr auto LongestRetryDelay = 10s;
+constexpr auto Patience = 5s;
 
 } // namespace
 
 Settings::Settings(const QString& userFile, const QString& defaultsFile)
-    : m_retryDelay(kFirstRetryDelay)
+    : m_retryDelay(FirstRetryDelay)
     , m_userFile(userFile)
     , m_defaultsFile(defaultsFile)
 {
@@ -60,7 +60,7 @@ bool Settings::set(const QString& section, const QString& key, const QString& va
 bool Settings::drain()
 {
     std::unique_lock lock(m_mutex);
-    m_settled.wait_for(lock, kPatience, [this] { return !hasChanges() || m_isFailing || m_isFinished; });
+    m_settled.wait_for(lock, Patience, [this] { return !hasChanges() || m_isFailing || m_isFinished; });
     return !hasChanges();
 }
 
@@ -72,7 +72,7 @@ void Settings::finish()
             return;
     }
     m_wake.notify_one();
-    m_thread.finish(kPatience);
+    m_thread.finish(Patience);
     std::unique_lock lock(m_mutex);
     const bool isUnwritten = hasChanges();
     lock.unlock();
@@ -91,7 +91,7 @@ void Settings::run()
         else
             look();
         lock.lock();
-        m_wake.wait_for(lock, kLookInterval, [this] { return m_isFinished || isWriteDue(); });
+        m_wake.wait_for(lock, LookInterval, [this] { return m_isFinished || isWriteDue(); });
     }
 }
 
@@ -127,7 +127,7 @@ void Settings::write()
     if (entries) {
         m_writing.clear();
         adopt(*entries);
-        m_retryDelay = kFirstRetryDelay;
+        m_retryDelay = FirstRetryDelay;
     } else {
         scheduleRetry();
     }
@@ -138,7 +138,7 @@ void Settings::write()
 void Settings::scheduleRetry()
 {
     m_retryTime = Clock::now() + m_retryDelay;
-    m_retryDelay = std::min<Clock::duration>(m_retryDelay * 2, kLongestRetryDelay);
+    m_retryDelay = std::min<Clock::duration>(m_retryDelay * 2, LongestRetryDelay);
 }
 
 /// Takes over what the file holds. Changes that are not in the file yet win.

@@ -9,9 +9,11 @@
 using namespace std::chrono_literals;
 using FileAccess::Content;
 
-constexpr auto kLockPatience = 2s;
+constexpr auto LockPatience = 2s;
 
-static SettingsTable tableOf(const IniDocument& document)
+namespace {
+
+SettingsTable tableOf(const IniDocument& document)
 {
     SettingsTable table;
     document.forEachEntry([&](const QString& section, const QString& key, const QString& value) {
@@ -20,10 +22,12 @@ static SettingsTable tableOf(const IniDocument& document)
     return table;
 }
 
-static QString writeProblem(const QString& reason)
+QString writeProblem(const QString& reason)
 {
     return QStringLiteral("cannot be written (%1); changes are kept in memory").arg(reason);
 }
+
+} // namespace
 
 SettingsFile::SettingsFile(const QString& path)
     : m_path(path)
@@ -52,7 +56,7 @@ std::optional<SettingsTable> SettingsFile::look()
 
 std::optional<SettingsTable> SettingsFile::write(const SettingsChanges& changes)
 {
-    if (!m_lock.lock(kLockPatience)) {
+    if (!m_lock.lock(LockPatience)) {
         warnOnce(writeProblem(m_lock.errorString()));
         return {};
     }

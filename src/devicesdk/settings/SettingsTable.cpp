@@ -1,9 +1,13 @@
 #include "settings/SettingsTable.h"
 
-static std::u16string_view standardView(QStringView text)
+namespace {
+
+std::u16string_view standardView(QStringView text)
 {
     return {reinterpret_cast<const char16_t*>(text.data()), std::size_t(text.size())};
 }
+
+} // namespace
 
 SettingName::SettingName(QStringView section, QStringView key)
     : section(standardView(section))

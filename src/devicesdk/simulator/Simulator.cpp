@@ -19,7 +19,7 @@ struct Counter
     const char* rate;
 };
 
-constexpr Counter counters[] = {{"received", "receive-rate"}, {"sent", "send-rate"}};
+constexpr Counter TrafficCounters[] = {{"received", "receive-rate"}, {"sent", "send-rate"}};
 
 quint64 number(const ModemValues& values, const QString& key)
 {
@@ -107,7 +107,7 @@ void Simulator::transfer()
 
 void Simulator::transfer(Modem& modem, quint64 seconds)
 {
-    for (const Counter& counter : counters) {
+    for (const Counter& counter : TrafficCounters) {
         const quint64 bytes = number(modem.status, QLatin1String(counter.rate)) * seconds;
         if (bytes == 0)
             continue;

@@ -17,8 +17,8 @@ struct CheckedKey
     const char* rule; ///< the pattern in words, behind "it must be"
 };
 
-constexpr CheckedKey imsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most"};
-constexpr CheckedKey statusKeys[] = {
+constexpr CheckedKey ImsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most"};
+constexpr CheckedKey StatusKeys[] = {
     {"network", "[0-9]{5,6}", "5 or 6 digits"},
     {"signal", "[0-9]{1,2}|100", "0 to 100"},
     {"received", "[0-9]{1,15}", "a number of 15 digits at most"},
@@ -27,18 +27,16 @@ constexpr CheckedKey statusKeys[] = {
     {"send-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
 };
 /// Shorter than a plugin waits for its worker.
-constexpr CheckedKey answerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
-constexpr const char* messageKeys[] = {"sender", "time", "text"};
+constexpr CheckedKey AnswerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
+constexpr const char* MessageKeys[] = {"sender", "time", "text"};
 
-} // namespace
-
-static QString valueOf(const IniDocument& document, const QString& section, const QString& key)
+QString valueOf(const IniDocument& document, const QString& section, const QString& key)
 {
     const QString* value = document.find(section, key);
     return value ? *value : QString();
 }
 
-static bool readState(const QString& text, Modem::State& state)
+bool readState(const QString& text, Modem::State& state)
 {
     constexpr Modem::State states[] = {Modem::Attached, Modem::Detached, Modem::Rejected};
     const auto found = std::find_if(std::begin(states), std::end(states),
@@ -49,8 +47,8 @@ static bool readState(const QString& text, Modem::State& state)
     return true;
 }
 
-static QString checkedValue(const IniDocument& document, const QString& section, const CheckedKey& key,
-                            QStringList& errors)
+QString checkedValue(const IniDocument& document, const QString& section, const CheckedKey& key,
+                     QStringList& errors)
 {
     const QString value = valueOf(document, section, QLatin1String(key.name));
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(key.pattern)));
@@ -60,7 +58,7 @@ static QString checkedValue(const IniDocument& document, const QString& section,
     return value;
 }
 
-static Modem readModem(const IniDocument& document, const QString& section, QStringList& errors)
+Modem readModem(const IniDocument& document, const QString& section, QStringList& errors)
 {
     const auto value = [&](const char* key) {
         return valueOf(document, section, QLatin1String(key));
@@ -68,7 +66,7 @@ static Modem readModem(const IniDocument& document, const QString& section, QStr
     Modem modem;
     modem.name = section.mid(SimulatorFile::sectionOf({}).size());
     modem.model = value("model");
-    modem.imsi = checkedValue(document, section, imsiKey, errors);
+    modem.imsi = checkedValue(document, section, ImsiKey, errors);
     modem.gid = value("gid");
     modem.customize = value("customize");
     modem.port = value("port");
@@ -78,22 +76,22 @@ static Modem readModem(const IniDocument& document, const QString& section, QStr
         errors.append(
             QStringLiteral("section [%1] has the state \"%2\"; it must be attached, detached or rejected")
                 .arg(section, value("state")));
-    for (const CheckedKey& key : statusKeys) {
+    for (const CheckedKey& key : StatusKeys) {
         const QString text = checkedValue(document, section, key, errors);
         if (!text.isEmpty())
             modem.status.insert(QLatin1String(key.name), text);
     }
-    modem.answerTime = checkedValue(document, section, answerTimeKey, errors).toInt();
+    modem.answerTime = checkedValue(document, section, AnswerTimeKey, errors).toInt();
     return modem;
 }
 
-static bool isMessage(const QString& section)
+bool isMessage(const QString& section)
 {
     return section.startsWith(SimulatorFile::messageSectionOf({}));
 }
 
 /// The messages of a modem as values for it.
-static ModemValues readMessages(const IniDocument& document, const QString& modem)
+ModemValues readMessages(const IniDocument& document, const QString& modem)
 {
     ModemValues values;
     QStringList identifiers;
@@ -101,13 +99,15 @@ static ModemValues readMessages(const IniDocument& document, const QString& mode
         if (!isMessage(section) || valueOf(document, section, QStringLiteral("modem")) != modem)
             continue;
         identifiers.append(section.mid(SimulatorFile::messageSectionOf({}).size()));
-        for (const char* key : messageKeys)
+        for (const char* key : MessageKeys)
             values.insert(QStringLiteral("message.%1.%2").arg(identifiers.last(), QLatin1String(key)),
                           valueOf(document, section, QLatin1String(key)));
     }
     values.insert(QStringLiteral("messages"), identifiers.join(QLatin1Char(' ')));
     return values;
 }
+
+} // namespace
 
 Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
 {

@@ -34,14 +34,18 @@ private:
     }
 };
 
+namespace {
+
 /// A and B for everybody; rules for two modems, SIMs and a group.
-static QByteArray mixedRules()
+QByteArray mixedRules()
 {
     return commonXml({"A", "B"}) + ruleXml("customize", "northtel", {"M"}, {"D"}) +
            ruleXml("device", "Lume", {"C", "B"}, {"B"}) + ruleXml("device", "Other", {"C"}) +
            ruleXml("IMSI", "001", {"C"}) + ruleXml("IMSI", "00101", {}, {"A"}) +
            ruleXml("GID", "Gold", {"C"}, {"A"});
 }
+
+} // namespace
 
 void TestCustomisation::rules_data()
 {

@@ -45,13 +45,17 @@ private:
     }
 };
 
-static const QString managerId = PluginIds::DeviceManager;
+namespace {
+
+const QString ManagerId = PluginIds::DeviceManager;
+
+} // namespace
 
 void TestDeviceLink::writeDeviceFiles()
 {
     recorder().setAnswer("TestDeviceMgr.GetLastUsedDevice", "Last");
-    writeFiles(pluginLibraryXml({{managerId, "TestDeviceMgr"}, {"A", "TestAlpha"}, {"B", "TestBeta"}}),
-               commonXml({managerId}) + ruleXml("device", "Lume", {"A"}) + ruleXml("device", "Last", {"B"}));
+    writeFiles(pluginLibraryXml({{ManagerId, "TestDeviceMgr"}, {"A", "TestAlpha"}, {"B", "TestBeta"}}),
+               commonXml({ManagerId}) + ruleXml("device", "Lume", {"A"}) + ruleXml("device", "Last", {"B"}));
 }
 
 void TestDeviceLink::deviceName_data()
@@ -107,7 +111,7 @@ void TestDeviceLink::earlyEventIsFoundAfterTheLimit()
     timer.start();
     QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 15000);
     QVERIFY2(timer.elapsed() > 9000, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(container->enabled(), QStringList({managerId, "A"}));
+    QCOMPARE(container->enabled(), QStringList({ManagerId, "A"}));
 }
 
 void TestDeviceLink::linkOfOneRun()
@@ -168,7 +172,7 @@ void TestDeviceLink::withoutDeviceManager()
     const auto container = make();
     QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 3000);
     QCOMPARE(log().lines(QtWarningMsg, line).size(), 1);
-    QCOMPARE(container->enabled(), QStringList(managerId));
+    QCOMPARE(container->enabled(), QStringList(ManagerId));
     QTEST(service().calls().filter("QRVL_DevSrv_Register").size(), "registrations");
     QCOMPARE(service().calls().filter("QRVL_DevSrv_UnRegister").size(), 2);
     QVERIFY(recorder().calls("TestDeviceMgr.StartDetection").isEmpty());

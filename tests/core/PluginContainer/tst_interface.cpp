@@ -12,10 +12,12 @@
 #include <cstring>
 #include <numeric>
 
+namespace {
+
 /// Position in the table of virtual operations, as the C++ ABI of gcc and clang keeps it in a pointer to a
 /// member: one more than the offset. The two destructor entries come first.
 template <typename Member>
-static int slotOf(Member member)
+int slotOf(Member member)
 {
     std::uintptr_t representation = 0;
     std::memcpy(&representation, &member, sizeof representation);
@@ -23,10 +25,12 @@ static int slotOf(Member member)
 }
 
 template <typename... Members>
-static QVector<int> slotsOf(Members... members)
+QVector<int> slotsOf(Members... members)
 {
     return {slotOf(members)...};
 }
+
+} // namespace
 
 class TestInterface : public CoreTest
 {

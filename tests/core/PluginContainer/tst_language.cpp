@@ -1,7 +1,7 @@
 // The language of the start: what the customisation asks for, what is installed, and what is stored.
 #include "CoreTest.h"
-#include "PluginContainer/LanguageChoice.h"
-#include "platform/LanguageId.h"
+#include "PluginContainer/LanguageChoice_p.h"
+#include "platform/LanguageId_p.h"
 
 class TestLanguage : public CoreTest
 {

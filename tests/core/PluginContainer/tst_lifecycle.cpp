@@ -37,8 +37,12 @@ private:
     static QString installed(const QString& base) { return CoreTest::installed(libraryFile(base)); }
 };
 
-static const QVector<PluginEntry> alphaBetaMain = {
+namespace {
+
+const QVector<PluginEntry> AlphaBetaMain = {
     {"A", "TestAlpha", true}, {"B", "TestBeta", false, true}, {"M", "TestMainFrame"}};
+
+} // namespace
 
 void TestLifecycle::getPlugin()
 {
@@ -103,7 +107,7 @@ void TestLifecycle::bulkLoad()
 
 void TestLifecycle::unloadAndReload()
 {
-    const auto container = makeContainer(alphaBetaMain); // no main frame is named
+    const auto container = makeContainer(AlphaBetaMain); // no main frame is named
     QVERIFY(!container->UnloadPlugin("A"));              // not loaded
     QVERIFY(!container->UnloadPlugin("unknown"));
     for (const char* key : {"A", "AlphaPlugin"}) {
@@ -128,7 +132,7 @@ void TestLifecycle::unloadAndReload()
 
 void TestLifecycle::stepwiseTeardown()
 {
-    const auto container = makeContainer(alphaBetaMain, "M");
+    const auto container = makeContainer(AlphaBetaMain, "M");
     container->GetPlugin("A", 0);
     container->GetPlugin("M", 0);
     QVERIFY(container->IsPluginAvailable("B")); // loaded, not initialised
@@ -150,7 +154,7 @@ void TestLifecycle::stepwiseTeardown()
 
 void TestLifecycle::shutDownOrder()
 {
-    QVector<PluginEntry> entries = alphaBetaMain;
+    QVector<PluginEntry> entries = AlphaBetaMain;
     entries.prepend({"G", "TestGamma"});
     auto container = makeContainer(entries, "M");
     container->LoadAllStaticOrActivePlugin();
@@ -207,7 +211,7 @@ void TestLifecycle::faultyCalls()
                 throw std::runtime_error("broken");
             throw 1;
         });
-        auto container = makeContainer(alphaBetaMain, "M");
+        auto container = makeContainer(AlphaBetaMain, "M");
         container->LoadAllStaticOrActivePlugin();
         QTEST(container->GetPlugin("A", 0) != nullptr, "isUsable");
         QVERIFY(container->GetPlugin("M", 0));
@@ -222,7 +226,7 @@ void TestLifecycle::faultyCalls()
 
 void TestLifecycle::initMayCallBack()
 {
-    auto container = makeContainer(alphaBetaMain, "M");
+    auto container = makeContainer(AlphaBetaMain, "M");
     IPluginContainer& host = *container;
     recorder().setHook("TestAlpha.Init", [&] {
         QVERIFY(host.GetPlugin("A", 0)); // itself, already marked as initialised
@@ -284,7 +288,7 @@ void TestLifecycle::firstLoadableFileWins()
 void TestLifecycle::manyThreads()
 {
     recorder().setHook("TestAlpha.Init", [] { QTest::qSleep(20); });
-    const auto container = makeContainer(alphaBetaMain, "M");
+    const auto container = makeContainer(AlphaBetaMain, "M");
     std::atomic<int> found{0};
     std::array<std::thread, 4> threads;
     for (std::thread& thread : threads)

@@ -109,10 +109,14 @@ void TestPluginFiles::library()
     QVERIFY(log().contains("Parsing " + libraryFile() + " done... "));
 }
 
-static QByteArray validRecord(const QByteArray& clsid)
+namespace {
+
+QByteArray validRecord(const QByteArray& clsid)
 {
     return "<plugin><clsid>" + clsid + "</clsid><static/></plugin>";
 }
+
+} // namespace
 
 void TestPluginFiles::libraryErrors_data()
 {

@@ -26,7 +26,9 @@ private slots:
     void likePython();
 };
 
-static QByteArray openSslTripleDes(const QByteArray& data, QByteArray key, QByteArray iv, bool encrypts)
+namespace {
+
+QByteArray openSslTripleDes(const QByteArray& data, QByteArray key, QByteArray iv, bool encrypts)
 {
     DES_key_schedule keys[3];
     for (int i = 0; i < 3; ++i)
@@ -36,6 +38,8 @@ static QByteArray openSslTripleDes(const QByteArray& data, QByteArray key, QByte
                          reinterpret_cast<DES_cblock*>(iv.data()), encrypts);
     return out;
 }
+
+} // namespace
 
 void TestCipherPeers::likeOpenSsl_data()
 {

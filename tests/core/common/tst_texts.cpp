@@ -39,13 +39,17 @@ private slots:
     void decimals();
 };
 
-static QString randomText(const QString& characters, int maxLength)
+namespace {
+
+QString randomText(const QString& characters, int maxLength)
 {
     QString text;
     for (int i = QRandomGenerator::global()->bounded(maxLength + 1); i > 0; --i)
         text += characters.at(QRandomGenerator::global()->bounded(characters.size()));
     return text;
 }
+
+} // namespace
 
 /// The patterns are the definition of the tests; every UTF-16 unit, and words of what makes a difference.
 void TestTexts::addresses_data()
@@ -86,8 +90,10 @@ void TestTexts::addresses()
     QVERIFY2(accepted > 100, qPrintable(QString::number(accepted)));
 }
 
+namespace {
+
 /// Step by step as it is meant.
-static QString slowLinks(const QString& text)
+QString slowLinks(const QString& text)
 {
     QStringList words = CommonUtils::addSpaceToNewLine(text).split(' ');
     for (QString& word : words) {
@@ -105,6 +111,8 @@ static QString slowLinks(const QString& text)
     }
     return words.join("&nbsp;");
 }
+
+} // namespace
 
 void TestTexts::linksLikeTheSlowWay()
 {
@@ -163,8 +171,10 @@ void TestTexts::parameters()
         QCOMPARE(CommonUtils::GetParamList(line), params);
 }
 
+namespace {
+
 /// Step by step as it is meant, which takes time that grows with the third power of the text.
-static QString slowDirection(QString text)
+QString slowDirection(QString text)
 {
     const int size = text.size();
     for (int i = 1; i < size; ++i) {
@@ -175,6 +185,8 @@ static QString slowDirection(QString text)
     }
     return text;
 }
+
+} // namespace
 
 void TestTexts::directionLikeTheSlowWay()
 {

@@ -41,16 +41,20 @@ private:
     int m_rounds = 0; ///< of waiting, over all tests
 };
 
-static const QString waitBegins = "{time}: {file}: WaitThreadsStop: start ThreadFinished.wait";
-static const QString waitEnds = "{time}: {file}: WaitThreadsStop: end ThreadFinished.wait";
-static const QString wakes = "{time}: {file}: ThreadCountDec:ThreadFinished.wakeAll();";
+namespace {
+
+const QString WaitBegins = "{time}: {file}: WaitThreadsStop: start ThreadFinished.wait";
+const QString WaitEnds = "{time}: {file}: WaitThreadsStop: end ThreadFinished.wait";
+const QString Wakes = "{time}: {file}: ThreadCountDec:ThreadFinished.wakeAll();";
+
+} // namespace
 
 void TestThreads::init()
 {
     CoreTest::init();
     log().allow("{time}: {file}: ThreadCount{*}");
-    log().allow(waitBegins);
-    log().allow(waitEnds);
+    log().allow(WaitBegins);
+    log().allow(WaitEnds);
 }
 
 void TestThreads::cleanup()
@@ -69,10 +73,10 @@ void TestThreads::counting()
     CommonUtils::ThreadCountInc({}, {});
     QCOMPARE(CommonUtils::ThreadCountDec("Owner", "name"), 1);
     QVERIFY(log().contains("{time}: {file}: ThreadCountDec: threadCount is 1; thread: Owner: name"));
-    QVERIFY(!log().contains(wakes));
+    QVERIFY(!log().contains(Wakes));
     QCOMPARE(CommonUtils::ThreadCountDec({}, {}), 0);
     QCOMPARE(CommonUtils::ThreadCountDec({}, {}), -1);
-    QCOMPARE(log().lines(QtWarningMsg, wakes).size(), 2);
+    QCOMPARE(log().lines(QtWarningMsg, Wakes).size(), 2);
     CommonUtils::ThreadCountInc({}, {}); // for the next tests
 }
 
@@ -98,7 +102,7 @@ void TestThreads::waitWithoutHost()
     CommonUtils::WaitThreadsStop();
     CommonUtils::ThreadCountDec({}, {});
     QVERIFY(log().contains("{file}: WaitThreadsStop: Startup::GetPluginContainer failed"));
-    QVERIFY(!log().contains(waitBegins) && !log().contains(waitEnds));
+    QVERIFY(!log().contains(WaitBegins) && !log().contains(WaitEnds));
 }
 
 void TestThreads::waitWithoutWorkers()
@@ -115,8 +119,8 @@ void TestThreads::waitWithoutWorkers()
     recorder().setAnswer("TestAlpha.QueryInterface(0x2011)", QVariant::fromValue<QObject*>(this));
     QCOMPARE(wait(PluginIds::NotifyService), 1);
     QCOMPARE(log().count("{file}: WaitThreadsStop: stop thread called"), 1);
-    QVERIFY(!log().contains(waitBegins));
-    QCOMPARE(log().lines(QtWarningMsg, waitEnds).size(), 3);
+    QVERIFY(!log().contains(WaitBegins));
+    QCOMPARE(log().lines(QtWarningMsg, WaitEnds).size(), 3);
 }
 
 /// A worker that ends while it is waited for.
@@ -127,15 +131,15 @@ void TestThreads::waitForWorkers()
     std::thread worker;
     recorder().setHook("TestAlpha.StopThreads", [&] {
         worker = std::thread([&] {
-            log().waitFor(waitBegins);
+            log().waitFor(WaitBegins);
             CommonUtils::ThreadCountDec("Worker", "first");
         });
     });
     CommonUtils::WaitThreadsStop();
     worker.join();
-    m_rounds = log().count(waitBegins);
+    m_rounds = log().count(WaitBegins);
     QVERIFY(m_rounds < 20);
-    VERIFY_LOGGED_IN_ORDER(waitBegins, wakes, waitEnds);
+    VERIFY_LOGGED_IN_ORDER(WaitBegins, Wakes, WaitEnds);
     QCOMPARE(recorder().calls("TestAlpha.StopThreads")[0].thread, QThread::currentThreadId());
 }
 
@@ -145,10 +149,10 @@ void TestThreads::waitForWorkerThatNeverEnds()
     publishHost();
     CommonUtils::ThreadCountInc("Worker", "stuck");
     CommonUtils::WaitThreadsStop();
-    QCOMPARE(m_rounds + log().count(waitBegins), 20);
+    QCOMPARE(m_rounds + log().count(WaitBegins), 20);
     CommonUtils::WaitThreadsStop();
-    QCOMPARE(m_rounds + log().count(waitBegins), 20);
-    QCOMPARE(log().count(waitEnds), 2);
+    QCOMPARE(m_rounds + log().count(WaitBegins), 20);
+    QCOMPARE(log().count(WaitEnds), 2);
     QCOMPARE(stopRequests(), 2);
     QCOMPARE(CommonUtils::ThreadCountDec("Worker", "stuck"), 0);
 }

@@ -1,6 +1,6 @@
 // How names of locales and the files that set them become language identifiers.
-#include "platform/LanguageId.h"
-#include "platform/LocaleLanguage_unix.h"
+#include "platform/LanguageId_p.h"
+#include "platform/LocaleLanguage_unix_p.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

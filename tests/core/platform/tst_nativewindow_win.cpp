@@ -1,7 +1,7 @@
 // What belongs to a native window: its system menu, its procedure, and sounds that report their end to it.
-#include "platform/MediaControl.h"
-#include "platform/SystemMenu.h"
-#include "platform/WindowProcedure.h"
+#include "platform/MediaControl_p.h"
+#include "platform/SystemMenu_p.h"
+#include "platform/WindowProcedure_p.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -110,14 +110,18 @@ void TestNativeWindow::messageHandler()
     QVERIFY(isDestroyed);
 }
 
+namespace {
+
 // A silent wave file of three seconds: one channel, eight bits, 8000 samples a second.
-static QByteArray silence()
+QByteArray silence()
 {
     const QByteArray header = QByteArray::fromHex("52494646e45d000057415645666d742010000000"
                                                   "01000100401f0000401f000001000800"
                                                   "64617461c05d0000");
     return header + QByteArray(3 * 8000, char(0x80));
 }
+
+} // namespace
 
 // The end of a sound comes as a message to the window whose handler was installed; a sound that is closed
 // before its end reports something else than success.

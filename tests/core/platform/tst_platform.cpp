@@ -1,10 +1,10 @@
 // The calls of the operating system that answer alike on every system.
-#include "platform/LanguageId.h"
-#include "platform/MediaControl.h"
-#include "platform/Path.h"
-#include "platform/RandomSource.h"
-#include "platform/SystemMenu.h"
-#include "platform/WindowProcedure.h"
+#include "platform/LanguageId_p.h"
+#include "platform/MediaControl_p.h"
+#include "platform/Path_p.h"
+#include "platform/RandomSource_p.h"
+#include "platform/SystemMenu_p.h"
+#include "platform/WindowProcedure_p.h"
 
 #include <QDir>
 #include <QtTest>

@@ -13,8 +13,9 @@
 
 extern const char testPluginName[];
 
-static QVariant record(const char* operation, const QVariantList& arguments = {},
-                       const QVariant& fallback = {})
+namespace {
+
+QVariant record(const char* operation, const QVariantList& arguments = {}, const QVariant& fallback = {})
 {
     const QString name = QLatin1String(testPluginName) + QLatin1Char('.') + QLatin1String(operation);
     return CallRecorder::instance().record(name, arguments, fallback);
@@ -22,15 +23,17 @@ static QVariant record(const char* operation, const QVariantList& arguments = {}
 
 // Widgets travel as QObject*, a type of Qt's own: any other would be registered by this library, and its
 // entry would dangle once the library is unloaded.
-static QVariant object(QWidget* widget)
+QVariant object(QWidget* widget)
 {
     return QVariant::fromValue<QObject*>(widget);
 }
 
-static QWidget* widget(const QVariant& answer)
+QWidget* widget(const QVariant& answer)
 {
     return qobject_cast<QWidget*>(answer.value<QObject*>());
 }
+
+} // namespace
 
 /// A plugin that can play every role and reports each call to the CallRecorder as "<library>.<operation>".
 /// Unless the test sets other answers, Init() returns 1, every interface number in use is answered with this

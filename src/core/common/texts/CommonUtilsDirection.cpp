@@ -9,17 +9,17 @@
 
 namespace {
 
-constexpr char16_t leftToRightOverride = 0x202D;
-constexpr char16_t rightToLeftOverride = 0x202E;
+constexpr char16_t LeftToRightOverride = 0x202D;
+constexpr char16_t RightToLeftOverride = 0x202E;
 
-constexpr std::array<char16_t, 8> signs{u',', u'"', u'(', u')', u'[', u']', u'{', u'}'};
+constexpr std::array<char16_t, 8> Signs{u',', u'"', u'(', u')', u'[', u']', u'{', u'}'};
 
-constexpr qint64 maxSize = 1 << 27;
+constexpr qint64 MaxSize = 1 << 27;
 
 int signIndex(QChar c)
 {
-    const auto found = std::find(signs.begin(), signs.end(), c.unicode());
-    return found == signs.end() ? -1 : static_cast<int>(found - signs.begin());
+    const auto found = std::find(Signs.begin(), Signs.end(), c.unicode());
+    return found == Signs.end() ? -1 : static_cast<int>(found - Signs.begin());
 }
 
 /// Walks a text whose signs collect marks on the way. All signs of a kind have the same marks behind them, so
@@ -83,9 +83,9 @@ private:
             return 0;
         switch (m_text.at(index - 1).direction()) {
         case QChar::DirL:
-            return leftToRightOverride;
+            return LeftToRightOverride;
         case QChar::DirR:
-            return rightToLeftOverride;
+            return RightToLeftOverride;
         default:
             return 0;
         }
@@ -96,7 +96,7 @@ private:
         sign.marks.push_back(mark);
         m_position += sign.passed;
         m_size += sign.total;
-        return m_size <= maxSize;
+        return m_size <= MaxSize;
     }
 
     void stepForward()
@@ -118,7 +118,7 @@ private:
     }
 
     const QString& m_text;
-    std::array<Sign, signs.size()> m_signs;
+    std::array<Sign, Signs.size()> m_signs;
     qint64 m_size;         ///< of the text with its marks
     int m_index = 0;       ///< of the character that the walk stands at, in the text without marks
     qint64 m_position = 0; ///< of the same character in the text with its marks

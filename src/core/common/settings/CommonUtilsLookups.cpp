@@ -16,7 +16,7 @@
 namespace {
 
 /// Plugins of the embeddable type that have a place of their own in the main window.
-constexpr std::array<QLatin1String, 10> notEmbeddable{PluginIds::MainFrame,
+constexpr std::array<QLatin1String, 10> NotEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("881EA87E-882C-4f22-961C-466E0686F707"),
                                                       QLatin1String("90DC623D-19BD-4dee-8940-470AD75BB60E"),
                                                       QLatin1String("385BDF98-9AA3-4121-9FBB-CACB1CD9608B"),
@@ -28,10 +28,10 @@ constexpr std::array<QLatin1String, 10> notEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("FAB7A06E-5770-4ffd-B511-479BAE2B74AC")};
 
 /// The bit of the frame style that takes one plugin more out.
-constexpr int compactFrameStyle = 4;
-constexpr QLatin1String notInCompactFrame("92804312-432E-401F-96BB-1C20D852815D");
+constexpr int CompactFrameStyle = 4;
+constexpr QLatin1String NotInCompactFrame("92804312-432E-401F-96BB-1C20D852815D");
 
-constexpr int embeddableType = 0;
+constexpr int EmbeddableType = 0;
 
 IMainFrameUIService* mainFrameService(IPluginContainer* container, const QString& clsid)
 {
@@ -132,10 +132,10 @@ QStringList CommonUtils::GetUIEmbedPlugibList()
     if (!container)
         return {};
     LOG_DEBUG("%s: %s: entered", LOG_FILE, LOG_FUNCTION);
-    QStringList clsids = container->GetPluginClsidsByType(embeddableType);
-    for (const QLatin1String clsid : notEmbeddable)
+    QStringList clsids = container->GetPluginClsidsByType(EmbeddableType);
+    for (const QLatin1String clsid : NotEmbeddable)
         clsids.removeAll(clsid);
-    if (GetFrameStyle() & compactFrameStyle)
-        clsids.removeAll(notInCompactFrame);
+    if (GetFrameStyle() & CompactFrameStyle)
+        clsids.removeAll(NotInCompactFrame);
     return clsids;
 }

@@ -2,16 +2,16 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr XmlFile::Texts texts{"file not exist", "file not exist"};
+constexpr XmlFile::Texts LogTexts{"file not exist", "file not exist"};
 
-constexpr QStringView rootElement(u"qrvldoc");
+constexpr QStringView RootElement(u"qrvldoc");
 
 bool isAtEndOf(const QXmlStreamReader& reader, const QString& element)
 {
@@ -36,7 +36,7 @@ StandardConfigParse::StandardConfigParse(QString fileName)
 int StandardConfigParse::loadFile(QString fileName)
 {
     QFile file(CommonUtils::GetPluginLibraryPath() + fileName);
-    return XmlFile::open(file, texts, QIODevice::ReadOnly | QIODevice::Text) ? readXmlFile(&file) : -1;
+    return XmlFile::open(file, LogTexts, QIODevice::ReadOnly | QIODevice::Text) ? readXmlFile(&file) : -1;
 }
 
 int StandardConfigParse::readXmlFile(QIODevice* device)
@@ -48,12 +48,12 @@ int StandardConfigParse::readXmlFile(QIODevice* device)
     QXmlStreamReader reader(device);
     bool isInRoot = false;
     const auto onStartElement = [&](QXmlStreamReader& element) {
-        if (element.name() == rootElement)
+        if (element.name() == RootElement)
             isInRoot = true;
         else if (isInRoot)
             readBlock(element);
     };
-    XmlFile::readElements(reader, onStartElement, rootElement);
+    XmlFile::readElements(reader, onStartElement, RootElement);
     return reader.hasError() ? logReadError(LOG_FUNCTION) : 0;
 }
 

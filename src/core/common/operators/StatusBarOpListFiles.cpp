@@ -3,14 +3,14 @@
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr QLatin1String itemElement("Item");
+constexpr QLatin1String ItemElement("Item");
 
 /// An "Item" element as it is read. The texts lie in the reader's buffers.
 struct Item
@@ -24,7 +24,7 @@ struct ItemAttribute
     QStringView Item::*field;
 };
 
-constexpr ItemAttribute itemAttributes[] = {
+constexpr ItemAttribute ItemAttributes[] = {
     {QLatin1String("mcc"), &Item::mcc},
     {QLatin1String("mnc"), &Item::mnc},
     {QLatin1String("shortdescr"), &Item::shortdescr},
@@ -41,7 +41,7 @@ Item itemFrom(const QXmlStreamAttributes& attributes)
     Item item;
     for (const QXmlStreamAttribute& attribute : attributes) {
         const QStringView name = attribute.qualifiedName();
-        for (const ItemAttribute& known : itemAttributes) {
+        for (const ItemAttribute& known : ItemAttributes) {
             if (name == known.name) {
                 item.*known.field = attribute.value();
                 break;
@@ -75,7 +75,7 @@ template <typename OnItem>
 void readItems(QXmlStreamReader& reader, QStringView section, OnItem onItem)
 {
     const auto onStartElement = [&onItem](QXmlStreamReader& element) {
-        if (element.name() != itemElement)
+        if (element.name() != ItemElement)
             return;
         const QXmlStreamAttributes attributes = element.attributes();
         onItem(itemFrom(attributes));
@@ -147,7 +147,7 @@ bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
     QString region;
     const auto onStartElement = [&](QXmlStreamReader& element) {
         const QXmlStreamAttributes attributes = element.attributes();
-        if (element.name() == itemElement) {
+        if (element.name() == ItemElement) {
             const Item item = itemFrom(attributes);
             m_pHashMccMnc->insert({item.mcc, item.mnc}, namesOf(item, region));
         } else if (element.name() == QLatin1String("Region")) {

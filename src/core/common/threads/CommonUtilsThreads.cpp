@@ -21,8 +21,8 @@ namespace {
 
 /// The waiting of all calls together is limited: closing the application takes no longer for being asked
 /// twice.
-constexpr int maxWaitRounds = 20;
-constexpr unsigned long roundMilliseconds = 500;
+constexpr int MaxWaitRounds = 20;
+constexpr unsigned long RoundMilliseconds = 500;
 
 QMutex threadCountMutex; ///< guards changes of the count and the wait for them
 QWaitCondition ThreadFinished;
@@ -70,10 +70,10 @@ void CommonUtils::WaitThreadsStop()
         return;
     }
     requestStop(container);
-    while (threadCount > 0 && waitRounds < maxWaitRounds) {
+    while (threadCount > 0 && waitRounds < MaxWaitRounds) {
         const QMutexLocker locker(&threadCountMutex);
         LOG_WARNING("%s: %s: %s: start ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
-        ThreadFinished.wait(&threadCountMutex, roundMilliseconds);
+        ThreadFinished.wait(&threadCountMutex, RoundMilliseconds);
         ++waitRounds;
     }
     LOG_WARNING("%s: %s: %s: end ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);

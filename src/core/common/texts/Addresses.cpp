@@ -1,4 +1,4 @@
-#include "common/Addresses.h"
+#include "common/texts/Addresses_p.h"
 
 #include <QString>
 
@@ -60,7 +60,7 @@ struct Scheme
     bool isHttp;
 };
 
-constexpr Scheme schemes[] = {
+constexpr Scheme Schemes[] = {
     {QLatin1String("http://"), true}, {QLatin1String("https://"), true}, {QLatin1String("ftp://"), false}};
 
 } // namespace
@@ -90,7 +90,7 @@ bool Addresses::isWeb(QStringView text)
 
 bool Addresses::isUrl(QStringView word)
 {
-    for (const Scheme& scheme : schemes) {
+    for (const Scheme& scheme : Schemes) {
         if (word.startsWith(scheme.prefix, Qt::CaseInsensitive))
             return word.size() > scheme.prefix.size() && word.at(scheme.prefix.size()).isLetterOrNumber() &&
                    (!scheme.isHttp || isHttp(word));

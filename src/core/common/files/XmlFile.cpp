@@ -1,4 +1,4 @@
-#include "common/XmlFile.h"
+#include "common/files/XmlFile_p.h"
 
 #include "common/Log.h"
 

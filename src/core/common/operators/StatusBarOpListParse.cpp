@@ -11,7 +11,7 @@
 namespace {
 
 /// Shorter prefixes are never looked up: they would name a country, not an operator.
-constexpr int shortestImsiPrefix = 5;
+constexpr int ShortestImsiPrefix = 5;
 
 QMutex instanceMutex;
 StatusBarOpListParse* instance = nullptr; // lives until DestroyInstance(), not until the library goes
@@ -33,8 +33,8 @@ void StatusBarOpListParse::DestroyInstance()
 }
 
 StatusBarOpListParse::StatusBarOpListParse()
-    : m_pHashMccMnc(new (std::nothrow) TextTable<_ST_MCCMNC_ITEM>)
-    , m_pHashMccOnly(new (std::nothrow) TextTable<_ST_MCCMNC_ITEM>)
+    : m_pHashMccMnc(new (std::nothrow) CodeTable<_ST_MCCMNC_ITEM>)
+    , m_pHashMccOnly(new (std::nothrow) CodeTable<_ST_MCCMNC_ITEM>)
 {
     if (!m_pHashMccMnc || !m_pHashMccOnly) {
         LOG_WARNING("%s: %s: memory creation fails", LOG_FILE, LOG_FUNCTION);
@@ -69,7 +69,7 @@ _ST_MCCMNC_ITEM StatusBarOpListParse::findOperator(const QString& mcc, const QSt
 
 QString StatusBarOpListParse::GetCPLMNOperatorData(QString imsi)
 {
-    const QString* const name = m_hashCPLMN.find(imsi, shortestImsiPrefix);
+    const QString* const name = m_hashCPLMN.find(imsi, ShortestImsiPrefix);
     if (!name)
         return {};
     LOG_DEBUG("%s: %s: %s: IMSI Contain", LOG_TIME, LOG_FILE, LOG_FUNCTION);
@@ -90,7 +90,7 @@ QString StatusBarOpListParse::GetLoadFileName()
 void StatusBarOpListParse::ReleaseData()
 {
     LOG_DEBUG("%s: %s: called", LOG_FILE, LOG_FUNCTION);
-    for (TextTable<_ST_MCCMNC_ITEM>* const table : {m_pHashMccMnc.get(), m_pHashMccOnly.get()}) {
+    for (CodeTable<_ST_MCCMNC_ITEM>* const table : {m_pHashMccMnc.get(), m_pHashMccOnly.get()}) {
         if (table)
             table->clear();
     }

@@ -1,7 +1,7 @@
 #include "common/CommonUtils.h"
 
-#include "common/DeviceSettings.h"
 #include "common/Log.h"
+#include "common/settings/DeviceSettings_p.h"
 
 #include <qrvl.h>
 

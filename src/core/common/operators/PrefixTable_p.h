@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/TextTable.h"
+#include "common/operators/CodeTable_p.h"
 
 #include <QVector>
 
@@ -44,6 +44,6 @@ public:
     }
 
 private:
-    TextTable<QString> m_table;
+    CodeTable<QString> m_table;
     QVector<int> m_lengths; ///< of the prefixes, the longest first
 };

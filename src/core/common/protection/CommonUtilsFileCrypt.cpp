@@ -1,9 +1,9 @@
 #include "common/CommonUtils.h"
 
-#include "common/FileOperation_p.h"
-#include "common/UnbufferedFile_p.h"
-#include "common/WipedBuffer_p.h"
-#include "platform/Path.h"
+#include "common/protection/FileOperation_p.h"
+#include "common/protection/UnbufferedFile_p.h"
+#include "common/protection/WipedBuffer_p.h"
+#include "platform/Path_p.h"
 
 #include <algorithm>
 #include <cstdint>

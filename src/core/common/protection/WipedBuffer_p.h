@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/ClearBuffer.h"
 #include "common/ciphers/Wipe_p.h"
+#include "common/protection/ClearBuffer_p.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,12 +1,12 @@
 #include "common/CommonUtils.h"
 
 #include "common/ByteStrings.h"
-#include "common/ByteStrings_p.h"
-#include "common/ClearBuffer.h"
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Sha256.h"
 #include "common/ciphers/Wipe_p.h"
+#include "common/protection/ByteStrings_p.h"
+#include "common/protection/ClearBuffer_p.h"
 
 #include <qrvl.h>
 

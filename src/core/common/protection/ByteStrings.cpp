@@ -1,10 +1,10 @@
 #include "common/ByteStrings.h"
 
-#include "common/ByteStrings_p.h"
-#include "common/ClearBuffer.h"
 #include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Wipe_p.h"
-#include "platform/RandomSource.h"
+#include "common/protection/ByteStrings_p.h"
+#include "common/protection/ClearBuffer_p.h"
+#include "platform/RandomSource_p.h"
 
 #include <algorithm>
 #include <exception>

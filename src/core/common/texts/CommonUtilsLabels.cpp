@@ -8,19 +8,19 @@
 
 namespace {
 
-constexpr int labelMargin = 2;
+constexpr int LabelMargin = 2;
 
 /// A text of more characters fits no widget; measuring megabytes would take minutes.
-constexpr int longestMeasured = 16 * 1024;
+constexpr int LongestMeasured = 16 * 1024;
 
 /// What can be seen of a text in any widget.
 QString visiblePart(const QString& text, Qt::TextElideMode mode)
 {
-    if (text.size() <= longestMeasured)
+    if (text.size() <= LongestMeasured)
         return text;
     if (mode == Qt::ElideMiddle)
-        return text.left(longestMeasured / 2) + text.right(longestMeasured / 2);
-    return mode == Qt::ElideLeft ? text.right(longestMeasured) : text.left(longestMeasured);
+        return text.left(LongestMeasured / 2) + text.right(LongestMeasured / 2);
+    return mode == Qt::ElideLeft ? text.right(LongestMeasured) : text.left(LongestMeasured);
 }
 
 /// @param isMeasurable whether there is something that has a font
@@ -50,7 +50,7 @@ void CommonUtils::ElidedText(QLabel* label, QString text, Qt::TextElideMode mode
         LOG_DEBUG("%s: %s: %s: %d: NULL == pLabel", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
         return;
     }
-    showElided(label, text, mode, labelMargin);
+    showElided(label, text, mode, LabelMargin);
     LOG_DEBUG("%s: %s: %s: %d: Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
 }
 

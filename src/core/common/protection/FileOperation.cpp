@@ -1,13 +1,13 @@
-#include "common/FileOperation_p.h"
+#include "common/protection/FileOperation_p.h"
 
 #include "common/ByteStrings.h"
-#include "common/ByteStrings_p.h"
-#include "common/UnbufferedFile_p.h"
-#include "common/WipedBuffer_p.h"
 #include "common/ciphers/Base64.h"
 #include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Sha256.h"
 #include "common/ciphers/Wipe_p.h"
+#include "common/protection/ByteStrings_p.h"
+#include "common/protection/UnbufferedFile_p.h"
+#include "common/protection/WipedBuffer_p.h"
 
 #include <algorithm>
 #include <cstring>

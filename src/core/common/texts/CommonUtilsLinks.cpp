@@ -1,8 +1,8 @@
 // Makes rich text with links of plain text.
 #include "common/CommonUtils.h"
 
-#include "common/Addresses.h"
 #include "common/Log.h"
+#include "common/texts/Addresses_p.h"
 
 #include <algorithm>
 #include <array>
@@ -33,9 +33,9 @@ std::optional<QLatin1String> linkScheme(QStringView word, bool isAtLineBegin)
 
 /// The parts of a link around its target and its text. Targets are not quoted: those who read these texts so
 /// far expect them like this.
-constexpr QLatin1String linkBegin("<a href = ");
-constexpr QLatin1String linkMiddle(">");
-constexpr QLatin1String linkEnd("</a>");
+constexpr QLatin1String LinkBegin("<a href = ");
+constexpr QLatin1String LinkMiddle(">");
+constexpr QLatin1String LinkEnd("</a>");
 
 /// What has to be known of a word before it is written; a character's share of it.
 enum Trait : quint8 {
@@ -46,23 +46,23 @@ enum Trait : quint8 {
 };
 
 /// A text grows to the sevenfold at most; the result has to be addressable with an int.
-constexpr int longestText = 1 << 27;
+constexpr int LongestText = 1 << 27;
 
-constexpr std::size_t latin1Size = 256;
+constexpr std::size_t Latin1Size = 256;
 
 /// By character; the last entry is that of all characters beyond Latin-1.
-constexpr std::array<quint8, latin1Size + 1> traits = [] {
-    std::array<quint8, latin1Size + 1> table{};
+constexpr std::array<quint8, Latin1Size + 1> Traits = [] {
+    std::array<quint8, Latin1Size + 1> table{};
     table[' '] = table['\n'] = EndsWord;
     table['<'] = table['>'] = IsEscaped;
     table['@'] = table[':'] = HintsAtLink;
-    table[0] = table[latin1Size] = ForbidsLink;
+    table[0] = table[Latin1Size] = ForbidsLink;
     return table;
 }();
 
 unsigned traitsOf(QChar c)
 {
-    return traits[std::min<std::size_t>(c.unicode(), latin1Size)];
+    return Traits[std::min<std::size_t>(c.unicode(), Latin1Size)];
 }
 
 /// Turns plain text into rich text word by word. A word is written as it is, and gone over once more when it
@@ -150,17 +150,17 @@ private:
         if (!scheme)
             return;
         const auto position = out - m_text.constData();
-        const int before = linkBegin.size() + scheme->size();
-        m_text.resize(m_text.size() + before + linkMiddle.size() + length + linkEnd.size());
+        const int before = LinkBegin.size() + scheme->size();
+        m_text.resize(m_text.size() + before + LinkMiddle.size() + length + LinkEnd.size());
         QChar* const word = m_text.data() + position;
         std::copy_backward(word, word + length, word + before + length);
         m_out = word;
-        put(linkBegin);
+        put(LinkBegin);
         put(*scheme);
         m_out += length;
-        put(linkMiddle);
+        put(LinkMiddle);
         m_out = std::copy(word + before, word + before + length, m_out);
-        put(linkEnd);
+        put(LinkEnd);
     }
 
     const QChar* m_in;
@@ -190,13 +190,13 @@ QString CommonUtils::createLinkForHttpAndFtp(QString word)
 {
     const int prefix = word.startsWith(QLatin1Char('\n')) ? 1 : 0;
     const QString target = word.mid(prefix);
-    return Addresses::isUrl(target) ? word.left(prefix) + linkBegin + target + linkMiddle + target + linkEnd
+    return Addresses::isUrl(target) ? word.left(prefix) + LinkBegin + target + LinkMiddle + target + LinkEnd
                                     : word;
 }
 
 QString CommonUtils::ParseAndCreateHyperLinks(QString text)
 {
-    if (text.size() > longestText) {
+    if (text.size() > LongestText) {
         LOG_WARNING("%s: %s: a text of %d characters is too long for links", LOG_FILE, LOG_FUNCTION,
                     text.size());
         return {};

@@ -6,12 +6,12 @@
 
 #include <utility>
 
-/// A key of a TextTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes
+/// A key of a CodeTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes
 /// have, are packed into a number, so that no text is made and compared for them.
-class TextKey
+class CodeKey
 {
 public:
-    TextKey(QStringView first, QStringView second = {})
+    CodeKey(QStringView first, QStringView second = {})
         : m_isPacked(pack(first) && pack(second))
     {
         if (!m_isPacked)
@@ -41,17 +41,17 @@ private:
 
 /// Values by text.
 template <typename Value>
-class TextTable
+class CodeTable
 {
 public:
     /// A later value replaces an earlier one of the same key.
-    void insert(const TextKey& key, Value value)
+    void insert(const CodeKey& key, Value value)
     {
         (key.isPacked() ? m_short[key.packed()] : m_long[key.text()]) = std::move(value);
     }
 
     /// The value, or null. Valid until the next change.
-    const Value* find(const TextKey& key) const
+    const Value* find(const CodeKey& key) const
     {
         return key.isPacked() ? valueOf(m_short, key.packed()) : valueOf(m_long, key.text());
     }
