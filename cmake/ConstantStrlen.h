@@ -1,5 +1,5 @@
-// Included first in every file that Clang compiles: Qt's QLatin1String counts with strlen(), which Clang, other than GCC,
-// does not evaluate while compiling, so that no such text could be a constant.
+// Included first in every file that Clang compiles. Qt's QLatin1String calls strlen(). Unlike GCC, Clang does not
+// evaluate strlen() at compile time, so QLatin1String constants could not be constexpr.
 #pragma once
 
 #ifdef __cplusplus

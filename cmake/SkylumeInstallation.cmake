@@ -1,12 +1,12 @@
-# The build tree holds a complete, runnable installation: launcher, libraries, plugins and data lie there as they
-# would in an installed copy.
+# The build tree contains a complete installation in the folder app/: launcher, libraries, plugins and data have the
+# same places as in an installed copy.
 
 set(SKYLUME_APP_DIR "${PROJECT_BINARY_DIR}/app")
 
-# All files in it, for whoever makes copies: the global property SKYLUME_APP_FILES.
+# Global property: all files of this installation. Used to copy it.
 define_property(GLOBAL PROPERTY SKYLUME_APP_FILES)
 
-# skylume_place_in_app(<target>...): puts what a target builds into the installation.
+# skylume_place_in_app(<target>...): places the target's library or executable in the installation.
 function(skylume_place_in_app)
     foreach(target IN LISTS ARGN)
         set_target_properties(${target} PROPERTIES
@@ -16,8 +16,10 @@ function(skylume_place_in_app)
     endforeach()
 endfunction()
 
-# skylume_add_data(<name> DESTINATION <folder in the installation> FILES <file>...): copies installation data
-# and keeps it up to date. Files keep their path relative to the calling folder.
+# skylume_add_data(<name> DESTINATION <folder in the installation> FILES <file>...)
+#
+# Adds the target <name>, which copies data files to the installation whenever they have changed. File names are
+# relative to the calling CMakeLists.txt; relative paths are kept below the destination.
 function(skylume_add_data name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESTINATION" "FILES")
     set(copies "")

@@ -1,7 +1,7 @@
 # skylume_windows_resources(<target> DESCRIPTION <text>)
 #
-# Gives a program, library or plugin what Windows shows of it: a version resource and, for a program, the icon and the
-# manifest (systems it knows, pixel density, rights, look of the controls). Does nothing on other systems.
+# Adds Windows resources to a program, library or plugin: a version resource and, for a program, the icon and the
+# manifest (supported systems, pixel density, privileges, style of the controls). Does nothing on other systems.
 
 set(windows_resources_folder "${CMAKE_CURRENT_LIST_DIR}/windows")
 
@@ -26,7 +26,7 @@ function(skylume_windows_resources target)
 
     set(resources "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
     configure_file("${windows_resources_folder}/resources.rc.in" "${resources}.in" @ONLY)
-    # The name of the file is known only when all of the target's properties are.
+    # The target's file name is a generator expression, so the file is completed at generation time.
     file(GENERATE OUTPUT "${resources}" INPUT "${resources}.in" TARGET ${target})
     target_sources(${target} PRIVATE "${resources}")
     set_property(SOURCE "${resources}" TARGET_DIRECTORY ${target}

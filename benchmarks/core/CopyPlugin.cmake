@@ -1,4 +1,4 @@
-# Copies PLUGIN into FOLDER as Trivial000, Trivial001, ... (COUNT files).
+# Copies PLUGIN to FOLDER, COUNT times, as Trivial000, Trivial001 and so on.
 cmake_path(GET PLUGIN EXTENSION suffix)
 math(EXPR last "${COUNT} - 1")
 foreach(number RANGE ${last})

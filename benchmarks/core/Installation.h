@@ -8,8 +8,8 @@
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 
-/// What every benchmark of the core runs in: settings of its own, debug lines off, other lines formatted but
-/// not written out.
+/// The environment of every benchmark of the core: temporary settings, debug lines and warnings disabled,
+/// other log lines formatted but not written.
 class Installation
 {
 public:
@@ -35,8 +35,8 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// The main() of a benchmark: runs what is registered, in an installation of its own.
-/// @param prepare is called with the installation before
+/// The main() of a benchmark: runs all registered benchmarks in a temporary installation.
+/// @param prepare called with the installation before the benchmarks run
 template <typename Prepare>
 int runBenchmarks(int argc, char** argv, Prepare prepare)
 {

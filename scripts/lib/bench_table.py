@@ -2,22 +2,25 @@
 
 usage: bench_table.py FOLDER
 
-Benchmarks named <topic>/ours[/argument...] and <topic>/peer<what>[/argument...] are compared: a peer's line has the
-ratio ours/peer.
+Benchmarks named <topic>/ours[/argument...] and <topic>/peer<what>[/argument...] are compared: the row of a peer shows
+the ratio ours/peer.
 """
 
 import json
 import pathlib
 import sys
 
-# Parts that the benchmark library appends to a name to tell how it measured.
+# Name parts that Google Benchmark adds to describe the measurement.
 MEASURING = ("min_time:", "min_warmup_time:", "iterations:", "repeats:", "process_time", "threads:")
 WALL_CLOCK = ("real_time", "manual_time")
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
 def read_aggregates(path):
-    """Yields ((topic, variant, arguments), aggregate, nanoseconds or share) of one file."""
+    """Yields ((topic, variant, arguments), aggregate, value) for each aggregate in a file.
+
+    The value is a time in nanoseconds, or a fraction for the coefficient of variation ("cv").
+    """
     for entry in json.loads(path.read_text(encoding="utf-8"))["benchmarks"]:
         if "aggregate_name" not in entry:
             continue
@@ -30,7 +33,7 @@ def read_aggregates(path):
 
 
 def time_text(nanoseconds):
-    """The time with three digits or more, in a unit that suits it."""
+    """Formats a time in the largest unit that gives a value of at least 1."""
     for unit in ("s", "ms", "us"):
         if nanoseconds >= NANOSECONDS[unit]:
             return f"{nanoseconds / NANOSECONDS[unit]:.2f} {unit}"
@@ -38,13 +41,13 @@ def time_text(nanoseconds):
 
 
 def reading_order(key):
-    """Sorts by topic, then by arguments as numbers; ours come before their peers."""
+    """Sort key: topic, then arguments (numerically if possible), then variant, so that "ours" precedes its peers."""
     topic, variant, arguments = key
     return topic, [(part.isdigit() and int(part), part) for part in arguments.split("/")], variant
 
 
 def table_rows(medians, spreads):
-    """One row of texts per benchmark."""
+    """Yields one row of strings per benchmark."""
     for topic, variant, arguments in sorted(medians, key=reading_order):
         key = (topic, variant, arguments)
         ours = medians.get((topic, "ours", arguments))
@@ -62,7 +65,7 @@ def main(folder):
             elif aggregate == "cv":
                 spreads[key] = value
     if not medians:
-        sys.exit("No benchmark was run.")
+        sys.exit("No benchmark results found.")
     rows = [("topic", "argument", "variant", "median", "spread", "ours/peer"), *table_rows(medians, spreads)]
     widths = [max(map(len, column)) for column in zip(*rows)]
     for row in rows:

@@ -8,8 +8,8 @@ windows_packages=(cmake ninja-build g++-mingw-w64-i686-posix python3-cryptograph
 kit_folder=$root/build/windows-kit
 readonly kit_folder
 
-# require_windows_packages PACKAGE...: as require_packages, with Wine among them. Its 32-bit half needs libraries of the
-# very versions that their 64-bit twins have; where those are installed as updates, they have to go back.
+# require_windows_packages PACKAGE...: like require_packages, but supports 32-bit packages such as wine32. Their
+# libraries must have the same versions as the installed 64-bit ones, which may have to be downgraded.
 require_windows_packages() {
     local missing
     mapfile -t missing < <(missing_packages "$@")
@@ -27,27 +27,27 @@ as_root() {
     if ((EUID == 0)); then "$@"; else sudo "$@"; fi
 }
 
-# install_older PACKAGE...: lets apt replace installed packages by older ones of the main release.
+# install_older PACKAGE...: installs packages and allows apt to downgrade installed ones to the main release.
 install_older() {
     local release pin=$log_dir/pin
     release=$(main_release)
-    [[ -n $release ]] && may_install && may_go_back || return
+    [[ -n $release ]] && may_install && may_downgrade || return
     printf 'Package: *\nPin: release o=Debian,l=Debian,n=%s\nPin-Priority: 1001\n' "$release" >"$pin"
-    say "Installing $* with older versions of libraries that are installed"
+    say "Installing $*, downgrading installed libraries where necessary"
     apt_install --allow-downgrades -o Dir::Etc::Preferences="$pin" "$@" >>"$log_dir/packages.log" 2>&1
 }
 
-# may_go_back: asks. A build server, which is there for this, is not asked; without a terminal the answer is no.
-may_go_back() {
+# may_downgrade: asks the user. The answer is yes on a build server (CI is set) and no without a terminal.
+may_downgrade() {
     local answer
     [[ -z ${CI:-} ]] || return 0
     [[ -t 0 ]] || return 1
-    read -r -p "Replace installed packages by older versions of them? [y/N] " answer
+    read -r -p "Downgrade installed packages? [y/N] " answer
     [[ $answer == [yY]* ]]
 }
 
-# use_windows_kit [PATH]: points SKYLUME_WINDOWS_KIT to the folder with Qt for Windows. That is the given folder or
-# archive, else the variable's, else an archive beside the repository, else one that is built now.
+# use_windows_kit [PATH]: sets SKYLUME_WINDOWS_KIT to the folder with Qt for Windows. Uses the given folder or archive,
+# else the one in SKYLUME_WINDOWS_KIT, else an archive in ../shared/windows-kit, else a kit that is built now.
 use_windows_kit() {
     local kit=${1:-${SKYLUME_WINDOWS_KIT:-}} shared=(../shared/windows-kit/*.tar.xz)
     if [[ -z $kit && -f ${shared[0]} ]]; then kit=${shared[0]}; fi
@@ -57,12 +57,12 @@ use_windows_kit() {
     fi
     [[ ! -f $kit ]] || unpack_kit "$kit"
     [[ -d $kit ]] || kit=$kit_folder
-    [[ -f $kit/toolchain-win32.cmake ]] || fail "this is no kit: $kit"
+    [[ -f $kit/toolchain-win32.cmake ]] || fail "not a Windows kit: $kit"
     SKYLUME_WINDOWS_KIT=$(realpath "$kit")
     export SKYLUME_WINDOWS_KIT
 }
 
-# unpack_kit ARCHIVE: into $kit_folder, unless it is there.
+# unpack_kit ARCHIVE: unpacks the archive to $kit_folder unless that was done before.
 unpack_kit() {
     local origin
     origin=$(stat --format='%n %s %Y' "$(realpath "$1")")
@@ -74,7 +74,7 @@ unpack_kit() {
     echo "$origin" >"$kit_folder/unpacked-from"
 }
 
-# build_for_windows: builds build/windows with everything in it. A folder that another kit made is of no use.
+# build_for_windows: builds everything in build/windows. Deletes a build made with another kit.
 build_for_windows() {
     local cache=build/windows/CMakeCache.txt
     if [[ -f $cache ]] && ! grep -qF "=$SKYLUME_WINDOWS_KIT/toolchain-win32.cmake" "$cache"; then
@@ -83,11 +83,11 @@ build_for_windows() {
     build_preset windows -DSKYLUME_BUILD_TESTS=ON -DSKYLUME_BUILD_BENCHMARKS=OFF
 }
 
-# start_wine FOLDER: the folder is the Windows, and a new display the screen, of all programs that Wine runs from now on.
-# Both end with the script.
+# start_wine FOLDER: sets the Wine prefix to the folder and starts a virtual display. Wine and the display are stopped
+# when the script exits.
 start_wine() {
     export WINEPREFIX=$1 WINEARCH=win32 WINEDEBUG=-all LC_ALL=C.UTF-8
-    export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # else Wine offers to download them
+    export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # otherwise Wine offers to download them
     trap 'end_wine; end_background' EXIT
     start_display
 }
@@ -96,14 +96,14 @@ end_wine() {
     [[ ! -d $WINEPREFIX ]] || wineserver --kill || true # not running
 }
 
-# make_prefix: fills a new folder of start_wine. (The kit's runner does this by itself.) Without a window manager Wine
-# waits two seconds for every window, unless it is told that there is none. Its own fonts have to be put where it looks
-# for them.
+# make_prefix: initialises a new Wine prefix; run-under-wine.sh in the kit does this itself. "Managed=N" disables the
+# use of a window manager: there is none, and Wine would wait two seconds for it at every window. Wine's fonts must be
+# linked into the prefix.
 make_prefix() {
     say "Preparing Wine"
     mkdir -p "$WINEPREFIX"
     env -u DISPLAY wineboot --init >"$scratch/wineboot.log" 2>&1 ||
-        fail "Wine does not start: $(<"$scratch/wineboot.log")"
+        fail "Wine failed to start: $(<"$scratch/wineboot.log")"
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
     wineserver --wait

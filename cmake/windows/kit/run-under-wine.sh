@@ -1,24 +1,25 @@
 #!/bin/sh
 # usage: run-under-wine.sh PROGRAM.EXE [ARGUMENT]...
 #
-# Runs a program under Wine with the libraries and Qt plugins of the kit that this file lies in; ctest uses it.
+# Runs a program under Wine with the libraries and Qt plugins of the kit that contains this file. Used by ctest.
 #
-#   WINEPREFIX   Wine's folder, made when it is not there (default: ~/.wine-skylume)
-#   DISPLAY      where windows go; while it is unset each program gets a display of its own, one at a time
-#   WINEQT_...   what the program shall see as QT_...: Wine hides variables with that name
+#   WINEPREFIX   the Wine prefix, created if it does not exist (default: ~/.wine-skylume)
+#   DISPLAY      the display to use; if it is unset, programs run one at a time, each on its own virtual display
+#   WINEQT_...   passed to the program as QT_...; Wine hides variables whose names begin with QT_
 set -eu
 
 kit=$(dirname "$(readlink -f "$0")")
 : "${WINEPREFIX:=$HOME/.wine-skylume}"
 : "${WINEDEBUG:=-all}"
 export WINEPREFIX WINEDEBUG WINEARCH=win32
-export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # else Wine offers to download them
+export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' # otherwise Wine offers to download them
 export WINEPATH="Z:$kit/bin${WINEPATH:+;$WINEPATH}"
 export WINEQT_PLUGIN_PATH="Z:$kit/plugins${WINEQT_PLUGIN_PATH:+;$WINEQT_PLUGIN_PATH}"
-export WINEQT_FORCE_STDERR_LOGGING="${WINEQT_FORCE_STDERR_LOGGING:-1}" # Qt sees no console under Wine
+export WINEQT_FORCE_STDERR_LOGGING="${WINEQT_FORCE_STDERR_LOGGING:-1}" # Qt does not detect a console under Wine
 
-# Without a window manager Wine waits two seconds for every window, unless it is told that there is none. A program
-# that crashes ends, no dialog waits for a click. Wine's own fonts have to be put where it looks for them.
+# Initialises the Wine prefix. "Managed=N" disables the use of a window manager: there is none, and Wine would wait two
+# seconds for it at every window. "ShowCrashDialog=0" ends a crashed program without a dialog. Wine's fonts must be
+# linked into the prefix.
 make_prefix() {
     mkdir -p "$WINEPREFIX"
     env -u DISPLAY wineboot --init
@@ -26,7 +27,7 @@ make_prefix() {
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
     wineserver --wait
     ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
-    cp "$kit/alsa-null.conf" "$WINEPREFIX/" # ALSA cannot read names with a blank, as the kit's may be
+    cp "$kit/alsa-null.conf" "$WINEPREFIX/" # ALSA cannot read paths with spaces, which the kit's path may contain
     : >"$WINEPREFIX/.kit-ready"
 }
 
@@ -38,13 +39,13 @@ if [ ! -e "$WINEPREFIX/.kit-ready" ]; then
     flock -u 9
 fi
 
-# Sounds need a device; ALSA has one that plays nowhere.
+# Without a sound device, use ALSA's null device.
 if [ -z "${PULSE_SERVER-}${ALSA_CONFIG_PATH-}" ] && ! ls /dev/snd/pcm*p >/dev/null 2>&1; then
     export ALSA_CONFIG_PATH="$WINEPREFIX/alsa-null.conf"
 fi
 
-# Wine's own processes must not keep the program's output open after its end, so they are started before it. On a
-# display of its own it has to wait for them: they would outlive the display.
+# Wine's server processes must not keep the program's output open after it exits, so they are started first, with their
+# output redirected. On a virtual display the script waits for them, because the display ends with the script.
 if [ -n "${DISPLAY-}" ]; then
     wine rundll32.exe user32.dll,GetDesktopWindow </dev/null >/dev/null 2>&1 9>&-
     exec wine "$@" 9>&-

@@ -1,4 +1,4 @@
-# CMake toolchain file of the kit it lies in: 32-bit Windows, with Debian's mingw-w64 and the kit's Qt.
+# CMake toolchain file for 32-bit Windows, with Debian's mingw-w64 and the Qt of the kit that contains this file.
 get_filename_component(kit "${CMAKE_CURRENT_LIST_DIR}" ABSOLUTE)
 set(triplet i686-w64-mingw32)
 
@@ -6,7 +6,7 @@ set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_VERSION 6.1) # Windows 7
 set(CMAKE_SYSTEM_PROCESSOR i686)
 
-# Qt is built with POSIX threads, which the unqualified names need not stand for.
+# Qt is built with POSIX threads; the compiler names without a suffix may select another thread model.
 set(CMAKE_C_COMPILER ${triplet}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triplet}-g++-posix)
 set(CMAKE_RC_COMPILER ${triplet}-windres)
