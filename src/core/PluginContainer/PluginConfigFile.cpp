@@ -58,6 +58,12 @@ void insertPair(QHash<QString, QString>& table, const QString& key, const QStrin
     QT_WARNING_POP
 }
 
+/// Finds a record without copying the text, which lies in the reader's buffer.
+PluginInfo* findRecord(const QHash<QString, PluginInfo*>& records, const QStringRef& clsid)
+{
+    return records.value(QString::fromRawData(clsid.data(), clsid.size()));
+}
+
 } // namespace
 
 void PluginContainer::populatePluginsConfig(QString path)
@@ -128,7 +134,7 @@ void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
 bool PluginContainer::enableByDefault(const QStringRef& clsid)
 {
     addToDisEnableList(QStringLiteral("common"), m_pEnableTable, clsid, true);
-    const PluginInfo* const info = findRecord(clsid);
+    const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (info)
         m_pCommonSet->insert(info->m_strClsid);
     return info;
@@ -158,7 +164,7 @@ void PluginContainer::removeForOperator(const QString& clsid)
 void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid,
                                          bool enable)
 {
-    const PluginInfo* const info = findRecord(clsid);
+    const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (!info) {
         LOG_DEBUG("readDeviceElements: %s: have to %s %s, but not in list", qUtf8Printable(key),
                   enable ? "enable" : "disable", qUtf8Printable(clsid.toString()));
@@ -167,10 +173,4 @@ void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* t
     LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
               enable ? "Enabling" : "Disabling", qUtf8Printable(info->m_strClsid));
     insertPair(*table, key, info->m_strClsid); // shares the record's text: there may be many rules
-}
-
-/// Looks a record up by a text that lies in the reader's buffer, without copying it or taking memory.
-PluginInfo* PluginContainer::findRecord(const QStringRef& clsid) const
-{
-    return m_pHashPlugins->value(d->soughtClsid.setRawData(clsid.data(), clsid.size()));
 }

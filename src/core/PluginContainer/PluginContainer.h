@@ -14,8 +14,6 @@
 #include <memory>
 
 class CInitConfigThread;
-class IBasePlugin;
-class IDeviceMgr;
 class PluginContainerPrivate;
 class PluginInfo;
 class QStringRef;
@@ -184,37 +182,25 @@ private:
     void endConfigThread();
     void stopConfigThread();
 
-    PluginInfo* findRecord(const QStringRef& clsid) const;
     PluginInfo* findLogged(const QString& clsid, const char* function) const;
 
-    bool provideLoaded(PluginInfo* info, bool bInit);
-    static QObject* queryInterface(const PluginInfo& info, int iid);
+    bool provideLoaded(PluginInfo* info, bool bInit, const char* function);
     void loadIfNeeded(PluginInfo* info);
     void initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function);
-    void retirePlugin(PluginInfo* info);
-    struct Teardown;
-    bool tearDown(const QString& clsid, const Teardown& step);
-    IBasePlugin* runningBase(const PluginInfo* info) const;
-    QStringList unregisterRunningPlugins();
-    bool isRunning(const QString& clsid) const;
-    IBasePlugin* baseToStop(const QString& clsid);
 
-    void readPluginLibraryElement(QXmlStreamReader& reader);
+    struct TeardownStep;
+    bool callIfRunning(const QString& clsid, const TeardownStep& step, const char* function);
+    void callEach(const QStringList& clsids, const TeardownStep& step);
+    QStringList runningPlugins(const QStringList& without) const;
+    void unloadDisabled(PluginInfo* info, const char* function);
+
+    void readPluginLibraryElement(QXmlStreamReader& reader, const char* function);
     void readPluginsConfigElement(QXmlStreamReader& reader);
     bool enableByDefault(const QStringRef& clsid);
     void enableForOperator(const QStringRef& clsid);
     void removeForOperator(const QString& clsid);
 
-    bool keyRulesChangeSomething(const QString& key) const;
-    bool commonRulesChangeSomething(const QString& key) const;
-
-    QString detectDeviceName();
-    void linkDeviceService();
-    void unlinkDeviceService();
-    void unlinkAfterTermination();
-    void waitForDeviceEvent();
-    void endDeviceWait();
-    static QString takeDeviceName(IDeviceMgr& deviceMgr);
+    QString detectDeviceName(const char* function);
 
     QDir m_dirPlugins;
     QString m_strMainPlugin;

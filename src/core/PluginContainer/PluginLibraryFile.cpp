@@ -84,15 +84,14 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
 void PluginContainer::populatePluginInfo(QString path)
 {
     const QMutexLocker locker(&m_mutex);
-    const auto onElement = [this](QXmlStreamReader& reader) {
-        readPluginLibraryElement(reader);
+    const auto onElement = [this, function = LOG_FUNCTION](QXmlStreamReader& reader) {
+        readPluginLibraryElement(reader, function);
     };
     readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);
 }
 
-void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)
+void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader, const char* function)
 {
-    constexpr const char* function = "populatePluginInfo";
     if (reader.name() == QLatin1String("mainplugin")) {
         const QString name = reader.readElementText(QXmlStreamReader::SkipChildElements);
         if (!reader.hasError())
