@@ -20,8 +20,6 @@ private slots:
     void wouldChange();
     void deviceSwitch();
     void removedByOperator();
-    void liveUpdate();
-    void lateEmbeddedPluginsAreUpdatedToo();
 
 private:
     /// A container over the plugins A to D and the main frame M.
@@ -192,49 +190,6 @@ void TestCustomisation::removedByOperator()
     for (const PluginStatus& status : container->GetPluginStatus())
         actual.append({status.clsid, status.rule, status.key});
     QCOMPARE(actual, expected);
-}
-
-void TestCustomisation::liveUpdate()
-{
-    const auto container =
-        make(commonXml({"A", "B", "D", "M"}) + ruleXml("device", "Lume", {"C"}, {"A", "M"}));
-    container->LoadAllStaticOrActivePlugin();
-    QVERIFY(container->IsPluginAvailable("A"));
-    recorder().reset();
-    log().clear();
-
-    container->ApplyCustomizationForDevice("Lume");
-    QVERIFY(recorder().names().isEmpty()); // flags only
-    container->UpdateAllStaticOrActivePlugins();
-    QCOMPARE(recorder().names(), QStringList({"TestAlpha.Destroy", "TestAlpha.destructed",
-                                              "TestGamma.constructed", "TestGamma.Init"}));
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList({"B", "C", "M"})); // the main frame stays
-    VERIFY_LOGGED_IN_ORDER("{file}: UpdateAllStaticOrActivePlugins: Unload plugin AlphaPlugin bUnloaded 1",
-                           "{file}: UpdateAllStaticOrActivePlugins: TestGamma to be loaded...",
-                           "{file}: UpdateAllStaticOrActivePlugins: Loaded plugin: GammaPlugin.",
-                           "{file}: UpdateAllStaticOrActivePlugins: GammaPlugin calling initPlugin");
-
-    recorder().reset();
-    container->ApplyCustomizationForDevice("");
-    container->UpdateAllStaticOrActivePlugins();
-    container->UpdateAllStaticOrActivePlugins(); // nothing is left to do
-    // One pass in file order, so the plugin that comes back is loaded before the other goes.
-    QCOMPARE(recorder().names(), QStringList({"TestAlpha.constructed", "TestGamma.Destroy",
-                                              "TestGamma.destructed", "TestAlpha.Init"}));
-    QVERIFY(!container->IsPluginLoaded("D")); // neither active nor static
-}
-
-void TestCustomisation::lateEmbeddedPluginsAreUpdatedToo()
-{
-    const QString late = "FCDC307E-06DC-4dfa-AC83-834D0E306D48";
-    const QString later = "D2AB6727-AF80-4ef7-B37E-F217803B85A4";
-    const auto container = makeContainer(QVector<PluginEntry>{
-        {late, "TestAlpha", true}, {later, "TestBeta", false, true}, {"C", "TestGamma", true}});
-    container->LoadAllStaticOrActivePlugin();
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList("C"));
-    QCOMPARE(log().count("{file}: {func}: {*} is not going to be loaded at first..."), 2);
-    container->UpdateAllStaticOrActivePlugins();
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList({late, later, "C"}));
 }
 
 QTEST_GUILESS_MAIN(TestCustomisation)
