@@ -40,7 +40,7 @@ void readRules(QXmlStreamReader& reader, OnRule onRule)
     XmlFile::readElements(reader, onElement, PluginElement);
 }
 
-/// Most rules are those of modems, about as many that add as that remove: both tables grow once.
+/// Reserves memory for both tables. Most rules belong to modems, half of them add and half of them remove.
 void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QString, QString>& disableTable)
 {
     const int foreseen = XmlFile::foreseenEntries(fileSize, UsualRuleSize) / 2;
@@ -48,8 +48,8 @@ void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QStri
     disableTable.reserve(foreseen);
 }
 
-/// Keeps earlier values of the key. The tables' type is fixed, hence the operation that Qt would rather see
-/// in QMultiHash.
+/// Keeps earlier values of the key. The type of the tables is fixed, so QMultiHash cannot be used instead of
+/// the deprecated operation.
 void insertPair(QHash<QString, QString>& table, const QString& key, const QString& value)
 {
     QT_WARNING_PUSH
@@ -172,5 +172,5 @@ void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* t
     }
     LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
               enable ? "Enabling" : "Disabling", qUtf8Printable(info->m_strClsid));
-    insertPair(*table, key, info->m_strClsid); // shares the record's text: there may be many rules
+    insertPair(*table, key, info->m_strClsid); // shares the string of the record: there may be many rules
 }

@@ -19,17 +19,17 @@ class PluginInfo;
 class QStringRef;
 class QXmlStreamReader;
 
-/// The registry and life-cycle manager of every plugin; there is one per process, made by Startup.
+/// The registry and life-cycle manager of all plugins. Startup creates the only one of the process.
 ///
-/// IPluginContainer.h documents what plugins use. The protected operations are the steps that those are made
-/// of, for derived containers. loadPlugin, unloadPlugin and getPluginNameByClsid expect the lock to be held;
-/// the readers of the configuration file run before another thread knows the container; all others take the
-/// lock themselves.
+/// IPluginContainer.h documents the operations for plugins. The protected operations are the steps of these,
+/// for derived containers. Call loadPlugin, unloadPlugin and getPluginNameByClsid with the lock held. The
+/// readers of the configuration file need no lock: no other thread knows the container yet. All others take
+/// the lock themselves.
 class SKYLUME_EXPORT PluginContainer : public IPluginContainer
 {
 public:
     /// Reads both files, enables the common and operator plugins, loads and initialises the device manager,
-    /// starts the configuration thread and settles the language.
+    /// starts the configuration thread and chooses the language.
     /// @param strPluginsFile   the plugin library file; a missing one leaves no plugin known
     /// @param strPluginsConfig the plugin configuration file; a missing one leaves no plugin enabled
     ///
@@ -81,13 +81,13 @@ public:
     /// read to their ends. Any thread.
     ConfigurationFaultList GetConfigurationFaults() const;
 
-    /// Device events of the device service, on its thread. Keeps the name of the modem when exactly one is
-    /// available and wakes whoever waits for it.
+    /// Handles an event of the device service, on a thread of the service. Stores the name of the modem when
+    /// exactly one is available and wakes the configuration thread.
     /// @param type a QRVL_Event; other values are ignored
     /// @return always 1
     static int OnDevMgrEvent(int type, void* data);
 
-    /// Name of the modem that the latest device event reported; empty when there is none or it was consumed.
+    /// Name of the modem that the latest device event reported; empty when there is none or it has been used.
     static QString m_strDeviceName;
     static QMutex m_LockStrDevName; ///< guards m_strDeviceName
 
@@ -141,8 +141,8 @@ protected:
 
     // ---- Language of the start: for the constructor's thread; no lock
 
-    /// Makes the language that the customisation asks for the active one, unless it already asked for it at
-    /// the last start. The first start of all only notes it.
+    /// Activates the language that the customisation requests if the request has changed since the last start.
+    /// The very first start only records it.
     void setStartupLanguage();
 
     /// The language that the customisation asks for with the default setting "adaptertype" of the section

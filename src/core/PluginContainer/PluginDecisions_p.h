@@ -5,8 +5,8 @@
 #include <QHash>
 #include <QSet>
 
-/// Remembers which rule decided on each plugin, so that the plugin set can be explained. Changes nothing
-/// itself.
+/// Records which rule enabled or disabled each plugin and what went wrong with it, for
+/// PluginContainer::GetPluginStatus().
 class PluginDecisions
 {
 public:
@@ -19,14 +19,14 @@ public:
     /// The operator's customisation adds this plugin to the common set.
     void noteOperatorAdd(const QString& clsid) { m_operatorAdded.insert(clsid); }
 
-    /// The operator's customisation takes this plugin out for good.
+    /// The operator's customisation removes this plugin for good.
     void noteOperatorRemove(const PluginStatus& plugin) { m_removed.append(plugin); }
 
     void noteCommon(const QString& clsid, const QString& operatorName);
     void noteKey(const QString& clsid, const QString& key, bool enable);
     void noteFault(const QString& clsid, const PluginFault& fault) { m_faults.insert(clsid, fault); }
 
-    /// Forgets the decisions, not the removals: all plugins are disabled again.
+    /// Forgets the decisions, but not removals and faults: all plugins are disabled again.
     void reset() { m_decisions.clear(); }
 
     Decision decision(const QString& clsid) const { return m_decisions.value(clsid); }
