@@ -1,5 +1,5 @@
-// Reading large plugin files and applying the customisation of one device, against a bare pass of Qt's reader
-// over the same files.
+// Reading large plugin files and applying the customisation of one device, compared with a bare pass of Qt's
+// reader over the same files. Asking whether a customisation would change anything, compared with applying it.
 #include "Installation.h"
 
 #include "PluginContainer/PluginContainer.h"
@@ -82,6 +82,37 @@ void barePass(benchmark::State& state)
     state.SetComplexityN(records);
 }
 
+/// A container in which every plugin is enabled, and rules of one device that change nothing: the question has
+/// to look at all of them.
+std::unique_ptr<PluginContainer> makeSettledContainer(int records)
+{
+    QByteArray common;
+    QByteArray device;
+    for (int number = 0; number < records; ++number) {
+        common += "<item clsid=\"" + clsid(number) + "\"/>";
+        device += "<add clsid=\"" + clsid(number) + "\"/>";
+    }
+    const QString config = installation->write(
+        "PluginsConfig.xml", "<config><common>" + common + "</common><device name=\"Lume\"><plugin>" +
+                                 device + "</plugin></device></config>");
+    return std::make_unique<PluginContainer>(writeLibraryFile(records), config, true);
+}
+
+void applyCustomisation(benchmark::State& state)
+{
+    const auto container = makeSettledContainer(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        container->ApplyCustomizationForDevice(QStringLiteral("Lume"));
+}
+
+void askForChanges(benchmark::State& state)
+{
+    const auto container = makeSettledContainer(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+        if (container->IsCustomizationForDevice(QStringLiteral("Lume")))
+            state.SkipWithError("the rules were to change nothing");
+}
+
 void useSizes(benchmark::internal::Benchmark* registered)
 {
     registered->Arg(500)->Arg(1000)->Arg(2000)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -91,6 +122,17 @@ void useSizes(benchmark::internal::Benchmark* registered)
 
 BENCHMARK(readAndCustomise)->Name("read_configuration/ours")->Apply(useSizes);
 BENCHMARK(barePass)->Name("read_configuration/peer_reader")->Apply(useSizes);
+
+BENCHMARK(askForChanges)
+    ->Name("customise/ours_ask")
+    ->Arg(16000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(applyCustomisation)
+    ->Name("customise/peer_apply")
+    ->Arg(16000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 int main(int argc, char** argv)
 {

@@ -11,7 +11,7 @@ namespace {
 constexpr QLatin1String SettingsSection("device");
 constexpr QLatin1String LastUsedKey("lastused");
 
-// Runs on the device service's thread, which may use the settings as well.
+// Runs on a thread of the device service; settings may be used on any thread.
 int onDeviceEvent(int type, void*)
 {
     if (type != QRVL_EVENT_DEV_DETECTED)

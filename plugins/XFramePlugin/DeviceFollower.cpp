@@ -37,7 +37,7 @@ void DeviceFollower::finishStart()
         applyKeyOf(modems);
         return;
     }
-    // The start has customised for the modem used last; that stands until a modem comes or goes.
+    // The container has customised for the modem used last; this applies until a modem is attached or removed.
     m_situation.modems = modems;
     m_situation.key = lastUsedDevice();
     refresh();
@@ -47,7 +47,7 @@ void DeviceFollower::devicesChanged()
 {
     if (m_startPoll.isActive())
         return;
-    // Events also tell of detections that found nothing new.
+    // Events are also sent for detections that found no change.
     const Modems modems = attachedModems();
     if (!(modems == m_situation.modems))
         applyKeyOf(modems);
@@ -59,8 +59,7 @@ void DeviceFollower::applyKeyOf(const Modems& modems)
 {
     m_situation.modems = modems;
     m_situation.key = customisationKey(m_container, modems);
-    // The differences are not used: choosing the key has changed flags already. Pages go by what is enabled
-    // now.
+    // The differences are not needed: pages and status bar compare with what is enabled now.
     QList<QString> enabledNow;
     QList<QString> disabledNow;
     m_container.HandleDeviceSwitched(m_situation.key, enabledNow, disabledNow);
@@ -69,7 +68,7 @@ void DeviceFollower::applyKeyOf(const Modems& modems)
 
 void DeviceFollower::refresh()
 {
-    // A page's code is in its plugin's library: pages go before their libraries do.
+    // The code of a page is in its plugin's library: remove pages before libraries are unloaded.
     m_pages.dropDisabled();
     m_statusBar.dropDisabled();
     m_container.UpdateAllStaticOrActivePlugins();

@@ -11,10 +11,11 @@ class DeviceEvents;
 class IPluginContainer;
 class MainWindow;
 
-/// Keeps plugins, pages and status bar in line with the attached modem.
+/// Updates plugins, pages and status bar when modems are attached or removed.
 ///
-/// The container finishes the customisation of the start on a thread of its own. Until that is done device
-/// events are left alone; then the follower looks at the modems itself and goes by the events from there on.
+/// At the start, the container applies the first customisation on its configuration thread. Device events are
+/// ignored until that is done; then the follower checks the attached modems once and handles events from
+/// there on.
 class DeviceFollower : public QObject
 {
     Q_OBJECT

@@ -12,6 +12,7 @@ public:
     using PluginContainer::PluginContainer;
 
     using PluginContainer::decideDefaultLanguage;
+    using PluginContainer::disableAllPlugins;
     using PluginContainer::GetAdapterLang;
     using PluginContainer::GetCurLanguageInfo;
     using PluginContainer::getDeviceName;

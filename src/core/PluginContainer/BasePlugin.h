@@ -5,7 +5,7 @@
 #include <QHash>
 #include <QObject>
 
-/// A base plugin to derive from: answers interface 0 with itself and every published number with its service.
+/// Base class for plugins: answers interface 0 with itself and each published number with its service.
 ///
 ///     class MyPlugin : public BasePlugin, public IUIPlugin
 ///     {
@@ -25,14 +25,14 @@ public:
     BasePlugin();
     ~BasePlugin() override;
 
-    /// Reports success (1); derived plugins do their start here.
+    /// Returns 1 for success. Derived plugins start their work here.
     int Init() override;
     bool QueryInterface(int iid, void** out) override;
     void Destroy() override;
     void UnSDKRegisterEvent() override;
 
 protected:
-    /// Answers QueryInterface(iid) with this object from now on. The object must live as long as the plugin.
+    /// Makes QueryInterface(iid) return this object. It must live as long as the plugin.
     void publish(int iid, QObject* service);
 
 private:

@@ -6,12 +6,11 @@
 
 class IPluginContainer;
 
-/// The worker that finishes the device-dependent configuration after the start, so that nothing on the GUI
-/// thread waits for a modem.
+/// Finishes the device-dependent configuration after the start, so that the GUI thread never waits for a modem.
 class SKYLUME_EXPORT CInitConfigThread : public QThread
 {
 public:
-    /// Gives the thread the container to serve. The container must outlive the thread's run.
+    /// Sets the container, which must outlive the running thread.
     /// @return true
     bool Init(IPluginContainer* container);
 

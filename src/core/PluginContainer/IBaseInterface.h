@@ -2,7 +2,7 @@
 
 #include "skylume_global.h"
 
-/// Root of the interfaces that the core library hands to plugins.
+/// Root of the interfaces that the core library gives to plugins.
 ///
 /// Plugins are compiled against the order of the virtual operations: it never changes, and new operations are
 /// only ever added at the end of the last derived class.
@@ -11,9 +11,9 @@ class SKYLUME_EXPORT IBaseInterface
 public:
     virtual ~IBaseInterface();
 
-    /// Does nothing: the owner of an interface decides on its life, not its users.
+    /// Does nothing: the object belongs to the core library.
     virtual void Release() = 0;
 
-    /// Always 0; failures are reported by the operations themselves.
+    /// Always 0: each operation reports its own failures.
     virtual int GetLastError() = 0;
 };

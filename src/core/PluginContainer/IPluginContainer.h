@@ -8,20 +8,20 @@
 
 class QObject;
 
-/// The plugin host as launcher and plugins see it; reached through Startup::GetPluginContainer().
+/// The plugin host for launcher and plugins; get it from Startup::GetPluginContainer().
 ///
 /// A plugin is named by its class identifier ("clsid"): a GUID as text without braces, compared with exact
 /// case. Every operation may be called from any thread, also from within a plugin's Init(): the container's
-/// lock is recursive. Nothing throws; a miss is a null pointer, false, -1 or an empty text, mostly
-/// with a line in the log.
+/// lock is recursive. No operation throws. Failures are reported as a null pointer, false, -1 or an
+/// empty string, and most of them are logged.
 ///
-/// The order of the virtual operations is what plugins are compiled against. It never changes.
+/// Plugins are compiled against the order of the virtual operations. It never changes.
 class SKYLUME_EXPORT IPluginContainer : public IBaseInterface
 {
 public:
     ~IPluginContainer() override;
 
-    /// Whether the plugin is known, enabled and loadable. Loads its library, without initialising it.
+    /// Whether the plugin is known, enabled and can be loaded. Loads its library, but does not initialise it.
     virtual bool IsPluginAvailable(QString clsid) = 0;
 
     /// Whether the plugin's library is loaded; false for an unknown clsid.
@@ -55,8 +55,8 @@ public:
     /// all that are loaded. The two UI-embedded plugins of PluginIds.h are left for later.
     virtual void LoadAllStaticOrActivePlugin() = 0;
 
-    /// Whether ApplyCustomizationForDevice(key) would change the enabled state of some plugin. Changes
-    /// nothing.
+    /// Whether ApplyCustomizationForDevice(key) would change the enabled state of some plugin. Does not
+    /// change any.
     virtual bool IsCustomizationForDevice(QString key) = 0;
 
     /// Unloads a plugin's library.
@@ -79,8 +79,8 @@ public:
     /// The clsid of the last plugin of that name in file order; empty when there is none.
     virtual QString GetClsidByName(QString name) = 0;
 
-    /// Applies the customisation for another device and tells what that turned on and off. Loads and unloads
-    /// nothing: call UpdateAllStaticOrActivePlugins() afterwards.
+    /// Applies the customisation for another device and reports which plugins that enabled and disabled. Does
+    /// not load or unload any: call UpdateAllStaticOrActivePlugins() afterwards.
     /// @param enabledNow  the clsids that the switch enabled are appended, in file order
     /// @param disabledNow the clsids that the switch disabled are appended, in file order
     virtual void HandleDeviceSwitched(QString device, QList<QString>& enabledNow,
@@ -91,12 +91,12 @@ public:
     /// @return whether Destroy() was called
     virtual bool DestroyPlugin(QString clsid) = 0;
 
-    /// Whether the device-dependent customisation of the start has been applied. May be polled, takes no
-    /// lock.
+    /// Whether the device-dependent customisation of the start has been applied. Takes no lock, so
+    /// it may be polled.
     virtual bool IsPluginsConfigInitialized() = 0;
 
-    /// Learns the device name and applies its customisation. Blocks up to 10 s until the device service
-    /// reports: the container runs it once on a thread of its own, nobody else needs to call it.
+    /// Finds the name of the attached device and applies its customisation. Blocks for up to 10 s until the
+    /// device service reports. The container calls it once, on the configuration thread.
     virtual void StartInitPluginsConfig() = 0;
 
     /// Brings the loaded set in line with the enabled flags: unloads what is disabled (never the main frame),

@@ -1,10 +1,10 @@
 // Reads the plugin configuration file: which plugins are enabled for whom.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/ConfigurationFile_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/files/XmlFile_p.h"
 
 #include <QFileInfo>
 #include <QXmlStreamReader>
@@ -40,7 +40,7 @@ void readRules(QXmlStreamReader& reader, OnRule onRule)
     XmlFile::readElements(reader, onElement, PluginElement);
 }
 
-/// Most rules are those of modems, about as many that add as that remove: both tables grow once.
+/// Reserves memory for both tables. Most rules belong to modems, half of them add and half of them remove.
 void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QString, QString>& disableTable)
 {
     const int foreseen = XmlFile::foreseenEntries(fileSize, UsualRuleSize) / 2;
@@ -48,8 +48,8 @@ void makeRoom(qint64 fileSize, QHash<QString, QString>& enableTable, QHash<QStri
     disableTable.reserve(foreseen);
 }
 
-/// Keeps earlier values of the key. The tables' type is fixed, hence the operation that Qt would rather see
-/// in QMultiHash.
+/// Keeps earlier values of the key. The type of the tables is fixed, so QMultiHash cannot be used instead of
+/// the deprecated operation.
 void insertPair(QHash<QString, QString>& table, const QString& key, const QString& value)
 {
     QT_WARNING_PUSH
@@ -58,12 +58,21 @@ void insertPair(QHash<QString, QString>& table, const QString& key, const QStrin
     QT_WARNING_POP
 }
 
+/// Finds a record without copying the text, which lies in the reader's buffer.
+PluginInfo* findRecord(const QHash<QString, PluginInfo*>& records, const QStringRef& clsid)
+{
+    return records.value(QString::fromRawData(clsid.data(), clsid.size()));
+}
+
 } // namespace
 
 void PluginContainer::populatePluginsConfig(QString path)
 {
     makeRoom(QFileInfo(path).size(), *m_pEnableTable, *m_pDisableTable);
-    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
+    const auto onElement = [this](QXmlStreamReader& reader) {
+        readPluginsConfigElement(reader);
+    };
+    readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);
 }
 
 void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
@@ -125,7 +134,7 @@ void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
 bool PluginContainer::enableByDefault(const QStringRef& clsid)
 {
     addToDisEnableList(QStringLiteral("common"), m_pEnableTable, clsid, true);
-    const PluginInfo* const info = findRecord(clsid);
+    const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (info)
         m_pCommonSet->insert(info->m_strClsid);
     return info;
@@ -146,20 +155,16 @@ void PluginContainer::removeForOperator(const QString& clsid)
 {
     LOG_DEBUG("readCustomizeElements: %s will be removed", qUtf8Printable(clsid));
     if (const PluginInfo* const info = m_pHashPlugins->value(clsid))
-        d->decisions.noteOperatorRemove({info->m_strName,
-                                         clsid,
-                                         info->m_iType,
-                                         PluginStatus::State::Removed,
-                                         PluginStatus::Rule::OperatorRemove,
-                                         m_strCustomizeName,
-                                         {}});
+        d->decisions.noteOperatorRemove({info->m_strName, clsid, info->m_iType, PluginStatus::State::Removed,
+                                         PluginStatus::Rule::OperatorRemove, m_strCustomizeName,
+                                         PluginStatus::Fault::None, info->m_strUrl, QString()});
     removePluginInfo(clsid);
 }
 
 void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid,
                                          bool enable)
 {
-    const PluginInfo* const info = findRecord(clsid);
+    const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (!info) {
         LOG_DEBUG("readDeviceElements: %s: have to %s %s, but not in list", qUtf8Printable(key),
                   enable ? "enable" : "disable", qUtf8Printable(clsid.toString()));
@@ -167,11 +172,5 @@ void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* t
     }
     LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
               enable ? "Enabling" : "Disabling", qUtf8Printable(info->m_strClsid));
-    insertPair(*table, key, info->m_strClsid); // shares the record's text: there may be many rules
-}
-
-/// Looks a record up by a text that lies in the reader's buffer, without copying it or taking memory.
-PluginInfo* PluginContainer::findRecord(const QStringRef& clsid) const
-{
-    return m_pHashPlugins->value(d->soughtClsid.setRawData(clsid.data(), clsid.size()));
+    insertPair(*table, key, info->m_strClsid); // shares the string of the record: there may be many rules
 }

@@ -27,7 +27,7 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfi
 {
     LOG_DEBUG("%s: %s: entered, strPluginsFile = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(strPluginsFile));
     m_dirPlugins.setPath(CommonUtils::GetPluginLibraryPath());
-    d = std::make_unique<PluginContainerPrivate>(m_dirPlugins.path());
+    d = std::make_unique<PluginContainerPrivate>(m_dirPlugins.path(), m_bDeviceLink);
 
     m_pHashPlugins = new QHash<QString, PluginInfo*>;
     m_pListPlugins = new QList<PluginInfo*>;
@@ -87,7 +87,7 @@ void PluginContainer::endConfigThread()
     constexpr unsigned long longestFinishMs = 1000;
     if (!m_pInitConfigThread || !m_pInitConfigThread->isRunning())
         return;
-    endDeviceWait();
+    d->deviceLink.close();
     m_pInitConfigThread->wait(longestFinishMs);
 }
 
@@ -100,7 +100,7 @@ void PluginContainer::stopConfigThread()
     if (m_pInitConfigThread->isRunning()) {
         CommonUtils::WaitForThreadToStop(m_pInitConfigThread, longestWaitSeconds);
         m_pInitConfigThread->wait(terminationMs);
-        unlinkAfterTermination();
+        d->deviceLink.unregisterAfterTermination();
     }
     if (!m_pInitConfigThread->isRunning())
         delete m_pInitConfigThread; // deleting one that outlives its termination would end the process

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PluginContainer/ConfigurationFault.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/LanguageInfoEx.h"
 #include "PluginContainer/PluginStatus.h"
@@ -13,24 +14,22 @@
 #include <memory>
 
 class CInitConfigThread;
-class IBasePlugin;
-class IDeviceMgr;
 class PluginContainerPrivate;
 class PluginInfo;
 class QStringRef;
 class QXmlStreamReader;
 
-/// The registry and life-cycle manager of every plugin; there is one per process, made by Startup.
+/// The registry and life-cycle manager of all plugins. Startup creates the only one of the process.
 ///
-/// IPluginContainer.h documents what plugins use. The protected operations are the steps that those are made
-/// of, for derived containers. loadPlugin, unloadPlugin and getPluginNameByClsid expect the lock to be held;
-/// the readers of the configuration file run before another thread knows the container; all others take the
-/// lock themselves.
+/// IPluginContainer.h documents the operations for plugins. The protected operations are the steps of these,
+/// for derived containers. Call loadPlugin, unloadPlugin and getPluginNameByClsid with the lock held. The
+/// readers of the configuration file need no lock: no other thread knows the container yet. All others take
+/// the lock themselves.
 class SKYLUME_EXPORT PluginContainer : public IPluginContainer
 {
 public:
     /// Reads both files, enables the common and operator plugins, loads and initialises the device manager,
-    /// starts the configuration thread and settles the language.
+    /// starts the configuration thread and chooses the language.
     /// @param strPluginsFile   the plugin library file; a missing one leaves no plugin known
     /// @param strPluginsConfig the plugin configuration file; a missing one leaves no plugin enabled
     ///
@@ -67,17 +66,28 @@ public:
     QStringList GetGIDGroups() override;
     bool UnRegisterFormPluginContainer(QString clsid) override;
 
-    /// Every plugin of the plugin library file, those removed by the operator's customisation at the end,
-    /// with the rule that decided on it. For views that explain the plugin set; any thread.
+    /// Whether the plugin configuration file has rules that ApplyCustomizationForDevice(key) would apply
+    /// besides the common ones, whether or not they would change anything now. Any thread; changes nothing.
+    /// @param key as for ApplyCustomizationForDevice()
+    /// @return false for the empty key. Rules for plugins that the plugin library file does not list are
+    ///         ignored.
+    bool HasRulesFor(const QString& key) const;
+
+    /// Every plugin of the plugin library file, followed by those that the operator's customisation removed,
+    /// each with its state and the rule that decided. For views that explain the plugin set; any thread.
     PluginStatusList GetPluginStatus() const;
 
-    /// Device events of the device service, on its thread. Keeps the name of the modem when exactly one is
-    /// available and wakes whoever waits for it.
+    /// The faults that the two files had when they were read, at most one for each file; empty when both were
+    /// read to their ends. Any thread.
+    ConfigurationFaultList GetConfigurationFaults() const;
+
+    /// Handles an event of the device service, on a thread of the service. Stores the name of the modem when
+    /// exactly one is available and wakes the configuration thread.
     /// @param type a QRVL_Event; other values are ignored
     /// @return always 1
     static int OnDevMgrEvent(int type, void* data);
 
-    /// Name of the modem that the latest device event reported; empty when there is none or it was consumed.
+    /// Name of the modem that the latest device event reported; empty when there is none or it has been used.
     static QString m_strDeviceName;
     static QMutex m_LockStrDevName; ///< guards m_strDeviceName
 
@@ -131,8 +141,8 @@ protected:
 
     // ---- Language of the start: for the constructor's thread; no lock
 
-    /// Makes the language that the customisation asks for the active one, unless it already asked for it at
-    /// the last start. The first start of all only notes it.
+    /// Activates the language that the customisation requests if the request has changed since the last start.
+    /// The very first start only records it.
     void setStartupLanguage();
 
     /// The language that the customisation asks for with the default setting "adaptertype" of the section
@@ -172,37 +182,25 @@ private:
     void endConfigThread();
     void stopConfigThread();
 
-    PluginInfo* findRecord(const QStringRef& clsid) const;
     PluginInfo* findLogged(const QString& clsid, const char* function) const;
 
-    bool provideLoaded(PluginInfo* info, bool bInit);
-    static QObject* queryInterface(const PluginInfo& info, int iid);
+    bool provideLoaded(PluginInfo* info, bool bInit, const char* function);
     void loadIfNeeded(PluginInfo* info);
     void initLoadedPlugins(bool (*isWanted)(const PluginInfo&), const char* function);
-    void retirePlugin(PluginInfo* info);
-    struct Teardown;
-    bool tearDown(const QString& clsid, const Teardown& step);
-    IBasePlugin* runningBase(const PluginInfo* info) const;
-    QStringList unregisterRunningPlugins();
-    bool isRunning(const QString& clsid) const;
-    IBasePlugin* baseToStop(const QString& clsid);
 
-    void readPluginLibraryElement(QXmlStreamReader& reader);
+    struct TeardownStep;
+    bool callIfRunning(const QString& clsid, const TeardownStep& step, const char* function);
+    void callEach(const QStringList& clsids, const TeardownStep& step);
+    QStringList runningPlugins(const QStringList& without) const;
+    void unloadDisabled(PluginInfo* info, const char* function);
+
+    void readPluginLibraryElement(QXmlStreamReader& reader, const char* function);
     void readPluginsConfigElement(QXmlStreamReader& reader);
     bool enableByDefault(const QStringRef& clsid);
     void enableForOperator(const QStringRef& clsid);
     void removeForOperator(const QString& clsid);
 
-    bool keyRulesChangeSomething(const QString& key) const;
-    bool commonRulesChangeSomething(const QString& key) const;
-
-    QString detectDeviceName();
-    void linkDeviceService();
-    void unlinkDeviceService();
-    void unlinkAfterTermination();
-    void waitForDeviceEvent();
-    void endDeviceWait();
-    static QString takeDeviceName(IDeviceMgr& deviceMgr);
+    QString detectDeviceName(const char* function);
 
     QDir m_dirPlugins;
     QString m_strMainPlugin;

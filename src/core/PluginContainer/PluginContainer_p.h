@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PluginContainer/ConfigurationFault.h"
+#include "PluginContainer/DeviceLink_p.h"
 #include "PluginContainer/PluginDecisions_p.h"
 #include "PluginContainer/PluginFolder_p.h"
 
@@ -9,14 +11,17 @@
 class PluginContainerPrivate
 {
 public:
-    explicit PluginContainerPrivate(const QString& pluginFolder)
+    PluginContainerPrivate(const QString& pluginFolder, bool& isDeviceLinkRegistered)
         : folder(pluginFolder)
+        , deviceLink(isDeviceLinkRegistered)
     {
     }
 
     PluginFolder folder;
     PluginDecisions decisions;
-    std::atomic<bool> isClosing{false}; ///< the container is ending: wait for no modem any more
-    QString soughtClsid;                ///< of the rule being read; refers to the reader's buffer
-    bool followsUserLocale = false;     ///< the start's language goes by the user's locale, not the system's
+    ConfigurationFaultList configurationFaults;
+    DeviceLink deviceLink;
+    std::atomic<bool> isDeviceMgrInUse{
+        false};                     ///< set under the lock; the device manager is not unloaded then
+    bool followsUserLocale = false; ///< the start's language goes by the user's locale, not the system's
 };

@@ -1,6 +1,7 @@
-// Decides which plugins are enabled for the attached modem, the operator, the SIM and its group.
+// Enables and disables plugins by the rules for operator, modem, SIM and group.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/CustomisationRules_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
@@ -10,40 +11,6 @@
 #include <algorithm>
 
 namespace {
-
-constexpr QLatin1String CommonKey("common");
-
-bool isImsiKey(const QString& key)
-{
-    return key.startsWith(QLatin1String("IMSI"));
-}
-
-/// Visits the rules (table key and clsid) that a table lists under `key` until `visit` answers true. An IMSI
-/// key also matches every table key that it contains, so that the rules of all configured prefixes of an IMSI
-/// apply.
-template <typename Visit>
-bool anyMatch(const QHash<QString, QString>& table, const QString& key, Visit visit)
-{
-    if (!isImsiKey(key)) {
-        for (auto pair = table.constFind(key); pair != table.constEnd() && pair.key() == key; ++pair)
-            if (visit(pair.key(), pair.value()))
-                return true;
-        return false;
-    }
-    for (auto pair = table.constBegin(); pair != table.constEnd(); ++pair)
-        if (key.contains(pair.key()) && visit(pair.key(), pair.value()))
-            return true;
-    return false;
-}
-
-/// Whether a table lists the clsid under exactly this key.
-bool lists(const QHash<QString, QString>& table, const QString& key, const QString& clsid)
-{
-    for (auto pair = table.constFind(key); pair != table.constEnd() && pair.key() == key; ++pair)
-        if (pair.value() == clsid)
-            return true;
-    return false;
-}
 
 /// Copies of the container's records, to compare with after a switch.
 std::vector<std::unique_ptr<PluginInfo>> copiesOf(const QList<PluginInfo*>& plugins)
@@ -85,7 +52,7 @@ void PluginContainer::processFromSet(QSet<QString>* set, bool enable)
 void PluginContainer::processFromList(QString key, QHash<QString, QString>* table, bool enable)
 {
     const QMutexLocker locker(&m_mutex);
-    anyMatch(*table, key, [&](const QString& ruleKey, const QString& clsid) {
+    CustomisationRules::anyMatch(*table, key, [&](const QString& ruleKey, const QString& clsid) {
         updatePluginInfo(clsid, enable);
         d->decisions.noteKey(clsid, ruleKey, enable);
         return false;
@@ -121,50 +88,18 @@ bool PluginContainer::IsCustomizationForDevice(QString key)
 {
     LOG_DEBUG("%s: %s: entered,,,", LOG_FILE, LOG_FUNCTION);
     const QMutexLocker locker(&m_mutex);
-    return keyRulesChangeSomething(key) || commonRulesChangeSomething(key);
+    const CustomisationRules rules(*m_pEnableTable, *m_pDisableTable);
+    const auto change = rules.firstChange(key, *m_pHashPlugins, *m_pListPlugins);
+    if (change)
+        LOG_DEBUG("%s: %s: need to %s %s", LOG_FILE, LOG_FUNCTION, change->isEnabling ? "enable" : "disable",
+                  change->isByKey ? "pPluginInfo->Clsid ()" : qUtf8Printable(change->clsid));
+    return change.has_value();
 }
 
-bool PluginContainer::keyRulesChangeSomething(const QString& key) const
+bool PluginContainer::HasRulesFor(const QString& key) const
 {
-    const auto isInState = [this](const QString& clsid, bool enabled) {
-        const PluginInfo* const info = m_pHashPlugins->value(clsid);
-        return info && info->m_bEnabled == enabled;
-    };
-    constexpr const char* function = "IsCustomizationForDevice";
-    if (anyMatch(*m_pEnableTable, key,
-                 [&](const QString&, const QString& clsid) { return isInState(clsid, false); })) {
-        LOG_DEBUG("%s: %s: need to enable pPluginInfo->Clsid ()", LOG_FILE, function);
-        return true;
-    }
-    if (anyMatch(*m_pDisableTable, key,
-                 [&](const QString&, const QString& clsid) { return isInState(clsid, true); })) {
-        LOG_DEBUG("%s: %s: need to disable pPluginInfo->Clsid ()", LOG_FILE, function);
-        return true;
-    }
-    return false;
-}
-
-/// Compares keys exactly, also those of an IMSI: right after the rules of an IMSI prefix were applied this
-/// may still answer true.
-bool PluginContainer::commonRulesChangeSomething(const QString& key) const
-{
-    constexpr const char* function = "IsCustomizationForDevice";
-    for (auto pair = m_pEnableTable->constFind(CommonKey);
-         pair != m_pEnableTable->constEnd() && pair.key() == CommonKey; ++pair) {
-        const PluginInfo* const info = m_pHashPlugins->value(pair.value());
-        if (info && !info->m_bEnabled && !lists(*m_pDisableTable, key, pair.value())) {
-            LOG_DEBUG("%s: %s: need to enable %s", LOG_FILE, function, qUtf8Printable(pair.value()));
-            return true;
-        }
-    }
-    for (const PluginInfo* info : qAsConst(*m_pListPlugins)) {
-        if (info->m_bEnabled && !lists(*m_pEnableTable, key, info->m_strClsid) &&
-            !lists(*m_pEnableTable, CommonKey, info->m_strClsid)) {
-            LOG_DEBUG("%s: %s: need to disable %s", LOG_FILE, function, qUtf8Printable(info->m_strClsid));
-            return true;
-        }
-    }
-    return false;
+    const QMutexLocker locker(&m_mutex);
+    return CustomisationRules(*m_pEnableTable, *m_pDisableTable).hasRulesFor(key);
 }
 
 void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabledNow,
@@ -180,16 +115,4 @@ void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabl
         if (then.m_strClsid == now.m_strClsid && then.m_bEnabled != now.m_bEnabled)
             (now.m_bEnabled ? enabledNow : disabledNow).append(now.m_strClsid);
     }
-}
-
-void PluginContainer::StartInitPluginsConfig()
-{
-    const QString device = getDeviceName(false);
-    if (d->isClosing)
-        return; // the lock may go with the container
-    const QMutexLocker locker(&m_mutex);
-    if (d->isClosing)
-        return; // the plugins that are running now are those to be shut down
-    updateDeviceCustomization(device);
-    m_bConfigInitialized = true;
 }

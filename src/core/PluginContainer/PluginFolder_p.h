@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-/// The files of the plugin folder, listed once and again only when the folder has changed: listing it for
+/// The files of the plugin folder. The list is read again only when the folder has changed: reading it for
 /// every plugin would make the bulk load quadratic.
 class PluginFolder
 {

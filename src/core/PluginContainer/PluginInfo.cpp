@@ -4,8 +4,7 @@
 
 #include <cstddef>
 
-// Plugins that were built with an older compiler read these members in place: six flags in a row behind three
-// texts, then the number and the pointers, on every system.
+// The layout is fixed: three strings, six flags, the type and the two pointers.
 static_assert(sizeof(QString) == sizeof(void*));
 static_assert(offsetof(PluginInfo, m_strName) == 0 && offsetof(PluginInfo, m_strUrl) == 2 * sizeof(void*));
 static_assert(offsetof(PluginInfo, m_bActive) == 3 * sizeof(void*));

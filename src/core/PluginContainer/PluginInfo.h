@@ -7,10 +7,10 @@
 class QObject;
 class QPluginLoader;
 
-/// The record of one plugin: what the plugin library file says of it, and how far it has come.
+/// The record of one plugin: its entry in the plugin library file and its state.
 ///
-/// A record goes from known (read, disabled) to enabled or disabled by customisation, then loaded (library in
-/// memory) and initialised. It owns its loader.
+/// A new record is disabled; customisation enables it. An enabled plugin can be loaded (its library is in
+/// memory) and then initialised. The record owns its loader.
 class SKYLUME_EXPORT PluginInfo
 {
 public:

@@ -1,9 +1,10 @@
-// Reads the plugin library file: every plugin that the application knows.
+// Reads the plugin library file, the list of all known plugins.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/ConfigurationFile_p.h"
+#include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/files/XmlFile_p.h"
 
 #include <QMutexLocker>
 #include <QXmlStreamReader>
@@ -55,8 +56,7 @@ void removeFirst(QString& text, QLatin1String part)
         text.remove(position, part.size());
 }
 
-/// "url" as operators write it names a file of Windows relative to the installation; the loader wants a base
-/// name.
+/// The element "url" holds a Windows path like ".\Name.dll"; the loader needs the base name.
 QString libraryBaseName(QString url)
 {
     removeFirst(url, QLatin1String(".\\"));
@@ -64,7 +64,7 @@ QString libraryBaseName(QString url)
     return url;
 }
 
-/// Reads the field that the reader stands on; other elements are passed over.
+/// Reads the field that the reader stands on; other elements are skipped.
 /// @return whether it was the one that ends the record
 bool readField(QXmlStreamReader& reader, PluginElement& element)
 {
@@ -83,12 +83,14 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
 void PluginContainer::populatePluginInfo(QString path)
 {
     const QMutexLocker locker(&m_mutex);
-    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginLibraryElement(reader); });
+    const auto onElement = [this, function = LOG_FUNCTION](QXmlStreamReader& reader) {
+        readPluginLibraryElement(reader, function);
+    };
+    readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);
 }
 
-void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)
+void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader, const char* function)
 {
-    constexpr const char* function = "populatePluginInfo";
     if (reader.name() == QLatin1String("mainplugin")) {
         const QString name = reader.readElementText(QXmlStreamReader::SkipChildElements);
         if (!reader.hasError())
@@ -107,8 +109,8 @@ void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)
     m_pListPlugins->append(pPluginInfo);
 }
 
-/// A record ends behind its "static" element, not at its closing tag: one without "static" runs on into the
-/// next ones.
+/// A record ends after its "static" element, not at its closing tag: without "static" it continues into the
+/// next one.
 PluginInfo* PluginContainer::readPluginElement(QXmlStreamReader& reader)
 {
     PluginElement element;

@@ -3,6 +3,8 @@
 #include "CoreTest.h"
 #include "DataTable.h"
 #include "LogOrder.h"
+#include "PluginContainer/PluginIds.h"
+#include "XFramePlugin/CustomisationKey.h"
 
 #include <tuple>
 
@@ -11,14 +13,13 @@ class TestCustomisation : public CoreTest
     Q_OBJECT
 
 private slots:
+    void strongestRuleOfTheShippedFile();
     void rules_data();
     void rules();
     void wouldChange_data();
     void wouldChange();
     void deviceSwitch();
     void removedByOperator();
-    void liveUpdate();
-    void lateEmbeddedPluginsAreUpdatedToo();
 
 private:
     /// A container over the plugins A to D and the main frame M.
@@ -41,17 +42,38 @@ QByteArray mixedRules()
 {
     return commonXml({"A", "B"}) + ruleXml("customize", "northtel", {"M"}, {"D"}) +
            ruleXml("device", "Lume", {"C", "B"}, {"B"}) + ruleXml("device", "Other", {"C"}) +
+           ruleXml("device", "Same", {"A"}) + ruleXml("device", "Removes", {}, {"C"}) +
            ruleXml("IMSI", "001", {"C"}) + ruleXml("IMSI", "00101", {}, {"A"}) +
            ruleXml("GID", "Gold", {"C"}, {"A"});
 }
 
 } // namespace
 
+/// The IMSI rule changes nothing for this operator. It is preferred to the rule of the group all the same.
+void TestCustomisation::strongestRuleOfTheShippedFile()
+{
+    const QString files = SHIPPED_CONFIG;
+    service().setSetting("customize", "operator", "bluewave");
+    const auto container = openContainer(files + "/pluginslib.xml", files + "/PluginsConfig.xml");
+    QVERIFY(container->GetConfigurationFaults().isEmpty());
+    Modem modem{1, "Lume X5", "310260123456789", "BW-BIZ", {}, {}};
+    QCOMPARE(customisationKey(*container, {modem}), QString("IMSI310260123456789"));
+    QVERIFY(!container->IsCustomizationForDevice("IMSI310260123456789"));
+    QCOMPARE(container->applied(), 0);
+    modem.imsi = "001010123456789";
+    QCOMPARE(customisationKey(*container, {modem}), QString("GIDBW-BIZ"));
+    modem.gid = "none";
+    QCOMPARE(customisationKey(*container, {modem}), QString("Lume X5"));
+    QCOMPARE(customisationKey(*container, {}), QString());
+}
+
 void TestCustomisation::rules_data()
 {
     const auto row = dataTable<QString, QStringList>("key", "enabled");
     const QStringList base = {"A", "B", "M"};
     row("no key: common and operator", "", base);
+    row("adds what is there", "Same", base);
+    row("removes what is not there", "Removes", base);
     row("unknown modem", "Nobody", base);
     row("remove beats add and common", "Lume", {"A", "C", "M"});
     row("modem in other case", "lume", base);
@@ -69,7 +91,9 @@ void TestCustomisation::rules()
     QFETCH(QStringList, enabled);
     service().setSetting("customize", "operator", "northtel");
     const auto container = make(mixedRules());
-    QCOMPARE(container->enabled(), QStringList({"A", "B", "M"})); // what every start begins with
+    const QStringList base = {"A", "B", "M"}; // what every start begins with
+    QCOMPARE(container->enabled(), base);
+    QCOMPARE(container->HasRulesFor(key), enabled != base || key == "Removes" || key == "Same");
 
     container->ApplyCustomizationForDevice("Other"); // leaves nothing behind
     log().clear();
@@ -142,6 +166,7 @@ void TestCustomisation::deviceSwitch()
     QCOMPARE(disabledNow, QStringList({"A", "C"}));
     QCOMPARE(container->applied(), applied + 3); // a derived container's own version is used
     QVERIFY(container->GetLoadedPluginClsids().isEmpty());
+    QVERIFY(!make(ruleXml("device", "", {"C"}))->HasRulesFor("")); // never applied
 }
 
 /// A plugin that the operator's rules take out is gone, whoever else wants it; who decided is told all the same.
@@ -165,49 +190,6 @@ void TestCustomisation::removedByOperator()
     for (const PluginStatus& status : container->GetPluginStatus())
         actual.append({status.clsid, status.rule, status.key});
     QCOMPARE(actual, expected);
-}
-
-void TestCustomisation::liveUpdate()
-{
-    const auto container =
-        make(commonXml({"A", "B", "D", "M"}) + ruleXml("device", "Lume", {"C"}, {"A", "M"}));
-    container->LoadAllStaticOrActivePlugin();
-    QVERIFY(container->IsPluginAvailable("A"));
-    recorder().reset();
-    log().clear();
-
-    container->ApplyCustomizationForDevice("Lume");
-    QVERIFY(recorder().names().isEmpty()); // flags only
-    container->UpdateAllStaticOrActivePlugins();
-    QCOMPARE(recorder().names(), QStringList({"TestAlpha.Destroy", "TestAlpha.destructed",
-                                              "TestGamma.constructed", "TestGamma.Init"}));
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList({"B", "C", "M"})); // the main frame stays
-    VERIFY_LOGGED_IN_ORDER("{file}: UpdateAllStaticOrActivePlugins: Unload plugin AlphaPlugin bUnloaded 1",
-                           "{file}: UpdateAllStaticOrActivePlugins: TestGamma to be loaded...",
-                           "{file}: UpdateAllStaticOrActivePlugins: Loaded plugin: GammaPlugin.",
-                           "{file}: UpdateAllStaticOrActivePlugins: GammaPlugin calling initPlugin");
-
-    recorder().reset();
-    container->ApplyCustomizationForDevice("");
-    container->UpdateAllStaticOrActivePlugins();
-    container->UpdateAllStaticOrActivePlugins(); // nothing is left to do
-    // One pass in file order, so the plugin that comes back is loaded before the other goes.
-    QCOMPARE(recorder().names(), QStringList({"TestAlpha.constructed", "TestGamma.Destroy",
-                                              "TestGamma.destructed", "TestAlpha.Init"}));
-    QVERIFY(!container->IsPluginLoaded("D")); // neither active nor static
-}
-
-void TestCustomisation::lateEmbeddedPluginsAreUpdatedToo()
-{
-    const QString late = "FCDC307E-06DC-4dfa-AC83-834D0E306D48";
-    const QString later = "D2AB6727-AF80-4ef7-B37E-F217803B85A4";
-    const auto container = makeContainer(QVector<PluginEntry>{
-        {late, "TestAlpha", true}, {later, "TestBeta", false, true}, {"C", "TestGamma", true}});
-    container->LoadAllStaticOrActivePlugin();
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList("C"));
-    QCOMPARE(log().count("{file}: {func}: {*} is not going to be loaded at first..."), 2);
-    container->UpdateAllStaticOrActivePlugins();
-    QCOMPARE(container->GetLoadedPluginClsids(), QStringList({late, later, "C"}));
 }
 
 QTEST_GUILESS_MAIN(TestCustomisation)

@@ -15,14 +15,11 @@ private slots:
     void record_data();
     void record();
     void library();
-    void libraryErrors_data();
-    void libraryErrors();
     void configuration_data();
     void configuration();
-    void configurationErrors_data();
-    void configurationErrors();
+    void brokenFiles_data();
+    void brokenFiles();
     void unreadableFiles();
-    void hugeLibrary();
 
 private:
     static QStringList clsids(const TestContainer& container);
@@ -109,44 +106,6 @@ void TestPluginFiles::library()
     QVERIFY(log().contains("Parsing " + libraryFile() + " done... "));
 }
 
-namespace {
-
-QByteArray validRecord(const QByteArray& clsid)
-{
-    return "<plugin><clsid>" + clsid + "</clsid><static/></plugin>";
-}
-
-} // namespace
-
-void TestPluginFiles::libraryErrors_data()
-{
-    // the fault's text and place
-    const auto row = dataTable<QByteArray, QStringList, QString, QString>("content", "kept", "text", "place");
-    const QByteArray good = "<l>\n" + validRecord("A") + '\n';
-    row("empty", "", {}, "Premature end of document.", "line 1,column 0");
-    row("truncated", good, {"A"}, "Premature end of document.", "line 3,column 0");
-    row("second root", good + "</l><l>" + validRecord("B") + "</l>", {"A"}, "{*}", "line 3,column {n}");
-    // The reader decodes ahead: nothing that stands close before such bytes is read.
-    row("not UTF-8", good + "<name>\xC3\x28\xFF</name></l>", {}, "{*}", "line {n},column {n}");
-    QByteArray bomb = "<!DOCTYPE l [<!ENTITY e0 \"0123456789\">";
-    for (int i = 1; i < 12; ++i) {
-        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ';';
-        bomb += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner.repeated(10) + "\">";
-    }
-    row("entities that multiply", bomb + "]><l>&e11;</l>", {}, "{*}", "line 1,column {n}");
-}
-
-void TestPluginFiles::libraryErrors()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, text);
-    QFETCH(QString, place);
-    const auto container = makeContainer(content);
-    QTEST(clsids(*container), "kept");
-    QCOMPARE(log().count("Error: " + text + " in file " + libraryFile() + " at " + place), 1);
-    QCOMPARE(log().count("Error: {*}"), 1);
-}
-
 void TestPluginFiles::configuration_data()
 {
     // enabled: after the rules of "Lume" are applied
@@ -199,54 +158,81 @@ void TestPluginFiles::configuration()
     QVERIFY(log().contains("Parsing " + configFile() + " done... "));
 }
 
-void TestPluginFiles::configurationErrors_data()
+void TestPluginFiles::brokenFiles_data()
 {
-    const auto row = dataTable<QByteArray>("tail");
-    row("truncated in a rule", R"(<device name="Lume"><plugin><add clsid="B"/>)");
-    row("truncated in common", "<common><item clsid=\"B\"/>");
-    row("truncated in customize", "<customize name=\"\"><plugin>");
-    row("nested without end", QByteArray("<n>").repeated(100000));
-    row("attribute twice", R"(<device name="a" name="b"/>)" + commonXml({"C"}));
+    // Which plugins remain known, and enabled; the reader's text and place.
+    const auto row =
+        dataTable<bool, QByteArray, QString, QString, qint64>("isLibrary", "content", "kept", "text", "line");
+    const QByteArray library = "<l>\n" + pluginLibraryXml({{"A", "TestAlpha"}}) + '\n';
+    const QString cut = "Premature end of document.";
+    row("empty library", true, "", "", cut, 1);
+    row("library cut off", true, library, "A", cut, 5);
+    row("library with second root", true, library + "</l><l>", "A", "{*}", 5);
+    // The reader decodes ahead: nothing that stands shortly before such bytes is read.
+    row("library that is not UTF-8", true, "<l><name>\xC3\x28\xFF</name></l>", "", "{*}", 1);
+    QByteArray bomb = "<!DOCTYPE l [<!ENTITY e0 \"0123456789\">";
+    for (int i = 1; i < 12; ++i)
+        bomb += "<!ENTITY e" + QByteArray::number(i) + " \"" +
+                QByteArray("&e" + QByteArray::number(i - 1) + ';').repeated(10) + "\">";
+    row("entities that multiply", true, bomb + "]><l>&e11;</l>", "", "{*}", 1);
+    const QByteArray config = "<config>\n" + commonXml({"A"});
+    row("rule cut off", false, config + R"(<device name="Lume"><plugin><add clsid="B"/>)", "A", cut, 2);
+    row("common cut off", false, config + R"(<common><item clsid="B"/>)", "AB", cut, 2);
+    row("customize cut off", false, config + "<customize name=\"\"><plugin>", "A", cut, 2);
+    row("nested without end", false, config + QByteArray("<n>").repeated(100000), "A", "{*}", 2);
+    row("attribute twice", false, config + R"(<device name="a" name="b"/>)" + commonXml({"B"}), "A", "{*}",
+        2);
+    row("wrong closing tag", false, config + "</comon>" + commonXml({"B"}), "A", "{*}", 2);
 }
 
-void TestPluginFiles::configurationErrors()
+void TestPluginFiles::brokenFiles()
 {
-    QFETCH(QByteArray, tail);
-    writeFiles(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}}), {});
-    writeFile(configFile(), "<config>\n" + commonXml({"A"}) + tail);
+    QFETCH(bool, isLibrary);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, text);
+    QFETCH(qint64, line);
+    writeFiles(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}}), commonXml({"A"}));
+    const QString file = isLibrary ? libraryFile() : configFile();
+    writeFile(file, content);
     const auto container = openContainer(libraryFile(), configFile());
-    QVERIFY(container->enabled().contains("A"));
-    QVERIFY(!container->enabled().contains("C"));
-    // No blank after the first colon and one after the comma, other than in the plugin library file.
-    QCOMPARE(log().count("Error:{*} in file " + configFile() + " at line 2, column {n}"), 1);
-    QCOMPARE(log().count("Error: {*}"), 0);
+    QTEST((isLibrary ? clsids(*container) : container->enabled()).join(QString()), "kept");
+
+    const ConfigurationFaultList faults = container->GetConfigurationFaults();
+    QCOMPARE(faults.size(), 1);
+    QVERIFY(faults[0].kind == ConfigurationFault::Kind::Malformed && faults[0].path == file);
+    QCOMPARE(faults[0].line, line);
+    const QString place = QString(" in file %1 at line %2").arg(file).arg(line);
+    const QString column = QString::number(faults[0].column);
+    // Deliberately different: a space after the first colon, or one after the comma.
+    if (isLibrary)
+        QCOMPARE(log().lines("Error: " + text + place + ",column " + column).size(), 1);
+    else
+        QCOMPARE(log().lines("Error:" + text + place + ", column " + column).size(), 1);
+    QVERIFY(log().contains("Error:{*}" + faults[0].message + place + "{*}"));
+    QCOMPARE(log().count("Error:{*}"), 1);
+    QVERIFY(log().contains("Parsing " + file + " done... "));
 }
 
 void TestPluginFiles::unreadableFiles()
 {
-    for (const char* line : {"File %1 does not exist", "Failed to open file %1"}) {
+    using Kind = ConfigurationFault::Kind;
+    for (const Kind kind : {Kind::Missing, Kind::Unreadable}) {
         const auto container = openContainer(libraryFile(), configFile());
         QVERIFY(container->GetPluginStatus().isEmpty());
         QCOMPARE(container->GetMainFramePluginName(), QString());
-        for (const QString& file : {libraryFile(), configFile()}) {
-            QCOMPARE(log().count(QString(line).arg(file)), 1);
-            QVERIFY(QDir().mkpath(file)); // a folder in place of the file
+        const ConfigurationFaultList faults = container->GetConfigurationFaults();
+        QCOMPARE(faults.size(), 2);
+        for (const ConfigurationFault& fault : faults) {
+            const bool isMissing = kind == Kind::Missing;
+            QVERIFY(fault.kind == kind && fault.line == 0 && fault.column == 0);
+            QCOMPARE(fault.message.isEmpty(), isMissing);
+            QCOMPARE(fault.path, &fault == &faults[0] ? libraryFile() : configFile());
+            const QString line = isMissing ? "File %1 does not exist" : "Failed to open file %1";
+            QCOMPARE(log().count(line.arg(fault.path)), 1);
+            QVERIFY(QDir().mkpath(fault.path)); // a folder in place of the file
         }
     }
     QVERIFY(!log().contains("Parsing {*}"));
-}
-
-void TestPluginFiles::hugeLibrary()
-{
-    QByteArray xml = "<l><junk>" + QByteArray(30000000, 'x') + "</junk>";
-    const int records = 100000;
-    for (int i = 0; i < records; ++i)
-        xml += "<plugin><name>Name</name><clsid>" + QByteArray::number(i) + "</clsid><url>u" +
-               QByteArray(120, 'x') + "</url><static>false</static></plugin>";
-    const auto container = makeContainer(xml + "</l>", commonXml({"99999"}));
-    QCOMPARE(container->GetPluginStatus().size(), records);
-    QCOMPARE(container->GetClsidByName("Name"), QString::number(records - 1));
-    QCOMPARE(container->enabled(), QStringList("99999"));
 }
 
 QTEST_GUILESS_MAIN(TestPluginFiles)

@@ -15,17 +15,16 @@ extern const char testPluginName[];
 
 namespace {
 
-QVariant record(const char* operation, const QVariantList& arguments = {}, const QVariant& fallback = {})
+QVariant record(const QString& operation, const QVariantList& arguments = {}, const QVariant& fallback = {})
 {
-    const QString name = QLatin1String(testPluginName) + QLatin1Char('.') + QLatin1String(operation);
-    return CallRecorder::instance().record(name, arguments, fallback);
+    return CallRecorder::instance().record(testPluginName + ('.' + operation), arguments, fallback);
 }
 
-// Widgets travel as QObject*, a type of Qt's own: any other would be registered by this library, and its
+// Widgets are passed as QObject*, a type of Qt itself: any other would be registered by this library, and its
 // entry would dangle once the library is unloaded.
-QVariant object(QWidget* widget)
+QVariant object(QObject* object)
 {
-    return QVariant::fromValue<QObject*>(widget);
+    return QVariant::fromValue(object);
 }
 
 QWidget* widget(const QVariant& answer)
@@ -35,21 +34,51 @@ QWidget* widget(const QVariant& answer)
 
 } // namespace
 
-/// A plugin that can play every role and reports each call to the CallRecorder as "<library>.<operation>".
-/// Unless the test sets other answers, Init() returns 1, every interface number in use is answered with this
-/// object, and everything else is answered with null, false or an empty text.
-class RecordingPlugin : public QObject,
-                        public IBasePlugin,
-                        public IUIPlugin,
-                        public IMainFrameUIService,
-                        public IDeviceMgr,
-                        public ILayout,
-                        public ICallUIPlugin,
-                        public INotifyService
+class FirstService : public QObject, public IDeviceMgr, public ILayout, public ICallUIPlugin
+{
+    Q_OBJECT
+    Q_INTERFACES(IDeviceMgr ILayout ICallUIPlugin)
+
+public:
+    void StartDetection() override { record("StartDetection"); }
+    QString GetLastUsedDevice() override { return record("GetLastUsedDevice").toString(); }
+    QWidget* CreateArea(QWidget*) override { return nullptr; }
+    void AddPage(QWidget*, QWidget*) override {}
+    void RemovePage(QWidget*, QWidget*) override {}
+    bool Call(const QString& number, _UI_EN_CALL_TYPE type) override
+    {
+        return record("Call", {number, int(type)}).toBool();
+    }
+};
+
+class MainFrameService : public QObject, public IMainFrameUIService
+{
+    Q_OBJECT
+    Q_INTERFACES(IMainFrameUIService)
+
+public:
+    QWidget* GetMainWindow() override { return widget(record("GetMainWindow")); }
+    QString GetLayoutPluginClsid() override { return record("GetLayoutPluginClsid").toString(); }
+};
+
+class NotifyService : public QObject, public INotifyService
+{
+    Q_OBJECT
+    Q_INTERFACES(INotifyService)
+
+public:
+    void StopThreads() override { record("StopThreads"); }
+};
+
+/// A plugin for every role that reports each call to the CallRecorder as "<library>.<operation>". Unless the
+/// test sets other answers, Init() returns 1, each interface number in use is answered with an object that
+/// has the interfaces of this number and no others, and all other calls return null, false or an empty
+/// string.
+class RecordingPlugin : public QObject, public IBasePlugin, public IUIPlugin
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
-    Q_INTERFACES(IBasePlugin IUIPlugin IMainFrameUIService IDeviceMgr ILayout ICallUIPlugin INotifyService)
+    Q_INTERFACES(IBasePlugin IUIPlugin)
 
 public:
     RecordingPlugin() { record("constructed"); }
@@ -62,14 +91,14 @@ public:
     /// Recorded as "QueryInterface(<number in hexadecimal>)"; the answer is a QObject*.
     bool QueryInterface(int iid, void** out) override
     {
-        using namespace PluginIds;
-        const bool isKnown =
-            iid == RootObject || iid == FirstService || iid == MainFrameService || iid == NotifyStopService;
-        const QByteArray operation = "QueryInterface(0x" + QByteArray::number(iid, 16) + ')';
-        QObject* const known = isKnown ? this : nullptr;
-        const QVariant answer = record(operation.constData(), {iid}, QVariant::fromValue(known));
-        if (QObject* const object = answer.value<QObject*>())
-            *out = object;
+        const QHash<int, QObject*> services = {{PluginIds::RootObject, this},
+                                               {PluginIds::FirstService, &m_first},
+                                               {PluginIds::MainFrameService, &m_mainFrame},
+                                               {PluginIds::NotifyStopService, &m_notify}};
+        const QVariant answer =
+            record("QueryInterface(0x" + QString::number(iid, 16) + ')', {iid}, object(services.value(iid)));
+        if (auto* const service = answer.value<QObject*>())
+            *out = service;
         return answer.value<QObject*>();
     }
 
@@ -77,18 +106,11 @@ public:
     {
         return widget(record("BuildFrame", {object(parent), geometry}));
     }
-    QWidget* GetMainWindow() override { return widget(record("GetMainWindow")); }
-    QString GetLayoutPluginClsid() override { return record("GetLayoutPluginClsid").toString(); }
-    void StartDetection() override { record("StartDetection"); }
-    QString GetLastUsedDevice() override { return record("GetLastUsedDevice").toString(); }
-    QWidget* CreateArea(QWidget*) override { return nullptr; }
-    void AddPage(QWidget*, QWidget*) override {}
-    void RemovePage(QWidget*, QWidget*) override {}
-    bool Call(const QString& number, _UI_EN_CALL_TYPE type) override
-    {
-        return record("Call", {number, int(type)}).toBool();
-    }
-    void StopThreads() override { record("StopThreads"); }
+
+private:
+    FirstService m_first;
+    MainFrameService m_mainFrame;
+    NotifyService m_notify;
 };
 
 #include "RecordingPlugin.moc"

@@ -5,14 +5,14 @@
 #include <QString>
 #include <QtPlugin>
 
-/// The device manager plugin, answered under PluginIds::FirstService. Called on the container's configuration
+/// The device manager plugin, available as PluginIds::FirstService. Called on the container's configuration
 /// thread as well as on the GUI thread.
 class SKYLUME_EXPORT IDeviceMgr
 {
 public:
     virtual ~IDeviceMgr();
 
-    /// Asks the device service to look for modems. Returns at once; the result comes as a device event.
+    /// Asks the device service to look for modems. Returns at once; the result is reported as a device event.
     virtual void StartDetection() = 0;
 
     /// The name of the modem that was used last, also in an earlier run; empty when there never was one.

@@ -6,14 +6,14 @@
 
 class QWidget;
 
-/// The layout plugin, answered under PluginIds::FirstService: arranges the pages of the main window. An
-/// operator replaces it to give the application another face. GUI thread only.
+/// The layout plugin, available as PluginIds::FirstService: arranges the pages of the main window. Operators
+/// replace it to change the look of the application. GUI thread only.
 class SKYLUME_EXPORT ILayout
 {
 public:
     virtual ~ILayout();
 
-    /// Makes an empty area for pages.
+    /// Creates an empty area for pages.
     /// @param parent parent and owner of the area; the layout plugin deletes it in Destroy() if it still
     ///         exists
     virtual QWidget* CreateArea(QWidget* parent) = 0;
@@ -22,7 +22,7 @@ public:
     /// window icon. The area becomes the page's parent.
     virtual void AddPage(QWidget* area, QWidget* page) = 0;
 
-    /// Takes a page out of an area; the caller deletes it. A page that is not in the area is ignored.
+    /// Removes a page from an area; the caller deletes it. A page that is not in the area is ignored.
     virtual void RemovePage(QWidget* area, QWidget* page) = 0;
 };
 

@@ -7,7 +7,7 @@
 
 class QWidget;
 
-/// The main-frame plugin's service for the rest of the application, answered under
+/// The main-frame plugin's service for the rest of the application, available as
 /// PluginIds::MainFrameService. GUI thread only.
 class SKYLUME_EXPORT IMainFrameUIService
 {

@@ -7,7 +7,7 @@
 class QRect;
 class QWidget;
 
-/// A plugin with a face of its own: the root object of the main-frame plugin, and the first service
+/// A plugin with a user interface: the root object of the main-frame plugin, and the first service
 /// (PluginIds::FirstService) of a plugin whose page the main frame embeds. GUI thread only.
 class SKYLUME_EXPORT IUIPlugin
 {
