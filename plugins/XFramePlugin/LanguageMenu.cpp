@@ -1,7 +1,7 @@
 #include "LanguageMenu.h"
 
 #include "Change/Change.h"
-#include "LanguageSwitch.h"
+#include "Languages.h"
 
 #include <QActionGroup>
 

@@ -3,6 +3,8 @@
 #include "Change/Change.h"
 #include "HeaderBar.h"
 #include "LanguageMenu.h"
+#include "LanguageSwitch.h"
+#include "Languages.h"
 #include "PluginsPage.h"
 #include "Skin.h"
 #include "common/CommonUtils.h"
@@ -50,8 +52,9 @@ void readCompactSetting()
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
+MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     : QWidget(parent, Qt::Window)
+    , m_language(language)
     , m_header(new HeaderBar)
     , m_pluginsPage(new PluginsPage(nullptr))
 {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "LanguageSwitch.h"
-
 #include <QPointer>
 #include <QWidget>
 
 class HeaderBar;
+class LanguageSwitch;
 class PluginsPage;
 class QMenu;
 struct Situation;
@@ -19,8 +18,9 @@ class MainWindow : public QWidget
     Q_OBJECT
 
 public:
-    /// Also lays out the whole application for the current language and applies the skin.
-    explicit MainWindow(QWidget* parent);
+    /// Also applies the skin.
+    /// @param language must outlive the window
+    MainWindow(LanguageSwitch& language, QWidget* parent);
     ~MainWindow() override;
 
     /// The window's own page. Belongs to the window, wherever a layout puts it.
@@ -47,7 +47,7 @@ private:
     void restorePlace();
     void rememberPlace() const;
 
-    LanguageSwitch m_language; ///< first: what follows is made in its direction
+    LanguageSwitch& m_language;
     HeaderBar* m_header;
     QPointer<PluginsPage> m_pluginsPage;
 };

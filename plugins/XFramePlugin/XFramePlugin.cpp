@@ -1,6 +1,7 @@
 #include "XFramePlugin.h"
 
 #include "DeviceFollower.h"
+#include "LanguageSwitch.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
@@ -33,6 +34,7 @@ void XFramePlugin::Destroy()
     if (m_window)
         m_window->close();
     delete m_window;
+    m_language.reset();
 }
 
 void XFramePlugin::UnSDKRegisterEvent()
@@ -42,7 +44,8 @@ void XFramePlugin::UnSDKRegisterEvent()
 
 QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 {
-    m_window = new MainWindow(parent);
+    m_language = std::make_unique<LanguageSwitch>();
+    m_window = new MainWindow(*m_language, parent);
     if (!geometry.isNull())
         m_window->setGeometry(geometry);
     m_window->show();

@@ -11,6 +11,7 @@
 #include <memory>
 
 class DeviceFollower;
+class LanguageSwitch;
 class MainWindow;
 
 /// The main frame: builds the main window, embeds the pages of the other plugins and keeps them in line with
@@ -40,6 +41,7 @@ private:
 
     DeviceEvents m_deviceEvents;
     QTimer m_splashTimer; ///< not QTimer::singleShot(), which may keep the function beyond the library's life
+    std::unique_ptr<LanguageSwitch> m_language;
     QPointer<MainWindow> m_window;
     std::unique_ptr<DeviceFollower> m_follower;
 };

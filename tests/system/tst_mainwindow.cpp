@@ -40,6 +40,14 @@ private slots:
     void statusBar();
     void messageLinks();
 
+protected:
+    /// Counts what the main window is sent.
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        m_events[event->type()] += object->inherits("MainWindow");
+        return false;
+    }
+
 private:
     /// Lets the device service find this in its simulator's file.
     void simulate(const QByteArray& modems) const;
@@ -55,6 +63,7 @@ private:
     std::unique_ptr<Startup> m_startup;
     QWidget* m_window = nullptr;
     QStringList m_openedUrls;
+    QHash<int, int> m_events;
 };
 
 namespace {
@@ -104,6 +113,7 @@ QSet<QString> shownTexts(QWidget* window)
 
 void TestMainWindow::initTestCase()
 {
+    qApp->installEventFilter(this);
     m_startup = std::make_unique<Startup>(true);
     QVERIFY(Startup::GetMainFrameService());
     m_window = Startup::GetMainFrameService()->GetMainWindow();
@@ -140,15 +150,21 @@ QObject* TestMainWindow::owner(const char* shortcut) const
 
 void TestMainWindow::language()
 {
-    const std::tuple<QString, const char*, Qt::LayoutDirection> rows[] = {
-        {"de-de", "Deutsch", Qt::LeftToRight}, // the application has started in it
-        {"ar-sa", "العربية", Qt::RightToLeft},  {"he-il", "עברית", Qt::RightToLeft},
-        {"zh-cn", "简体中文", Qt::LeftToRight}, {"fr-fr", "Français", Qt::LeftToRight},
+    const std::tuple<QString, const char*, Qt::LayoutDirection, QString, int, int> rows[] = {
+        {"de-de", "Deutsch", Qt::LeftToRight, "&Kopieren", 0, 0}, // the application has started in it
+        {"ar-sa", "العربية", Qt::RightToLeft, "ا&نسخ", 1, 1},
+        {"he-il", "עברית", Qt::RightToLeft, "הע&תק", 1, 0}, // not mirrored in between
+        {"zh-cn", "简体中文", Qt::LeftToRight, "复制(&C)", 1, 1},
+        {"fr-fr", "Français", Qt::LeftToRight, "Co&pier", 1, 0},
     };
+    const bool hasQtTexts = QFile::exists(QCoreApplication::applicationDirPath() + "/translations/qtbase_de.qm");
     QString before = "en-us";
-    for (const auto& [code, ownName, direction] : rows) {
+    for (const auto& [code, ownName, direction, copy, translations, reversals] : rows) {
         if (before != "en-us")
             choose(ownName);
+        QCOMPARE(m_events.take(QEvent::LanguageChange), translations);
+        QCOMPARE(m_events.take(QEvent::LayoutDirectionChange), reversals);
+        QCOMPARE(QCoreApplication::translate("QWidgetTextControl", "&Copy"), hasQtTexts ? copy : "&Copy");
         QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
         checkTexts(textsOf(code), textsOf(before));
         for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
