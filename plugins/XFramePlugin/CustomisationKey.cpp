@@ -1,6 +1,6 @@
 #include "CustomisationKey.h"
 
-#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginContainer.h"
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 #include "common/CommonUtils.h"
 
@@ -9,11 +9,10 @@ namespace {
 constexpr QLatin1String ImsiPrefix("IMSI");
 constexpr QLatin1String GidPrefix("GID");
 
-bool hasRules(IPluginContainer& container, const QString& key)
+bool hasRules(const IPluginContainer& container, const QString& key)
 {
-    // Against the common base, whatever would change is the doing of this key's rules.
-    container.ApplyCustomizationForDevice(QString());
-    return container.IsCustomizationForDevice(key);
+    const auto* const rules = dynamic_cast<const PluginContainer*>(&container);
+    return rules && rules->HasRulesFor(key);
 }
 
 QString keyOfModem(IPluginContainer& container, const Modem& modem)

@@ -4,17 +4,16 @@
 
 class IPluginContainer;
 
-/// The customisation key to apply for the attached modems, the most specific that has rules:
+/// The customisation key to apply for the attached modems. With one modem it is the most specific of these:
 ///
 /// 1. "IMSI" and the IMSI, when rules exist for SIM cards of that kind;
-/// 2. "GID" and the SIM's group identifier, when the group has rules;
+/// 2. "GID" and the SIM's group identifier, when the plugin configuration file lists the group;
 /// 3. the modem's name, with or without rules.
 ///
-/// Without a modem the key is empty: common and operator rules alone. With several none can be preferred;
-/// like at the start of the application, that is the name of the modem used last.
+/// Without a modem the key is empty: only the common and operator rules apply. With several modems it is the
+/// name of the one used last, as at the start of the application.
 ///
-/// Side effect: asking whether a key has rules leaves the container with the common and operator rules in
-/// force. The caller applies the returned key next, through HandleDeviceSwitched().
+/// Does not change the container.
 QString customisationKey(IPluginContainer& container, const Modems& modems);
 
 /// The name of the modem used last; empty without a device manager.

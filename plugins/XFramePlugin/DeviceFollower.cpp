@@ -59,8 +59,7 @@ void DeviceFollower::applyKeyOf(const Modems& modems)
 {
     m_situation.modems = modems;
     m_situation.key = customisationKey(m_container, modems);
-    // The differences are not used: choosing the key has changed flags already. Pages go by what is enabled
-    // now.
+    // The differences are not needed: pages and status bar compare with what is enabled now.
     QList<QString> enabledNow;
     QList<QString> disabledNow;
     m_container.HandleDeviceSwitched(m_situation.key, enabledNow, disabledNow);

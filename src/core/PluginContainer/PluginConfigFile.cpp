@@ -1,10 +1,10 @@
 // Reads the plugin configuration file: which plugins are enabled for whom.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/ConfigurationFile_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/files/XmlFile_p.h"
 
 #include <QFileInfo>
 #include <QXmlStreamReader>
@@ -63,7 +63,10 @@ void insertPair(QHash<QString, QString>& table, const QString& key, const QStrin
 void PluginContainer::populatePluginsConfig(QString path)
 {
     makeRoom(QFileInfo(path).size(), *m_pEnableTable, *m_pDisableTable);
-    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginsConfigElement(reader); });
+    const auto onElement = [this](QXmlStreamReader& reader) {
+        readPluginsConfigElement(reader);
+    };
+    readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);
 }
 
 void PluginContainer::readPluginsConfigElement(QXmlStreamReader& reader)
@@ -146,13 +149,9 @@ void PluginContainer::removeForOperator(const QString& clsid)
 {
     LOG_DEBUG("readCustomizeElements: %s will be removed", qUtf8Printable(clsid));
     if (const PluginInfo* const info = m_pHashPlugins->value(clsid))
-        d->decisions.noteOperatorRemove({info->m_strName,
-                                         clsid,
-                                         info->m_iType,
-                                         PluginStatus::State::Removed,
-                                         PluginStatus::Rule::OperatorRemove,
-                                         m_strCustomizeName,
-                                         {}});
+        d->decisions.noteOperatorRemove({info->m_strName, clsid, info->m_iType, PluginStatus::State::Removed,
+                                         PluginStatus::Rule::OperatorRemove, m_strCustomizeName,
+                                         PluginStatus::Fault::None, info->m_strUrl, QString()});
     removePluginInfo(clsid);
 }
 

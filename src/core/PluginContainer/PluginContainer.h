@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PluginContainer/ConfigurationFault.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/LanguageInfoEx.h"
 #include "PluginContainer/PluginStatus.h"
@@ -67,9 +68,20 @@ public:
     QStringList GetGIDGroups() override;
     bool UnRegisterFormPluginContainer(QString clsid) override;
 
-    /// Every plugin of the plugin library file, those removed by the operator's customisation at the end,
-    /// with the rule that decided on it. For views that explain the plugin set; any thread.
+    /// Whether the plugin configuration file has rules that ApplyCustomizationForDevice(key) would apply
+    /// besides the common ones, whether or not they would change anything now. Any thread; changes nothing.
+    /// @param key as for ApplyCustomizationForDevice()
+    /// @return false for the empty key. Rules for plugins that the plugin library file does not list are
+    ///         ignored.
+    bool HasRulesFor(const QString& key) const;
+
+    /// Every plugin of the plugin library file, followed by those that the operator's customisation removed,
+    /// each with its state and the rule that decided. For views that explain the plugin set; any thread.
     PluginStatusList GetPluginStatus() const;
+
+    /// The faults that the two files had when they were read, at most one for each file; empty when both were
+    /// read to their ends. Any thread.
+    ConfigurationFaultList GetConfigurationFaults() const;
 
     /// Device events of the device service, on its thread. Keeps the name of the modem when exactly one is
     /// available and wakes whoever waits for it.

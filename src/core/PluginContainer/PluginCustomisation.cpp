@@ -167,6 +167,16 @@ bool PluginContainer::commonRulesChangeSomething(const QString& key) const
     return false;
 }
 
+bool PluginContainer::HasRulesFor(const QString& key) const
+{
+    const auto found = [](const QString&, const QString&) {
+        return true;
+    };
+    const QMutexLocker locker(&m_mutex);
+    return !key.isEmpty() &&
+           (anyMatch(*m_pEnableTable, key, found) || anyMatch(*m_pDisableTable, key, found));
+}
+
 void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabledNow,
                                            QList<QString>& disabledNow)
 {

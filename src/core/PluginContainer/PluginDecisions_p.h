@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PluginContainer/PluginStatus.h"
+#include "PluginContainer/PluginLibrary_p.h"
 
 #include <QHash>
 #include <QSet>
@@ -24,19 +24,18 @@ public:
 
     void noteCommon(const QString& clsid, const QString& operatorName);
     void noteKey(const QString& clsid, const QString& key, bool enable);
-    void noteLoadError(const QString& clsid, const QString& error) { m_loadErrors.insert(clsid, error); }
-    void forgetLoadError(const QString& clsid) { m_loadErrors.remove(clsid); }
+    void noteFault(const QString& clsid, const PluginFault& fault) { m_faults.insert(clsid, fault); }
 
     /// Forgets the decisions, not the removals: all plugins are disabled again.
     void reset() { m_decisions.clear(); }
 
     Decision decision(const QString& clsid) const { return m_decisions.value(clsid); }
-    QString loadError(const QString& clsid) const { return m_loadErrors.value(clsid); }
+    PluginFault fault(const QString& clsid) const { return m_faults.value(clsid); }
     const PluginStatusList& removed() const { return m_removed; }
 
 private:
     QHash<QString, Decision> m_decisions;
-    QHash<QString, QString> m_loadErrors;
+    QHash<QString, PluginFault> m_faults;
     QSet<QString> m_operatorAdded;
     PluginStatusList m_removed;
 };

@@ -1,9 +1,10 @@
 // Reads the plugin library file: every plugin that the application knows.
 #include "PluginContainer/PluginContainer.h"
 
+#include "PluginContainer/ConfigurationFile_p.h"
+#include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
-#include "common/files/XmlFile_p.h"
 
 #include <QMutexLocker>
 #include <QXmlStreamReader>
@@ -83,7 +84,10 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
 void PluginContainer::populatePluginInfo(QString path)
 {
     const QMutexLocker locker(&m_mutex);
-    XmlFile::read(path, LogTexts, [this](QXmlStreamReader& reader) { readPluginLibraryElement(reader); });
+    const auto onElement = [this](QXmlStreamReader& reader) {
+        readPluginLibraryElement(reader);
+    };
+    readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);
 }
 
 void PluginContainer::readPluginLibraryElement(QXmlStreamReader& reader)

@@ -25,21 +25,11 @@ bool isLoadedLate(const PluginInfo& info)
     return info.m_strClsid == PluginIds::LateEmbeddedA || info.m_strClsid == PluginIds::LateEmbeddedB;
 }
 
-/// Loads a library and makes its root object. The text of a failure goes to `error`.
-std::unique_ptr<QPluginLoader> openLibrary(const QString& path, QString& error)
+PluginFault faultOfRoot(QObject* root)
 {
-    auto loader = std::make_unique<QPluginLoader>(path);
-    loader->setLoadHints({}); // Qt would keep the library in memory for ever otherwise
-    QObject* root = nullptr;
-    if (!guardedCall("load", path, [&] { root = loader->instance(); })) {
-        loader->unload();
-        error = QStringLiteral("The plugin's constructor threw");
-        return nullptr;
-    }
-    if (root)
-        return loader;
-    error = loader->errorString();
-    return nullptr;
+    if (qobject_cast<IBasePlugin*>(root))
+        return {};
+    return {PluginStatus::Fault::NoBaseInterface, QStringLiteral("The root object is no IBasePlugin")};
 }
 
 } // namespace
@@ -113,23 +103,23 @@ QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
               qUtf8Printable(m_dirPlugins.path()));
     if (info->m_pLoader)
         return info->m_pLoader->instance(); // asked for again from within its own initialisation
-    QString error;
+    PluginFault fault{PluginStatus::Fault::NoLibrary, QStringLiteral("No library named %1*").arg(fileBase)};
     const QStringList files = d->folder.filesBeginningWith(fileBase);
     for (const QString& file : files) {
         if (!QLibrary::isLibrary(file))
             continue;
         LOG_DEBUG("%s: %s: strFileName = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(file));
-        if (auto loader = openLibrary(file, error)) {
+        if (auto loader = PluginLibrary::open(file, fault)) {
             LOG_DEBUG("%s: %s: strFileName = %s, QObject* plugin loaded successfully %s", LOG_FILE,
                       LOG_FUNCTION, qUtf8Printable(file), qUtf8Printable(info->m_strName));
-            d->decisions.forgetLoadError(info->m_strClsid);
             info->m_pLoader = loader.release();
-            return info->m_pLoader->instance();
+            QObject* const root = info->m_pLoader->instance();
+            d->decisions.noteFault(info->m_strClsid, faultOfRoot(root));
+            return root;
         }
-        LOG_DEBUG("%s: %s: %s: error : %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(error));
+        LOG_DEBUG("%s: %s: %s: error : %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(fault.text));
     }
-    d->decisions.noteLoadError(
-        info->m_strClsid, error.isEmpty() ? QStringLiteral("No library named %1*").arg(fileBase) : error);
+    d->decisions.noteFault(info->m_strClsid, fault);
     return nullptr;
 }
 
@@ -156,7 +146,12 @@ void PluginContainer::initPlugin(QObject* plugin, QString clsid, PluginInfo* inf
     LOG_CRITICAL("%s: %s: base IBasePlugin load success, %s init: Start", LOG_FILE, LOG_FUNCTION,
                  qUtf8Printable(info->m_strName));
     int status = 0;
-    guardedCall("Init", info->m_strName, [&] { status = base->Init(); });
+    const auto onException = [&](const QString& text) {
+        d->decisions.noteFault(clsid,
+                               {PluginStatus::Fault::InitThrew, QStringLiteral("Init() threw: ") + text});
+    };
+    guardedCall(
+        "Init", info->m_strName, [&] { status = base->Init(); }, onException);
     LOG_CRITICAL("%s: %s: base IBasePlugin load success, init=%d, %s init: elapsed=%dms", LOG_FILE,
                  LOG_FUNCTION, status, qUtf8Printable(info->m_strName), static_cast<int>(timer.elapsed()));
     if (clsid == PluginIds::DeviceManager)

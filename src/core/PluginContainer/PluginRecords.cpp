@@ -19,11 +19,13 @@ QStringList clsidsWhere(const QList<PluginInfo*>& plugins, Predicate isWanted)
     return clsids;
 }
 
-PluginStatus::State stateOf(const PluginInfo& info)
+PluginStatus::State stateOf(const PluginInfo& info, PluginStatus::Fault fault)
 {
-    if (info.m_bLoaded)
-        return info.m_bInitialized ? PluginStatus::State::Initialized : PluginStatus::State::Loaded;
-    return info.m_bEnabled ? PluginStatus::State::Enabled : PluginStatus::State::Disabled;
+    using State = PluginStatus::State;
+    if (!info.m_bLoaded)
+        return info.m_bEnabled ? State::Enabled : State::Disabled;
+    const bool isRunning = info.m_bInitialized && fault != PluginStatus::Fault::InitThrew;
+    return isRunning ? State::Initialized : State::Loaded;
 }
 
 } // namespace
@@ -125,10 +127,17 @@ PluginStatusList PluginContainer::GetPluginStatus() const
     report.reserve(m_pListPlugins->size() + d->decisions.removed().size());
     for (const PluginInfo* info : *m_pListPlugins) {
         const PluginDecisions::Decision decision = d->decisions.decision(info->m_strClsid);
-        report.append({info->m_strName, info->m_strClsid, info->m_iType, stateOf(*info), decision.rule,
-                       decision.key, d->decisions.loadError(info->m_strClsid)});
+        const PluginFault fault = d->decisions.fault(info->m_strClsid);
+        report.append({info->m_strName, info->m_strClsid, info->m_iType, stateOf(*info, fault.code),
+                       decision.rule, decision.key, fault.code, info->m_strUrl, fault.text});
     }
     return report + d->decisions.removed();
+}
+
+ConfigurationFaultList PluginContainer::GetConfigurationFaults() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return d->configurationFaults;
 }
 
 void PluginContainer::removePluginInfo(QString clsid)

@@ -3,19 +3,20 @@
 #include <QString>
 #include <QVector>
 
-/// One plugin as PluginContainer::GetPluginStatus() reports it: how far it has come and which rule decided.
+/// One plugin as PluginContainer::GetPluginStatus() reports it: its state, and the rule that enabled or
+/// disabled it.
 struct PluginStatus
 {
     /// How far the plugin has come.
     enum class State {
-        Removed,     ///< taken out for good by the operator's customisation
-        Disabled,    ///< known, but may not be loaded
-        Enabled,     ///< may be loaded, is not
+        Removed,     ///< removed for good by the operator's customisation
+        Disabled,    ///< known, but must not be loaded
+        Enabled,     ///< may be loaded, but is not
         Loaded,      ///< its library is loaded
-        Initialized, ///< loaded and initialised
+        Initialized, ///< loaded, and Init() has returned
     };
 
-    /// The rule that decided last whether the plugin is enabled.
+    /// The last rule that enabled or disabled the plugin.
     enum class Rule {
         None,           ///< no rule names it: disabled
         Common,         ///< enabled for everybody
@@ -25,13 +26,28 @@ struct PluginStatus
         KeyRemove,      ///< disabled by the rules of `key`
     };
 
+    /// What went wrong at the last attempt to load or initialise the plugin. With the last two the library is
+    /// loaded all the same.
+    enum class Fault {
+        None,             ///< nothing, or the plugin has not been loaded yet
+        NoLibrary,        ///< the plugin folder has no library whose name begins with `url`
+        OtherPlatform,    ///< the library is built for another processor or operating system
+        NotAPlugin,       ///< the file is damaged or is not a Qt plugin
+        NotLoadable,      ///< a library or a symbol that it needs is missing, or it needs another Qt version
+        ConstructorThrew, ///< the constructor of the plugin's root object threw an exception
+        NoBaseInterface,  ///< the root object does not implement IBasePlugin
+        InitThrew,        ///< Init() threw an exception
+    };
+
     QString name;
     QString clsid;
     int type = 0;
     State state = State::Disabled;
     Rule rule = Rule::None;
-    QString key;   ///< the rule's: operator name or customisation key (modem, "IMSI...", "GID...")
-    QString error; ///< why the library did not load the last time; empty when it did or was never tried
+    QString key; ///< what `rule` belongs to: operator name or customisation key (modem, "IMSI...", "GID...")
+    Fault fault = Fault::None;
+    QString url;   ///< base name of the library file
+    QString error; ///< Qt's or the exception's own text for `fault`, not translated; may be empty
 };
 
 using PluginStatusList = QVector<PluginStatus>;
