@@ -3,6 +3,7 @@
 #include "DeviceFollower.h"
 #include "LanguageSwitch.h"
 #include "MainWindow.h"
+#include "PageSet.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
@@ -12,8 +13,6 @@
 namespace {
 
 constexpr int ShortestSplash = 800; // milliseconds
-
-constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
 
 } // namespace
 
@@ -59,7 +58,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 
 void XFramePlugin::closeSplashScreen()
 {
-    // One that goes as soon as it has come looks like a fault. The window can be used meanwhile.
+    // A splash screen that only flashes up looks like a fault. The window can be used meanwhile.
     m_splashTimer.start(qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash));
 }
 
