@@ -8,7 +8,7 @@
 LanguageMenu::LanguageMenu(QWidget* parent)
     : QMenu(parent)
 {
-    // Anew every time: language files may have come or gone.
+    // Every time, because language files may have been added or removed.
     connect(this, &QMenu::aboutToShow, this, &LanguageMenu::fill);
 }
 

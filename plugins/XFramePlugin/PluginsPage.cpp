@@ -21,7 +21,7 @@ constexpr int CellMargin = 4;
 constexpr int NameWidth = 170;
 constexpr int StateWidth = 130;
 
-/// Column titles on the table's own background, with a line below.
+/// Column titles on the background of the table, with a line below.
 class FlatHeader : public QHeaderView
 {
 public:

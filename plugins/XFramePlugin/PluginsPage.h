@@ -7,8 +7,8 @@ class PluginStatusModel;
 class QLabel;
 class QTableView;
 
-/// The main window's own page: every plugin with its state and the reason for it, and what is wrong with the
-/// configuration files.
+/// The page of the main window itself: all plugins with their state and the reason for it, and the faults of
+/// the configuration files.
 class PluginsPage : public Page
 {
     Q_OBJECT
