@@ -1,5 +1,5 @@
-# cmake --install: the application as one folder, since it finds everything beside its executable, and what plugin
-# authors need to build against it.
+# cmake --install: the application in one folder, because it finds everything beside its executable, and the package for
+# plugin authors: headers, the library Skylume::PluginSupport and CMake files.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -9,11 +9,12 @@ set(package_destination "${CMAKE_INSTALL_LIBDIR}/cmake/Skylume")
 
 install(DIRECTORY "${SKYLUME_APP_DIR}/" DESTINATION "${app_destination}" USE_SOURCE_PERMISSIONS)
 
-install(TARGETS skylumecore qrvl EXPORT SkylumeTargets
+install(TARGETS skylumecore qrvl SkylumePluginSupport EXPORT SkylumeTargets
     RUNTIME DESTINATION "${app_destination}"
     LIBRARY DESTINATION "${app_destination}"
     ARCHIVE DESTINATION "${app_destination}"
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume")
+install(DIRECTORY plugins/support DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume" FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume"
     FILES_MATCHING PATTERN "*.h"
     PATTERN "*_p.h" EXCLUDE) # private headers
@@ -27,4 +28,5 @@ install(FILES
     "${PROJECT_BINARY_DIR}/SkylumeConfigVersion.cmake"
     cmake/SkylumeInstallation.cmake
     cmake/SkylumeAddPlugin.cmake
+    plugins/support/PluginName.cpp
     DESTINATION "${package_destination}")

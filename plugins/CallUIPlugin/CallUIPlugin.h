@@ -7,8 +7,7 @@
 
 class CallWindow;
 
-/// Calls, one at a time, each with a small window of its own. The course of a call is played: there is no
-/// voice.
+/// Calls, one at a time, each in its own small window. Calls are simulated: there is no voice.
 class CallUIPlugin : public BasePlugin, public ICallUIPlugin
 {
     Q_OBJECT
@@ -21,7 +20,7 @@ public:
 
     void Destroy() override;
 
-    /// Refused without a modem, with a number that cannot be dialled, and while another call goes on.
+    /// Fails without a modem, for a number that cannot be dialled, and during another call.
     bool Call(const QString& number, _UI_EN_CALL_TYPE type) override;
 
 private:

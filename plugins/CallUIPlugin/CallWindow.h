@@ -9,7 +9,7 @@
 class QLabel;
 class QPushButton;
 
-/// One call from dialling to its end. Closing the window hangs up; after the end it closes by itself.
+/// One call from dialling to its end. Closing the window hangs up; after the call it closes automatically.
 class CallWindow : public QWidget
 {
     Q_OBJECT
@@ -33,9 +33,9 @@ private:
     void hangUpOrClose();
 
     State m_state = State::Dialling;
-    QTimer m_nextState;    ///< plays the network's part
-    QTimer m_everySecond;  ///< moves the duration on
-    QElapsedTimer m_since; ///< runs from the moment of the answer
+    QTimer m_nextState;    ///< simulates the network
+    QTimer m_everySecond;  ///< updates the duration
+    QElapsedTimer m_since; ///< starts when the call is answered
     QLabel* m_stateLabel;
     QPushButton* m_hangUp;
 };

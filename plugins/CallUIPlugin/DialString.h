@@ -2,9 +2,7 @@
 
 #include <QString>
 
-/// What is sent to the network for a number as people write it: blanks and the separators - . / ( ) are left
-/// out.
-/// @return digits, * and # with an optional leading +, at most 32 signs with one digit at least; empty when
-/// the
-///         number is none
+/// The dial string for a phone number as people write it: spaces and the separators - . / ( ) are removed.
+/// @return at most 32 characters: digits, * and #, with at least one digit and an optional leading +; empty
+///         when the number is invalid
 QString dialString(const QString& number);

@@ -35,7 +35,8 @@ QLineEdit* makeNumberField()
         number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         number->setAccessibleName(number->placeholderText());
     });
-    // Skins draw an empty field's hint paler than a number; style sheets look at the text only when told to.
+    // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
+    // text changes.
     QObject::connect(number, &QLineEdit::textChanged, number, [number] { number->style()->polish(number); });
     return number;
 }
@@ -81,7 +82,7 @@ QPushButton* DialPadPage::makeKey(const QString& sign)
     key->setFont(scaledFont(key->font(), 1.4));
     key->setMinimumHeight(KeyHeight);
     key->setAccessibleName(sign);
-    // The number can be typed: the keys are for the mouse and stay out of the way of the Tab key.
+    // The number can be typed, so these keys are for the mouse and are skipped by the Tab key.
     key->setFocusPolicy(Qt::ClickFocus);
     connect(key, &QPushButton::clicked, this, [this, sign] { press(sign); });
     return key;

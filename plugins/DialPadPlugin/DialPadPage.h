@@ -6,7 +6,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-/// The number entry, the twelve keys and the call button.
+/// The page with the number field, the twelve keys and the call button.
 class DialPadPage : public Page
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page to enter a number and call it.
+/// A page for dialling a number.
 class DialPadPlugin : public PagePlugin
 {
     Q_OBJECT

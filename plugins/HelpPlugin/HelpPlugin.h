@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page with first aid. Operators with a help desk of their own leave it out.
+/// A page with answers to common problems. Operators with their own help desk remove it.
 class HelpPlugin : public PagePlugin
 {
     Q_OBJECT

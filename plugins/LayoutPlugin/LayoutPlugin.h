@@ -7,7 +7,7 @@
 #include <QVector>
 #include <QWidget>
 
-/// Arranges the pages of the main window beside a side bar with their pictures and titles.
+/// Arranges the pages of the main window next to a side bar with their icons and titles.
 class LayoutPlugin : public BasePlugin, public ILayout
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     QWidget* CreateArea(QWidget* parent) override;
     void AddPage(QWidget* area, QWidget* page) override;
 
-    /// A page that is taken out while it is shown and put back again is the shown one again.
+    /// If the current page is removed and then added again, it becomes the current page again.
     void RemovePage(QWidget* area, QWidget* page) override;
 
 private:

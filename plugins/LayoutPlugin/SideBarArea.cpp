@@ -14,12 +14,12 @@
 namespace {
 
 constexpr int SideBarWidth = 196;
-constexpr int NarrowSideBarWidth = 60; ///< for pictures alone
-constexpr int NarrowArea = 640;        ///< an area below this width has the narrow one
+constexpr int NarrowSideBarWidth = 60; ///< for icons only
+constexpr int NarrowArea = 640;        ///< areas narrower than this have a narrow side bar
 constexpr int LineHeight = 44;
 constexpr int PictureSize = 28;
 
-/// Draws a line as picture and title on a rounded background.
+/// Draws an entry: icon and title on a rounded background.
 class LineDelegate : public QStyledItemDelegate
 {
 public:
@@ -27,7 +27,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        return {NarrowSideBarWidth, LineHeight}; // at least
+        return {NarrowSideBarWidth, LineHeight}; // minimum
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -115,7 +115,7 @@ SideBarArea::SideBarArea(QWidget* parent)
     layout->addLayout(sideBarColumn);
     layout->addWidget(m_pages, 1);
     connect(m_sideBar, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
-    // Also told when somebody deletes a page without taking it out first.
+    // Also emitted when a page is deleted without having been removed.
     connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::dropLine);
 }
 
@@ -141,7 +141,7 @@ void SideBarArea::removePage(QWidget* page)
 {
     if (m_pages->indexOf(page) < 0)
         return;
-    // When several are taken out in a row, the first that was shown is the one the user was looking at.
+    // When several pages are removed in turn, the first current one is the page the user was looking at.
     if (m_pages->currentWidget() == page && !m_takenOut)
         m_takenOut = page;
     page->disconnect(this);

@@ -6,8 +6,8 @@
 class QListWidget;
 class QStackedWidget;
 
-/// A side bar with one line per page, and the chosen page beside it. Where there is little room, the lines
-/// show their pictures alone.
+/// A side bar with one entry per page, and the current page next to it. In a narrow window the side bar shows
+/// only icons.
 class SideBarArea : public QWidget
 {
     Q_OBJECT
@@ -26,5 +26,5 @@ private:
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QPointer<QWidget> m_takenOut; ///< the page that was shown when it was removed
+    QPointer<QWidget> m_takenOut; ///< was the current page when it was removed
 };

@@ -5,16 +5,7 @@
 
 #include <atomic>
 
-/// What workers listen to, answered under PluginIds::FirstService as a plain QObject. A worker of another
-/// plugin needs no header for it:
-///
-///     QObject* notifier = container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
-///     connect(notifier, SIGNAL(stopRequested()), worker, SLOT(finish()), Qt::DirectConnection);
-///     if (notifier->property("stopping").toBool())
-///         return; // too late to begin
-///
-/// The signal is emitted once, on the thread that closes the application. The property may be read on any
-/// thread; it is never reset.
+/// The object that workers connect to, see INotifyService.h.
 class StopNotifier : public QObject
 {
     Q_OBJECT
@@ -23,7 +14,7 @@ class StopNotifier : public QObject
 public:
     bool isStopping() const { return m_stopping; }
 
-    /// Sets the property and emits the signal; further calls do nothing.
+    /// Sets `stopping` and emits stopRequested(); further calls do nothing.
     void requestStop();
 
 Q_SIGNALS:
@@ -33,7 +24,7 @@ private:
     std::atomic<bool> m_stopping{false};
 };
 
-/// The notification service: tells the workers of all plugins to finish.
+/// The notification service: asks the workers of all plugins to finish.
 class NotifyServicePlugin : public BasePlugin, public INotifyService
 {
     Q_OBJECT
@@ -45,7 +36,7 @@ public:
 
     void StopThreads() override;
 
-    /// While the application closes, also tells the workers: after this nobody will.
+    /// Also stops the workers if the application is closing, as nobody could do so afterwards.
     void Destroy() override;
 
 private:

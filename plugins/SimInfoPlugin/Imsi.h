@@ -6,9 +6,9 @@
 struct Imsi
 {
     QString countryCode;      ///< MCC, three digits
-    QString networkCode;      ///< MNC, two digits, in some countries three
+    QString networkCode;      ///< MNC, two digits or, in some countries, three
     QString subscriberNumber; ///< MSIN, the rest
 
-    /// Splits an IMSI. Parts that a short or empty text does not reach are empty.
+    /// Splits an IMSI. In a short or empty string the missing parts are empty.
     static Imsi parse(const QString& digits);
 };

@@ -17,7 +17,7 @@ QColor background(const QStyleOptionViewItem& option)
     return option.state.testFlag(QStyle::State_MouseOver) ? Look::mixed(base, highlight, 0.09) : base;
 }
 
-/// One line of text, shortened, beginning where the window's lines begin.
+/// Draws one line of text, elided if necessary and aligned with the window.
 void drawLine(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place, const QString& text)
 {
     const QString shown = painter->fontMetrics().elidedText(text, Qt::ElideRight, place.width());
@@ -47,7 +47,7 @@ void MessageDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     strong.setWeight(QFont::DemiBold);
 
     painter->save();
-    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // of the text
+    painter->setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(option.state.testFlag(QStyle::State_HasFocus) ? QPen(option.palette.highlight(), 1.0)
                                                                   : QPen(Qt::NoPen));

@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a message of the list: sender and time, and below them how it begins.
+/// Draws a message in the list: sender and time, and the beginning of its text below them.
 class MessageDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

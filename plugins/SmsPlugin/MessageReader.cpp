@@ -34,7 +34,7 @@ void MessageReader::readFrom(quint32 modem)
     for (const QString& identifier : identifiers) {
         if (isInterruptionRequested())
             return;
-        const auto value = [&](const char* field) { // null also when the message has gone meanwhile
+        const auto value = [&](const char* field) { // null if the message has been deleted in the meantime
             const QString key = QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(field));
             return isInterruptionRequested() ? QString() : modemValue(modem, key);
         };

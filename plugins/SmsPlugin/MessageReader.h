@@ -5,18 +5,18 @@
 #include <QString>
 #include <QVector>
 
-/// A text message as its modem holds it.
+/// A text message as stored by its modem.
 struct Message
 {
-    QString key; ///< tells it from all others while the application runs
+    QString key; ///< unique while the application is running
     QString sender;
-    QString time; ///< as in ISO 8601, without a time zone
+    QString time; ///< ISO 8601 without a time zone
     QString text;
 };
 
 using Messages = QVector<Message>;
 
-/// Reads the messages of all attached modems, which takes a real modem seconds.
+/// Reads the messages of all attached modems. With a real modem this takes seconds.
 class MessageReader : public BackgroundWork
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     explicit MessageReader(QObject* parent);
     ~MessageReader() override;
 
-    /// What was read, the newest first; to be called when the work is done.
+    /// The messages, newest first. Call this only when the work is done.
     const Messages& messages() const { return m_messages; }
 
 protected:

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A message for a rich-text widget: exactly what the sender wrote, with links on what looks like an address.
+/// A message as rich text: exactly what the sender wrote, with addresses turned into links.
 QString richMessage(const QString& plain);
 
-/// What to give CommonUtils::OpenUrl() for a link of richMessage().
+/// The argument for CommonUtils::OpenUrl() that opens a link of richMessage().
 QString urlToOpen(const QString& target);

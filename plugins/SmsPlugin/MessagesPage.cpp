@@ -85,7 +85,7 @@ MessagesPage::MessagesPage(QWidget* parent)
 
 void MessagesPage::devicesChanged()
 {
-    // Events also tell of detections that found nothing new.
+    // There are also events for detections that have found nothing new.
     if (!(attachedModems() == m_modems))
         readMessages();
 }
@@ -122,7 +122,7 @@ void MessagesPage::readMessages()
 void MessagesPage::takeMessages()
 {
     if (m_reader->isRunning())
-        return; // it has begun again meanwhile, and will tell
+        return; // it has been started again and will emit finished() again
     m_messages = m_reader->messages();
     showMessages();
     if (m_isOutdated)
@@ -153,7 +153,7 @@ void MessagesPage::showChosen()
     m_time->setText(shownTime(message, QLocale::LongFormat));
     const QString rich = richMessage(message.text);
     if (m_text->property("message") == rich)
-        return; // somebody may be reading it
+        return; // the user may be reading it
     m_text->setHtml(rich);
     m_text->setProperty("message", rich);
 }

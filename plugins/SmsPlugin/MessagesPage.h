@@ -10,7 +10,7 @@ class QLabel;
 class QListWidget;
 class QTextBrowser;
 
-/// The messages of the attached modems: a list, and beside it the one that is chosen.
+/// The messages of the attached modems: a list, and the selected message next to it.
 class MessagesPage : public Page
 {
     Q_OBJECT
@@ -18,10 +18,10 @@ class MessagesPage : public Page
 public:
     explicit MessagesPage(QWidget* parent);
 
-    /// Reads the messages anew in the background and shows them when that is done.
+    /// Reads the messages again in the background and then shows them.
     void readMessages();
 
-    /// The same if other modems are attached.
+    /// Does the same if other modems are attached now.
     void devicesChanged();
 
 protected:
@@ -35,10 +35,10 @@ private:
     void showState();
 
     MessageReader* m_reader;
-    Modems m_modems;           ///< whose messages these are
-    bool m_isOutdated = false; ///< there is news since the reader began
+    Modems m_modems;           ///< the modems whose messages are shown
+    bool m_isOutdated = false; ///< messages have changed since the reader started
     Messages m_messages;
-    QLabel* m_note; ///< instead of messages
+    QLabel* m_note; ///< shown instead of messages
     QWidget* m_panel;
     QBoxLayout* m_columns;
     QListWidget* m_list;

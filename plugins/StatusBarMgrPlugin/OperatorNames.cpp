@@ -17,7 +17,7 @@ OperatorNames::OperatorNames(QObject* parent)
 OperatorNames::~OperatorNames()
 {
     stop();
-    if (m_areRead) // else the thread may have been terminated within the lock of the instance
+    if (m_areRead) // otherwise the thread may have been terminated while it held the lock of the instance
         StatusBarOpListParse::DestroyInstance();
 }
 
@@ -34,7 +34,7 @@ QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
     StatusBarOpListParse* const lists = StatusBarOpListParse::GetInstance();
     const _ST_MCCMNC_ITEM item =
         lists->GetOperatorData(network.left(CountryDigits), network.mid(CountryDigits));
-    // What is said of a network that is not listed is said of its country.
+    // The answer for a network that is not listed is about its country.
     const _ST_MCCMNC_ITEM country = lists->GetOperatorData(network.left(CountryDigits), {});
     const bool isListed =
         !item.descr.isEmpty() || item.fulldescr != country.fulldescr || item.langid != country.langid;

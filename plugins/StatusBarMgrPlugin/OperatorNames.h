@@ -6,8 +6,8 @@
 
 #include <atomic>
 
-/// The names of mobile networks. Their lists are read in the background; the thread's finished() tells when
-/// names can be had.
+/// The names of mobile networks. The lists are read in the background; finished() is emitted when the names
+/// are available.
 class OperatorNames : public BackgroundWork
 {
     Q_OBJECT
@@ -16,9 +16,9 @@ public:
     explicit OperatorNames(QObject* parent);
     ~OperatorNames() override;
 
-    /// The name of the network that a modem is registered in, in the current language.
-    /// @param network MCC and MNC in one text
-    /// @param imsi    of the SIM: at home its operator tells more than a network that is not listed
+    /// The name of the network in which a modem is registered, in the current language.
+    /// @param network MCC and MNC in one string
+    /// @param imsi    of the SIM: in its home country it names the operator of a network that is not listed
     /// @return for an unlisted network its country and number, else the code; empty while the lists are read
     QString nameOf(const QString& network, const QString& imsi) const;
 

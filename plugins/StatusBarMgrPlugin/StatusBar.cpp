@@ -19,7 +19,7 @@ QString value(const Modem& modem, const char* key)
     return modemValue(modem.id, QString::fromLatin1(key));
 }
 
-/// @param hint identifier of a text in which %1 is the value
+/// @param hint identifier of a string in which %1 is the value
 void showValue(QLabel* label, const QString& content, const char* hint, const QString& value)
 {
     label->setText(content);

@@ -10,8 +10,8 @@ class OperatorNames;
 class QLabel;
 class SignalBars;
 
-/// What the first of the attached modems is doing: network, strength of the signal, speeds and the volume
-/// since it was attached.
+/// The state of the first attached modem: network, signal strength, speeds and the volume since it was
+/// attached.
 class StatusBar : public QWidget
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ class StatusBar : public QWidget
 public:
     explicit StatusBar(QWidget* parent);
 
-    /// Shows what the modem reports now.
+    /// Reads the values of the modem and shows them.
     void refresh();
 
 protected:

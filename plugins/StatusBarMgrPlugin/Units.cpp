@@ -10,7 +10,7 @@ constexpr int UsualBase = 1024;
 
 struct Step
 {
-    const char* speed; ///< identifiers of the units' texts
+    const char* speed; ///< identifiers of the units' strings
     const char* volume;
 };
 
@@ -24,7 +24,7 @@ constexpr Step Steps[] = {
 QVector<TagUnits> ladder(const char* Step::*unit, int base)
 {
     QVector<TagUnits> units;
-    quint64 divisor = 1; // an int, but for what comes after the last step
+    quint64 divisor = 1; // exceeds an int only after the last step
     for (const Step& step : Steps) {
         const QString key = QString::fromLatin1(step.*unit);
         units.append({key, int(divisor), units.isEmpty() ? 0 : divisor, key});
@@ -33,7 +33,7 @@ QVector<TagUnits> ladder(const char* Step::*unit, int base)
     return units;
 }
 
-/// How many of a unit make up the next larger one for the operator.
+/// The factor between two units for the operator: 1024 or 1000.
 int readBase()
 {
     const QString base = QStringLiteral("base");

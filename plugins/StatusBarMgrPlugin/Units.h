@@ -5,14 +5,14 @@
 #include <QString>
 #include <QVector>
 
-/// Speeds and volumes as people read them: "1.40 MB/s", in units of the current language. "Units.xml" beside
-/// the language files says whether a unit is 1024 or 1000 of the next smaller one, also for single operators.
+/// Formats speeds and volumes: "1.40 MB/s", with units in the current language. "Units.xml" in the folder of
+/// the language files selects factors of 1024 or 1000, for everyone or for single operators.
 class Units
 {
 public:
     Units();
 
-    /// @param bytesPerSecond digits as the device service gives them; without any only the unit is shown
+    /// @param bytesPerSecond the digits from the device service; if empty, a dash is shown
     QString speed(const QString& bytesPerSecond) const;
 
     QString volume(quint64 bytes) const;

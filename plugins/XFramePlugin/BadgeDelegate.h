@@ -2,8 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a cell's text on a rounded badge in the colour of PluginStatusModel::ToneRole, with a dot before it,
-/// so that the state does not depend on telling colours apart.
+/// Draws the text of a cell in a rounded badge with a dot, in the colour of PluginStatusModel::ToneRole.
 class BadgeDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -3,6 +3,7 @@
 #include "PluginContainer/PluginContainer.h"
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 #include "common/CommonUtils.h"
+#include "common/GuardedCall.h"
 
 namespace {
 
@@ -36,6 +37,9 @@ QString customisationKey(IPluginContainer& container, const Modems& modems)
 
 QString lastUsedDevice()
 {
-    IDeviceMgr* manager = CommonUtils::GetDeviceMgrPlugin();
-    return manager ? manager->GetLastUsedDevice() : QString();
+    QString device;
+    if (IDeviceMgr* const manager = CommonUtils::GetDeviceMgrPlugin())
+        guardedCall("GetLastUsedDevice", QStringLiteral("device manager"),
+                    [&] { device = manager->GetLastUsedDevice(); });
+    return device;
 }

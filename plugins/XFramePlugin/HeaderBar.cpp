@@ -37,7 +37,7 @@ QLayout* makeFact(const char* caption, QLabel* value)
 ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {
     auto* label = new ElidedLabel;
-    label->setMaximumWidth(LongestValue); // a device may give itself any name
+    label->setMaximumWidth(LongestValue); // modems can have names of any length
     Look::setFont(label, scale, weight);
     return label;
 }

@@ -9,8 +9,8 @@ class QLabel;
 class QMenu;
 class QToolButton;
 
-/// The top of the main window: the attached modem, the operator customisation, the customisation key in force
-/// and the buttons of the menus. In a compact window only the modem and the buttons are left.
+/// The top of the main window: the attached modem, the operator, what the application is customised for, and
+/// the menu buttons. A compact window has only the modem and the buttons.
 class HeaderBar : public QWidget
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     void showSituation(const Situation& situation);
     void setCompact(bool isCompact);
 
-    /// Adds a button without a text that opens a menu.
+    /// Adds a button that opens a menu; the caller sets its text.
     QToolButton* addMenu(QMenu* menu);
 
 protected:

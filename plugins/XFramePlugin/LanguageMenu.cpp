@@ -1,14 +1,14 @@
 #include "LanguageMenu.h"
 
 #include "Change/Change.h"
-#include "LanguageSwitch.h"
+#include "Languages.h"
 
 #include <QActionGroup>
 
 LanguageMenu::LanguageMenu(QWidget* parent)
     : QMenu(parent)
 {
-    // Anew every time: language files may have come or gone.
+    // Every time, because language files may have been added or removed.
     connect(this, &QMenu::aboutToShow, this, &LanguageMenu::fill);
 }
 

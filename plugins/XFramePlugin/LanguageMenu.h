@@ -2,7 +2,8 @@
 
 #include <QMenu>
 
-/// The languages to choose from, each under its own name: whoever cannot read the current one finds his.
+/// A menu of the available languages. Each is listed by its own name, so that users find theirs even if they
+/// cannot read the current one.
 class LanguageMenu : public QMenu
 {
     Q_OBJECT

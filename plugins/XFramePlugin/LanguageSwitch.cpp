@@ -1,68 +1,58 @@
 #include "LanguageSwitch.h"
 
 #include "Change/Change.h"
+#include "Languages.h"
 #include "common/CommonUtils.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QEvent>
+#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTranslator>
 
 #include <algorithm>
 
 namespace {
 
-constexpr QLatin1String FilePrefix("XFramePlugin_");
-constexpr QLatin1String FileSuffix(".lang");
-
-} // namespace
-
-QVector<Language> availableLanguages()
+/// Qt's own texts in one language. Also answers Qt's question for the direction of the language.
+class QtTexts : public QTranslator
 {
-    const QDir folder(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/XFramePlugin"));
-    QVector<Language> languages;
-    for (const QString& file : folder.entryList({FilePrefix + QLatin1Char('*') + FileSuffix}, QDir::Files)) {
-        const QString code = file.mid(FilePrefix.size()).chopped(FileSuffix.size());
-        languages.append({code, nameOfLanguage(code)});
-    }
-    std::sort(languages.begin(), languages.end(), [](const Language& left, const Language& right) {
-        return left.name.localeAwareCompare(right.name) < 0;
+public:
+    explicit QtTexts(const QString& code);
+
+    bool isEmpty() const override { return false; } // it always knows the direction
+    QString translate(const char* context, const char* source, const char* disambiguation,
+                      int count) const override;
+
+private:
+    const bool m_isRightToLeft;
+};
+
+QtTexts::QtTexts(const QString& code)
+    : m_isRightToLeft(directionOfLanguage(code) == Qt::RightToLeft)
+{
+    const QString folders[] = {CommonUtils::GetPluginLibraryPath() + QLatin1String("/translations"),
+                               QLibraryInfo::location(QLibraryInfo::TranslationsPath)};
+    std::any_of(std::begin(folders), std::end(folders), [&](const QString& folder) {
+        return load(QLocale(code), QStringLiteral("qtbase"), QStringLiteral("_"), folder);
     });
-    return languages;
 }
 
-QString nameOfLanguage(const QString& code)
-{
-    QString name = QLocale(code).nativeLanguageName();
-    if (name.isEmpty())
-        return code;
-    name[0] = name[0].toUpper(); // some languages write it small, but not at the start of a line
-    return name;
-}
-
-void QtTranslator::load(const QString& code)
-{
-    const QLocale locale(code);
-    const QString folder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-    m_direction = locale.textDirection();
-    static_cast<void>(QTranslator::load(locale, QStringLiteral("qtbase"), QStringLiteral("_"), folder));
-}
-
-QString QtTranslator::translate(const char* context, const char* source, const char* disambiguation,
-                                int count) const
+QString QtTexts::translate(const char* context, const char* source, const char* disambiguation,
+                           int count) const
 {
     if (qstrcmp(source, "QT_LAYOUT_DIRECTION") == 0)
-        return QLatin1String(m_direction == Qt::RightToLeft ? "RTL" : "LTR");
+        return QLatin1String(m_isRightToLeft ? "RTL" : "LTR");
     return QTranslator::translate(context, source, disambiguation, count);
 }
+
+} // namespace
 
 LanguageSwitch::LanguageSwitch()
 {
     follow();
-    // There is nothing yet that would have to change.
-    QCoreApplication::removePostedEvents(QCoreApplication::instance(), QEvent::LanguageChange);
 }
+
+LanguageSwitch::~LanguageSwitch() = default;
 
 void LanguageSwitch::use(const QString& code)
 {
@@ -72,8 +62,11 @@ void LanguageSwitch::use(const QString& code)
 
 void LanguageSwitch::follow()
 {
-    QCoreApplication::removeTranslator(&m_qtTexts);
-    m_qtTexts.load(Change::GetLangName());
-    QCoreApplication::installTranslator(&m_qtTexts); // sends the change of language
-    QGuiApplication::setLayoutDirection(m_qtTexts.direction());
+    const QString code = Change::GetLangName();
+    auto texts = std::make_unique<QtTexts>(code);
+    // The new translator is installed before the old one is removed: without any, Qt would lay out the
+    // windows from left to right for a moment.
+    QCoreApplication::installTranslator(texts.get());
+    m_qtTexts = std::move(texts);
+    QGuiApplication::setLayoutDirection(directionOfLanguage(code));
 }

@@ -1,48 +1,25 @@
 #pragma once
 
-#include <QTranslator>
-#include <QVector>
+#include <QtGlobal>
 
-/// A language that the application can be shown in.
-struct Language
-{
-    QString code; ///< language and country code such as "en-us"
-    QString name; ///< as those call it who speak it
-};
+#include <memory>
 
-/// The languages that the main window has a language file for, sorted by name.
-QVector<Language> availableLanguages();
+class QString;
+class QTranslator;
 
-/// A language's own name; the code when the system does not know it.
-QString nameOfLanguage(const QString& code);
-
-/// Qt's own texts, and the direction of the language, which Qt asks its translators for.
-class QtTranslator : public QTranslator
-{
-    Q_OBJECT
-
-public:
-    /// Reads the texts if they are installed; without them Qt speaks English.
-    void load(const QString& code);
-
-    Qt::LayoutDirection direction() const { return m_direction; }
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* source, const char* disambiguation,
-                      int count) const override;
-
-private:
-    Qt::LayoutDirection m_direction = Qt::LeftToRight;
-};
-
-/// Brings what does not come from language files in line with the current language: the direction in which
-/// windows are laid out, and the texts of Qt itself where its translations are installed.
+/// Brings everything that does not come from language files in line with the current language: the direction
+/// in which windows are laid out, and Qt's own texts, such as those of context menus.
+///
+/// Create it before the first window: the windows then need not change afterwards.
 class LanguageSwitch
 {
 public:
-    /// For the language that the application has started in.
+    /// For the language in which the application has started.
     LanguageSwitch();
+    ~LanguageSwitch();
 
-    /// Makes a language current. All widgets are sent QEvent::LanguageChange before they are painted again.
+    /// Makes a language current. All widgets receive QEvent::LanguageChange before they are painted again;
+    /// they are mirrored only if the direction is a different one.
     void use(const QString& code);
 
 private:
@@ -50,5 +27,5 @@ private:
 
     void follow();
 
-    QtTranslator m_qtTexts;
+    std::unique_ptr<QTranslator> m_qtTexts;
 };

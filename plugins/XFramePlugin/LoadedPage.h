@@ -4,6 +4,12 @@
 
 class IPluginContainer;
 class IUIPlugin;
+class QWidget;
 
-/// The plugin that makes a page, if it is enabled and loaded already: looking for pages loads nothing.
+/// The page interface of a plugin, if the plugin is enabled and already loaded; null otherwise. Does not load
+/// any library.
 IUIPlugin* loadedPage(IPluginContainer& container, const QString& clsid);
+
+/// Has a loaded plugin build its page.
+/// @return null when the plugin is not loaded or enabled, has no page or throws an exception, which is logged
+QWidget* buildPage(IPluginContainer& container, const QString& clsid, QWidget* parent);

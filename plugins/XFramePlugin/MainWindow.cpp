@@ -3,6 +3,8 @@
 #include "Change/Change.h"
 #include "HeaderBar.h"
 #include "LanguageMenu.h"
+#include "LanguageSwitch.h"
+#include "Languages.h"
 #include "PluginsPage.h"
 #include "Skin.h"
 #include "common/CommonUtils.h"
@@ -24,7 +26,7 @@ constexpr QLatin1String SettingsSection("mainwindow");
 constexpr QLatin1String CompactKey("compact");
 constexpr QLatin1String IsSet("true");
 
-/// What differs between the usual and the compact window.
+/// The differences between the normal and the compact window.
 struct Form
 {
     QLatin1String geometryKey;
@@ -50,8 +52,9 @@ void readCompactSetting()
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
+MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     : QWidget(parent, Qt::Window)
+    , m_language(language)
     , m_header(new HeaderBar)
     , m_pluginsPage(new PluginsPage(nullptr))
 {
@@ -113,8 +116,8 @@ void MainWindow::addMenus()
         languageButton->setToolTip(text("IDS_MENU_LANGUAGE"));
         mainButton->setToolTip(text("IDS_MENU"));
         mainButton->setAccessibleName(mainButton->toolTip());
-        // A menu begins where its button does and is laid out like it. This one has to end there instead, to
-        // stay in the window.
+        // A menu is aligned with the leading edge of its button. To keep this one within the window, the
+        // button has the opposite direction, which aligns them at the other edge.
         mainButton->setLayoutDirection(isRightToLeft() ? Qt::LeftToRight : Qt::RightToLeft);
         mainButton->menu()->setLayoutDirection(layoutDirection());
     });

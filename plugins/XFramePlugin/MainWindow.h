@@ -1,38 +1,38 @@
 #pragma once
 
-#include "LanguageSwitch.h"
-
 #include <QPointer>
 #include <QWidget>
 
 class HeaderBar;
+class LanguageSwitch;
 class PluginsPage;
 class QMenu;
 struct Situation;
 
-/// The main window: a header with the menus, below it the area of the pages, and at the bottom the status
-/// bar. It can be made compact, which is the application's mini mode. In the section "mainwindow" of the
-/// settings it remembers that ("compact") and, for both forms, its size and place ("geometry",
+/// The main window: a header with the menus, the pages below it, and the status bar at the bottom. It can be
+/// made compact, which is the application's mini mode. The window stores this in the section "mainwindow" of
+/// the settings ("compact"), together with the size and position of both forms ("geometry",
 /// "compactgeometry").
 class MainWindow : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Also lays out the whole application for the current language and applies the skin.
-    explicit MainWindow(QWidget* parent);
+    /// Also applies the skin.
+    /// @param language must outlive the window
+    MainWindow(LanguageSwitch& language, QWidget* parent);
     ~MainWindow() override;
 
-    /// The window's own page. Belongs to the window, wherever a layout puts it.
+    /// The page "Plugins". The window owns it, even if a layout changes its parent.
     QWidget* pluginsPage() const;
 
-    /// Puts the area of the pages below the header. An earlier area must be gone.
+    /// Puts the area with the pages below the header. Delete an earlier area first.
     void setArea(QWidget* area);
 
-    /// Puts the status bar at the bottom. An earlier one must be gone.
+    /// Puts the status bar at the bottom. Delete an earlier one first.
     void setStatusBar(QWidget* statusBar);
 
-    /// Shows what is attached and which customisation key is in force.
+    /// Shows the attached modems and the current customisation key.
     void showSituation(const Situation& situation);
 
 protected:
@@ -47,7 +47,7 @@ private:
     void restorePlace();
     void rememberPlace() const;
 
-    LanguageSwitch m_language; ///< first: what follows is made in its direction
+    LanguageSwitch& m_language;
     HeaderBar* m_header;
     QPointer<PluginsPage> m_pluginsPage;
 };

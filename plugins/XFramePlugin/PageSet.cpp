@@ -2,11 +2,10 @@
 
 #include "LoadedPage.h"
 #include "MainWindow.h"
+#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/interfaces/ILayout.h"
-#include "PluginContainer/interfaces/IUIPlugin.h"
 #include "common/CommonUtils.h"
-
-#include <QRect>
+#include "common/GuardedCall.h"
 
 #include <algorithm>
 
@@ -27,35 +26,34 @@ void PageSet::dropDisabled()
         delete *it;
         it = m_pages.erase(it);
     }
-    if (m_layout == wantedLayout())
-        return;
-    takeOutAllAfter(0);
-    delete m_area;
-    m_layout = nullptr;
+    if (m_layout != wantedLayout())
+        dropArea();
 }
 
 void PageSet::arrange()
 {
-    prepareArea();
-    m_shown.removeAll(nullptr);
     const QVector<QWidget*> wanted = wantedPages();
-    // Layouts add at the end only: from the first difference on, pages are taken out and put in again.
-    const auto firstDifference =
-        std::mismatch(m_shown.cbegin(), m_shown.cend(), wanted.cbegin(), wanted.cend());
-    takeOutAllAfter(int(firstDifference.first - m_shown.cbegin()));
-    for (auto it = firstDifference.second; it != wanted.cend(); ++it) {
-        m_layout->AddPage(m_area, *it);
-        m_shown.append(*it);
+    add(wanted);
+    while (m_layout != wantedLayout()) { // it has failed, or its plugin has just been loaded
+        dropArea();
+        add(wanted);
     }
 }
 
-QWidget* PageSet::page(const QString& clsid)
+void PageSet::add(const QVector<QWidget*>& pages)
 {
-    QPointer<QWidget>& page = m_pages[clsid];
-    IUIPlugin* plugin = page ? nullptr : loadedPage(m_container, clsid);
-    if (plugin)
-        page = plugin->BuildFrame(nullptr, QRect());
-    return page;
+    prepareArea();
+    m_shown.removeAll(nullptr);
+    // Layouts add at the end only: from the first difference on, pages are taken out and added again.
+    const auto firstDifference =
+        std::mismatch(m_shown.cbegin(), m_shown.cend(), pages.cbegin(), pages.cend());
+    takeOutAllAfter(int(firstDifference.first - m_shown.cbegin()));
+    for (auto it = firstDifference.second; it != pages.cend(); ++it) {
+        QWidget* const page = *it;
+        m_shown.append(page);
+        if (!callLayout("AddPage", [&] { m_layout->AddPage(m_area, page); }))
+            return;
+    }
 }
 
 QVector<QWidget*> PageSet::wantedPages()
@@ -63,9 +61,11 @@ QVector<QWidget*> PageSet::wantedPages()
     QVector<QWidget*> pages;
     const QStringList clsids = CommonUtils::GetUIEmbedPlugibList();
     for (const QString& clsid : clsids) {
-        QWidget* embedded = page(clsid);
-        if (embedded)
-            pages.append(embedded);
+        QPointer<QWidget>& page = m_pages[clsid];
+        if (!page)
+            page = buildPage(m_container, clsid, nullptr);
+        if (page)
+            pages.append(page);
     }
     pages.append(m_window.pluginsPage());
     return pages;
@@ -74,7 +74,7 @@ QVector<QWidget*> PageSet::wantedPages()
 ILayout* PageSet::wantedLayout()
 {
     ILayout* layout = CommonUtils::GetLayoutPlugin();
-    return layout ? layout : &m_tabs;
+    return layout && layout != m_faultyLayout ? layout : &m_tabs;
 }
 
 void PageSet::prepareArea()
@@ -82,15 +82,29 @@ void PageSet::prepareArea()
     if (m_area)
         return;
     m_layout = wantedLayout();
-    m_area = m_layout->CreateArea(&m_window);
+    callLayout("CreateArea", [this] { m_area = m_layout->CreateArea(&m_window); });
+    if (!m_area) {
+        m_faultyLayout = m_layout;
+        m_layout = &m_tabs;
+        m_area = m_tabs.CreateArea(&m_window);
+    }
     m_shown.clear();
     m_window.setArea(m_area);
+}
+
+void PageSet::dropArea()
+{
+    takeOutAllAfter(0);
+    delete m_area;
+    m_layout = nullptr;
 }
 
 void PageSet::takeOut(QWidget* page)
 {
     if (page && m_area)
-        m_layout->RemovePage(m_area, page);
+        callLayout("RemovePage", [&] { m_layout->RemovePage(m_area, page); });
+    if (page && m_area && m_area->isAncestorOf(page))
+        page->setParent(nullptr); // a page must not be deleted together with the area
     m_shown.removeAll(page);
 }
 
@@ -99,4 +113,13 @@ void PageSet::takeOutAllAfter(int kept)
     const auto pages = m_shown.mid(kept);
     for (const QPointer<QWidget>& page : pages)
         takeOut(page);
+}
+
+template <typename Call>
+bool PageSet::callLayout(const char* what, Call call)
+{
+    if (guardedCall(what, m_container.GetPluginNameByClsid(LayoutPluginClsid), call))
+        return true;
+    m_faultyLayout = m_layout;
+    return false;
 }

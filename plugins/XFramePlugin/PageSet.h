@@ -3,6 +3,7 @@
 #include "TabLayout.h"
 
 #include <QHash>
+#include <QLatin1String>
 #include <QPointer>
 #include <QVector>
 #include <QWidget>
@@ -11,8 +12,12 @@ class ILayout;
 class IPluginContainer;
 class MainWindow;
 
+/// Clsid of the plugin that arranges the pages.
+constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
+
 /// The pages of the main window: those of the embedded plugins in the order of the plugin library file, then
-/// the window's own. The layout plugin arranges them; without one they are tabs.
+/// the window's own. The layout plugin arranges them. Without one, or after it has thrown an exception, they
+/// are tabs. A page that cannot be built is left out.
 ///
 /// Pages and area may be deleted by their plugins at any time.
 class PageSet
@@ -21,26 +26,33 @@ public:
     /// Both arguments must outlive this object.
     PageSet(IPluginContainer& container, MainWindow& window);
 
-    /// Deletes the pages of plugins that are no longer enabled, and lets go of a layout that is no longer the
-    /// one to use. To be called while the libraries of those plugins are still loaded.
+    /// Deletes the pages of plugins that are no longer enabled, and the area of a layout that is no longer
+    /// used. Call this while the libraries of those plugins are still loaded.
     void dropDisabled();
 
-    /// Adds the pages that are missing, each at its place.
+    /// Adds missing pages in their places.
     void arrange();
 
 private:
-    QWidget* page(const QString& clsid);
     QVector<QWidget*> wantedPages();
     ILayout* wantedLayout();
     void prepareArea();
+    void dropArea();
+    void add(const QVector<QWidget*>& pages);
     void takeOut(QWidget* page);
     void takeOutAllAfter(int kept);
+
+    /// Runs a call into the layout.
+    /// @return false when it threw; the layout is then not used again
+    template <typename Call>
+    bool callLayout(const char* what, Call call);
 
     IPluginContainer& m_container;
     MainWindow& m_window;
     TabLayout m_tabs;
-    ILayout* m_layout = nullptr; ///< whose the area is; null without an area
+    ILayout* m_layout = nullptr;       ///< made the area; null without an area
+    ILayout* m_faultyLayout = nullptr; ///< only compared with, as its plugin may have been unloaded
     QPointer<QWidget> m_area;
     QHash<QString, QPointer<QWidget>> m_pages; ///< of the embedded plugins, by clsid
-    QVector<QPointer<QWidget>> m_shown;        ///< what the area holds, in order
+    QVector<QPointer<QWidget>> m_shown;        ///< pages in the area, in order
 };

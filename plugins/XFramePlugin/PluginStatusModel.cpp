@@ -8,10 +8,10 @@ namespace {
 
 constexpr const char* ColumnTitles[] = {"IDS_COLUMN_PLUGIN", "IDS_COLUMN_STATE", "IDS_COLUMN_WHY"};
 
-/// How a plugin calls itself in the current language.
+/// The name that a plugin's language file gives it; else the one in the plugin library file.
 QString nameOf(const PluginStatus& plugin)
 {
-    // The table of texts keeps the keys that it is asked for: none of them may point into this library.
+    // Change may keep the identifier: it must not point into this library.
     const QString name = Change::tr(QString::fromLatin1("IDS_PLUGIN_NAME"), plugin.name);
     return name.isEmpty() ? plugin.name : name;
 }
@@ -47,7 +47,7 @@ QVariant PluginStatusModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return index.column() == NameColumn ? m_names.at(index.row()) : describe(plugin, index.column());
     case Qt::ToolTipRole:
-        return describe(plugin, index.column());
+        return index.column() == ReasonColumn ? describeDetails(plugin) : describe(plugin, index.column());
     case ToneRole:
         return int(toneOfState(plugin));
     default:

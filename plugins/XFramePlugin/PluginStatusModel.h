@@ -5,7 +5,7 @@
 #include <QAbstractTableModel>
 #include <QStringList>
 
-/// The plugins as a table: name, state and reason.
+/// A table of the plugins: name, state and reason.
 class PluginStatusModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Takes the plugins, and their names in the current language.
+    /// Sets the plugins and looks up their names in the current language.
     void setPlugins(const PluginStatusList& plugins);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -28,5 +28,5 @@ private:
     static QString describe(const PluginStatus& plugin, int column);
 
     PluginStatusList m_plugins;
-    QStringList m_names; ///< of the plugins in the current language; looked up once, as a miss reads a file
+    QStringList m_names; ///< in the current language; cached, because looking up a missing name reads a file
 };

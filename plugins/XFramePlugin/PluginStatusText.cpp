@@ -1,6 +1,9 @@
 #include "PluginStatusText.h"
 
+#include "common/CommonUtils.h"
 #include "support/Text.h"
+
+#include <QDir>
 
 #include <algorithm>
 #include <iterator>
@@ -8,13 +11,14 @@
 namespace {
 
 using Look::Tone;
+using Fault = PluginStatus::Fault;
 using Rule = PluginStatus::Rule;
 using State = PluginStatus::State;
 
 struct StateView
 {
     State state;
-    const char* word; ///< identifier of its text
+    const char* word; ///< identifier of its string
     Tone tone;
 };
 
@@ -25,13 +29,15 @@ constexpr StateView StateViews[] = {
 };
 constexpr StateView FailedView{State::Enabled, "IDS_STATE_FAILED", Tone::Bad};
 
-struct RuleText
+/// The string that explains a rule or a fault.
+template <typename Cause>
+struct Explanation
 {
-    Rule rule;
-    const char* pattern; ///< identifier of a text in which %1 is the operator or the key
+    Cause cause;
+    const char* pattern; ///< identifier of the string; %1 is the operator, the key or the library
 };
 
-constexpr RuleText RuleTexts[] = {
+constexpr Explanation<Rule> RuleTexts[] = {
     {Rule::None, "IDS_RULE_NONE"},
     {Rule::Common, "IDS_RULE_COMMON"},
     {Rule::OperatorAdd, "IDS_RULE_OPERATOR_ADD"},
@@ -40,13 +46,37 @@ constexpr RuleText RuleTexts[] = {
     {Rule::KeyRemove, "IDS_RULE_KEY_REMOVE"},
 };
 
+constexpr Explanation<Fault> FaultTexts[] = {
+    {Fault::NoLibrary, "IDS_FAULT_NO_LIBRARY"},    {Fault::OtherPlatform, "IDS_FAULT_OTHER_PLATFORM"},
+    {Fault::NotAPlugin, "IDS_FAULT_NOT_A_PLUGIN"}, {Fault::NotLoadable, "IDS_FAULT_NOT_LOADABLE"},
+    {Fault::ConstructorThrew, "IDS_FAULT_THREW"},  {Fault::NoBaseInterface, "IDS_FAULT_NOT_A_PLUGIN"},
+    {Fault::InitThrew, "IDS_FAULT_THREW"},
+};
+
+template <typename Cause, std::size_t Size>
+QString explain(const Explanation<Cause> (&explanations)[Size], Cause cause, const QString& argument)
+{
+    const auto matches = [cause](const Explanation<Cause>& candidate) {
+        return candidate.cause == cause;
+    };
+    const auto found = std::find_if(std::begin(explanations), std::end(explanations), matches);
+    const QString pattern = found == std::end(explanations) ? QString() : text(found->pattern);
+    return pattern.contains(QLatin1String("%1")) ? pattern.arg(argument) : pattern;
+}
+
 constexpr QLatin1String ImsiPrefix("IMSI");
 constexpr QLatin1String GidPrefix("GID");
-constexpr int NetworkDigits = 6; // of an IMSI; the rest is the subscriber's own business
+constexpr int NetworkDigits = 6; // of an IMSI; the rest identifies the subscriber and is not shown
+
+/// A fault is of no interest while the plugin is not to be loaded.
+bool hasFailed(const PluginStatus& status)
+{
+    return status.fault != Fault::None && status.state != State::Removed && status.state != State::Disabled;
+}
 
 const StateView& viewOf(const PluginStatus& status)
 {
-    if (!status.error.isEmpty() && status.state == State::Enabled)
+    if (hasFailed(status))
         return FailedView;
     const auto matches = [&status](const StateView& view) {
         return view.state == status.state;
@@ -74,17 +104,29 @@ Look::Tone toneOfState(const PluginStatus& status)
 
 QString describeReason(const PluginStatus& status)
 {
-    if (&viewOf(status) == &FailedView)
-        return status.error;
-    const auto matches = [&status](const RuleText& candidate) {
-        return candidate.rule == status.rule;
-    };
-    const auto found = std::find_if(std::begin(RuleTexts), std::end(RuleTexts), matches);
-    const QString pattern = found == std::end(RuleTexts) ? QString() : text(found->pattern);
-    if (!pattern.contains(QLatin1String("%1")))
-        return pattern;
+    if (hasFailed(status))
+        return explain(FaultTexts, status.fault, status.url);
     const bool byKey = status.rule == Rule::KeyAdd || status.rule == Rule::KeyRemove;
-    return pattern.arg(byKey ? describeKey(status.key) : status.key);
+    return explain(RuleTexts, status.rule, byKey ? describeKey(status.key) : status.key);
+}
+
+QString describeDetails(const PluginStatus& status)
+{
+    return hasFailed(status) && !status.error.isEmpty() ? status.error : describeReason(status);
+}
+
+QString describeFault(const ConfigurationFault& fault)
+{
+    const QString file = QDir(CommonUtils::GetPluginLibraryPath()).relativeFilePath(fault.path);
+    switch (fault.kind) {
+    case ConfigurationFault::Kind::Missing:
+        return text("IDS_CONFIG_MISSING").arg(file);
+    case ConfigurationFault::Kind::Unreadable:
+        return text("IDS_CONFIG_UNREADABLE").arg(file);
+    case ConfigurationFault::Kind::Malformed:
+        break;
+    }
+    return text("IDS_CONFIG_MALFORMED").arg(file).arg(fault.line);
 }
 
 QString describeKey(const QString& key)

@@ -1,16 +1,23 @@
 #pragma once
 
+#include "PluginContainer/ConfigurationFault.h"
 #include "PluginContainer/PluginStatus.h"
 #include "support/Look.h"
 
-/// How far a plugin has come, in a word or two.
+/// The state of a plugin in a word or two.
 QString describeState(const PluginStatus& status);
 
 /// The colour that goes with describeState().
 Look::Tone toneOfState(const PluginStatus& status);
 
-/// Why a plugin is there or not, in plain words.
+/// Why a plugin is available, unavailable or has failed.
 QString describeReason(const PluginStatus& status);
 
-/// What a customisation key stands for, such as "modem Lume V2" or "SIM group NT-GOLD".
+/// What Qt or the plugin says about a failure, in English; otherwise the same as describeReason().
+QString describeDetails(const PluginStatus& status);
+
+/// What is wrong with a configuration file, and where.
+QString describeFault(const ConfigurationFault& fault);
+
+/// The meaning of a customisation key, such as "modem Lume V2" or "SIM group NT-GOLD".
 QString describeKey(const QString& key);

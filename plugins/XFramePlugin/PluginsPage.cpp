@@ -3,10 +3,13 @@
 #include "BadgeDelegate.h"
 #include "PluginContainer/PluginContainer.h"
 #include "PluginStatusModel.h"
+#include "PluginStatusText.h"
 #include "Startup/Startup.h"
 #include "support/Text.h"
 
+#include <QDir>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPainter>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -18,7 +21,7 @@ constexpr int CellMargin = 4;
 constexpr int NameWidth = 170;
 constexpr int StateWidth = 130;
 
-/// Column titles on the table's own background, with a line below.
+/// Column titles on the background of the table, with a line below.
 class FlatHeader : public QHeaderView
 {
 public:
@@ -55,8 +58,12 @@ void setUpColumns(QTableView* table)
 
 PluginsPage::PluginsPage(QWidget* parent)
     : Page("IDS_PLUGINS_TITLE", "IDS_PLUGINS_LEAD", Look::Sign::Plugins, parent)
+    , m_faults(Look::label(QString(), 1.0, QFont::DemiBold))
     , m_model(new PluginStatusModel(this))
 {
+    m_faults->setWordWrap(true);
+    m_faults->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    content()->addWidget(m_faults);
     auto* panel = new Surface;
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(Look::Gap * 2, Look::Gap, Look::Gap * 2, Look::Gap);
@@ -69,11 +76,25 @@ void PluginsPage::refresh()
 {
     const auto* container = dynamic_cast<PluginContainer*>(Startup::GetPluginContainer());
     m_model->setPlugins(container ? container->GetPluginStatus() : PluginStatusList());
+    showFaults(container ? container->GetConfigurationFaults() : ConfigurationFaultList());
+}
+
+void PluginsPage::showFaults(const ConfigurationFaultList& faults)
+{
+    QStringList lines;
+    QStringList details;
+    for (const ConfigurationFault& fault : faults) {
+        lines.append(describeFault(fault));
+        details.append(QDir::toNativeSeparators(fault.path) + QLatin1Char('\n') + fault.message);
+    }
+    m_faults->setText(lines.join(QLatin1Char('\n')));
+    m_faults->setToolTip(details.join(QLatin1Char('\n')).trimmed());
+    m_faults->setVisible(!faults.isEmpty());
 }
 
 void PluginsPage::showEvent(QShowEvent* event)
 {
-    // A plugin may have been loaded on demand meanwhile.
+    // A plugin may have been loaded on demand in the meantime.
     refresh();
     Page::showEvent(event);
 }

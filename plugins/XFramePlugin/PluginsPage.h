@@ -1,11 +1,14 @@
 #pragma once
 
+#include "PluginContainer/ConfigurationFault.h"
 #include "support/Page.h"
 
 class PluginStatusModel;
+class QLabel;
 class QTableView;
 
-/// The main window's own page: every plugin with its state and the reason for it.
+/// The page of the main window itself: all plugins with their state and the reason for it, and the faults of
+/// the configuration files.
 class PluginsPage : public Page
 {
     Q_OBJECT
@@ -13,7 +16,7 @@ class PluginsPage : public Page
 public:
     explicit PluginsPage(QWidget* parent);
 
-    /// Reads the states anew. Also happens whenever the page comes into view.
+    /// Updates the states. Also happens whenever the page becomes visible.
     void refresh();
 
 protected:
@@ -21,6 +24,8 @@ protected:
 
 private:
     QTableView* makeTable();
+    void showFaults(const ConfigurationFaultList& faults);
 
+    QLabel* m_faults;
     PluginStatusModel* m_model;
 };

@@ -2,10 +2,10 @@
 
 #include "support/Modems.h"
 
-/// What the main window follows.
+/// What the main window currently shows and is customised for.
 struct Situation
 {
     Modems modems;
-    QString key;             ///< customisation key in force
-    bool wasRefused = false; ///< as DeviceEvents::wasRefused()
+    QString key;             ///< current customisation key
+    bool wasRefused = false; ///< DeviceEvents::wasRefused()
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-/// Applies the skin that goes with mini mode and the direction in which windows are laid out: outside mini
-/// mode the default one, in it the one of the setting "MiniSkin"/"Name". Where a file is missing, the look
-/// stays as it is.
+/// Applies the skin for the current mode and layout direction: in mini mode the one named by the setting
+/// "MiniSkin"/"Name", otherwise the default skin. If its file is missing, nothing changes.
 void applySkin();

@@ -2,9 +2,6 @@
 
 #include "LoadedPage.h"
 #include "MainWindow.h"
-#include "PluginContainer/interfaces/IUIPlugin.h"
-
-#include <QRect>
 
 namespace {
 
@@ -26,10 +23,9 @@ void StatusBarPlace::dropDisabled()
 
 void StatusBarPlace::fill()
 {
-    IUIPlugin* const plugin = m_statusBar ? nullptr : loadedPage(m_container, StatusBarClsid);
-    if (!plugin)
+    if (m_statusBar)
         return;
-    m_statusBar = plugin->BuildFrame(&m_window, QRect());
+    m_statusBar = buildPage(m_container, StatusBarClsid, &m_window);
     if (m_statusBar)
         m_window.setStatusBar(m_statusBar);
 }

@@ -6,14 +6,14 @@
 class IPluginContainer;
 class MainWindow;
 
-/// The bottom of the main window, where the status-bar plugin's widget is while that plugin is enabled.
+/// Keeps the widget of the status-bar plugin at the bottom of the main window while that plugin is enabled.
 class StatusBarPlace
 {
 public:
     /// Both arguments must outlive this object.
     StatusBarPlace(IPluginContainer& container, MainWindow& window);
 
-    /// Deletes the status bar if its plugin is no longer enabled; to be called while its library is still
+    /// Deletes the status bar if its plugin is no longer enabled. Call this while its library is still
     /// loaded.
     void dropDisabled();
 

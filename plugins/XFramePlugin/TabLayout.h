@@ -2,11 +2,11 @@
 
 #include "PluginContainer/interfaces/ILayout.h"
 
-/// Arranges pages as tabs: what the main frame falls back on without a layout plugin.
+/// Arranges pages as tabs. Used when there is no layout plugin.
 class TabLayout : public ILayout
 {
 public:
-    /// The area belongs to the parent alone.
+    /// The parent owns the area.
     QWidget* CreateArea(QWidget* parent) override;
     void AddPage(QWidget* area, QWidget* page) override;
     void RemovePage(QWidget* area, QWidget* page) override;

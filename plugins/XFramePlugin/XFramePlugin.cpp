@@ -1,7 +1,9 @@
 #include "XFramePlugin.h"
 
 #include "DeviceFollower.h"
+#include "LanguageSwitch.h"
 #include "MainWindow.h"
+#include "PageSet.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
@@ -11,8 +13,6 @@
 namespace {
 
 constexpr int ShortestSplash = 800; // milliseconds
-
-constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
 
 } // namespace
 
@@ -33,6 +33,7 @@ void XFramePlugin::Destroy()
     if (m_window)
         m_window->close();
     delete m_window;
+    m_language.reset();
 }
 
 void XFramePlugin::UnSDKRegisterEvent()
@@ -42,7 +43,8 @@ void XFramePlugin::UnSDKRegisterEvent()
 
 QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 {
-    m_window = new MainWindow(parent);
+    m_language = std::make_unique<LanguageSwitch>();
+    m_window = new MainWindow(*m_language, parent);
     if (!geometry.isNull())
         m_window->setGeometry(geometry);
     m_window->show();
@@ -56,7 +58,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 
 void XFramePlugin::closeSplashScreen()
 {
-    // One that goes as soon as it has come looks like a fault. The window can be used meanwhile.
+    // A splash screen that only flashes up looks like a fault. The window can be used meanwhile.
     m_splashTimer.start(qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash));
 }
 

@@ -11,10 +11,11 @@
 #include <memory>
 
 class DeviceFollower;
+class LanguageSwitch;
 class MainWindow;
 
-/// The main frame: builds the main window, embeds the pages of the other plugins and keeps them in line with
-/// the attached modem.
+/// The main frame: builds the main window, embeds the pages of the other plugins and updates them when modems
+/// are attached or removed.
 class XFramePlugin : public BasePlugin, public IUIPlugin, public IMainFrameUIService
 {
     Q_OBJECT
@@ -29,7 +30,7 @@ public:
     void UnSDKRegisterEvent() override;
 
     /// Builds and shows the main window, loads the static and active plugins and embeds their pages. The
-    /// splash screen is closed soon after, from the event loop.
+    /// splash screen is closed shortly afterwards, from the event loop.
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 
     QWidget* GetMainWindow() override;
@@ -39,7 +40,8 @@ private:
     void closeSplashScreen();
 
     DeviceEvents m_deviceEvents;
-    QTimer m_splashTimer; ///< not QTimer::singleShot(), which may keep the function beyond the library's life
+    QTimer m_splashTimer; ///< QTimer::singleShot() could call into the unloaded library
+    std::unique_ptr<LanguageSwitch> m_language;
     QPointer<MainWindow> m_window;
     std::unique_ptr<DeviceFollower> m_follower;
 };

@@ -4,6 +4,7 @@
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
+#include "common/Log.h"
 
 namespace {
 
@@ -26,23 +27,26 @@ void BackgroundWork::begin()
         container ? container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService) : nullptr;
     if (notifier && notifier->property("stopping").toBool())
         return;
+    m_owner = QString::fromLatin1(metaObject()->className());
     start();
-    if (notifier) // after the start: before it the request would be lost
+    if (notifier) // after start(), which resets the request for interruption
         connect(notifier, SIGNAL(stopRequested()), this, SLOT(finish()),
                 Qt::ConnectionType(Qt::DirectConnection | Qt::UniqueConnection));
 }
 
 void BackgroundWork::stop()
 {
+    if (isRunning() && CommonUtils::IsShuttingDown())
+        LOG_WARNING("%s: %s: worker %s: %s has not ended in time", LOG_FILE, LOG_FUNCTION,
+                    qUtf8Printable(m_owner), qUtf8Printable(m_name));
     finish();
     CommonUtils::WaitForThreadToStop(this, Patience);
-    wait(); // also for the end of a terminated thread: its code is about to be unloaded
+    wait(); // for a terminated thread, too: its code is about to be unloaded
     countDown();
 }
 
 void BackgroundWork::run()
 {
-    m_owner = QString::fromLatin1(metaObject()->className());
     CommonUtils::ThreadCountInc(m_owner, m_name);
     m_isCounted = true;
     work();

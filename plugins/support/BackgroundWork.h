@@ -4,43 +4,56 @@
 
 #include <atomic>
 
-/// Work on a thread of its own that the closing application stops and waits for: it is counted among the
-/// workers, and the notification service can tell it to finish.
+/// Work on a worker thread that ends in time when the application closes or the plugin is unloaded. It is
+/// counted with CommonUtils::ThreadCountInc() and listens to the notification service (see INotifyService.h).
 ///
-/// Derived classes call stop() in their destructors. begin() and stop() are for the GUI thread.
+///     class Reader : public BackgroundWork
+///     {
+///         Q_OBJECT
+///     public:
+///         explicit Reader(QObject* parent) : BackgroundWork("reader", parent) {}
+///         ~Reader() override { stop(); }
+///     protected:
+///         void work() override { while (!isInterruptionRequested()) readNext(); }
+///     };
+///
+/// Every derived class must call stop() in its destructor. Call begin() and stop() on the GUI thread.
 class BackgroundWork : public QThread
 {
     Q_OBJECT
 
 public:
-    /// @param name tells in the log what the work is
+    /// @param name describes the work in the log
     explicit BackgroundWork(const char* name, QObject* parent = nullptr);
 
-    /// Does the work, once more when it is done already; QThread::finished() tells when. While the
-    /// application closes nothing begins any more. Not to be called while it is going on.
+    /// Starts the work; QThread::finished() is emitted when it is done. May be called again after that, but
+    /// not while the work is running. Does nothing once the application is closing.
     void begin();
 
-    /// Tells the work to finish and waits for that. Work that does not listen for 5 seconds is terminated,
-    /// which on Unix takes effect with its next system call; until then there is no end to the wait, since
-    /// the code that the thread runs is about to be unloaded.
+    /// Asks the work to finish and waits for it. Work that goes on for another 5 seconds is terminated; on
+    /// Unix this takes effect at its next system call. Returns only when the thread has ended, because its
+    /// code is about to be unloaded.
+    ///
+    /// While the application closes, work that is still running is logged as a warning with the names of its
+    /// class and of the work: it has ignored the request of the notification service.
     void stop();
 
 public Q_SLOTS:
-    /// Tells the work to finish. Any thread.
+    /// Asks the work to finish and returns immediately. Any thread.
     void finish() { requestInterruption(); }
 
 protected:
-    /// The work. It ends soon once isInterruptionRequested(), throws nothing, and does not ask the plugin
-    /// container, whose lock is held while plugins are unloaded.
+    /// The work, on the worker thread. It must return soon after isInterruptionRequested() becomes true, must
+    /// not throw and must not call the plugin container, which is locked while plugins are unloaded.
     virtual void work() = 0;
 
 private:
     void run() final;
 
-    /// Once for each start, however the work ended: a worker that stays counted delays every later shut-down.
+    /// Once for each start, however the work ended: a worker that stays counted delays the shut-down.
     void countDown();
 
     const QString m_name;
-    QString m_owner; ///< the derived class; its destructor runs when stop() can no longer ask for it
+    QString m_owner; ///< the derived class; in its destructor metaObject() no longer returns it
     std::atomic<bool> m_isCounted{false};
 };

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Written only while the callback is not registered.
+// Changed only while the callback is not registered.
 DeviceEvents* receiver = nullptr;
 
 auto signalOf(int event)
@@ -34,7 +34,7 @@ void DeviceEvents::tell(int type)
 {
     if (type == QRVL_EVENT_DEV_REJECT)
         m_wasRefused = true;
-    // A detection that finds nothing follows the refusal of the only modem, too.
+    // The rejection of the only modem is also followed by a detection, which finds nothing.
     if (type == QRVL_EVENT_DEV_DEVICE_INVALID ||
         (type == QRVL_EVENT_DEV_DETECTED && !attachedModems().isEmpty()))
         m_wasRefused = false;

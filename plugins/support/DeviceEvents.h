@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-/// Brings the device service's events to the thread this object lives on. A library has one at most: the
-/// service's callbacks carry no user data, so the receiver is found through a variable of the library.
+/// Delivers the events of the device service as signals on the thread on which this object lives. Only one
+/// object per plugin can listen at a time, because the callbacks of the device service carry no user data.
 class DeviceEvents : public QObject
 {
     Q_OBJECT
@@ -12,29 +12,29 @@ public:
     DeviceEvents() = default;
     ~DeviceEvents() override;
 
-    /// Registers with the device service; does nothing when that has happened.
-    /// @return whether the service took the registration
+    /// Registers with the device service. Does nothing if that has already been done.
+    /// @return false when the device service refused or another object of this plugin is listening
     bool listen();
 
-    /// Unregisters. Afterwards no callback runs; a signal that is still queued comes none the less, or
-    /// goes with this object.
+    /// Unregisters. No callback runs after that, but signals that are already queued are still delivered as
+    /// long as this object exists.
     void stop();
 
-    /// Whether a modem was refused, as an operator lock does, and none has come or gone since. The service
-    /// neither tells which one it was nor that it was unplugged, nor of refusals before listen(). To be asked
-    /// on this object's thread.
+    /// Whether a modem was rejected, for example because of an operator lock, and no modem has been attached
+    /// or removed since. The device service reports neither which modem it was, nor when it is unplugged, nor
+    /// rejections before listen(). Call this on the thread of this object.
     bool wasRefused() const { return m_wasRefused; }
 
 Q_SIGNALS:
-    // All come through the event loop, never from within the service's callback.
+    // All signals are emitted from the event loop, never from within the callback of the device service.
 
-    /// The set of modems may have changed, or wasRefused().
+    /// The list of attached modems or wasRefused() may have changed.
     void changed();
 
-    /// A modem has other status values, such as network and signal.
+    /// Status values of a modem have changed, such as its network or signal.
     void statusChanged();
 
-    /// Text messages of a modem came, went or changed.
+    /// Text messages of a modem were received, deleted or changed.
     void messagesChanged();
 
 private:

@@ -8,8 +8,8 @@
 namespace {
 
 constexpr int LeastCharacters = 4;
-constexpr int LongestMeasured = 4096; // characters; more fit no window, and take long to measure
-constexpr int MarginAtText = 2;       // what ElidedText() wants beside the text
+constexpr int LongestMeasured = 4096; // characters; more do not fit into any window and take long to measure
+constexpr int MarginAtText = 2;       // pixels that ElidedText() needs beside the text
 
 } // namespace
 

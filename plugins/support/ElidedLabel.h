@@ -2,8 +2,8 @@
 
 #include "support/Label.h"
 
-/// A label that takes the width of its text if it gets that, and shortens the text otherwise; the full text
-/// is the tool tip then.
+/// A label that is as wide as its text if there is enough room. If not, the text ends with an ellipsis, and
+/// the tool tip shows the full text. GUI thread only.
 class ElidedLabel : public Label
 {
     Q_OBJECT
@@ -11,6 +11,7 @@ class ElidedLabel : public Label
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 
+    /// Sets the text; use this instead of setText().
     void setFullText(const QString& text);
 
     QSize sizeHint() const override;

@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A label that begins where the window's lines begin, whatever script its own text is in: names and numbers
-/// stay Latin in a window that is laid out from right to left. The text is plain.
+/// A label for plain text that is aligned with the window: to the right in a window that is laid out from
+/// right to left, even if the text itself is Latin, as names and numbers are.
 class Label : public QLabel
 {
     Q_OBJECT

@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr qreal QuietShare = 0.35; // of the background in quiet text
+constexpr qreal QuietShare = 0.35; // of the background colour in quiet text
 
-/// Draws a label's colour halfway back into the background, also when the palette changes. (The palette's own
-/// role for quiet text is no help: some platforms leave it unset.)
+/// Dims a label's text colour, also when the palette changes. (The palette's own role for such text,
+/// PlaceholderText, is not set on all platforms.)
 class Dimmer : public QObject
 {
 public:

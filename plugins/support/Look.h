@@ -8,41 +8,47 @@ class QLabel;
 class QPalette;
 class QWidget;
 
-/// What the application's own widgets look like. Everything goes by the palette, in light and in dark.
+/// Colours, fonts, distances and pictures of the application. All colours are derived from the palette, so
+/// that they suit light and dark skins. GUI thread only.
 namespace Look {
 
-constexpr int Gap = 8;     ///< between things that belong together, in device-independent pixels
+// In device-independent pixels.
+constexpr int Gap = 8;     ///< between related elements
 constexpr int Margin = 24; ///< around a page
 constexpr int Radius = 8;  ///< of rounded corners
 
-/// Meaning of a colour.
+/// The meaning of a colour.
 enum class Tone { Good, Info, Quiet, Bad };
 
-/// A strong colour of that meaning, readable on the palette's base and window colours.
+/// The colour for a meaning, readable on the palette's base and window colours.
 QColor toneColor(Tone tone, const QPalette& palette);
 
-/// The colour between two: 0 gives the first, 1 the second.
+/// A mixture of two opaque colours.
+/// @param share of the second colour, from 0 to 1
 QColor mixed(const QColor& first, const QColor& second, qreal share);
 
-/// A hairline colour that separates areas without drawing attention.
+/// The colour of thin lines between areas.
 QColor lineColor(const QPalette& palette);
 
-/// Scales a label's font by a factor.
+/// Multiplies the size of a label's font by `scale`.
 void setFont(QLabel* label, qreal scale, QFont::Weight weight = QFont::Normal);
 
-/// Makes a label quieter than the rest, in the colours of any palette that it gets.
+/// Gives a label a dimmed text colour, also after changes of the palette, and the property "quiet" for style
+/// sheets.
 void makeQuiet(QLabel* label);
 
-/// A label with the font scaled by a factor.
+/// A new label for plain text; the caller owns it.
+/// @param scale factor for the size of the font
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);
 
-/// A label for captions and explanations: quieter than the rest, word-wrapped on demand.
+/// A new label for captions and explanations, see makeQuiet(); the caller owns it.
 QLabel* quietLabel(const QString& content, bool wrapped = false);
 
-/// Pictures, drawn as a white sign on a coloured tile.
+/// The white sign of a tileIcon().
 enum class Sign { Signal, Modem, Sim, DialPad, Plugins, Help, Call, Message };
 
-/// The picture in all usual sizes. It holds pixels only, so it may outlive the library that made it.
+/// A white sign on a coloured tile, in all usual sizes. The icon contains pixels only, so it may be kept after
+/// the plugin is unloaded.
 QIcon tileIcon(Sign sign);
 
 } // namespace Look

@@ -3,24 +3,28 @@
 #include <QString>
 #include <QVector>
 
-/// One attached modem as the device service reports it.
+/// One attached modem as reported by the device service.
 struct Modem
 {
-    quint32 id = 0;        ///< unique while the device service runs
-    QString name;          ///< model name: what device customisation goes by
+    quint32 id = 0;        ///< unique while the device service is running
+    QString name;          ///< model name; the rules for modems in PluginsConfig.xml refer to it
     QString imsi;          ///< empty without a SIM
     QString gid;           ///< group identifier of the SIM; empty when it has none
-    QString customizeName; ///< operator the modem was made for; may be empty
-    QString port;
+    QString customizeName; ///< the operator that the modem was made for; may be empty
+    QString port;          ///< such as "COM3" or "/dev/ttyUSB2"; may be empty
 };
 
 using Modems = QVector<Modem>;
 
+/// Whether all values are the same.
 bool operator==(const Modem& left, const Modem& right);
 
-/// The modems that are attached and accepted; none when the device service fails. Any thread.
+/// The modems that are attached and have not been rejected; none when the device service fails. Any thread.
 Modems attachedModems();
 
-/// What a modem reports under a key of QRVL_DevSrv_GetStatusValue(); null when it does not. Any thread; for
-/// the values of messages not the GUI thread, as reading them takes a while.
+/// The value that a modem reports for a key of QRVL_DevSrv_GetStatusValue() (see qrvl.h). Any thread; do not
+/// read messages on the GUI thread, as each read can take a second.
+/// @param id  Modem::id
+/// @param key such as "network" or "signal"
+/// @return a null string when the modem has been removed or does not know the key
 QString modemValue(quint32 id, const QString& key);

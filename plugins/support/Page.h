@@ -7,29 +7,30 @@
 class QGridLayout;
 class QVBoxLayout;
 
-/// A page of the main window: heading, a line of explanation, and a column of content that scrolls when it
-/// has to.
+/// A page of the main window: a heading, a sentence that explains the page, and a column of content that
+/// scrolls if necessary. GUI thread only.
 class Page : public QScrollArea
 {
     Q_OBJECT
 
 public:
-    /// @param title identifier of the window title and heading
-    /// @param lead  identifier of the sentence below the heading
+    /// @param title identifier of the plugin's string for window title and heading
+    /// @param lead  identifier of the plugin's string below the heading
+    /// @param sign  for the window icon
     Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent);
 
 protected:
-    /// The column below the heading; ends with a stretch when the derived page adds one.
+    /// The column below the heading; empty at first. Widgets added to it belong to the page.
     QVBoxLayout* content() const { return m_content; }
 
-    /// Removes everything from the column and deletes it.
+    /// Deletes all widgets in the column.
     void clearContent();
 
 private:
     QVBoxLayout* m_content;
 };
 
-/// A rounded area that sets its content off from the page.
+/// A panel with rounded corners in the palette's base colour.
 class Surface : public QWidget
 {
     Q_OBJECT
@@ -47,13 +48,13 @@ class Card : public Surface
     Q_OBJECT
 
 public:
-    /// @param title heading inside the panel; none when empty
+    /// @param title heading of the panel; none when empty
     explicit Card(const QString& title, QWidget* parent = nullptr);
 
-    /// Adds a line. The value can be selected and copied.
+    /// Adds a row. The user can select and copy the value.
     void addRow(const QString& caption, const QString& value);
 
-    /// Adds a word-wrapped text across the panel.
+    /// Adds a word-wrapped paragraph across the panel.
     void addText(const QString& content);
 
 private:

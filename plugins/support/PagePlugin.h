@@ -6,8 +6,19 @@
 
 #include <QPointer>
 
-/// A plugin whose page the main frame embeds. Derived plugins only say what their page is; the page's life
-/// and the way back out of the device service are kept here.
+/// A plugin with a page in the main window. Derived classes only create the page; this class deletes it and
+/// unregisters from the device service when the plugin is unloaded.
+///
+///     class HelloPlugin : public PagePlugin
+///     {
+///         Q_OBJECT
+///         Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
+///
+///     protected:
+///         QWidget* createPage(QWidget* parent) override;
+///     };
+///
+/// GUI thread only.
 class PagePlugin : public BasePlugin, public IUIPlugin
 {
     Q_OBJECT
@@ -16,15 +27,20 @@ class PagePlugin : public BasePlugin, public IUIPlugin
 public:
     PagePlugin();
 
+    /// Creates the page anew; an existing one is deleted first.
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
+
+    /// A derived class that overrides one of these must call it as well.
     void Destroy() override;
     void UnSDKRegisterEvent() override;
 
 protected:
-    /// Makes the page, with window title and window icon set.
+    /// Creates the page. Its window title and window icon are its title and picture in the main window.
+    /// @return the page, never null; this class deletes it
     virtual QWidget* createPage(QWidget* parent) = 0;
 
-    /// For pages that show something of the modems: the events, listened to from now on.
+    /// Registers with the device service.
+    /// @return the events of the modems; belongs to this object
     DeviceEvents* followDevices();
 
 private:

@@ -1,4 +1,3 @@
-// Compiled into each plugin that uses SkylumePluginSupport: SKYLUME_PLUGIN_NAME is that plugin's.
 #include "support/Text.h"
 
 #include "Change/Change.h"
@@ -8,7 +7,7 @@
 
 namespace {
 
-/// A widget hands a change of language to all its children, which makes this one run the function.
+/// A widget passes QEvent::LanguageChange on to all its children, such as this one.
 class Translator : public QObject
 {
 public:
@@ -31,11 +30,6 @@ private:
 
 } // namespace
 
-QString thisPlugin()
-{
-    return QString::fromLatin1(SKYLUME_PLUGIN_NAME);
-}
-
 QString text(const char* id)
 {
     return Change::tr(QString::fromLatin1(id), thisPlugin());
@@ -44,9 +38,9 @@ QString text(const char* id)
 Caption caption(const char* id)
 {
     Caption parts;
-    text(id); // loads the texts if need be, which the other form does not
+    text(id); // loads the language file if necessary, which the other form does not
     Change::tr(QString::fromLatin1(id), thisPlugin(), parts.text, parts.shortcut);
-    parts.text = parts.text.trimmed(); // a blank stands before the shortcut
+    parts.text = parts.text.trimmed(); // there is a space before the shortcut
     return parts;
 }
 

@@ -7,36 +7,38 @@
 
 class QWidget;
 
-/// A visible text of this plugin in the current language, from its language files. GUI thread.
+/// A string of this plugin in the current language, from its language files. Any thread.
 ///
-/// The QString owns its characters: one that pointed into the plugin's library, as a QStringLiteral does,
-/// would point nowhere in another library that still holds it after unloading.
-/// @param id the text's identifier
-/// @return empty when the plugin has no such text; skylume-lang finds those
+/// The QString owns its characters, so it stays valid when the plugin is unloaded. A QStringLiteral does not:
+/// it points into the plugin's library.
+/// @param id the identifier of the string
+/// @return empty when the plugin has no such string; `skylume-lang check` reports missing strings
 QString text(const char* id);
 
-/// The name of this plugin. The library keeps the names that it is asked for, beyond the life of this one: do
-/// not ask it with literals.
+/// The name under which this plugin's language files are found: its SKYLUME_PLUGIN_NAME. Any thread.
 QString thisPlugin();
 
-/// What stands on a menu entry or button, and the shortcut that triggers it.
+/// The label of a menu entry or button, and its keyboard shortcut.
 struct Caption
 {
     QString text;
     QKeySequence shortcut; ///< empty when there is none
 };
 
-/// A text of this plugin, split into words and shortcut.
+/// A string of this plugin, split into label and shortcut: "Call (Ctrl+D)". Any thread.
 Caption caption(const char* id);
 
-/// Gives an action or button its text and shortcut.
+/// Gives an action or a button its label and shortcut. GUI thread.
 template <typename Trigger>
 void setCaption(Trigger* trigger, const char* id)
 {
     const Caption parts = caption(id);
     trigger->setText(parts.text);
-    trigger->setShortcut(parts.shortcut); // after the text, which may set one of its own
+    trigger->setShortcut(parts.shortcut); // after the text, which may set a shortcut as well
 }
 
-/// Runs a function that sets texts, now and whenever the language changes, as long as the widget exists.
+/// Calls a function that sets strings: now, and whenever the language changes while the widget exists.
+/// GUI thread.
+///
+///     keepTranslated(button, [button] { setCaption(button, "IDS_DIAL_CALL"); });
 void keepTranslated(QWidget* widget, std::function<void()> setTexts);

@@ -24,7 +24,7 @@ configure_preset() {
     local stamp=$folder/configured-with
     shift
     if [[ -f $folder/build.ninja && $stamp -nt CMakePresets.json && $(<"$stamp") == "$*" ]]; then return 0; fi
-    prefer_packages ccache
+    prefer_packages ccache qttranslations5-l10n # the latter: Qt's own texts in other languages
     say "Configuring $preset"
     cmake --preset "$preset" "$@" || return
     echo "$*" >"$stamp"

@@ -8,13 +8,13 @@ class QCoreApplication;
 struct CommandLine
 {
     bool noSplash = false;
-    bool verbose = false; ///< debug lines go to the log
+    bool verbose = false; ///< write debug lines to the log
 
-    /// Whether there is an argument that a text answers, for which no display is needed.
+    /// Whether the arguments only ask for help or the version, which needs no display.
     static bool asksForText(int argc, const char* const* argv);
 
-    /// Reads the application's arguments. Answers --help and --version itself and complains of unknown ones.
-    /// @param exitCode what to end the program with when nothing is left to do
-    /// @return empty when the program shall end
+    /// Reads the application's arguments. Handles --help and --version and reports unknown arguments.
+    /// @param exitCode receives the program's exit code when the result is empty
+    /// @return empty when there is nothing left to do
     static std::optional<CommandLine> parse(const QCoreApplication& application, int& exitCode);
 };

@@ -2,12 +2,12 @@
 
 #include <QObject>
 
-/// While it exists, requests of the system to end the application (SIGINT, SIGTERM and SIGHUP on Unix, a
-/// closing console on Windows) quit the event loop, so that the application closes as if the user had closed
-/// it. A request that comes before the event loop runs is kept until then. A second one of the same kind ends
-/// the process at once.
+/// While this object exists, requests to end the application (SIGINT, SIGTERM and SIGHUP on Unix, events of
+/// the console on Windows) quit the event loop, so that the application shuts down as if the user had closed
+/// it. A request before the event loop runs takes effect when the loop starts. A second request of the same
+/// kind ends the process immediately.
 ///
-/// One object per process, made on the GUI thread.
+/// Create one object per process, on the GUI thread.
 class TerminationSignals : public QObject
 {
 public:

@@ -10,7 +10,7 @@
 
 namespace {
 
-// A signal handler may do next to nothing. It writes a byte into a pipe, and the event loop reads that.
+// Hardly anything is allowed in a signal handler. It writes a byte to a pipe, which wakes the event loop.
 int pipeEnds[2] = {-1, -1};
 constexpr int HandledSignals[] = {SIGINT, SIGTERM, SIGHUP};
 

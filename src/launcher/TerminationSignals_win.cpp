@@ -6,8 +6,8 @@
 
 namespace {
 
-// Windows ends the process as soon as the handler of a closing console returns, so the handler, which has a
-// thread of its own, waits until the application has closed in order. Windows grants it five seconds.
+// Windows ends the process as soon as the handler for a closing console returns. The handler runs on its own
+// thread and waits there until the application has shut down. Windows allows it five seconds.
 constexpr DWORD LongestWait = 5000;
 HANDLE closed = nullptr;
 LONG requests = 0;

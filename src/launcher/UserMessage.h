@@ -2,15 +2,18 @@
 
 class QString;
 
-/// Texts for the one who started the program: on standard output or standard error. Where a program with
-/// windows has neither (on Windows, when it was started from a menu or a folder), a box shows the text until
-/// it is closed.
+/// Messages for the person who started the program, on standard output or standard error. On Windows a
+/// program started from a menu or a folder has neither; tell() and complain() then show the message in a box
+/// and wait until it is closed.
 namespace UserMessage {
 
-/// An answer that was asked for.
+/// Something that was asked for. On standard output.
 void tell(const QString& text);
 
-/// Why the program does not do what was asked.
+/// Why the program cannot do what it was asked to do. On standard error.
 void complain(const QString& text);
+
+/// Something that does not keep the program from working. On standard error; never shown in a box.
+void note(const QString& text);
 
 } // namespace UserMessage

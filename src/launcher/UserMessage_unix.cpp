@@ -11,3 +11,8 @@ void UserMessage::complain(const QString& text)
 {
     QTextStream(stderr) << text;
 }
+
+void UserMessage::note(const QString& text)
+{
+    complain(text);
+}

@@ -12,7 +12,7 @@ bool isUsable(HANDLE stream)
     return stream && stream != INVALID_HANDLE_VALUE && GetFileType(stream) != FILE_TYPE_UNKNOWN;
 }
 
-// A console takes UTF-16 whatever its code page is; files and pipes get UTF-8.
+// A console takes UTF-16, whatever its code page; files and pipes get UTF-8.
 bool write(HANDLE stream, const QString& text)
 {
     DWORD written = 0;
@@ -23,7 +23,7 @@ bool write(HANDLE stream, const QString& text)
     return WriteFile(stream, bytes.constData(), DWORD(bytes.size()), &written, nullptr);
 }
 
-// A program with windows is not connected to the console that it was started from.
+// A program with windows is not attached to the console from which it was started.
 bool writeToConsole(const QString& text)
 {
     if (!AttachConsole(ATTACH_PARENT_PROCESS))
@@ -38,10 +38,15 @@ bool writeToConsole(const QString& text)
     return isWritten;
 }
 
-void show(DWORD stream, const QString& text, UINT icon)
+bool print(DWORD stream, const QString& text)
 {
     const HANDLE handle = GetStdHandle(stream);
-    if ((isUsable(handle) && write(handle, text)) || writeToConsole(text))
+    return (isUsable(handle) && write(handle, text)) || writeToConsole(text);
+}
+
+void show(DWORD stream, const QString& text, UINT icon)
+{
+    if (print(stream, text))
         return;
     const auto wide = [](const QString& string) {
         return reinterpret_cast<const wchar_t*>(string.utf16());
@@ -59,4 +64,9 @@ void UserMessage::tell(const QString& text)
 void UserMessage::complain(const QString& text)
 {
     show(STD_ERROR_HANDLE, text, MB_ICONERROR);
+}
+
+void UserMessage::note(const QString& text)
+{
+    print(STD_ERROR_HANDLE, text);
 }

@@ -1,8 +1,10 @@
 #include "CommandLine.h"
-#include "MissingMainFrame.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "StartReport.h"
 #include "Startup/Startup.h"
 #include "TerminationSignals.h"
 #include "common/CommonUtils.h"
+#include "common/GuardedCall.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -19,19 +21,30 @@ void describeApplication()
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Skylume"));
 }
 
-// Rules of the environment (QT_LOGGING_RULES) come after these and win.
+// Rules in the environment variable QT_LOGGING_RULES override these.
 void configureLogging(bool verbose)
 {
     const QString rules = QStringLiteral("default.debug=%1\nskylume.*.debug=%1");
     QLoggingCategory::setFilterRules(rules.arg(verbose ? QStringLiteral("true") : QStringLiteral("false")));
 }
 
+bool hasMainWindow()
+{
+    IMainFrameUIService* const service = Startup::GetMainFrame() ? Startup::GetMainFrameService() : nullptr;
+    QWidget* window = nullptr;
+    if (service)
+        guardedCall("GetMainWindow", QStringLiteral("main frame"),
+                    [&] { window = service->GetMainWindow(); });
+    return window;
+}
+
 int runUntilClosed()
 {
-    if (Startup::GetMainFrame() && Startup::GetMainFrameService())
+    StartReport::reportConfigurationFaults();
+    if (hasMainWindow())
         return QCoreApplication::exec();
-    Startup::CloseSplashScreen(); // no main frame will
-    reportMissingMainFrame();
+    Startup::CloseSplashScreen(); // there is no main frame that would
+    StartReport::reportMissingWindow();
     return EXIT_FAILURE;
 }
 
@@ -60,7 +73,7 @@ int main(int argc, char** argv)
     auto startup = std::make_unique<Startup>(commandLine->noSplash);
     exitCode = runUntilClosed();
     CommonUtils::SetShutDownFlag();
-    CommonUtils::WaitThreadsStop(); // before the plugins go whose workers these are
+    CommonUtils::WaitThreadsStop(); // before the plugins are unloaded whose code they run
     startup.reset();
     return exitCode;
 }

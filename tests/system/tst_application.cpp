@@ -12,7 +12,8 @@ class TestApplication : public QObject
 
 private slots:
     void commandLine();
-    void noMainWindow();
+    void damagedInstallation();
+    void brokenConfiguration();
     void splashProgram();
     void pluginsFollowTheModem();
     void workersEndFirst();
@@ -38,8 +39,9 @@ void TestApplication::commandLine()
 
 namespace {
 
-/// Copies the installation but for the files whose path begins with `missing`.
-bool copyInstallation(const QString& target, const QString& missing)
+/// Copies the installation. Files whose path begins with `missing` are left out, and the libraries of the
+/// faulty plugins are replaced by one that throws an exception in every call.
+bool copyInstallation(const QString& target, const QString& missing, const QStringList& faulty)
 {
     const QDir source(Application::usualInstallation());
     QDirIterator files(source.path(), QDir::Files, QDirIterator::Subdirectories);
@@ -49,32 +51,61 @@ bool copyInstallation(const QString& target, const QString& missing)
         if (name.startsWith(missing))
             continue;
         const QString copy = target + '/' + name;
+        const bool isFaulty = faulty.contains(QFileInfo(name).path() + '/' + QFileInfo(name).baseName());
         QDir().mkpath(QFileInfo(copy).path());
-        isCopied = QFile::copy(files.filePath(), copy) && isCopied;
+        isCopied = QFile::copy(isFaulty ? FAULTY_PLUGIN : files.filePath(), copy) && isCopied;
     }
     return isCopied;
 }
 
 } // namespace
 
-/// Because something is not in the installation.
-void TestApplication::noMainWindow()
+/// What standard error says about files that are missing or faulty, and the exit code.
+void TestApplication::damagedInstallation()
 {
     const QString mainFrame = "D754AE84-535F-4c18-85F8-F154CFE34DDF";
-    const std::tuple<QString, QStringList> rows[] = {
-        {"XFramePlugin", {"pluginslib.xml", mainFrame}},
-        {"config/pluginslib.xml", {"pluginslib.xml"}},
-        {"config/PluginsConfig.xml", {"pluginslib.xml", mainFrame}},
+    const std::tuple<QString, QStringList, int, QStringList> rows[] = {
+        {"XFramePlugin", {}, 1, {"pluginslib.xml", mainFrame, "cannot be loaded"}},
+        {"config/pluginslib.xml", {}, 1, {"pluginslib.xml is missing", "Reason: "}},
+        {"config/PluginsConfig.xml", {}, 1, {"PluginsConfig.xml is missing", "pluginslib.xml", mainFrame}},
+        {"none", {"./XFramePlugin"}, 1, {mainFrame, "did not create a window"}},
+        {"none",
+         {"./DeviceInfoPlugin", "./StatusBarMgrPlugin", "./LayoutPlugin"},
+         0,
+         {"CreateArea: plugin LayoutPlugin threw", "BuildFrame: plugin DeviceInfoPlugin threw",
+          "BuildFrame: plugin StatusBarMgrPlugin threw"}},
     };
-    for (const auto& [missing, texts] : rows) {
+    for (const auto& [missing, faulty, exitCode, texts] : rows) {
         const QTemporaryDir installation;
-        QVERIFY(copyInstallation(installation.path(), missing));
+        QVERIFY(copyInstallation(installation.path(), missing, faulty));
         Application application(installation.path());
         application.start({"--no-splash"});
-        QCOMPARE(application.waitForEnd(), 1);
         for (const QString& text : texts)
-            QVERIFY2(application.hasWritten(text), qUtf8Printable(missing));
+            QVERIFY2(exitCode == 1 || application.waitFor(text), qUtf8Printable(text));
+        QCOMPARE(exitCode == 1 ? application.waitForEnd() : application.close(), exitCode);
+        for (const QString& text : texts)
+            QVERIFY2(application.hasWritten(text), qUtf8Printable(text));
     }
+}
+
+/// The damage is reported once, and what stands before it is in force.
+void TestApplication::brokenConfiguration()
+{
+    const QTemporaryDir installation;
+    QVERIFY(copyInstallation(installation.path(), "config/PluginsConfig.xml", {}));
+    QFile config(Application::usualInstallation() + "/config/PluginsConfig.xml");
+    QVERIFY(config.open(QIODevice::ReadOnly));
+    const QByteArray content = config.readAll().replace("</common>", "</comon>");
+    QFile broken(installation.filePath("config/PluginsConfig.xml"));
+    QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write(content) > 0);
+    broken.close();
+    Application application(installation.path());
+    application.start({"--no-splash"});
+    const int line = content.left(content.indexOf("</comon>")).count('\n') + 1;
+    QVERIFY(application.waitFor(QString("PluginsConfig.xml is damaged at line %1, column").arg(line)));
+    QVERIFY(application.waitFor("SmsPlugin init: elapsed"));
+    QCOMPARE(application.close(), 0);
+    QCOMPARE(application.lines().filter("PluginsConfig.xml").size(), 1);
 }
 
 /// It stands until its standard input ends, which it does when the application is gone, however that came.

@@ -1,5 +1,6 @@
 // The whole application in this process, with its main window at hand: languages and skins, status bar and
 // messages.
+#include "Change/Change.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
@@ -34,11 +35,19 @@ public slots:
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void language();
     void compactWindow();
     void statusBar();
     void messageLinks();
+    void lateWorker();
+
+protected:
+    /// Counts what the main window is sent.
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        m_events[event->type()] += object->inherits("MainWindow");
+        return false;
+    }
 
 private:
     /// Lets the device service find this in its simulator's file.
@@ -49,15 +58,21 @@ private:
 
     void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
 
+    /// The page "Plugins" reports the damaged file and the plugin that throws.
+    void checkFaults() const;
+
     /// The action or button that has the shortcut; null when none has.
     QObject* owner(const char* shortcut) const;
 
     std::unique_ptr<Startup> m_startup;
     QWidget* m_window = nullptr;
     QStringList m_openedUrls;
+    QHash<int, int> m_events;
 };
 
 namespace {
+
+int brokenLine = 0; ///< of the plugin configuration file
 
 /// All texts of all plugins in a language, without shortcuts.
 QSet<QString> textsOf(const QString& language)
@@ -83,7 +98,8 @@ void addCells(const QAbstractItemModel& model, QSet<QString>& texts)
     for (int column = 0; column < model.columnCount(); ++column) {
         texts.insert(model.headerData(column, Qt::Horizontal).toString());
         for (int row = 0; row < model.rowCount(); ++row)
-            texts.insert(model.index(row, column).data().toString());
+            texts += {model.index(row, column).data().toString(),
+                      model.index(row, column).data(Qt::ToolTipRole).toString()};
     }
 }
 
@@ -104,15 +120,11 @@ QSet<QString> shownTexts(QWidget* window)
 
 void TestMainWindow::initTestCase()
 {
+    qApp->installEventFilter(this);
     m_startup = std::make_unique<Startup>(true);
     QVERIFY(Startup::GetMainFrameService());
     m_window = Startup::GetMainFrameService()->GetMainWindow();
     QTRY_VERIFY(owner("Ctrl+D")); // the dial pad comes with the modem's customisation
-}
-
-void TestMainWindow::cleanupTestCase()
-{
-    m_startup.reset();
 }
 
 void TestMainWindow::choose(const QString& ownName)
@@ -140,17 +152,25 @@ QObject* TestMainWindow::owner(const char* shortcut) const
 
 void TestMainWindow::language()
 {
-    const std::tuple<QString, const char*, Qt::LayoutDirection> rows[] = {
-        {"de-de", "Deutsch", Qt::LeftToRight}, // the application has started in it
-        {"ar-sa", "العربية", Qt::RightToLeft},  {"he-il", "עברית", Qt::RightToLeft},
-        {"zh-cn", "简体中文", Qt::LeftToRight}, {"fr-fr", "Français", Qt::LeftToRight},
+    const std::tuple<QString, const char*, Qt::LayoutDirection, QString, int, int> rows[] = {
+        {"de-de", "Deutsch", Qt::LeftToRight, "&Kopieren", 0, 0}, // the application has started in it
+        {"ar-sa", "العربية", Qt::RightToLeft, "ا&نسخ", 1, 1},
+        {"he-il", "עברית", Qt::RightToLeft, "הע&תק", 1, 0}, // not mirrored in between
+        {"zh-cn", "简体中文", Qt::LeftToRight, "复制(&C)", 1, 1},
+        {"fr-fr", "Français", Qt::LeftToRight, "Cop&ier", 1, 0},
     };
+    const bool hasQtTexts =
+        QFile::exists(QCoreApplication::applicationDirPath() + "/translations/qtbase_de.qm");
     QString before = "en-us";
-    for (const auto& [code, ownName, direction] : rows) {
+    for (const auto& [code, ownName, direction, copy, translations, reversals] : rows) {
         if (before != "en-us")
             choose(ownName);
+        QCOMPARE(m_events.take(QEvent::LanguageChange), translations);
+        QCOMPARE(m_events.take(QEvent::LayoutDirectionChange), reversals);
+        QCOMPARE(QCoreApplication::translate("QWidgetTextControl", "&Copy"), hasQtTexts ? copy : "&Copy");
         QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
         checkTexts(textsOf(code), textsOf(before));
+        checkFaults();
         for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
             QVERIFY2(owner(shortcut), shortcut);
         QCOMPARE(m_window->layoutDirection(), direction);
@@ -168,6 +188,18 @@ void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QStrin
     const QSet<QString> left = (before - expected) & shown;
     QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
     QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
+}
+
+void TestMainWindow::checkFaults() const
+{
+    const QSet<QString> shown = shownTexts(m_window);
+    const auto text = [](const char* id) {
+        return Change::tr(id, "XFramePlugin");
+    };
+    QVERIFY(shown.contains(text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(brokenLine)));
+    for (const QString& cell :
+         {text("IDS_STATE_FAILED"), text("IDS_FAULT_THREW"), QString("Init() threw: faulty")})
+        QVERIFY2(!cell.isEmpty() && shown.contains(cell), qUtf8Printable(cell));
 }
 
 namespace {
@@ -270,6 +302,36 @@ void TestMainWindow::messageLinks()
                                         "mailto:me@a.example"}));
 }
 
+/// A worker that goes on when the application has waited long enough is named in the log.
+void TestMainWindow::lateWorker()
+{
+    simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=1500\n[message 1]\nmodem=M\ntext=x\n");
+    const auto* const worker = m_window->findChild<QThread*>();
+    QVERIFY(worker);
+    QTRY_VERIFY(worker->isRunning());
+    CommonUtils::SetShutDownFlag();
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression("worker MessageReader: messages has not ended in time"));
+    m_startup.reset();
+}
+
+namespace {
+
+/// Damages the end of the plugin configuration file: everything in it is read nevertheless.
+bool breakConfiguration()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    QFile source(folder + "/../../app/config/PluginsConfig.xml");
+    QFile copy(folder + "/config/PluginsConfig.xml");
+    if (!source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly))
+        return false;
+    const QByteArray content = source.readAll() + "<";
+    brokenLine = content.count('\n') + 1;
+    return copy.write(content) == content.size();
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     const QTemporaryDir home;
@@ -280,6 +342,8 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     settings.close();
     QApplication application(argc, argv);
+    if (!breakConfiguration())
+        return EXIT_FAILURE;
     TestMainWindow test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -7,7 +7,9 @@ namespace PluginIds {
 
 // Interface numbers for IPluginContainer::GetPlugin.
 constexpr int RootObject = 0;
-constexpr int FirstService = 0x1001; ///< IDeviceMgr, ICallUIPlugin, ILayout, IUIPlugin of an embedded page
+/// IDeviceMgr, ICallUIPlugin, ILayout, IUIPlugin of an embedded page; of the notification service the object
+/// that workers connect to, see INotifyService.h.
+constexpr int FirstService = 0x1001;
 constexpr int MainFrameService = 0x1011;  ///< IMainFrameUIService
 constexpr int NotifyStopService = 0x2011; ///< INotifyService
 

@@ -4,13 +4,40 @@
 
 #include <QtPlugin>
 
-/// The notification service, answered under PluginIds::NotifyStopService.
+/// The notification service: asks the worker threads of all plugins to finish when the application closes.
+/// Obtained with GetPlugin(PluginIds::NotifyService, PluginIds::NotifyStopService).
+///
+/// ### How a worker is asked to finish
+///
+/// The plugin publishes a second object under PluginIds::FirstService, which workers use. It is a QObject
+/// without an interface of its own:
+///
+/// | member | meaning |
+/// | --- | --- |
+/// | property `stopping` (bool) | true once the application is closing; never reset. Readable on any thread. |
+/// | signal `stopRequested()` | emitted once, when `stopping` becomes true, on the thread that closes the application |
+///
+/// Start workers on the GUI thread. Connect the signal directly, because the thread of a worker may not run an
+/// event loop:
+///
+///     IPluginContainer* const container = Startup::GetPluginContainer();
+///     QObject* const notifier = container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
+///     if (notifier && notifier->property("stopping").toBool())
+///         return; // too late to start
+///     worker->start(); // a QThread with the slot finish(), which calls requestInterruption()
+///     if (notifier)
+///         QObject::connect(notifier, SIGNAL(stopRequested()), worker, SLOT(finish()), Qt::DirectConnection);
+///
+/// The worker calls CommonUtils::ThreadCountInc() when it starts and CommonUtils::ThreadCountDec() when it
+/// ends. The closing application waits up to 10 seconds for all workers together, before the first plugin is
+/// destroyed. The class BackgroundWork of the library Skylume::PluginSupport does all of this.
 class SKYLUME_EXPORT INotifyService
 {
 public:
     virtual ~INotifyService();
 
-    /// Tells every worker that listens to the service to finish soon. Returns without waiting for them.
+    /// Asks every connected worker to finish soon: sets `stopping` and emits `stopRequested()`. Returns
+    /// without waiting for the workers. Further calls do nothing.
     virtual void StopThreads() = 0;
 };
 
