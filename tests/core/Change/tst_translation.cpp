@@ -124,17 +124,14 @@ void TestTranslation::shortcut_data()
     row("bare Shift", "en-us", "To Shift+Z", 3, "To ", Qt::SHIFT + Qt::Key_Z);
     row("named key", "en-us", "Delete Del", 7, "Delete ", Qt::Key_Delete);
     row("bare F2", "en-us", "Rename F2", 7, "Rename ", Qt::Key_F2);
-    row("named key in brackets", "en-us", "Rename (F2)", 7, "Rename ", Qt::Key_F2);
     row("last one", "en-us", "(Del (Del)", 5, "(Del ", Qt::Key_Delete);
     row("sign", "en-us", "Zoom (Ctrl++)", 5, "Zoom ", Qt::CTRL);
     row("unknown key", "en-us", "Help (F2Help)", 5, "F2Help", 0);
     row("no letters", "en-us", "Odd (Alt`+{)", 4, "Alt`+{", 0);
-    row("none", "en-us", "Save (Strg+S)", -1, "Save (Strg+S)", 0);
     row("behind a bracket", "en-us", "(Ctrl+A)", 1, "(", Qt::CTRL + Qt::Key_A);
     row("at the start", "en-us", "(F2)", 0, "(F2)", 0);
     row("alone", "en-us", "Del", 0, "Del", 0);
     row("German", "de-de", "Sichern (Strg+S)", 8, "Sichern ", Qt::CTRL + Qt::Key_S);
-    row("German, bare", "de-de", "Sichern Strg+S", 8, "Sichern ", Qt::CTRL + Qt::Key_S);
     row("German, unknown key", "de-de", "Weg (Entf)", 4, "Entf", 0);
     row("German, none", "de-de", "Suchen (Shift+F)", -1, "Suchen (Shift+F)", 0);
     row("German, fixed", "de-de", "A Alt(Replace this in German)+S", 2, "A ", Qt::Key_S);
@@ -155,8 +152,7 @@ void TestTranslation::shortcut()
     QCOMPARE(Change::tr("A", "P", label, sequence), key != 0);
     QTEST(label, "label");
     QCOMPARE(sequence, key ? QKeySequence(key) : QKeySequence());
-    QVERIFY(!Change::tr("B", "Q", label, sequence) && label.isEmpty());
-    QVERIFY(!log().contains("{*}loading{*}"));
+    QVERIFY(!Change::tr("B", "Q", label, sequence) && label.isEmpty() && !log().contains("{*}loading{*}"));
 }
 
 void TestTranslation::shortcutsOff()
