@@ -18,6 +18,7 @@ class TestSplash : public CoreTest
     Q_OBJECT
 
 private slots:
+    void initTestCase() { QFile::remove(installed("XStartScreen.exe")); } // of an earlier run
     void decision_data();
     void decision();
     void program_data();
