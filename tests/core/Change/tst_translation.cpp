@@ -1,10 +1,12 @@
 // Texts of plugins: their files, look-ups, shortcuts, and switching the language.
 #include "Change/Change.h"
+#include "Change/LanguageFiles.h"
 #include "CoreTest.h"
 #include "DataTable.h"
 #include "LogOrder.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QKeySequence>
 
 #include <atomic>
@@ -101,6 +103,8 @@ void TestTranslation::misses()
     Change::SetLangName(raw(language));
     QCOMPARE(Change::tr(raw(id), raw(plugin)), QString());
     QCOMPARE(log().count("File " + late + " does not exist"), 1);
+    QVERIFY(QDir().mkpath(late) && !Change::LoadLangFile("Late") && QDir().rmdir(late));
+    QVERIFY(log().contains("Error open file:" + late));
     for (QString* text : {&id, &plugin, &language})
         (*text)[0] = '#';
     QCOMPARE(Change::m_languageHash, (QHash<QString, QHash<QString, QString>>{{"Late", {{"A", ""}}}}));
@@ -108,7 +112,7 @@ void TestTranslation::misses()
     QCOMPARE(Change::tr("A", "Late"), QString("x"));
     QCOMPARE(Change::tr("A", "Late"), QString("x"));
     QCOMPARE(Change::tr("B", "Late"), QString());
-    QCOMPARE(log().count("{file}: LoadLangFile: loading " + late), 3);
+    QCOMPARE(log().count("{file}: LoadLangFile: loading " + late), 4);
     QCOMPARE(log().count("{file}: tr: langid = A, trans = x, plugin=Late"), 1);
 }
 
@@ -186,6 +190,8 @@ void TestTranslation::switchLanguage()
     QCOMPARE(Change::GetLangName(), QString("de-de"));
     QCOMPARE(Change::tr("A", "P") + Change::tr("B", "P") + Change::tr("A", "Q"), QString("jaonly hereno"));
     QCOMPARE(service().calls(), QStringList("QRVL_SetSettings(language, active, _de-de)"));
+    QCOMPARE(LanguageFiles::languages(installed("plugins"), "P"), QStringList({"de-de", "en-us"}));
+    QCOMPARE(LanguageFiles::direction("ar-sa"), Qt::RightToLeft);
 
     install("R", "fr-fr", item("A", "oui"));
     service().setSetting("language", "active", "_fr-fr"); // start-up texts follow the settings
@@ -195,6 +201,8 @@ void TestTranslation::switchLanguage()
         "10:24:16 : {file} : Stratup_tr : Enter", "10:24:16 : {file} : StartupLoadLangFile : Enter",
         "10:24:16 : {file} : StartupLoadLangFile : Exit", "10:24:16 : {file} : Stratup_tr : Exit");
     service().reset();
+    QCOMPARE(Change::Stratup_tr("A", "R") + Change::GetLangName(),
+             QString("ouifr-fr")); // a hit reads nothing
     QCOMPARE(Change::GetSettingDefaultLang(), QString());
 }
 

@@ -142,9 +142,12 @@ void TestLanguage::files()
     QFile::remove(areas);
     QVERIFY(!container->GetCurLanguageInfo(found));
     QCOMPARE(container->decideDefaultLanguage({"L"}), QString("_en-us"));
+    QStringList languages{"c"};
+    writeInstalled("[language]\n2=b\n1=a");
+    QVERIFY(container->getLanguageList(languages));
     writeInstalled("[language\nnonsense");
-    QStringList languages;
     QVERIFY(!container->getLanguageList(languages));
+    QCOMPARE(languages, QStringList({"a", "b", "c"}));
 }
 
 // Of several candidates the first of the system's country, else the first of all.
