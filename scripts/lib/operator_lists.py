@@ -1,21 +1,26 @@
-"""Makes the operator lists of the status-bar plugin from public databases, and prints what it had to decide.
+"""Makes the operator lists of the status-bar plugin from public databases, and prints its decisions.
 
 usage: operator_lists.py PROVIDERS COUNTRIES FOLDER
 
-PROVIDERS is serviceproviders.xml of mobile-broadband-provider-info, COUNTRIES iso_3166-1.json of iso-codes. Into FOLDER
-go OperatorList.xml, CPLMNOpList.xml and CMCCMNCOpList.xml; the operators' names in its language files are renewed.
+PROVIDERS is serviceproviders.xml of mobile-broadband-provider-info, COUNTRIES is iso_3166-1.json of iso-codes. Writes
+OperatorList.xml, CPLMNOpList.xml and CMCCMNCOpList.xml into FOLDER and replaces the operators' names in its language
+files. Needs ICU's uconv.
 """
 
 import collections
 import json
 import pathlib
 import re
+import subprocess
 import sys
 import xml.etree.ElementTree as ElementTree
 from xml.sax.saxutils import escape, quoteattr
 
-# Operators that the database lists under a neighbour in the file: (country there, MCC) to the country they work in.
+# Operators listed under the wrong country in the database: (country there, MCC) to the right country.
 MISPLACED = {("ug", "250"): "ua"}
+
+# Operators that the database names in their own script only: that name to the name in Latin letters.
+LATIN_NAMES = {"همراه اول": "Hamrah-e Aval", "ایرانسل": "Irancell", "楽天モバイル": "Rakuten Mobile"}
 
 LANGUAGE = "{http://www.w3.org/XML/1998/namespace}lang"
 NAMES_BEGIN, NAMES_END = "<!-- Operators, made by scripts/update-operators -->", "<!-- End of the operators -->"
@@ -30,9 +35,19 @@ def read_countries(path, database):
     return {country.get("code").upper(): country.findtext("name") for country in database.iter("country")} | names
 
 
+def short_name(name):
+    """The name without a remark in parentheses at its end, for which a status bar has no room."""
+    return re.sub(r"\s*\([^()]*\)$", "", name) or name
+
+
 def read_provider(element, country):
     names = {name.get(LANGUAGE, ""): " ".join((name.text or "").split()) for name in element.findall("name")}
-    return Provider(names.pop("", ""), names, country, element.get("primary") == "true")
+    name = names.pop("", "")
+    if name in LATIN_NAMES:
+        name = f"{LATIN_NAMES[name]} ({name})"
+    elif re.search("[^\0-\u024f\u2000-\u206f]", short_name(name)):
+        print(f"not in Latin letters: '{name}' in {country}")
+    return Provider(name, names, country, element.get("primary") == "true")
 
 
 def read_networks(database):
@@ -81,17 +96,12 @@ def choose_countries(networks):
 
 
 def report_lengths(networks):
-    """Two- and three-digit network codes in one country make a prefix of an IMSI ambiguous."""
+    """Reports countries in which the prefix of an IMSI is ambiguous: network codes have two and three digits."""
     for mcc in sorted({mcc for mcc, _ in networks}):
         codes = [mnc for m, mnc in networks if m == mcc]
         if len({len(mnc) for mnc in codes}) > 1:
             hidden = [long for long in codes for short in codes if long != short and long.startswith(short)]
             print(f"country {mcc}: network codes of 2 and of 3 digits; that begin alike: {', '.join(hidden) or 'none'}")
-
-
-def short_name(name):
-    """The name without a remark in parentheses at its end, which a status bar has no room for."""
-    return re.sub(r"\s*\([^()]*\)$", "", name) or name
 
 
 def language_id(code, provider):
@@ -129,18 +139,27 @@ def write_list(path, root, content):
     path.write_text(f"{head}<{root}>\n{content}</{root}>\n", encoding="utf-8")
 
 
-def update_names(path, networks):
-    """Replaces the operators' names in a language file; other texts stay. Every name is there in every language."""
-    language = path.stem.rpartition("_")[2].split("-")[0]
+def simplified(text):
+    """The text in simplified Chinese characters; the database has traditional ones."""
+    conversion = ["uconv", "--from-code", "utf-8", "--to-code", "utf-8", "-x", "Traditional-Simplified"]
+    return subprocess.run(conversion, input=text, capture_output=True, check=True, encoding="utf-8").stdout
+
+
+def updated_language(path, networks):
+    """The text of a language file with new names of operators, including untranslated ones."""
+    code = path.stem.rpartition("_")[2]
+    language = code.split("-")[0]
     items = "".join(
         f"  <item name={quoteattr(language_id(code, provider))}>"
         f"{escape(short_name(provider.translations.get(language, provider.name)))}</item>\n"
         for code, provider in networks.items() if provider.translations)
+    if code == "zh-cn":
+        items = simplified(items)
     before, _, rest = path.read_text(encoding="utf-8").partition(NAMES_BEGIN)
     after = rest.partition(NAMES_END)[2]
     if not after:
         sys.exit(f"{path.name} has no place for the operators: '{NAMES_BEGIN}' and '{NAMES_END}'")
-    path.write_text(f"{before}{NAMES_BEGIN}\n{items}  {NAMES_END}{after}", encoding="utf-8")
+    return f"{before}{NAMES_BEGIN}\n{items}  {NAMES_END}{after}"
 
 
 def main(providers, countries, folder):
@@ -150,11 +169,12 @@ def main(providers, countries, folder):
     owners = choose_countries(networks)
     report_lengths(networks)
 
+    languages = {path: updated_language(path, networks) for path in sorted(folder.glob("*.lang"))}  # ends on a fault
     write_list(folder / "OperatorList.xml", "OperatorList", operator_list(networks, owners, names))
     write_list(folder / "CPLMNOpList.xml", "CPLMN", name_list(networks, "IMSI"))
     write_list(folder / "CMCCMNCOpList.xml", "CMCCMNC", name_list(networks, "MCCMNC"))
-    for path in sorted(folder.glob("*.lang")):
-        update_names(path, networks)
+    for path, text in languages.items():
+        path.write_text(text, encoding="utf-8")
     translated = sum(bool(provider.translations) for provider in networks.values())
     print(f"{len(networks)} networks of {len({provider.country for provider in networks.values()})} countries, "
           f"{translated} of them with translated names; {len(owners)} country codes")

@@ -2,10 +2,10 @@
 
 #include <QThread>
 
-/// Reads standard input to its end, drops what comes, and finishes then. The other end is held by the program
-/// that started this one, so input ends when that program closes it, ends, or crashes.
+/// Reads and discards standard input and finishes when it ends. The program that started this one holds the
+/// other end of the pipe, so input ends when that program closes it, exits or crashes.
 ///
-/// Reading cannot be interrupted: an object that has not finished must outlive the process.
+/// Reading cannot be interrupted: never delete an object that has not finished.
 class InputEnd : public QThread
 {
     Q_OBJECT

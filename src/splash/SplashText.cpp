@@ -1,18 +1,17 @@
 #include "SplashText.h"
 
 #include "Change/Change.h"
+#include "Change/LanguageFiles.h"
 
 #include <QFile>
-#include <QLocale>
 
 namespace {
 
 constexpr QLatin1String Plugin("XFramePlugin");
-constexpr QLatin1String FallbackLanguage("en-us");
 
 bool loadTexts(const QString& plugins, const QString& language)
 {
-    QFile file(plugins + QStringLiteral("/%1/%1_%2.lang").arg(Plugin, language));
+    QFile file(LanguageFiles::path(plugins, Plugin, language));
     return file.open(QIODevice::ReadOnly | QIODevice::Text) && Change::readXmlFile(&file, Plugin);
 }
 
@@ -22,7 +21,7 @@ SplashText SplashText::read(const QString& plugins)
 {
     QString language = Change::GetSettingDefaultLang();
     if (language.isEmpty() || !loadTexts(plugins, language)) {
-        language = FallbackLanguage;
+        language = LanguageFiles::Fallback;
         loadTexts(plugins, language);
     }
     const QString version = QStringLiteral(SKYLUME_VERSION);
@@ -30,6 +29,6 @@ SplashText SplashText::read(const QString& plugins)
     SplashText text;
     text.starting = Change::tr(QStringLiteral("IDS_SPLASH_STARTING"), Plugin);
     text.version = versionText.isEmpty() ? version : versionText.arg(version);
-    text.direction = QLocale(language).textDirection();
+    text.direction = LanguageFiles::direction(language);
     return text;
 }

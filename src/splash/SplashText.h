@@ -2,14 +2,14 @@
 
 #include <QString>
 
-/// The words on the splash screen, in the language that the application is about to start in.
+/// The texts on the splash screen, in the start-up language.
 struct SplashText
 {
     QString starting;
     QString version;
     Qt::LayoutDirection direction = Qt::LeftToRight;
 
-    /// Takes them from the main frame's language file. Without it only the version's number is left.
-    /// @param plugins folder of the plugins' data
+    /// Reads the texts from the main frame's language file. Without that file, only the version number is set.
+    /// @param plugins the folder of all plugins' data
     static SplashText read(const QString& plugins);
 };

@@ -13,11 +13,11 @@ namespace {
 
 // All in device-independent pixels.
 constexpr QSize PlainSize(480, 270);
-constexpr int Edge = 24; ///< between text and the edges of the window
+constexpr int Edge = 24; ///< distance of the text from the window's edges
 constexpr int TextSize = 13;
-constexpr int TextHeight = 44; ///< of the strip with text, above the progress hint
+constexpr int TextHeight = 44; ///< of the strip with text, above the progress bar
 constexpr int ProgressHeight = 3;
-constexpr qreal ProgressShare = 0.3; ///< of the window's width that moves
+constexpr qreal ProgressShare = 0.3; ///< length of the moving bar relative to the window's width
 
 constexpr int FrameTime = 40;   // milliseconds
 constexpr int SweepTime = 1800; // milliseconds from one edge to the other
@@ -34,7 +34,7 @@ QRect centred(QSize size, const QRect& available)
     return place;
 }
 
-/// From 0 to 1 and back, slow at the turning points.
+/// Moves from 0 to 1 and back, slowing down at both ends.
 qreal swing(qint64 milliseconds)
 {
     return 0.5 - 0.5 * qCos(M_PI * qreal(milliseconds) / SweepTime);
@@ -51,7 +51,7 @@ SplashWindow::SplashWindow(const QString& pictures, const SplashText& text)
     const QString picture = pictures + QStringLiteral("/splash.png");
     const QSize size = QImageReader(picture).size();
     if (size.isValid())
-        m_pictures.addFile(picture); // and its denser sisters
+        m_pictures.addFile(picture); // finds the @2x and @3x variants by itself
     setGeometry(centred(size.isValid() ? size : PlainSize, screen()->availableGeometry()));
     m_shown.start();
     startTimer(FrameTime);

@@ -6,16 +6,16 @@
 #include <QIcon>
 #include <QRasterWindow>
 
-/// A picture with a line of text and a hint that the start goes on, in the middle of the screen. It takes no
-/// focus and does nothing when clicked.
+/// Shows a picture, a line of text and a moving progress bar in the middle of the screen. The window does not
+/// take the focus and ignores clicks.
 class SplashWindow : public QRasterWindow
 {
     Q_OBJECT
 
 public:
-    /// @param pictures folder with splash.png and, for dense screens, splash@2x.png and splash@3x.png. The
-    ///                 first gives the window's size in device-independent pixels. Without it the window is
-    ///                 plain.
+    /// @param pictures folder with splash.png and, for high-resolution screens, splash@2x.png and splash@3x.png.
+    ///                 The size of splash.png is the window's size in device-independent pixels. Without it
+    ///                 the window has a plain background.
     SplashWindow(const QString& pictures, const SplashText& text);
 
 protected:
@@ -28,7 +28,7 @@ private:
     void drawText(QPainter& painter) const;
     void drawProgress(QPainter& painter) const;
 
-    QIcon m_pictures; ///< the picture in all densities
+    QIcon m_pictures; ///< the picture in all resolutions
     SplashText m_text;
     QElapsedTimer m_shown;
 };

@@ -30,8 +30,8 @@ int main(int argc, char** argv)
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 3) {
-        qWarning(
-            "usage: XStartScreen PICTURES PLUGINS, the folder of the pictures and that of the plugins' data");
+        qWarning("usage: XStartScreen PICTURES PLUGINS, the folder of the pictures and the folder of the "
+                 "plugins' data");
         return EXIT_FAILURE;
     }
     SplashWindow window(arguments.at(1), SplashText::read(arguments.at(2)));
@@ -42,6 +42,6 @@ int main(int argc, char** argv)
     inputEnd->start();
     const int exitCode = QCoreApplication::exec();
     if (!inputEnd->wait(LastWait))
-        static_cast<void>(inputEnd.release()); // it is still reading
+        static_cast<void>(inputEnd.release()); // still reading
     return exitCode;
 }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QVector>
 
-/// Something wrong in a file.
+/// A fault in a file.
 struct Fault
 {
     QString file;

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Entries of menus that are made in code, not in a menu definition file, bear this prefix.
+/// Prefix of the entries of menus that are built in code, not from a menu definition file.
 constexpr QLatin1String MenuPrefix("IDS_MENU");
 
 using Files = QVector<LanguageFile>;
@@ -75,7 +75,7 @@ void checkMenu(const LanguageFile& file, const MenuTexts& menu, Faults& faults)
     }
 }
 
-/// The menus of the definition files in the file's folder, and one of all the other texts of menus.
+/// The menus of the definition files in the file's folder, and one menu of all other menu texts.
 QVector<MenuTexts> menusFor(const LanguageFile& file)
 {
     QVector<MenuTexts> menus = readMenus(QFileInfo(file.path).path());
@@ -85,7 +85,7 @@ QVector<MenuTexts> menusFor(const LanguageFile& file)
             return menu.ids.contains(entry.id);
         };
         if (entry.id.startsWith(MenuPrefix) && std::none_of(menus.begin(), menus.end(), hasText))
-            others.ids.append(entry.id);
+            others.ids.insert(entry.id);
     }
     menus.append(others);
     return menus;
@@ -127,16 +127,18 @@ void compareTexts(const LanguageFile& file, const LanguageText& entry, const Lan
 
 void compareFiles(const LanguageFile& file, const LanguageFile& reference, Faults& faults)
 {
+    const LanguageIndex models = indexOf(reference.texts);
     for (const LanguageText& entry : file.texts) {
-        const LanguageText* model = reference.find(entry.id);
+        const LanguageText* model = models.value(entry.id);
         if (model)
             compareTexts(file, entry, reference, *model, faults);
         else if (!entry.id.isEmpty())
             note(faults, file, entry, QStringLiteral("is unknown to the reference, %1").arg(reference.path));
     }
+    const LanguageIndex translations = indexOf(file.texts);
     const qint64 end = file.texts.isEmpty() ? 1 : file.texts.last().line;
     for (const LanguageText& model : reference.texts) {
-        if (!file.find(model.id))
+        if (!translations.contains(model.id))
             faults.append({file.path, end,
                            QStringLiteral("\"%1\" is missing; it is in %2:%3")
                                .arg(model.id, reference.path)

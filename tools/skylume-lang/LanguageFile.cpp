@@ -1,19 +1,21 @@
 #include "LanguageFile.h"
 
+#include "common/files/XmlText_p.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
-
-#include <algorithm>
 
 namespace {
 
 constexpr QLatin1String ItemElement("item");
 constexpr QLatin1String NameAttribute("name");
+constexpr QLatin1String CommentSeparator("\n\n");
 
-/// Reads one file's texts and notes what is wrong with them.
+/// Reads one file's texts and notes its faults.
 class Reader
 {
 public:
@@ -27,8 +29,8 @@ public:
     void read();
 
 private:
+    void readComment();
     void readItem();
-    QString readText();
     void note(qint64 line, const QString& message) { m_faults.append({m_file.path, line, message}); }
 
     LanguageFile& m_file;
@@ -43,14 +45,22 @@ void Reader::read()
     while (!m_xml.atEnd()) {
         m_xml.readNext();
         if (m_xml.isComment())
-            m_comment = m_xml.text().toString().trimmed();
+            readComment();
         else if (m_xml.isStartElement() && m_xml.name() == ItemElement)
             readItem();
     }
+    m_file.lastComment = m_comment;
     if (m_xml.hasError())
         note(m_xml.lineNumber(), QStringLiteral("broken XML in column %1: %2; what follows is not read")
                                      .arg(m_xml.columnNumber())
                                      .arg(m_xml.errorString()));
+}
+
+void Reader::readComment()
+{
+    if (!m_comment.isEmpty())
+        m_comment += CommentSeparator;
+    m_comment += m_xml.text().toString().trimmed();
 }
 
 void Reader::readItem()
@@ -59,7 +69,10 @@ void Reader::readItem()
     entry.line = m_xml.lineNumber();
     entry.id = m_xml.attributes().value(NameAttribute).toString();
     entry.comment.swap(m_comment);
-    entry.text = readText();
+    entry.text = XmlFile::readNestedText(m_xml, [this](const QXmlStreamReader& child) {
+        note(child.lineNumber(),
+             QStringLiteral("there is an element \"%1\" within a text").arg(child.name()));
+    });
     if (entry.id.isEmpty())
         note(entry.line, QStringLiteral("the text \"%1\" has no identifier").arg(entry.text));
     else if (m_lines.contains(entry.id))
@@ -72,29 +85,23 @@ void Reader::readItem()
     m_file.texts.append(entry);
 }
 
-QString Reader::readText()
+void writeComments(QXmlStreamWriter& xml, const QString& comments)
 {
-    QString text;
-    for (int depth = 1; depth > 0 && !m_xml.atEnd();) {
-        m_xml.readNext();
-        if (m_xml.isCharacters())
-            text += m_xml.text();
-        else if (m_xml.isEndElement())
-            --depth;
-        else if (m_xml.isStartElement() && depth++ > 0)
-            note(m_xml.lineNumber(),
-                 QStringLiteral("there is an element \"%1\" within a text").arg(m_xml.name()));
-    }
-    return text;
+    static const QRegularExpression doubledHyphen(QStringLiteral("-(?=-)"));
+    for (QString comment : comments.split(CommentSeparator, Qt::SkipEmptyParts))
+        xml.writeComment(QLatin1Char(' ') + comment.replace(doubledHyphen, QStringLiteral("- ")) +
+                         QLatin1Char(' '));
 }
 
 } // namespace
 
-const LanguageText* LanguageFile::find(const QString& id) const
+LanguageIndex indexOf(const LanguageTexts& texts)
 {
-    const auto found =
-        std::find_if(texts.begin(), texts.end(), [&id](const LanguageText& entry) { return entry.id == id; });
-    return found == texts.end() ? nullptr : &*found;
+    LanguageIndex index;
+    index.reserve(texts.size());
+    for (const LanguageText& entry : texts)
+        index.insert(entry.id, &entry);
+    return index;
 }
 
 LanguageFile LanguageFile::named(const QString& path)
@@ -123,7 +130,7 @@ LanguageFile LanguageFile::read(const QString& path, Faults& faults)
     return file;
 }
 
-void LanguageFile::write(QIODevice& device, const LanguageTexts& texts)
+void LanguageFile::write(QIODevice& device) const
 {
     QXmlStreamWriter xml(&device);
     xml.setAutoFormatting(true);
@@ -131,12 +138,12 @@ void LanguageFile::write(QIODevice& device, const LanguageTexts& texts)
     xml.writeStartDocument();
     xml.writeStartElement(QStringLiteral("language"));
     for (const LanguageText& entry : texts) {
-        if (!entry.comment.isEmpty())
-            xml.writeComment(QStringLiteral(" %1 ").arg(entry.comment));
+        writeComments(xml, entry.comment);
         xml.writeStartElement(ItemElement);
         xml.writeAttribute(NameAttribute, entry.id);
         xml.writeCharacters(entry.text);
         xml.writeEndElement();
     }
+    writeComments(xml, lastComment);
     xml.writeEndDocument();
 }

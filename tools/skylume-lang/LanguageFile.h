@@ -2,6 +2,7 @@
 
 #include "Fault.h"
 
+#include <QHash>
 #include <QString>
 #include <QVector>
 
@@ -12,31 +13,34 @@ struct LanguageText
 {
     QString id;
     QString text;
-    QString comment; ///< that stands before it
+    QString comment; ///< the comments before it, separated by an empty line
     qint64 line = 0;
 };
 
 using LanguageTexts = QVector<LanguageText>;
+using LanguageIndex = QHash<QString, const LanguageText*>;
 
-/// The texts of one plugin in one language, PLUGIN_LANGUAGE.lang.
+/// The texts by their identifiers; of several with one identifier the last one. Points into the vector.
+LanguageIndex indexOf(const LanguageTexts& texts);
+
+/// The file of one plugin in one language, PLUGIN_LANGUAGE.lang.
 struct LanguageFile
 {
     QString path;
     QString plugin;
     QString language; ///< language and country code such as "en-us"
     LanguageTexts texts;
+    QString lastComment; ///< the comments after the last text, separated by an empty line
 
-    /// A text by its identifier; null when there is none.
-    const LanguageText* find(const QString& id) const;
-
-    /// Plugin and language from a file's name. The name may have any suffix.
-    /// @return without texts; language and plugin are empty when the name is not built that way
+    /// Plugin and language from a file's name, which may have any suffix.
+    /// @return without texts; plugin and language are empty if the name is not PLUGIN_LANGUAGE
     static LanguageFile named(const QString& path);
 
     /// Reads a file. Of several texts with one identifier all are kept.
-    /// @param faults receives what is wrong with the file as such: XML, names, duplicates, elements in texts
+    /// @param faults receives faults of the file itself: XML, names, duplicates, elements in texts
     static LanguageFile read(const QString& path, Faults& faults);
 
-    /// Writes the texts as a language file.
-    static void write(QIODevice& device, const LanguageTexts& texts);
+    /// Writes texts and comments as a language file. Two hyphens in a row, which XML forbids in comments, are
+    /// separated by a space.
+    void write(QIODevice& device) const;
 };

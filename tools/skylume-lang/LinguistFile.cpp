@@ -8,6 +8,9 @@ namespace {
 
 constexpr int Indent = 4; // as Linguist writes it
 
+/// Linguist keeps unknown elements whose names begin with "extra-".
+constexpr QLatin1String LastComment("extra-last-comment");
+
 /// "de_DE" for "de-de".
 QString localeName(const QString& language)
 {
@@ -26,7 +29,7 @@ void writeTranslation(QXmlStreamWriter& xml, const QString& text, const QString&
     xml.writeEndElement();
 }
 
-/// @param type of the translation: empty when it is finished
+/// @param type of the translation; empty for a finished one
 void writeMessage(QXmlStreamWriter& xml, const LanguageText& source, const QString& file,
                   const QString& translation, const QString& type)
 {
@@ -45,18 +48,20 @@ void writeMessage(QXmlStreamWriter& xml, const LanguageText& source, const QStri
 void writeMessages(QXmlStreamWriter& xml, const LanguageFile& file, const LanguageFile& reference)
 {
     const QString name = QFileInfo(reference.path).fileName();
+    const LanguageIndex translations = indexOf(file.texts);
     for (const LanguageText& source : reference.texts) {
-        const LanguageText* own = file.find(source.id);
+        const LanguageText* own = translations.value(source.id);
         const QString unfinished = own ? QString() : QStringLiteral("unfinished");
         writeMessage(xml, source, name, own ? own->text : QString(), unfinished);
     }
+    const LanguageIndex sources = indexOf(reference.texts);
     for (const LanguageText& own : file.texts) {
-        if (!reference.find(own.id))
+        if (!sources.contains(own.id))
             writeMessage(xml, own, QFileInfo(file.path).fileName(), own.text, QStringLiteral("vanished"));
     }
 }
 
-/// Reads one message. The text stays empty when there is no translation to take over.
+/// Reads one message. The text stays empty if the message is untranslated or vanished.
 LanguageText readMessage(QXmlStreamReader& xml)
 {
     LanguageText entry;
@@ -75,6 +80,14 @@ LanguageText readMessage(QXmlStreamReader& xml)
     return entry;
 }
 
+void takeMessage(const LanguageText& entry, LanguageFile& file, Faults& faults)
+{
+    if (entry.id.isEmpty())
+        faults.append({file.path, entry.line, QStringLiteral("the message has no id")});
+    else if (!entry.text.isEmpty())
+        file.texts.append(entry);
+}
+
 } // namespace
 
 void LinguistFile::write(QIODevice& device, const LanguageFile& file, const LanguageFile& reference)
@@ -88,27 +101,24 @@ void LinguistFile::write(QIODevice& device, const LanguageFile& file, const Lang
     xml.writeAttribute(QStringLiteral("version"), QStringLiteral("2.1"));
     xml.writeAttribute(QStringLiteral("language"), localeName(file.language));
     xml.writeAttribute(QStringLiteral("sourcelanguage"), localeName(reference.language));
+    if (!reference.lastComment.isEmpty())
+        xml.writeTextElement(LastComment, reference.lastComment);
     xml.writeStartElement(QStringLiteral("context"));
     xml.writeTextElement(QStringLiteral("name"), reference.plugin);
     writeMessages(xml, file, reference);
     xml.writeEndDocument();
 }
 
-LanguageTexts LinguistFile::read(QIODevice& device, const QString& path, Faults& faults)
+void LinguistFile::read(QIODevice& device, LanguageFile& file, Faults& faults)
 {
-    LanguageTexts texts;
     QXmlStreamReader xml(&device);
     while (!xml.atEnd()) {
         xml.readNext();
-        if (!xml.isStartElement() || xml.name() != QLatin1String("message"))
-            continue;
-        const LanguageText entry = readMessage(xml);
-        if (entry.id.isEmpty())
-            faults.append({path, entry.line, QStringLiteral("the message has no id")});
-        else if (!entry.text.isEmpty())
-            texts.append(entry);
+        if (xml.isStartElement() && xml.name() == LastComment)
+            file.lastComment = xml.readElementText();
+        else if (xml.isStartElement() && xml.name() == QLatin1String("message"))
+            takeMessage(readMessage(xml), file, faults);
     }
     if (xml.hasError())
-        faults.append({path, xml.lineNumber(), QStringLiteral("broken XML: %1").arg(xml.errorString())});
-    return texts;
+        faults.append({file.path, xml.lineNumber(), QStringLiteral("broken XML: %1").arg(xml.errorString())});
 }

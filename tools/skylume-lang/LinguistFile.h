@@ -5,16 +5,17 @@
 
 class QIODevice;
 
-/// Translation files of Qt Linguist (.ts). A message's id is the text's identifier, its source the text in
+/// Translation files of Qt Linguist (.ts). A message's id is the text's identifier; its source is the text in
 /// the reference language.
 namespace LinguistFile {
 
-/// Writes a language file's texts in the order of the reference. What is missing is unfinished; what the
-/// reference does not have is vanished.
+/// Writes a language file's texts in the order of the reference, with the reference's comments. Texts that the
+/// file lacks are marked as unfinished, texts that the reference lacks as vanished.
 void write(QIODevice& device, const LanguageFile& file, const LanguageFile& reference);
 
-/// Reads the translated texts; messages without a translation and vanished ones are left out.
+/// Reads translated texts and comments. Messages that are untranslated or vanished are skipped.
+/// @param file   receives them; its path is used for the faults
 /// @param faults receives broken XML and messages without an id
-LanguageTexts read(QIODevice& device, const QString& path, Faults& faults);
+void read(QIODevice& device, LanguageFile& file, Faults& faults);
 
 } // namespace LinguistFile

@@ -25,7 +25,7 @@ void readMenuFile(QXmlStreamReader& xml, QVector<MenuTexts>& menus)
         if (xml.name() == QLatin1String("menu"))
             menus.append(startMenu(xml.attributes()));
         else if (xml.name() == QLatin1String("item") && !menus.isEmpty() && !id.isEmpty())
-            menus.last().ids.append(id);
+            menus.last().ids.insert(id);
     }
 }
 

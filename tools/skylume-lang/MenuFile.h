@@ -1,15 +1,16 @@
 #pragma once
 
-#include <QStringList>
+#include <QSet>
+#include <QString>
 #include <QVector>
 
-/// The text identifiers that stand in one menu.
+/// The identifiers of the texts in one menu.
 struct MenuTexts
 {
     QString name;
-    QStringList ids;
+    QSet<QString> ids;
 };
 
-/// The menus and sub-menus of every menu definition file in a folder. What customisations add is left out: it
-/// never stands in one menu all at once.
+/// The menus and sub-menus of every menu definition file in a folder, without the entries of customisations,
+/// which are never all in the menu at once.
 QVector<MenuTexts> readMenus(const QString& folder);

@@ -1,5 +1,6 @@
-// Checks language files and takes them to Qt Linguist and back, see docs/languages.md.
+// Checks language files and converts them to Qt Linguist's format and back, see docs/languages.md.
 
+#include "Change/LanguageFiles.h"
 #include "LanguageCheck.h"
 #include "LanguageFile.h"
 #include "LinguistFile.h"
@@ -24,23 +25,23 @@ struct Request
 
 void defineArguments(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(
-        QStringLiteral("Checks language files and takes them to Qt Linguist and back.\n\n"
-                       "  check PATH...    checks files, and folders with all that is below them\n"
-                       "  to-ts FILE       makes PLUGIN_LANGUAGE.ts of PLUGIN_LANGUAGE.lang, which may be "
-                       "missing yet;\n"
-                       "                   the reference is taken from the same folder\n"
-                       "  from-ts FILE     makes PLUGIN_LANGUAGE.lang of PLUGIN_LANGUAGE.ts\n\n"
-                       "The exit code is 1 when faults were found."));
+    parser.setApplicationDescription(QStringLiteral(
+        "Checks language files and converts them to Qt Linguist's format and back.\n\n"
+        "  check PATH...    checks files and whole folders\n"
+        "  to-ts FILE       makes PLUGIN_LANGUAGE.ts from PLUGIN_LANGUAGE.lang, which need not "
+        "exist yet;\n"
+        "                   the reference is taken from the same folder\n"
+        "  from-ts FILE     makes PLUGIN_LANGUAGE.lang from PLUGIN_LANGUAGE.ts\n\n"
+        "The exit code is 1 if there are faults, 2 for wrong arguments."));
     const auto add = [&](const char* name, const char* help, const char* value, const char* usual = "") {
         parser.addOption(
             {QLatin1String(name), QLatin1String(help), QLatin1String(value), QLatin1String(usual)});
     };
-    add("reference", "Language that others are compared with.", "code", "en-us");
+    add("reference", "Language that the others are compared with.", "code", LanguageFiles::Fallback.data());
     add("languages", "With check: languages that every plugin must have, separated by commas.", "codes");
-    add("output", "Where a conversion is written to.", "file");
+    add("output", "File that a conversion writes.", "file");
     parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("check, to-ts or from-ts"));
-    parser.addPositionalArgument(QStringLiteral("path"), QStringLiteral("what the command is about"),
+    parser.addPositionalArgument(QStringLiteral("path"), QStringLiteral("file or folder"),
                                  QStringLiteral("path..."));
 }
 
@@ -56,7 +57,7 @@ int report(const Faults& faults)
     return faults.isEmpty() ? Tool::Success : Tool::Failure;
 }
 
-/// Writes a whole file or leaves it as it was.
+/// Writes a file, or leaves the previous one unchanged on failure.
 template <typename Write>
 int save(const QString& path, const Write& write)
 {
@@ -94,16 +95,16 @@ int toLinguist(const Request& request)
 int fromLinguist(const Request& request)
 {
     Faults faults;
-    const LanguageFile named = LanguageFile::named(request.paths.first());
-    QFile input(named.path);
+    LanguageFile file = LanguageFile::named(request.paths.first());
+    QFile input(file.path);
     if (!input.open(QIODevice::ReadOnly))
-        return Tool::fail(named.path + QStringLiteral(": ") + input.errorString(), Tool::Failure);
-    const LanguageTexts texts = LinguistFile::read(input, named.path, faults);
+        return Tool::fail(file.path + QStringLiteral(": ") + input.errorString(), Tool::Failure);
+    LinguistFile::read(input, file, faults);
     if (!faults.isEmpty())
         return report(faults);
-    const QString output = siblingFile(named, named.language, QStringLiteral("lang"));
+    const QString output = siblingFile(file, file.language, QStringLiteral("lang"));
     return save(request.output.isEmpty() ? output : request.output,
-                [&texts](QIODevice& device) { LanguageFile::write(device, texts); });
+                [&file](QIODevice& device) { file.write(device); });
 }
 
 struct Command

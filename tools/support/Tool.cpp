@@ -22,6 +22,6 @@ int Tool::run(int argc, char** argv, const Description& tool)
     tool.defineArguments(parser);
     if (!parser.parse(QCoreApplication::arguments()))
         return fail(parser.errorText(), UsageError);
-    parser.process(application); // now only for --help and --version
+    parser.process(application); // handles --help and --version
     return tool.run(parser);
 }

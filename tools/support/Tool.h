@@ -3,16 +3,16 @@
 class QCommandLineParser;
 class QString;
 
-/// The frame of a command-line tool: how it is started, and how it ends.
+/// Start and end of a command-line tool.
 namespace Tool {
 
 enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
-/// Says on standard error what went wrong, with the tool's name in front.
+/// Prints an error message on standard error, with the tool's name in front.
 /// @return the exit code
 int fail(const QString& message, ExitCode code);
 
-/// A tool's own part.
+/// The parts that differ between tools.
 struct Description
 {
     const char* name;
@@ -20,8 +20,8 @@ struct Description
     int (*run)(const QCommandLineParser& parser);        ///< does the work; the result is the exit code
 };
 
-/// What main() does: makes the QCoreApplication and reads the arguments, then runs the tool. --help,
-/// --version and arguments that were not defined end the program before.
+/// For main(): creates the QCoreApplication, reads the arguments and runs the tool. Does not run the tool for
+/// --help, --version and wrong arguments.
 /// @return the exit code
 int run(int argc, char** argv, const Description& tool);
 

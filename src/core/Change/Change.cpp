@@ -1,4 +1,4 @@
-// The texts of every plugin and the language that they are in.
+// The texts of all plugins and their language.
 #include "Change/Change.h"
 
 #include "Change/CurrentLanguage_p.h"
@@ -21,13 +21,13 @@ QHash<QString, QHash<QString, QString>> Change::m_languageHash;
 
 namespace {
 
-/// Start-up texts are logged with this in place of the time: tools that compare two runs rely on it.
+/// Stands in place of the time in some lines of the start. It is fixed and part of the log's interface.
 constexpr const char* FixedTime = "10:24:16";
 
-/// Through its base, the mutex takes and gives the lock inline, which is a fifth of a look-up.
+/// Locking through the base class is inline; this saves a fifth of a look-up.
 using TextLocker = std::lock_guard<QBasicMutex>;
 
-/// The text as it is in the table, or else as it is after loading. Hold the lock.
+/// A text from the table. If it is missing or empty, it is looked up again after loading. Hold the lock.
 template <typename Load>
 QString findText(const QString& id, const QString& plugin, const Load& load)
 {
@@ -35,7 +35,7 @@ QString findText(const QString& id, const QString& plugin, const Load& load)
     LOG_DEBUG("%s: %s: langid = %s, trans = %s, plugin=%s", LOG_FILE, "tr", qUtf8Printable(id),
               qUtf8Printable(text), qUtf8Printable(plugin));
     if (text.isEmpty()) {
-        TextTable::texts(plugin).insert(id, QString()); // known from now on: switching the language loads it
+        TextTable::addMissing(id, plugin); // so that a change of language loads this plugin, too
         load(plugin);
         text = TextTable::find(id, plugin);
     }

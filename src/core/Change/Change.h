@@ -10,79 +10,80 @@ class QIODevice;
 class QKeySequence;
 class QMutex;
 
-/// Guards Change::m_languageHash. It is not recursive: the operations that are documented to take it must not
-/// be called by a thread that holds it.
+/// Guards Change::m_languageHash. It is not recursive: a thread that holds it must not call an operation that
+/// is documented to take it.
 extern SKYLUME_EXPORT QMutex g_mutex;
 
-/// What a skin is asked for. The states are carried through to the skin operations and select nothing there.
+/// State passed to the skin operations. It does not affect what they load.
 enum _enStyleState { enStyleNormal, enStyleMini };
 
-/// The language of the application, the texts of every plugin and the skin. All operations are static.
+/// The application's language, the texts of all plugins, and the skin. All operations are static.
 ///
-/// A plugin's texts are in one file per language, plugins/NAME/NAME_LANGUAGE.lang below the installation
-/// ("plugins/XFramePlugin/XFramePlugin_en-us.lang"): XML, of which every element "item" at any depth is a
-/// text, with the attribute "name" as its identifier. In a text "\t", a backslash and a letter, stands for 12
-/// blanks; "\n", "\r", "\v" and "\f" are left out. Of several items with one identifier the last one counts.
+/// Each plugin has one file of texts per language, plugins/NAME/NAME_LANGUAGE.lang below the installation
+/// ("plugins/XFramePlugin/XFramePlugin_en-us.lang"). It is XML: every element "item", at any depth, is one
+/// text, identified by its attribute "name". If several items have the same identifier, the last one applies.
+/// The escape sequence "\t", a backslash and a letter, becomes 12 spaces; "\n", "\r", "\v" and "\f" are
+/// removed.
 ///
-/// A text may end with a keyboard shortcut: "Save (Ctrl+S)", "Delete Del". The setting "EnableShortCut" of
-/// the section "system" takes shortcuts away when it is "false".
+/// A text may end with a keyboard shortcut: "Save (Ctrl+S)", "Delete Del". Shortcuts are switched off if the
+/// setting "EnableShortCut" of the section "system" is "false".
 ///
-/// Texts may be asked for by any thread, and the language may be switched at the same time. The operations
-/// that read files without taking the lock are for the start and for callers that hold it.
+/// Any thread may look up texts, also while the language is being switched. The operations that read files
+/// without taking the lock are for start-up and for callers that hold the lock.
 class SKYLUME_EXPORT Change
 {
 public:
     // ---- Texts
 
     /// A text of a plugin in the current language. Any thread; takes the lock.
-    /// @param id     the text's identifier, compared with exact case
-    /// @param plugin the plugin's name; its file is read when the text is not there yet, every time
-    /// @return empty when the plugin has no such text
+    /// @param id     the text's identifier, case-sensitive
+    /// @param plugin the plugin's name. If the text is not in the table, the plugin's file is read, on every call.
+    /// @return empty if the plugin has no such text
     static QString tr(QString const& id, QString const& plugin);
 
-    /// Splits a text of a plugin into label and shortcut. Any thread; takes the lock. Reads no file: the
-    /// plugin's texts have to be loaded already, by LoadLangFile() or by the other tr().
-    /// @param text receives the label, with the blanks before the shortcut; the whole text when it has no
-    ///             shortcut; the bare shortcut, without brackets, when it is one that is not understood
-    /// @param key  receives the shortcut: the sum of the keys Ctrl, Strg, Alt, Shift, Del, F2 and A to Z that
-    ///             it names, whatever the case; empty when there is none
-    /// @return whether the text has a shortcut
+    /// Splits a text of a plugin into label and shortcut. Any thread; takes the lock. Reads no file: load the
+    /// plugin's texts first, with LoadLangFile() or the other tr().
+    /// @param text receives the label, including the space before the shortcut. Without a shortcut it is the
+    ///             whole text; with an unknown shortcut it is that shortcut without its brackets.
+    /// @param key  receives the shortcut: the sum of the keys that it names out of Ctrl, Strg, Alt, Shift, Del,
+    ///             F2 and A to Z, ignoring case; empty if there is none
+    /// @return whether the text has a known shortcut
     static bool tr(QString const& id, QString const& plugin, QString& text, QKeySequence& key);
 
-    /// A text of a plugin, for use during the start: as tr(), but when a file has to be read, it is the one
-    /// of the active language of the settings, which becomes the current one.
+    /// A text of a plugin, for use during start-up. Like tr(), but if the text is not in the table, the active
+    /// language of the settings becomes the current one before the file is read.
     static QString Stratup_tr(QString const& id, QString const& plugin);
 
-    /// Where the shortcut in a text begins. The words sought are those of the current language.
-    /// @return a position greater than 0; when there is none, -1 or 0
+    /// Finds the start of the shortcut in a text, using the current language's names of keys.
+    /// @return a position greater than 0; -1 or 0 if there is none
     static int FindControlKeyInLangString(QString const& text);
 
     // ---- Language files: these do not take the lock
 
-    /// Loads a plugin's texts for the current language. Texts that the file lacks stay as they were.
-    /// @return whether the plugin has a file for it and it could be opened
+    /// Loads a plugin's texts for the current language. Texts that the file lacks are kept.
+    /// @return whether the file exists and could be opened
     static bool LoadLangFile(QString const& plugin);
 
     /// Makes the active language of the settings current and loads a plugin's texts for it.
     static void StartupLoadLangFile(QString const& plugin);
 
-    /// Reads texts of a plugin from an open device. What comes before a fault in the XML is kept.
-    /// @param device not taken over; null is refused
-    /// @return false for null, otherwise true
+    /// Reads a plugin's texts from an open device. Texts before a fault in the XML are kept.
+    /// @param device the caller keeps ownership
+    /// @return false if the device is null, otherwise true
     static bool readXmlFile(QIODevice* device, QString plugin);
 
     // ---- Language
 
-    /// Makes a language current, loads the texts of every plugin that m_languageHash knows, and stores the
-    /// language as the active one. Any thread; takes the lock.
+    /// Makes a language current, loads it for every plugin in m_languageHash, and stores it as the active
+    /// language. Any thread; takes the lock.
     /// @param name language and country code such as "en-us". Plugins without a file for it keep their texts.
     static void SetLangName(QString const& name);
 
     /// The current language, for example "en-us". Any thread, with or without the lock.
     static QString GetLangName();
 
-    /// Makes the active language of the settings current and reads whether texts keep their shortcuts.
-    /// @return its name; empty when none is stored
+    /// Makes the active language of the settings current and reads the shortcut switch.
+    /// @return the language's name; empty if none is stored
     static QString GetSettingDefaultLang();
 
     /// Does nothing: SetLangName() stores the language.
@@ -90,32 +91,32 @@ public:
 
     // ---- Skin: GUI thread only
 
-    /// Applies a style sheet to the application and sets WinClassic as its style.
-    /// @param app    null is refused
-    /// @param path   the style sheet's file, in UTF-8. Its lines are joined without a separator: no comment
-    ///               may reach to the end of a line.
-    /// @param reload false applies the sheet that was read last again, whatever path says, and reads the file
-    ///               only if there is none
-    /// @return false when the file cannot be opened; the application then keeps its style sheet
+    /// Applies a style sheet to the application. If a file is read, the application also gets a new WinClassic
+    /// as its style.
+    /// @param app    null has no effect
+    /// @param path   the style sheet's file, in UTF-8. Its lines are joined without a separator.
+    /// @param reload false applies the last sheet read again, regardless of the path; the file is read only if
+    ///               there is no such sheet
+    /// @return false if app is null or the file cannot be opened; the application then keeps its style sheet
     static bool ChangSkin(QApplication* app, QString const& path, _enStyleState state, bool reload);
 
-    /// In mini mode, applies the skin that the setting "Name" of the section "MiniSkin" names: skin/NAME.qss
-    /// below the installation or, when the application is laid out from right to left,
-    /// skin/NAME/NAME_Arabic.qss. Without that file, and outside mini mode, the style sheet stays as it is.
+    /// In mini mode, applies the skin named by the setting "Name" of the section "MiniSkin": skin/NAME.qss below
+    /// the installation or, if the application's layout is right-to-left, skin/NAME/NAME_Arabic.qss. Without
+    /// that file, and outside mini mode, the style sheet is kept.
     /// @param reload as in ChangSkin()
     static void LoadQss(_enStyleState state, bool reload);
 
     /// Does nothing.
     static void setStyleSheetStyle(QApplication* app, _enStyleState state);
 
-    /// @return always a null text
+    /// @return always a null string
     static QString GetSettingDefaultSkin();
 
     /// Does nothing.
     static void SetSettingDefaultSkin(QString name);
 
-    /// Plugin name to the texts by their identifiers. A plugin is added when its texts are loaded or sought
-    /// by an operation that would load them; what that does not find is added as an empty text. Nothing is
-    /// ever removed. Hold g_mutex.
+    /// Plugin name to text identifier to text. Loading a file adds its plugin and texts; a look-up that would
+    /// load a file adds an empty text if there is none. Keys do not share the characters of the callers'
+    /// strings. Nothing is ever removed. Hold g_mutex.
     static QHash<QString, QHash<QString, QString>> m_languageHash;
 };

@@ -1,5 +1,6 @@
 #include "Change/CurrentLanguage_p.h"
 
+#include "Change/LanguageFiles.h"
 #include "common/settings/Setting_p.h"
 
 #include <QMutex>
@@ -11,7 +12,7 @@ QMutex stateMutex;
 
 struct State
 {
-    QString name = QStringLiteral("en-us");
+    QString name = LanguageFiles::Fallback;
     QString shortcutSwitch = QStringLiteral("true");
 };
 
@@ -32,7 +33,7 @@ QString CurrentLanguage::name()
 void CurrentLanguage::setName(const QString& name)
 {
     const QMutexLocker locker(&stateMutex);
-    state().name = name;
+    state().name = QString(name.constData(), name.size()); // a plugin's literal ends with its library
 }
 
 bool CurrentLanguage::hasShortcuts()

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The language in force and what goes with it. Behind a lock of its own, so that it can be asked for with
-/// and without the lock of the texts. Any thread.
+/// The current language and the shortcut switch. They have a lock of their own, so that callers may hold
+/// g_mutex or not. Any thread.
 namespace CurrentLanguage {
 
 /// Language and country code, "en-us" at first.
@@ -13,7 +13,7 @@ void setName(const QString& name);
 /// Whether texts keep their shortcuts; true at first.
 bool hasShortcuts();
 
-/// Reads that from the settings.
+/// Reads the shortcut switch from the settings.
 void readShortcutSwitch();
 
 } // namespace CurrentLanguage

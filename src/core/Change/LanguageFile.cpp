@@ -1,11 +1,13 @@
-// Reads a plugin's texts for the current language.
+// Reading language files.
 #include "Change/Change.h"
 
 #include "Change/CurrentLanguage_p.h"
+#include "Change/LanguageFiles.h"
 #include "Change/TextTable_p.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 #include "common/files/XmlFile_p.h"
+#include "common/files/XmlText_p.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
@@ -16,15 +18,15 @@ namespace {
 
 constexpr XmlFile::Texts LogTexts{"File %s does not exist", "Error open file:%s", "Error: ", ", column ", ""};
 
-constexpr qint64 UsualItemSize = 80; ///< bytes of a file per text
+constexpr qint64 UsualItemSize = 80; ///< in bytes
 
 QString languageFile(const QString& plugin)
 {
-    return CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + plugin + QLatin1Char('/') +
-           plugin + QLatin1Char('_') + CurrentLanguage::name() + QLatin1String(".lang");
+    const QString folder = CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins");
+    return LanguageFiles::path(folder, plugin, CurrentLanguage::name());
 }
 
-/// Texts come from many hands and formats: line ends of others do not matter here, tabulators do.
+/// Edits escape sequences, which files write as a backslash and a letter.
 void editEscapes(QString& text)
 {
     if (!text.contains(QLatin1Char('\\')))
@@ -36,11 +38,11 @@ void editEscapes(QString& text)
     text.remove(QLatin1String("\\f"));
 }
 
-/// Reads the item that the reader stands on; one with a fault in it is left out.
+/// Reads the item that the reader is on. An item with a fault in it is skipped.
 void readItem(QXmlStreamReader& reader, bool keepsShortcut, QHash<QString, QString>& texts)
 {
     const QString id = reader.attributes().value(QLatin1String("name")).toString();
-    QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+    QString text = XmlFile::readNestedText(reader, [](QXmlStreamReader&) {});
     if (reader.hasError())
         return;
     editEscapes(text);

@@ -14,7 +14,7 @@ constexpr Markers DefaultMarkers{QLatin1String("(Ctrl+"), QLatin1String("Ctrl+")
                                  QLatin1String("(Alt"),   QLatin1String("Alt"),   QLatin1String("(Shift"),
                                  QLatin1String("Shift"),  QLatin1String("(F2")};
 
-/// German texts know no shortcuts with Alt and Shift: what stands here never occurs.
+/// The markers for Alt and Shift are placeholders that no text contains. They are fixed.
 constexpr Markers GermanMarkers{QLatin1String("(Strg+"),
                                 QLatin1String("Strg+"),
                                 QLatin1String("(Entf"),
@@ -24,7 +24,7 @@ constexpr Markers GermanMarkers{QLatin1String("(Strg+"),
                                 QLatin1String("Shift(Replace this in German)"),
                                 QLatin1String("(F2")};
 
-/// Keys that are written without brackets at the end of a text.
+/// Keys that may stand without brackets at the end of a text.
 constexpr std::array<QLatin1String, 2> BareKeys{QLatin1String("Del"), QLatin1String("F2")};
 
 struct NamedKey
@@ -81,7 +81,7 @@ Shortcut::Keys Shortcut::parse(const QString& shortcut)
 {
     Keys keys;
     keys.text = withoutBrackets(shortcut);
-    unsigned int sum = 0; // keys named again and again must wrap around, not overflow
+    unsigned int sum = 0; // wraps around if a text repeats keys; a signed sum would overflow
     const QStringList names = keys.text.split(QLatin1Char('+'));
     for (const QString& name : names) {
         const int code = keyCode(name.toLower());

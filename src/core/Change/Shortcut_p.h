@@ -2,20 +2,20 @@
 
 #include <QString>
 
-/// The keyboard shortcut at the end of a text: "Save (Ctrl+S)", "Delete Del". Pure text work; the language
-/// decides on the words only.
+/// The keyboard shortcut at the end of a text: "Save (Ctrl+S)", "Delete Del".
 namespace Shortcut {
 
-/// Where the shortcut begins.
-/// @return a position greater than 0; when there is none, -1 or 0
+/// Finds the start of the shortcut.
+/// @param language decides on the names of the keys
+/// @return a position greater than 0; -1 or 0 if there is none
 int find(const QString& text, const QString& language);
 
-/// What a shortcut says.
+/// The meaning of a shortcut.
 struct Keys
 {
     QString text;         ///< the shortcut without brackets
-    int code = 0;         ///< the sum of the keys that it names, as QKeySequence takes it
-    bool isKnown = false; ///< whether it names a known key at all
+    int code = 0;         ///< the sum of the named keys, for QKeySequence
+    bool isKnown = false; ///< whether it names at least one known key
 };
 
 Keys parse(const QString& shortcut);

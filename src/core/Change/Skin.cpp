@@ -29,7 +29,7 @@ QString joinedLines(QFile& file)
     return text;
 }
 
-/// The right-to-left variant lies in the skin's own folder, the other one beside it.
+/// The right-to-left variant is in the skin's own folder, the other one beside that folder.
 QString miniSkinFile()
 {
     const QString name = Settings::MiniSkinName.value();

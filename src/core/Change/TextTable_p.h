@@ -2,12 +2,13 @@
 
 #include "Change/Change.h"
 
-/// The ways into Change::m_languageHash; what every look-up does is inline. Hold g_mutex.
+/// Access to Change::m_languageHash. What every look-up does is inline. Hold g_mutex.
 namespace TextTable {
 
-/// The plugin that was asked for last: most look-ups are for the same one again and need not search the table
-/// for it. Implicit sharing tells whether this is still true: whoever changes the table gets a copy of his
-/// own, and the two share their data no longer.
+/// The plugin of the previous look-up. Most look-ups are for the same plugin again and need not search for it.
+///
+/// It holds an implicitly shared copy of the table: any change to the table ends the sharing, so
+/// isSharedWith() reports whether the position is still valid.
 class LastPlugin
 {
 public:
@@ -33,7 +34,7 @@ private:
 
 extern LastPlugin lastPlugin;
 
-/// A text of a plugin; empty when it is not there. Adds nothing.
+/// A text of a plugin; empty when the table lacks it. Adds nothing.
 inline QString find(const QString& id, const QString& plugin)
 {
     if (!lastPlugin.isValidFor(plugin))
@@ -41,7 +42,12 @@ inline QString find(const QString& id, const QString& plugin)
     return lastPlugin.text(id);
 }
 
-/// The texts of a plugin, to be changed; added without any when the table lacks the plugin.
+/// The texts of a plugin, for changing them. A plugin that the table lacks is added without texts.
+///
+/// The table copies the characters of new keys: those of a literal are gone once its library is unloaded.
 QHash<QString, QString>& texts(const QString& plugin);
+
+/// Adds an empty text unless the plugin has one of this identifier.
+void addMissing(const QString& id, const QString& plugin);
 
 } // namespace TextTable

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The images of one direction, by their file names without suffix.
+/// File names, without suffix, of the images for one orientation.
 struct BarImages
 {
     const char* back;
@@ -31,7 +31,7 @@ constexpr const BarImages& barImages(Qt::Orientation orientation)
     return orientation == Qt::Vertical ? VerticalBar : HorizontalBar;
 }
 
-/// The ends, squares but for two pixels' breadth, keep their shape; what lies between them is stretched.
+/// Stretches only the middle of an image. Each end keeps its shape; it is half as long as the image is wide.
 void drawStretched(QPainter& painter, const QRect& target, const QPixmap& image)
 {
     const int end = (std::min(image.width(), image.height()) - 1) / 2;
@@ -40,7 +40,7 @@ void drawStretched(QPainter& painter, const QRect& target, const QPixmap& image)
                       QMargins(end, end, end, end));
 }
 
-/// How a part looks now: "", "_hover" or "_pressed".
+/// Suffix of the image for a part's state: "", "_hover" or "_pressed".
 const char* partState(const QStyleOptionSlider& option, QStyle::SubControl part)
 {
     if (!(option.activeSubControls & part))

@@ -8,19 +8,19 @@
 
 class QStyleOptionSlider;
 
-/// The application's style below its style sheet: the "windows" style with scroll bars drawn from images.
+/// The application's base style: the "windows" style with scroll bars drawn from images.
 ///
-/// The images are PNG files in skin/default/images/ of the installation, read when the style is made:
+/// The images are PNG files in skin/default/images/ of the installation, read by the constructor:
 ///
-///     scroll_vertical_back.png     scroll_horizontal_back.png      the bar behind everything
+///     scroll_vertical_back.png     scroll_horizontal_back.png      background of the bar
 ///     scroll_vertical_slider.png   scroll_horizontal_slider.png    the slider
-///     scroll_up.png                scroll_left.png                 the button of the low end
-///     scroll_down.png              scroll_right.png                the button of the high end
+///     scroll_up.png                scroll_left.png                 button at the low end
+///     scroll_down.png              scroll_right.png                button at the high end
 ///
-/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Backs and sliders keep their
-/// ends, half as long as the image is broad, and are stretched between them. Buttons are scaled. A bar is
-/// drawn from images when all four of its direction are there and the application is not in mini mode; else
-/// the base style draws it, as it draws disabled bars. GUI thread only.
+/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Backgrounds and sliders are
+/// stretched in the middle only; each end is half as long as the image is wide. Buttons are scaled. The base
+/// style draws the bar if one of the four images of its orientation is missing, if the bar is disabled, and in
+/// mini mode. GUI thread only.
 class SKYLUME_EXPORT WinClassic : public QProxyStyle
 {
     Q_OBJECT

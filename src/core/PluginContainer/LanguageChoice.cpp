@@ -19,9 +19,9 @@ QString countryAt(int position, const QString& text)
 } // namespace
 
 LanguageChoice::Candidates LanguageChoice::candidates(const QList<LanguageInfoEx>& records,
-                                                      const QStringList& installed, const QString& id)
+                                                      const QStringList& installed, const QString& id,
+                                                      const char* function)
 {
-    constexpr const char* function = "decideDefaultLanguage";
     for (const LanguageInfoEx& record : records)
         if (!record.id.isEmpty() && record.id == id && installed.contains(record.lang))
             return {{record.lang, record.shortName}};

@@ -1,37 +1,38 @@
 #pragma once
 
+#include "Change/LanguageFiles.h"
 #include "PluginContainer/LanguageInfoEx.h"
-#include "skylume_global.h"
 
 #include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-/// Which of the installed languages a start begins with. The functions decide by their arguments alone;
-/// ofCountry() is exported for the tests.
+/// Chooses the start-up language among the installed ones. The results depend on the arguments only.
 namespace LanguageChoice {
 
-/// The answer where the files do not give one.
+/// The short name to use when the files give none.
 inline QString fallback()
 {
-    return QStringLiteral("_en-us");
+    return QLatin1Char('_') + LanguageFiles::Fallback;
 }
 
 /// Long names to short names.
 using Candidates = QHash<QString, QString>;
 
-/// The installed languages that have the computer's number.
-/// @param id the number in decimal digits
-/// @return the first record with exactly that number, if there is one; empty when no language has it
-Candidates candidates(const QList<LanguageInfoEx>& records, const QStringList& installed, const QString& id);
+/// The installed languages with the computer's language identifier.
+/// @param id the identifier in decimal digits
+/// @param function the caller's name, for the log
+/// @return at most one language, the first in file order; empty when no installed language has it
+Candidates candidates(const QList<LanguageInfoEx>& records, const QStringList& installed, const QString& id,
+                      const char* function);
 
-/// The short name of the candidate of the computer's country; any, when none is.
+/// The short name of the first candidate with the computer's country, or of the first one of all.
 /// @param candidates not empty
 /// @param locale     language, underscore, country in lower case: "zh_cn"
-SKYLUME_EXPORT QString ofCountry(const Candidates& candidates, const QString& locale);
+QString ofCountry(const Candidates& candidates, const QString& locale);
 
-/// The short name of a language by its long name, whose case is ignored.
+/// The short name of a language by its long name, ignoring case.
 /// @return fallback() for an unknown one
 QString shortName(const QString& name, const QList<LanguageInfoEx>& records);
 

@@ -2,12 +2,12 @@
 
 #include <QString>
 
-/// A language that the application knows: one "item" of LangAreaForShort.xml.
+/// A known language: one "item" of LangAreaForShort.xml.
 struct LanguageInfoEx
 {
-    QString id;        ///< the number that Windows gives the language, in decimal digits: "1033"
+    QString id;        ///< language identifier of Windows in decimal digits: "1033"
     QString lang;      ///< long name, as SysConfig.dat lists it
-    QString shortName; ///< underscore, language, country: "_en-us", as the active language is stored
-    QString maccode;   ///< the language's code on other systems; these two decide nothing
+    QString shortName; ///< "_en-us", the form in which the active language is stored
+    QString maccode;   ///< codes of other systems; not used for the choice
     QString linuxcode;
 };

@@ -1,4 +1,4 @@
-// The first-run mark, and the language that the application starts in.
+// The first-run mark and the start-up language.
 #include "PluginContainer/PluginContainer.h"
 
 #include "PluginContainer/LanguageChoice_p.h"
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Reads the item that the reader stands on.
+/// Reads the item that the reader is on.
 LanguageInfoEx readLanguage(QXmlStreamReader& item)
 {
     const QXmlStreamAttributes attributes = item.attributes();
@@ -57,7 +57,7 @@ void PluginContainer::setStartupLanguage()
     if (adapter.isEmpty())
         return;
     if (Settings::AdapterType.value() == adapter)
-        return; // nothing new since the last start: a language that the user chose meanwhile stays
+        return; // unchanged since the last start: keep what the user chose since
     if (isFirstTimeStart())
         setRunningMark();
     else
@@ -110,7 +110,7 @@ bool PluginContainer::GetCurLanguageInfo(QList<LanguageInfoEx>& records)
         if (element.name() != QLatin1String("item"))
             return;
         const LanguageInfoEx language = readLanguage(element);
-        if (!element.hasError()) // else it is cut off
+        if (!element.hasError()) // an item with a fault is skipped
             records.append(language);
     });
     if (reader.hasError())
@@ -133,7 +133,7 @@ QString PluginContainer::decideDefaultLanguage(QStringList const& list)
         return LanguageChoice::fallback();
     const QString id = GetCurrentSystemLang();
     LOG_DEBUG("%s: %s: %s: cur language is %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(id));
-    return getDefaultLan(LanguageChoice::candidates(records, list, id), list, records);
+    return getDefaultLan(LanguageChoice::candidates(records, list, id, LOG_FUNCTION), list, records);
 }
 
 QString PluginContainer::getDefaultLan(QHash<QString, QString> candidates, QStringList const& list,

@@ -1,4 +1,4 @@
-// The splash screen of the start: a program of its own, which shows a picture until it is closed.
+// The splash screen, a separate program that runs until it is closed.
 #include "Startup/Startup.h"
 
 #include "common/CommonUtils.h"
@@ -57,7 +57,7 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader& reader, QString operato
         const bool isForDevice = !attributes.value(QLatin1String("device")).isEmpty();
         if (XmlFile::moveTo(reader, SplashElement))
             have = readSwitch(reader);
-        if (isForDevice) // which device it will be is not known yet at the start
+        if (isForDevice) // the modem is not known yet
             have = false;
         return;
     }
@@ -67,7 +67,7 @@ void Startup::showSplashScreen()
 {
     const QString folder = QCoreApplication::applicationDirPath();
     const QString program = QStringLiteral("XStartScreen.exe"); // under this name on every system
-    CloseSplashScreen();                                        // there is room for one
+    CloseSplashScreen();                                        // there is only one
     if (!QFile::exists(folder + QLatin1Char('/') + program))
         return;
     m_pSplashScreen = new QProcess;
@@ -86,14 +86,14 @@ int Startup::GetSplashScreen()
 {
     constexpr int dayMs = 24 * 60 * 60 * 1000;
     const int elapsed = m_pSplashStartAt.msecsTo(QTime::currentTime());
-    return elapsed < 0 ? elapsed + dayMs : elapsed; // midnight came in between
+    return elapsed < 0 ? elapsed + dayMs : elapsed; // started before midnight
 }
 
 void Startup::CloseSplashScreen()
 {
     if (!m_pSplashScreen)
         return;
-    m_pSplashScreen->close(); // kills it: nothing that the program does or fails to do can delay this
+    m_pSplashScreen->close(); // kills the program, which therefore cannot delay this
     LOG_DEBUG("%s: %s: closed XStartScreen on Win", LOG_FILE, LOG_FUNCTION);
     delete m_pSplashScreen;
     m_pSplashScreen = nullptr;

@@ -13,8 +13,7 @@
 
 namespace {
 
-/// Start-up texts and the end are logged with this in place of the time: tools that compare two runs rely on
-/// it.
+/// Stands in place of the time in two log lines. It is fixed and part of the log's interface.
 constexpr const char* FixedTime = "10:23:53";
 
 } // namespace
@@ -42,7 +41,7 @@ Startup::~Startup()
 {
     LOG_DEBUG("%s : %s : %s : Enter", FixedTime, LOG_FILE, LOG_FUNCTION);
     LOG_DEBUG("%s: %s: entered", LOG_FILE, LOG_FUNCTION);
-    delete m_pPluginContainer; // plugins still reach it while it shuts them down
+    delete m_pPluginContainer; // plugins still use the pointer while it unloads them
     m_pPluginContainer = nullptr;
 }
 

@@ -12,77 +12,74 @@ class IUIPlugin;
 class QProcess;
 class QXmlStreamReader;
 
-/// The application's start and end. The launcher constructs one object on the GUI thread, after QApplication;
-/// the constructor runs the whole start and returns when the main window is up. Deleting the object unloads
-/// every plugin.
+/// Starts and ends the application. The launcher constructs one object on the GUI thread, after QApplication.
+/// The constructor runs the whole start-up and returns when the main window is built. Deleting the object
+/// unloads all plugins.
 ///
-/// The class-wide pointers give plugins and library the plugin host and the main frame without the object at
-/// hand.
+/// The static operations give plugins and the library access to the plugin container and the main frame.
 class SKYLUME_EXPORT Startup : public QObject
 {
 public:
-    /// Runs the start.
-    /// @param noSplash true leaves out the splash screen, whatever the configuration says
-    ///
-    /// A missing main frame is only logged; it shows in GetMainFrame() or GetMainFrameService() being null.
+    /// Runs the start-up. If there is no usable main frame, this is only logged, and GetMainFrame() or
+    /// GetMainFrameService() returns null.
+    /// @param noSplash true suppresses the splash screen regardless of the configuration
     explicit Startup(bool noSplash);
 
-    /// Deletes the plugin host, which unloads every plugin, the main frame last. The pointers to main frame
-    /// and splash screen are left as they are and must not be used any more.
+    /// Deletes the plugin container, which unloads all plugins, the main frame last. The pointers to the main
+    /// frame are not cleared and must not be used afterwards.
     ~Startup() override;
 
-    /// The plugin host; null before the start and after the end.
+    /// The plugin container; null before start-up and after destruction.
     static IPluginContainer* GetPluginContainer();
 
-    /// The main frame; null when none could be loaded.
+    /// The main frame; null if none could be loaded.
     static IUIPlugin* GetMainFrame();
 
-    /// The main frame's service; null when the main frame has none.
+    /// The main frame's service; null if the main frame has none.
     static IMainFrameUIService* GetMainFrameService();
 
-    /// Milliseconds since the splash screen was shown; meaningless when it never was.
+    /// Milliseconds since the splash screen was shown, at most a day; meaningless if it never was.
     static int GetSplashScreen();
 
-    /// Closes the splash screen; does nothing when there is none. The main frame calls it once its window is
-    /// up.
+    /// Ends the splash program; has no effect if there is none. For the main frame, once its window is visible.
     static void CloseSplashScreen();
 
-    /// A text of the main frame's language file, for use during the start; empty when there is none.
+    /// A text of the main frame's language file, for use during start-up; empty if there is none.
     static QString tr(QString key);
 
-    /// Writes a part of a property list that hides the application's dock icon, for systems that have one.
+    /// Writes a property-list fragment that hides the application's dock icon, for systems with a dock.
     /// @param path the file to write
-    /// @return always true
+    /// @return always true, also if the file cannot be written
     static bool hideDockIcon(QString path);
 
 protected:
     // ---- Splash screen
 
-    /// Whether plugins/XFramePlugin/Config.xml asks for one. The first "splash" in the first "function" is
-    /// the default, true when there is none; the operator's "customize" section overrides it. Only "true"
-    /// says yes.
-    /// @return false without that file
+    /// Whether plugins/XFramePlugin/Config.xml asks for a splash screen. The first "splash" in the first
+    /// "function" is the default, or true if there is none; the operator's "customize" section overrides it.
+    /// Any text but "true" means no.
+    /// @return false if the file cannot be opened
     static bool haveSplashScreen();
 
-    /// Overrides the default by the next "customize" section of that operator.
-    /// @param reader       goes on from where it is
-    /// @param operatorName compared with the section's "name"
-    /// @param have         stays as it is without such a section. A section for a "device" never says yes.
+    /// Applies the next "customize" section of an operator to the decision.
+    /// @param reader       read from its current position on
+    /// @param operatorName compared with the section's "name", case-sensitive
+    /// @param have         the decision; unchanged without such a section, false if the section has a "device"
     static void operatorHaveSplashScreen(QXmlStreamReader& reader, QString operatorName, bool& have);
 
-    /// Starts the program XStartScreen.exe beside the application, if it is there, and does not wait for it.
-    /// Its arguments are the folder of the picture and that of the plugins.
+    /// Starts the program XStartScreen.exe beside the application, if it exists, without waiting for it. Its
+    /// arguments are the pictures' folder and the plugins' folder.
     static void showSplashScreen();
 
-    /// Shows the splash screen and notes the time.
+    /// Shows the splash screen and records the time.
     static void showSplashStartupTime();
 
     bool initializePluginContainer(QString& pluginsLib, QString& pluginsConfig, bool noSplash);
     bool loadMainFramePlugin();
 
     static IPluginContainer* m_pPluginContainer;
-    static QProcess* m_pSplashScreen; ///< the splash program; null when there is none
-    static QTime m_pSplashStartAt;    ///< when it was shown; invalid until then
+    static QProcess* m_pSplashScreen; ///< the running splash program, or null; owned
+    static QTime m_pSplashStartAt;    ///< when the splash screen was shown; invalid until then
     static IUIPlugin* m_pUiPlugin;
     static IMainFrameUIService* m_pUiPluginService;
 };

@@ -2,10 +2,12 @@
 #include "Change/Change.h"
 #include "Change/WinClassic.h"
 #include "CoreTest.h"
+#include "DataTable.h"
 #include "common/CommonUtils.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QPointer>
 #include <QScrollBar>
 
 class TestSkin : public CoreTest
@@ -15,73 +17,97 @@ class TestSkin : public CoreTest
 private slots:
     void cache();
     void miniSkin();
+    void scrollBar_data();
     void scrollBar();
-
-private:
-    /// What a scroll bar looks like along its length, by the names of the images seen in four places.
-    static QString look(Qt::Orientation orientation, Qt::LayoutDirection direction);
 };
 
 void TestSkin::cache()
 {
-    const auto apply = [&](const char* name, bool reload) {
-        return Change::ChangSkin(qApp, path(name), enStyleNormal, reload);
+    QPointer<QStyle> style;
+    const struct
+    {
+        const char* file;
+        bool reload, isApplied, hasNewStyle;
+        const char* sheet;
+    } steps[] = {
+        {"b", false, true, true, "QLabel { color: blue; }"}, // none read yet
+        {"a", true, true, true, "QLabel { color: red;}/* \xC3\xA4 */"},
+        {"b", false, true, false, "QLabel { color: red;}/* \xC3\xA4 */"},
+        {"missing", true, false, false, "QLabel { color: red;}/* \xC3\xA4 */"},
+        {"b", false, true, true, "QLabel { color: blue; }"}, // the missing one emptied the cache
     };
-    writeFile(path("a.qss"), "QLabel {\r\n color: red;}\n/* \xC3\xA4 */");
-    writeFile(path("b.qss"), "QLabel { color: blue; }");
-    writeFile(path("broken.qss"), "QLabel { color");
-    QVERIFY(apply("a.qss", true));
-    const QString first = QString::fromUtf8("QLabel { color: red;}/* \xC3\xA4 */");
-    QCOMPARE(qApp->styleSheet(), first);
-    QVERIFY(apply("b.qss", false)); // the first one again
-    QCOMPARE(qApp->styleSheet(), first);
-    QVERIFY(!apply("missing.qss", true));
-    QCOMPARE(qApp->styleSheet(), first);
-    QVERIFY(
-        log().contains("{file}: ChangSkin: File does not exist or failed to open " + path("missing.qss")));
-    QVERIFY(apply("b.qss", false)); // no sheet is kept now
-    QCOMPARE(qApp->styleSheet(), QString("QLabel { color: blue; }"));
-    log().allow("Could not parse application stylesheet");
-    QVERIFY(apply("broken.qss", true));
+    writeFile(path("a"), "QLabel {\r\n color: red;}\n/* \xC3\xA4 */");
+    writeFile(path("b"), "QLabel { color: blue; }");
+    for (const auto& step : steps) {
+        QCOMPARE(Change::ChangSkin(qApp, path(step.file), enStyleNormal, step.reload), step.isApplied);
+        QCOMPARE(qApp->styleSheet(), QString(step.sheet));
+        qApp->setStyleSheet(QString()); // uncovers the style below the sheet
+        QVERIFY(qobject_cast<WinClassic*>(qApp->style()));
+        QCOMPARE(style != qApp->style(), step.hasNewStyle);
+        style = qApp->style();
+        qApp->setStyleSheet(step.sheet);
+    }
+    QVERIFY(log().contains("{file}: ChangSkin: File does not exist or failed to open " + path("missing")));
+    QVERIFY(!Change::ChangSkin(nullptr, path("a"), enStyleNormal, true));
 }
 
 void TestSkin::miniSkin()
 {
-    const auto load = [](const char* name, Qt::LayoutDirection direction) {
+    const auto load = [](const char* name, Qt::LayoutDirection direction, bool reload = true) {
         service().setSetting("MiniSkin", "Name", name);
         QGuiApplication::setLayoutDirection(direction);
-        Change::LoadQss(enStyleMini, true);
+        Change::LoadQss(enStyleMini, reload);
         QGuiApplication::setLayoutDirection(Qt::LeftToRight);
         return qApp->styleSheet();
     };
-    writeFile(installed("skin/Blue.qss"), "#left { color: blue; }");
-    writeFile(installed("skin/Blue/Blue_Arabic.qss"), "#right { color: blue; }");
+    writeFile(installed("skin/Blue.qss"), "#left {}");
+    writeFile(installed("skin/Blue/Blue_Arabic.qss"), "#right {}");
     qApp->setStyleSheet(QString());
     QCOMPARE(load("Blue", Qt::LeftToRight), QString());
     CommonUtils::SetMiniModeFlag();
-    QCOMPARE(load("Blue", Qt::LeftToRight), QString("#left { color: blue; }"));
-    QCOMPARE(load("Red", Qt::RightToLeft), QString("#left { color: blue; }"));
-    QCOMPARE(load("Blue", Qt::RightToLeft), QString("#right { color: blue; }"));
+    QCOMPARE(load("Blue", Qt::LeftToRight), QString("#left {}"));
+    QCOMPARE(load("Blue", Qt::RightToLeft, false), QString("#left {}"));
+    QCOMPARE(load("Red", Qt::RightToLeft), QString("#left {}"));
+    QCOMPARE(load("Blue", Qt::RightToLeft), QString("#right {}"));
     qApp->setStyleSheet(QString());
 }
 
-QString TestSkin::look(Qt::Orientation orientation, Qt::LayoutDirection direction)
+void TestSkin::scrollBar_data()
 {
-    const bool isVertical = orientation == Qt::Vertical;
+    // look: the images seen in four places along the bar, from left or top
+    const auto row = dataTable<Qt::Orientation, Qt::LayoutDirection, QString, QString>(
+        "orientation", "direction", "without", "look");
+    row("vertical", Qt::Vertical, Qt::LeftToRight, "", "up vertical_slider vertical_back down");
+    row("horizontal", Qt::Horizontal, Qt::LeftToRight, "", "left horizontal_slider horizontal_back right");
+    row("mirrored", Qt::Horizontal, Qt::RightToLeft, "", "left horizontal_back horizontal_slider right");
+    for (const char* part : {"vertical_back", "vertical_slider", "up", "down", "mini mode", "enabled"})
+        row(part, Qt::Vertical, Qt::LeftToRight, part, ""); // left to the base style
+}
+
+void TestSkin::scrollBar()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(QString, without);
     const QString images = installed("skin/default/images/scroll_");
-    const QMap<QRgb, QString> parts{{0xff000001, isVertical ? "vertical_back" : "horizontal_back"},
-                                    {0xff000002, isVertical ? "vertical_slider" : "horizontal_slider"},
-                                    {0xff000003, isVertical ? "up" : "left"},
-                                    {0xff000004, isVertical ? "down" : "right"}};
-    QImage image(16, 16, QImage::Format_RGB32);
+    const bool isVertical = orientation == Qt::Vertical;
+    QDir(installed("skin/default/images")).removeRecursively();
+    QMap<QRgb, QString> parts;
+    for (const char* name : {"vertical_back", "vertical_slider", "up", "down", "horizontal_back",
+                             "horizontal_slider", "left", "right"})
+        parts.insert(0xff000001 + parts.size(), name);
     for (auto part = parts.begin(); part != parts.end(); ++part) {
+        QImage image(16, 16, QImage::Format_RGB32);
         image.fill(part.key());
-        if (!QFile::exists(images + part.value() + ".png"))
-            image.save(images + part.value() + ".png");
+        writeFile(images + part.value() + ".png", "no image");
+        QVERIFY(part.value() == without || image.save(images + part.value() + ".png"));
     }
+    if (without == "mini mode")
+        CommonUtils::SetMiniModeFlag();
     WinClassic style;
     QScrollBar bar(orientation);
     bar.setStyle(&style);
+    bar.setEnabled(without != "enabled");
     bar.setLayoutDirection(direction);
     bar.setRange(0, 100);
     bar.setPageStep(100);
@@ -90,20 +116,8 @@ QString TestSkin::look(Qt::Orientation orientation, Qt::LayoutDirection directio
     QStringList seen;
     for (const int position : {8, 40, 120, 152})
         seen.append(parts.value(picture.pixel(isVertical ? QPoint(8, position) : QPoint(position, 8))));
-    return seen.join(' ');
-}
-
-void TestSkin::scrollBar()
-{
-    QVERIFY(QDir(installed("skin/default/images")).removeRecursively());
-    QVERIFY(QDir().mkpath(installed("skin/default/images")));
-    QCOMPARE(look(Qt::Vertical, Qt::LeftToRight), QString("up vertical_slider vertical_back down"));
-    QCOMPARE(look(Qt::Horizontal, Qt::LeftToRight), QString("left horizontal_slider horizontal_back right"));
-    QCOMPARE(look(Qt::Horizontal, Qt::RightToLeft), QString("left horizontal_back horizontal_slider right"));
-    writeFile(installed("skin/default/images/scroll_down.png"), "no image"); // the base style draws it then
-    QCOMPARE(look(Qt::Vertical, Qt::LeftToRight).trimmed(), QString());
-    CommonUtils::SetMiniModeFlag();
-    QCOMPARE(look(Qt::Horizontal, Qt::LeftToRight).trimmed(), QString());
+    seen.removeAll(QString());
+    QTEST(seen.join(' '), "look");
 }
 
 QTEST_MAIN(TestSkin)

@@ -1,124 +1,178 @@
-// The language of the start: what the customisation asks for, what is installed, and what is stored.
+// The start-up language: what the customisation asks for, what is installed, what is stored and loaded.
+#include "Change/Change.h"
 #include "CoreTest.h"
-#include "PluginContainer/LanguageChoice_p.h"
+#include "DataTable.h"
+#include "LogOrder.h"
 #include "platform/LanguageId_p.h"
+
+#include <QDir>
 
 class TestLanguage : public CoreTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { qputenv("LC_ALL", "de_DE.UTF-8"); } // the user's, where the environment counts
+    void wish_data();
     void wish();
-    void store();
+    void start_data();
+    void start();
     void files();
     void country();
 
 private:
-    /// Items of the language area file, each written "long name,id,short code". SYS and USER stand for the
-    /// computer's and the user's number.
+    /// Items of LangAreaForShort.xml, each "long name,id,short code". SYS and USER are replaced by the identifiers
+    /// of the system's and the user's language.
     static void writeAreas(const QStringList& items)
     {
-        QString xml = "<areas>";
-        for (const QString& item : items) {
-            const QStringList parts = item.split(',');
-            xml += "<item lang=\"" + parts[0] + "\" id=\"" + parts[1] + "\">" + parts[2] + "</item>";
-        }
+        QString xml;
+        for (const QString& item : items)
+            xml += QString("<item lang='%1' id='%2'>%3</item>")
+                       .arg(item.section(',', 0, 0), item.section(',', 1, 1), item.section(',', 2));
         xml.replace("SYS", QString::number(Platform::systemLanguageId()));
         xml.replace("USER", QString::number(Platform::userLanguageId()));
-        writeFile(installed("LangAreaForShort.xml"), xml.toUtf8() + "</areas>");
+        writeFile(installed("LangAreaForShort.xml"), "<areas>" + xml.toUtf8() + "</areas>");
+    }
+
+    /// QSettings does not read a file again whose size and time have not changed: each gets its own time.
+    static void writeInstalled(const QString& lines)
+    {
+        static QDateTime time = QDateTime::currentDateTime();
+        time = time.addSecs(2);
+        writeFile(installed("SysConfig.dat"), lines.toUtf8());
+        QFile file(installed("SysConfig.dat"));
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
     }
 };
 
+void TestLanguage::wish_data()
+{
+    const auto row =
+        dataTable<QString, QString, QStringList, QString>("adapterType", "installed", "areas", "language");
+    const bool isOne = Platform::systemLanguageId() == Platform::userLanguageId();
+    const QString both = "[language]\na=English\nb=Polski";
+    const QString french = QString::fromUtf8("[language]\nb=Français");
+    const QStringList areas{QString::fromUtf8("Français,USER,fr-fr"), "English,1,en-us", "deutsch,2,de-de"};
+    const QStringList systemLast{"English,0SYS,xx-xx", "Polski,USER,pl-pl", "English,SYS,en-gb"};
+    row("no such word", "System|AREA| area|systems", french, areas, "");
+    row("word among others", "||x,|area|", french + "\na=English", areas, "_fr-fr");
+    row("system wins", "area|system", both, systemLast, isOne ? "_pl-pl" : "_en-gb");
+    row("user's", "area", both, {"English,SYS,en-gb", "Polski,USER,pl-pl"}, isOne ? "_en-gb" : "_pl-pl");
+    row("first item", "area", both, {"Polski,USER,pl-pl", "English,USER,en-gb"}, "_pl-pl");
+    row("exact case", "area", "[language]\na=Polski\nb=english",
+        {"English,USER,en-gb", "polski,1,xx-xx", "Polski,2,pl-pl"}, "_xx-xx");
+    row("first by key", "area", "[language]\nz=Polski\na=Deutsch", areas, "_de-de");
+    row("unknown", "area", "[language]\na=Polski", areas, "_en-us");
+    row("no areas", "area", "[language]\na=Deutsch", {}, "_en-us");
+    row("none installed", "area", "[other]\na=English", areas, "");
+}
+
 void TestLanguage::wish()
 {
+    QFETCH(QString, adapterType);
+    QFETCH(QString, installed);
+    QFETCH(QStringList, areas);
     const auto container = makeContainer(QByteArray("<l/>"));
-    const QString french = QString::fromUtf8("Français");
-    const QStringList areas{french + ",USER,fr-fr", "English,1,en-us", "deutsch,2,de-de"};
-    const struct
-    {
-        const char* adapterType;
-        QString languages; // as SysConfig.dat lists them
-        QStringList areas;
-        const char* language;
-    } cases[] = {
-        {"System|AREA| area|systems", "a=" + french, areas, ""},
-        {"||x,|area|", "a=English\nb=" + french, areas, "_fr-fr"},
-        {"area|system", "a=English", {"English,0SYS,xx-xx", "English,SYS,en-gb"}, "_en-gb"},
-        {"area", "a=English", {"English,USER,en-gb", "English,USER,en-us"}, "_en-gb"},
-        {"area", "a=Deutsch", areas, "_de-de"}, // not the user's, so the first installed one
-        {"area", "a=Polski", areas, "_en-us"},
-        {"area", "a=Deutsch", {}, "_en-us"},
-        {"area", "[other]\na=English", areas, ""},
-    };
     QCOMPARE(container->GetAdapterLang(), QString());
-    for (const auto& row : cases) {
-        writeFile(installed("SysConfig.dat"), "[language]\n" + row.languages.toUtf8());
-        writeAreas(row.areas);
-        service().setSetting("customize", "adaptertype", row.adapterType, ScriptedDeviceService::Ini);
-        QCOMPARE(container->GetAdapterLang(), QString(row.language));
-    }
+    service().setSetting("customize", "adaptertype", adapterType, ScriptedDeviceService::Ini);
+    writeInstalled(installed);
+    writeAreas(areas);
+    QTEST(container->GetAdapterLang(), "language");
 }
 
-void TestLanguage::store()
+void TestLanguage::start_data()
 {
-    const auto container = makeContainer(QByteArray("<l/>"));
+    const auto row = dataTable<QString, QString, QString, QStringList, QStringList, QString>(
+        "adapterType", "mark", "stored", "languages", "writes", "language");
+    const QString init = "QRVL_SetSettings(Startup, init, true)";
     const QString adapter = "QRVL_SetSettings(customize, adaptertype, _en-gb)";
-    const struct
-    {
-        QString mark;
-        QString stored;
-        QStringList writes;
-    } cases[] = {
-        {"", "", {"QRVL_SetSettings(Startup, init, true)", adapter}},
-        {"true", "", {"QRVL_SetSettings(language, active, _en-gb)", adapter}},
-        {"true", "_en-us", {"QRVL_SetSettings(language, active, _en-gb)", adapter}},
-        {"true", "_en-gb", {}},
-        {"", "_en-gb", {}},
-    };
-    writeFile(installed("SysConfig.dat"), "[language]\na=English\n");
-    writeAreas({"English,USER,en-gb"});
-    for (const auto& row : cases) {
-        service().reset();
-        service().setSetting("customize", "adaptertype", "area", ScriptedDeviceService::Ini);
-        service().setSetting("customize", "adaptertype", row.stored);
-        service().setSetting("Startup", "init", row.mark);
-        container->setStartupLanguage();
-        QCOMPARE(service().calls(), row.writes);
-    }
+    const QString active = "QRVL_SetSettings(language, active, _en-gb)";
+    row("very first", "area", "TRUE", "", {"fr-fr", "en-gb"}, {init, adapter}, "fr-fr");
+    row("new request", "area", "true", "", {"fr-fr", "en-gb"}, {active, adapter}, "en-gb");
+    row("other request", "area", "true", "_x", {"en-gb"}, {active, adapter}, "en-gb");
+    row("same request", "area", "true", "_en-gb", {"fr-fr", "en-gb"}, {}, "fr-fr");
+    row("same, unmarked", "area", "", "_en-gb", {"fr-fr", "en-gb"}, {}, "fr-fr");
+    row("no request", "", "true", "_en-us", {"fr-fr", "en-gb"}, {}, "fr-fr");
+    row("no file", "", "", "", {"en-us"}, {"QRVL_SetSettings(language, active, _en-us)"}, "en-us");
 }
 
-// A damaged file gives what stands before the fault, and a missing one nothing.
+// The container's constructor settles the language, then loads the main frame's texts.
+void TestLanguage::start()
+{
+    QFETCH(QString, adapterType);
+    QFETCH(QString, mark);
+    QFETCH(QString, stored);
+    QFETCH(QStringList, languages);
+    QFETCH(QString, language);
+    const QString folder = installed("plugins/XFramePlugin");
+    QDir(folder).removeRecursively();
+    for (const QString& code : languages)
+        writeFile(folder + "/XFramePlugin_" + code + ".lang", "<item name='A'>" + code.toUtf8() + "</item>");
+    writeInstalled("[language]\na=English\n");
+    writeAreas({"English,USER,en-gb"});
+    Change::m_languageHash = {{"XFramePlugin", {}}};
+    service().setSetting("language", "active", "_fr-fr");
+    service().setSetting("customize", "adaptertype", adapterType, ScriptedDeviceService::Ini);
+    service().setSetting("customize", "adaptertype", stored);
+    service().setSetting("Startup", "init", mark);
+    makeContainer(QByteArray("<l/>"));
+    QTEST(service().calls().filter("QRVL_SetSettings"), "writes");
+    QCOMPARE(Change::GetLangName(), language);
+    QCOMPARE(Change::m_languageHash["XFramePlugin"]["A"], language);
+    QCOMPARE(log().contains("{time}: {file}: PluginContainer: load XFramePlugin lan file failed"),
+             language == "en-us");
+}
+
+// A damaged file gives what precedes the fault, a missing one nothing.
 void TestLanguage::files()
 {
     const auto container = makeContainer(QByteArray("<l/>"));
-    writeFile(
-        installed("LangAreaForShort.xml"),
-        "<a><g><item lang='L' id='7' maccode='m' linuxcode='n'>x-y</item></g><Item/><item/><b></a><item/>");
+    const QString areas = installed("LangAreaForShort.xml");
     QList<LanguageInfoEx> found;
+    writeFile(areas,
+              "<a><g><item lang='L' id='7' maccode='m' linuxcode='n'>x-y</item></g><Item/><item/><b></a>"
+              "<item/>");
+    QVERIFY(container->GetCurLanguageInfo(found));
+    QVERIFY(log().contains("{file}: GetCurLanguageInfo: Read Error: n"));
+    writeFile(areas, "<a><item>x-y<b/></item>");
     QVERIFY(container->GetCurLanguageInfo(found));
     QCOMPARE(found.size(), 2);
     QCOMPARE(found[0].id + found[0].lang + found[0].shortName + found[0].maccode + found[0].linuxcode,
              QString("7L_x-ymn"));
     QCOMPARE(found[1].shortName, QString("_"));
-    QVERIFY(log().contains("{file}: GetCurLanguageInfo: Read Error: n"));
-
-    QFile::remove(installed("LangAreaForShort.xml"));
+    QFile::remove(areas);
     QVERIFY(!container->GetCurLanguageInfo(found));
     QCOMPARE(container->decideDefaultLanguage({"L"}), QString("_en-us"));
-    writeFile(installed("SysConfig.dat"), "[language\nnonsense");
-    QStringList languages;
+    QStringList languages{"c"};
+    writeInstalled("[language]\n2=b\n1=a");
+    QVERIFY(container->getLanguageList(languages));
+    writeInstalled("[language\nnonsense");
     QVERIFY(!container->getLanguageList(languages));
+    QCOMPARE(languages, QStringList({"a", "b", "c"}));
 }
 
+// Of several candidates the first of the system's country, else the first of all.
 void TestLanguage::country()
 {
-    const QHash<QString, QString> candidates{{"a", "_zh-tw"}, {"b", "_zh-cn"}, {"c", "_de-ch"}, {"d", "_x"}};
-    QCOMPARE(LanguageChoice::ofCountry(candidates, "zh_cn"), QString("_zh-cn"));
-    QCOMPARE(LanguageChoice::ofCountry(candidates, "fr_ch"), QString("_de-ch")); // whatever the language
-    QCOMPARE(LanguageChoice::ofCountry(candidates, "c"), QString("_x"));
-    QVERIFY(candidates.values().contains(LanguageChoice::ofCountry(candidates, "zh_CN"))); // any
+    struct Container : TestContainer
+    {
+        using PluginContainer::getDefaultLan;
+        using TestContainer::TestContainer;
+    } container(libraryFile(), configFile(), false);
+    QList<LanguageInfoEx> records;
+    QHash<QString, QString> candidates{{"a", "_zh-tw"}, {"b", "_xx-x"}, {"c", "_x"}, {"d", "_de_"}};
+    QCOMPARE(container.getDefaultLan(candidates, {}, records), *candidates.cbegin());
+    const QString region = QLocale::system().name().toLower();
+    candidates[candidates.keys().last()] = "_zz-" + region.mid(3);
+    QCOMPARE(container.getDefaultLan(candidates, {}, records), "_zz-" + region.mid(3));
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: getDefaultLan: strCurRegion is " + region,
+                           "{time}: {file}: getDefaultLan: return lan is _zz-" + region.mid(3));
 }
 
-QTEST_GUILESS_MAIN(TestLanguage)
+int main(int argc, char** argv)
+{
+    qputenv("LC_ALL", "de_DE.UTF-8"); // the user's language, except on Windows
+    const QCoreApplication application(argc, argv);
+    TestLanguage test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_language.moc"

@@ -1,16 +1,15 @@
-// The splash screen: who gets one, and a program that may be missing or end too early.
+// The splash screen: who gets one, its program, its clock.
 #include "CoreTest.h"
+#include "DataTable.h"
 #include "Startup/Startup.h"
 
 #include <QProcess>
 
-#include <tuple>
-
-class SplashSteps : public Startup
+struct SplashSteps : Startup
 {
-public:
     using Startup::haveSplashScreen;
     using Startup::m_pSplashScreen;
+    using Startup::m_pSplashStartAt;
     using Startup::showSplashStartupTime;
 };
 
@@ -19,40 +18,55 @@ class TestSplash : public CoreTest
     Q_OBJECT
 
 private slots:
+    void initTestCase() { QFile::remove(installed("XStartScreen.exe")); } // of an earlier run
+    void decision_data();
     void decision();
     void program_data();
     void program();
-    void start();
+    void dockIcon();
 };
+
+void TestSplash::decision_data()
+{
+    const auto row = dataTable<QString, QByteArray, bool>("operatorName", "xml", "isWanted");
+    const QByteArray yes = "<function><x/><splash>true</splash></function>";
+    const QByteArray no = "<function><splash>True</splash></function>";
+    const QByteArray yesForOp = "<customize name='Op'><x/><splash>true</splash></customize>";
+    const QByteArray noForOp = "<customize name='Op'><splash>false</splash></customize>";
+    row("outside", "common", "<splash>false</splash>", true);
+    row("behind", "common", "<function></function><splash>false</splash>", true);
+    row("default", "common", yes, true);
+    row("common", "common", no + "<customize name='common'><splash>true</splash></customize>", false);
+    row("first section", "Op", yes + yesForOp + noForOp, true);
+    row("exact case", "Op", no + "<customize name='op'><splash>false</splash></customize>" + yesForOp, true);
+    row("operator's no", "Op", yes + noForOp + yesForOp, false);
+    row("modem", "Op", yes + "<customize name='Op' device='D'><splash>true</splash></customize>", false);
+    row("empty modem", "Op", no + "<customize name='Op' device=''><splash>true</splash></customize>", true);
+    row("cut off", "Op", yes + "<customize name='Op'>", true);
+    row("no operator", "", yes + noForOp, true);
+}
 
 void TestSplash::decision()
 {
-    const QByteArray yes = "<c><function><splash>true</splash></function>";
-    const QByteArray no = "<c><function><splash>True</splash></function>";
-    const QByteArray yesForOp = "<customize name='Op'><splash>true</splash></customize>";
-    const QByteArray noForOp = "<customize name='Op'><splash>false</splash></customize>";
-    const std::tuple<const char*, QByteArray, bool> cases[] = {
-        {"common", "<c><splash>false</splash></c>", true}, // outside "function"
-        {"common", "<c><function></function><splash>false</splash></c>", true},
-        {"common", yes, true},
-        {"common", no + "<customize name='common'><splash>true</splash></customize>", false},
-        {"Op", yes + yesForOp + noForOp, true},
-        {"Op", no + "<customize name='op'><splash>false</splash></customize>" + yesForOp, true},
-        {"Op", yes + noForOp + yesForOp, false},
-        {"Op", yes + "<customize name='Op' device='D'><splash>true</splash></customize>", false},
-        {"Op", yes + "<customize name='Op'>", true}, // cut off
-        {"", yes + noForOp, true},
-    };
+    QFETCH(QString, operatorName);
+    QFETCH(QByteArray, xml);
+    QFETCH(bool, isWanted);
     const QString file = installed("plugins/XFramePlugin/Config.xml");
     QFile::remove(file);
+    service().setSetting("customize", "operator", operatorName);
     QVERIFY(!SplashSteps::haveSplashScreen());
-    for (const auto& [operatorName, xml, isWanted] : cases) {
-        writeFile(file, xml);
-        service().setSetting("customize", "operator", operatorName);
-        QVERIFY2(SplashSteps::haveSplashScreen() == isWanted, operatorName + xml);
+    writeFile(file, "<c>" + xml + "</c>");
+    QCOMPARE(SplashSteps::haveSplashScreen(), isWanted);
+    QCOMPARE(log().count("{file}: haveSplashScreen: splash=0"), isWanted ? 1 : 2);
+    QCOMPARE(log().contains("Error: {*} in file " + file + " at line 1, column {n}"), xml.endsWith("'Op'>"));
+    for (const bool noSplash : {true, false}) {
+        const Startup startup(noSplash);
+        const bool isShown = log()
+                                 .firstMissingInOrder({"{file}: Startup: showing splash screen...",
+                                                       "{file}: PluginContainer: entered{*}"})
+                                 .isEmpty();
+        QCOMPARE(isShown, !noSplash && isWanted);
     }
-    QCOMPARE(log().count("{file}: haveSplashScreen: splash=0"), 4);
-    QCOMPARE(log().count("Error: {*} in file " + file + " at line 1, column {n}"), 2); // the last two files
 }
 
 void TestSplash::program_data()
@@ -62,21 +76,23 @@ void TestSplash::program_data()
         QTest::newRow(kind) << kind;
 }
 
-// Whatever becomes of the program, closing ends it and comes back. The test's time limit is the check.
+// Whatever the program does, closing ends it and returns. The test's time limit is the check.
 void TestSplash::program()
 {
     QFETCH(QString, kind);
+    const bool runs = kind == "runs";
     const QString file = installed("XStartScreen.exe");
     QFile::remove(file);
     if (kind == "damaged")
         writeFile(file, "no program");
-    else if (kind == "runs")
-        QVERIFY(QFile::copy(installed("FakeSplash.exe"), file));
+    QVERIFY(!runs || QFile::copy(installed("FakeSplash.exe"), file));
+    SplashSteps::m_pSplashStartAt = {};
     SplashSteps::showSplashStartupTime();
+    QVERIFY(SplashSteps::m_pSplashStartAt.isValid());
     QProcess* const process = SplashSteps::m_pSplashScreen;
     QCOMPARE(process != nullptr, kind != "missing");
     bool hasFinished = false;
-    if (kind == "runs") { // and prints its arguments
+    if (runs) { // and prints its arguments
         const QString arguments = installed("plugins/XFramePlugin/splash") + ' ' + installed("plugins");
         QTRY_VERIFY(process->bytesAvailable() > arguments.toUtf8().size());
         QCOMPARE(process->readAll().simplified(), arguments.toUtf8());
@@ -84,24 +100,25 @@ void TestSplash::program()
                 [&] { hasFinished = true; });
     }
     Startup::CloseSplashScreen();
-    QVERIFY(!SplashSteps::m_pSplashScreen);
     Startup::CloseSplashScreen();
-    QCOMPARE(hasFinished, kind == "runs");
+    QVERIFY(!SplashSteps::m_pSplashScreen);
+    QCOMPARE(hasFinished, runs);
     QCOMPARE(log().count("{file}: CloseSplashScreen: closed XStartScreen on Win"), process ? 1 : 0);
-    QVERIFY(Startup::GetSplashScreen() >= 0);
-    QVERIFY(!process || QFile::remove(file));
+    for (const int hours : {1, 23}) { // one of them began before midnight
+        SplashSteps::m_pSplashStartAt = QTime::currentTime().addSecs(-hours * 3600);
+        QCOMPARE(Startup::GetSplashScreen() / 600000, hours * 6); // to ten minutes
+    }
 }
 
-void TestSplash::start()
+void TestSplash::dockIcon()
 {
-    writeFile(installed("plugins/XFramePlugin/Config.xml"), "<c/>");
-    service().setSetting("customize", "operator", "common");
-    const QStringList lines{"{file}: haveSplashScreen: splash=1", "{file}: Startup: showing splash screen...",
-                            "{file}: PluginContainer: entered{*}"};
-    for (const bool noSplash : {true, false}) {
-        const Startup startup(noSplash);
-        QCOMPARE(log().firstMissingInOrder(lines).isEmpty(), !noSplash);
-    }
+    QVERIFY(Startup::hideDockIcon(path("none/list.plist")));
+    QVERIFY(Startup::hideDockIcon(path("list.plist")));
+    QFile file(path("list.plist"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString(file.readAll()).remove(QRegularExpression(R"(\s*\n\s*)")),
+             QString("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+                     "<dict><key>LSUIElement</key><string>4</string></dict>"));
 }
 
 QTEST_GUILESS_MAIN(TestSplash)

@@ -1,5 +1,7 @@
-// The start and the end of the application, in an installation of its own: the folder of this program.
+// The start and the end of the application.
 #include "CoreTest.h"
+#include "DataTable.h"
+#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
@@ -18,46 +20,33 @@ private slots:
     void firstRun();
 
 private:
-    static QString configFolder() { return installed("config"); }
-
-    /// Writes the installation's files: device manager, A and the main frame M.
+    /// Installs the device manager, A and the main frame M.
     static void install(const QString& mainPlugin, const QStringList& enabled)
     {
-        writeFile(configFolder() + "/pluginslib.xml",
-                  pluginLibraryXml({{PluginIds::DeviceManager, "TestDeviceMgr"},
-                                    {"A", "TestAlpha", true},
-                                    {"M", "TestMainFrame", true}},
-                                   mainPlugin));
-        writeFile(configFolder() + "/PluginsConfig.xml", "<config>" + commonXml(enabled) + "</config>");
+        const QVector<PluginEntry> plugins{{PluginIds::DeviceManager, "TestDeviceMgr"},
+                                           {"A", "TestAlpha", true},
+                                           {"M", "TestMainFrame", true}};
+        writeFile(installed("config/pluginslib.xml"), pluginLibraryXml(plugins, mainPlugin));
+        writeFile(installed("config/PluginsConfig.xml"), "<config>" + commonXml(enabled) + "</config>");
     }
 };
 
 void TestStartup::startAndEnd()
 {
     install("M", {PluginIds::DeviceManager, "A", "M"});
+    writeFile(installed("plugins/XFramePlugin/XFramePlugin_x-y.lang"), "<item name='A'>a</item>");
     recorder().setHook("TestMainFrame.BuildFrame", [] {
         QVERIFY(Startup::GetMainFrame() && Startup::GetMainFrameService());
         Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
     });
     recorder().setHook("TestMainFrame.Destroy", [] { QVERIFY(Startup::GetPluginContainer()); });
     auto startup = std::make_unique<Startup>(true);
-
-    QCOMPARE(
-        log().firstMissingInOrder({
-            "{file}: Startup: entered",
-            "{file}: initializePluginContainer: entered",
-            "{file}: PluginContainer: entered, strPluginsFile = " + configFolder() + "/pluginslib.xml",
-            "getDeviceName: m_strCustomizeName =><=",
-            "Parsing " + configFolder() + "/pluginslib.xml done... ",
-            "Parsing " + configFolder() + "/PluginsConfig.xml done... ",
-            "{time}: {file}: {func}: enabling based on common and operator",
-            "{file}: initPlugin: base IBasePlugin load success, init=1, DeviceMgrPlugin init: elapsed={n}ms",
-            "{file}: loadMainFramePlugin: entered",
-            "{file}: loadMainFramePlugin: m_pUiPlugin loaded...",
-            "{file}: Startup: exit",
-        }),
-        QString());
-    QVERIFY(!log().contains("{*}showing splash screen..."));
+    VERIFY_LOGGED_IN_ORDER("{file}: Startup: entered", "{file}: initializePluginContainer: entered",
+                           "{file}: PluginContainer: entered, strPluginsFile = " +
+                               installed("config/pluginslib.xml"),
+                           "Parsing " + installed("config/PluginsConfig.xml") + " done... ",
+                           "{file}: loadMainFramePlugin: entered",
+                           "{file}: loadMainFramePlugin: m_pUiPlugin loaded...", "{file}: Startup: exit");
     QStringList calls = recorder().names();
     calls.removeAll("TestDeviceMgr.StartDetection"); // comes from the configuration thread, at any time
     calls.removeAll("TestDeviceMgr.QueryInterface(0x1001)");
@@ -70,28 +59,26 @@ void TestStartup::startAndEnd()
     QCOMPARE(build.arguments[1].toRect(), QRect());
     QCOMPARE(build.thread, QThread::currentThreadId());
 
-    QCOMPARE(Startup::tr("IDS_NOT_THERE"), QString());
-    QCOMPARE(log().count("10:23:53 : {file} : tr : Enter"), 1);
-    log().clear();
+    service().setSetting("language", "active", "_x-y");
+    QCOMPARE(Startup::tr("A"), QString("a"));
     startup.reset();
     QVERIFY(!Startup::GetPluginContainer());
-    QCOMPARE(log().firstMissingInOrder({"10:23:53 : {file} : ~Startup : Enter", "{file}: ~Startup: entered",
-                                        "{*}bUnloaded 1", "{*}plugin MainFramePlugin unloaded"}),
-             QString());
-    QCOMPARE(recorder().names({"destructed"}).last(), QString("TestMainFrame.destructed"));
+    VERIFY_LOGGED_IN_ORDER("10:23:53 : {file} : tr : Enter", "10:23:53 : {file} : ~Startup : Enter",
+                           "{file}: ~Startup: entered", "{*}bUnloaded 1",
+                           "{*}plugin MainFramePlugin unloaded");
     QCOMPARE(recorder().names({"destructed"}).size(), 3);
+    QCOMPARE(recorder().names({"destructed"}).last(), QString("TestMainFrame.destructed"));
 }
 
 void TestStartup::withoutMainFrame_data()
 {
-    QTest::addColumn<QString>("mainPlugin");
-    QTest::addColumn<QStringList>("enabled");
-    QTest::addColumn<QString>("call"); // what the main frame answers with an object of another kind
-    QTest::newRow("none named") << "" << QStringList({"A", "M"}) << "";
-    QTest::newRow("unknown") << "Z" << QStringList({"A", "M"}) << "";
-    QTest::newRow("disabled") << "M" << QStringList("A") << "";
-    QTest::newRow("no face") << "M" << QStringList({"A", "M"}) << "TestMainFrame.QueryInterface(0x0)";
-    QTest::newRow("no service") << "M" << QStringList({"A", "M"}) << "TestMainFrame.QueryInterface(0x1011)";
+    // call: what the main frame answers with an object of another kind
+    const auto row = dataTable<QString, QStringList, QString>("mainPlugin", "enabled", "call");
+    row("none named", "", {"A", "M"}, "");
+    row("unknown", "Z", {"A", "M"}, "");
+    row("disabled", "M", {"A"}, "");
+    row("no face", "M", {"A", "M"}, "TestMainFrame.QueryInterface(0x0)");
+    row("no service", "M", {"A", "M"}, "TestMainFrame.QueryInterface(0x1011)");
 }
 
 void TestStartup::withoutMainFrame()
@@ -108,9 +95,7 @@ void TestStartup::withoutMainFrame()
     QCOMPARE(log().count("{file}: loadMainFramePlugin: m_pUiPluginService load fail!..."), hasFace ? 1 : 0);
     QCOMPARE(Startup::GetMainFrame() != nullptr, hasFace);
     QVERIFY(!hasFace || !Startup::GetMainFrameService());
-    QVERIFY(log().contains("{file}: Startup: exit"));
-    QVERIFY(recorder().names({"BuildFrame"}).isEmpty());
-
+    QVERIFY(log().contains("{file}: Startup: exit") && recorder().names({"BuildFrame"}).isEmpty());
     QVERIFY(Startup::GetPluginContainer()->GetPlugin("A", 0));
     startup.reset();
     QVERIFY(recorder().names().contains("TestAlpha.destructed"));
@@ -119,10 +104,9 @@ void TestStartup::withoutMainFrame()
 void TestStartup::firstRun()
 {
     const auto container = makeContainer(QByteArray("<l/>"));
-    QVERIFY(container->isFirstTimeStart());
-    for (const char* other : {"TRUE", "true "}) {
-        service().setSetting("Startup", "init", other);
-        QVERIFY2(container->isFirstTimeStart(), other);
+    for (const char* mark : {"", "TRUE", "true "}) {
+        service().setSetting("Startup", "init", mark);
+        QVERIFY2(container->isFirstTimeStart(), mark);
     }
     container->setRunningMark();
     QCOMPARE(service().setting("Startup", "init", ScriptedDeviceService::User), QString("true"));

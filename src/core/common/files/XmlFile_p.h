@@ -8,36 +8,36 @@
 
 class QFile;
 
-/// The way every XML file of the installation is read: open or report, hand each start element to the
-/// format's reader, log a fault with its place. What was read before a fault stays in force.
+/// Reads the XML files of the installation: opens a file, passes each start element to the format's reader and
+/// logs a fault with its position. What was read before a fault is kept.
 namespace XmlFile {
 
-/// What a file format says in the log, by default what most say. The first two and the last take the path as
+/// A format's log texts; the defaults suit most formats. In `missing`, `openFailed` and `done` the path replaces
 /// "%s".
 struct Texts
 {
     const char* missing = "File %s does not exist";
     const char* openFailed = "Failed to open file %s";
-    const char* error = "Error: ";    ///< stands before the reader's error text
-    const char* column = ", column "; ///< stands between line and column number
+    const char* error = "Error: ";    ///< precedes the reader's error text
+    const char* column = ", column "; ///< separates line and column number
     const char* done = "";
 };
 
-/// Called with the reader on a start element. It may read on; reading goes on behind wherever it stops.
+/// Called with the reader on a start element. It may read on; reading continues from where it stops.
 using ElementReader = std::function<void(QXmlStreamReader&)>;
 
 /// Reads a file to its end or to its first fault.
 /// @return whether the file could be opened
 bool read(const QString& path, const Texts& texts, const ElementReader& onStartElement);
 
-// ---- The steps of read(), for formats that say more or less in between
+// ---- The steps of read(), for formats with other log lines
 
-/// Opens a file for reading, or logs why that is not possible.
+/// Opens a file for reading, or logs whether it is missing or cannot be opened.
 bool open(QFile& file, const Texts& texts, QIODevice::OpenMode mode = QIODevice::ReadOnly);
 
-/// Reads on from wherever the reader is, to the next end tag `endName`, to the end or to the first fault.
-/// @param onStartElement is called like an ElementReader
-/// @param endName        null for the whole of the rest
+/// Reads from the current position to the next end tag `endName`, to the end or to the first fault.
+/// @param onStartElement called like an ElementReader
+/// @param endName        null to read to the end
 template <typename OnStartElement>
 void readElements(QXmlStreamReader& reader, OnStartElement onStartElement, QStringView endName = {})
 {
@@ -51,17 +51,17 @@ void readElements(QXmlStreamReader& reader, OnStartElement onStartElement, QStri
 }
 
 /// Moves to the next start element `name`.
-/// @param endName an end tag of this name ends the search; null for none
-/// @return whether there is one
+/// @param endName an end tag of this name ends the search; null to search to the end
+/// @return whether there is such an element
 bool moveTo(QXmlStreamReader& reader, QStringView name, QStringView endName = {});
 
 /// Logs the reader's fault, if it has one.
-/// @param source what was read, for the log
+/// @param source the name of what was read
 void logFault(const QXmlStreamReader& reader, const QString& source, const Texts& texts);
 
-/// How many entries a file probably has, so that the table that they go into grows once. There is a limit,
-/// whatever the size.
-/// @param usualEntrySize in bytes, as is the file's
+/// Estimates a file's number of entries, for reserving room in a table. The result is limited, so that a huge
+/// file does not reserve huge memory.
+/// @param usualEntrySize in bytes
 int foreseenEntries(qint64 fileSize, qint64 usualEntrySize);
 
 } // namespace XmlFile

@@ -1,0 +1,15 @@
+#include "Change/LanguageFiles.h"
+
+#include <QDir>
+
+QStringList LanguageFiles::languages(const QString& folder, const QString& plugin)
+{
+    const QString prefix = plugin + QLatin1Char('_');
+    const QStringList files = QDir(folder + QLatin1Char('/') + plugin)
+                                  .entryList({prefix + QLatin1Char('*') + Suffix}, QDir::Files, QDir::Name);
+    QStringList codes;
+    for (const QString& file : files)
+        codes.append(file.mid(prefix.size()).chopped(Suffix.size()));
+    codes.sort();
+    return codes;
+}
