@@ -31,7 +31,6 @@ public slots:
 private slots:
     void initTestCase();
     void cleanup();
-    void reading_data();
     void reading();
     void writing();
     void withoutHost();
@@ -122,38 +121,31 @@ void TestCommonUtils::cleanup()
     checkLog();
 }
 
-void TestCommonUtils::reading_data()
-{
-    const auto row = dataTable<QString, int>("function", "view");
-    row("merged", "GetSettings", ScriptedDeviceService::Merged);
-    row("user", "GetUserSettings", ScriptedDeviceService::User);
-}
-
 void TestCommonUtils::reading()
 {
-    QFETCH(QString, function);
-    QFETCH(int, view);
-    const auto store = [=](const QString& value) {
-        service().setSetting("sec", "k%s", value, ScriptedDeviceService::View(view));
-    };
-    const auto read = view ? &CommonUtils::GetUserSettings : &CommonUtils::GetSettings;
-    const QString line = "{time}: {file}: " + function + ": QRVL_GetSettings "; // the same for both
-    for (const QString& value :
-         {QString::fromUtf8("\xE2\x82\xAC \xF0\x9F\x93\xB6\n"), QString(""), QString(QChar(0xD800))}) {
-        store(value);
-        QCOMPARE(read("sec", "k%s"), value);
-    }
-    QCOMPARE(log().lines(QtDebugMsg, line + "(sec, k%s) returned 0").size(), 3);
+    for (const auto view : {ScriptedDeviceService::Merged, ScriptedDeviceService::User}) {
+        const auto store = [view](const QString& value) {
+            service().setSetting("sec", "k%s", value, view);
+        };
+        const auto read = view ? &CommonUtils::GetUserSettings : &CommonUtils::GetSettings;
+        const QString function = view ? "GetUserSettings" : "GetSettings";
+        const QString line = "{time}: {file}: " + function + ": QRVL_GetSettings "; // the same for both
+        for (const QString& value :
+             {QString::fromUtf8("\xE2\x82\xAC \xF0\x9F\x93\xB6\n"), QString(""), QString(QChar(0xD800))}) {
+            store(value);
+            QCOMPARE(read("sec", "k%s"), value);
+        }
+        QCOMPARE(log().lines(QtDebugMsg, line + "(sec, k%s) returned 0").size(), 3);
 
-    log().allow(line + "returned {n}");
-    store({}); // success without a value
-    QCOMPARE(read("sec", "k%s"), QString());
-    store("value");
-    service().setResult("QRVL_" + function, 3); // comes with a buffer that is not the caller's
-    QCOMPARE(read("sec", "k%s"), QString());
-    QCOMPARE(log().count(line + "(sec, k%s) returned 3"), 1);
-    QVERIFY(log().lines(QtWarningMsg) == log().lines(line + "returned {n}"));
-    VERIFY_LOGGED_IN_ORDER(line + "returned 0", line + "returned 3");
+        log().allow(line + "returned {n}");
+        store({}); // success without a value
+        QCOMPARE(read("sec", "k%s"), QString());
+        store("value");
+        service().setResult("QRVL_" + function, 3); // with a buffer that is not the caller's
+        QCOMPARE(read("sec", "k%s"), QString());
+        VERIFY_LOGGED_IN_ORDER(line + "returned 0", line + "(sec, k%s) returned 3", line + "returned 3");
+        QCOMPARE(log().lines(QtWarningMsg), log().lines("{*}QRVL_GetSettings returned {n}"));
+    }
 }
 
 void TestCommonUtils::writing()
@@ -293,18 +285,18 @@ void TestCommonUtils::openUrl()
 
 void TestCommonUtils::flags()
 {
-    const auto after = [](auto change) {
+    QString values;
+    for (void (*change)() : {&CommonUtils::SetShutDownFlag, &CommonUtils::SetMiniModeFlag,
+                             &CommonUtils::ResetShutDownFlag, +[] { CommonUtils::setCloseValue(true); },
+                             &CommonUtils::ResetMiniModeFlag, +[] { CommonUtils::SetFrameStyle(-70000); },
+                             +[] {
+                                 CommonUtils::SetSMSSeperatorConfigValue(false);
+                             }}) {
         change();
-        return flagValues();
-    };
-    QCOMPARE(after(CommonUtils::SetShutDownFlag), QString("1 0 0 1 3"));
-    QCOMPARE(after(CommonUtils::SetMiniModeFlag), QString("1 1 0 1 3"));
-    QCOMPARE(after(CommonUtils::ResetShutDownFlag), QString("0 1 0 1 3"));
-    QCOMPARE(after([] { CommonUtils::setCloseValue(true); }), QString("0 1 1 1 3"));
-    QCOMPARE(after(CommonUtils::ResetMiniModeFlag), QString("0 0 1 1 3"));
-    QCOMPARE(after([] { CommonUtils::SetFrameStyle(-70000); }), QString("0 0 1 -70000 3"));
-    QCOMPARE(after([] { CommonUtils::SetSMSSeperatorConfigValue(false); }), QString("0 0 1 -70000 0"));
-    QCOMPARE(after([] { gSeparator = true; }), QString("0 0 1 -70000 3"));
+        values += flagValues() + '|';
+    }
+    QCOMPARE(values,
+             QString("1 0 0 1 3|1 1 0 1 3|0 1 0 1 3|0 1 1 1 3|0 0 1 1 3|0 0 1 -70000 3|0 0 1 -70000 0|"));
 }
 
 void TestCommonUtils::waitForThread()

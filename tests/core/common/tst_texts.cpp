@@ -20,7 +20,6 @@ private slots:
     void links();
     void urls();
     void splitting();
-    void parameters();
     void direction();
     void hugeTexts();
     void elided();
@@ -137,10 +136,6 @@ void TestTexts::splitting()
         QVERIFY(!flag);
     }
     QCOMPARE(CommonUtils::addSpaceToNewLine("a\n\nb "), QString("a \n \nb "));
-}
-
-void TestTexts::parameters()
-{
     const QVector<QPair<QString, QStringList>> cases = {{"  ", {}},
                                                         {" a  b\tc ", {"a", "b\tc"}},
                                                         {R"(a"b  c"d"")", {"a", "b  c", "d", ""}},
