@@ -80,7 +80,7 @@ private:
         return found == Signs.end() ? nullptr : &m_kinds[found - Signs.begin()];
     }
 
-    int widthOf(QChar c)
+    qint64 widthOf(QChar c)
     {
         const Kind* const kind = kindOf(c);
         return kind ? 1 + kind->marks.size() : 1;
