@@ -1,4 +1,4 @@
-// What a log line costs while its category is off.
+// The cost of a log line while its category is disabled.
 #include "Installation.h"
 
 #include "common/Log.h"
@@ -18,7 +18,7 @@ void lineOff(benchmark::State& state)
     }
 }
 
-/// printf-style qDebug forms every argument before it asks whether anybody wants the line.
+/// printf-style qDebug evaluates all arguments before it checks whether the category is enabled.
 void lineOffWithQDebug(benchmark::State& state)
 {
     for (auto _ : state) {

@@ -1,5 +1,5 @@
-// Operator names by code and by IMSI against plain hashes, and reading a large operator list against a bare
-// pass of Qt's reader over the same file.
+// Operator names by code and by IMSI, compared with plain hashes; reading a large operator list, compared with
+// only running Qt's reader over the same file.
 #include "Installation.h"
 
 #include "common/StatusBarOpListParse.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// As many as the shipped lists have.
+/// As in the shipped lists.
 constexpr int NetworkCount = 818;
 
 struct Network
@@ -24,7 +24,7 @@ struct Network
     QString name;
 };
 
-/// One in ten has a network code of three digits.
+/// One network code in ten has three digits.
 Network network(int number)
 {
     const QString mcc = QString::number(200 + number / 5);
@@ -41,7 +41,7 @@ QVector<Network> networks(int count)
     return all;
 }
 
-/// Short and full name are the same for most, as in the shipped list.
+/// Most short and full names are the same, as in the shipped list.
 QByteArray operatorListXml(int count)
 {
     QByteArray xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<OperatorList>\n <MccMnc>\n";
@@ -76,7 +76,7 @@ void writeList(const char* name, const QByteArray& content)
         qFatal("Cannot write %s", name);
 }
 
-/// Asks for one network after the other.
+/// Looks up one network after the other.
 template <typename LookUp>
 void lookUp(benchmark::State& state, LookUp lookUp)
 {

@@ -1,4 +1,4 @@
-// Reading one of 1,000 settings through the whole stack, against GLib's key files.
+// Reading one of 1,000 settings through the whole stack, compared with GLib's key files.
 #include "Installation.h"
 
 #include "common/CommonUtils.h"

@@ -1,4 +1,4 @@
-// Rich text with links against KDE's, and against Qt's escaping alone, which does less; speeds against Qt's
+// Rich text with links, compared with KDE's and with Qt's escaping, which does less; speeds, compared with Qt's
 // number formatting.
 #include "Installation.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Ordinary message text of so many characters: a link or an address every few lines.
+/// Typical message text of `size` characters, with a link or an address every few lines.
 QString message(int size)
 {
     const QString paragraph =
@@ -56,7 +56,7 @@ const QVector<TagUnits> Speeds = {{QStringLiteral("B/s"), 1, 0, {}},
                                   {QStringLiteral("KB/s"), 1024, 1024, {}},
                                   {QStringLiteral("MB/s"), 1048576, 1048576, {}}};
 
-/// A speed that changes from call to call, in the range of the last step.
+/// A different speed for each call, within the range of the last step.
 quint64 nextSpeed(quint64& speed)
 {
     speed = speed * 6364136223846793005u + 1442695040888963407u;

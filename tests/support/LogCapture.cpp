@@ -1,32 +1,29 @@
 #include "LogCapture.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 
 namespace {
 
+std::mutex mutex; // guards all captures
+std::condition_variable changed;
 LogCapture* current = nullptr;
-std::mutex currentMutex;
 
 QRegularExpression expression(const QString& pattern)
 {
-    static const QVector<QPair<QString, QString>> placeholders = {
-        {QStringLiteral("{time}"), QStringLiteral(R"(\d\d:\d\d:\d\d:\d\d\d)")},
-        {QStringLiteral("{file}"), QStringLiteral(R"(src/core/[\w/]+\.(cpp|h))")},
-        {QStringLiteral("{func}"), QStringLiteral(R"(~?\w+)")},
-        {QStringLiteral("{n}"), QStringLiteral(R"(-?\d+)")},
-        {QStringLiteral("{*}"), QStringLiteral(".*")},
-    };
     QString text = QRegularExpression::escape(pattern);
-    for (const auto& [name, meaning] : placeholders)
-        text.replace(QRegularExpression::escape(name), meaning);
+    for (const auto& [name, meaning] : {std::pair{"{time}", R"(\d\d:\d\d:\d\d:\d\d\d)"},
+                                        {"{file}", R"(src/core/[\w/]+\.(cpp|h))"},
+                                        {"{func}", R"(~?\w+)"},
+                                        {"{n}", R"(-?\d+)"},
+                                        {"{*}", ".*"}})
+        text.replace(QRegularExpression::escape(QLatin1String(name)), QLatin1String(meaning));
     return QRegularExpression(QRegularExpression::anchoredPattern(text),
                               QRegularExpression::DotMatchesEverythingOption);
 }
 
-/// The test whether a line matches.
 auto matching(const QString& pattern)
 {
     return [wanted = expression(pattern)](const auto& line) {
@@ -38,16 +35,16 @@ auto matching(const QString& pattern)
 
 LogCapture::LogCapture()
 {
-    const std::lock_guard<std::mutex> lock(currentMutex);
+    const std::lock_guard lock(mutex);
     current = this;
-    m_previous = qInstallMessageHandler(&LogCapture::handle);
+    qInstallMessageHandler(&LogCapture::handle);
 }
 
 LogCapture::~LogCapture()
 {
-    const std::lock_guard<std::mutex> lock(currentMutex);
+    const std::lock_guard lock(mutex);
     current = nullptr;
-    qInstallMessageHandler(m_previous);
+    qInstallMessageHandler(nullptr);
 }
 
 QStringList LogCapture::lines(const QString& pattern) const
@@ -57,13 +54,13 @@ QStringList LogCapture::lines(const QString& pattern) const
 
 QStringList LogCapture::lines(QtMsgType type, const QString& pattern) const
 {
-    const auto isWanted = matching(pattern);
-    return select([&](const Line& line) { return line.type == type && isWanted(line); });
+    const auto isMatch = matching(pattern);
+    return select([&](const Line& line) { return line.type == type && isMatch(line); });
 }
 
 QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard lock(mutex);
     auto line = m_lines.cbegin();
     for (const QString& pattern : patterns) {
         line = std::find_if(line, m_lines.cend(), matching(pattern));
@@ -76,17 +73,16 @@ QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
 
 bool LogCapture::waitFor(const QString& pattern, int count, int timeout) const
 {
-    const auto isEnough = [this, count, isWanted = matching(pattern)] {
-        return std::count_if(m_lines.cbegin(), m_lines.cend(), isWanted) >= count;
-    };
-    std::unique_lock<std::mutex> lock(m_mutex);
-    return m_changed.wait_for(lock, std::chrono::milliseconds(timeout), isEnough);
+    std::unique_lock lock(mutex);
+    return changed.wait_for(lock, std::chrono::milliseconds(timeout),
+                            [this, count, isMatch = matching(pattern)] {
+                                return std::count_if(m_lines.cbegin(), m_lines.cend(), isMatch) >= count;
+                            });
 }
 
 void LogCapture::allow(const QString& pattern)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_allowed.append(pattern);
+    m_allowed.append(expression(pattern));
 }
 
 QStringList LogCapture::unexpected() const
@@ -94,37 +90,33 @@ QStringList LogCapture::unexpected() const
     return select([this](const Line& line) {
         return line.type != QtDebugMsg && line.type != QtInfoMsg &&
                std::none_of(m_allowed.cbegin(), m_allowed.cend(),
-                            [&](const QString& pattern) { return matching(pattern)(line); });
+                            [&](const auto& allowed) { return allowed.match(line.text).hasMatch(); });
     });
 }
 
 void LogCapture::clear()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard lock(mutex);
     m_lines.clear();
 }
 
 void LogCapture::handle(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
-    const std::lock_guard<std::mutex> lock(currentMutex);
-    if (current)
-        current->append(type, text);
+    const std::lock_guard lock(mutex);
+    if (!current)
+        return;
+    current->m_lines.append({type, text});
+    changed.notify_all();
 }
 
-QStringList LogCapture::select(const std::function<bool(const Line&)>& isWanted) const
+template <typename Test>
+QStringList LogCapture::select(Test isWanted) const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    QStringList found;
+    const std::lock_guard lock(mutex);
+    QStringList texts;
     for (const Line& line : m_lines) {
         if (isWanted(line))
-            found.append(line.text);
+            texts.append(line.text);
     }
-    return found;
-}
-
-void LogCapture::append(QtMsgType type, const QString& text)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_lines.append({type, text});
-    m_changed.notify_all();
+    return texts;
 }

@@ -1,36 +1,32 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QVector>
-#include <QtGlobal>
 
-#include <condition_variable>
-#include <functional>
-#include <mutex>
-
-/// Records every line that goes through Qt's message logger while it lives; any thread may log.
+/// Records all lines that go through Qt's message logger, on any thread, while it exists. One at a time.
 ///
-/// Lines are sought by patterns: the literal text of a whole line with these placeholders:
-/// {time} a time "hh:mm:ss:zzz", {file} a source file relative to the source root, {func} a function name,
-/// {n} a whole number, {*} anything.
+/// Patterns match whole lines. They consist of literal text and the placeholders {time} (hh:mm:ss:zzz), {file}
+/// (a source file relative to the source root), {func} (a function name), {n} (an integer) and {*} (anything).
 class LogCapture
 {
 public:
     LogCapture();
     ~LogCapture();
+    Q_DISABLE_COPY_MOVE(LogCapture)
 
     int count(const QString& pattern) const { return lines(pattern).size(); }
     bool contains(const QString& pattern) const { return count(pattern) > 0; }
 
-    /// The recorded lines that match, in order; those of one type alone if given.
+    /// The matching lines in order, of all types or one.
     QStringList lines(const QString& pattern = QStringLiteral("{*}")) const;
     QStringList lines(QtMsgType type, const QString& pattern = QStringLiteral("{*}")) const;
 
-    /// The first of the patterns that does not follow the ones before it; empty when all do, in this order.
+    /// The first pattern that no line matches after those of the previous patterns; empty if there is none.
     QString firstMissingInOrder(const QStringList& patterns) const;
 
-    /// Blocks until so many lines match. False after the time-out (milliseconds).
+    /// Waits until `count` lines match. False after `timeout` milliseconds.
     bool waitFor(const QString& pattern, int count = 1, int timeout = 15000) const;
 
     /// Warnings and critical lines are unexpected unless they match an allowed pattern.
@@ -47,12 +43,10 @@ private:
     };
 
     static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
-    QStringList select(const std::function<bool(const Line&)>& isWanted) const;
-    void append(QtMsgType type, const QString& text);
 
-    QtMessageHandler m_previous;
-    mutable std::mutex m_mutex;
-    mutable std::condition_variable m_changed;
+    template <typename Test>
+    QStringList select(Test isWanted) const;
+
     QVector<Line> m_lines;
-    QStringList m_allowed;
+    QVector<QRegularExpression> m_allowed;
 };

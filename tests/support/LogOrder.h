@@ -1,4 +1,4 @@
 #pragma once
 
-/// In a CoreTest: fails with the first of these patterns that no log line matches behind the ones before it.
+/// In a CoreTest: fails, showing the first pattern that no log line matches after those of the previous ones.
 #define VERIFY_LOGGED_IN_ORDER(...) QCOMPARE(log().firstMissingInOrder({__VA_ARGS__}), QString())

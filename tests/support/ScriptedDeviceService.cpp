@@ -59,6 +59,9 @@ long read(const char* operation, Service::View view, const Address& address, cha
     const long result = state.results.value(QLatin1String(operation), QRVL_OK);
     if (result == QRVL_OK && !isFound)
         return QRVL_ERROR_NOT_FOUND;
+    static char16_t notForTheCaller[] = u"error";
+    if (result != QRVL_OK)
+        *value = notForTheCaller; // freeing it would end the process
     if (result != QRVL_OK || found->isNull())
         return result;
     const std::size_t size = std::size_t(found->size()) + 1;

@@ -111,8 +111,7 @@ QString Change::GetSettingDefaultLang()
 {
     CurrentLanguage::readShortcutSwitch();
     QString stored;
-    DeviceSettings::read(QRVL_GetSettings, Settings::ActiveLanguage.section, Settings::ActiveLanguage.key,
-                         stored);
+    DeviceSettings::read(QRVL_GetSettings, Settings::ActiveLanguage, stored);
     const QString name = stored.mid(1); // without the leading underscore
     CurrentLanguage::setName(name);
     return name;

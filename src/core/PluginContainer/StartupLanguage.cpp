@@ -68,7 +68,7 @@ void PluginContainer::setStartupLanguage()
 QString PluginContainer::GetAdapterLang()
 {
     QString wish;
-    DeviceSettings::read(QRVL_GetIniSettings, Settings::AdapterType.section, Settings::AdapterType.key, wish);
+    DeviceSettings::read(QRVL_GetIniSettings, Settings::AdapterType, wish);
     const QStringList parts = wish.split(QLatin1Char('|'));
     const bool followsSystem = parts.contains(QStringLiteral("system"));
     if (!followsSystem && !parts.contains(QStringLiteral("area")))

@@ -17,238 +17,244 @@ class QLabel;
 class QThread;
 class QWidget;
 
-/// Whether menus show the separator right behind their search entry; see SetSMSSeperatorConfigValue().
+/// Storage of GetSMSSeperatorConfigValue(); prefer the operations.
 extern SKYLUME_EXPORT bool gSeparator;
 
-/// Services that every plugin and every part of the core library share. All operations are static and may be
-/// called from any thread unless stated; none throws.
+/// Services shared by all plugins and the core library.
+///
+/// All operations are static. They may be called on any thread and do not throw, and they have no side effects
+/// but log lines, unless stated otherwise. Interfaces and widgets that they return belong to the plugin that
+/// provides them: use them on the GUI thread, do not delete them, and do not keep them, because the plugin may
+/// be unloaded.
 class SKYLUME_EXPORT CommonUtils
 {
 public:
-    // ---- Settings, kept by the device service
+    // ---- Settings, stored by the device service
 
-    /// The value of a setting in the merged view: the user's value, else the installation's default.
-    /// @return empty when there is no value or the store failed (which a warning tells); callers supply their
-    ///         own defaults
+    /// The effective value of a setting: the user's value, otherwise the installation's default.
+    /// @return empty if there is no value or reading fails (logged as a warning); supply your own default
     static QString GetSettings(QString section, QString key);
 
-    /// As GetSettings, from the user's store alone.
+    /// Like GetSettings(), but reads the user's values only.
     static QString GetUserSettings(QString section, QString key);
 
-    /// Writes a setting to the user's store.
-    /// @return the inverse of what one expects: true when the store refused the value
+    /// Stores a value for the user. The value is never logged.
+    /// @return true on **failure**, false on success (kept for compatibility)
     static bool SetSettings(QString section, QString key, QString value);
 
-    // ---- Well-known plugins; every one may be missing
+    // ---- Well-known plugins; load the plugin if necessary
 
-    /// The device manager, or null.
+    /// The device manager; null if it is not available.
     static IDeviceMgr* GetDeviceMgrPlugin();
 
-    /// The main window, or null. Use it on the GUI thread.
+    /// The main window; null before it is built and if there is no main frame.
     static QWidget* GetMainWindow();
 
-    /// The layout plugin that the main frame names, or null.
+    /// The layout plugin chosen by the main frame; null if there is none.
     static ILayout* GetLayoutPlugin();
 
-    /// Whether a plugin is known, enabled and loadable; loads its library. False without a plugin host.
+    /// Whether a plugin is listed, enabled and can be loaded. Loads its library.
+    /// @param clsid GUID without braces; case-sensitive
     static bool IsPluginAvailable(QString clsid);
 
-    /// Places a call through the call plugin.
-    /// @param number the number to call; an empty one is refused
-    /// @return what the call plugin answers; false without a call plugin. The plugin shows windows: use it on
-    ///         the GUI thread.
+    /// Places a call through the call plugin, which shows its window. GUI thread only.
+    /// @param number the number as dialled; an empty number is refused
+    /// @param type   passed on unchanged
+    /// @return the call plugin's result; false if there is none
     static bool MakeCall(QString number, _UI_EN_CALL_TYPE type);
 
-    /// The clsids of plugins that the main frame may embed: all of type 0 other than those with a place of
-    /// their own, in file order.
+    /// The clsids of the plugins that the main frame may embed: all of type 0 except those with a fixed role
+    /// and, if bit value 4 of the frame style is set, one more. In the order of the plugin library file.
     static QStringList GetUIEmbedPlugibList();
 
-    // ---- Places
+    // ---- Files and URLs
 
-    /// The installation: the folder of the executable. "config", "plugins" and "skin" lie below it.
+    /// The installation folder, which is that of the executable; no slash at the end. It contains "config",
+    /// "plugins" and "skin".
     static QString GetPluginLibraryPath();
 
-    /// Opens a document or an address with the desktop's own program.
-    /// @param target a local file when it ends with "pdf", "html" or "htm" in lower case, else a URL
-    /// @return whether a program was started
+    /// Opens a document or URL with the desktop's default program. GUI thread only.
+    /// @param target the path of a local file if it ends with "pdf", "html" or "htm" (lower case), otherwise
+    ///               a URL
+    /// @return false if no program could be started
     static bool OpenUrl(QString target);
 
-    // ---- Process-wide flags: plain variables without a lock, false at first unless said otherwise
+    // ---- Process-wide flags. Plain variables without a lock: other threads may see an older value. All are
+    //      false initially unless stated otherwise.
 
-    /// Set by the launcher when the main window has closed: nothing new is begun from then on.
+    /// Set by the launcher once the main window is closed; do not start new work then.
     static bool IsShuttingDown();
     static void SetShutDownFlag();
     static void ResetShutDownFlag();
 
-    /// Set by the main frame while its window is the compact one; skins and scroll bars go by it.
+    /// Set by the main frame while it shows its compact window; affects skins and scroll bars.
     static bool IsMiniMode();
     static void SetMiniModeFlag();
     static void ResetMiniModeFlag();
 
-    /// Its meaning is agreed upon by plugins; the library does not look at it.
+    /// For plugins to agree on; the library does not use it.
     static bool getCloseValue();
     static void setCloseValue(bool value);
 
-    /// A set of bits, 1 at first. Bit value 4 takes a further plugin out of GetUIEmbedPlugibList().
+    /// A bit set, initially 1; for bit value 4 see GetUIEmbedPlugibList().
     static int GetFrameStyle();
     static void SetFrameStyle(int style);
 
-    /// True at first: whether menus have a separator behind the search item.
+    /// Whether menus have a separator after the search item; initially true.
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 
-    // ---- Protected data; docs/ciphers.md says what this protects from and what not
+    // ---- Protected data; docs/ciphers.md describes what is protected against what
 
-    /// Enciphers a text under a pass phrase into printable digits, each time differently.
-    /// @param plain, passPhrase zero-terminated; 24 bytes of the pass phrase count
-    /// @param result receives a zero-terminated text that the caller releases with CryptLocalFree(); it stays
-    ///               as it is when a text is null or memory is short
-    /// Should the system have no random bytes to give, which a log line tells, zeros take their place: the
-    /// text comes back all the same, but two texts that begin alike then look alike.
+    /// Encrypts a string; the result differs each time. If the system provides no random bytes, zeros are used
+    /// instead (logged): the result can still be decrypted, but strings that start alike look alike.
+    /// @param plain      zero-terminated
+    /// @param passPhrase zero-terminated; only the first 24 bytes are used
+    /// @param result     receives a zero-terminated string of printable digits; release it with
+    ///                   CryptLocalFree(). Unchanged if an argument is null or memory runs out.
     static void Encrypt(const char* plain, const char* passPhrase, char*& result);
 
-    /// Brings back the text that Encrypt() was given. A wrong pass phrase is not noticed; the result is
-    /// garbage then.
-    /// @param result as for Encrypt(); it also stays as it is when protectedText has less than 15 digits
+    /// Decrypts a result of Encrypt(). A wrong pass phrase is not detected; it yields garbage.
+    /// @param result as for Encrypt(); also unchanged if protectedText has less than 15 digits
     static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
 
     /// Releases a result of Encrypt() or Decrypt(); null is ignored.
     static void CryptLocalFree(char* p);
 
-    /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its
-    /// fingerprint (3): the SHA-256 digest in Base64, 44 characters. The file is read as a text, up to its
-    /// first zero byte; an empty text has the fingerprint of 32 zero bytes. Another operation only writes a
-    /// log line.
-    /// @param inputPath, outputPath in the system's 8-bit encoding. Both may be the same file. The
-    ///        output is replaced; a text to decipher of less than 15 digits leaves it empty. It stays as it
-    ///        is when memory is short or the input cannot be read whole, on Windows not from 2 GiB on. Of a
-    ///        result that cannot be written whole, which a warning tells, a part remains: with one path for
-    ///        both the original is lost then.
-    /// @return always 0; what went wrong is told by the log and standard error
+    /// Reads a file up to its first zero byte and writes a file that depends on the operation:
+    ///   1  the content, encrypted with a built-in key
+    ///   2  the content, decrypted with that key; empty if the input has less than 15 digits
+    ///   3  the SHA-256 digest in Base64, 44 characters; for empty content that of 32 zero bytes
+    /// Other operations are logged and write nothing.
+    /// @param inputPath, outputPath in the system's 8-bit encoding; may be the same. The output is replaced.
+    ///        It is unchanged if the input cannot be read completely (on Windows: 2 GiB or more) or memory
+    ///        runs out. If writing fails, a warning is logged and a truncated output remains; if both paths
+    ///        are the same, the original is lost.
+    /// @return always 0; errors are reported in the log and on standard error
     static int FileCrypt(int operation, const char* inputPath, const char* outputPath);
 
-    /// Makes a token of a device identity that does not show it.
-    /// @param imei  1 to 23 characters, zero-terminated
-    /// @param token receives 44 characters and no terminating zero; stays as it is on failure
-    /// @return false, which the log explains, for null and for other lengths of imei
+    /// Derives a token from a device identity that does not reveal the identity.
+    /// @param imei  zero-terminated, 1 to 23 characters
+    /// @param token receives 44 characters without a terminating zero; unchanged on failure
+    /// @return false (logged) if an argument is null or the imei has another length
     static bool Handle_IMEI_Hash(const char* imei, char* token);
 
-    /// The subscriber identity of the SIM in the first modem, or empty.
+    /// The IMSI of the SIM card in the first modem; empty if there is none.
     static QString getIMSI();
 
     // ---- Threads
 
-    /// Announces that a worker thread begins. Every worker calls it once, and ThreadCountDec() once at its
-    /// end.
-    /// @param owner, name tell in the log who it is, for example a class and a thread name
+    /// Counts a worker thread that starts. Every worker calls it once, and ThreadCountDec() once when it ends.
+    /// @param owner, name identify the worker in the log, for example its class and purpose; not stored
     static void ThreadCountInc(QString owner, QString name);
 
-    /// Announces that a worker thread ends, after its last use of anything shared.
-    /// @return the workers left; negative after calls without a beginning
+    /// Counts a worker thread that ends. Call it after the last use of shared objects.
+    /// @return the number of remaining workers; negative if there were more ends than starts
     static int ThreadCountDec(QString owner, QString name);
 
-    /// Asks all workers to stop, through the notification service if there is one, and waits until they have.
-    /// All calls of a process together wait 20 times 500 ms at most; workers that are left then are
-    /// abandoned. Returns at once without a plugin host. For the thread that closes the application.
+    /// Asks all workers to stop, through the notification service if there is one, and waits for them. For
+    /// the thread that closes the application. All calls in a process together wait 20 times 500 ms at most;
+    /// workers that are still counted then are abandoned. Without a plugin host it returns at once.
     static void WaitThreadsStop();
 
-    /// Stops a thread: asks its event loop to end, waits, and terminates it as a last resort.
+    /// Stops a thread: quits its event loop, waits, and terminates it if it is still running. A terminated
+    /// thread may run on for a moment: wait for it before deleting it or anything that it uses.
     /// @param thread    null is ignored
-    /// @param unMaxWait longest wait in seconds; there is no wait after a termination
+    /// @param unMaxWait in seconds; 0 terminates a running thread at once
     static void WaitForThreadToStop(QThread* thread, unsigned int unMaxWait);
 
-    // ---- Addresses and links in a text; "characters" are UTF-16 units
+    // ---- Addresses and links; a "character" is a UTF-16 code unit
 
-    /// Whether the whole text is an e-mail address: letters, digits, marks, "_" and "-" of any script, with
-    /// single dots between them and at least one dot behind the "@".
+    /// Whether the whole text is an e-mail address: runs of letters, digits and marks of any script, "_" and
+    /// "-", with single dots between them; exactly one "@", and at least one dot after it.
     static bool CheckForEmailAddr(QString text);
 
-    /// Whether the whole text begins with a run of the letters h, t, p, s and "|" in either case, then "://".
-    /// Characters up to 255 may follow, and those beyond that have an upper- or lower-case form up to 255.
+    /// Whether the whole text is a run of the letters h, t, p, s (either case) and "|", followed by "://" and
+    /// any characters up to 255, or characters with an upper- or lower-case form up to 255.
     static bool CheckForHttpAddr(QString text);
 
-    /// Whether the whole text is a host name of lower-case letters, digits and single dots that ends in a
-    /// label of 2 to 6 letters.
+    /// Whether the whole text is a host name: lower-case ASCII letters and digits with single dots between
+    /// them; the last label has 2 to 6 letters.
     static bool CheckForWebAddr(QString text);
 
-    /// Makes a plain text safe and clickable for a rich-text label: "<" and ">" are escaped, blanks become
-    /// "&nbsp;", also one put before every line feed, and words that are e-mail addresses, host names
-    /// beginning with "www." or web addresses become links. Words with characters above 255 are never links.
-    /// @return empty, with a warning, for a text of more than 128 Mi characters
+    /// Turns plain text into rich text with clickable addresses. "<" and ">" are escaped, "&" is not; a space
+    /// is added before every line feed; spaces become "&nbsp;". E-mail addresses, host names that start with
+    /// "www." and web addresses become links, unless the word contains characters outside 1 to 255.
+    /// @return empty, with a warning, if the text is longer than 128 Mi characters
     static QString ParseAndCreateHyperLinks(QString text);
 
-    /// The link for a word that begins with "http://", "https://" or "ftp://" and a letter or digit; anything
-    /// else comes back as it is. A line feed in front stays in front.
+    /// Turns a word into a link if it starts with "http://", "https://" or "ftp://" (either case) and a letter
+    /// or digit. A line feed in front of it stays in front.
+    /// @return the word itself if it is no link
     static QString createLinkForHttpAndFtp(QString word);
 
-    // ---- Other work on texts
+    // ---- Other text operations; a "character" is a UTF-16 code unit
 
-    /// Puts a blank before every line feed.
+    /// Inserts a space before every line feed.
     static QString addSpaceToNewLine(QString text);
 
-    /// Whether there is a character outside 1 to 255.
+    /// Whether the text contains a character outside 1 to 255.
     static bool isNonAsciiCharPresent(QString text);
 
-    /// Cuts a text into runs of characters within 1 to 255 and runs of all others, in order.
+    /// Splits a text into maximal runs of characters inside and outside 1 to 255, in order.
     static QStringList SplitAsciiAndUnicodeString(QString text);
 
+    /// Returns the text as the only entry of a list; no entry if it is empty.
     /// @param flag receives false
-    /// @return the text as the only entry; no entry for an empty text
     static QStringList SplitAsciiString(QString text, bool& flag);
 
-    /// Splits a line at blanks; what stands between double quotes is one parameter, blanks included.
-    /// @return empty when the quotes are not in pairs
+    /// Splits a line at spaces. Text between double quotes is one parameter, which may be empty or contain
+    /// spaces.
+    /// @return empty if the number of quotes is odd
     static QStringList GetParamList(QString line);
 
-    /// Fixes the direction of commas, quotes and brackets in a text for right-to-left languages: one that
-    /// follows a left-to-right character has all of its kind followed by U+202D, one that follows a Hebrew
-    /// letter or the like by U+202E. Every visit adds a mark, so repeated signs gather many. A text that
-    /// would outgrow 128 Mi characters stays as it is, with a warning.
+    /// Fixes the direction of commas, double quotes and brackets in a text for right-to-left languages. For
+    /// each of them that follows a left-to-right character (or a Hebrew one), U+202D (or U+202E) is inserted
+    /// after all occurrences of the same sign. Marks accumulate: each occurrence adds another. A text that
+    /// would grow beyond 128 Mi characters is left unchanged, with a warning.
     static void ParanthesisCorrection(QString& text);
     static void ParanthesisCorrectionForHeAndAr(QString& text);
 
-    // ---- Texts in widgets; GUI thread
+    // ---- Texts in widgets; GUI thread only
 
-    /// Shows a text in a label; one that leaves less than 2 pixels of its width is shortened, with the full
-    /// text as tool tip. A text that fits leaves no tool tip.
+    /// Sets a label's text. A text that does not fit into its width less 2 pixels is shortened, and the full
+    /// text becomes the tool tip; otherwise the tool tip is cleared.
     /// @param label null is logged and ignored
     static void ElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
     static void LableElidedText(QLabel* label, QString text, Qt::TextElideMode mode);
 
-    /// The same for a button, which keeps a wider margin.
+    /// The same for a button, with a margin of 10 pixels.
     static void AbstractButtonElidedText(QAbstractButton* button, QString text, Qt::TextElideMode mode);
 
-    /// The same for any widget with setText(), with a button's margin.
+    /// The same for any widget with setText(), with a margin of 10 pixels.
     template <typename Widget>
     static void setElidedTextForWidgetText(Widget* widget, QString text, Qt::TextElideMode mode);
 
-    /// Measures a text in pixels with the widget's font.
-    /// @param height, width stay as they are when the widget is null or the text is empty
+    /// Measures a text in the widget's font.
+    /// @param height, width receive pixels; unchanged if the widget is null or the text is empty (logged)
     static void GetWidgetStringHeightAndWidth(QWidget* widget, QString text, int& height, int& width);
 
-    /// The same with the application's font.
+    /// The same in the application's font.
     static void GetApplicationStringHeightAndWidth(QString text, int& height, int& width);
 
-    // ---- Speeds and volumes
+    // ---- Speeds and volumes; empty ladders yield an empty string
 
     /// The unit of a ladder's first step.
-    /// @param context the plugin whose language files hold the unit's text
-    /// @return empty without a step
+    /// @param context name of the plugin whose language files contain the unit's text
     static QString SpeedUnitToString(QVector<TagUnits> units, QString context);
 
-    /// A value with two decimals, a blank and its unit: "1.50 KB". The unit is that of the last step whose
-    /// threshold lies below the value, else of the first.
+    /// A value with two decimals, a space and its unit, for example "1.50 KB"; independent of the locale. The
+    /// unit is that of the last step with a threshold below the value, otherwise of the first step.
     /// @param value   in base units
-    /// @param context the plugin whose language files hold the unit's text
-    /// @return empty without a step
+    /// @param context name of the plugin whose language files contain the unit's text
     static QString SpeedFluxToString(QVector<TagUnits> units, unsigned long long value, QString context);
 
 private:
-    /// @param margin what of the widget's width is not for the text
+    /// @param margin part of the widget's width that is not available for the text, in pixels
     template <typename Widget>
     static void showElided(Widget* widget, const QString& text, Qt::TextElideMode mode, int margin);
 
-    /// A text as it is shown in a width.
+    /// The text as shown in `width` pixels.
     /// @param fits receives whether that is the whole text
     static QString elided(const QFontMetrics& metrics, const QString& text, Qt::TextElideMode mode, int width,
                           bool& fits);

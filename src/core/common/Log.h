@@ -6,27 +6,27 @@
 #include <QLoggingCategory>
 #include <QMessageLogger>
 
-/// Log lines of the core library: printf-style texts in Qt's category "default".
+/// Logging of the core library: printf-style lines in Qt's category "default".
 ///
 ///     LOG_DEBUG("%s: %s: %s loaded", LOG_FILE, LOG_FUNCTION, qUtf8Printable(clsid));
 ///
-/// Nothing between the parentheses is evaluated while the level is off: a line then costs one flag test.
-/// Texts are UTF-8 (qUtf8Printable), which is what Qt's message logger expects for "%s".
+/// The arguments are not evaluated while the level is disabled: a line then costs one test of a flag.
+/// Strings are UTF-8 (qUtf8Printable), as Qt's message logger expects for "%s". All of it is thread-safe.
 namespace Log {
 
-/// Qt's default category; asked once, since it lives as long as the process.
+/// Qt's default category; it exists until the process ends.
 inline const QLoggingCategory& category()
 {
     static const QLoggingCategory* const defaultCategory = QLoggingCategory::defaultCategory();
     return *defaultCategory;
 }
 
-/// The current time as "hh:mm:ss:zzz".
+/// The current local time as "hh:mm:ss:zzz".
 SKYLUME_EXPORT QByteArray timeText();
 
 } // namespace Log
 
-/// Source file of the line, relative to the source root.
+/// The source file, relative to the source root.
 #define LOG_FILE __FILE__
 #define LOG_FUNCTION __func__
 #define LOG_TIME Log::timeText().constData()

@@ -8,8 +8,8 @@
 class QIODevice;
 class QXmlStreamReader;
 
-/// A small configuration file of conditions, results and customisation information, each a table of values by
-/// name. Every block of the file adds its first item only; of items with the same name the later one counts.
+/// A small configuration file with three tables of named values: conditions, results and customisation
+/// information. Only the first item of each block is stored; a later item with the same name replaces it.
 ///
 ///     <qrvldoc>
 ///       <customize_item>
@@ -19,35 +19,35 @@ class QXmlStreamReader;
 ///       <customize_Info><item name="version" value="2"/></customize_Info>
 ///     </qrvldoc>
 ///
-/// Not to be used from two threads at once, readers included.
+/// Not thread-safe: even the getters change the tables.
 class SKYLUME_EXPORT StandardConfigParse
 {
 public:
     /// @param fileName as for loadFile()
     explicit StandardConfigParse(QString fileName);
 
-    /// Reads a file into the tables, over what they hold already.
-    /// @param fileName path below the installation's folder; begins with "/"
-    /// @return 0, or -1 when the file is missing, cannot be opened or has a fault; what was read before the
-    ///         fault is kept
+    /// Reads a file and adds its values to the tables.
+    /// @param fileName path relative to the installation folder, starting with "/"
+    /// @return 0, or -1 if the file is missing, cannot be opened or is malformed; values before an error are
+    ///         kept
     int loadFile(QString fileName);
 
-    /// The same from an open device; -1 for null. An empty document is no fault.
+    /// The same for an open device; -1 if it is null. An empty document is valid.
     int readXmlFile(QIODevice* device);
 
-    // ---- Parts of a file, from behind their start tags
+    // ---- Steps of reading; the reader stands at the start tag of the element
 
-    /// @return what the last block gave, or -1 after a fault
+    /// @return the result of the last parseDetail(), 0 if there was none, or -1 after an error
     int parseCustomizeItem(QXmlStreamReader& reader, QString endName);
 
     int parseCustomizeInfo(QXmlStreamReader& reader, QString endName);
 
     /// Stores the next item in a table.
-    /// @return how that ended, none a failure: -3 behind an item, -2 at the end tag `endName`, 0 at any other
-    ///         end tag and at the end of the document
+    /// @return -3 after an item, -2 at the end tag `endName`, 0 at any other end tag and at the end of the
+    ///         document; none of these is an error
     int parseDetail(QXmlStreamReader& reader, QMap<QString, QString>& table, QString endName);
 
-    // ---- Values by name; a name that is not there is added with an empty value
+    // ---- Values by name; an unknown name is added with an empty value
 
     QString GetConditionByName(QString name);
     QString GetResultByName(QString name);

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "common/_ST_MCCMNC_ITEM.h"
-#include "common/operators/CodeTable_p.h"
-#include "common/operators/PrefixTable_p.h"
 #include "skylume_global.h"
 
 #include <QString>
@@ -11,75 +9,71 @@
 
 class QXmlStreamReader;
 
-/// The names of mobile networks, read once from three lists of the status-bar plugin: "OperatorList.xml",
-/// "CPLMNOpList.xml" and "CMCCMNCOpList.xml". A list that is missing or broken leaves its names out; a name
-/// that is not found is empty. Of entries with the same key the later one counts. Names are asked for on the
-/// GUI thread. GetInstance() may be called by any thread, so that a worker can have the lists read; who calls
-/// it meanwhile waits for that.
+/// The names of mobile network operators, from three lists in the folder of the status-bar plugin:
+/// "OperatorList.xml", "CPLMNOpList.xml" and "CMCCMNCOpList.xml". If a list is missing or broken, names are
+/// missing; lookups that find nothing return empty strings. If a list has several entries with the same key,
+/// the last one applies.
+///
+/// Use the instance on the GUI thread. Only GetInstance() may be called on any thread, so that a worker can
+/// read the lists; other callers wait until it has finished.
 class SKYLUME_EXPORT StatusBarOpListParse
 {
 public:
-    /// The one instance; it is made, and the lists are read, with the first call.
+    /// The only instance. The first call creates it and reads the lists.
     static StatusBarOpListParse* GetInstance();
 
-    /// Deletes the instance. The next GetInstance() reads the lists anew.
+    /// Deletes the instance and so invalidates all pointers to it: nobody may be using one. The next
+    /// GetInstance() reads the lists again.
     static void DestroyInstance();
 
+    ~StatusBarOpListParse();
+
     /// The operator of a network.
-    /// @param mcc, mnc mobile country code and mobile network code as texts of digits
-    /// @return the listed names; for an unknown network of a known country the country's short name with the
-    ///         MNC behind it; else empty. A translation of the name, if there is one, is the short name.
+    /// @param mcc mobile country code, digits
+    /// @param mnc mobile network code, digits
+    /// @return the listed names. For an unknown network of a known country: the country's short name as full
+    ///         name and, followed by the MNC, as short name. Otherwise empty. If the names have a language
+    ///         string with a translation, it replaces the short name.
     _ST_MCCMNC_ITEM GetOperatorData(QString mcc, QString mnc);
 
-    /// The operator by the longest listed prefix of an IMSI that has 5 characters or more.
+    /// The operator of a SIM card: the name of the longest listed prefix of the IMSI. Prefixes of less than 5
+    /// characters are ignored.
     QString GetCPLMNOperatorData(QString imsi);
 
-    /// The operator by MCC and MNC in one text.
+    /// The operator of a network.
+    /// @param code MCC and MNC joined
     QString GetCMCCMNCOperatorData(QString const& code);
 
-    /// The name of the list that was loaded last, without its folder.
+    /// The name, without folder, of the list that was opened last; empty if none was.
     QString GetLoadFileName();
 
-    /// Empties the tables.
+    /// Empties all tables.
     void ReleaseData();
 
-    // ---- Reading further lists, each into its table
+    // ---- Reading further lists into the tables
 
-    /// @param fileName a list in the status-bar plugin's folder
+    /// @param fileName name of a file in the folder of the status-bar plugin
     void LoadFile(QString fileName);
     void LoadCPLMNOpListFile(QString fileName);
     void LoadCMCCMNCOpListFile(QString fileName);
 
-    /// The whole of a list. A fault is logged and ends the reading; what was read before it stays.
+    /// Reads a whole list. An XML error is logged and ends reading; entries before it are kept.
     void readFile(QXmlStreamReader& reader);
     void readCPLMNOpListFile(QXmlStreamReader& reader);
     void readCMCCMNCOpListFile(QXmlStreamReader& reader);
 
-    /// A part of an operator list, from behind its start tag.
-    /// @return false after a fault
+    /// Reads a section of "OperatorList.xml"; the reader stands at its start tag.
+    /// @return false after an XML error
     bool readOperatorList(QXmlStreamReader& reader);
     bool readMccMncInfo(QXmlStreamReader& reader);
     bool readMccOnlyInfo(QXmlStreamReader& reader);
 
-    /// @return false, with a line in the log, when the reader has met a fault
+    /// @return false, and logs the error, if the reader has one
     bool checkError(QXmlStreamReader& reader);
 
 private:
     StatusBarOpListParse();
 
-    using ListReader = void (StatusBarOpListParse::*)(QXmlStreamReader&);
-    void load(const char* function, const QString& fileName, ListReader read);
-
-    /// Reads a list that gives each key a name.
-    template <typename OnItem>
-    void readNames(QXmlStreamReader& reader, QStringView root, OnItem onItem);
-
-    /// The listed names of a network, untranslated.
-    _ST_MCCMNC_ITEM findOperator(const QString& mcc, const QString& mnc) const;
-
-    std::unique_ptr<CodeTable<_ST_MCCMNC_ITEM>> m_pHashMccMnc; ///< by MCC and MNC in one text
-    std::unique_ptr<CodeTable<_ST_MCCMNC_ITEM>> m_pHashMccOnly;
-    QString m_strFileName;
-    PrefixTable m_hashCPLMN;
-    CodeTable<QString> m_hashCMCCMNC;
+    class Private;
+    const std::unique_ptr<Private> m_d;
 };

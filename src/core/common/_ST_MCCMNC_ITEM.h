@@ -5,8 +5,8 @@
 /// The names of a mobile network's operator.
 struct _ST_MCCMNC_ITEM
 {
-    QString shortdescr; ///< what the status bar shows
+    QString shortdescr; ///< shown in the status bar
     QString fulldescr;
-    QString descr;  ///< of the region that the operator belongs to
-    QString langid; ///< of the translated short name in the status bar's language files; empty for none
+    QString descr;  ///< the operator's region
+    QString langid; ///< key of the translated short name in the status bar's language files; may be empty
 };

@@ -1,4 +1,4 @@
-// Settings, look-ups of the well-known plugins, flags and the other shared services.
+// Settings, lookups of the well-known plugins, flags and the other shared services.
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"
@@ -12,46 +12,14 @@
 #include "common/SafeMemory.h"
 
 #include <QDesktopServices>
+#include <QElapsedTimer>
 #include <QSemaphore>
 #include <QThread>
 #include <QWidget>
 
 #include <atomic>
+#include <stdexcept>
 #include <thread>
-
-namespace {
-
-/// Ends when it is told to and not before, unless it is terminated.
-class StubbornThread : public QThread
-{
-public:
-    std::atomic<bool> m_mayEnd{false};
-
-    /// Returns when it can be terminated at one place only, not in the middle of something that others use:
-    /// the start of a thread takes locks of the whole process.
-    void startGuarded()
-    {
-        start();
-        m_isGuarded.acquire();
-    }
-
-protected:
-    void run() override
-    {
-        setTerminationEnabled(false);
-        m_isGuarded.release();
-        while (!m_mayEnd) {
-            msleep(10);
-            setTerminationEnabled(true);
-            setTerminationEnabled(false);
-        }
-    }
-
-private:
-    QSemaphore m_isGuarded;
-};
-
-} // namespace
 
 class TestCommonUtils : public CoreTest
 {
@@ -61,8 +29,8 @@ public slots:
     void open(const QUrl& url) { m_opened.append(url); }
 
 private slots:
+    void initTestCase();
     void cleanup();
-    void reading_data();
     void reading();
     void writing();
     void withoutHost();
@@ -82,9 +50,68 @@ private:
         PublishedHost::publish(m_host.get());
     }
 
+    /// The plugin that was asked for an interface last, and the number.
+    static QString lastAsked()
+    {
+        const QStringList asked =
+            recorder().names({"QueryInterface(0x0)", "QueryInterface(0x1001)", "QueryInterface(0x1011)"});
+        return asked.isEmpty() ? QString() : asked.last();
+    }
+
     std::unique_ptr<TestContainer> m_host;
     QList<QUrl> m_opened;
 };
+
+namespace {
+
+/// The flags in one string: shutting down, mini mode, close value, frame style, separator.
+QString flagValues()
+{
+    return QString("%1 %2 %3 %4 %5")
+        .arg(CommonUtils::IsShuttingDown())
+        .arg(CommonUtils::IsMiniMode())
+        .arg(CommonUtils::getCloseValue())
+        .arg(CommonUtils::GetFrameStyle())
+        .arg(CommonUtils::GetSMSSeperatorConfigValue() + 2 * gSeparator);
+}
+
+/// Runs until it may end. It can be terminated, but only at a place where it holds no lock.
+class StubbornThread : public QThread
+{
+public:
+    StubbornThread()
+    {
+        start();
+        m_isRunning.acquire();
+    }
+
+    std::atomic<bool> m_mayEnd{false};
+    std::atomic<bool> m_hasEnded{false};
+
+protected:
+    void run() override
+    {
+        setTerminationEnabled(false);
+        m_isRunning.release();
+        while (!m_mayEnd) {
+            msleep(10);
+            setTerminationEnabled(true);
+            setTerminationEnabled(false);
+        }
+        m_hasEnded = true;
+    }
+
+private:
+    QSemaphore m_isRunning;
+};
+
+} // namespace
+
+/// Comes before any init(), which sets the flags.
+void TestCommonUtils::initTestCase()
+{
+    QCOMPARE(flagValues(), QString("0 0 0 1 3"));
+}
 
 void TestCommonUtils::cleanup()
 {
@@ -94,38 +121,31 @@ void TestCommonUtils::cleanup()
     checkLog();
 }
 
-void TestCommonUtils::reading_data()
-{
-    const auto row = dataTable<QString, int>("function", "view");
-    row("merged", "GetSettings", ScriptedDeviceService::Merged);
-    row("user", "GetUserSettings", ScriptedDeviceService::User);
-}
-
 void TestCommonUtils::reading()
 {
-    QFETCH(QString, function);
-    QFETCH(int, view);
-    const auto store = [=](const QString& value) {
-        service().setSetting("sec", "k%s", value, ScriptedDeviceService::View(view));
-    };
-    const auto read = view ? &CommonUtils::GetUserSettings : &CommonUtils::GetSettings;
-    const QString line = "{time}: {file}: " + function + ": QRVL_GetSettings "; // both views say so
-    for (const QString& value :
-         {QString::fromUtf8("\xE2\x82\xAC \xF0\x9F\x93\xB6\n"), QString(""), QString(QChar(0xD800))}) {
-        store(value);
-        QCOMPARE(read("sec", "k%s"), value);
-    }
-    QCOMPARE(log().lines(QtDebugMsg, line + "(sec, k%s) returned 0").size(), 3);
+    for (const auto view : {ScriptedDeviceService::Merged, ScriptedDeviceService::User}) {
+        const auto store = [view](const QString& value) {
+            service().setSetting("sec", "k%s", value, view);
+        };
+        const auto read = view ? &CommonUtils::GetUserSettings : &CommonUtils::GetSettings;
+        const QString function = view ? "GetUserSettings" : "GetSettings";
+        const QString line = "{time}: {file}: " + function + ": QRVL_GetSettings "; // the same for both
+        for (const QString& value :
+             {QString::fromUtf8("\xE2\x82\xAC \xF0\x9F\x93\xB6\n"), QString(""), QString(QChar(0xD800))}) {
+            store(value);
+            QCOMPARE(read("sec", "k%s"), value);
+        }
+        QCOMPARE(log().lines(QtDebugMsg, line + "(sec, k%s) returned 0").size(), 3);
 
-    log().allow(line + "returned 0");
-    store({}); // success without a value
-    QCOMPARE(read("sec", "k%s"), QString());
-    QCOMPARE(log().lines(QtWarningMsg).size(), 1);
-    log().allow(line + "returned 3");
-    store("value");
-    service().setResult("QRVL_" + function, 3);
-    QCOMPARE(read("sec", "k%s"), QString());
-    QCOMPARE(log().lines(QtWarningMsg, line + "returned 3").size(), 1);
+        log().allow(line + "returned {n}");
+        store({}); // success without a value
+        QCOMPARE(read("sec", "k%s"), QString());
+        store("value");
+        service().setResult("QRVL_" + function, 3); // with a buffer that is not the caller's
+        QCOMPARE(read("sec", "k%s"), QString());
+        VERIFY_LOGGED_IN_ORDER(line + "returned 0", line + "(sec, k%s) returned 3", line + "returned 3");
+        QCOMPARE(log().lines(QtWarningMsg), log().lines("{*}QRVL_GetSettings returned {n}"));
+    }
 }
 
 void TestCommonUtils::writing()
@@ -143,14 +163,17 @@ void TestCommonUtils::writing()
 
 void TestCommonUtils::withoutHost()
 {
-    QVERIFY(!CommonUtils::GetDeviceMgrPlugin());
-    QVERIFY(log().contains("{time}: {file}: GetDeviceMgrPlugin:Get plugin container error"));
-    QVERIFY(!CommonUtils::GetMainWindow());
-    QVERIFY(log().contains("{file}: GetMainWindow: Startup::GetPluginContainer failed"));
-    QVERIFY(!CommonUtils::GetLayoutPlugin());
-    QVERIFY(!CommonUtils::IsPluginAvailable("A"));
-    QVERIFY(!CommonUtils::MakeCall("112", UI_CALL_VOICE));
-    QVERIFY(CommonUtils::GetUIEmbedPlugibList().isEmpty());
+    QVERIFY(!CommonUtils::GetDeviceMgrPlugin() && !CommonUtils::GetMainWindow());
+    QVERIFY(!CommonUtils::GetLayoutPlugin() && CommonUtils::GetUIEmbedPlugibList().isEmpty());
+    QVERIFY(!CommonUtils::IsPluginAvailable("A") && !CommonUtils::MakeCall("112", UI_CALL_VOICE));
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetDeviceMgrPlugin:Get plugin container error",
+                           "{time}: {file}: GetMainWindow : {n} : Enter",
+                           "{file}: GetMainWindow: Startup::GetPluginContainer failed",
+                           "{time}: {file}: GetMainWindow : {n} : Exit",
+                           "Start of {file}: IsPluginAvailable: {n}: ",
+                           "End of {file}: IsPluginAvailable: {n}: ", "Start: {time}: {file}: MakeCall {n}",
+                           "Null pointer returning from : {time}: {file}: MakeCall {n}");
+    QCOMPARE(log().lines().size(), 8);
 }
 
 void TestCommonUtils::lookups()
@@ -159,54 +182,61 @@ void TestCommonUtils::lookups()
     publish({{PluginIds::DeviceManager, "TestDeviceMgr"},
              {PluginIds::MainFrame, "TestMainFrame"},
              {"L", "TestAlpha"}},
-            PluginIds::MainFrame);
+            "L"); // the layout's main frame is the one with this name
     QWidget window;
     recorder().setAnswer("TestMainFrame.GetMainWindow", QVariant::fromValue<QObject*>(&window));
 
     QVERIFY(CommonUtils::GetDeviceMgrPlugin());
+    QCOMPARE(lastAsked(), QString("TestDeviceMgr.QueryInterface(0x1001)"));
     QCOMPARE(CommonUtils::GetMainWindow(), &window);
-    QVERIFY(!CommonUtils::GetLayoutPlugin()); // the main frame names none
-    recorder().setAnswer("TestMainFrame.GetLayoutPluginClsid", "L");
+    QCOMPARE(lastAsked(), QString("TestMainFrame.QueryInterface(0x1011)"));
+    QVERIFY(!CommonUtils::GetLayoutPlugin()); // it names none
+    QCOMPARE(lastAsked(), QString("TestAlpha.QueryInterface(0x1011)"));
+    recorder().setAnswer("TestAlpha.GetLayoutPluginClsid", PluginIds::DeviceManager);
     QVERIFY(CommonUtils::GetLayoutPlugin());
-    QVERIFY(!recorder().calls("TestAlpha.QueryInterface(0x1001)").isEmpty());
-    QVERIFY(CommonUtils::IsPluginAvailable("L"));
-    QVERIFY(!CommonUtils::IsPluginAvailable("unknown"));
-    VERIFY_LOGGED_IN_ORDER(
-        "{time}: {file}: GetDeviceMgrPlugin:Get plugin container success",
-        "{time}: {file}: GetMainWindow : {n} : Enter", "{time}: {file}: GetMainWindow : {n} : Exit",
-        "Start of {file}: IsPluginAvailable: {n}: ", "End of {file}: IsPluginAvailable: {n}: ");
+    QCOMPARE(lastAsked(), QString("TestDeviceMgr.QueryInterface(0x1001)"));
+    QVERIFY(CommonUtils::IsPluginAvailable("L") && !CommonUtils::IsPluginAvailable("unknown"));
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetDeviceMgrPlugin:Get plugin container success");
+
+    log().allow("GetMainWindow: plugin main frame threw: broken");
+    log().allow("GetLayoutPluginClsid: plugin main frame threw: broken");
+    for (const char* operation : {"TestMainFrame.GetMainWindow", "TestAlpha.GetLayoutPluginClsid"})
+        recorder().setHook(operation, [] { throw std::runtime_error("broken"); });
+    QVERIFY(!CommonUtils::GetMainWindow() && !CommonUtils::GetLayoutPlugin());
 }
 
 void TestCommonUtils::lookupsThatMiss()
 {
-    publish({{"M", "TestMainFrame"}}, "M"); // a main frame of another clsid
-    QVERIFY(!CommonUtils::GetDeviceMgrPlugin());
-    QVERIFY(log().contains("{time}: {file}: GetDeviceMgrPlugin:fail to get plugin"));
-    QVERIFY(!CommonUtils::GetMainWindow());
-    QVERIFY(log().contains("{file}: GetMainWindow: pPluginContainer->GetPlugin failed"));
+    publish({{"M", "TestMainFrame"}}, "M");
+    QVERIFY(!CommonUtils::GetDeviceMgrPlugin() && !CommonUtils::GetMainWindow());
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetDeviceMgrPlugin:fail to get plugin",
+                           "{file}: GetMainWindow: pPluginContainer->GetPlugin failed");
     recorder().setAnswer("TestMainFrame.GetLayoutPluginClsid", "unknown");
     QVERIFY(!CommonUtils::GetLayoutPlugin());
     recorder().setAnswer("TestMainFrame.QueryInterface(0x1011)", QVariant::fromValue<QObject*>(this));
-    QVERIFY(!CommonUtils::GetLayoutPlugin());
+    QVERIFY(!CommonUtils::GetLayoutPlugin()); // another kind of plugin
 }
 
 void TestCommonUtils::makeCall()
 {
     const QString nothing = "Null pointer returning from : {time}: {file}: MakeCall {n}";
+    const QString end = "End  : {time}: {file}: MakeCall {n}";
+    const auto unlisted = _UI_EN_CALL_TYPE(-70000);
     publish({{PluginIds::CallUI, "TestAlpha"}});
-    QVERIFY(!CommonUtils::MakeCall("", UI_CALL_VIDEO));
-    QVERIFY(log().contains(nothing));
     recorder().setAnswer("TestAlpha.Call", true);
-    QVERIFY(CommonUtils::MakeCall("+49 30 1", UI_CALL_VIDEO));
-    QCOMPARE(recorder().calls("TestAlpha.Call")[0].arguments, QVariantList({"+49 30 1", int(UI_CALL_VIDEO)}));
+    QVERIFY(!CommonUtils::MakeCall("", UI_CALL_VIDEO));
+    QCOMPARE(log().count(nothing), 1);
+    QVERIFY(!recorder().names().contains("TestAlpha.QueryInterface(0x1001)"));
+    QVERIFY(CommonUtils::MakeCall("+49 30 1", unlisted));
+    QCOMPARE(lastAsked(), QString("TestAlpha.QueryInterface(0x1001)"));
+    QCOMPARE(recorder().calls("TestAlpha.Call")[0].arguments, QVariantList({"+49 30 1", int(unlisted)}));
     recorder().setAnswer("TestAlpha.Call", false);
     QVERIFY(!CommonUtils::MakeCall("refused", UI_CALL_VOICE));
     QCOMPARE(recorder().calls("TestAlpha.Call").size(), 2);
-    QCOMPARE(log().count("Start: {time}: {file}: MakeCall {n}"), 3);
-    QCOMPARE(log().count("End  : {time}: {file}: MakeCall {n}"), 0);
+    QVERIFY(log().count(nothing) == 1 && !log().contains(end));
     recorder().setAnswer("TestAlpha.QueryInterface(0x1001)", QVariant::fromValue<QObject*>(this));
     QVERIFY(!CommonUtils::MakeCall("112", UI_CALL_VOICE)); // another kind of plugin
-    QCOMPARE(log().count("End  : {time}: {file}: MakeCall {n}"), 1);
+    QCOMPARE(log().count(end), 1);
     publish({{"other", "TestAlpha"}});
     QVERIFY(!CommonUtils::MakeCall("112", UI_CALL_VOICE));
     QCOMPARE(log().count(nothing), 2);
@@ -227,68 +257,78 @@ void TestCommonUtils::embeddedPlugins()
     publish(entries);
     for (const int style : {1, ~4, 4, 5}) {
         CommonUtils::SetFrameStyle(style);
-        const bool isCompact = style == 4 || style == 5;
-        QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), isCompact
-                                                          ? QStringList({"Z", otherCase, "A"})
-                                                          : QStringList({"Z", further, otherCase, "A"}));
+        QStringList expected = {"Z", further, otherCase, "A"};
+        if (style == 4 || style == 5)
+            expected.removeAll(further);
+        QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), expected);
     }
+    QCOMPARE(log().count("{file}: GetUIEmbedPlugibList: entered"), 4);
 }
 
 void TestCommonUtils::openUrl()
 {
     for (const char* scheme : {"file", "test"})
         QDesktopServices::setUrlHandler(scheme, this, "open");
-    for (const char* target : {"/doc/manual #1.pdf", "/doc/a.html", "/doc/nohtm"}) {
+    for (const char* target : {"/doc/manual #1.pdf", "/doc/a.html", "/doc/nohtm", "test://host/path?q=1",
+                               "test:page.HTML", "test:page.HTM", "test:a.PDF"}) {
         QVERIFY(CommonUtils::OpenUrl(target));
-        QCOMPARE(m_opened.takeLast(), QUrl::fromLocalFile(target));
-    }
-    for (const char* target : {"test://host/path?q=1", "test:page.HTML"}) { // capitals are no file
-        QVERIFY(CommonUtils::OpenUrl(target));
-        QCOMPARE(m_opened.takeLast(), QUrl(target));
+        QCOMPARE(m_opened.takeLast(), *target == '/' ? QUrl::fromLocalFile(target) : QUrl(target));
     }
     for (const char* scheme : {"file", "test"})
         QDesktopServices::unsetUrlHandler(scheme);
+    QVERIFY(!CommonUtils::OpenUrl(""));
     QVERIFY(log().contains("the url is : test://host/path?q=1"));
+    QCOMPARE(CommonUtils::GetPluginLibraryPath(), QCoreApplication::applicationDirPath());
+    QVERIFY(log().contains("{time}: {file}: GetPluginLibraryPath: other os plugin folder is " +
+                           QCoreApplication::applicationDirPath()));
 }
 
 void TestCommonUtils::flags()
 {
-    CommonUtils::SetShutDownFlag();
-    QVERIFY(CommonUtils::IsShuttingDown() && !CommonUtils::IsMiniMode() && !CommonUtils::getCloseValue());
-    CommonUtils::ResetShutDownFlag();
-    CommonUtils::setCloseValue(true);
-    QVERIFY(!CommonUtils::IsShuttingDown() && !CommonUtils::IsMiniMode() && CommonUtils::getCloseValue());
-    CommonUtils::SetSMSSeperatorConfigValue(false);
-    QVERIFY(!gSeparator && !CommonUtils::GetSMSSeperatorConfigValue());
+    QString values;
+    for (void (*change)() : {&CommonUtils::SetShutDownFlag, &CommonUtils::SetMiniModeFlag,
+                             &CommonUtils::ResetShutDownFlag, +[] { CommonUtils::setCloseValue(true); },
+                             &CommonUtils::ResetMiniModeFlag, +[] { CommonUtils::SetFrameStyle(-70000); },
+                             +[] {
+                                 CommonUtils::SetSMSSeperatorConfigValue(false);
+                             }}) {
+        change();
+        values += flagValues() + '|';
+    }
+    QCOMPARE(values,
+             QString("1 0 0 1 3|1 1 0 1 3|0 1 0 1 3|0 1 1 1 3|0 0 1 1 3|0 0 1 -70000 3|0 0 1 -70000 0|"));
 }
 
 void TestCommonUtils::waitForThread()
 {
+    const QString enter = "{time}: {file}: WaitForThreadToStop: Enter. unMaxWait: ";
+    const QString leave = "{time}: {file}: WaitForThreadToStop: Leave ";
     CommonUtils::WaitForThreadToStop(nullptr, 5);
-    QVERIFY(log().contains("{time}: {file}: WaitForThreadToStop: Enter. unMaxWait: 5"));
-    QVERIFY(!log().contains("{*}Leave{*}"));
+    QVERIFY(log().contains(enter + '5') && !log().contains(leave));
 
     QThread withLoop;
     withLoop.start();
     CommonUtils::WaitForThreadToStop(&withLoop, 600);
-    QVERIFY(withLoop.isFinished());
-    QVERIFY(log().contains("{time}: {file}: WaitForThreadToStop: Leave "));
+    QVERIFY(withLoop.isFinished() && log().contains(leave));
 
     StubbornThread endsInTime;
-    endsInTime.startGuarded();
     std::thread other([&] {
-        QThread::msleep(100);
+        log().waitFor(enter + "30");
         endsInTime.m_mayEnd = true;
     });
     CommonUtils::WaitForThreadToStop(&endsInTime, 30);
     other.join();
-    QVERIFY(endsInTime.isFinished() && endsInTime.m_mayEnd);
+    QVERIFY(endsInTime.isFinished() && endsInTime.m_hasEnded);
 
-    StubbornThread stubborn;
-    stubborn.startGuarded();
-    CommonUtils::WaitForThreadToStop(&stubborn, 0);
-    QVERIFY(stubborn.wait(10000)); // it was terminated
-    QVERIFY(!stubborn.m_mayEnd);
+    for (const int seconds : {0, 1}) {
+        StubbornThread stubborn;
+        QElapsedTimer timer;
+        timer.start();
+        CommonUtils::WaitForThreadToStop(&stubborn, seconds);
+        QVERIFY(timer.elapsed() >= 900 * seconds);
+        QVERIFY(stubborn.wait(10000)); // it was terminated
+        QVERIFY(!stubborn.m_hasEnded);
+    }
 }
 
 void TestCommonUtils::boundedFill()

@@ -10,6 +10,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QRegularExpression>
+#include <QXmlStreamReader>
 
 class TestOperatorData : public CoreTest
 {
@@ -20,13 +21,12 @@ private slots:
     void networks();
     void translated();
     void imsi();
-    void codesAndInstance();
-    void brokenLists_data();
+    void codes();
     void brokenLists();
     void shippedLists();
     void standardConfig_data();
     void standardConfig();
-    void standardConfigFiles();
+    void standardConfigSteps();
 
 private:
     static QString folder()
@@ -38,6 +38,13 @@ private:
         writeFile(folder() + name, content);
     }
     static StatusBarOpListParse& lists() { return *StatusBarOpListParse::GetInstance(); }
+
+    /// Short and full name, region and language string of a network.
+    static QString names(const QString& mcc, const QString& mnc)
+    {
+        const _ST_MCCMNC_ITEM item = lists().GetOperatorData(mcc, mnc);
+        return QStringList({item.shortdescr, item.fulldescr, item.descr, item.langid}).join('|');
+    }
 };
 
 void TestOperatorData::cleanup()
@@ -49,40 +56,28 @@ void TestOperatorData::cleanup()
 
 void TestOperatorData::networks()
 {
-    writeList(
-        "OperatorList.xml",
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<OperatorList><Item mcc=\"208\" shortdescr=\"X\"/>"
-        "<MccMnc><Item mcc=\"001\" mnc=\"01\" shortdescr=\"Test &amp; &lt;&quot;\"/>"
-        "<Region descr=\"Asia\"/><Item mcc=\"460\" mnc=\"00\" shortdescr=\"One\" fulldescr=\"One Ltd\"/>"
-        "<Item mcc=\"460\" mnc=\"01\" shortdescr=\"Old\" fulldescr=\"Old Ltd\" langid=\"old\"/><item/>"
-        "<Region descr=\"America\"><Item mcc=\"460\" mnc=\"01\" shortdescr=\"New\"/></Region>"
-        "<Item mcc=\"310\" mnc=\"260\" shortdescr=\"Six\"/></MccMnc><unknown>text</unknown>"
-        "<MccOnly><Region descr=\"Europe\"/><Item mcc=\"460\" shortdescr=\"CN\" fulldescr=\"China\"/>"
-        "</MccOnly><MccMnc><Item mcc=\"460\" mnc=\"77\" shortdescr=\"Late\"/></MccMnc></OperatorList>");
-    const struct
-    {
-        QString mcc, mnc, names; // short, full, region
-    } cases[] = {
-        {"460", "00", "One|One Ltd|Asia"},
-        {"001", "01", "Test & <\"||"},  // before the first region
-        {"310", "260", "Six||America"}, // behind an item inside the region
-        {"460", "01", "New||America"},  // the later one wins
-        {"460", "000", "CN000|CN|"},    // a known country
-        {"460", "", "CN|CN|"},
-        {"46", "000", "One|One Ltd|Asia"}, // the codes are joined
-        {"208", "99", "||"},               // outside the sections
-        {"460", "77", "CN77|CN|"},         // in a section behind the last one
-        {QString::fromUtf8("x\xC3\xA9"), QString(100000, '1'), "||"},
-    };
-    for (const auto& row : cases) {
-        const _ST_MCCMNC_ITEM item = lists().GetOperatorData(row.mcc, row.mnc);
-        QCOMPARE(QStringList({item.shortdescr, item.fulldescr, item.descr}).join('|'), row.names);
-        QCOMPARE(item.langid, QString());
-    }
+    writeList("OperatorList.xml",
+              "<?xml version='1.0' encoding='UTF-8'?>\r\n<OperatorList><Item mcc='208' shortdescr='X'/>"
+              "<MccMnc><Item mcc='001' mnc='01' shortdescr='Test &amp; &lt;&quot;'/>"
+              "<Region descr='Asia'/><Item mcc='460' mnc='00' shortdescr='One' fulldescr='One Ltd'/>"
+              "<Item mcc='460' mnc='01' shortdescr='Old' fulldescr='Old Ltd' langid='old'/><item/>"
+              "<Region descr='America'><Item mcc='460' mnc='01' shortdescr='New'/></Region>"
+              "<Item mcc='310' mnc='260' shortdescr='Six'/></MccMnc><unknown>text</unknown>"
+              "<MccOnly><Region descr='Europe'/><Item mcc='460' shortdescr='CN' fulldescr='China'/>"
+              "</MccOnly><MccMnc><Item mcc='460' mnc='77' shortdescr='Late'/></MccMnc></OperatorList>");
+    QCOMPARE(names("460", "00"), QString("One|One Ltd|Asia|"));
+    QCOMPARE(names("001", "01"), QString("Test & <\"|||"));     // before the first region
+    QCOMPARE(names("310", "260"), QString("Six||America|"));    // after an item inside the region
+    QCOMPARE(names("460", "01"), QString("New||America|"));     // the later entry applies
+    QCOMPARE(names("460", "000"), QString("CN000|CN||"));       // a known country
+    QCOMPARE(names("46", "000"), QString("One|One Ltd|Asia|")); // the codes are joined
+    QCOMPARE(names("208", "99"), QString("|||"));               // outside the sections
+    QCOMPARE(names("460", "77"), QString("CN77|CN||"));         // after the last section
+    QCOMPARE(names(QString::fromUtf8("x\xC3\xA9"), QString(100000, '1')), QString("|||"));
     VERIFY_LOGGED_IN_ORDER("{file}: LoadFile: called", "{time}: {file}: readMccMncInfo: called",
-                           "{time}: {file}: readMccOnlyInfo: called",
-                           "{file}: LoadCPLMNOpListFile: File " + folder() +
-                               "CPLMNOpList.xml does not exist");
+                           "{time}: {file}: readMccOnlyInfo: called", "{file}: LoadCPLMNOpListFile: called",
+                           "{file}: LoadCPLMNOpListFile: File " + folder() + "CPLMNOpList.xml does not exist",
+                           "{file}: LoadCMCCMNCOpListFile: called");
 }
 
 void TestOperatorData::translated()
@@ -93,13 +88,9 @@ void TestOperatorData::translated()
               "<OperatorList><MccMnc><Item mcc='001' mnc='01' shortdescr='a' fulldescr='A' langid='one'/>"
               "<Item mcc='001' mnc='02' shortdescr='b' langid='none'/></MccMnc>"
               "<MccOnly><Item mcc='001' shortdescr='c' langid='one'/></MccOnly></OperatorList>");
-    const auto names = [](const char* mnc) {
-        const _ST_MCCMNC_ITEM item = lists().GetOperatorData("001", mnc);
-        return item.shortdescr + '|' + item.fulldescr + '|' + item.langid;
-    };
-    QCOMPARE(names("01"), QString("First|A|one"));
-    QCOMPARE(names("02"), QString("b||none"));
-    QCOMPARE(names("03"), QString("First|c|one"));
+    QCOMPARE(names("001", "01"), QString("First|A||one"));
+    QCOMPARE(names("001", "02"), QString("b|||none"));
+    QCOMPARE(names("001", "03"), QString("First|c||one"));
 
     const QVector<TagUnits> units = {{"KB", 1, 0, "kb"}, {"MB", 1000, 1000, "none"}};
     QCOMPARE(CommonUtils::SpeedUnitToString(units, "StatusBarMgrPlugin"), QString("kB"));
@@ -110,24 +101,29 @@ void TestOperatorData::translated()
 void TestOperatorData::imsi()
 {
     writeList("CPLMNOpList.xml",
-              "<CPLMN><Item IMSI=\"31026\" operator=\"five\"/><Item IMSI=\"310260\" operator=\"x\"/>"
-              "<Item IMSI=\"9999\" operator=\"four\"/><Item IMSI=\"\" operator=\"none\"/><Item/>"
-              "<Item IMSI=\"3102601234\" operator=\"ten\"/><Item IMSI=\"310260\" operator=\"six\"/></CPLMN>");
-    const QPair<QString, QString> cases[] = {{"310260199999999", "six"},
-                                             {"310269123456789", "five"},
-                                             {"31026", "five"},
-                                             {"3102601234", "ten"},
-                                             {"310260" + QString(99994, '9'), "six"}};
+              "<CPLMN><Item IMSI='31026' operator='five'/><Item IMSI='310260' operator='x'/>"
+              "<Item IMSI='9999' operator='four'/><Item IMSI='' operator='none'/><Item/>"
+              "<Item IMSI='3102601234' operator='ten'/><Item IMSI='310260' operator='six'/></CPLMN>");
+    const QPair<QString, QString> cases[] = {
+        {"310260199999999", "six"},
+        {"310269123456789", "five"},
+        {"31026", "five"},
+        {"3102601234", "ten"},
+        {"310260" + QString(99994, '9'), "six"},
+        // A listed prefix of four does not apply, and none is found inside the IMSI.
+        {"99991", ""},
+        {"9999", ""},
+        {"", ""},
+        {"262011234567890", ""},
+        {"0310260", ""}};
     for (const auto& [imsi, name] : cases)
         QCOMPARE(lists().GetCPLMNOperatorData(imsi), name);
     QCOMPARE(log().count("{time}: {file}: GetCPLMNOperatorData: IMSI Contain"), 5);
-    // A listed prefix of four is not tried, and none is sought in the middle.
-    for (const char* imsi : {"99991", "9999", "", "262011234567890", "0310260"})
-        QCOMPARE(lists().GetCPLMNOperatorData(imsi), QString());
-    QCOMPARE(log().count("{time}: {file}: GetCPLMNOperatorData: IMSI Contain"), 5);
+    lists().ReleaseData();
+    QCOMPARE(lists().GetCPLMNOperatorData("31026"), QString());
 }
 
-void TestOperatorData::codesAndInstance()
+void TestOperatorData::codes()
 {
     QVERIFY(QDir().mkpath(folder() + "OperatorList.xml")); // cannot be opened
     StatusBarOpListParse* const first = StatusBarOpListParse::GetInstance();
@@ -146,32 +142,36 @@ void TestOperatorData::codesAndInstance()
     for (const char* code : {"", "4600", "460000", "46000 "})
         QCOMPARE(name(code), QString());
     QCOMPARE(lists().GetLoadFileName(), QString("CMCCMNCOpList.xml"));
+
+    writeList("more.xml", "<OperatorList><MccMnc><Item mcc='460' mnc='1' shortdescr='a'/></MccMnc>"
+                          "<MccOnly><Item mcc='461' shortdescr='b'/></MccOnly></OperatorList>");
+    lists().LoadFile("more.xml");
+    QCOMPARE(names("460", "1") + names("461", "2"), QString("a|||b2|b||"));
     lists().ReleaseData();
     QVERIFY(log().contains("{file}: ReleaseData: called"));
-    QCOMPARE(name("46000"), QString());
-    lists().LoadCMCCMNCOpListFile("CMCCMNCOpList.xml");
-    QCOMPARE(name("46000"), QString("Two"));
+    QCOMPARE(name("46000") + names("460", "1") + names("461", "2"), QString("||||||"));
 }
 
-void TestOperatorData::brokenLists_data()
-{
-    const auto row = dataTable<QByteArray, QString>("tail", "error"); // behind a good item
-    const QString inSection = "Error: {*} at line 2, column {n}";
-    row("truncated", "", inSection);
-    row("region without an end", "<Region descr=\"A\"></MccMnc></OperatorList>", inSection);
-    row("NUL", QByteArray("<Item mcc=\"\0\"/></MccMnc></OperatorList>", 39), inSection);
-    row("nested without end", QByteArray("<MccMnc>").repeated(100000), inSection);
-    row("second root", "</MccMnc><MccOnly/></OperatorList><OperatorList/>", "Extra content{*}");
-}
-
+/// What stands before the error is kept.
 void TestOperatorData::brokenLists()
 {
-    QFETCH(QByteArray, tail);
-    QFETCH(QString, error);
-    writeList("OperatorList.xml",
-              "<OperatorList><MccMnc>\n<Item mcc=\"460\" mnc=\"00\" shortdescr=\"One\"/>" + tail);
-    QCOMPARE(lists().GetOperatorData("460", "00").shortdescr, QString("One"));
-    QCOMPARE(log().count(error), 1);
+    int count = 0;
+    for (const QByteArray& tail :
+         {QByteArray(), QByteArray("<Region descr='A'></MccMnc></OperatorList>"),
+          QByteArray("<Item mcc='\0'/>", 13), QByteArray("<MccMnc>").repeated(100000),
+          QByteArray("</MccMnc><MccOnly><x></MccOnly>"), QByteArray("</MccMnc></x>")}) {
+        writeList("OperatorList.xml",
+                  "<OperatorList><MccMnc>\n<Item mcc='460' mnc='00' shortdescr='One'/>" + tail);
+        writeList("CPLMNOpList.xml", "<CPLMN><Item IMSI='31026' operator='five'/></x>");
+        StatusBarOpListParse::DestroyInstance();
+        QCOMPARE(names("460", "00"), QString("One|||"));
+        QCOMPARE(lists().GetCPLMNOperatorData("31026"), QString("five"));
+        QCOMPARE(log().count("Error: {*} at line 2, column {n}"), ++count);
+        QCOMPARE(log().count("Error: {*} at line 1, column {n}"), count);
+    }
+    writeList("OperatorList.xml", "<OperatorList><MccOnly/></OperatorList><OperatorList/>");
+    lists().LoadFile("OperatorList.xml");
+    QVERIFY(log().contains("Extra content{*}"));
 }
 
 /// The lists of the installation are complete and agree with each other.
@@ -201,49 +201,38 @@ void TestOperatorData::shippedLists()
 
 void TestOperatorData::standardConfig_data()
 {
-    // values: of the names a and b in conditions, results and custom info
-    const auto row = dataTable<QByteArray, int, QString, int>("content", "result", "values", "faultLines");
-    row("first of each block",
-        "<qrvldoc><customize_item><conditions><item name='a' value='1'/><item name='b' value='2'/>"
-        "</conditions><results><item name='b' value='3'/><item name='a' value='4'/></results>"
-        "</customize_item><customize_Info><item name='a' value='5'/><item name='b' value='6'/>"
-        "</customize_Info></qrvldoc>",
-        0, "1..35.", 0);
-    row("blocks add up",
-        "<qrvldoc><customize_item><conditions><item name='a' value='1'/></conditions><conditions>"
-        "<item name='b' value='2'/></conditions></customize_item><customize_item><conditions>"
-        "<item name='a' value='3'/></conditions></customize_item></qrvldoc>",
-        0, "32....", 0);
-    row("what stands elsewhere",
-        "<x><conditions><item name='a' value='1'/></conditions><qrvldoc><item name='a' value='1'/>"
-        "<Customize_Info><item name='a' value='1'/></Customize_Info></qrvldoc></x>",
-        0, "......", 0);
-    row("empty blocks",
-        "<qrvldoc><customize_item><conditions/><results></results></customize_item><customize_Info/>"
-        "<customize_item><results><item name='a' value='1'/></results></customize_item></qrvldoc>",
-        0, "..1...", 0);
-    row("other elements in a block",
-        "<qrvldoc><customize_Info><x/><item name='a' value='1'/></customize_Info>"
-        "<customize_Info><item name='b' value='2'><x/></item></customize_Info></qrvldoc>",
-        0, ".....2", 0);
+    // "[i [c a1" stands for <customize_item><conditions><item name='a' value='1'/>; values: of the names a and
+    // b in conditions, results and custom info
+    const auto row = dataTable<QByteArray, int, QString, int>("content", "result", "values", "errorLines");
+    row("first of each block", "[q [i [c a1 b2 c] [r b3 a4 r] i] [I a5 b6 I] q]", 0, "1..35.", 0);
+    row("blocks add up", "[q [i [c a1 c] [c b2 c] i] [i [c a3 c] i] q]", 0, "32....", 0);
+    row("elsewhere", "<x> [c a1 c] [q a1 <Customize_Info> a1 </Customize_Info> q] </x>", 0, "......", 0);
+    row("item before the root", "<x> [i [c a1 c] i] </x>", 0, "......", 0);
+    row("other elements in a block", "[q [I <x/> a1 I] [I <item><x/></item> I] [I b2 I] q]", 0, ".....2", 0);
     row("nothing", "", 0, "......", 0);
-    row("behind the root's end", "<qrvldoc/><", 0, "......", 0);
-    row("truncated", "<qrvldoc>", -1, "......", 1);
-    row("truncated in a block", "<qrvldoc><customize_item><conditions><item name='a' value='1'/>", -1,
-        "1.....", 2);
-    row("fault in the info", "<qrvldoc><customize_Info><item name='a' value='1'/></x>", -1, "....1.", 1);
+    row("after the root's end", "[q q] <", 0, "......", 0);
+    row("truncated", "[q ", -1, "......", 1);
+    row("truncated in a block", "[q [i [c a1", -1, "1.....", 2);
+    row("error in the info", "[q [I a1 </x>", -1, "....1.", 1);
 }
 
 void TestOperatorData::standardConfig()
 {
     QFETCH(QByteArray, content);
-    QFETCH(int, faultLines);
+    QFETCH(int, result);
+    QString xml = content;
+    for (const auto& [letter, name] : {std::pair{'q', "qrvldoc"},
+                                       {'i', "customize_item"},
+                                       {'I', "customize_Info"},
+                                       {'c', "conditions"},
+                                       {'r', "results"}})
+        xml.replace(QString('[') + letter, QString("<%1>").arg(name))
+            .replace(letter + QString(']'), QString("</%1>").arg(name));
+    xml.replace(QRegularExpression("\\b([ab])(\\d)"), R"(<item name="\1" value="\2"/>)");
+    writeList("standard.xml", xml.toUtf8());
     StandardConfigParse config("/missing.xml");
-    QVERIFY(log().contains("file not exist"));
-    QCOMPARE(config.readXmlFile(nullptr), -1);
-    QBuffer buffer(&content);
-    QVERIFY(buffer.open(QIODevice::ReadOnly));
-    QTEST(config.readXmlFile(&buffer), "result");
+    QCOMPARE(log().count("file not exist"), 1);
+    QCOMPARE(config.loadFile("/plugins/StatusBarMgrPlugin/standard.xml"), result);
     QString values;
     for (const auto get : {&StandardConfigParse::GetConditionByName, &StandardConfigParse::GetResultByName,
                            &StandardConfigParse::GetCustomInfoByName}) {
@@ -253,17 +242,29 @@ void TestOperatorData::standardConfig()
         }
     }
     QTEST(values, "values");
-    QCOMPARE(log().count("10:24:35: {file}: {func}: Read Error: "), faultLines);
-}
-
-void TestOperatorData::standardConfigFiles()
-{
-    writeList("standard.xml",
-              "<qrvldoc><customize_Info><item name='a' value='1'/></customize_Info></qrvldoc>");
-    StandardConfigParse config("/plugins/StatusBarMgrPlugin/standard.xml");
+    QTEST(log().count("10:24:35: {file}: {func}: Read Error: "), "errorLines");
     QCOMPARE(config.loadFile("plugins/StatusBarMgrPlugin/standard.xml"), -1); // joined without a separator
     QCOMPARE(config.loadFile("/plugins"), -1);                                // a folder
-    QCOMPARE(config.GetCustomInfoByName("a"), QString("1"));
+    QCOMPARE(config.readXmlFile(nullptr), -1);
+}
+
+void TestOperatorData::standardConfigSteps()
+{
+    StandardConfigParse config("/missing.xml");
+    const auto item = [&](const char* content) {
+        QXmlStreamReader reader(content);
+        reader.readNextStartElement();
+        return config.parseCustomizeItem(reader, "i");
+    };
+    QCOMPARE(item("<i/>"), 0);
+    QCOMPARE(item("<i><results><item/></results><conditions/></i>"), -2);
+    QCOMPARE(item("<i><conditions/><results><item/></results></i>"), -3);
+    QCOMPARE(item("<i><conditions/><results><x/></results></i>"), 0);
+    QVERIFY(!log().contains("{*}Read Error: "));
+    QCOMPARE(item("<i><conditions/>"), -1);
+    QVERIFY(log().contains("10:24:35: {file}: parseCustomizeItem: Read Error: "));
+    QXmlStreamReader info("<i><x");
+    QCOMPARE(config.parseCustomizeInfo(info, "i"), 0);
 }
 
 QTEST_GUILESS_MAIN(TestOperatorData)

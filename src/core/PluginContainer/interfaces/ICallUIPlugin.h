@@ -5,21 +5,21 @@
 #include <QString>
 #include <QtPlugin>
 
-/// Kinds of calls.
-enum _UI_EN_CALL_TYPE { // NOLINT(bugprone-reserved-identifier): part of the interface
+/// Kinds of calls. Values that are not listed are passed on unchanged.
+enum _UI_EN_CALL_TYPE : int { // NOLINT(bugprone-reserved-identifier): part of the interface
     UI_CALL_VOICE = 0,
     UI_CALL_VIDEO = 1,
 };
 
-/// The call plugin, answered under PluginIds::FirstService. GUI thread only.
+/// The call plugin; interface number PluginIds::FirstService. GUI thread only.
 class SKYLUME_EXPORT ICallUIPlugin
 {
 public:
     virtual ~ICallUIPlugin();
 
-    /// Begins a call and shows its window.
-    /// @param number the number to call, as dialled
-    /// @return whether the call was begun; false when the number cannot be dialled or a call is going on
+    /// Starts a call and shows its window.
+    /// @param number the number as dialled
+    /// @return false if the number cannot be dialled or another call is active
     virtual bool Call(const QString& number, _UI_EN_CALL_TYPE type) = 0;
 };
 

@@ -21,7 +21,7 @@ bool isAtEndOf(const QXmlStreamReader& reader, const QString& element)
 /// @return -1
 int logReadError(const char* function)
 {
-    // A fixed time, which tells these lines from those of other readers.
+    // The fixed time is part of the line.
     LOG_DEBUG("%s: %s: %s: Read Error: ", "10:24:35", LOG_FILE, function);
     return -1;
 }
@@ -84,7 +84,7 @@ int StandardConfigParse::parseCustomizeInfo(QXmlStreamReader& reader, QString en
     return parseDetail(reader, m_customInfo, std::move(endName));
 }
 
-/// Ends behind the first item: a block gives one, and files in the field count on it.
+/// Ends after the first item: a block contributes one entry only.
 int StandardConfigParse::parseDetail(QXmlStreamReader& reader, QMap<QString, QString>& table, QString endName)
 {
     constexpr QLatin1String itemElement("item");

@@ -6,8 +6,8 @@
 
 #include <utility>
 
-/// A key of a CodeTable: a text, or two that are joined. Up to eight Latin-1 characters, as network codes
-/// have, are packed into a number, so that no text is made and compared for them.
+/// A key of a CodeTable: a string, or two strings joined. Up to eight Latin-1 characters, enough for a network
+/// code, are packed into a number, which saves creating, hashing and comparing strings.
 class CodeKey
 {
 public:
@@ -20,10 +20,10 @@ public:
 
     bool isPacked() const { return m_isPacked; }
     quint64 packed() const { return m_packed; }
-    const QString& text() const { return m_text; } ///< when it is not packed
+    const QString& text() const { return m_text; } ///< if it is not packed
 
 private:
-    /// False when the text does not fit. NUL would not show.
+    /// @return false if the text does not fit; NUL cannot be packed
     bool pack(QStringView text)
     {
         for (const QChar c : text) {
@@ -39,12 +39,12 @@ private:
     bool m_isPacked;
 };
 
-/// Values by text.
+/// Values by CodeKey.
 template <typename Value>
 class CodeTable
 {
 public:
-    /// A later value replaces an earlier one of the same key.
+    /// Replaces an earlier value of the same key.
     void insert(const CodeKey& key, Value value)
     {
         (key.isPacked() ? m_short[key.packed()] : m_long[key.text()]) = std::move(value);

@@ -8,8 +8,8 @@
 #include <functional>
 #include <utility>
 
-/// Texts by the beginning of another one. Only lengths that a listed prefix has are tried, so that a look-up
-/// costs no more for a long text.
+/// Strings by prefix. A lookup tries only the lengths of the stored prefixes, so long texts cost no more than
+/// short ones.
 class PrefixTable
 {
 public:
@@ -22,8 +22,7 @@ public:
             m_lengths.insert(place, length);
     }
 
-    /// The value of the longest prefix of `text` that has `shortest` characters or more; null when there is
-    /// none.
+    /// The value of the longest stored prefix of `text` that has at least `shortest` characters, or null.
     const QString* find(QStringView text, int shortest) const
     {
         for (const int length : m_lengths) {
@@ -45,5 +44,5 @@ public:
 
 private:
     CodeTable<QString> m_table;
-    QVector<int> m_lengths; ///< of the prefixes, the longest first
+    QVector<int> m_lengths; ///< of the prefixes, longest first
 };

@@ -1,5 +1,5 @@
-// Reads the lists of operators.
-#include "common/StatusBarOpListParse.h"
+// Reads the operator lists.
+#include "common/operators/StatusBarOpListParse_p.h"
 
 #include "common/CommonUtils.h"
 #include "common/Log.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr QLatin1String ItemElement("Item");
 
-/// An "Item" element as it is read. The texts lie in the reader's buffers.
+/// The attributes of an "Item" element; views into the reader's buffers.
 struct Item
 {
     QStringView mcc, mnc, shortdescr, fulldescr, langid, imsi, code, name;
@@ -35,7 +35,7 @@ constexpr ItemAttribute ItemAttributes[] = {
     {QLatin1String("operator"), &Item::name},
 };
 
-/// @param attributes has to stay as long as the item is used
+/// @param attributes has to outlive the item
 Item itemFrom(const QXmlStreamAttributes& attributes)
 {
     Item item;
@@ -54,10 +54,12 @@ Item itemFrom(const QXmlStreamAttributes& attributes)
 _ST_MCCMNC_ITEM namesOf(const Item& item, const QString& region)
 {
     const QString shortdescr = item.shortdescr.toString();
-    const bool isAlsoFull = item.fulldescr == item.shortdescr; // often: the text is shared
+    const bool isAlsoFull = item.fulldescr == item.shortdescr; // usual: the string is shared
     return {shortdescr, isAlsoFull ? shortdescr : item.fulldescr.toString(), region, item.langid.toString()};
 }
 
+/// Reads a whole list.
+/// @param onRoot reads the root element, from its start tag
 template <typename OnRoot>
 void readRoot(QXmlStreamReader& reader, QStringView root, OnRoot onRoot)
 {
@@ -70,7 +72,7 @@ void readRoot(QXmlStreamReader& reader, QStringView root, OnRoot onRoot)
     }
 }
 
-/// Hands the items of a section, from behind its start tag, to onItem.
+/// Passes the items of a section to onItem; the reader stands at its start tag.
 template <typename OnItem>
 void readItems(QXmlStreamReader& reader, QStringView section, OnItem onItem)
 {
@@ -83,39 +85,55 @@ void readItems(QXmlStreamReader& reader, QStringView section, OnItem onItem)
     XmlFile::readElements(reader, onStartElement, section);
 }
 
+/// Opens a list, or logs why that is not possible.
+bool open(QFile& file, const char* function)
+{
+    LOG_DEBUG("%s: %s: called", LOG_FILE, function);
+    if (!file.exists()) {
+        LOG_DEBUG("%s: %s: File %s does not exist", LOG_FILE, function, qUtf8Printable(file.fileName()));
+        return false;
+    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        LOG_DEBUG("%s: %s: Error open file:%s", LOG_FILE, function, qUtf8Printable(file.fileName()));
+        return false;
+    }
+    return true;
+}
+
+/// Reads a list, if it can be opened.
+/// @param openedName receives its name when it was opened
+template <typename Read>
+void load(const QString& fileName, QString& openedName, Read read, const char* function)
+{
+    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/StatusBarMgrPlugin/") +
+               fileName);
+    if (!open(file, function))
+        return;
+    openedName = fileName;
+    QXmlStreamReader reader(&file);
+    read(reader);
+}
+
 } // namespace
 
 void StatusBarOpListParse::LoadFile(QString fileName)
 {
-    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readFile);
+    load(
+        fileName, m_d->fileName, [this](QXmlStreamReader& reader) { readFile(reader); }, LOG_FUNCTION);
 }
 
 void StatusBarOpListParse::LoadCPLMNOpListFile(QString fileName)
 {
-    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readCPLMNOpListFile);
+    load(
+        fileName, m_d->fileName, [this](QXmlStreamReader& reader) { readCPLMNOpListFile(reader); },
+        LOG_FUNCTION);
 }
 
 void StatusBarOpListParse::LoadCMCCMNCOpListFile(QString fileName)
 {
-    load(LOG_FUNCTION, fileName, &StatusBarOpListParse::readCMCCMNCOpListFile);
-}
-
-void StatusBarOpListParse::load(const char* function, const QString& fileName, ListReader read)
-{
-    LOG_DEBUG("%s: %s: called", LOG_FILE, function);
-    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/StatusBarMgrPlugin/") +
-               fileName);
-    if (!file.exists()) {
-        LOG_DEBUG("%s: %s: File %s does not exist", LOG_FILE, function, qUtf8Printable(file.fileName()));
-        return;
-    }
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        LOG_DEBUG("%s: %s: Error open file:%s", LOG_FILE, function, qUtf8Printable(file.fileName()));
-        return;
-    }
-    m_strFileName = fileName;
-    QXmlStreamReader reader(&file);
-    (this->*read)(reader);
+    load(
+        fileName, m_d->fileName, [this](QXmlStreamReader& reader) { readCMCCMNCOpListFile(reader); },
+        LOG_FUNCTION);
 }
 
 void StatusBarOpListParse::readFile(QXmlStreamReader& reader)
@@ -140,7 +158,7 @@ bool StatusBarOpListParse::readOperatorList(QXmlStreamReader& reader)
 bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
 {
     LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
-    if (!m_pHashMccMnc) {
+    if (!m_d->networks) {
         LOG_WARNING("%s: %s: %s: pre condition failed", LOG_TIME, LOG_FILE, LOG_FUNCTION);
         return false;
     }
@@ -149,7 +167,7 @@ bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
         const QXmlStreamAttributes attributes = element.attributes();
         if (element.name() == ItemElement) {
             const Item item = itemFrom(attributes);
-            m_pHashMccMnc->insert({item.mcc, item.mnc}, namesOf(item, region));
+            m_d->networks->insert({item.mcc, item.mnc}, namesOf(item, region));
         } else if (element.name() == QLatin1String("Region")) {
             region = attributes.value(QLatin1String("descr")).toString();
         }
@@ -161,32 +179,31 @@ bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader& reader)
 bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader& reader)
 {
     LOG_DEBUG("%s: %s: %s: called", LOG_TIME, LOG_FILE, LOG_FUNCTION);
-    if (!m_pHashMccOnly) {
+    if (!m_d->countries) {
         LOG_WARNING("%s: %s: %s: pre condition failed", LOG_TIME, LOG_FILE, LOG_FUNCTION);
         return false;
     }
     readItems(reader, u"MccOnly",
-              [this](const Item& item) { m_pHashMccOnly->insert(item.mcc, namesOf(item, {})); });
+              [this](const Item& item) { m_d->countries->insert(item.mcc, namesOf(item, {})); });
     return checkError(reader);
 }
 
 void StatusBarOpListParse::readCPLMNOpListFile(QXmlStreamReader& reader)
 {
-    readNames(reader, u"CPLMN",
-              [this](const Item& item) { m_hashCPLMN.insert(item.imsi, item.name.toString()); });
+    constexpr QStringView root(u"CPLMN");
+    readRoot(reader, root, [&] {
+        readItems(reader, root,
+                  [this](const Item& item) { m_d->imsiPrefixes.insert(item.imsi, item.name.toString()); });
+        checkError(reader);
+    });
 }
 
 void StatusBarOpListParse::readCMCCMNCOpListFile(QXmlStreamReader& reader)
 {
-    readNames(reader, u"CMCCMNC",
-              [this](const Item& item) { m_hashCMCCMNC.insert(item.code, item.name.toString()); });
-}
-
-template <typename OnItem>
-void StatusBarOpListParse::readNames(QXmlStreamReader& reader, QStringView root, OnItem onItem)
-{
+    constexpr QStringView root(u"CMCCMNC");
     readRoot(reader, root, [&] {
-        readItems(reader, root, onItem);
+        readItems(reader, root,
+                  [this](const Item& item) { m_d->codes.insert(item.code, item.name.toString()); });
         checkError(reader);
     });
 }

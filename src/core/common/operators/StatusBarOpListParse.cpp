@@ -1,26 +1,25 @@
-#include "common/StatusBarOpListParse.h"
+#include "common/operators/StatusBarOpListParse_p.h"
 
 #include "Change/Change.h"
 #include "common/Log.h"
 
-#include <QMutex>
-
-#include <new>
+#include <mutex>
 #include <utility>
 
 namespace {
 
-/// Shorter prefixes are never looked up: they would name a country, not an operator.
+/// Shorter prefixes would name a country, not an operator.
 constexpr int ShortestImsiPrefix = 5;
 
-QMutex instanceMutex;
-StatusBarOpListParse* instance = nullptr; // lives until DestroyInstance(), not until the library goes
+// Neither is destroyed before the process ends: a worker may still be reading the lists.
+std::mutex instanceMutex;
+StatusBarOpListParse* instance = nullptr;
 
 } // namespace
 
 StatusBarOpListParse* StatusBarOpListParse::GetInstance()
 {
-    const QMutexLocker locker(&instanceMutex);
+    const std::lock_guard<std::mutex> lock(instanceMutex);
     if (!instance)
         instance = new StatusBarOpListParse;
     return instance;
@@ -28,15 +27,14 @@ StatusBarOpListParse* StatusBarOpListParse::GetInstance()
 
 void StatusBarOpListParse::DestroyInstance()
 {
-    const QMutexLocker locker(&instanceMutex);
+    const std::lock_guard<std::mutex> lock(instanceMutex);
     delete std::exchange(instance, nullptr);
 }
 
 StatusBarOpListParse::StatusBarOpListParse()
-    : m_pHashMccMnc(new (std::nothrow) CodeTable<_ST_MCCMNC_ITEM>)
-    , m_pHashMccOnly(new (std::nothrow) CodeTable<_ST_MCCMNC_ITEM>)
+    : m_d(std::make_unique<Private>())
 {
-    if (!m_pHashMccMnc || !m_pHashMccOnly) {
+    if (!m_d->networks || !m_d->countries) {
         LOG_WARNING("%s: %s: memory creation fails", LOG_FILE, LOG_FUNCTION);
         return;
     }
@@ -45,9 +43,11 @@ StatusBarOpListParse::StatusBarOpListParse()
     LoadCMCCMNCOpListFile(QStringLiteral("CMCCMNCOpList.xml"));
 }
 
+StatusBarOpListParse::~StatusBarOpListParse() = default;
+
 _ST_MCCMNC_ITEM StatusBarOpListParse::GetOperatorData(QString mcc, QString mnc)
 {
-    _ST_MCCMNC_ITEM item = findOperator(mcc, mnc);
+    _ST_MCCMNC_ITEM item = m_d->findOperator(mcc, mnc);
     if (item.langid.isEmpty())
         return item;
     const QString translation = Change::tr(item.langid, QStringLiteral("StatusBarMgrPlugin"));
@@ -56,20 +56,20 @@ _ST_MCCMNC_ITEM StatusBarOpListParse::GetOperatorData(QString mcc, QString mnc)
     return item;
 }
 
-_ST_MCCMNC_ITEM StatusBarOpListParse::findOperator(const QString& mcc, const QString& mnc) const
+_ST_MCCMNC_ITEM StatusBarOpListParse::Private::findOperator(const QString& mcc, const QString& mnc) const
 {
-    if (!m_pHashMccMnc || !m_pHashMccOnly)
+    if (!networks || !countries)
         return {};
-    if (const _ST_MCCMNC_ITEM* const network = m_pHashMccMnc->find({mcc, mnc}))
+    if (const _ST_MCCMNC_ITEM* const network = networks->find({mcc, mnc}))
         return *network;
-    if (const _ST_MCCMNC_ITEM* const country = m_pHashMccOnly->find(QStringView(mcc)))
+    if (const _ST_MCCMNC_ITEM* const country = countries->find(QStringView(mcc)))
         return {country->shortdescr + mnc, country->shortdescr, {}, country->langid};
     return {};
 }
 
 QString StatusBarOpListParse::GetCPLMNOperatorData(QString imsi)
 {
-    const QString* const name = m_hashCPLMN.find(imsi, ShortestImsiPrefix);
+    const QString* const name = m_d->imsiPrefixes.find(imsi, ShortestImsiPrefix);
     if (!name)
         return {};
     LOG_DEBUG("%s: %s: %s: IMSI Contain", LOG_TIME, LOG_FILE, LOG_FUNCTION);
@@ -78,22 +78,22 @@ QString StatusBarOpListParse::GetCPLMNOperatorData(QString imsi)
 
 QString StatusBarOpListParse::GetCMCCMNCOperatorData(QString const& code)
 {
-    const QString* const name = m_hashCMCCMNC.find(QStringView(code));
+    const QString* const name = m_d->codes.find(QStringView(code));
     return name ? *name : QString();
 }
 
 QString StatusBarOpListParse::GetLoadFileName()
 {
-    return m_strFileName;
+    return m_d->fileName;
 }
 
 void StatusBarOpListParse::ReleaseData()
 {
     LOG_DEBUG("%s: %s: called", LOG_FILE, LOG_FUNCTION);
-    for (CodeTable<_ST_MCCMNC_ITEM>* const table : {m_pHashMccMnc.get(), m_pHashMccOnly.get()}) {
+    for (Private::ItemTable* const table : {m_d->networks.get(), m_d->countries.get()}) {
         if (table)
             table->clear();
     }
-    m_hashCPLMN.clear();
-    m_hashCMCCMNC.clear();
+    m_d->imsiPrefixes.clear();
+    m_d->codes.clear();
 }

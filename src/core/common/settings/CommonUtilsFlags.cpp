@@ -1,6 +1,6 @@
 #include "common/CommonUtils.h"
 
-// Plain variables: plugins on other threads may see an older value, which everybody accepts.
+// Plain variables without a lock: other threads may see an older value.
 bool gSeparator = true;
 
 namespace {

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Plugins of the embeddable type that have a place of their own in the main window.
+/// Plugins of the embeddable type that the main window never embeds.
 constexpr std::array<QLatin1String, 10> NotEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("881EA87E-882C-4f22-961C-466E0686F707"),
                                                       QLatin1String("90DC623D-19BD-4dee-8940-470AD75BB60E"),
@@ -27,27 +27,22 @@ constexpr std::array<QLatin1String, 10> NotEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("D754AE84-535F-4c18-85F8-F154CFE34FFF"),
                                                       QLatin1String("FAB7A06E-5770-4ffd-B511-479BAE2B74AC")};
 
-/// The bit of the frame style that takes one plugin more out.
+/// With this bit of the frame style one more plugin is not embedded.
 constexpr int CompactFrameStyle = 4;
 constexpr QLatin1String NotInCompactFrame("92804312-432E-401F-96BB-1C20D852815D");
 
 constexpr int EmbeddableType = 0;
 
-IMainFrameUIService* mainFrameService(IPluginContainer* container, const QString& clsid)
-{
-    return qobject_cast<IMainFrameUIService*>(container->GetPlugin(clsid, PluginIds::MainFrameService));
-}
-
-QWidget* findMainWindow()
+QWidget* findMainWindow(const char* function)
 {
     IPluginContainer* const container = Startup::GetPluginContainer();
     if (!container) {
-        LOG_DEBUG("%s: %s: Startup::GetPluginContainer failed", LOG_FILE, "GetMainWindow");
+        LOG_DEBUG("%s: %s: Startup::GetPluginContainer failed", LOG_FILE, function);
         return nullptr;
     }
     QObject* const mainFrame = container->GetPlugin(PluginIds::MainFrame, PluginIds::MainFrameService);
     if (!mainFrame) {
-        LOG_DEBUG("%s: %s: pPluginContainer->GetPlugin failed", LOG_FILE, "GetMainWindow");
+        LOG_DEBUG("%s: %s: pPluginContainer->GetPlugin failed", LOG_FILE, function);
         return nullptr;
     }
     QWidget* window = nullptr;
@@ -78,7 +73,7 @@ IDeviceMgr* CommonUtils::GetDeviceMgrPlugin()
 QWidget* CommonUtils::GetMainWindow()
 {
     LOG_DEBUG("%s: %s: %s : %d : Enter", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
-    QWidget* const window = findMainWindow();
+    QWidget* const window = findMainWindow(LOG_FUNCTION);
     LOG_DEBUG("%s: %s: %s : %d : Exit", LOG_TIME, LOG_FILE, LOG_FUNCTION, __LINE__);
     return window;
 }
@@ -88,7 +83,8 @@ ILayout* CommonUtils::GetLayoutPlugin()
     IPluginContainer* const container = Startup::GetPluginContainer();
     if (!container)
         return nullptr;
-    IMainFrameUIService* const service = mainFrameService(container, container->GetMainFramePluginName());
+    auto* const service = qobject_cast<IMainFrameUIService*>(
+        container->GetPlugin(container->GetMainFramePluginName(), PluginIds::MainFrameService));
     if (!service)
         return nullptr;
     QString clsid;

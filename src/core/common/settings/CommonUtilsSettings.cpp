@@ -7,9 +7,9 @@
 
 namespace {
 
-/// Both readers name QRVL_GetSettings in their lines: log filters in the field go by that text.
-QString readSetting(DeviceSettings::Read read, const char* function, const QString& section,
-                    const QString& key)
+/// The log lines of both readers name QRVL_GetSettings.
+QString readSetting(DeviceSettings::Read read, const QString& section, const QString& key,
+                    const char* function)
 {
     QString value;
     const long result = DeviceSettings::read(read, section, key, value);
@@ -24,12 +24,12 @@ QString readSetting(DeviceSettings::Read read, const char* function, const QStri
 
 QString CommonUtils::GetSettings(QString section, QString key)
 {
-    return readSetting(QRVL_GetSettings, LOG_FUNCTION, section, key);
+    return readSetting(QRVL_GetSettings, section, key, LOG_FUNCTION);
 }
 
 QString CommonUtils::GetUserSettings(QString section, QString key)
 {
-    return readSetting(QRVL_GetUserSettings, LOG_FUNCTION, section, key);
+    return readSetting(QRVL_GetUserSettings, section, key, LOG_FUNCTION);
 }
 
 bool CommonUtils::SetSettings(QString section, QString key, QString value)

@@ -22,25 +22,25 @@ bool isHostCharacter(QChar c)
     return isLowerLetter(c) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
 }
 
-/// Of the run before "://", whose letters may be in either case.
+/// Whether a character may stand before "://"; either case.
 bool isSchemeCharacter(QChar c)
 {
     constexpr std::array<char16_t, 5> characters{u'h', u't', u'p', u's', u'|'};
     return std::find(characters.begin(), characters.end(), c.toLower().unicode()) != characters.end();
 }
 
-/// Either case counts, so that a few characters beyond 255 are among them.
+/// Either case of a character counts, which admits a few characters above 255.
 bool isWithin255(QChar c)
 {
     constexpr char16_t last = 255;
     return c.unicode() <= last || c.toLower().unicode() <= last || c.toUpper().unicode() <= last;
 }
 
-/// Whether a text is made of labels with single dots between them.
+/// Whether a text consists of labels with single dots between them.
 bool isDotted(QStringView text, int minimumOfLabels, bool (*isInLabel)(QChar))
 {
     int labels = 0;
-    bool isAtLabel = true; // where one has to begin
+    bool isAtLabel = true; // a label has to begin here
     for (const QChar c : text) {
         if (isInLabel(c)) {
             labels += isAtLabel;

@@ -2,16 +2,16 @@
 
 #include <QStringView>
 
-/// Whether a text, as a whole, is an address of some kind; see CommonUtils for what each takes. All of them
-/// look at each character a few times at most.
+/// Whether a whole text is an address of some kind; the rules are documented in CommonUtils. All tests run in
+/// linear time.
 namespace Addresses {
 
 bool isEmail(QStringView text);
 bool isHttp(QStringView text);
 bool isWeb(QStringView text);
 
-/// "http://", "https://" or "ftp://" in either case, then a letter or digit; for the first two an isHttp()
-/// text.
+/// "http://", "https://" or "ftp://" in either case, followed by a letter or digit. With the first two the
+/// text has to pass isHttp() as well.
 bool isUrl(QStringView text);
 
 } // namespace Addresses

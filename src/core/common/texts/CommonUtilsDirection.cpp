@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace {
 
@@ -16,112 +15,92 @@ constexpr std::array<char16_t, 8> Signs{u',', u'"', u'(', u')', u'[', u']', u'{'
 
 constexpr qint64 MaxSize = 1 << 27;
 
-int signIndex(QChar c)
-{
-    const auto found = std::find(Signs.begin(), Signs.end(), c.unicode());
-    return found == Signs.end() ? -1 : static_cast<int>(found - Signs.begin());
-}
-
-/// Walks a text whose signs collect marks on the way. All signs of a kind have the same marks behind them, so
-/// these are kept once for each kind, and the text grows in the mind only.
-class DirectionWalk
+/// A text whose signs collect marks, with a cursor. All signs of one kind carry the same marks, so these are
+/// stored once per kind, and the marked text is built at the end only. The cursor stands at a character of
+/// the plain text; marks are never visited, since none of them asks for further marks.
+class MarkedText
 {
 public:
-    explicit DirectionWalk(const QString& text)
+    explicit MarkedText(const QString& text)
         : m_text(text)
         , m_size(text.size())
     {
         for (const QChar c : text) {
-            if (const int sign = signIndex(c); sign >= 0)
-                ++m_signs[sign].total;
+            if (Kind* const kind = kindOf(c))
+                ++kind->total;
         }
     }
 
-    /// Goes through the positions that the text has at first. False when it outgrows what is allowed.
-    bool run()
+    bool isTooLarge() const { return m_size > MaxSize; }
+
+    /// Adds the mark that the character at a position of the marked text asks for, if any.
+    void visit(int position)
     {
-        for (int next = 0; m_index < m_text.size() && m_position < m_text.size();) {
-            const char16_t mark = m_position < next ? 0 : markAt(m_index);
-            if (!mark) {
-                stepForward();
-                continue;
-            }
-            next = static_cast<int>(m_position) + 1;
-            if (!addMark(m_signs[signIndex(m_text.at(m_index))], mark))
-                return false;
-            while (m_index > 0 && m_position > next)
-                stepBack();
-        }
-        return true;
+        while (m_position > position)
+            stepBack();
+        while (m_position + widthOf(m_text.at(m_index)) <= position)
+            stepForward();
+        Kind* const kind = kindOf(m_text.at(m_index));
+        if (!kind || m_position != position || m_index == 0)
+            return;
+        const QChar::Direction before = m_text.at(m_index - 1).direction();
+        if (before != QChar::DirL && before != QChar::DirR)
+            return;
+        kind->marks.append(QChar(before == QChar::DirL ? LeftToRightOverride : RightToLeftOverride));
+        m_position += kind->before;
+        m_size += kind->total;
     }
 
-    QString result() const
+    QString result()
     {
+        for (Kind& kind : m_kinds) // new marks stand nearest to the sign
+            std::reverse(kind.marks.begin(), kind.marks.end());
         QString text;
         text.reserve(static_cast<int>(m_size));
         for (const QChar c : m_text) {
             text.append(c);
-            if (const int sign = signIndex(c); sign >= 0)
-                std::for_each(m_signs[sign].marks.rbegin(), m_signs[sign].marks.rend(),
-                              [&text](char16_t mark) { text.append(QChar(mark)); });
+            if (const Kind* const kind = kindOf(c))
+                text.append(kind->marks);
         }
         return text;
     }
 
 private:
-    struct Sign
+    struct Kind
     {
         int total = 0;
-        int passed = 0;              ///< before the character that the walk stands at
-        std::vector<char16_t> marks; ///< the newest last; it stands nearest to the sign
+        int before = 0; ///< how many of them stand before the cursor
+        QString marks;  ///< behind each of them, oldest first
     };
 
-    /// The mark that a character asks for; 0 for none.
-    char16_t markAt(int index) const
+    /// Null for a character that is no sign.
+    Kind* kindOf(QChar c)
     {
-        if (index == 0 || signIndex(m_text.at(index)) < 0)
-            return 0;
-        switch (m_text.at(index - 1).direction()) {
-        case QChar::DirL:
-            return LeftToRightOverride;
-        case QChar::DirR:
-            return RightToLeftOverride;
-        default:
-            return 0;
-        }
+        const auto found = std::find(Signs.begin(), Signs.end(), c.unicode());
+        return found == Signs.end() ? nullptr : &m_kinds[found - Signs.begin()];
     }
 
-    bool addMark(Sign& sign, char16_t mark)
+    qint64 widthOf(QChar c)
     {
-        sign.marks.push_back(mark);
-        m_position += sign.passed;
-        m_size += sign.total;
-        return m_size <= MaxSize;
+        const Kind* const kind = kindOf(c);
+        return kind ? 1 + kind->marks.size() : 1;
     }
 
-    void stepForward()
+    void stepForward() { pass(m_text.at(m_index++), 1); }
+    void stepBack() { pass(m_text.at(--m_index), -1); }
+
+    void pass(QChar c, int direction)
     {
-        m_position += 1;
-        if (const int sign = signIndex(m_text.at(m_index++)); sign >= 0) {
-            m_position += static_cast<qint64>(m_signs[sign].marks.size());
-            ++m_signs[sign].passed;
-        }
+        m_position += direction * widthOf(c);
+        if (Kind* const kind = kindOf(c))
+            kind->before += direction;
     }
 
-    void stepBack()
-    {
-        m_position -= 1;
-        if (const int sign = signIndex(m_text.at(--m_index)); sign >= 0) {
-            m_position -= static_cast<qint64>(m_signs[sign].marks.size());
-            --m_signs[sign].passed;
-        }
-    }
-
-    const QString& m_text;
-    std::array<Sign, Signs.size()> m_signs;
-    qint64 m_size;         ///< of the text with its marks
-    int m_index = 0;       ///< of the character that the walk stands at, in the text without marks
-    qint64 m_position = 0; ///< of the same character in the text with its marks
+    const QString& m_text; ///< without marks
+    std::array<Kind, Signs.size()> m_kinds;
+    qint64 m_size;         ///< with marks
+    int m_index = 0;       ///< of the cursor in the text without marks
+    qint64 m_position = 0; ///< of the cursor in the text with marks
 };
 
 } // namespace
@@ -133,10 +112,14 @@ void CommonUtils::ParanthesisCorrection(QString& text)
 
 void CommonUtils::ParanthesisCorrectionForHeAndAr(QString& text)
 {
-    DirectionWalk walk(text);
-    if (walk.run())
-        text = walk.result();
-    else
-        LOG_WARNING("%s: %s: a text of %d characters would collect too many marks", LOG_FILE, LOG_FUNCTION,
-                    text.size());
+    MarkedText marked(text);
+    for (int position = 1; position < text.size(); ++position) {
+        marked.visit(position);
+        if (marked.isTooLarge()) {
+            LOG_WARNING("%s: %s: a text of %d characters would collect too many marks", LOG_FILE,
+                        LOG_FUNCTION, text.size());
+            return;
+        }
+    }
+    text = marked.result();
 }

@@ -10,10 +10,10 @@ namespace {
 
 constexpr int LabelMargin = 2;
 
-/// A text of more characters fits no widget; measuring megabytes would take minutes.
+/// Longer texts do not fit into any widget, and measuring megabytes would take minutes.
 constexpr int LongestMeasured = 16 * 1024;
 
-/// What can be seen of a text in any widget.
+/// The part of a text that a widget can show at most.
 QString visiblePart(const QString& text, Qt::TextElideMode mode)
 {
     if (text.size() <= LongestMeasured)
@@ -23,10 +23,10 @@ QString visiblePart(const QString& text, Qt::TextElideMode mode)
     return mode == Qt::ElideLeft ? text.right(LongestMeasured) : text.left(LongestMeasured);
 }
 
-/// @param isMeasurable whether there is something that has a font
-/// @param font         called when the text is measured
+/// @param isMeasurable false if there is no widget
+/// @param font         returns the font metrics; called only for a measurable, non-empty text
 template <typename Font>
-void measure(const char* function, bool isMeasurable, const QString& text, Font font, int& height, int& width)
+void measure(bool isMeasurable, const QString& text, Font font, int& height, int& width, const char* function)
 {
     LOG_DEBUG("Enter  : %s: %s: %s %d", LOG_TIME, LOG_FILE, function, __LINE__);
     if (!isMeasurable) {
@@ -75,13 +75,13 @@ void CommonUtils::AbstractButtonElidedText(QAbstractButton* button, QString text
 void CommonUtils::GetWidgetStringHeightAndWidth(QWidget* widget, QString text, int& height, int& width)
 {
     measure(
-        LOG_FUNCTION, widget, text, [widget] { return widget->fontMetrics(); }, height, width);
+        widget, text, [widget] { return widget->fontMetrics(); }, height, width, LOG_FUNCTION);
 }
 
 void CommonUtils::GetApplicationStringHeightAndWidth(QString text, int& height, int& width)
 {
     measure(
-        LOG_FUNCTION, true, text, [] { return QFontMetrics(QApplication::font()); }, height, width);
+        true, text, [] { return QFontMetrics(QApplication::font()); }, height, width, LOG_FUNCTION);
 }
 
 QString CommonUtils::elided(const QFontMetrics& metrics, const QString& text, Qt::TextElideMode mode,

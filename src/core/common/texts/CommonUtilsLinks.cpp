@@ -1,26 +1,38 @@
-// Makes rich text with links of plain text.
+// Turns plain text into rich text with links.
 #include "common/CommonUtils.h"
 
 #include "common/Log.h"
 #include "common/texts/Addresses_p.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace {
 
-bool beginsLikeHost(QStringView word)
+/// A text grows sevenfold at most; the size of the result has to fit into an int.
+constexpr int LongestText = 1 << 27;
+
+constexpr QLatin1Char LineFeed('\n');
+
+bool isSeparator(QChar c)
 {
-    constexpr std::array<char16_t, 4> www{u'w', u'w', u'w', u'.'};
-    return word.size() >= 4 && std::equal(www.begin(), www.end(), word.utf16());
+    return c == QLatin1Char(' ') || c == LineFeed;
 }
 
-/// What the target of a word's link has in front of the word; nothing when the word, of Latin-1 characters,
-/// does not become a link. At the begin of a line only hosts do.
+/// Whether a word is certain to stay as it is. Spares most words the work of richWord().
+bool isOrdinary(QStringView word)
+{
+    return !word.startsWith(QLatin1Char('w')) && std::none_of(word.begin(), word.end(), [](QChar c) {
+        return c == QLatin1Char('<') || c == QLatin1Char('>') || c == QLatin1Char('@') ||
+               c == QLatin1Char(':');
+    });
+}
+
+/// What precedes a word in the target of its link; nothing if the word does not become a link. At the
+/// beginning of a line only host names do.
 std::optional<QLatin1String> linkScheme(QStringView word, bool isAtLineBegin)
 {
-    if (beginsLikeHost(word) && Addresses::isWeb(word))
+    if (word.startsWith(QLatin1String("www.")) && Addresses::isWeb(word))
         return QLatin1String("http://");
     if (isAtLineBegin)
         return std::nullopt;
@@ -31,143 +43,23 @@ std::optional<QLatin1String> linkScheme(QStringView word, bool isAtLineBegin)
     return std::nullopt;
 }
 
-/// The parts of a link around its target and its text. Targets are not quoted: those who read these texts so
-/// far expect them like this.
-constexpr QLatin1String LinkBegin("<a href = ");
-constexpr QLatin1String LinkMiddle(">");
-constexpr QLatin1String LinkEnd("</a>");
-
-/// What has to be known of a word before it is written; a character's share of it.
-enum Trait : quint8 {
-    EndsWord = 1,  ///< a blank or line feed
-    IsEscaped = 2, ///< not written as it is
-    HintsAtLink = 4,
-    ForbidsLink = 8 ///< outside 1 to 255
-};
-
-/// A text grows to the sevenfold at most; the result has to be addressable with an int.
-constexpr int LongestText = 1 << 27;
-
-constexpr std::size_t Latin1Size = 256;
-
-/// By character; the last entry is that of all characters beyond Latin-1.
-constexpr std::array<quint8, Latin1Size + 1> Traits = [] {
-    std::array<quint8, Latin1Size + 1> table{};
-    table[' '] = table['\n'] = EndsWord;
-    table['<'] = table['>'] = IsEscaped;
-    table['@'] = table[':'] = HintsAtLink;
-    table[0] = table[Latin1Size] = ForbidsLink;
-    return table;
-}();
-
-unsigned traitsOf(QChar c)
+QString linkTo(QLatin1String scheme, const QString& word)
 {
-    return Traits[std::min<std::size_t>(c.unicode(), Latin1Size)];
+    return QLatin1String("<a href = ") + scheme + word + QLatin1Char('>') + word + QLatin1String("</a>");
 }
 
-/// Turns plain text into rich text word by word. A word is written as it is, and gone over once more when it
-/// has a character that asks for that.
-class RichTextWriter
+/// A word as rich text, a link if possible.
+QString richWord(QString word, bool isAtLineBegin)
 {
-public:
-    explicit RichTextWriter(const QString& plain)
-        : m_in(plain.cbegin())
-        , m_inEnd(plain.cend())
-        , m_text(sizeFor(plain), Qt::Uninitialized)
-        , m_out(m_text.data())
-    {
-    }
+    word.replace(QLatin1Char('<'), QLatin1String("&lt;")).replace(QLatin1Char('>'), QLatin1String("&gt;"));
+    const auto scheme = linkScheme(word, isAtLineBegin);
+    return scheme && !CommonUtils::isNonAsciiCharPresent(word) ? linkTo(*scheme, word) : word;
+}
 
-    QString write()
-    {
-        writeWord(false);
-        while (m_in != m_inEnd) {
-            const QChar separator = *m_in++;
-            const bool isLineFeed = separator == QLatin1Char('\n');
-            put(u"&nbsp;");
-            if (isLineFeed)
-                *m_out++ = separator;
-            writeWord(isLineFeed);
-        }
-        return std::move(m_text);
-    }
-
-private:
-    /// The size without links.
-    static int sizeFor(const QString& plain)
-    {
-        int size = 0;
-        for (const QChar c : plain)
-            size += 1 + 5 * (c == QLatin1Char(' ')) + 6 * (c == QLatin1Char('\n')) +
-                    3 * (c == QLatin1Char('<')) + 3 * (c == QLatin1Char('>'));
-        return size;
-    }
-
-    void put(QStringView text) { m_out = std::copy(text.begin(), text.end(), m_out); }
-
-    void put(QLatin1String text)
-    {
-        m_out = std::transform(text.begin(), text.end(), m_out, [](char c) { return QLatin1Char(c); });
-    }
-
-    /// Writes the next word, which may be empty.
-    void writeWord(bool isAtLineBegin)
-    {
-        const QChar* const begin = m_in;
-        QChar* const out = m_out;
-        unsigned found = 0;
-        for (; m_in != m_inEnd; *m_out++ = *m_in++) {
-            const unsigned trait = traitsOf(*m_in);
-            if (trait & EndsWord)
-                break;
-            found |= trait;
-        }
-        if (found & IsEscaped)
-            escape(begin, out);
-        if (!(found & ForbidsLink) && (found & HintsAtLink || beginsLikeHost({out, m_out})))
-            makeLink(out, isAtLineBegin);
-    }
-
-    /// Writes the word from `begin` on again.
-    void escape(const QChar* begin, QChar* out)
-    {
-        m_out = out;
-        for (; begin != m_in; ++begin) {
-            if (*begin == QLatin1Char('<'))
-                put(u"&lt;");
-            else if (*begin == QLatin1Char('>'))
-                put(u"&gt;");
-            else
-                *m_out++ = *begin;
-        }
-    }
-
-    /// Puts a link around the word that was written at `out`, if it becomes one.
-    void makeLink(const QChar* out, bool isAtLineBegin)
-    {
-        const auto length = static_cast<int>(m_out - out);
-        const auto scheme = linkScheme({out, length}, isAtLineBegin);
-        if (!scheme)
-            return;
-        const auto position = out - m_text.constData();
-        const int before = LinkBegin.size() + scheme->size();
-        m_text.resize(m_text.size() + before + LinkMiddle.size() + length + LinkEnd.size());
-        QChar* const word = m_text.data() + position;
-        std::copy_backward(word, word + length, word + before + length);
-        m_out = word;
-        put(LinkBegin);
-        put(*scheme);
-        m_out += length;
-        put(LinkMiddle);
-        m_out = std::copy(word + before, word + before + length, m_out);
-        put(LinkEnd);
-    }
-
-    const QChar* m_in;
-    const QChar* m_inEnd;
-    QString m_text;
-    QChar* m_out;
-};
+void append(QString& richText, QStringView text)
+{
+    richText.append(text.data(), static_cast<int>(text.size()));
+}
 
 } // namespace
 
@@ -188,10 +80,9 @@ bool CommonUtils::CheckForWebAddr(QString text)
 
 QString CommonUtils::createLinkForHttpAndFtp(QString word)
 {
-    const int prefix = word.startsWith(QLatin1Char('\n')) ? 1 : 0;
+    const int prefix = word.startsWith(LineFeed) ? 1 : 0;
     const QString target = word.mid(prefix);
-    return Addresses::isUrl(target) ? word.left(prefix) + LinkBegin + target + LinkMiddle + target + LinkEnd
-                                    : word;
+    return Addresses::isUrl(target) ? word.left(prefix) + linkTo({}, target) : word;
 }
 
 QString CommonUtils::ParseAndCreateHyperLinks(QString text)
@@ -201,5 +92,17 @@ QString CommonUtils::ParseAndCreateHyperLinks(QString text)
                     text.size());
         return {};
     }
-    return RichTextWriter(text).write();
+    QString richText;
+    richText.reserve(2 * text.size());
+    bool isAtLineBegin = false;
+    for (auto begin = text.cbegin();; ++begin) {
+        const auto end = std::find_if(begin, text.cend(), isSeparator);
+        const QStringView word(begin, end);
+        append(richText, isOrdinary(word) ? word : richWord(word.toString(), isAtLineBegin));
+        if (end == text.cend())
+            return richText;
+        isAtLineBegin = *end == LineFeed;
+        append(richText, isAtLineBegin ? u"&nbsp;\n" : u"&nbsp;");
+        begin = end;
+    }
 }

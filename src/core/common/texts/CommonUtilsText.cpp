@@ -4,7 +4,7 @@
 
 namespace {
 
-/// "ASCII" by the operations' names; Latin-1 without NUL counts as plain.
+/// The operations' names say ASCII, but all of Latin-1 except NUL is plain.
 bool isPlain(QChar c)
 {
     return c.unicode() >= 1 && c.unicode() <= 255;
@@ -42,7 +42,7 @@ QStringList CommonUtils::SplitAsciiString(QString text, bool& flag)
 
 QStringList CommonUtils::GetParamList(QString line)
 {
-    const QVector<QStringRef> pieces = line.splitRef(QLatin1Char('"')); // every second one stands in quotes
+    const QVector<QStringRef> pieces = line.splitRef(QLatin1Char('"')); // every second one was in quotes
     if (pieces.size() % 2 == 0)
         return {};
     QStringList params;

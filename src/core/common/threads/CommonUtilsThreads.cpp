@@ -19,23 +19,25 @@
 
 namespace {
 
-/// The waiting of all calls together is limited: closing the application takes no longer for being asked
-/// twice.
+// The limit applies to all calls of WaitThreadsStop() in the process together.
 constexpr int MaxWaitRounds = 20;
 constexpr unsigned long RoundMilliseconds = 500;
 
-QMutex threadCountMutex; ///< guards changes of the count and the wait for them
-QWaitCondition ThreadFinished;
-std::atomic<int> threadCount{0}; // atomic: read without the mutex to decide about a further round
+// Atomic because WaitThreadsStop() tests them without the mutex.
+std::atomic<int> threadCount{0};
 std::atomic<int> waitRounds{0};
 
-void requestStop(IPluginContainer* container)
+// Never destroyed: workers that were not waited for may end while the process exits.
+QMutex& threadCountMutex = *new QMutex; ///< guards changes of the count and the wait for them
+QWaitCondition& ThreadFinished = *new QWaitCondition;
+
+void requestStop(IPluginContainer* container, const char* function)
 {
     QObject* const plugin = container->GetPlugin(PluginIds::NotifyService, PluginIds::NotifyStopService);
     auto* const service = qobject_cast<INotifyService*>(plugin);
     if (!service)
         return;
-    LOG_DEBUG("%s: %s: stop thread called", LOG_FILE, "WaitThreadsStop");
+    LOG_DEBUG("%s: %s: stop thread called", LOG_FILE, function);
     guardedCall("StopThreads", QStringLiteral("notification service"), [service] { service->StopThreads(); });
 }
 
@@ -69,7 +71,7 @@ void CommonUtils::WaitThreadsStop()
         LOG_DEBUG("%s: %s: Startup::GetPluginContainer failed", LOG_FILE, LOG_FUNCTION);
         return;
     }
-    requestStop(container);
+    requestStop(container, LOG_FUNCTION);
     while (threadCount > 0 && waitRounds < MaxWaitRounds) {
         const QMutexLocker locker(&threadCountMutex);
         LOG_WARNING("%s: %s: %s: start ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
