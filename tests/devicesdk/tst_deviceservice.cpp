@@ -92,7 +92,7 @@ QString value(uint32_t device, const char16_t* key)
 Modem modem(quint32 id, Modem::State state = Modem::Attached, const QString& gid = {},
             const ModemValues& status = {}, const ModemValues& messages = {})
 {
-    return {id, "name", "model", {}, gid, {}, {}, state, status, messages, 0};
+    return {id, "name", "model", {}, gid, {}, {}, state, status, messages, {}, 0};
 }
 
 } // namespace
