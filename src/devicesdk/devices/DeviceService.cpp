@@ -2,14 +2,12 @@
 
 #include <algorithm>
 #include <thread>
-#include <utility>
 
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto DetectionTime = 300ms; // as real modems need; gives callers time to wait for the answer
-constexpr auto CounterReportInterval = 1s;
 constexpr auto Patience = 2s;
 constexpr std::size_t DetectionsAtOnce = 2;
 
@@ -41,6 +39,14 @@ bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::
         return std::any_of(before.begin(), before.end(), [&](const Modem& old) {
             return old.id == modem.id && old.*values != modem.*values;
         });
+    });
+}
+
+bool isAnyCounting(const Modems& modems)
+{
+    return std::any_of(modems.begin(), modems.end(), [](const Modem& modem) {
+        return std::any_of(modem.counters.begin(), modem.counters.end(),
+                           [](const Counter& counter) { return counter.rate > 0; });
     });
 }
 
@@ -114,20 +120,16 @@ long DeviceService::read(quint32 device, const QString& key, QString& value)
     return QRVL_OK;
 }
 
-/// Returns false if the value is not a counter. Whoever reads one that grows is told when it has grown.
+/// Returns false if the value is not a counter.
 bool DeviceService::readCounter(const Modem& modem, const QString& key, QString& value)
 {
     const auto counter = modem.counters.constFind(key);
     if (counter == modem.counters.cend())
         return false;
-    value = QString::number(counter->valueAt(Clock::now()));
-    if (counter->rate == 0)
-        return true;
-    m_wereCountersRead = true;
-    if (m_nextCounterReport == Clock::time_point::max()) {
-        m_nextCounterReport = Clock::now() + CounterReportInterval;
+    const Clock::time_point now = Clock::now();
+    value = QString::number(counter->valueAt(now));
+    if (counter->rate > 0 && m_counterReport.noteReading(now))
         m_simulator.wake();
-    }
     return true;
 }
 
@@ -152,7 +154,7 @@ void DeviceService::run()
         if (m_isFinished)
             return;
         const bool isAsked = takeDetection();
-        const bool haveCountersGrown = takeCounterReport();
+        const bool haveCountersGrown = m_counterReport.take(Clock::now()) && isAnyCounting(availableNow());
         lock.unlock();
         if (mayDiffer || isAsked)
             look(isAsked);
@@ -164,7 +166,8 @@ void DeviceService::run()
 
 DeviceService::Clock::time_point DeviceService::nextTask() const
 {
-    return m_detections.empty() ? m_nextCounterReport : std::min(m_nextCounterReport, m_detections.front());
+    const Clock::time_point report = m_counterReport.next();
+    return m_detections.empty() ? report : std::min(report, m_detections.front());
 }
 
 bool DeviceService::takeDetection()
@@ -173,16 +176,6 @@ bool DeviceService::takeDetection()
         return false;
     m_detections.pop_front();
     return true;
-}
-
-/// Returns whether growing counters are to be reported now. When nobody reads them, the thread sleeps on.
-bool DeviceService::takeCounterReport()
-{
-    if (m_nextCounterReport > Clock::now())
-        return false;
-    const bool wereRead = std::exchange(m_wereCountersRead, false);
-    m_nextCounterReport = wereRead ? Clock::now() + CounterReportInterval : Clock::time_point::max();
-    return wereRead;
 }
 
 void DeviceService::look(bool reportAnyway)

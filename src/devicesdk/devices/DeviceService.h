@@ -2,6 +2,7 @@
 
 #include "ServiceThread.h"
 #include "devices/CallbackRegistry.h"
+#include "devices/CounterReport.h"
 #include "devices/Modem.h"
 #include "simulator/Simulator.h"
 
@@ -39,7 +40,6 @@ private:
     void run();
     Clock::time_point nextTask() const;
     bool takeDetection();
-    bool takeCounterReport();
     void look(bool reportAnyway);
     Modems availableNow() const;
     bool readCounter(const Modem& modem, const QString& key, QString& value);
@@ -47,10 +47,9 @@ private:
     Simulator m_simulator; // used by the constructor and the thread only, except for wake()
     CallbackRegistry m_callbacks;
 
-    mutable std::mutex m_mutex; // guards what follows; never held during a callback
+    mutable std::mutex m_mutex;                 // guards what follows; never held during a callback
     std::deque<Clock::time_point> m_detections; // when to look
-    Clock::time_point m_nextCounterReport = Clock::time_point::max();
-    bool m_wereCountersRead = false; // since the last report
+    CounterReport m_counterReport;
     Modems m_modems;
     bool m_isFinished = false;
     ServiceThread m_thread;

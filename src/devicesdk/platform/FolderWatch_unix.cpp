@@ -16,8 +16,8 @@
 namespace {
 
 // A file that is being written is reported when it is closed, not before: nobody wants to read half of it.
-constexpr uint32_t Changes = IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVE | IN_ATTRIB | IN_DELETE_SELF |
-                             IN_MOVE_SELF | IN_ONLYDIR;
+constexpr uint32_t Changes =
+    IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 
 /// File systems on which other machines, or programs, make changes that the kernel does not see: AFS, Ceph,
 /// CIFS, Coda, FUSE, NFS, 9P, SMB and SMB 2.
@@ -39,7 +39,8 @@ bool isLocal(const char* folder)
 void drain(int descriptor)
 {
     char buffer[4096];
-    while (read(descriptor, buffer, sizeof buffer) > 0) { }
+    while (read(descriptor, buffer, sizeof buffer) > 0) {
+    }
 }
 
 } // namespace
