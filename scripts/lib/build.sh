@@ -3,22 +3,23 @@
 
 presets=(debug release asan tsan)
 
-# check_preset NAME: ends the script when there is no such preset.
+# check_preset NAME: ends the script if there is no such preset.
 check_preset() {
     [[ " ${presets[*]} " == *" $1 "* ]] || fail "there is no preset '$1', only: ${presets[*]}"
 }
 
-# build_preset PRESET [-DVARIABLE=VALUE]...: builds build/PRESET, configuring it first when that is needed.
+# build_preset PRESET [-DVARIABLE=VALUE]...: builds $build_target in build/PRESET, configuring it first if necessary.
+build_target=all
 build_preset() {
     local preset=$1 quiet=()
     configure_preset "$@" || return
     say "Building $preset"
     [[ -t 1 ]] || quiet=(-- --quiet)
-    cmake --build --preset "$preset" --parallel "$(nproc)" "${quiet[@]}"
+    cmake --build --preset "$preset" --target "$build_target" --parallel "$(nproc)" "${quiet[@]}"
 }
 
-# configure_preset PRESET [-DVARIABLE=VALUE]...: needed when the folder is new, and when presets or variables changed.
-# Changed CMakeLists.txt files need nothing here: the build notices those.
+# configure_preset PRESET [-DVARIABLE=VALUE]...: configures a new folder, or again if presets or variables have changed.
+# The build itself notices changed CMakeLists.txt files.
 configure_preset() {
     local preset=$1 folder=$root/build/$1
     local stamp=$folder/configured-with

@@ -2,6 +2,5 @@
 
 #include <QLoggingCategory>
 
-/// Log lines of the device service, "skylume.devicesdk": warnings for what is odd; debug lines are off by
-/// default.
+/// The log category of the device service, "skylume.devicesdk". Debug lines are off by default.
 Q_DECLARE_LOGGING_CATEGORY(logDeviceSdk)

@@ -7,10 +7,6 @@
 #include "devices/DeviceRecord.h"
 #include "devices/DeviceService.h"
 
-#include <algorithm>
-#include <chrono>
-#include <thread>
-
 namespace {
 
 long add(CallbackRegistry::List list, QRVL_DevCallback callback)
@@ -83,26 +79,6 @@ long QRVL_DevSrv_GetImsiInfo(char* imsi)
     return text.isEmpty() ? QRVL_ERROR_NO_DEVICE : QRVL_OK;
 }
 
-namespace {
-
-/// Waits as long as the modem takes for its answer.
-long readValue(const Modem& modem, const QString& key, char16_t** value)
-{
-    const auto status = modem.status.constFind(key);
-    if (status != modem.status.cend()) {
-        *value = newTextBuffer(*status);
-        return QRVL_OK;
-    }
-    const auto message = modem.messages.constFind(key);
-    if (message == modem.messages.cend())
-        return QRVL_ERROR_NOT_FOUND;
-    std::this_thread::sleep_for(std::chrono::milliseconds(modem.answerTime));
-    *value = newTextBuffer(*message);
-    return QRVL_OK;
-}
-
-} // namespace
-
 long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t** value)
 {
     if (!value)
@@ -110,10 +86,9 @@ long QRVL_DevSrv_GetStatusValue(uint32_t device, const char16_t* key, char16_t**
     *value = nullptr;
     if (!key)
         return QRVL_ERROR_ARGUMENT;
-    const Modems modems = Service::devices().available();
-    const auto modem = std::find_if(modems.begin(), modems.end(),
-                                    [device](const Modem& candidate) { return candidate.id == device; });
-    if (modem == modems.end())
-        return QRVL_ERROR_NO_DEVICE;
-    return readValue(*modem, textOf(key), value);
+    QString text;
+    const long result = Service::devices().read(device, textOf(key), text);
+    if (result == QRVL_OK)
+        *value = newTextBuffer(text);
+    return result;
 }

@@ -5,8 +5,8 @@
 #include "platform/Platform.h"
 #include "settings/Settings.h"
 
-// A part's end is registered after the part was made, whose constructor uses what it needs of Qt: so Qt's own
-// static objects are still there at its end.
+// The constructor of a part uses everything that the part needs from Qt. finish() is registered after that, so
+// it is called before Qt's static objects are destroyed.
 
 Settings& Service::settings()
 {

@@ -3,9 +3,8 @@
 class DeviceService;
 class Settings;
 
-/// The parts of the service that all callers in this process share. Each starts with its first use and is
-/// finished, but not destroyed, when the process ends or the library is unloaded: static objects of others
-/// may still use it.
+/// The parts of the service, shared by all callers in the process. Each starts at its first use. When the
+/// process ends it is finished but not destroyed, because static objects elsewhere may still use it.
 namespace Service {
 
 Settings& settings();

@@ -9,13 +9,15 @@ void ServiceThread::start(std::function<void()> body)
     m_thread = std::thread(std::move(task));
 }
 
-void ServiceThread::finish(std::chrono::milliseconds patience)
+bool ServiceThread::finish(std::chrono::milliseconds patience)
 {
     if (!m_thread.joinable())
-        return;
+        return true;
     const bool canWait = m_thread.get_id() != std::this_thread::get_id();
-    if (canWait && m_done.wait_for(patience) == std::future_status::ready)
+    const bool hasEnded = canWait && m_done.wait_for(patience) == std::future_status::ready;
+    if (hasEnded)
         m_thread.join();
     else
         m_thread.detach();
+    return hasEnded;
 }

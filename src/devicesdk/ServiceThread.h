@@ -5,18 +5,17 @@
 #include <future>
 #include <thread>
 
-/// A thread of the service that can be left behind: the end of a process must not wait for ever for a
-/// callback of somebody else.
+/// A thread that can be left behind: a process must be able to end although a callback does not return.
 class ServiceThread
 {
 public:
-    /// Starts `body`, which must not throw. At most once.
+    /// Starts `body`, which must not throw. Call it once at most.
     void start(std::function<void()> body);
 
-    /// Waits for the body, which its owner has told to return. After `patience`, and when called by the body
-    /// itself, the thread is left to itself: what the body uses must not be destroyed then. Harmless when it
-    /// never started.
-    void finish(std::chrono::milliseconds patience);
+    /// Waits for the body to return; telling it to do so is up to the owner. Returns false if it is still
+    /// running after `patience`, or calls this itself: it is left behind then, and whatever it uses must not be
+    /// destroyed.
+    bool finish(std::chrono::milliseconds patience);
 
 private:
     std::thread m_thread;

@@ -4,13 +4,13 @@
 
 #include <cstring>
 
-/// A text of the C interface. QString::fromUtf16() would drop a byte order mark.
+/// A string from the C interface. QString::fromUtf16() would drop a byte order mark.
 inline QString textOf(const char16_t* text)
 {
     return QStringView(text).toString();
 }
 
-/// A copy of a text with its terminating zero, for the caller of the C interface to release with `delete[]`.
+/// A zero-terminated copy that the caller of the C interface releases with `delete[]`.
 inline char16_t* newTextBuffer(const QString& text)
 {
     const auto size = std::size_t(text.size()) + 1;

@@ -25,7 +25,7 @@ void set(const QString& key, const QString& value)
     QRVL_SetSettings(u"s", key.toStdU16String().c_str(), value.toStdU16String().c_str());
 }
 
-/// Counts all counters up, one after the other, until somebody ends the process.
+/// Increments all counters, one after the other, until the process is killed.
 [[noreturn]] void countForEver(int number)
 {
     for (;; ++number) {
@@ -34,7 +34,7 @@ void set(const QString& key, const QString& value)
     }
 }
 
-/// What this program does as a child of the test. It ends at once after the last write.
+/// What this program does when the test starts it. It ends immediately after the last write.
 int runChild(int argc, char** argv)
 {
     const QString job = argv[1];
@@ -45,7 +45,7 @@ int runChild(int argc, char** argv)
         application = std::make_unique<QCoreApplication>(argc, argv);
     for (int i = 0; i < Keys; ++i) {
         set(job + QString::number(i), job);
-        std::this_thread::sleep_for(1ms); // most flushes have one alone
+        std::this_thread::sleep_for(1ms); // so that most are written alone
     }
     if (job == "--exit")
         std::exit(0);
@@ -59,7 +59,7 @@ class tst_SettingsProcesses : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
     void nothingIsLostBetweenProcesses();
     void killedWriterLeavesSoundStore();
@@ -67,55 +67,27 @@ private slots:
 
 private:
     std::unique_ptr<QProcess> startChild(const QStringList& arguments) const;
-    IniDocument store() const;
+    IniDocument store() const
+    {
+        return IniDocument(FileAccess::read(m_folder->filePath("settings.ini")).bytes);
+    }
+    QVector<int> counters() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-void tst_SettingsProcesses::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-}
-
 std::unique_ptr<QProcess> tst_SettingsProcesses::startChild(const QStringList& arguments) const
 {
+    qputenv("QRVL_USER_DIR", m_folder->path().toUtf8());
     auto child = std::make_unique<QProcess>();
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QRVL_USER_DIR", m_folder->path());
-    child->setProcessEnvironment(environment);
     child->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     child->start(QCoreApplication::applicationFilePath(), arguments);
     return child;
 }
 
-IniDocument tst_SettingsProcesses::store() const
+QVector<int> tst_SettingsProcesses::counters() const
 {
-    return IniDocument(FileAccess::read(m_folder->filePath("settings.ini")).bytes);
-}
-
-/// However a process ends, and whatever the others write meanwhile.
-void tst_SettingsProcesses::nothingIsLostBetweenProcesses()
-{
-    const QStringList jobs = {"--return", "--exit", "--application"};
-    std::vector<std::unique_ptr<QProcess>> children;
-    for (const QString& job : jobs)
-        children.push_back(startChild({job}));
-    for (const auto& child : children) {
-        QVERIFY(child->waitForFinished() && child->exitStatus() == QProcess::NormalExit);
-        QCOMPARE(child->exitCode(), 0);
-    }
     const IniDocument document = store();
-    for (const QString& job : jobs) {
-        for (int i = 0; i < Keys; ++i)
-            QVERIFY2(document.find("s", job + QString::number(i)), qPrintable(job + QString::number(i)));
-    }
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("settings.ini"));
-}
-
-namespace {
-
-QVector<int> counters(const IniDocument& document)
-{
     QVector<int> numbers;
     for (int i = 0; i < Counters; ++i) {
         const QString* value = document.find("s", QString("counter%1").arg(i));
@@ -124,25 +96,38 @@ QVector<int> counters(const IniDocument& document)
     return numbers;
 }
 
-} // namespace
+/// However a process ends, and whatever others write at the same time.
+void tst_SettingsProcesses::nothingIsLostBetweenProcesses()
+{
+    const QStringList jobs = {"--return", "--exit", "--application"};
+    std::vector<std::unique_ptr<QProcess>> children;
+    for (const QString& job : jobs)
+        children.push_back(startChild({job}));
+    for (const auto& child : children)
+        QVERIFY(child->waitForFinished() && child->exitStatus() == QProcess::NormalExit &&
+                child->exitCode() == 0);
+    const IniDocument document = store();
+    for (int i = 0; i < Keys * jobs.size(); ++i) {
+        const QString key = jobs[i % jobs.size()] + QString::number(i / jobs.size());
+        QVERIFY2(document.find("s", key), qPrintable(key));
+    }
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("settings.ini"));
+}
 
 void tst_SettingsProcesses::killedWriterLeavesSoundStore()
 {
     for (int round = 0; round < 12; ++round) {
-        const QVector<int> before = counters(store());
+        const QVector<int> before = counters();
         const auto child = startChild({"--count", QString::number(before.first())});
-        QTRY_VERIFY_WITH_TIMEOUT(counters(store()) != before, 30000);
-        QTest::qWait(QRandomGenerator::global()->bounded(30));
+        QTRY_VERIFY_WITH_TIMEOUT(counters() != before, 30000);
+        QTest::qWait(QRandomGenerator::global()->bounded(30)); // at any point of a write
         child->kill();
         QVERIFY(child->waitForFinished());
-
-        const IniDocument document = store();
-        QVERIFY(document.brokenLines().isEmpty());
-        const QVector<int> numbers = counters(document);
-        // One moment of the writer: a counter is at most one ahead of those that it reaches later.
+        QVERIFY(store().brokenLines().isEmpty());
+        // A state that the writer had: it increments the counters one after the other.
+        const QVector<int> numbers = counters();
         QVERIFY(std::is_sorted(numbers.rbegin(), numbers.rend()));
-        QVERIFY(numbers.first() - numbers.last() <= 1);
-        QVERIFY(numbers.last() >= before.last());
+        QVERIFY(numbers.first() - numbers.last() <= 1 && numbers.last() >= before.last());
     }
     QVERIFY(QDir(m_folder->path()).entryList({"*corrupt*"}).isEmpty());
 }

@@ -8,12 +8,12 @@
 
 #include <initializer_list>
 
-/// Stands in for the device service: implements the interface of qrvl.h and does what the test says. Any
-/// thread.
+/// Replaces the device service in tests: implements the interface of qrvl.h and does what the test says.
+/// Thread-safe.
 class QRVL_API ScriptedDeviceService
 {
 public:
-    /// The three settings views. Each is a table of its own here: a write goes to User and Merged.
+    /// The three settings views. Here they are separate tables: a write goes to User and Merged.
     enum View { Merged, User, Ini };
 
     static ScriptedDeviceService& instance();
@@ -21,7 +21,7 @@ public:
     /// Forgets settings, devices, results, registrations and calls.
     void reset();
 
-    /// A null text makes reading succeed without a value.
+    /// With a null `value`, reading succeeds without a buffer.
     void setSetting(const QString& section, const QString& key, const QString& value, View view = Merged);
     QString setting(const QString& section, const QString& key, View view = Merged) const;
 
@@ -31,16 +31,17 @@ public:
     /// The IMSI of the first modem, UTF-8, cut to the buffer that the interface gives.
     void setImsi(const QByteArray& imsi);
 
-    /// The named operation ("QRVL_SetSettings") only returns this code from now on.
+    /// From now on the operation with this name ("QRVL_SetSettings") does nothing but return this code.
     void setResult(const QString& operation, long result);
 
-    /// Calls every registered callback with each event in turn, on a thread of the service; returns when that
-    /// is done. A callback that is registered twice is called once.
+    /// Calls every registered callback with each event in turn, on another thread, and waits for that. A
+    /// callback that is registered twice is called once.
     void fire(std::initializer_list<int> events);
 
-    /// How many registrations there are, both lists together.
+    /// The number of registrations in both lists.
     int registrations() const;
 
-    /// The names of the calls other than reads of settings, in order; settings writes give all three texts.
+    /// The names of the operations that were called, in order, without those that read settings. Writes of
+    /// settings include their arguments.
     QStringList calls() const;
 };

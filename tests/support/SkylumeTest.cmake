@@ -1,5 +1,4 @@
-# What every test runs with: no screen (on Windows the system's own, which needs nobody to look at it), fixed texts, and
-# what the sanitizers need to know of Qt.
+# The environment of every test: no display is needed, the locale is fixed, and the sanitizers know about Qt.
 set(SKYLUME_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
@@ -9,7 +8,7 @@ if(TARGET skylumetsanqt)
     list(APPEND SKYLUME_TEST_ENVIRONMENT "LD_PRELOAD=$<TARGET_FILE:skylumetsanqt>")
 endif()
 
-# The name under which a shared library is looked up at run time.
+# The file name that the loader looks for at run time.
 function(skylume_runtime_file result target)
     if(WIN32)
         set(${result} "$<TARGET_FILE:${target}>" PARENT_SCOPE)
@@ -20,8 +19,8 @@ endfunction()
 
 # skylume_add_core_test(NAME <name> SOURCES <source>... [PLUGINS <test plugin>...] [TIMEOUT <seconds>])
 #
-# Makes a test with an installation of its own, tests/<name>/ in the build tree: the executable, copies of the core
-# library, of the scripted device service and of the named plugins (see support). The tests may write there.
+# Adds a test with its own installation, the folder tests/<name>/ in the build tree: the executable and copies of the core
+# library, the scripted device service and the named test plugins (see support/plugins). Tests may write there.
 function(skylume_add_core_test)
     cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;TIMEOUT" "SOURCES;PLUGINS")
     set(folder "${PROJECT_BINARY_DIR}/tests/${arg_NAME}")
@@ -55,4 +54,18 @@ function(skylume_add_core_test)
     set_tests_properties(${arg_NAME} PROPERTIES
         ENVIRONMENT "${SKYLUME_TEST_ENVIRONMENT}"
         TIMEOUT ${arg_TIMEOUT})
+endfunction()
+
+# skylume_label_tests(<label> <test>...)
+#
+# "ctest -L <label>" runs these tests of the current folder; the target tests-<label> builds them.
+function(skylume_label_tests label)
+    set_tests_properties(${ARGN} PROPERTIES LABELS ${label})
+    if(NOT TARGET tests-${label})
+        add_custom_target(tests-${label})
+        if(TARGET skylumetsanqt)
+            add_dependencies(tests-${label} skylumetsanqt) # preloaded
+        endif()
+    endif()
+    add_dependencies(tests-${label} ${ARGN})
 endfunction()

@@ -1,8 +1,9 @@
-// Tells the thread sanitizer what Qt's locks, conditions and threads order. Qt itself is not instrumented, so
-// the sanitizer sees neither its futexes nor the end of its threads, and would report everything they guard.
+// Tells the thread sanitizer what Qt's locks, conditions and threads synchronise. Qt itself is not
+// instrumented: the sanitizer sees neither its futexes nor the end of its threads, and would report everything
+// that they guard.
 //
-// A library to be preloaded: its functions stand before Qt's, call them, and mark the hand-over. An address
-// is released by whoever passes on what it did and acquired by whoever goes on from there.
+// This library is preloaded. Its functions replace Qt's, call them, and annotate the synchronisation: one
+// thread releases an address, and the next one acquires it.
 #include <QDeadlineTimer>
 #include <QMutex>
 #include <QThread>
@@ -29,13 +30,6 @@ void release(const void* address)
         __tsan_release(const_cast<void*>(address));
 }
 
-/// Qt's own function of that mangled name; member functions take their object first.
-template <typename Function>
-Function* qtFunction(const char* name)
-{
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
 bool acquireIf(bool condition, const void* address)
 {
     if (condition)
@@ -45,47 +39,49 @@ bool acquireIf(bool condition, const void* address)
 
 } // namespace
 
+// Qt's own function with that mangled name; member functions take their object first.
+#define QT_FUNCTION(name, ...)                                                                               \
+    [] {                                                                                                     \
+        static const auto function = reinterpret_cast<__VA_ARGS__>(dlsym(RTLD_NEXT, name));                  \
+        return function;                                                                                     \
+    }()
+
 // ---- Locks
 
 void QMutex::lock() noexcept
 {
-    static const auto lock = qtFunction<void(QMutex*)>("_ZN6QMutex4lockEv");
-    lock(this);
+    QT_FUNCTION("_ZN6QMutex4lockEv", void (*)(QMutex*))(this);
     acquire(this);
 }
 
 bool QMutex::tryLock(int timeout) noexcept
 {
-    static const auto tryLock = qtFunction<bool(QMutex*, int)>("_ZN6QMutex7tryLockEi");
-    return acquireIf(tryLock(this, timeout), this);
+    return acquireIf(QT_FUNCTION("_ZN6QMutex7tryLockEi", bool (*)(QMutex*, int))(this, timeout), this);
 }
 
 void QMutex::unlock() noexcept
 {
-    static const auto unlock = qtFunction<void(QMutex*)>("_ZN6QMutex6unlockEv");
     release(this);
-    unlock(this);
+    QT_FUNCTION("_ZN6QMutex6unlockEv", void (*)(QMutex*))(this);
 }
 
-// The slow paths of the inline functions; their fast paths are atomic operations in instrumented code.
+// The slow paths of inline functions, whose fast paths are atomic operations in instrumented code.
 void QBasicMutex::lockInternal() noexcept
 {
-    static const auto lock = qtFunction<void(QBasicMutex*)>("_ZN11QBasicMutex12lockInternalEv");
-    lock(this);
+    QT_FUNCTION("_ZN11QBasicMutex12lockInternalEv", void (*)(QBasicMutex*))(this);
     acquire(this);
 }
 
 bool QBasicMutex::lockInternal(int timeout) noexcept
 {
-    static const auto lock = qtFunction<bool(QBasicMutex*, int)>("_ZN11QBasicMutex12lockInternalEi");
-    return acquireIf(lock(this, timeout), this);
+    return acquireIf(
+        QT_FUNCTION("_ZN11QBasicMutex12lockInternalEi", bool (*)(QBasicMutex*, int))(this, timeout), this);
 }
 
 void QBasicMutex::unlockInternal() noexcept
 {
-    static const auto unlock = qtFunction<void(QBasicMutex*)>("_ZN11QBasicMutex14unlockInternalEv");
     release(this);
-    unlock(this);
+    QT_FUNCTION("_ZN11QBasicMutex14unlockInternalEv", void (*)(QBasicMutex*))(this);
 }
 
 // ---- Conditions
@@ -105,62 +101,60 @@ bool waitOn(const void* condition, const void* mutex, Wait wait)
 
 bool QWaitCondition::wait(QMutex* mutex, QDeadlineTimer deadline)
 {
-    static const auto wait = qtFunction<bool(QWaitCondition*, QMutex*, QDeadlineTimer)>(
-        "_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer");
-    return waitOn(this, mutex, [&] { return wait(this, mutex, deadline); });
+    return waitOn(this, mutex, [&] {
+        return QT_FUNCTION("_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer",
+                           bool (*)(QWaitCondition*, QMutex*, QDeadlineTimer))(this, mutex, deadline);
+    });
 }
 
 bool QWaitCondition::wait(QMutex* mutex, unsigned long milliseconds)
 {
-    static const auto wait =
-        qtFunction<bool(QWaitCondition*, QMutex*, unsigned long)>("_ZN14QWaitCondition4waitEP6QMutexm");
-    return waitOn(this, mutex, [&] { return wait(this, mutex, milliseconds); });
+    return waitOn(this, mutex, [&] {
+        return QT_FUNCTION("_ZN14QWaitCondition4waitEP6QMutexm",
+                           bool (*)(QWaitCondition*, QMutex*, unsigned long))(this, mutex, milliseconds);
+    });
 }
 
 void QWaitCondition::wakeOne()
 {
-    static const auto wake = qtFunction<void(QWaitCondition*)>("_ZN14QWaitCondition7wakeOneEv");
     release(this);
-    wake(this);
+    QT_FUNCTION("_ZN14QWaitCondition7wakeOneEv", void (*)(QWaitCondition*))(this);
 }
 
 void QWaitCondition::wakeAll()
 {
-    static const auto wake = qtFunction<void(QWaitCondition*)>("_ZN14QWaitCondition7wakeAllEv");
     release(this);
-    wake(this);
+    QT_FUNCTION("_ZN14QWaitCondition7wakeAllEv", void (*)(QWaitCondition*))(this);
 }
 
-// ---- Threads: the sanitizer sees their beginning by itself
+// ---- Threads: the sanitizer sees by itself how they begin
 
 void QThread::start(Priority priority)
 {
-    static const auto start = qtFunction<void(QThread*, Priority)>("_ZN7QThread5startENS_8PriorityE");
     connect(
         this, &QThread::finished, this, [this] { release(this); }, Qt::DirectConnection);
-    start(this, priority);
+    QT_FUNCTION("_ZN7QThread5startENS_8PriorityE", void (*)(QThread*, Priority))(this, priority);
 }
 
 bool QThread::wait(QDeadlineTimer deadline)
 {
-    static const auto wait = qtFunction<bool(QThread*, QDeadlineTimer)>("_ZN7QThread4waitE14QDeadlineTimer");
-    return acquireIf(wait(this, deadline), this);
+    return acquireIf(
+        QT_FUNCTION("_ZN7QThread4waitE14QDeadlineTimer", bool (*)(QThread*, QDeadlineTimer))(this, deadline),
+        this);
 }
 
 bool QThread::wait(unsigned long milliseconds)
 {
-    static const auto wait = qtFunction<bool(QThread*, unsigned long)>("_ZN7QThread4waitEm");
-    return acquireIf(wait(this, milliseconds), this);
+    return acquireIf(QT_FUNCTION("_ZN7QThread4waitEm", bool (*)(QThread*, unsigned long))(this, milliseconds),
+                     this);
 }
 
 bool QThread::isFinished() const
 {
-    static const auto isFinished = qtFunction<bool(const QThread*)>("_ZNK7QThread10isFinishedEv");
-    return acquireIf(isFinished(this), this);
+    return acquireIf(QT_FUNCTION("_ZNK7QThread10isFinishedEv", bool (*)(const QThread*))(this), this);
 }
 
 bool QThread::isRunning() const
 {
-    static const auto isRunning = qtFunction<bool(const QThread*)>("_ZNK7QThread9isRunningEv");
-    return !acquireIf(!isRunning(this), this);
+    return !acquireIf(!QT_FUNCTION("_ZNK7QThread9isRunningEv", bool (*)(const QThread*))(this), this);
 }

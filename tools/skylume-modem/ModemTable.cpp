@@ -35,7 +35,7 @@ QString modemTable(const Modems& modems)
                                   QStringLiteral("SIGNAL")}};
     std::transform(modems.begin(), modems.end(), std::back_inserter(rows), cellsOf);
     for (int column = 0; column < rows.first().size() - 1; ++column) {
-        const int width = widthOf(rows, column) + 2; // blanks between the columns
+        const int width = widthOf(rows, column) + 2; // spaces between the columns
         for (QStringList& row : rows)
             row[column] = row[column].leftJustified(width);
     }

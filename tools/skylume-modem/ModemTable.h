@@ -4,5 +4,5 @@
 
 #include <QString>
 
-/// The modems as lines of text in columns, under a line of headings.
+/// A table of the modems as text, with a line of headings.
 QString modemTable(const Modems& modems);

@@ -1,4 +1,4 @@
-// Plugs simulated modems in and out, see docs/device-service.md.
+// Attaches and detaches simulated modems, see docs/device-service.md.
 
 #include "ModemEditor.h"
 #include "ModemTable.h"
@@ -20,7 +20,7 @@ namespace {
 
 constexpr auto LockPatience = 5s;
 
-/// An option that is a key of the simulator's file too.
+/// An option with the name of a key in the simulator's file.
 struct ValueOption
 {
     const char* name;
@@ -32,18 +32,18 @@ constexpr ValueOption ModemOptions[] = {
     {"imsi", "IMSI of the SIM.", "digits"},
     {"gid", "Group identifier of the SIM.", "text"},
     {"customize", "Name of the operator customisation.", "name"},
-    {"port", "Where the modem is plugged in.", "name"},
-    {"network", "Code of the network that it is registered in, MCC and MNC; empty for none.", "digits"},
-    {"signal", "Strength of the signal, 0 to 100.", "percent"},
-    {"receive-rate", "Bytes received in a second.", "number"},
-    {"send-rate", "Bytes sent in a second.", "number"},
-    {"received", "Bytes received before.", "number"},
-    {"sent", "Bytes sent before.", "number"},
-    {"answer-time", "How long each value of a message takes to read.", "milliseconds"},
+    {"port", "Where the modem is attached.", "name"},
+    {"network", "Code of the network in which it is registered, MCC and MNC; empty for none.", "digits"},
+    {"signal", "Signal strength, 0 to 100.", "percent"},
+    {"receive-rate", "Bytes received per second.", "number"},
+    {"send-rate", "Bytes sent per second.", "number"},
+    {"received", "Bytes received so far.", "number"},
+    {"sent", "Bytes sent so far.", "number"},
+    {"answer-time", "How long it takes to read each value of a message.", "milliseconds"},
 };
 constexpr ValueOption MessageOptions[] = {
-    {"sender", "Who sends the message.", "number"},
-    {"text", "What the message says.", "text"},
+    {"sender", "Sender of the message.", "number"},
+    {"text", "Text of the message.", "text"},
 };
 
 struct Request
@@ -55,7 +55,7 @@ struct Request
     QMap<QString, QString> message; ///< values of a message
 };
 
-/// What a request may consist of, as bits.
+/// What a request can consist of. Combined as bits.
 enum Part : unsigned { ModemPart = 1, NamePart = 2, ValuesPart = 4, MessagePart = 8 };
 
 struct PartWords
@@ -65,7 +65,7 @@ struct PartWords
     const char* surplus;
 };
 
-constexpr PartWords MessagePartWords[] = {
+constexpr PartWords PartNames[] = {
     {ModemPart, "a modem", "modem"},
     {NamePart, "a name", "name"},
     {ValuesPart, "values", "values"},
@@ -128,20 +128,20 @@ const Command* commandOf(const Request& request)
 void defineArguments(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(QStringLiteral(
-        "Plugs simulated modems in and out, also while applications run.\n\n"
-        "  attach MODEL     attaches a modem: the known one of that name or model, else a new one\n"
-        "  detach [MODEM]   takes a modem away; without MODEM the only attached one\n"
-        "  reject [MODEM]   makes a modem refused, as by an operator lock; without MODEM the only attached "
+        "Attaches and detaches simulated modems, even while applications are running.\n\n"
+        "  attach MODEL     attaches the modem with that name or model; adds one if there is none\n"
+        "  detach [MODEM]   detaches a modem; without MODEM the only attached one\n"
+        "  reject [MODEM]   rejects a modem, as an operator lock does; without MODEM the only attached "
         "one\n"
-        "  set [MODEM]      changes values of a modem; without MODEM of the only attached one\n"
-        "  message [MODEM]  lets a modem receive a text message; without MODEM the only attached one\n"
+        "  set [MODEM]      changes values of a modem; without MODEM the only attached one\n"
+        "  message [MODEM]  sends a text message to a modem; without MODEM to the only attached one\n"
         "  list             lists all known modems\n\n"
         "MODEM is a modem's name or model; upper and lower case are the same."));
     const auto add = [&](const char* name, const QByteArray& help, const char* value) {
         parser.addOption({QLatin1String(name), QLatin1String(help), QLatin1String(value)});
     };
-    add("file", "The simulator's file, instead of the user's.", "path");
-    add("name", "With attach: name of the modem, for several of one model.", "name");
+    add("file", "Simulator file to use instead of the user's.", "path");
+    add("name", "With attach: name of the modem, if there are several of one model.", "name");
     for (const ValueOption& option : ModemOptions)
         add(option.name, "With attach and set: " + QByteArray(option.help), option.value);
     for (const ValueOption& option : MessageOptions)
@@ -152,7 +152,7 @@ void defineArguments(QCommandLineParser& parser)
                                  QStringLiteral("[modem]"));
 }
 
-/// What is wrong with the request as such; empty when nothing is.
+/// What is wrong with the request itself; empty if nothing is.
 QString usageError(const Request& request, int argumentCount)
 {
     if (request.command.isEmpty())
@@ -163,7 +163,7 @@ QString usageError(const Request& request, int argumentCount)
     if (argumentCount > 2)
         return QStringLiteral("\"%1\" has too many arguments").arg(request.command);
     const unsigned given = partsOf(request);
-    for (const PartWords& words : MessagePartWords) {
+    for (const PartWords& words : PartNames) {
         if ((command->needs & ~given & words.part) != 0)
             return QStringLiteral("\"%1\" needs %2").arg(request.command, QLatin1String(words.missing));
         if ((given & ~command->takes & words.part) != 0)
@@ -196,7 +196,7 @@ void print(const QString& text)
     std::fputs(text.toLocal8Bit().constData(), stdout);
 }
 
-/// Reads the first of the files that exists and, if the command changes something, writes the first of all.
+/// Reads the first of the files that exists. If the command changes something, writes the first file.
 bool run(const Command& command, const Request& request, const QStringList& files, QString& error)
 {
     const auto exists = [](const QString& file) {
@@ -222,10 +222,10 @@ bool run(const Command& command, const Request& request, const QStringList& file
     if (!command.edit(request, editor, error))
         return false;
     const QByteArray changed = editor.toBytes();
-    const ModemEditor check(changed, error); // finds values that cannot be
+    const ModemEditor check(changed, error); // finds invalid values
     if (!error.isEmpty() || !FileAccess::replace(files.first(), changed, error))
         return false;
-    if (check.modems().size() > editor.modems().size()) // perhaps a slip of the pen
+    if (check.modems().size() > editor.modems().size()) // perhaps the name was mistyped
         print(QStringLiteral("\"%1\" is a new modem\n").arg(check.modems().last().name));
     return true;
 }

@@ -33,7 +33,7 @@ bool CallbackRegistry::add(List list, QRVL_DevCallback callback)
     Callbacks& callbacks = m_lists[list];
     if (contains(callbacks, callback))
         return true;
-    if (callbacks.size() == kPlaces)
+    if (callbacks.size() == Places)
         return false;
     callbacks.push_back(callback);
     return true;
@@ -82,7 +82,7 @@ Callbacks CallbackRegistry::everyCallback() const
     return callbacks;
 }
 
-/// False when the callback was removed meanwhile, perhaps by one that ran before it.
+/// Returns false if the callback was removed since the dispatch began, perhaps by another callback.
 bool CallbackRegistry::begin(QRVL_DevCallback callback)
 {
     const std::lock_guard lock(m_mutex);

@@ -8,21 +8,21 @@
 #include <thread>
 #include <vector>
 
-/// The lists of event callbacks. Thread-safe, but for dispatch(), which belongs to one thread.
+/// The lists of event callbacks. Thread-safe; dispatch() is called by one thread only.
 class CallbackRegistry
 {
 public:
     enum List { Initialisation, Manager, ListCount };
-    static constexpr std::size_t kPlaces = 32;
+    static constexpr std::size_t Places = 32;
 
-    /// False when the list is full. A callback that is in it already stays where it is.
+    /// Returns false if the list is full. Adding a callback again changes nothing.
     bool add(List list, QRVL_DevCallback callback);
 
-    /// False when the list does not hold the callback. Waits while another thread runs the callback.
+    /// Returns false if the list does not hold the callback. Waits for the callback to return, unless it is
+    /// called during a callback.
     bool remove(List list, QRVL_DevCallback callback);
 
-    /// Calls each registered callback once with the event, without any lock. Exceptions end here, with a
-    /// warning.
+    /// Calls each registered callback once with the event, holding no lock. Exceptions are logged as warnings.
     void dispatch(int event);
 
 private:

@@ -43,7 +43,7 @@ QByteArray DeviceRecord::inLocalCodePage(const QString& text)
 
 void DeviceRecord::fillText(const QString& text, Encoder encode, char* buffer, int size)
 {
-    QString rest = text.left(size); // each character gives a byte at least
+    QString rest = text.left(size); // each character takes at least a byte
     while (encode(rest).size() >= size) {
         rest.chop(1);
         if (!rest.isEmpty() && rest.at(rest.size() - 1).isHighSurrogate())

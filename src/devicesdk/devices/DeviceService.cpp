@@ -1,13 +1,13 @@
 #include "devices/DeviceService.h"
 
 #include <algorithm>
+#include <thread>
 
 using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto LookInterval = 200ms;
-constexpr auto DetectionTime = 300ms; // what real modems take at the least; callers get ready for the answer
+constexpr auto DetectionTime = 300ms; // as real modems need; gives callers time to wait for the answer
 constexpr auto Patience = 2s;
 constexpr std::size_t DetectionsAtOnce = 2;
 
@@ -24,7 +24,7 @@ bool hasId(const Modems& modems, quint32 id)
     return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) { return modem.id == id; });
 }
 
-/// Whether some of the modems are in none of the two other lists.
+/// Whether one of the modems is in neither of the other lists.
 bool isAnyMissing(const Modems& modems, const Modems& here, const Modems& orHere = {})
 {
     return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) {
@@ -32,7 +32,7 @@ bool isAnyMissing(const Modems& modems, const Modems& here, const Modems& orHere
     });
 }
 
-/// Whether a modem in both lists has other values in the second.
+/// Whether a modem that is in both lists has different values in them.
 bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::*values)
 {
     return std::any_of(after.begin(), after.end(), [&](const Modem& modem) {
@@ -42,9 +42,17 @@ bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::
     });
 }
 
+bool isAnyCounting(const Modems& modems)
+{
+    return std::any_of(modems.begin(), modems.end(), [](const Modem& modem) {
+        return std::any_of(modem.counters.begin(), modem.counters.end(),
+                           [](const Counter& counter) { return counter.rate > 0; });
+    });
+}
+
 } // namespace
 
-QVector<int> eventsBetween(const Modems& before, const Modems& after, bool tellAnyway)
+QVector<int> eventsBetween(const Modems& before, const Modems& after, bool reportAnyway)
 {
     const Modems availableBefore = inState(before, Modem::Attached);
     const Modems available = inState(after, Modem::Attached);
@@ -54,7 +62,7 @@ QVector<int> eventsBetween(const Modems& before, const Modems& after, bool tellA
         events.append(QRVL_EVENT_DEV_DEVICE_INVALID);
     if (isAnyMissing(rejected, inState(before, Modem::Rejected)))
         events.append(QRVL_EVENT_DEV_REJECT);
-    if (tellAnyway || available != availableBefore)
+    if (reportAnyway || available != availableBefore)
         events.append(QRVL_EVENT_DEV_DETECTED);
     if (isAnyChanged(availableBefore, available, &Modem::status))
         events.append(QRVL_EVENT_DEV_STATUS);
@@ -78,13 +86,51 @@ void DeviceService::startDetect()
             m_detections.pop_back();
         m_detections.push_back(Clock::now() + DetectionTime);
     }
-    m_wake.notify_one();
+    m_simulator.wake();
 }
 
 Modems DeviceService::available() const
 {
     const std::lock_guard lock(m_mutex);
+    return availableNow();
+}
+
+Modems DeviceService::availableNow() const
+{
     return inState(m_modems, Modem::Attached).mid(0, QRVL_MAX_DEVICES);
+}
+
+long DeviceService::read(quint32 device, const QString& key, QString& value)
+{
+    std::unique_lock lock(m_mutex);
+    const Modems modems = availableNow();
+    const auto modem = std::find_if(modems.cbegin(), modems.cend(),
+                                    [&](const Modem& candidate) { return candidate.id == device; });
+    if (modem == modems.cend())
+        return QRVL_ERROR_NO_DEVICE;
+    if (readCounter(*modem, key, value))
+        return QRVL_OK;
+    lock.unlock();
+    const bool isOnSim = modem->messages.contains(key);
+    if (!isOnSim && !modem->status.contains(key))
+        return QRVL_ERROR_NOT_FOUND;
+    if (isOnSim)
+        std::this_thread::sleep_for(std::chrono::milliseconds(modem->answerTime));
+    value = isOnSim ? modem->messages[key] : modem->status[key];
+    return QRVL_OK;
+}
+
+/// Returns false if the value is not a counter.
+bool DeviceService::readCounter(const Modem& modem, const QString& key, QString& value)
+{
+    const auto counter = modem.counters.constFind(key);
+    if (counter == modem.counters.cend())
+        return false;
+    const Clock::time_point now = Clock::now();
+    value = QString::number(counter->valueAt(now));
+    if (counter->rate > 0 && m_counterReport.noteReading(now))
+        m_simulator.wake();
+    return true;
 }
 
 void DeviceService::finish()
@@ -93,7 +139,7 @@ void DeviceService::finish()
         const std::lock_guard lock(m_mutex);
         m_isFinished = true;
     }
-    m_wake.notify_one();
+    m_simulator.wake();
     m_thread.finish(Patience);
 }
 
@@ -101,33 +147,44 @@ void DeviceService::run()
 {
     std::unique_lock lock(m_mutex);
     while (!m_isFinished) {
-        const Clock::time_point nextLook = Clock::now() + LookInterval;
-        while (!m_isFinished && !isDetectionDue() && Clock::now() < nextLook)
-            m_wake.wait_until(lock,
-                              m_detections.empty() ? nextLook : std::min(nextLook, m_detections.front()));
+        const Clock::time_point next = nextTask();
+        lock.unlock();
+        const bool mayDiffer = m_simulator.wait(next);
+        lock.lock();
         if (m_isFinished)
             return;
-        const bool isAsked = isDetectionDue();
-        if (isAsked)
-            m_detections.pop_front();
+        const bool isAsked = takeDetection();
+        const bool haveCountersGrown = m_counterReport.take(Clock::now()) && isAnyCounting(availableNow());
         lock.unlock();
-        look(isAsked);
+        if (mayDiffer || isAsked)
+            look(isAsked);
+        if (haveCountersGrown)
+            m_callbacks.dispatch(QRVL_EVENT_DEV_STATUS);
         lock.lock();
     }
 }
 
-bool DeviceService::isDetectionDue() const
+DeviceService::Clock::time_point DeviceService::nextTask() const
 {
-    return !m_detections.empty() && m_detections.front() <= Clock::now();
+    const Clock::time_point report = m_counterReport.next();
+    return m_detections.empty() ? report : std::min(report, m_detections.front());
 }
 
-void DeviceService::look(bool tellAnyway)
+bool DeviceService::takeDetection()
+{
+    if (m_detections.empty() || m_detections.front() > Clock::now())
+        return false;
+    m_detections.pop_front();
+    return true;
+}
+
+void DeviceService::look(bool reportAnyway)
 {
     const Modems modems = m_simulator.look();
     QVector<int> events;
     {
         const std::lock_guard lock(m_mutex);
-        events = eventsBetween(m_modems, modems, tellAnyway);
+        events = eventsBetween(m_modems, modems, reportAnyway);
         m_modems = modems;
     }
     for (const int event : events)

@@ -1,32 +1,35 @@
 #pragma once
 
+#include "devices/Counter.h"
+
 #include <QMap>
 #include <QString>
 #include <QVector>
 
 #include <tuple>
 
-/// Texts by their keys, see QRVL_DevSrv_GetStatusValue().
+/// Values by key, see QRVL_DevSrv_GetStatusValue().
 using ModemValues = QMap<QString, QString>;
 
-/// One modem that the service knows.
+/// A modem that the service knows.
 struct Modem
 {
     enum State { Attached, Detached, Rejected };
 
     quint32 id = 0; // unique while the process runs
-    QString name;   // tells modems of the same model apart
+    QString name;   // distinguishes modems of the same model
     QString model;
     QString imsi; // empty without a SIM
-    QString gid;  // empty when the SIM has no group identifier
+    QString gid;  // empty if the SIM has no group identifier
     QString customize;
     QString port;
     State state = Detached;
 
-    // What changes while it works, which does not make it another modem for operator==.
+    // What follows changes while the modem works, so operator== ignores it.
     ModemValues status;
-    ModemValues messages; // on its SIM
-    int answerTime = 0;   // milliseconds to read one of the messages' values
+    ModemValues messages;            // on its SIM
+    QMap<QString, Counter> counters; // the status values that grow by themselves
+    int answerTime = 0;              // milliseconds it takes to read a value of a message
 };
 
 inline bool operator==(const Modem& a, const Modem& b)

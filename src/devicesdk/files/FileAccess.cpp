@@ -13,10 +13,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto StaleLockAge = 10s; // many times what the slowest write takes
+constexpr auto StaleLockAge = 10s; // much longer than any write takes
 constexpr auto LockInterval = 5ms;
 
-/// Repeats what may fail for a moment: a file that another process has open cannot be replaced on Windows.
+/// Repeats what may fail temporarily: on Windows a file that another process has open cannot be replaced.
 template <typename Attempt>
 bool persistently(Attempt attempt)
 {
@@ -37,7 +37,7 @@ bool readOnce(const QString& path, FileAccess::Content& content)
         return true;
     content.status = FileAccess::Content::Unreadable;
     QFile file(path);
-    // Opening something else than a file, a pipe for instance, could wait for ever.
+    // Opening anything but a file, such as a pipe, could block forever.
     if (!info.isFile() || info.size() > FileAccess::MaximalSize || !file.open(QIODevice::ReadOnly))
         return false;
     content.bytes = file.readAll();
@@ -52,7 +52,7 @@ bool replaceOnce(const QString& path, const QByteArray& content, QString& error)
     QSaveFile file(path);
     const bool isOpen = file.open(QIODevice::WriteOnly);
     if (isOpen && (file.write(content) != content.size() || !file.flush())) {
-        error = QStringLiteral("the disk is full or faulty"); // Qt only knows "Unknown error"
+        error = QStringLiteral("the disk is full or faulty"); // Qt says "Unknown error"
         return false;
     }
     if (isOpen && file.commit())
@@ -78,7 +78,7 @@ bool FileAccess::replace(const QString& path, const QByteArray& content, QString
         return false;
     }
     if (!QDir().mkpath(folder)) {
-        error = QStringLiteral("the folder cannot be made");
+        error = QStringLiteral("the folder cannot be created");
         return false;
     }
     if (!persistently([&] { return replaceOnce(path, content, error); }))
@@ -97,8 +97,8 @@ FileAccess::ProcessLock::ProcessLock(const QString& path)
 bool FileAccess::ProcessLock::lock(std::chrono::milliseconds patience)
 {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
-    // QLockFile's own wait asks ever less often, so that a process which writes all the time would starve
-    // others.
+    // QLockFile's own wait tries at growing intervals, so a process that writes all the time would starve
+    // the others.
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (!m_file.tryLock(0)) {
         if (m_file.error() != QLockFile::LockFailedError || std::chrono::steady_clock::now() > deadline)
@@ -112,5 +112,5 @@ QString FileAccess::ProcessLock::errorString() const
 {
     if (m_file.error() == QLockFile::LockFailedError)
         return QStringLiteral("another process does not release its lock");
-    return QStringLiteral("the lock file cannot be made beside it");
+    return QStringLiteral("its lock file cannot be created");
 }

@@ -6,11 +6,10 @@
 
 #include <chrono>
 
-/// Reading and replacing whole files that other processes read and replace as well.
+/// Reads and replaces whole files that other processes read and replace too.
 namespace FileAccess {
 
-/// Larger files are neither read nor written: nothing of ours comes near, and memory must hold several
-/// copies.
+/// Larger files are neither read nor written, because several copies must fit into memory.
 constexpr qint64 MaximalSize = qint64(256) * 1024 * 1024;
 
 struct Content
@@ -20,24 +19,24 @@ struct Content
     QByteArray bytes;
 };
 
-/// Reads a file. Whatever is there but is no readable file of sensible size counts as unreadable.
+/// Reads a file. Anything else, such as a folder, and a file that is too large count as unreadable.
 Content read(const QString& path);
 
-/// Replaces or creates a file, and its folders: a reader, also after a crash or a power cut, finds the old
-/// content or the new one. The new one is on the disk when this returns true. Otherwise `error` says why not.
+/// Replaces a file, or creates it with its folders. A reader finds either the old or the new content, even
+/// after a crash or a power cut. On success the new content is on disk; otherwise `error` says why not.
 bool replace(const QString& path, const QByteArray& content, QString& error);
 
-/// The lock that a process holds from reading a file until it has replaced it, as a file beside it.
+/// The lock that a process holds while it reads, changes and replaces a file: another file beside it.
 class ProcessLock
 {
 public:
     explicit ProcessLock(const QString& path);
 
-    /// Waits for other processes, but not for ever. A lock left behind by a process that died counts as free.
+    /// Waits for other processes, `patience` at most. A lock left behind by a dead process is taken over.
     bool lock(std::chrono::milliseconds patience);
     void unlock() { m_file.unlock(); }
 
-    /// Why lock() has failed.
+    /// Why lock() failed.
     QString errorString() const;
 
 private:

@@ -60,7 +60,7 @@ void IniDocument::dropBrokenLines()
     for (Section& section : m_sections) {
         section.lines.erase(std::remove_if(section.lines.begin(), section.lines.end(), isBroken),
                             section.lines.end());
-        // What remains of an unreadable section are comments: they go on where they stand.
+        // Only comments remain of an unreadable section: they become part of the previous one.
         if (!section.isReadable)
             section.header = QByteArray();
     }
@@ -94,7 +94,7 @@ void IniDocument::set(const QString& section, const QString& key, const QString&
     }
     const int sectionNumber = sectionToWrite(section);
     std::vector<Line>& lines = m_sections[sectionNumber].lines;
-    // Blank lines and comments after the last entry lead over to the next section.
+    // Empty lines and comments after the last entry belong to the next section.
     auto place =
         std::find_if(lines.rbegin(), lines.rend(), [](const Line& l) { return l.kind != Line::Other; });
     const auto position = place == lines.rend() ? lines.end() : place.base();
@@ -123,7 +123,7 @@ void IniDocument::readLine(std::string_view line, int number)
         addBroken(line, number);
 }
 
-/// False when the line is no entry.
+/// Returns false if the line is not an entry.
 bool IniDocument::readEntry(std::string_view line, std::string_view text)
 {
     const std::size_t separator = text.find('=');

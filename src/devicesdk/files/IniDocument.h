@@ -9,35 +9,36 @@
 #include <string_view>
 #include <vector>
 
-/// An INI file in memory: reads, changes and writes it without touching the lines that do not change.
+/// An INI file in memory. Changing entries keeps all other lines as they are.
 ///
 ///     # a comment, also with ';'
 ///     [section]
 ///     key = value
 ///
-/// Blanks around names and values are trimmed, for other texts see IniText. A section may occur several
-/// times; of entries with the same section and key the last counts. Entries before the first section belong
-/// to the section "". Names are compared with exact case. Line ends are those of the file's first line.
+/// Spaces and tabs around names and values are ignored; for escapes see IniText. A section may occur several
+/// times; if entries have the same section and key, the last one applies. Entries before the first section
+/// belong to the section "". Names are case-sensitive. The first line determines the line ends for all.
 ///
-/// A line that is neither of these, is not valid UTF-8 or follows a section line that cannot be read is
-/// broken: it is kept as it is, but has no meaning.
+/// A line is broken if it is none of these, is not valid UTF-8, or follows a section line that is broken. It
+/// is kept but ignored.
 class IniDocument
 {
 public:
     explicit IniDocument(const QByteArray& bytes = {});
     QByteArray toBytes() const;
 
-    /// Numbers of the broken lines, counted from 1, in order.
+    /// Line numbers of the broken lines, starting from 1, in ascending order.
     const QVector<int>& brokenLines() const { return m_brokenLines; }
     void dropBrokenLines();
 
-    /// Names of all sections in the order of the file, each once.
+    /// Names of all sections, each once, in the order of the file.
     QVector<QString> sections() const;
 
-    /// The value, or null when there is no such entry. Valid until the next change.
+    /// Returns the value, or null if there is no such entry. Valid until the next change.
     const QString* find(const QString& section, const QString& key) const;
 
-    /// Changes the entry's line, or adds one at the end of the section, which is added to the end if need be.
+    /// Changes the line of the entry. A new entry is added to the end of its section, and a new section to the
+    /// end of the file.
     void set(const QString& section, const QString& key, const QString& value);
 
     /// Calls visit(section, key, value) for each entry, in the order of the file.
@@ -57,7 +58,7 @@ private:
     {
         enum Kind { Other, Entry, Broken };
         Kind kind = Other;
-        QByteArray raw; // without the line end; refers to m_bytes until it is changed
+        QByteArray raw; // without the line end; refers to m_bytes unless the line was changed
         QString key;
         QString value;
     };
@@ -82,5 +83,5 @@ private:
     std::vector<Section> m_sections;
     QVector<int> m_brokenLines;
     QHash<QString, int> m_sectionIndex;                           // first section of that name
-    QHash<QPair<QString, QString>, QPair<int, int>> m_entryIndex; // section and line of the entry that counts
+    QHash<QPair<QString, QString>, QPair<int, int>> m_entryIndex; // to its section and line
 };

@@ -5,24 +5,24 @@
 
 #include <string_view>
 
-/// How texts are written in INI files.
+/// How strings are written in INI files.
 ///
-/// QSettings' own INI format is not used: it gives commas, quotes and percent signs in hand-written values a
-/// meaning, and unpaired surrogates do not survive it. Here everything is plain text but a backslash, which
-/// starts one of the escapes \\ \n \r \t \s (a blank) and \uHHHH (a UTF-16 unit). Any other backslash stands
-/// for itself.
+/// The format of QSettings is not used: in values written by hand it interprets commas, quotes and percent
+/// signs, and it loses unpaired surrogates. Here only a backslash is special. It starts one of the escapes
+/// \\ \n \r \t \s (a space) and \uHHHH (a UTF-16 code unit); any other backslash stands for itself.
 namespace IniText {
 
-/// Where a text is to be written; decides which characters need an escape.
+/// Where a string is written, which determines the characters to escape.
 enum class Place { Section, Key, Value };
 
-/// The text as UTF-8 for that place, on one line, with all its blanks safe from trimming.
+/// The string in UTF-8 for that place: on one line, and with spaces at its ends escaped.
 QByteArray escaped(const QString& text, Place place);
 
-/// The bytes without blanks and tabs at both ends. Other kinds of white space belong to a text.
+/// The bytes without spaces and tabs at both ends. Other white space is part of the string.
 std::string_view trimmed(std::string_view bytes);
 
-/// Reads a trimmed piece of a line. False when it is no valid UTF-8, or holds a zero. The text is never null.
+/// Reads a trimmed part of a line. Returns false if it is not valid UTF-8 or contains a zero. `text` is never
+/// null afterwards.
 bool read(std::string_view bytes, QString& text);
 
 } // namespace IniText

@@ -3,20 +3,19 @@
 #include <QString>
 #include <QStringList>
 
-/// Where the device service keeps its files. See docs/device-service.md for the environment variables.
+/// The paths of the device service's files. See docs/device-service.md for the environment variables.
 ///
-/// The installation's files are found through the application's folder: without an application object only
-/// the environment variables name them.
+/// The installation's files are in the application's folder. A process without a Qt application object finds
+/// them only through the environment variables.
 namespace Places {
 
 /// The user's settings store.
 QString userSettings();
 
-/// The defaults of the installation; empty when it is not known.
+/// The defaults of the installation; empty if unknown.
 QString defaultSettings();
 
-/// The simulator's files in the order of preference; the first that exists counts. The first is the one to
-/// write.
+/// The simulator's files in order of preference: the first that exists is read. The first one is written.
 QStringList simulatorFiles();
 
 } // namespace Places

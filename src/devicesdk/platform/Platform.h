@@ -2,17 +2,17 @@
 
 #include <QString>
 
-/// What the device service needs of the operating system; one source file for each.
+/// What the device service needs from the operating system. There is a source file for each system.
 namespace Platform {
 
-/// The folder for the user's configuration files of all programs.
+/// The folder in which programs keep the user's configuration files.
 QString userConfigFolder();
 
-/// Makes renamed files of a folder durable. False when the system reports a failure.
+/// Writes the names of a folder's files to disk. Returns false if the system reports a failure.
 bool syncFolder(const QString& folder);
 
-/// Has `function` called when the process ends by exit() or the end of main(), while all threads still run.
-/// Where the library that holds this code can be unloaded, it is called before that as well.
+/// Calls `function` when the process ends through exit() or the return of main(), while all threads are still
+/// running, and before the library with this code is unloaded.
 void atExit(void (*function)());
 
 } // namespace Platform

@@ -5,10 +5,10 @@
 
 #include <qt_windows.h>
 
-// What callers may rely on when they hand wide texts and results through the C interface.
+// Callers of the C interface rely on this when they pass wide strings and results.
 static_assert(sizeof(wchar_t) == sizeof(char16_t) && sizeof(long) == 4);
 
-// The roaming folder: settings follow the user. Qt's generic location is the local one.
+// The roaming folder, so that settings follow the user. Qt's generic location is the local folder.
 QString Platform::userConfigFolder()
 {
     const QString folder = QDir::fromNativeSeparators(qEnvironmentVariable("APPDATA"));
@@ -17,20 +17,20 @@ QString Platform::userConfigFolder()
 
 bool Platform::syncFolder(const QString&)
 {
-    return true; // a rename is in the file system's journal
+    return true; // the file system keeps a journal of names
 }
 
-// atexit() of a library runs what it was given when the library is detached. At the end of a process the
-// system has then ended all other threads by force, perhaps in the middle of a write. The C runtime's own
-// list is run before.
+// Functions that a library passes to atexit() are called when the library is detached. When a process ends,
+// the system has terminated all other threads by then, perhaps in the middle of a write. Functions in the C
+// runtime's own list are called before that.
 void Platform::atExit(void (*function)())
 {
     using Register = void* (*)(void (*)());
     const HMODULE runtime = GetModuleHandleW(L"msvcrt.dll");
     const auto address = reinterpret_cast<void*>(GetProcAddress(runtime, "_onexit"));
     const auto onExit = reinterpret_cast<Register>(address);
-    // A library that is being unloaded cannot wait for its threads, whose end needs the loader's lock as
-    // well.
+    // A library that is being unloaded cannot wait for its threads, which need the loader's lock to end. So
+    // this one stays loaded.
     HMODULE library = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
                        reinterpret_cast<const wchar_t*>(function), &library);

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto LookInterval = 200ms;
+constexpr auto RepairDelay = 2s; // somebody may be editing the file
 constexpr auto FirstRetryDelay = 100ms;
 constexpr auto LongestRetryDelay = 10s;
 constexpr auto Patience = 5s;
@@ -17,9 +17,10 @@ constexpr auto Patience = 5s;
 } // namespace
 
 Settings::Settings(const QString& userFile, const QString& defaultsFile)
-    : m_retryDelay(FirstRetryDelay)
+    : m_watch({userFile, defaultsFile})
     , m_userFile(userFile)
     , m_defaultsFile(defaultsFile)
+    , m_retryDelay(FirstRetryDelay)
 {
     qCDebug(logDeviceSdk, "Settings of the user: %s, defaults: %s", qUtf8Printable(userFile),
             qUtf8Printable(defaultsFile));
@@ -45,6 +46,7 @@ bool Settings::set(const QString& section, const QString& key, const QString& va
 {
     std::unique_lock lock(m_mutex);
     m_user.set(section, key, value);
+    const bool isFirst = m_pending.empty();
     m_pending[{section, key}] = value;
     if (m_isFinished) {
         lock.unlock();
@@ -53,7 +55,8 @@ bool Settings::set(const QString& section, const QString& key, const QString& va
     }
     const bool isFailing = m_isFailing;
     lock.unlock();
-    m_wake.notify_one();
+    if (isFirst)
+        m_watch.wake();
     return !isFailing;
 }
 
@@ -71,8 +74,9 @@ void Settings::finish()
         if (std::exchange(m_isFinished, true))
             return;
     }
-    m_wake.notify_one();
-    m_thread.finish(Patience);
+    m_watch.wake();
+    if (!m_thread.finish(Patience))
+        return; // still writing: waiting for it could take for ever
     std::unique_lock lock(m_mutex);
     const bool isUnwritten = hasChanges();
     lock.unlock();
@@ -84,20 +88,20 @@ void Settings::run()
 {
     std::unique_lock lock(m_mutex);
     while (!m_isFinished) {
-        const bool isDue = isWriteDue();
+        const Clock::time_point next = nextWrite();
         lock.unlock();
-        if (isDue)
+        if (next <= Clock::now())
             write();
-        else
+        else if (m_watch.wait(next))
             look();
         lock.lock();
-        m_wake.wait_for(lock, LookInterval, [this] { return m_isFinished || isWriteDue(); });
     }
 }
 
-bool Settings::isWriteDue() const
+Settings::Clock::time_point Settings::nextWrite() const
 {
-    return (hasChanges() || m_userFile.needsRepair()) && (!m_isFailing || Clock::now() >= m_retryTime);
+    const Clock::time_point wanted = hasChanges() ? Clock::time_point::min() : m_repairTime;
+    return m_isFailing ? std::max(wanted, m_retryTime) : wanted;
 }
 
 void Settings::look()
@@ -108,6 +112,7 @@ void Settings::look()
     const std::lock_guard lock(m_mutex);
     if (user) {
         adopt(*user);
+        m_repairTime = m_userFile.isBroken() ? Clock::now() + RepairDelay : Clock::time_point::max();
         m_isFailing = m_isFailing && hasChanges();
     }
     if (defaults)
@@ -128,6 +133,7 @@ void Settings::write()
         m_writing.clear();
         adopt(*entries);
         m_retryDelay = FirstRetryDelay;
+        m_repairTime = Clock::time_point::max();
     } else {
         scheduleRetry();
     }
@@ -141,7 +147,7 @@ void Settings::scheduleRetry()
     m_retryDelay = std::min<Clock::duration>(m_retryDelay * 2, LongestRetryDelay);
 }
 
-/// Takes over what the file holds. Changes that are not in the file yet win.
+/// Takes over the content of the file. Changes that are not in the file yet win.
 void Settings::adopt(SettingsTable& entries)
 {
     for (const SettingsChanges* changes : {&m_writing, &m_pending}) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ServiceThread.h"
+#include "files/FileWatch.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsTable.h"
 
@@ -10,11 +11,10 @@
 #include <condition_variable>
 #include <mutex>
 
-/// The user's settings over the installation's defaults. Thread-safe.
+/// The user's settings and the installation's defaults. Thread-safe.
 ///
-/// Reading is a look-up in memory. A change is in memory when set() returns; a thread of its own writes it at
-/// once, together with what was changed during the write before. The thread also takes over changes of other
-/// processes.
+/// Reading is a look-up in memory. set() changes the memory; a thread writes the change to disk at once,
+/// together with others made while it was busy. The thread also adopts changes made by other processes.
 class Settings
 {
 public:
@@ -26,7 +26,7 @@ public:
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
-    /// Hands the value to `take`, which must not use this object; false when there is none.
+    /// Calls `take` with the value; `take` must not use this object. Returns false if there is no value.
     template <typename Take>
     bool get(View view, const SettingName& name, Take take) const
     {
@@ -37,43 +37,44 @@ public:
         return value;
     }
 
-    /// Changes a value of the user's. False when it is kept in memory because the store cannot be written at
-    /// present.
+    /// Changes one of the user's values. Returns false if it stays in memory for now because the store cannot
+    /// be written.
     bool set(const QString& section, const QString& key, const QString& value);
 
-    /// Waits until all changes are on the disk; false when they cannot be written, or not within five
-    /// seconds.
+    /// Waits until all changes are on disk. Returns false if they cannot be written, or not within 5 seconds.
     bool drain();
 
-    /// Ends the thread and writes what is left. From then on set() writes by itself.
+    /// Ends the thread and writes what is pending. From then on set() itself writes.
     void finish();
 
 private:
-    using Clock = std::chrono::steady_clock;
+    using Clock = FileWatch::Clock;
 
     const QString* find(View view, const SettingName& name) const;
     void run();
     bool hasChanges() const { return !m_pending.empty() || !m_writing.empty(); }
-    bool isWriteDue() const;
+    Clock::time_point nextWrite() const;
     void look();
     void write();
     void scheduleRetry();
     void adopt(SettingsTable& entries);
 
-    mutable std::mutex m_mutex; // guards all but the files
-    std::condition_variable m_wake;
+    FileWatch m_watch;      // before the files, so that no change after the first look is missed
+    std::mutex m_fileMutex; // guards the files; locked before m_mutex
+    SettingsFile m_userFile;
+    SettingsFile m_defaultsFile;
+
+    mutable std::mutex m_mutex; // guards what follows
     std::condition_variable m_settled;
-    SettingsTable m_user; // with the changes that are not written yet
+    SettingsTable m_user; // includes the changes that are not written yet
     SettingsTable m_defaults;
     SettingsChanges m_pending;
-    SettingsChanges m_writing; // changed by the writer alone; kept until they are on the disk
+    SettingsChanges m_writing; // kept until they are on disk
     bool m_isFailing = false;
     bool m_isFinished = false;
+    Clock::time_point m_repairTime = Clock::time_point::max(); // when to remove broken lines
     Clock::time_point m_retryTime;
     Clock::duration m_retryDelay;
 
-    std::mutex m_fileMutex; // guards the files; taken before m_mutex
-    SettingsFile m_userFile;
-    SettingsFile m_defaultsFile;
     ServiceThread m_thread;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/WatchedFile.h"
+#include "files/KnownFile.h"
 #include "settings/SettingsTable.h"
 
 #include <QPair>
@@ -16,26 +16,26 @@ using SettingsChanges = std::map<QPair<QString, QString>, QString>;
 
 /// A settings store on disk, shared with other processes. Not thread-safe.
 ///
-/// A store with broken lines is put aside as "<name>.corrupt-<time>" by the next write; what was readable
-/// stays. A store that cannot be read at all is never overwritten. Problems are logged when they begin, not
-/// at each attempt.
+/// If the store has broken lines, the next write keeps a copy as "<name>.corrupt-<time>" and then drops them.
+/// A store that cannot be read at all is never overwritten. A problem is logged when it begins, not at each
+/// attempt.
 class SettingsFile
 {
 public:
-    /// `path` may be empty: then there is no such store.
+    /// `path` may be empty if there is no such store.
     explicit SettingsFile(const QString& path);
 
-    /// All entries, if the file has changed since the last look or write.
+    /// Returns all entries if the file has changed since the last look or write.
     std::optional<SettingsTable> look();
 
-    /// Writes the changes over what the file holds now; on return they are on the disk. Gives all entries of
-    /// the file, or nothing when that was not possible.
+    /// Puts the changes into the file as it is now. On return they are on disk. Returns all entries of the
+    /// file, or nothing if it could not be written.
     std::optional<SettingsTable> write(const SettingsChanges& changes);
 
-    /// Whether the file has broken lines that a write should put aside. Not while somebody may be editing it.
-    bool needsRepair() const { return m_isBroken && !m_file.isFresh(); }
+    /// True if the file has broken lines, which a write removes.
+    bool isBroken() const { return m_isBroken; }
 
-    /// False while the file is there but cannot be read.
+    /// False while the file exists but cannot be read.
     bool isReadable() const { return m_isReadable; }
 
 private:
@@ -44,9 +44,9 @@ private:
     void warnOnce(const QString& problem);
 
     QString m_path;
-    WatchedFile m_file;
+    KnownFile m_file;
     FileAccess::ProcessLock m_lock;
     bool m_isReadable = true;
     bool m_isBroken = false;
-    QString m_problem; // the one that was logged and still lasts
+    QString m_problem; // logged, and not over yet
 };

@@ -6,27 +6,27 @@
 #include <string_view>
 #include <unordered_map>
 
-/// What a setting is looked up by. Refers to texts that must outlive it.
+/// The section and key of a setting. Refers to strings that must outlive it.
 struct SettingName
 {
     SettingName(QStringView section, QStringView key);
 
     std::u16string_view section;
     std::u16string_view key;
-    std::size_t hash; // computed once for several tables
+    std::size_t hash; // computed once, used for several tables
 };
 
-/// Settings in memory. Looking one up allocates nothing.
+/// Settings in memory. Looking one up does not allocate.
 class SettingsTable
 {
 public:
-    /// The value, or null when there is none. Valid until the next change.
+    /// Returns the value, or null if there is none. Valid until the next change.
     const QString* find(const SettingName& name) const;
     void set(const QString& section, const QString& key, const QString& value);
     void swap(SettingsTable& other) { m_entries.swap(other.m_entries); }
 
 private:
-    // The map's names refer to the characters of these texts, which are therefore never changed.
+    // The keys of the map refer to the characters of section and key, so these are never changed.
     struct Entry
     {
         QString section;

@@ -8,48 +8,34 @@
 #include <algorithm>
 #include <utility>
 
-using std::chrono::seconds;
-
 namespace {
 
-/// What grows while a modem works, and by how much each second.
-struct Counter
+struct CounterKeys
 {
     const char* total;
     const char* rate;
 };
 
-constexpr Counter TrafficCounters[] = {{"received", "receive-rate"}, {"sent", "send-rate"}};
+constexpr CounterKeys TrafficCounters[] = {{"received", "receive-rate"}, {"sent", "send-rate"}};
 
-quint64 number(const ModemValues& values, const QString& key)
+quint64 number(const Modem& modem, const char* key)
 {
-    return values.value(key).toULongLong();
-}
-
-void add(ModemValues& values, const QString& key, quint64 bytes)
-{
-    values.insert(key, QString::number(number(values, key) + bytes));
+    return modem.status.value(QLatin1String(key)).toULongLong();
 }
 
 } // namespace
 
 Simulator::Simulator(const QStringList& files)
-    : m_file(files)
+    : m_watch(files)
+    , m_file(files)
 {
 }
 
 const Modems& Simulator::look()
 {
-    readFile();
-    transfer();
-    return m_modems;
-}
-
-void Simulator::readFile()
-{
     const auto content = m_file.look();
     if (!content)
-        return;
+        return m_modems;
     QStringList errors;
     if (content->status == FileAccess::Content::Unreadable)
         errors.append(QStringLiteral("it cannot be read"));
@@ -59,14 +45,17 @@ void Simulator::readFile()
     else
         qCWarning(logDeviceSdk, "Simulator file %s is ignored while %s", qUtf8Printable(m_file.path()),
                   qUtf8Printable(errors.first()));
+    return m_modems;
 }
 
 void Simulator::adopt(Modems modems)
 {
-    for (Modem& modem : modems)
+    const Clock::time_point now = Clock::now();
+    for (Modem& modem : modems) {
         modem.id = idOf(modem);
+        startCounters(modem, now);
+    }
     m_modems = std::move(modems);
-    resumeTransfers();
     const auto attached = std::count_if(m_modems.cbegin(), m_modems.cend(),
                                         [](const Modem& modem) { return modem.state == Modem::Attached; });
     if (attached > QRVL_MAX_DEVICES)
@@ -81,37 +70,20 @@ quint32 Simulator::idOf(const Modem& modem)
     return known != m_ids.cend() ? *known : *m_ids.insert(identity, quint32(m_ids.size()) + 1);
 }
 
-/// Modems that stay attached go on; what the others have transferred is forgotten.
-void Simulator::resumeTransfers()
+/// A modem that stays attached goes on counting; one that is attached again starts anew.
+void Simulator::startCounters(Modem& modem, Clock::time_point now) const
 {
-    const QHash<quint32, ModemValues> before = std::exchange(m_transferred, {});
-    for (Modem& modem : m_modems) {
-        if (modem.state != Modem::Attached)
+    if (modem.state != Modem::Attached)
+        return;
+    const auto before = std::find_if(m_modems.cbegin(), m_modems.cend(),
+                                     [&](const Modem& known) { return known.id == modem.id; });
+    for (const CounterKeys& keys : TrafficCounters) {
+        const QString total = QLatin1String(keys.total);
+        if (!modem.status.contains(total) && !modem.status.contains(QLatin1String(keys.rate)))
             continue;
-        const ModemValues transferred = before.value(modem.id);
-        m_transferred.insert(modem.id, transferred);
-        for (auto total = transferred.cbegin(); total != transferred.cend(); ++total)
-            add(modem.status, total.key(), total->toULongLong());
-    }
-}
-
-void Simulator::transfer()
-{
-    const auto passed = std::chrono::duration_cast<seconds>(Clock::now() - m_counted);
-    m_counted += passed;
-    for (Modem& modem : m_modems) {
-        if (modem.state == Modem::Attached && passed > seconds(0))
-            transfer(modem, quint64(passed.count()));
-    }
-}
-
-void Simulator::transfer(Modem& modem, quint64 seconds)
-{
-    for (const Counter& counter : TrafficCounters) {
-        const quint64 bytes = number(modem.status, QLatin1String(counter.rate)) * seconds;
-        if (bytes == 0)
-            continue;
-        add(modem.status, QLatin1String(counter.total), bytes);
-        add(m_transferred[modem.id], QLatin1String(counter.total), bytes);
+        Counter counter{number(modem, keys.total), number(modem, keys.rate), 0, now};
+        if (before != m_modems.cend() && before->counters.contains(total))
+            counter.resume(before->counters[total], now);
+        modem.counters.insert(total, counter);
     }
 }

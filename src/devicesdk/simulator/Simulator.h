@@ -1,39 +1,38 @@
 #pragma once
 
 #include "devices/Modem.h"
-#include "files/WatchedFile.h"
+#include "files/FileWatch.h"
+#include "files/KnownFile.h"
 
 #include <QHash>
 #include <QPair>
 #include <QStringList>
 
-#include <chrono>
-
-/// Modems that exist in a file only, see SimulatorFile. Not thread-safe.
+/// Modems that exist only in a file, see SimulatorFile. Not thread-safe, except for wake().
 class Simulator
 {
 public:
-    /// The first of the files that exists counts.
+    using Clock = Counter::Clock;
+
+    /// The first of the files that exists is used.
     explicit Simulator(const QStringList& files);
 
-    /// The modems as the file describes them now; none when there is no file. While the file is broken,
-    /// perhaps because somebody is in the middle of writing it, these are the modems that it described
-    /// before. What attached modems transfer grows once a second.
+    /// The modems that the file describes now; none if there is no file. While the file is broken, perhaps
+    /// because it is being edited, the modems stay as they were.
     const Modems& look();
 
-private:
-    using Clock = std::chrono::steady_clock;
+    /// Blocks until the modems may have changed, wake() is called or it is `until`. Returns true in the first
+    /// case.
+    bool wait(Clock::time_point until) { return m_watch.wait(until); }
+    void wake() { m_watch.wake(); }
 
-    void readFile();
+private:
     void adopt(Modems modems);
     quint32 idOf(const Modem& modem);
-    void resumeTransfers();
-    void transfer();
-    void transfer(Modem& modem, quint64 seconds);
+    void startCounters(Modem& modem, Clock::time_point now) const;
 
-    WatchedFile m_file;
+    FileWatch m_watch; // first, so that no change after the first look is missed
+    KnownFile m_file;
     Modems m_modems;
     QHash<QPair<QString, QString>, quint32> m_ids; // by name and model: another model is another modem
-    QHash<quint32, ModemValues> m_transferred;  // by modem: bytes to add to the file's, since it was attached
-    Clock::time_point m_counted = Clock::now(); // until when those are counted
 };

@@ -9,12 +9,12 @@
 
 namespace {
 
-/// A key that may be empty, and what it may be else.
+/// A key whose value is checked unless it is empty.
 struct CheckedKey
 {
     const char* name;
     const char* pattern;
-    const char* rule; ///< the pattern in words, behind "it must be"
+    const char* rule; ///< the pattern in words, continuing "it must be"
 };
 
 constexpr CheckedKey ImsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most"};
@@ -26,7 +26,7 @@ constexpr CheckedKey StatusKeys[] = {
     {"receive-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
     {"send-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
 };
-/// Shorter than a plugin waits for its worker.
+/// Limited to less than plugins wait for their workers.
 constexpr CheckedKey AnswerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
 constexpr const char* MessageKeys[] = {"sender", "time", "text"};
 
@@ -90,7 +90,7 @@ bool isMessage(const QString& section)
     return section.startsWith(SimulatorFile::messageSectionOf({}));
 }
 
-/// The messages of a modem as values for it.
+/// The status values that describe the messages of a modem.
 ModemValues readMessages(const IniDocument& document, const QString& modem)
 {
     ModemValues values;
@@ -121,7 +121,7 @@ Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
         }
         if (isMessage(section) && section.count(QLatin1Char(' ')) > 1)
             errors.append(
-                QStringLiteral("section [%1] has a blank in the message's identifier").arg(section));
+                QStringLiteral("section [%1] has a space in the identifier of the message").arg(section));
     }
     return modems;
 }

@@ -7,7 +7,7 @@
 
 class IniDocument;
 
-/// The simulator's file: one section "modem NAME" for each modem, and one section "message ID" for each text
+/// The simulator's file. It has a section "modem NAME" for each modem and a section "message ID" for each text
 /// message.
 ///
 ///     [modem Lume S1]
@@ -31,19 +31,19 @@ class IniDocument;
 ///     time = 2024-02-29T17:05:00
 ///     text = Hello
 ///
-/// "model" and "state" (attached, detached or rejected) must be there, and identifiers of messages have no
-/// blank. Of the keys from "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent"
-/// are what is transferred before the simulation begins, "answer-time" is in milliseconds, 4999 at most.
-/// Other sections and keys have no meaning.
+/// "model" and "state" (attached, detached or rejected) are required. Identifiers of messages contain no
+/// spaces. For "network" to "send-rate" see QRVL_DevSrv_GetStatusValue(); "received" and "sent" are the values
+/// at which the counters start when the modem is attached. "answer-time" is in milliseconds, at most 4999.
+/// Other sections and keys are ignored.
 namespace SimulatorFile {
 
-/// The modems in the order of the file, with id 0, and what is wrong with the document in `errors`.
+/// Returns the modems in the order of the file, with id 0, and appends what is wrong to `errors`.
 Modems read(const IniDocument& document, QStringList& errors);
 
-/// The section of the modem of that name.
+/// The section of the modem with that name.
 QString sectionOf(const QString& name);
 
-/// The section of the message of that identifier.
+/// The section of the message with that identifier.
 QString messageSectionOf(const QString& identifier);
 
 /// "attached", "detached" or "rejected".

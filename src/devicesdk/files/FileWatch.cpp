@@ -1,0 +1,69 @@
+#include "files/FileWatch.h"
+
+#include "Log.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr auto SlowLookInterval = 30s;
+
+/// The folder that holds the file, or will hold its missing folders.
+QString existingFolderOf(const QString& file)
+{
+    QString folder = QFileInfo(file).absolutePath();
+    while (!QFileInfo(folder).isDir() && !QDir(folder).isRoot())
+        folder = QFileInfo(folder).absolutePath();
+    return folder;
+}
+
+/// Where a change of the files shows. A file may be a symbolic link: then its target's folder is included.
+QStringList foldersOf(const QStringList& files)
+{
+    QStringList folders;
+    for (const QString& file : files) {
+        folders.append(existingFolderOf(file));
+        const QString target = QFileInfo(file).canonicalFilePath();
+        if (!target.isEmpty())
+            folders.append(existingFolderOf(target));
+    }
+    folders.removeDuplicates();
+    return folders;
+}
+
+} // namespace
+
+FileWatch::FileWatch(const QStringList& files)
+    : m_files(files)
+{
+    m_files.removeAll(QString());
+    renew();
+}
+
+bool FileWatch::wait(Clock::time_point until)
+{
+    const Clock::time_point end = std::min(until, m_nextLook);
+    milliseconds timeout = FolderWatch::Forever;
+    if (end != Clock::time_point::max())
+        timeout = std::max(0ms, std::chrono::ceil<milliseconds>(end - Clock::now()));
+    const bool mayDiffer = m_folders.wait(timeout) || Clock::now() >= m_nextLook;
+    if (mayDiffer)
+        renew();
+    return mayDiffer;
+}
+
+/// Folders appear and disappear, so what is to be watched is determined after each change.
+void FileWatch::renew()
+{
+    const bool isReliable = m_folders.watch(foldersOf(m_files));
+    if (!isReliable)
+        qCDebug(logDeviceSdk, "Changes of %s are looked for every %d seconds",
+                qUtf8Printable(m_files.join(QStringLiteral(", "))), int(SlowLookInterval.count()));
+    m_nextLook = isReliable ? Clock::time_point::max() : Clock::now() + SlowLookInterval;
+}
