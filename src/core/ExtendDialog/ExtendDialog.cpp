@@ -111,6 +111,8 @@ void ExtendDialog::setLayout(QLayout* layout)
         return;
     layout->setGeometry(QRect(QPoint(m_iFrameWidth, m_iTitleHeight),
                               QPoint(width() - 1 - m_iFrameWidth, height() - 1 - m_iFrameWidth)));
+    if (m_bCusTitle) // keeps the layout there when it is activated again
+        setContentsMargins(m_iFrameWidth, m_iTitleHeight, m_iFrameWidth, m_iFrameWidth);
     QDialog::setLayout(layout);
 }
 

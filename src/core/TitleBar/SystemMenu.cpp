@@ -8,46 +8,35 @@
 #include <QMenu>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace {
 
-struct EntryText
-{
-    SystemMenu::Entry entry;
-    const char* id; ///< of a string of the main frame
-};
+using namespace SystemMenuStates;
 
-constexpr EntryText EntryTexts[] = {
-    {SystemMenu::Restore, "IDS_SYSMENU_RESTORE"},   {SystemMenu::Move, "IDS_SYSMENU_MOVE"},
-    {SystemMenu::Size, "IDS_SYSMENU_SIZE"},         {SystemMenu::Minimize, "IDS_SYSMENU_MINIMIZE"},
-    {SystemMenu::Maximize, "IDS_SYSMENU_MAXIMIZE"},
-};
-
-QString textOf(const EntryText& entry)
+/// The string of an entry, from the main frame's language files.
+QString captionOf(Entry entry)
 {
-    return Change::tr(QString::fromLatin1(entry.id), QStringLiteral("XFramePlugin"));
-}
-
-bool isEnabled(const SystemMenu::States& states, SystemMenu::Entry entry)
-{
-    return std::any_of(states.begin(), states.end(), [entry](const SystemMenu::EntryState& state) {
-        return state.entry == entry && state.isEnabled;
-    });
+    const char* id = nullptr;
+    switch (entry) {
+    case Restore:
+        id = "IDS_SYSMENU_RESTORE";
+        break;
+    case Move:
+        id = "IDS_SYSMENU_MOVE";
+        break;
+    case Size:
+        id = "IDS_SYSMENU_SIZE";
+        break;
+    case Minimize:
+        id = "IDS_SYSMENU_MINIMIZE";
+        break;
+    case Maximize:
+        id = "IDS_SYSMENU_MAXIMIZE";
+        break;
+    }
+    return Change::tr(QString::fromLatin1(id), QStringLiteral("XFramePlugin"));
 }
 
 } // namespace
-
-SystemMenu::States SystemMenu::statesFor(bool isMaximized, bool isCompact)
-{
-    const bool fillsScreen = isMaximized && !isCompact;
-    const bool isNormal = !isMaximized && !isCompact;
-    return {{{Move, !fillsScreen},
-             {Restore, fillsScreen},
-             {Minimize, true},
-             {Size, isNormal},
-             {Maximize, isNormal}}};
-}
 
 SystemMenu::SystemMenu(TitleBar* titleBar)
     : QObject(titleBar)
@@ -65,7 +54,7 @@ void SystemMenu::setStates(void* menu, bool isMaximized)
 {
     if (!menu)
         return;
-    for (const EntryState& state : statesFor(isMaximized, CommonUtils::IsMiniMode()))
+    for (const EntryState& state : of(isMaximized, CommonUtils::IsMiniMode()))
         Platform::enableMenuEntry(menu, state.entry,
                                   state.isEnabled ? Platform::MenuEntryEnabled : Platform::MenuEntryGreyed);
 }
@@ -78,11 +67,11 @@ void SystemMenu::show(const QPoint& point, bool isMaximized)
     }
     if (!m_menu)
         m_menu = makeMenu();
-    const States states = statesFor(isMaximized, CommonUtils::IsMiniMode());
     const QList<QAction*> actions = m_menu->actions();
-    for (int i = 0; i < actions.size(); ++i) {
-        actions[i]->setText(textOf(EntryTexts[i]));
-        actions[i]->setEnabled(isEnabled(states, EntryTexts[i].entry));
+    auto action = actions.begin();
+    for (const EntryState& state : of(isMaximized, CommonUtils::IsMiniMode())) {
+        (*action)->setText(captionOf(state.entry));
+        (*action++)->setEnabled(state.isEnabled);
     }
     m_menu->popup(point);
 }
@@ -90,16 +79,14 @@ void SystemMenu::show(const QPoint& point, bool isMaximized)
 QMenu* SystemMenu::makeMenu()
 {
     auto* menu = new QMenu(&m_titleBar);
-    for (const EntryText& text : EntryTexts) {
-        QAction* const action = menu->addAction(QString());
-        action->setData(text.entry);
-        connect(action, &QAction::triggered, this, [this, entry = text.entry] { run(entry); });
-    }
+    for (const EntryState& state : of(false, false))
+        connect(menu->addAction(QString()), &QAction::triggered, this,
+                [this, entry = state.entry] { run(entry); });
     connect(menu, &QMenu::aboutToHide, this, &SystemMenu::closed);
     return menu;
 }
 
-void SystemMenu::run(Entry entry)
+void SystemMenu::run(SystemMenuStates::Entry entry)
 {
     QWindow* const window = m_titleBar.window()->windowHandle();
     switch (entry) {

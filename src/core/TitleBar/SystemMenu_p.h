@@ -1,10 +1,9 @@
 #pragma once
 
+#include "TitleBar/SystemMenuStates_p.h"
+
 #include <QObject>
 
-#include <array>
-
-class QAction;
 class QMenu;
 class QPoint;
 class TitleBar;
@@ -15,27 +14,6 @@ class SystemMenu : public QObject
     Q_OBJECT
 
 public:
-    /// Commands of the entries; their numbers are those that Windows uses.
-    enum Entry : unsigned int {
-        Size = 0xF000,
-        Move = 0xF010,
-        Minimize = 0xF020,
-        Maximize = 0xF030,
-        Restore = 0xF120,
-    };
-
-    struct EntryState
-    {
-        Entry entry;
-        bool isEnabled;
-    };
-
-    using States = std::array<EntryState, 5>;
-
-    /// Which entries a window offers.
-    /// @param isCompact whether the application is in mini mode
-    static States statesFor(bool isMaximized, bool isCompact);
-
     explicit SystemMenu(TitleBar* titleBar);
 
     /// Sets the entries of the menu that the system gives the title bar's window, if there is one.
@@ -53,7 +31,7 @@ Q_SIGNALS:
 
 private:
     QMenu* makeMenu();
-    void run(Entry entry);
+    void run(SystemMenuStates::Entry entry);
 
     TitleBar& m_titleBar;
     QMenu* m_menu = nullptr; ///< made when it is needed, owned by the title bar
