@@ -19,3 +19,18 @@ ILayout::~ILayout() = default;
 IMainFrameUIService::~IMainFrameUIService() = default;
 INotifyService::~INotifyService() = default;
 IUIPlugin::~IUIPlugin() = default;
+
+bool IMainFrameUIService::UsesCustomFrame()
+{
+    return false;
+}
+
+int IMainFrameUIService::GetTitleHeight()
+{
+    return 29;
+}
+
+int IMainFrameUIService::GetFrameWidth()
+{
+    return 3;
+}

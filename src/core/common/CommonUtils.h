@@ -6,13 +6,18 @@
 #include "skylume_global.h"
 
 #include <QFontMetrics>
+#include <QMessageBox>
+#include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
+class DkMessageBox;
 class IDeviceMgr;
 class ILayout;
 class QAbstractButton;
+class QDialog;
 class QLabel;
 class QThread;
 class QWidget;
@@ -103,6 +108,39 @@ public:
     /// Whether menus have a separator after the search item; initially true.
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
+
+    // ---- Dialogs and messages; GUI thread
+
+    /// Centres a dialog over the window that it belongs to: the nearest ancestor named
+    /// "miniplugin_subframedlg", else the main window. The dialog stays on the primary screen. Without such a
+    /// window it stays where it is.
+    static void MoveCentre(QDialog* dialog);
+
+    /// Centres a dialog over any widget, on that widget's screen. Null for either does nothing.
+    static void MoveRelatedCentre(QDialog* dialog, QWidget* reference);
+
+    /// The top-left corner, in screen coordinates, that centres a size over a widget.
+    /// @return (0, 0) without a widget
+    static QPoint GetCentrePoint(QWidget* reference, QSize size);
+
+    /// Asks or informs the user in a dialog with the application's frame, and waits for the answer.
+    /// @param parent   owner of the dialog; null for the main window
+    /// @param buttons  what stands on the buttons: first what agrees, then what declines, then what cancels;
+    ///                 more are ignored. Empty for a single "OK".
+    /// @param canClose false keeps the user from closing the dialog other than by a button
+    /// @return position of the pressed button in the list; -1 when the dialog was closed
+    static int ShowMessage(QWidget* parent, QString title, QString text, QStringList buttons,
+                           QMessageBox::Icon icon = QMessageBox::Information, bool canClose = true);
+
+    /// As ShowMessage(), with a message box that the caller has filled.
+    /// @param box becomes part of the dialog and is deleted with it
+    /// @return position of the pressed button in the order in which the box lists its buttons; -1 when the dialog
+    ///         was closed
+    static int ShowMessageCustomize(QWidget* parent, QString title, DkMessageBox* box, bool canClose = true);
+
+    /// Adds up to three buttons with the roles YesRole, NoRole and RejectRole, in this order.
+    /// @return the buttons, which belong to the box
+    static QList<QAbstractButton*> addMessageboxButton(QMessageBox* box, const QStringList& buttons);
 
     // ---- Protected data; docs/ciphers.md describes what is protected against what
 

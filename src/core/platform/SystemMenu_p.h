@@ -2,6 +2,7 @@
 
 #include "skylume_global.h"
 
+#include <QPoint>
 #include <qwindowdefs.h>
 
 /// The menu that the system gives a window: Move, Restore, Minimize, Size, Maximize. Only Windows has one.
@@ -25,5 +26,10 @@ SKYLUME_EXPORT void* systemMenu(WId window);
 /// @param state a MenuEntryState
 /// @return false when the menu has no such entry, and on systems without such menus. GUI thread.
 SKYLUME_EXPORT bool enableMenuEntry(void* menu, unsigned int entry, MenuEntryState state);
+
+/// Opens a window's system menu, waits until it is closed, and sends the chosen command to the window.
+/// @param point in screen coordinates
+/// @return false when the window has no such menu, as on systems without them. GUI thread.
+SKYLUME_EXPORT bool showSystemMenu(WId window, const QPoint& point);
 
 } // namespace Platform

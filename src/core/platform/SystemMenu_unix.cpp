@@ -9,3 +9,8 @@ bool Platform::enableMenuEntry(void*, unsigned int, MenuEntryState)
 {
     return false;
 }
+
+bool Platform::showSystemMenu(WId, const QPoint&)
+{
+    return false;
+}

@@ -12,3 +12,16 @@ bool Platform::enableMenuEntry(void* menu, unsigned int entry, MenuEntryState st
     // The result is the entry's state before, all bits set when there is no such entry.
     return EnableMenuItem(static_cast<HMENU>(menu), entry, MF_BYCOMMAND | state) != -1;
 }
+
+bool Platform::showSystemMenu(WId window, const QPoint& point)
+{
+    auto* const handle = reinterpret_cast<HWND>(window);
+    auto* const menu = GetSystemMenu(handle, FALSE);
+    if (!menu)
+        return false;
+    const int command =
+        TrackPopupMenu(menu, TPM_RETURNCMD | TPM_LEFTBUTTON, point.x(), point.y(), 0, handle, nullptr);
+    if (command != 0)
+        PostMessageW(handle, WM_SYSCOMMAND, static_cast<WPARAM>(command), 0);
+    return true;
+}

@@ -19,6 +19,17 @@ public:
 
     /// The clsid of the plugin that lays out the main window; empty when there is none.
     virtual QString GetLayoutPluginClsid() = 0;
+
+    // ---- The frame of dialogs. A main frame that does not override these has dialogs with the system's frame.
+
+    /// Whether dialogs draw their own frame and title bar.
+    virtual bool UsesCustomFrame();
+
+    /// Height of a dialog's title bar in pixels.
+    virtual int GetTitleHeight();
+
+    /// Width of a dialog's border in pixels.
+    virtual int GetFrameWidth();
 };
 
 Q_DECLARE_INTERFACE(IMainFrameUIService, "com.velquor.skylume.plugin.IMainFrameUIService")

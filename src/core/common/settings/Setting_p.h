@@ -35,6 +35,9 @@ constexpr Setting ActiveLanguage{QLatin1String("language"), QLatin1String("activ
 /// "false" disables keyboard shortcuts in translated strings.
 constexpr Setting EnableShortCut{QLatin1String("system"), QLatin1String("EnableShortCut")};
 
+/// "true" lets windows be maximised.
+constexpr Setting EnableMaxButton{QLatin1String("system"), QLatin1String("EnableMaxButton")};
+
 /// The name of the skin of the compact window.
 constexpr Setting MiniSkinName{QLatin1String("MiniSkin"), QLatin1String("Name")};
 

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "TitleBar/TitleBar.h"
+#include "skylume_global.h"
+
+#include <QDialog>
+#include <QPointer>
+
+class QFrame;
+class QRegion;
+
+/// Kinds of dialogs. Other values behave like enWidgetNormal.
+enum enWidgetType : int {
+    enWidgetNormal = 0,
+    enWidgetMessage = 4,      ///< centred whenever it is shown; as enWidgetFixed
+    enWidgetFixed = 16,       ///< with the system's frame, as large as its main widget and not resizable
+    enWidgetSystemFrame = 32, ///< always has the system's frame
+};
+
+/// A dialog in the application's own frame: a title bar, a border around one main widget, and rounded upper
+/// corners. It centres itself over the window that it belongs to. When the main frame does not use a frame of
+/// its own, or the kind is enWidgetSystemFrame, it is an ordinary dialog with the system's frame; that is
+/// decided once, in the constructor.
+///
+/// The operations that hide those of QDialog (setLayout, setWindowTitle, setWindowFlags) have to be called
+/// through this class. GUI thread only.
+class SKYLUME_EXPORT ExtendDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @param parent owner of the dialog; may be null
+    /// @param flags  Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint and Qt::WindowCloseButtonHint
+    ///               choose the buttons of the title bar
+    ExtendDialog(QWidget* parent, Qt::WindowFlags flags, enWidgetType type);
+
+    /// Sets the content, which becomes a child of the dialog and fills the space inside the frame. An earlier
+    /// one is neither removed nor deleted. Null only forgets it.
+    void AddMainWidget(QWidget* widget);
+    QWidget* GetMainWidget() const { return m_pMainWidget; } ///< null until one is added
+
+    TitleBar* GetTileBar() const { return m_pTitleBar; } ///< null with the system's frame
+    bool IsCusTitle() const { return m_bCusTitle; }      ///< whether the dialog draws its own frame
+
+    /// Asks the main frame for its frame: whether it uses one of its own, the height of a title and the width
+    /// of a border. Without a main frame nothing changes.
+    void getFrameValue();
+
+    /// Installs a layout that keeps to the space inside the frame.
+    void setLayout(QLayout* layout);
+    void setWindowTitle(QString const& title);
+
+    /// Changes buttons and icon of the title bar, or the flags of a dialog with the system's frame.
+    void setWindowFlags(Qt::WindowFlags flags);
+
+    /// Creates the title bar if it is missing, and shows the parts that the flags ask for.
+    void setTtileBar(Qt::WindowFlags flags);
+
+    /// Whether the user may close the dialog, by its button, Escape or Alt+F4. A call of close() works either
+    /// way. Does nothing with the system's frame.
+    void EnableCloseButton(bool isEnabled);
+
+    /// What lies outside the rounding of the upper corners.
+    void getCornerRegion(QRegion& left, QRegion& right) const;
+
+public Q_SLOTS:
+    /// Resizes the dialog around a main widget of this size.
+    void changeSize(QSize widgetSize);
+
+Q_SIGNALS:
+    /// The dialog is about to close.
+    void dlgCloseEvent();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void fitToMainWidget();
+
+    QFrame* m_pFrame = nullptr; ///< the background; null with the system's frame
+    QPointer<TitleBar> m_pTitleBar;
+    QPointer<QWidget> m_pMainWidget;
+    enWidgetType m_enWidgetType;
+    bool m_bCloseEnabled = true;
+    bool m_bCusTitle = false;
+    int m_iTitleHeight = 29; ///< in pixels
+    int m_iFrameWidth = 3;   ///< in pixels
+    bool m_bCentreOnResize = true;
+};

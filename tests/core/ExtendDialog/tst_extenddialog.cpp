@@ -1,0 +1,399 @@
+#include "ExtendDialog/ExtendDialog.h"
+
+#include "CoreTest.h"
+#include "DataTable.h"
+#include "ExtendDialog/DialogPlacement_p.h"
+#include "ExtendDialog/DkMessageBox.h"
+#include "ExtendDialog/ExtendLineEdit.h"
+#include "ExtendDialog/FaderWidget.h"
+#include "LogOrder.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+
+#include <QApplication>
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+/// The main frame's answers about the frame of dialogs.
+struct MainFrame : IMainFrameUIService
+{
+    QWidget* GetMainWindow() override { return nullptr; }
+    QString GetLayoutPluginClsid() override { return {}; }
+    bool UsesCustomFrame() override { return usesCustomFrame; }
+    int GetTitleHeight() override { return 40; }
+    int GetFrameWidth() override { return 5; }
+
+    bool usesCustomFrame = true;
+};
+
+struct PublishedMainFrame : private Startup
+{
+    static void publish(IMainFrameUIService* service) { m_pUiPluginService = service; }
+};
+
+struct Dialog : ExtendDialog
+{
+    using ExtendDialog::ExtendDialog;
+    using ExtendDialog::keyPressEvent;
+};
+
+constexpr Qt::WindowFlags OwnFrameFlags =
+    Qt::Dialog | Qt::FramelessWindowHint | Qt::CustomizeWindowHint;
+constexpr Qt::WindowFlags AllButtons =
+    Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint;
+
+QStringList shownButtons(const ExtendDialog& dialog)
+{
+    QStringList names;
+    for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
+        if (!dialog.GetTileBar()->findChild<QWidget*>(QLatin1String("Core_Button") + name)->isHidden())
+            names.append(name);
+    return names;
+}
+
+} // namespace
+
+class TestExtendDialog : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void placement_data();
+    void placement();
+    void corners();
+    void ownFrame();
+    void systemFrame_data();
+    void systemFrame();
+    void windowFlags();
+    void centring();
+    void closing();
+    void messageBox();
+    void showMessage_data();
+    void showMessage();
+    void fader();
+    void lineEdit();
+
+private:
+    MainFrame m_mainFrame;
+};
+
+void TestExtendDialog::init()
+{
+    CoreTest::init();
+    log().allow("This plugin does not support {*}"); // the platform without a screen
+    service().setSetting("system", "EnableMaxButton", "true");
+    m_mainFrame = {};
+    PublishedMainFrame::publish(&m_mainFrame);
+}
+
+void TestExtendDialog::cleanup()
+{
+    PublishedMainFrame::publish(nullptr);
+    checkLog();
+}
+
+void TestExtendDialog::placement_data()
+{
+    const auto row = dataTable<QRect, QSize, QPoint>("reference", "dialog", "topLeft");
+    row("smaller", {200, 300, 400, 200}, {100, 101}, {350, 349});
+    row("larger", {200, 300, 100, 100}, {201, 201}, {150, 250});
+    row("off to the left", {0, 300, 100, 100}, {200, 50}, {12, 325});
+    row("off to the right", {900, 300, 100, 100}, {300, 50}, {709, 325});
+    row("ends at the right edge", {909, 300, 100, 100}, {100, 50}, {909, 325});
+    row("near the top", {400, 20, 100, 60}, {100, 50}, {400, 39});
+    row("just below the title's room", {400, 39, 100, 50}, {100, 50}, {400, 39});
+    row("off the bottom", {400, 700, 100, 100}, {100, 90}, {400, 679});
+    row("larger than the screen", {100, 100, 800, 600}, {1200, 900}, {-191, -131});
+}
+
+void TestExtendDialog::placement()
+{
+    QFETCH(QRect, reference);
+    QFETCH(QSize, dialog);
+    const QRect available(10, 10, 1000, 760);
+    const QRect placed = DialogPlacement::centred(reference, dialog, available);
+    QTEST(placed.topLeft(), "topLeft");
+    QCOMPARE(placed.size(), dialog);
+}
+
+void TestExtendDialog::corners()
+{
+    const Dialog dialog(nullptr, {}, enWidgetNormal);
+    const_cast<Dialog&>(dialog).resize(100, 80);
+    QRegion left;
+    QRegion right;
+    dialog.getCornerRegion(left, right);
+    QVERIFY(left.contains(QPoint(0, 5)) && !left.contains(QPoint(0, 9)) && !left.contains(QPoint(4, 4)));
+    QVERIFY(right.contains(QPoint(99, 0)));
+    QVERIFY(!right.contains(QPoint(99, 9)) && !right.contains(QPoint(89, 0)));
+    QCOMPARE(left.boundingRect().topLeft(), QPoint(0, 0));
+    QCOMPARE(right.boundingRect().topRight(), QPoint(99, 0));
+}
+
+void TestExtendDialog::ownFrame()
+{
+    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
+    QVERIFY(dialog.IsCusTitle() && dialog.GetTileBar());
+    QCOMPARE(dialog.windowFlags() & OwnFrameFlags, OwnFrameFlags);
+    QCOMPARE(shownButtons(dialog), (QStringList{"Minimize", "Maximize", "Close"}));
+    QCOMPARE(dialog.GetTileBar()->geometry(), QRect(3, 0, dialog.width(), 29));
+    auto* const content = new QWidget(nullptr, Qt::Window);
+    dialog.AddMainWidget(content);
+    QCOMPARE(dialog.GetMainWidget(), content);
+    QVERIFY(!content->isWindow() && content->parentWidget() == &dialog);
+    QCOMPARE(content->pos(), QPoint(5, 40));
+    dialog.changeSize({200, 100});
+    dialog.show();
+    QCOMPARE(dialog.size(), QSize(210, 145));
+    QCOMPARE(content->size(), QSize(200, 100));
+    QCOMPARE(dialog.GetTileBar()->size(), QSize(207, 40));
+    QCOMPARE(dialog.findChild<QFrame*>("Core_ExtendDialogFrame")->size(), dialog.size());
+    dialog.setWindowTitle("Title");
+    QCOMPARE(dialog.windowTitle(), "Title");
+    QCOMPARE(dialog.GetTileBar()->findChild<QLabel*>("Core_LabelTitle")->text(), "Title");
+    dialog.grab();
+    QVERIFY(!dialog.mask().contains(QPoint(0, 0)) && dialog.mask().contains(QPoint(0, 144)));
+    delete content;
+    dialog.resize(300, 300); // without its content
+    QVERIFY(!dialog.GetMainWidget());
+
+    auto* const layout = new QVBoxLayout;
+    dialog.setLayout(nullptr);
+    dialog.setLayout(layout);
+    layout->activate();
+    QCOMPARE(layout->geometry(), QRect(5, 40, 290, 255));
+}
+
+void TestExtendDialog::systemFrame_data()
+{
+    const auto row = dataTable<int, bool, QSize, QSize>("type", "asksForFrame", "minimum", "maximum");
+    const QSize any(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    row("ordinary", enWidgetNormal, false, {100, 100}, any);
+    row("always", enWidgetSystemFrame, true, {100, 100}, any);
+    row("fixed", enWidgetFixed, false, {150, 60}, {150, 60});
+    row("message", enWidgetMessage, false, {150, 60}, {150, 60});
+}
+
+void TestExtendDialog::systemFrame()
+{
+    QFETCH(int, type);
+    QFETCH(bool, asksForFrame);
+    m_mainFrame.usesCustomFrame = asksForFrame;
+    Dialog dialog(nullptr, Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
+                  static_cast<enWidgetType>(type));
+    QVERIFY(!dialog.IsCusTitle() && !dialog.GetTileBar());
+    QCOMPARE(dialog.windowFlags() & OwnFrameFlags, Qt::Dialog);
+    QVERIFY(dialog.windowFlags() & Qt::WindowCloseButtonHint);
+    auto* const content = new QWidget;
+    dialog.AddMainWidget(content);
+    QCOMPARE(content->pos(), QPoint());
+    dialog.changeSize({150, 60});
+    QCOMPARE(dialog.size(), QSize(150, 60));
+    content->resize(150, 60);
+    dialog.show();
+    QTEST(dialog.minimumSize(), "minimum");
+    QTEST(dialog.maximumSize(), "maximum");
+    QCOMPARE(content->size(), dialog.size());
+    dialog.EnableCloseButton(false); // there is none
+    QCOMPARE(log().count("{file}, EnableCloseButton : {*}"), 0);
+    QVERIFY(dialog.mask().isEmpty());
+}
+
+void TestExtendDialog::windowFlags()
+{
+    log().allow("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set");
+    Dialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    own.setWindowFlags(Qt::WindowMinimizeButtonHint);
+    QCOMPARE(shownButtons(own), (QStringList{"Minimize"}));
+    QVERIFY(own.windowFlags() & Qt::FramelessWindowHint);
+    own.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint);
+    QVERIFY(own.windowFlags() & Qt::WindowStaysOnTopHint);
+    QCOMPARE(shownButtons(own), (QStringList{"Close"}));
+    QVERIFY(log().contains("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set"));
+
+    m_mainFrame.usesCustomFrame = false;
+    Dialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    system.setWindowFlags(Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
+    QCOMPARE(system.windowFlags() & (OwnFrameFlags | AllButtons),
+             Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
+    Dialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
+    always.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    QCOMPARE(always.windowFlags(), Qt::Dialog | Qt::FramelessWindowHint);
+}
+
+void TestExtendDialog::centring()
+{
+    QWidget main;
+    main.setObjectName("miniplugin_subframedlg");
+    main.setGeometry(200, 200, 400, 300);
+    QWidget between(&main);
+    Dialog dialog(&between, {}, enWidgetMessage);
+    dialog.resize(100, 100);
+    dialog.move(0, 0);
+    dialog.show();
+    QCOMPARE(dialog.geometry(), QRect(350, 300, 100, 100));
+    dialog.resize(200, 100);
+    QCOMPARE(dialog.pos(), QPoint(300, 300));
+    VERIFY_LOGGED_IN_ORDER("{file}: MoveCentre: Enter", "{file}: MoveCentre: Exit");
+
+    log().clear();
+    CommonUtils::MoveCentre(nullptr);
+    QDialog alone;
+    alone.setGeometry(10, 10, 50, 50);
+    CommonUtils::MoveCentre(&alone); // there is no main window
+    QCOMPARE(log().count("Arg is NULL: {time}: {file}: MoveCentre {n}"), 2);
+    QCOMPARE(alone.pos(), QPoint(10, 10));
+    CommonUtils::MoveRelatedCentre(&alone, nullptr);
+    CommonUtils::MoveRelatedCentre(nullptr, &main);
+    QCOMPARE(alone.pos(), QPoint(10, 10));
+    CommonUtils::MoveRelatedCentre(&alone, &main);
+    QCOMPARE(alone.pos(), QPoint(375, 325));
+    QCOMPARE(CommonUtils::GetCentrePoint(&main, {50, 50}), QPoint(375, 325));
+    QCOMPARE(CommonUtils::GetCentrePoint(nullptr, {50, 50}), QPoint());
+}
+
+void TestExtendDialog::closing()
+{
+    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
+    QSignalSpy closed(&dialog, &ExtendDialog::dlgCloseEvent);
+    dialog.EnableCloseButton(false);
+    QVERIFY(!dialog.GetTileBar()->IsCloseButtonEnable());
+    dialog.show();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(dialog.isVisible());
+    VERIFY_LOGGED_IN_ORDER("{file}, EnableCloseButton : grabKeyboard() call", "{file}, showEvent : entered",
+                           "{file}, showEvent : grabKeyBoard() called", "{file}, keyPressEvent : entered",
+                           "key press 16777216", "{file}, keyPressEvent : Escape key pressed");
+    QTest::keyPress(&dialog, Qt::Key_F4, Qt::AltModifier); // sets the modifiers that the close event looks at
+    QCOMPARE(dialog.close(), false);
+    QVERIFY(log().contains("{file}, closeEvent : close event ignored"));
+    QTest::keyRelease(&dialog, Qt::Key_F4, Qt::NoModifier);
+    QVERIFY(dialog.close());
+    QCOMPARE(closed.count(), 1);
+    VERIFY_LOGGED_IN_ORDER("{file}, closeEvent : releaseKeyboard() call",
+                           "{file}, closeEvent : emit dlgCloseEvent ()", "{file}, hideEvent : entered",
+                           "{file}, hideEvent : releaseKeyboard() called");
+
+    dialog.EnableCloseButton(true);
+    QVERIFY(log().contains("{file}, EnableCloseButton : releaseKeyboard() called"));
+    dialog.show();
+    dialog.GetTileBar()->showSmall();
+    const QRect tile = dialog.geometry();
+    QVERIFY(dialog.close()); // gives its tile back
+    Dialog next(nullptr, AllButtons, enWidgetNormal);
+    next.show();
+    next.GetTileBar()->showSmall();
+    QCOMPARE(next.geometry(), tile);
+    QTest::keyClick(&next, Qt::Key_Escape);
+    QVERIFY(!next.isVisible());
+}
+
+void TestExtendDialog::messageBox()
+{
+    Dialog dialog(nullptr, AllButtons, enWidgetMessage);
+    auto* const box = new DkMessageBox;
+    QPushButton* const no = box->addButton(QMessageBox::No);
+    box->setEscapeButton(no);
+    dialog.AddMainWidget(box);
+    connect(box, &DkMessageBox::changeSize, &dialog, &ExtendDialog::changeSize);
+    dialog.show();
+    box->show();
+    QCOMPARE(dialog.size(), box->size() + QSize(10, 45));
+    box->m_bEscapeAllowed = false;
+    dialog.EnableCloseButton(false);
+    QTest::keyClick(box, Qt::Key_Escape);
+    QVERIFY(box->isVisible());
+    box->m_bEscapeAllowed = true;
+    QTest::keyClick(box, Qt::Key_Escape);
+    QVERIFY(!box->isVisible());
+    QCOMPARE(box->clickedButton(), no);
+
+    QMessageBox roles;
+    const QList<QAbstractButton*> added = CommonUtils::addMessageboxButton(&roles, {"a", "b", "c", "d"});
+    QCOMPARE(added.size(), 3);
+    QCOMPARE(roles.buttonRole(added[0]), QMessageBox::YesRole);
+    QCOMPARE(roles.buttonRole(added[1]), QMessageBox::NoRole);
+    QCOMPARE(roles.buttonRole(added[2]), QMessageBox::RejectRole);
+    QVERIFY(CommonUtils::addMessageboxButton(nullptr, {"a"}).isEmpty());
+}
+
+void TestExtendDialog::showMessage_data()
+{
+    const auto row = dataTable<bool, QStringList, bool, QString, int>("ownFrame", "buttons", "canClose",
+                                                                      "answer", "result");
+    row("first", true, {"Yes", "No", "Cancel"}, true, "Yes", 0);
+    row("second", false, {"Yes", "No", "Cancel"}, true, "No", 1);
+    row("third", true, {"Yes", "No", "Cancel"}, false, "Cancel", 2);
+    row("closed", true, {"Yes", "No"}, true, "", -1);
+    row("a single OK", false, {}, true, "OK", 0);
+}
+
+void TestExtendDialog::showMessage()
+{
+    QFETCH(bool, ownFrame);
+    QFETCH(QStringList, buttons);
+    QFETCH(bool, canClose);
+    QFETCH(QString, answer);
+    m_mainFrame.usesCustomFrame = ownFrame;
+    QTimer::singleShot(0, this, [&] {
+        auto* const dialog = qobject_cast<ExtendDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        auto* const box = qobject_cast<DkMessageBox*>(dialog->GetMainWidget());
+        QCOMPARE(box->text(), "Text");
+        QCOMPARE(box->m_bEscapeAllowed, canClose);
+        QCOMPARE(dialog->windowTitle(), "Title");
+        for (QAbstractButton* button : box->buttons())
+            if (button->text().remove('&') == answer)
+                button->click();
+        dialog->close();
+    });
+    QTEST(CommonUtils::ShowMessage(nullptr, "Title", "Text", buttons, QMessageBox::Question, canClose),
+          "result");
+    QCOMPARE(CommonUtils::ShowMessageCustomize(nullptr, "Title", nullptr), -1);
+}
+
+void TestExtendDialog::fader()
+{
+    QWidget covered;
+    covered.resize(40, 30);
+    FaderWidget fader(&covered);
+    QCOMPARE(fader.size(), covered.size());
+    QVERIFY(!fader.testAttribute(Qt::WA_WState_Visible));
+    fader.start();
+    const auto alpha = [&fader] {
+        QImage image(1, 1, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        fader.render(&image, {}, {0, 0, 1, 1}, QWidget::RenderFlags());
+        return qAlpha(image.pixel(0, 0));
+    };
+    for (int expected = 255; expected > 0; expected -= 25)
+        QCOMPARE(alpha(), expected);
+    QVERIFY(fader.isHidden());
+    QVERIFY(!fader.findChild<QTimer*>()->isActive());
+}
+
+void TestExtendDialog::lineEdit()
+{
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    const ExtendLineEdit mirrored;
+    const ExtendLineEdit named("text");
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    QVERIFY(mirrored.testAttribute(Qt::WA_SetLayoutDirection));
+    QCOMPARE(mirrored.layoutDirection(), Qt::RightToLeft);
+    QCOMPARE(named.text(), "text");
+    QVERIFY(!named.testAttribute(Qt::WA_SetLayoutDirection));
+    QVERIFY(!ExtendLineEdit().testAttribute(Qt::WA_SetLayoutDirection));
+}
+
+QTEST_MAIN(TestExtendDialog)
+
+#include "tst_extenddialog.moc"
