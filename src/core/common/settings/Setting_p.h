@@ -38,6 +38,10 @@ constexpr Setting EnableShortCut{QLatin1String("system"), QLatin1String("EnableS
 /// "true" lets windows be maximised.
 constexpr Setting EnableMaxButton{QLatin1String("system"), QLatin1String("EnableMaxButton")};
 
+/// Begin with "1" where voice and video calls are offered.
+constexpr Setting CallVoice{QLatin1String("callui"), QLatin1String("callvoice")};
+constexpr Setting CallVideo{QLatin1String("callui"), QLatin1String("callvideo")};
+
 /// The name of the skin of the compact window.
 constexpr Setting MiniSkinName{QLatin1String("MiniSkin"), QLatin1String("Name")};
 

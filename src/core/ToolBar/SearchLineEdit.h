@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ExtendDialog/ExtendLineEdit.h"
+
+/// The line edit of a search box. The up and down arrows move the cursor like left and right. GUI thread only.
+class SKYLUME_EXPORT SearchLineEdit : public ExtendLineEdit
+{
+    Q_OBJECT
+
+public:
+    using ExtendLineEdit::ExtendLineEdit;
+
+Q_SIGNALS:
+    void controlN(); ///< Ctrl+N was pressed
+    void controlF(); ///< Ctrl+F was pressed
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
