@@ -23,6 +23,7 @@ struct State
     std::set<std::pair<CallbackList, QRVL_DevCallback>> callbacks;
     QStringList devices;
     QByteArray imsi;
+    QByteArray customizeName;
     QHash<QString, long> results;
     QStringList calls;
 };
@@ -110,6 +111,11 @@ QString Service::setting(const QString& section, const QString& key, View view) 
 void Service::setDevices(const QStringList& names)
 {
     Locked()->devices = names;
+}
+
+void Service::setCustomizeName(const QByteArray& name)
+{
+    Locked()->customizeName = name;
 }
 
 void Service::setImsi(const QByteArray& imsi)
@@ -216,7 +222,7 @@ long QRVL_DevSrv_GetAvailableDeviceList(QRVL_AvailableDeviceList* list)
 
 long QRVL_DevSrv_GetCustomizeName(char* name)
 {
-    *name = 0;
+    qstrncpy(name, Locked()->customizeName.constData(), QRVL_CUSTOMIZE_NAME_SIZE);
     return record("QRVL_DevSrv_GetCustomizeName");
 }
 

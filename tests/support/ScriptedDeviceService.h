@@ -31,6 +31,9 @@ public:
     /// The IMSI of the first modem, UTF-8, cut to the buffer that the interface gives.
     void setImsi(const QByteArray& imsi);
 
+    /// The customisation name of the first modem, UTF-8, cut to the buffer that the interface gives.
+    void setCustomizeName(const QByteArray& name);
+
     /// From now on the operation with this name ("QRVL_SetSettings") does nothing but return this code.
     void setResult(const QString& operation, long result);
 

@@ -84,9 +84,9 @@ void MenuParse::release()
 
 QString MenuParse::GetOperator()
 {
-    std::array<char, 512> name{};
+    std::array<char, QRVL_CUSTOMIZE_NAME_SIZE> name{};
     m_strOperator.clear();
-    if (QRVL_DevSrv_GetCustomizeName(name.data(), name.size()) == QRVL_OK)
+    if (QRVL_DevSrv_GetCustomizeName(name.data()) == QRVL_OK)
         m_strOperator = QString::fromUtf8(name.data(), static_cast<int>(qstrnlen(name.data(), name.size())));
     return m_strOperator;
 }

@@ -1,0 +1,331 @@
+#include "PopupMenu/MenuParse.h"
+#include "PopupMenu/QBuildMenu.h"
+
+#include "CoreTest.h"
+#include "DataTable.h"
+#include "LogOrder.h"
+#include "common/CommonUtils.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QXmlStreamReader>
+
+using namespace MENU;
+
+namespace {
+
+QString nameOf(const MenuXmlInfo& entry)
+{
+    QString name;
+    entry.GetMenuName(name);
+    return name;
+}
+
+/// The entries as one string: "Open(IDS_OPEN) - Sub(IDS_SUB)[Child(IDS_CHILD) -]".
+QString outline(const QList<MenuXmlInfo*>& entries)
+{
+    QStringList parts;
+    for (const MenuXmlInfo* const entry : entries) {
+        QString part = QStringLiteral("%1(%2)").arg(nameOf(*entry), entry->GetMenuTextID());
+        if (entry->GetMenuType() == MenuXmlInfo::Separator)
+            part = QStringLiteral("-");
+        else if (entry->GetMenuType() == MenuXmlInfo::Popup)
+            part += QLatin1Char('[') + outline(*entry->GetPopupMenuList()) + QLatin1Char(']');
+        parts.append(part);
+    }
+    return parts.join(QLatin1Char(' '));
+}
+
+QString outline(const MenuParse& parser)
+{
+    QStringList menus;
+    for (const STMENUINFO* const menu : qAsConst(*parser.GetMenuInfoList()))
+        menus.append(menu->name + QLatin1String(": ") + outline(*menu->items));
+    return menus.join(QLatin1String("; "));
+}
+
+/// The texts of a menu's actions, "-" for separators and sub-menus in brackets.
+QString shown(const QMenu& menu)
+{
+    QStringList parts;
+    for (const QAction* const action : menu.actions()) {
+        QString part = action->isSeparator() ? QStringLiteral("-") : action->text();
+        if (action->menu())
+            part += QLatin1Char('[') + shown(*action->menu()) + QLatin1Char(']');
+        parts.append(part);
+    }
+    return parts.join(QLatin1Char(' '));
+}
+
+QByteArray item(const QByteArray& name)
+{
+    return "<item type='ITEM' id='IDS_" + name.toUpper() + "'>" + name + "</item>";
+}
+
+QByteArray popup(const QByteArray& name)
+{
+    return "<item type='POPUP' id='IDS_" + name.toUpper() + "'>" + name + "</item>";
+}
+
+QByteArray change(const QByteArray& action, const QByteArray& item)
+{
+    return QByteArray(item).replace("<item ", "<item action='" + action + "' ");
+}
+
+const QByteArray Separator = "<item type='SEPERATOR'/>";
+
+QByteArray menu(const QByteArray& name, const QByteArray& content)
+{
+    return "<menu parent='null' name='" + name + "'>" + content + "</menu>";
+}
+
+QByteArray within(const QByteArray& parent, const QByteArray& content, const QByteArray& name = {})
+{
+    return "<menu parent='" + parent + "' name='" + name + "'>" + content + "</menu>";
+}
+
+} // namespace
+
+class TestMenus : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void reading_data();
+    void reading();
+    void customising_data();
+    void customising();
+    void failures();
+    void editing();
+    void building_data();
+    void building();
+    void actions();
+    void nothingToBuild();
+
+private:
+    void write(const QByteArray& content) const
+    {
+        writeFile(installed("plugins/TestPlugin/menu.xml"), "<x><qrvldoc>" + content + "</qrvldoc></x>");
+    }
+};
+
+void TestMenus::reading_data()
+{
+    const auto row = dataTable<QByteArray, QString>("content", "menus");
+    row("nothing", "", "");
+    row("items", menu("M", item("a") + Separator + item("b")), "M: a(IDS_A) - b(IDS_B)");
+    row("two menus", menu("M", item("a")) + menu("N", item("b")), "M: a(IDS_A); N: b(IDS_B)");
+    row("a sub-menu", menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")),
+        "M: S(IDS_S)[b(IDS_B) - c(IDS_C)] a(IDS_A)");
+    row("the sub-menu of the menu before",
+        menu("M", popup("S")) + menu("N", popup("S")) + within("S", item("a")),
+        "M: S(IDS_S)[]; N: S(IDS_S)[a(IDS_A)]");
+    row("children of two sub-menus",
+        menu("M", popup("S") + popup("T")) + within("S", item("a")) + within("T", item("b")) +
+            within("S", item("c")),
+        "M: S(IDS_S)[a(IDS_A) c(IDS_C)] T(IDS_T)[b(IDS_B)]");
+    row("a sub-menu is added to the menu, wherever it stands",
+        menu("M", popup("S")) + within("S", popup("T")), "M: S(IDS_S)[] T(IDS_T)[]");
+    row("no such sub-menu", menu("M", item("a")) + within("S", item("b") + Separator), "M: a(IDS_A)");
+    row("an item is no sub-menu", menu("M", item("S")) + within("S", item("b")), "M: S(IDS_S)");
+    row("the first of two sub-menus", menu("M", popup("S") + popup("S")) + within("S", item("a")),
+        "M: S(IDS_S)[a(IDS_A)] S(IDS_S)[]");
+    row("items before any menu", item("a") + menu("M", item("b")), "M: b(IDS_B)");
+    row("unknown types and elements", menu("M", "<item type='Item'>a</item><entry>" + item("b") + "</entry>"),
+        "M: b(IDS_B)");
+    row("a menu without a parent", menu("M", "") + "<menu name='N'>" + item("a") + "</menu>", "M: ");
+    row("elements in a name", menu("M", "<item type='ITEM'>a<b>c</b>d</item>" + item("e")),
+        "M: ad() e(IDS_E)");
+    row("a fault", menu("M", item("a") + "<item type='ITEM'>b<"), "M: a(IDS_A) b()");
+}
+
+void TestMenus::reading()
+{
+    QFETCH(QByteArray, content);
+    write(content);
+    const MenuParse parser("TestPlugin", "menu.xml");
+    QTEST(outline(parser), "menus");
+}
+
+void TestMenus::customising_data()
+{
+    const QByteArray plain = menu("M", item("a") + popup("S")) + within("S", item("b"));
+    const auto block = [&](const QByteArray& content) {
+        return plain + "<customize><other name='nobody'>" + within("null", change("rem", item("a")), "M") +
+               "</other><block name='bluewave'>" + content + "</block></customize>";
+    };
+    const QString unchanged = "M: a(IDS_A) S(IDS_S)[b(IDS_B)]";
+    const auto row = dataTable<QByteArray, QByteArray, QString>("content", "operatorName", "menus");
+    row("nobody's", block(within("null", change("add", item("c")), "M")), "redline", unchanged);
+    row("add an item", block(within("null", change("add", item("c")), "M")), "bluewave",
+        unchanged + " c(IDS_C)");
+    row("add to a sub-menu", block(within("S", Separator + change("add", item("c")), "M")), "bluewave",
+        "M: a(IDS_A) S(IDS_S)[b(IDS_B) - c(IDS_C)]");
+    row("add a sub-menu",
+        block(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
+        "bluewave", unchanged + " T(IDS_T)[c(IDS_C)]");
+    row("remove an item", block(within("null", change("rem", item("a")), "M")), "bluewave",
+        "M: S(IDS_S)[b(IDS_B)]");
+    row("remove from a sub-menu", block(within("S", change("rem", item("b")), "M")), "bluewave",
+        "M: a(IDS_A) S(IDS_S)[]");
+    row("remove a sub-menu", block(within("null", change("rem", popup("S")), "M")), "bluewave",
+        "M: a(IDS_A)");
+    row("an item is no sub-menu", block(within("null", change("rem", popup("a")), "M")), "bluewave",
+        unchanged);
+    row("remove what is not there",
+        block(within("null", change("rem", item("c")), "M") + within("T", change("rem", item("b")), "M") +
+              within("null", change("rem", item("a")), "N")),
+        "bluewave", unchanged);
+    row("no action", block(within("null", item("c"), "M")), "bluewave", unchanged);
+    row("makes no menu", block(within("null", change("add", item("c")), "N")), "bluewave", unchanged);
+    row("goes on to the end of the part", block(within("null", change("add", item("c")), "M")), "nobody",
+        "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
+    row("without an operator's name the part itself applies",
+        block(within("null", change("add", item("c")), "M")), "", "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
+    row("menus behind the part", block("") + menu("N", item("d")), "bluewave", unchanged + "; N: d(IDS_D)");
+}
+
+void TestMenus::customising()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, operatorName);
+    service().setCustomizeName(operatorName);
+    write(content);
+    MenuParse parser("TestPlugin", "menu.xml");
+    QTEST(outline(parser), "menus");
+    QCOMPARE(parser.GetOperator(), QString::fromUtf8(operatorName));
+    service().setResult("QRVL_DevSrv_GetCustomizeName", 1);
+    QCOMPARE(parser.GetOperator(), QString());
+}
+
+void TestMenus::failures()
+{
+    MenuParse parser;
+    QVERIFY(!parser.LoadFile("TestPlugin", "missing.xml"));
+    QVERIFY(log().contains("File {*}/plugins/TestPlugin/missing.xml does not exist"));
+    QVERIFY(QDir().mkpath(installed("plugins/TestPlugin/folder.xml")));
+    QVERIFY(!parser.LoadFile("TestPlugin", "folder.xml"));
+    QVERIFY(log().contains("{time} : {file}: LoadFile: file open error"));
+    write(menu("M", item("a")));
+    QVERIFY(!parser.LoadFile("TestPlugin", "menu.xml"));
+    QCOMPARE(log().count("{file}: ReadInfo:open file "), 1);
+    writeFile(installed("plugins/TestPlugin/other.xml"), "<x>" + menu("M", item("a")) + "</x>");
+    QVERIFY(parser.LoadFile("TestPlugin", "other.xml"));
+    QCOMPARE(outline(parser), "M: a(IDS_A)");
+    QXmlStreamReader noDevice;
+    QVERIFY(!parser.ReadFile(noDevice));
+
+    const QByteArray deep = QByteArray("<a>").repeated(100000);
+    write(menu("M", item("a") + "<item type='ITEM'>" + deep));
+    QCOMPARE(outline(MenuParse("TestPlugin", "menu.xml")), "M: a(IDS_A) ()");
+}
+
+void TestMenus::editing()
+{
+    MenuParse parser;
+    QVERIFY(!parser.AddMenuItem("M", "null") && !parser.AddMenuPopup("M"));
+    QVERIFY(log().contains("{file}: AddMenuPopup:AddMenuPopup "));
+    write(menu("M", ""));
+    parser.LoadFile("TestPlugin", "menu.xml");
+    MenuXmlInfo* const sub = parser.AddMenuPopup("M");
+    QString parent;
+    sub->GetPopupParent(parent);
+    QCOMPARE(parent, QString());
+    sub->SetMenuName("S");
+    MenuXmlInfo* const odd = parser.AddMenuType("M", "S", MenuXmlInfo::Popup);
+    QCOMPARE(odd->GetMenuType(), int(MenuXmlInfo::Unset));
+    odd->GetPopupParent(parent);
+    QCOMPARE(parent, "S");
+    sub->SetMenuName("T"); // the next child is sought anew
+    QVERIFY(!parser.AddMenuItem("M", "S"));
+    QVERIFY(parser.AddMenuItem("M", "T"));
+    sub->SetMenuFullIntoPlugin("own");
+    QString own;
+    sub->GetMenuFullIntoPlugin(own);
+    QCOMPARE(own, "own");
+    auto* const replacement = new QList<MenuXmlInfo*>{new MenuXmlInfo};
+    sub->SetPopupMenuList(replacement);
+    sub->SetPopupMenuList(replacement);
+    QCOMPARE(sub->GetPopupMenuList()->size(), 1);
+    sub->releaseXMlInfo();
+    QVERIFY(!sub->GetPopupMenuList());
+    QVERIFY(!parser.AddMenuItem("M", "T")); // without a list there is no place
+    parser.release();
+    QVERIFY(parser.GetMenuInfoList()->isEmpty());
+
+    MenuXmlInfo chain; // nested far deeper than a stack is
+    MenuXmlInfo* deepest = &chain;
+    for (int i = 0; i < 200000; ++i) {
+        auto* const next = new MenuXmlInfo;
+        deepest->SetPopupMenuList(new QList<MenuXmlInfo*>{next});
+        deepest = next;
+    }
+}
+
+void TestMenus::building_data()
+{
+    const QByteArray search = "<item type='ITEM' id='IDS_MENU_SEARCH'>search</item>";
+    const auto row = dataTable<QByteArray, bool, QString>("content", "hasSeparator", "menu");
+    row("items", menu("M", item("a") + Separator + item("b")), false, "a - b");
+    row("behind the search item", menu("M", search + Separator + item("a")), true, "search - a");
+    row("behind the search item, switched off", menu("M", search + Separator + item("a")), false, "search a");
+    row("the second separator", menu("M", search + Separator + Separator + item("a")), false, "search - a");
+    row("the next separator", menu("M", search + item("a") + Separator + item("b")), false, "search a b");
+    row("a sub-menu", menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")),
+        false, "S[b - c] a");
+}
+
+void TestMenus::building()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, hasSeparator);
+    CommonUtils::SetSMSSeperatorConfigValue(hasSeparator);
+    write(content);
+    QBuildMenu builder("TestPlugin", "menu.xml");
+    QWidget parent;
+    const auto* const built = reinterpret_cast<QMenu*>(builder.CreateMenuBar("M", &parent, nullptr));
+    QVERIFY(built);
+    QCOMPARE(built->parentWidget(), &parent);
+    QTEST(shown(*built), "menu");
+    VERIFY_LOGGED_IN_ORDER("{file}: CreateMenuBar:CreateMenuBar ", "{file}: AddMenuItem:AddMenuItem ");
+}
+
+void TestMenus::actions()
+{
+    write(menu("M", item("a") + popup("S") + item("c")) + within("S", item("b")));
+    QBuildMenu builder("TestPlugin", "menu.xml");
+    QWidget parent;
+    QList<QActionInfo> actions;
+    QVERIFY(builder.CreateMenuBar("M", &parent, &actions));
+    QStringList records;
+    for (const QActionInfo& info : actions) {
+        QCOMPARE(info.action->parent(), &parent);
+        records.append(info.action->text() + ' ' + info.textID + ' ' + info.popupParent);
+    }
+    QCOMPARE(records, (QStringList{"a IDS_A null", "S IDS_S ", "b IDS_B S", "c IDS_C null"}));
+}
+
+void TestMenus::nothingToBuild()
+{
+    write(menu("M", item("a")));
+    QWidget parent;
+    QList<QActionInfo> actions;
+    QCOMPARE(QBuildMenu("", "menu.xml").CreateMenuBar("M", &parent, &actions), quintptr(0));
+    QCOMPARE(QBuildMenu("TestPlugin", "").CreateMenuBar("M", &parent, &actions), quintptr(0));
+    QBuildMenu builder("TestPlugin", "menu.xml");
+    QCOMPARE(builder.CreateMenuBar("", &parent, &actions), quintptr(0));
+    QCOMPARE(builder.CreateMenuBar("N", &parent, &actions), quintptr(0));
+    QCOMPARE(builder.CreateMenuBar("M", nullptr, &actions), quintptr(0));
+    STMENUINFO menu;
+    menu.items->append(new MenuXmlInfo);
+    menu.items->first()->SetMenuType(MenuXmlInfo::Popup);
+    QMenu target;
+    QCOMPARE(builder.AddMenuItem(&menu, nullptr, &parent, &actions), 1);
+    QCOMPARE(builder.AddMenuItem(nullptr, &target, &parent, &actions), 1);
+    QVERIFY(actions.isEmpty());
+    QCOMPARE(builder.AddMenuItem(&menu, &target, &parent, &actions), 0); // a sub-menu without a list
+}
+
+QTEST_MAIN(TestMenus)
+
+#include "tst_menus.moc"

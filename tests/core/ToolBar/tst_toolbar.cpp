@@ -1,0 +1,317 @@
+#include "ToolBar/ToolBarLogic.h"
+
+#include "CoreTest.h"
+#include "DataTable.h"
+#include "LogOrder.h"
+#include "PublishedHost.h"
+#include "ToolBar/SearchLineEdit.h"
+#include "common/CommonUtils.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QToolButton>
+
+namespace {
+
+QByteArray item(const QByteArray& plugin, const QByteArray& id, const QByteArray& resource = "RES")
+{
+    return "<item pluginname='" + plugin + "' resource='" + resource +
+           "' enabled='on.png' disabled='off.png' id='" + id + "'/>";
+}
+
+QByteArray toolBar(const QByteArray& count, const QByteArray& items)
+{
+    return "<doc><ToolBar count='" + count + "'><note/>" + items +
+           "</ToolBar><GroupInGroup enable='1'/></doc>";
+}
+
+/// A picture with a red left and a blue right half.
+void savePicture(const QString& path, const QSize& size, Qt::GlobalColor left)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    for (int x = 0; x < size.width() / 2; ++x)
+        for (int y = 0; y < size.height(); ++y)
+            picture.setPixelColor(x, y, left);
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QVERIFY(picture.save(path));
+}
+
+QColor leftColour(const QToolButton& button, QIcon::Mode mode = QIcon::Active)
+{
+    return button.icon().pixmap(button.iconSize(), mode).toImage().pixelColor(1, 1);
+}
+
+} // namespace
+
+class TestToolBar : public CoreTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void reading_data();
+    void reading();
+    void callButtons_data();
+    void callButtons();
+    void plugins();
+    void creating();
+    void icons();
+    void searchBox();
+    void searchKeys_data();
+    void searchKeys();
+
+private:
+    QList<int> readIds(const QByteArray& content)
+    {
+        writeFile(path("toolbar.xml"), content);
+        m_items = {ToolItem()};
+        ToolBarLogic::GetXmlData(path("toolbar.xml"), m_items, m_groupInGroup, QString());
+        QList<int> ids;
+        for (const ToolItem& entry : qAsConst(m_items))
+            ids.append(entry.id);
+        return ids;
+    }
+
+    QList<ToolItem> m_items;
+    bool m_groupInGroup = false;
+};
+
+void TestToolBar::init()
+{
+    CoreTest::init();
+    log().allow("This plugin does not support {*}"); // the platform without a screen
+    m_groupInGroup = false;
+}
+
+void TestToolBar::cleanup()
+{
+    PublishedHost::publish(nullptr);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    checkLog();
+}
+
+void TestToolBar::reading_data()
+{
+    const QByteArray items = item("", "7") + item("", "3", "THE_SEARCH_BOX") + item("", "x");
+    const auto row = dataTable<QByteArray, QList<int>, bool, QString>("content", "ids", "group", "logged");
+    row("all", toolBar("3", items), {7, 3, 0}, true, "{file}: GetXmlData: Exit");
+    row("fewer than there are", toolBar("2", items), {7, 3}, true, "{file}: GetXmlData: Exit");
+    row("more than there are", toolBar("2000000000", items), {7, 3, 0}, false, "{file}: GetXmlData: Exit");
+    row("none", toolBar("0", items), {}, false, "{file}: GetXmlData: Exit: Item Count is ZERO!");
+    row("less than none", toolBar("-1", items), {}, true, "{file}: GetXmlData: Exit");
+    row("no number", toolBar("many", items), {}, false,
+        "{file}: getToolBarCoount: Exit: XML File Content is Wrong!");
+    row("no toolbar", "<doc>" + items + "</doc>", {}, false, "{file}: GetXmlData: Exit: Item Count is ZERO!");
+    row("no group", "<doc><ToolBar count='1'/>" + item("", "4") + "</doc>", {4}, false,
+        "{file}: GetXmlData: Exit");
+    row("group switched off", toolBar("1", item("", "4")).replace("enable='1'", "enable='0'"), {4}, false,
+        "{file}: GetXmlData: Exit");
+    row("a fault", toolBar("3", item("", "4") + "<"), {4}, false, "Error: {*}");
+}
+
+void TestToolBar::reading()
+{
+    QFETCH(QList<int>, ids);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, logged);
+    QCOMPARE(readIds(content), ids);
+    QTEST(m_groupInGroup, "group");
+    VERIFY_LOGGED_IN_ORDER("{file}: GetXmlData: Enter", logged);
+    if (ids.size() < 2)
+        return;
+    QCOMPARE(m_items[1].resource, "THE_SEARCH_BOX");
+    QCOMPARE(m_items[0].enabled + m_items[0].disabled, "on.pngoff.png");
+    QVERIFY(m_items[1].isSearch && !m_items[0].isSearch && !m_items[0].button);
+    ToolBarLogic::GetXmlData(path("missing.xml"), m_items, m_groupInGroup, QString());
+    QVERIFY(m_items.isEmpty());
+    QVERIFY(log().contains("{file}: GetXmlData: Exit: XML File is not opened"));
+}
+
+void TestToolBar::callButtons_data()
+{
+    const auto row = dataTable<QString, QString, QList<int>>("voice", "video", "ids");
+    row("absent", {}, {}, {3});
+    row("off", "0", "no1", {3});
+    row("on", "1", "1", {1, 2, 3});
+    row("only the first character counts", "10", "0", {1, 3});
+    row("video alone", "", "1 ", {2, 3});
+}
+
+void TestToolBar::callButtons()
+{
+    QFETCH(QString, voice);
+    QFETCH(QString, video);
+    if (!voice.isNull())
+        service().setSetting("callui", "callvoice", voice);
+    if (!video.isNull())
+        service().setSetting("callui", "callvideo", video);
+    const auto container = makeContainer(
+        QByteArray(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}}))
+            .replace("AlphaPlugin", "CallUIPlugin")
+            .replace("BetaPlugin", "VideoCallUIPlugin"),
+        commonXml({"A", "B", "C"}));
+    PublishedHost::publish(container.get());
+    QTEST(readIds(toolBar("3", item("CallUIPlugin", "1") + item("VideoCallUIPlugin", "2") +
+                                   item("GammaPlugin", "3"))),
+          "ids");
+}
+
+void TestToolBar::plugins()
+{
+    const QByteArray items = item("AlphaPlugin", "1") + item("", "2") + item("BetaPlugin", "3");
+    QCOMPARE(readIds(toolBar("3", items)), QList<int>{2}); // there is no container
+    QCOMPARE(log().count("{file}: getPlugin: Plugin container is null "), 2);
+    const auto container =
+        makeContainer(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}}), commonXml({"A"}));
+    PublishedHost::publish(container.get());
+    QCOMPARE(readIds(toolBar("3", items)), (QList<int>{1, 2}));
+    QCOMPARE(log().count("{file}: getPlugin: plugin is not loaded "), 1);
+    QCOMPARE(ToolBarLogic::m_pPluginContainer, container.get());
+    QCOMPARE(ToolBarLogic::GetObjectName("X"), "ToolBar_X");
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetObjectName Enter: plugin name:X",
+                           "{time}: {file}: GetObjectName Exit: objectname:ToolBar_X");
+}
+
+void TestToolBar::creating()
+{
+    savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
+    readIds(toolBar("2", item("", "7") + item("", "3", "SEARCH")));
+    QWidget parent;
+    QButtonGroup* group = nullptr;
+    QVERIFY(!ToolBarLogic::CreateToolBar("P", nullptr, m_items, &group, nullptr, nullptr, nullptr));
+    QHBoxLayout* searchLayout = nullptr;
+    SearchLineEdit* edit = nullptr;
+    QLabel* icon = nullptr;
+    QVERIFY(ToolBarLogic::CreateToolBar("P", &parent, m_items, &group, &searchLayout, &edit, &icon));
+    const std::unique_ptr<QHBoxLayout> ownedLayout(searchLayout);
+    const std::unique_ptr<QWidget> ownedEdit(edit);
+    const std::unique_ptr<QWidget> ownedIcon(icon);
+    const QToolButton& button = *m_items[0].button;
+    QCOMPARE(group->button(7), &button);
+    QCOMPARE(group->button(3), m_items[1].button);
+    QCOMPARE(button.size(), QSize(30, 30));
+    QCOMPARE(button.iconSize(), QSize(20, 16));
+    QVERIFY(button.autoRaise() && button.objectName() == "ToolBar" && button.parentWidget() == &parent);
+    const QLayout& column = *parent.layout();
+    QCOMPARE(column.alignment(), Qt::AlignLeft | Qt::AlignTop);
+    QCOMPARE(column.sizeConstraint(), QLayout::SetFixedSize);
+    QCOMPARE(column.spacing() + column.itemAt(0)->layout()->spacing(), 0);
+    QCOMPARE(column.contentsMargins(), QMargins());
+    QCOMPARE(column.itemAt(0)->layout()->count(), 3); // two buttons and a spacer
+    QCOMPARE(icon->pixmap(Qt::ReturnByValue).size(), QSize(20, 16));
+
+    ToolBarLogic::DestroyToolButtonGroup(m_items, &group);
+    QVERIFY(!group && !m_items[0].button && !m_items[1].button);
+    QVERIFY(parent.findChildren<QToolButton*>().isEmpty());
+    ToolBarLogic::DestroyToolButtonGroup(m_items, nullptr);
+    QWidget other;
+    QVERIFY(ToolBarLogic::CreateToolBar("P", &other, m_items, nullptr, &searchLayout, nullptr, &icon));
+}
+
+void TestToolBar::icons()
+{
+    savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
+    savePicture(installed("plugins/P/off.png"), {20, 16}, Qt::green);
+    readIds(toolBar("2", item("", "7") + item("", "3", "SEARCH")));
+    QWidget parent;
+    QVERIFY(ToolBarLogic::CreateToolBar("P", &parent, m_items, nullptr, nullptr, nullptr, nullptr));
+    const QToolButton& button = *m_items[0].button;
+    QCOMPARE(leftColour(button), QColor(Qt::red));
+    ToolBarLogic::EnableDisableItem("P", m_items, 7, false);
+    QVERIFY(!button.isEnabled() && m_items[1].button->isEnabled());
+    QCOMPARE(leftColour(button, QIcon::Disabled), QColor(Qt::green));
+    ToolBarLogic::EnableDisableItem("P", m_items, 99, false);
+    QLabel icon;
+    QLabel* searchIcon = &icon;
+    ToolBarLogic::ChangeToolBarIconDirection("P", m_items, true, &searchIcon);
+    QCOMPARE(leftColour(button), QColor(Qt::blue));
+    QCOMPARE(icon.pixmap(Qt::ReturnByValue).toImage().pixelColor(19, 1), QColor(Qt::red));
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    ToolBarLogic::EnableDisableItem("P", m_items, 7, true);
+    QVERIFY(button.isEnabled());
+    QCOMPARE(leftColour(button), QColor(Qt::blue));
+    ToolBarLogic::ChangeToolBarIconDirection("P", m_items, false, nullptr);
+    QCOMPARE(leftColour(button), QColor(Qt::red));
+    ToolBarLogic::setIcon(nullptr, true, "missing.png");
+    ToolBarLogic::setMirrorIcon(m_items[0].button, true, "missing.png", true);
+    QVERIFY(button.icon().isNull());
+}
+
+void TestToolBar::searchBox()
+{
+    QWidget window;
+    auto* const place = new QVBoxLayout(&window);
+    window.show();
+    QHBoxLayout* layout = nullptr;
+    SearchLineEdit* edit = nullptr;
+    QLabel* icon = nullptr;
+    QVERIFY(!ToolBarLogic::createSearchBox(nullptr, &edit, {}, &icon));
+    QVERIFY(!ToolBarLogic::createSearchBox(&layout, nullptr, {}, &icon));
+    QVERIFY(!ToolBarLogic::createSearchBox(&layout, &edit, {}, nullptr));
+    QVERIFY(ToolBarLogic::createSearchBox(&layout, &edit, {}, &icon));
+    QCOMPARE(edit->size(), QSize(300, 19));
+    QCOMPARE(edit->maxLength(), 48);
+    QVERIFY(!edit->acceptDrops());
+    QCOMPARE(layout->contentsMargins(), QMargins(0, 0, 0, 3));
+    QCOMPARE(layout->spacing(), 1);
+    QCOMPARE(layout->itemAt(0)->widget(), icon);
+    QCOMPARE(layout->itemAt(1)->widget(), edit);
+
+    edit->setText("old");
+    for (int i = 0; i < 2; ++i)
+        ToolBarLogic::ShowHideSearchBox(&window, layout, edit, true);
+    QCOMPARE(place->count(), 1);
+    QVERIFY(edit->isVisible() && edit->isEnabled() && edit->text().isEmpty());
+    QCOMPARE(window.focusWidget(), edit);
+    ToolBarLogic::ShowHideSearchBox(&window, layout, edit, false);
+    QCOMPARE(place->count(), 0);
+    QVERIFY(!edit->isVisible() && !edit->isEnabled());
+    const std::unique_ptr<QHBoxLayout> owned(layout); // back with its owner
+    QWidget bare;
+    ToolBarLogic::ShowHideSearchBox(&bare, layout, edit, true);
+    ToolBarLogic::ShowHideSearchBox(nullptr, layout, edit, true);
+    ToolBarLogic::ShowHideSearchBox(&window, nullptr, edit, true);
+    ToolBarLogic::ShowHideSearchBox(&window, layout, nullptr, true);
+    QVERIFY(!edit->isEnabled());
+}
+
+void TestToolBar::searchKeys_data()
+{
+    const auto row =
+        dataTable<int, int, int, int, int>("key", "modifiers", "position", "controlN", "controlF");
+    row("up moves left", Qt::Key_Up, Qt::NoModifier, 1, 0, 0);
+    row("down moves right", Qt::Key_Down, Qt::NoModifier, 3, 0, 0);
+    row("left", Qt::Key_Left, Qt::NoModifier, 1, 0, 0);
+    row("home", Qt::Key_Home, Qt::NoModifier, 0, 0, 0);
+    row("up with Ctrl", Qt::Key_Up, Qt::ControlModifier, 0, 0, 0);
+    row("Ctrl+N", Qt::Key_N, Qt::ControlModifier, 2, 1, 0);
+    row("Ctrl+F", Qt::Key_F, Qt::ControlModifier, 2, 0, 1);
+    row("n", Qt::Key_N, Qt::NoModifier, 3, 0, 0);
+}
+
+void TestToolBar::searchKeys()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(int, position);
+    SearchLineEdit edit;
+    edit.setText("abcd");
+    edit.setCursorPosition(2);
+    QSignalSpy controlN(&edit, &SearchLineEdit::controlN);
+    QSignalSpy controlF(&edit, &SearchLineEdit::controlF);
+    QTest::keyClick(&edit, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(edit.cursorPosition(), position);
+    QTEST(controlN.count(), "controlN");
+    QTEST(controlF.count(), "controlF");
+    QCOMPARE(log().count("{time}: {file}: keyPressEvent Cntrl {*} pressed in the Search Edit Box"),
+             controlN.count() + controlF.count());
+}
+
+QTEST_MAIN(TestToolBar)
+
+#include "tst_toolbar.moc"
