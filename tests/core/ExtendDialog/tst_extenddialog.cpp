@@ -44,8 +44,7 @@ struct Dialog : ExtendDialog
     using ExtendDialog::keyPressEvent;
 };
 
-constexpr Qt::WindowFlags OwnFrameFlags =
-    Qt::Dialog | Qt::FramelessWindowHint | Qt::CustomizeWindowHint;
+constexpr Qt::WindowFlags OwnFrameFlags = Qt::Dialog | Qt::FramelessWindowHint | Qt::CustomizeWindowHint;
 constexpr Qt::WindowFlags AllButtons =
     Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint;
 
