@@ -36,7 +36,7 @@ struct Recipe
         splits; ///< the inputs by which a function is divided when one gate is not enough, in order of use
 };
 
-constexpr int MostSignals = 128;
+constexpr int MostSignals = 256; ///< random recipes were seen to need 132
 
 constexpr Column columnOf(unsigned table, Column a, Column b, Column c)
 {
