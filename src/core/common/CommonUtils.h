@@ -112,7 +112,8 @@ public:
     /// @param result as for Encrypt(); it also stays as it is when protectedText has less than 15 digits
     static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
 
-    /// Releases a result of Encrypt() or Decrypt(); null is ignored.
+    /// Releases a result of Encrypt() or Decrypt(), wiped up to its terminating zero; nothing is behind that. Null
+    /// is ignored.
     static void CryptLocalFree(char* p);
 
     /// Enciphers a file under a key that is built in (operation 1), deciphers it (2), or writes its
