@@ -103,8 +103,8 @@ void longTextPeer(benchmark::State& state)
     });
 }
 
-/// Every way to decipher that this processor has.
-void decipherPath(benchmark::State& state, const TripleDesCbc::Path* path)
+/// Every implementation of decryption that this processor can run.
+void decryptPath(benchmark::State& state, const TripleDesCbc::Path* path)
 {
     Des3Schedule schedule;
     des3_key_setup(bytesOf(Key), &schedule);
@@ -189,7 +189,7 @@ void base64Decode(benchmark::State& state)
     });
 }
 
-/// A blank takes the place of every tenth character.
+/// A space replaces every tenth character.
 void base64DecodeDirty(benchmark::State& state)
 {
     Bytes text = base64Text(sizeOf(state));
@@ -291,9 +291,9 @@ constexpr std::int64_t KiB = 1024, MiB = 1024 * KiB;
 void registerPaths()
 {
     using benchmark::RegisterBenchmark;
-    RegisterBenchmark("des3_decipher_path/tables", decipherPath, nullptr)->Arg(256)->Arg(64 * KiB);
+    RegisterBenchmark("des3_decrypt_path/tables", decryptPath, nullptr)->Arg(256)->Arg(64 * KiB);
     ProcessorPaths::forEachAvailable(ProcessorPaths::tripleDes(), [](const TripleDesCbc::Path& path) {
-        RegisterBenchmark((std::string("des3_decipher_path/") + path.name).c_str(), decipherPath, &path)
+        RegisterBenchmark((std::string("des3_decrypt_path/") + path.name).c_str(), decryptPath, &path)
             ->Arg(int(8 * path.fewestBlocks))
             ->Arg(64 * KiB);
     });
@@ -333,30 +333,30 @@ void useFileSize(Benchmark* registered)
 
 } // namespace
 
-BENCHMARK(shortText<true>)->Name("des3_short_encipher/ours")->Arg(16);
-BENCHMARK(shortTextOpenSsl<true>)->Name("des3_short_encipher/peer_openssl")->Arg(16);
-BENCHMARK(shortText<false>)->Name("des3_short_decipher/ours")->Arg(16);
-BENCHMARK(shortTextOpenSsl<false>)->Name("des3_short_decipher/peer_openssl")->Arg(16);
+BENCHMARK(shortText<true>)->Name("des3_short_encrypt/ours")->Arg(16);
+BENCHMARK(shortTextOpenSsl<true>)->Name("des3_short_encrypt/peer_openssl")->Arg(16);
+BENCHMARK(shortText<false>)->Name("des3_short_decrypt/ours")->Arg(16);
+BENCHMARK(shortTextOpenSsl<false>)->Name("des3_short_decrypt/peer_openssl")->Arg(16);
 
-BENCHMARK(longText<true>)->Name("des3_encipher/ours")->Apply(useCipherSizes);
+BENCHMARK(longText<true>)->Name("des3_encrypt/ours")->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, true)
-    ->Name("des3_encipher/peer_openssl")
+    ->Name("des3_encrypt/peer_openssl")
     ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, true)
-    ->Name("des3_encipher/peer_gcrypt")
+    ->Name("des3_encrypt/peer_gcrypt")
     ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, true)
-    ->Name("des3_encipher/peer_nettle")
+    ->Name("des3_encrypt/peer_nettle")
     ->Apply(useCipherSizes);
-BENCHMARK(longText<false>)->Name("des3_decipher/ours")->Apply(useCipherSizes);
+BENCHMARK(longText<false>)->Name("des3_decrypt/ours")->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::OpenSsl, false)
-    ->Name("des3_decipher/peer_openssl")
+    ->Name("des3_decrypt/peer_openssl")
     ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Gcrypt, false)
-    ->Name("des3_decipher/peer_gcrypt")
+    ->Name("des3_decrypt/peer_gcrypt")
     ->Apply(useCipherSizes);
 BENCHMARK_TEMPLATE(longTextPeer, CipherPeers::Nettle, false)
-    ->Name("des3_decipher/peer_nettle")
+    ->Name("des3_decrypt/peer_nettle")
     ->Apply(useCipherSizes);
 
 BENCHMARK(hash)->Name("sha256/ours")->Apply(useHashSizes);
@@ -377,10 +377,10 @@ BENCHMARK(hexEncodeOpenSsl)->Name("hex_encode/peer_openssl")->Apply(useHexSizes)
 BENCHMARK(hexDecode)->Name("hex_decode/ours")->Apply(useHexSizes);
 BENCHMARK(hexDecodeOpenSsl)->Name("hex_decode/peer_openssl")->Apply(useHexSizes);
 
-BENCHMARK_CAPTURE(file, encipher, 1)->Name("file_encipher/ours")->Apply(useFileSize);
-BENCHMARK_CAPTURE(fileAlone, encipher, 1)->Name("file_encipher/peer_without_files")->Apply(useFileSize);
-BENCHMARK_CAPTURE(file, decipher, 2)->Name("file_decipher/ours")->Apply(useFileSize);
-BENCHMARK_CAPTURE(fileAlone, decipher, 2)->Name("file_decipher/peer_without_files")->Apply(useFileSize);
+BENCHMARK_CAPTURE(file, encrypt, 1)->Name("file_encrypt/ours")->Apply(useFileSize);
+BENCHMARK_CAPTURE(fileAlone, encrypt, 1)->Name("file_encrypt/peer_without_files")->Apply(useFileSize);
+BENCHMARK_CAPTURE(file, decrypt, 2)->Name("file_decrypt/ours")->Apply(useFileSize);
+BENCHMARK_CAPTURE(fileAlone, decrypt, 2)->Name("file_decrypt/peer_without_files")->Apply(useFileSize);
 BENCHMARK_CAPTURE(file, fingerprint, 3)->Name("file_fingerprint/ours")->Apply(useFileSize);
 BENCHMARK_CAPTURE(fileAlone, fingerprint, 3)->Name("file_fingerprint/peer_without_files")->Apply(useFileSize);
 

@@ -156,7 +156,8 @@ public:
     /// @param result as for Encrypt(); also unchanged if protectedText has less than 15 digits
     static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
 
-    /// Releases a result of Encrypt() or Decrypt(); null is ignored.
+    /// Releases a result of Encrypt() or Decrypt(), wiped up to its terminating zero; nothing is behind that. Null
+    /// is ignored.
     static void CryptLocalFree(char* p);
 
     /// Reads a file up to its first zero byte and writes a file that depends on the operation:

@@ -1,4 +1,4 @@
-// The calls of the operating system that answer alike on every system.
+// Calls of the operating system that give the same results on every system.
 #include "platform/LanguageId_p.h"
 #include "platform/MediaControl_p.h"
 #include "platform/Path_p.h"
@@ -19,7 +19,6 @@ class TestPlatform : public QObject
     Q_OBJECT
 
 private slots:
-    void randomSteps();
     void randomBytes();
     void canonicalPath();
     void languageIds();
@@ -27,44 +26,25 @@ private slots:
     void mediaErrors();
 };
 
-// A step out of order fails and spoils nothing.
-void TestPlatform::randomSteps()
-{
-    char byte = 0;
-    RandomSource source;
-    QVERIFY(!source.draw(&byte, 1));
-    QVERIFY(!source.release());
-    for (int round = 0; round < 2; ++round) {
-        QVERIFY(source.acquire());
-        QVERIFY(!source.acquire());
-        QVERIFY(source.draw(&byte, 1));
-        QVERIFY(source.release());
-        QVERIFY(!source.release());
-        QVERIFY(!source.draw(&byte, 1));
-    }
-}
-
-// All bytes asked for are random, and none behind them is touched.
+// Needs acquire(), fills the whole buffer, and writes nothing behind it.
 void TestPlatform::randomBytes()
 {
-    constexpr int Count = 64;
-    QSet<QByteArray> draws;
+    constexpr int size = 64;
+    QByteArray bytes(size + 1, '\0'), seen(size, '\0');
     RandomSource source;
-    QVERIFY(source.acquire());
-    QByteArray seen(Count, '\0');
-    for (int i = 0; i < 64; ++i) {
-        QByteArray bytes(Count + 1, '\0');
-        QVERIFY(source.draw(bytes.data(), Count));
-        QCOMPARE(bytes.at(Count), '\0');
-        for (int at = 0; at < Count; ++at)
+    QVERIFY(!source.draw(bytes.data(), size) && !source.release());
+    QVERIFY(source.acquire() && !source.acquire());
+    for (int draw = 0; draw < 64; ++draw) {
+        QVERIFY(source.draw(bytes.data(), size));
+        QCOMPARE(bytes.at(size), '\0');
+        for (int at = 0; at < size; ++at)
             seen[at] = char(seen.at(at) | bytes.at(at));
-        draws.insert(bytes);
     }
-    QCOMPARE(draws.size(), 64);
-    QVERIFY2(!seen.contains('\0'), "a place that is never filled");
+    QVERIFY2(seen == QByteArray(size, '\xFF'), "a bit that is never set");
+    QVERIFY(source.release() && source.acquire());
 }
 
-// Slashes stand for the system's separator, null for a path that is refused.
+// Slashes stand for the system's separator; null stands for a path that is refused.
 void TestPlatform::canonicalPath()
 {
     const QByteArray longest(PathCapacity - 1, 'x');
@@ -79,7 +59,7 @@ void TestPlatform::canonicalPath()
         {"/no/such/folder/../file", "/no/such/file"},
         {longest, longest},
         {longest + 'x', {}},
-        {QByteArray("./").repeated(PathCapacity / 2) + 'x', {}}, // too long before dots go
+        {QByteArray("./").repeated(PathCapacity / 2) + 'x', {}}, // too long before the dots are removed
         {{}, {}},
     };
     for (const auto& [path, canonical] : rows) {
@@ -92,7 +72,7 @@ void TestPlatform::canonicalPath()
     }
 }
 
-// The environment of tests is the C locale, which counts as American English under Windows as well.
+// Tests run in the C locale, which is American English on Windows as well.
 void TestPlatform::languageIds()
 {
     QCOMPARE(userLanguageId(), quint16(0x0409));
@@ -111,8 +91,7 @@ void TestPlatform::noSuchWindow()
     QVERIFY(!setMessageHandler(0, handler));
 }
 
-// A missing file and a device that was never opened fail with an error that has a text, cut where room is
-// short.
+// A missing file and an unknown device fail with an error that has a text, which is cut to fit the buffer.
 void TestPlatform::mediaErrors()
 {
     const QString file = QDir::toNativeSeparators(QDir::tempPath() + QStringLiteral("/no such sound.wav"));

@@ -54,10 +54,10 @@ void encodeGroup(std::uint32_t bits, std::uint8_t* text)
         text[i] = static_cast<std::uint8_t>(Base64Groups::Alphabet[bits >> (18 - 6 * i) & 0x3f]);
 }
 
-/// Made when the library is loaded: a short text would notice a look at whether it is there yet.
+/// No local static: its guard would show in the time of short inputs.
 const Base64Groups::Path* const bestPath = ProcessorPaths::best(ProcessorPaths::base64());
 
-/// What counts of a text: its characters before the first "=", and padding.
+/// The part of a string that is decoded: the characters before the first "=", and padding.
 struct Extent
 {
     explicit Extent(const char* text)
@@ -77,7 +77,7 @@ struct Extent
     std::size_t padding;
 };
 
-/// What is wrong with the arguments, or 0.
+/// The result for invalid arguments, or 0.
 int argumentFault(const void* in, bool isEmpty, const void* out, unsigned int* outLen)
 {
     const bool isBad = !in || isEmpty || !out || !outLen;
@@ -88,12 +88,12 @@ int argumentFault(const void* in, bool isEmpty, const void* out, unsigned int* o
     return BadArgument;
 }
 
-/// Encodes or decodes a copy of the input, which is where the output goes.
+/// Encodes or decodes a copy of the input, because the output overlaps it.
 template <typename Code, typename Length>
 [[gnu::noinline]] int codeCopy(Code code, const unsigned char* in, std::size_t size, Length length,
                                unsigned char* out, unsigned int* outLen)
 {
-    auto* const copy = static_cast<unsigned char*>(std::calloc(size + 1, 1)); // a text ends with a zero
+    auto* const copy = static_cast<unsigned char*>(std::calloc(size + 1, 1)); // terminates a string
     if (!copy) {
         *outLen = 0;
         return Failed;

@@ -11,9 +11,9 @@ namespace Base64Groups {
 
 constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// Encodes VectorSize bytes or more. Nothing is read or written outside the bytes and the groups.
+/// Encodes VectorSize bytes or more. Nothing is read or written outside the buffers.
 using Encode = void(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
-/// Decodes to VectorSize bytes or more. Every group has four characters; in the last one a "=" counts as 0.
+/// Decodes to VectorSize bytes or more. Every group has four characters; a "=" in the last one stands for 0.
 using Decode = void(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size);
 constexpr std::size_t VectorSize = 16;
 Encode encodeSsse3, encodeAvx2;
@@ -27,7 +27,7 @@ struct Path
     Decode* decode;
 };
 
-/// By a path, or one by one if that is null or the text too short for it.
+/// Use an implementation, or go byte by byte if it is null or the input too short for it.
 SKYLUME_EXPORT void encode(const Path* path, const std::uint8_t* bytes, std::size_t size, std::uint8_t* text);
 SKYLUME_EXPORT void decode(const Path* path, const std::uint8_t* text, std::uint8_t* bytes, std::size_t size);
 

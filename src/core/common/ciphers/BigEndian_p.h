@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-/// Numbers with their highest byte first, as the standards of ciphers and hashes have them.
+/// Big-endian numbers, as the standards of ciphers and hashes use them.
 namespace Ciphers {
 
 inline std::uint32_t loadBigEndian(const unsigned char* bytes)

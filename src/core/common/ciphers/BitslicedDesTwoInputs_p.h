@@ -4,7 +4,7 @@
 
 namespace {
 
-/// An instruction set for BitslicedDes with vectors of so many bytes and the usual logic instructions.
+/// An instruction set with vectors of this size and the usual logic instructions, for BitslicedDes.
 template <int Bytes>
 struct TwoInputGates
 {
@@ -13,10 +13,10 @@ struct TwoInputGates
 
     static constexpr auto Kind = SboxCircuit::Gates::TwoInputs;
     static constexpr SboxCircuit::Recipe Recipes[8] = {
-        {"2031", "124213120502240132211541012403"}, {"0213", "311152330011422142101214141"},
-        {"3102", "0424535303103414221540431134"},   {"0312", "55144133325544502455"},
-        {"2013", "31305031314252111241333314513"},  {"2301", "543100541054133324252145011"},
-        {"3210", "15055505054335120514200502"},     {"3021", "5110155251550550315044032513"}};
+        {"0321", "34500104221101023233005350303"}, {"0321", "0311044401510550105330054"},
+        {"3012", "0542105521020540432055115"},     {"0312", "5013453135150535155"},
+        {"1023", "1410534300533150143331210115"},  {"1032", "42232513025013322535223554"},
+        {"2031", "105355103501354213505023"},      {"1230", "0550025355450555051435"}};
 
     template <unsigned Table>
     static Vector gate(Vector a, Vector b, Vector)

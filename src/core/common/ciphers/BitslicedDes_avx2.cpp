@@ -3,5 +3,5 @@
 void TripleDesCbc::bitslicedAvx2(const KeyBits& key, unsigned char* chain, const unsigned char* crypt,
                                  unsigned char* plain, std::size_t blocks)
 {
-    BitslicedDes<TwoInputGates<32>>::decipher(key, chain, crypt, plain, blocks);
+    BitslicedDes<TwoInputGates<32>>::decrypt(key, chain, crypt, plain, blocks);
 }

@@ -11,9 +11,9 @@ struct Avx512
 
     static constexpr auto Kind = SboxCircuit::Gates::ThreeInputs;
     static constexpr SboxCircuit::Recipe Recipes[8] = {
-        {"3210", "4110533214445432"}, {"0132", "031545243404124"},  {"0321", "442140402114013"},
-        {"1032", "5014024150035"},    {"1230", "3512302115123322"}, {"2103", "402423202412301"},
-        {"0132", "003511010121100"},  {"1230", "5553554400535542"}};
+        {"2031", "151111331010412"}, {"1023", "5133111011"},      {"0312", "35314043335533"},
+        {"1032", "5554521555531"},   {"1320", "315025314415423"}, {"3210", "220152520145321"},
+        {"0321", "505033155351005"}, {"0123", "552513003101434"}};
 
     template <unsigned Table>
     static Vector gate(Vector a, Vector b, Vector c)
@@ -27,5 +27,5 @@ struct Avx512
 void TripleDesCbc::bitslicedAvx512(const KeyBits& key, unsigned char* chain, const unsigned char* crypt,
                                    unsigned char* plain, std::size_t blocks)
 {
-    BitslicedDes<Avx512>::decipher(key, chain, crypt, plain, blocks);
+    BitslicedDes<Avx512>::decrypt(key, chain, crypt, plain, blocks);
 }

@@ -8,9 +8,8 @@
 #include <cstring>
 #include <utility>
 
-/// Bit-sliced Triple DES: 64 vectors hold one bit of a block each, for as many blocks as a vector has bits.
-/// The logic is written once and compiled for each instruction set, in a file of its own, which says what a
-/// vector is and what gates there are:
+/// Bit-sliced Triple DES: each of 64 vectors holds the same bit of many blocks, one block in each of its bits.
+/// The code is compiled for each instruction set in a separate file, which defines the vectors and the gates:
 ///
 ///     struct InstructionSet
 ///     {
@@ -21,25 +20,27 @@
 ///         template <unsigned Table> static Vector gate(Vector a, Vector b, Vector c);
 ///     };
 ///
-/// Whoever includes this file must keep such a type to itself (unnamed namespace), so that no function
-/// compiled for one processor is taken for another.
+/// Such a type must be in an unnamed namespace, so that the linker does not use functions compiled for one
+/// processor on another.
 template <typename InstructionSet>
 class BitslicedDes
 {
 public:
-    /// Deciphers as TripleDesCbc::decrypt() does, for any number of blocks.
-    static void decipher(const TripleDesCbc::KeyBits& key, unsigned char* chain, const unsigned char* crypt,
-                         unsigned char* plain, std::size_t blocks)
+    /// Decrypts any number of blocks as TripleDesCbc::decrypt() does.
+    static void decrypt(const TripleDesCbc::KeyBits& key, unsigned char* chain, const unsigned char* crypt,
+                        unsigned char* plain, std::size_t blocks)
     {
         Batch batch;
         while (blocks > 0) {
             const std::size_t count = blocks < BatchBlocks ? blocks : BatchBlocks;
             const std::size_t size = BlockSize * count;
+            if (count < BatchBlocks)
+                std::memset(&batch, 0, sizeof batch);
             std::memcpy(batch.chained, chain, BlockSize);
             std::memcpy(reinterpret_cast<char*>(batch.chained) + BlockSize, crypt, size - BlockSize);
             std::memcpy(batch.matrix, crypt, size);
             std::memcpy(chain, crypt + size - BlockSize, BlockSize);
-            decipherBatch(key, batch);
+            decryptBatch(key, batch);
             std::memcpy(plain, batch.matrix, size);
             crypt += size;
             plain += size;
@@ -63,7 +64,7 @@ private:
         Half left, right;
     };
 
-    static void decipherBatch(const TripleDesCbc::KeyBits& key, Batch& batch)
+    static void decryptBatch(const TripleDesCbc::KeyBits& key, Batch& batch)
     {
         transpose(batch.matrix);
         split(batch);
@@ -71,7 +72,7 @@ private:
         for (int round = 0; round < 48; round += 2) {
             addRound(batch.left, batch.right, *roundKey++, Boxes());
             addRound(batch.right, batch.left, *roundKey++, Boxes());
-            if (round == 14 || round == 30) // the next DES takes the halves exchanged
+            if (round == 14 || round == 30) // the next DES starts with the halves exchanged
                 exchangeHalves(batch);
         }
         join(batch);
@@ -80,8 +81,8 @@ private:
             batch.matrix[i] ^= batch.chained[i];
     }
 
-    /// Where a bit of a block, counted from 1 as the standard does, lies in a word that was loaded from
-    /// memory: bytes come from the lowest on, and in a byte the most significant bit is the first.
+    /// The place in a little-endian word of a bit of a block. The standard counts bits from 1, from the first
+    /// byte and the most significant bit on.
     static constexpr int placeOfBit(int bit) { return (bit - 1) / 8 * 8 + 7 - (bit - 1) % 8; }
 
     static void split(Batch& batch)
@@ -92,7 +93,7 @@ private:
         }
     }
 
-    /// The halves leave the last round exchanged.
+    /// The halves are exchanged after the last round.
     static void join(Batch& batch)
     {
         for (int i = 0; i < 32; ++i) {
@@ -103,7 +104,7 @@ private:
 
     static void exchangeHalves(Batch& batch)
     {
-        for (int i = 0; i < 32; ++i) { // std::swap() would be shared with files for any processor
+        for (int i = 0; i < 32; ++i) { // no std::swap(): the linker might share it with other files
             const Vector left = batch.left[i];
             batch.left[i] = batch.right[i];
             batch.right[i] = left;
@@ -124,8 +125,8 @@ private:
     template <std::size_t Box>
     static constexpr SboxCircuit::Circuit CircuitOf{Box, InstructionSet::Kind, InstructionSet::Recipes[Box]};
 
-    /// Exclusive-ors what one S-box gives to the bits that it changes. Every index is a constant, so that the
-    /// signals end up in registers.
+    /// Exclusive-ors the output of one S-box into the half-block. Every index is a constant, which lets the
+    /// compiler keep the signals in registers.
     template <std::size_t Box>
     static void addBox(Half& half, const Half& other, const std::uint32_t (&key)[48])
     {
@@ -164,7 +165,7 @@ private:
         return InstructionSet::template gate<Gate.table>(signals[Gate.a], signals[Gate.b], signals[Gate.c]);
     }
 
-    /// The place that P moves a bit (counted from 1) to, counted from 0.
+    /// Where P moves a bit. Bits are counted from 1, places from 0.
     static constexpr int placeAfterPermutation(int bit)
     {
         int place = 0;
@@ -178,8 +179,8 @@ private:
 
     // ---- Blocks in rows to bits in rows, and back
 
-    /// Transposes the 64 by 64 bits that each column of words makes up: blocks of bits are exchanged across
-    /// the diagonal, first 32 wide, then 16, and so on; three sizes at a time, which eight rows allow.
+    /// Transposes the 64 by 64 bits in each column of words: squares of bits are exchanged across the diagonal,
+    /// 32 bits wide at first, then 16 and so on; three sizes at a time, since eight rows fit into registers.
     static void transpose(Vector (&rows)[64])
     {
         for (std::size_t i = 0; i < 8; ++i)

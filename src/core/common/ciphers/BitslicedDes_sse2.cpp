@@ -3,5 +3,5 @@
 void TripleDesCbc::bitslicedSse2(const KeyBits& key, unsigned char* chain, const unsigned char* crypt,
                                  unsigned char* plain, std::size_t blocks)
 {
-    BitslicedDes<TwoInputGates<16>>::decipher(key, chain, crypt, plain, blocks);
+    BitslicedDes<TwoInputGates<16>>::decrypt(key, chain, crypt, plain, blocks);
 }

@@ -18,7 +18,7 @@ namespace {
 constexpr int BlockSize = sizeof(CipherContext::chain);
 constexpr int KeySize = 24;
 
-/// Runs the blocks through a cipher that takes separate buffers or one.
+/// Checks the arguments and processes the blocks. The cipher accepts separate buffers or a single one.
 template <typename Cipher>
 int process(CipherContext* context, const unsigned char* in, unsigned char* out, int len, Cipher cipher)
 {

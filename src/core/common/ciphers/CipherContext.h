@@ -2,16 +2,16 @@
 
 #include "skylume_export.h"
 
-/// Ciphers behind a context that carries the key and the chain from call to call. Contexts are independent of
-/// each other; one must not be used by two threads at a time, since every call moves its chain on.
+/// A context holds a key and the chaining block from call to call. It must not be used by two threads at the
+/// same time, since every call advances the chain.
 struct CipherContext;
 
-/// The one algorithm there is: Triple DES with three keys in cipher-block-chaining mode.
+/// The only algorithm: Triple DES with three keys in cipher-block-chaining mode.
 constexpr int CipherTripleDes = 2;
 
 extern "C" {
 
-/// Makes a context, which crypto_cipher_deinit() releases.
+/// Creates a context; release it with crypto_cipher_deinit().
 /// @param alg       CipherTripleDes
 /// @param iv        8 bytes, the first chaining block
 /// @param key       24 bytes
@@ -20,14 +20,14 @@ extern "C" {
 SKYLUME_EXPORT CipherContext* crypto_cipher_init(int alg, const unsigned char* iv, const unsigned char* key,
                                                  int keyLength);
 
-/// Enciphers whole blocks, continuing the chain of the context. The buffers may overlap.
-/// @param len bytes, a multiple of 8; 0 and negative ones write nothing
+/// Encrypts whole blocks and continues the chain of the context. The buffers may overlap.
+/// @param len bytes, a multiple of 8; nothing is written for 0 and negative numbers
 /// @return 0, or -1 when len is no multiple of 8, the context is null or of another algorithm, or a buffer is
 ///         null while there is something to write
 SKYLUME_EXPORT int crypto_cipher_encrypt(CipherContext* context, const unsigned char* plain,
                                          unsigned char* crypt, int len);
 
-/// Deciphers; otherwise as crypto_cipher_encrypt().
+/// Decrypts; otherwise as crypto_cipher_encrypt().
 SKYLUME_EXPORT int crypto_cipher_decrypt(CipherContext* context, const unsigned char* crypt,
                                          unsigned char* plain, int len);
 

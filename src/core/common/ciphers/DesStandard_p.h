@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// The tables of the Data Encryption Standard as FIPS 46-3 prints them. Everything else that the cipher looks
-/// up is computed from these while compiling. Bits are counted from 1, the most significant one first.
+/// The tables of the Data Encryption Standard as printed in FIPS 46-3. All other tables of the cipher are computed
+/// from these at compile time. Bits are counted from 1, the most significant one first.
 namespace DesStandard {
 
 constexpr std::uint8_t InitialPermutation[64] = {
@@ -21,7 +21,7 @@ constexpr std::uint8_t Expansion[48] = {32, 1,  2,  3,  4,  5,  4,  5,  6,  7,  
 constexpr std::uint8_t Permutation[32] = {16, 7, 20, 21, 29, 12, 28, 17, 1,  15, 23, 26, 5,  18, 31, 10,
                                           2,  8, 24, 14, 32, 27, 3,  9,  19, 13, 30, 6,  22, 11, 4,  25};
 
-/// PC-1: the key bits that count, 28 for each of the two registers.
+/// PC-1: the key bits that are used, 28 for each of the two registers.
 constexpr std::uint8_t KeyChoice1[56] = {57, 49, 41, 33, 25, 17, 9,  1,  58, 50, 42, 34, 26, 18,
                                          10, 2,  59, 51, 43, 35, 27, 19, 11, 3,  60, 52, 44, 36,
                                          63, 55, 47, 39, 31, 23, 15, 7,  62, 54, 46, 38, 30, 22,
@@ -70,7 +70,7 @@ constexpr std::uint8_t Substitution[8][64] = {
      7,  11, 4,  1, 9,  12, 14, 2,  0,  6,  10, 13, 15, 3,  5,  8, //
      2,  1,  14, 7, 4,  10, 8,  13, 15, 12, 9,  0,  3,  5,  6,  11}};
 
-/// What an S-box makes of six bits: the outer two choose the row, the others the column.
+/// The output of an S-box for six bits: the outer two choose the row, the others the column.
 constexpr unsigned substituted(int box, unsigned bits)
 {
     return Substitution[box][(bits & 0x20) | (bits & 1) << 4 | (bits >> 1 & 0xf)];

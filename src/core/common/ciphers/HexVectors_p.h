@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Eight bytes and sixteen digits in every lane of a vector, for a set of vector operations.
+/// Converts eight bytes and sixteen digits in each lane of a vector.
 template <typename Vectors>
 class HexVectors
 {

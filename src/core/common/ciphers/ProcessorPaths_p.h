@@ -5,17 +5,17 @@
 #include "common/ciphers/Sha256_p.h"
 #include "common/ciphers/TripleDesCbc_p.h"
 
-/// The faster ways that processors of the family we are built for may offer beside the portable code. There
-/// is one source file for each family, and one for those that have none.
+/// Faster implementations for instruction sets that the processor may have. There is one source file for each
+/// processor family, and one for families without such code.
 namespace ProcessorPaths {
 
-/// Lists of ways, each better than the one before it; one without a name ends the list.
+/// Lists of implementations, slowest first. An entry without a name ends the list.
 SKYLUME_EXPORT const TripleDesCbc::Path* tripleDes();
 SKYLUME_EXPORT const Sha256Blocks::Path* sha256();
 SKYLUME_EXPORT const Base64Groups::Path* base64();
 SKYLUME_EXPORT const Hex::Path* hex();
 
-/// Calls for every way of a list that this processor can take.
+/// Calls a function for each implementation that this processor can run.
 template <typename Path, typename Function>
 void forEachAvailable(const Path* paths, Function function)
 {
@@ -25,7 +25,7 @@ void forEachAvailable(const Path* paths, Function function)
     }
 }
 
-/// The best of these ways, or null. Ask once and keep the answer.
+/// The fastest one that this processor can run, or null. Call it once and keep the result.
 template <typename Path>
 const Path* best(const Path* paths)
 {

@@ -29,7 +29,7 @@ bool hasAvx512()
     return __builtin_cpu_supports("avx512f");
 }
 
-/// Not every compiler knows this one by name.
+/// Not every compiler has a name for this feature.
 bool hasSha()
 {
     constexpr unsigned Features = 7, ShaBit = 1u << 29;

@@ -4,17 +4,17 @@
 
 #include <cstdint>
 
-/// The S-boxes as circuits of logic gates, built from their tables while compiling. A bit-sliced cipher needs
-/// them: there a word holds one bit of many blocks, and nothing can be looked up.
+/// The S-boxes as circuits of logic gates, built from their tables at compile time. A bit-sliced cipher needs
+/// them because each of its vectors holds one bit of many blocks: tables cannot be used.
 namespace SboxCircuit {
 
-/// What gates an instruction set offers.
+/// The gates of an instruction set.
 enum class Gates {
     TwoInputs,  ///< and, or, exclusive-or, and-not, not
     ThreeInputs ///< any function of three inputs
 };
 
-/// What a signal is for each of the 64 inputs of an S-box: its truth table.
+/// The truth table of a signal: its value for each of the 64 inputs of an S-box.
 using Column = std::uint64_t;
 
 /// Truth tables of a gate with the inputs a, b and c: the bit number is abc. Two-input gates leave out c.
@@ -27,16 +27,15 @@ struct Gate
     std::uint8_t a, b, c; ///< signals: 0 to 5 are the inputs, the most significant first, 6 the first gate
 };
 
-/// How a circuit is built. Any recipe gives a correct circuit; these were found by random search and give
-/// small ones.
+/// Controls how a circuit is built. Any recipe gives a correct circuit; scripts/find-sbox-recipes searches for
+/// those that give small ones.
 struct Recipe
 {
-    const char* outputs; ///< the order in which the outputs are made
-    const char*
-        splits; ///< the inputs by which a function is divided when one gate is not enough, in order of use
+    const char* outputs; ///< the order in which the outputs are built
+    const char* splits;  ///< the inputs to split by when one gate is not enough, in order of use
 };
 
-constexpr int MostSignals = 128;
+constexpr int MostSignals = 256; ///< random recipes were seen to need 132
 
 constexpr Column columnOf(unsigned table, Column a, Column b, Column c)
 {
@@ -48,8 +47,8 @@ constexpr Column columnOf(unsigned table, Column a, Column b, Column c)
     return column;
 }
 
-/// A circuit while it is built. A function is asked for where it matters only (the columns' bits in `where`);
-/// elsewhere it may be anything. So what is there already often serves.
+/// A circuit under construction. A function is needed only for some inputs (the bits of `where`) and may have
+/// any value for the others, so an existing signal often fits.
 class Circuit
 {
 public:
@@ -97,7 +96,7 @@ private:
         return signals++;
     }
 
-    /// The signal that is the function where it matters.
+    /// A signal with the wanted values; adds gates for it if necessary.
     constexpr int function(Column wanted, Column where)
     {
         int signal = existing(wanted, where);
@@ -135,8 +134,8 @@ private:
 
     constexpr int oneGateOfThree(Column wanted, Column where)
     {
-        // A gate knows eight cases. It cannot be expected to tell more than 16 inputs apart, so do not
-        // search.
+        // A gate distinguishes eight cases and hardly ever fits more than 16 inputs: the search would only cost
+        // time.
         if (__builtin_popcountll(where) > 16)
             return -1;
         for (int a = 0; a < signals; ++a) {
@@ -151,7 +150,7 @@ private:
         return -1;
     }
 
-    /// The gate that makes the function of these signals, or -1.
+    /// The truth table of a gate that computes the function from these signals, or -1.
     constexpr int tableFor(Column wanted, Column where, int a, int b, int c) const
     {
         int table = 0;
@@ -166,8 +165,8 @@ private:
         return table;
     }
 
-    /// Divides by an input s. With three inputs: s ? high : low. With two: low ^ (s & rest), where low may be
-    /// anything while s is set, since rest makes up for it.
+    /// Splits by an input s. With three inputs: s ? high : low. With two: low ^ (s & rest), where low may have any
+    /// value while s is set because rest corrects it.
     constexpr int divided(Column wanted, Column where)
     {
         const int s = nextSplit(where);
@@ -179,7 +178,7 @@ private:
         return add(Xor, low, add(And, rest, s, s), 0);
     }
 
-    /// The next input of the recipe that divides at all.
+    /// The next input of the recipe, or the first one after it that tells some of the inputs apart.
     constexpr int nextSplit(Column where)
     {
         int input = *m_recipe.splits ? *m_recipe.splits++ - '0' : 0;

@@ -40,8 +40,8 @@ Word sigma1(Word word)
     return rotated(word, 17) ^ rotated(word, 19) ^ word >> 10;
 }
 
-/// Sixteen rounds; `words` are the latest of the message schedule, each replaced by its successor before it
-/// is used.
+/// Sixteen rounds. `words` are the latest sixteen of the message schedule; when extending, each is replaced
+/// before it is used.
 template <bool Extend>
 void sixteenRounds(Sha256Variables& variables, Word (&words)[16], const Word* constants)
 {

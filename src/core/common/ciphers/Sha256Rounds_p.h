@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-/// The arithmetic of SHA-256's rounds, for inclusion by files that are compiled for different processors:
-/// everything here is private to its file.
+/// The arithmetic of SHA-256's rounds. Everything is private to the including file, since these files are
+/// compiled for different processors.
 namespace {
 
 using Word = std::uint32_t;
@@ -15,7 +15,7 @@ inline Word rotated(Word word, int count)
     return word >> count | word << (32 - count);
 }
 
-/// The variables a to h. They stay where they are; from round to round they are renamed.
+/// The variables a to h. They are renamed from round to round instead of being moved.
 struct Sha256Variables
 {
     Word s[8];

@@ -57,7 +57,7 @@ Words constants(int round)
     return Words(_mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(K + round))));
 }
 
-/// The inputs of the rounds of two blocks, four for one and four for the other in turn.
+/// The inputs of the rounds of two blocks: four of one and four of the other in turn.
 struct alignas(32) Schedule
 {
     Word inputs[16][2][4];

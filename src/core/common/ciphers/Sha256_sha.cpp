@@ -14,8 +14,8 @@ void store(std::uint32_t* words, __m128i vector)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(words), vector);
 }
 
-/// The state as the instructions want it: one vector of a, b, e, f and one of c, d, g, h, the first of each
-/// uppermost.
+/// The state in the layout of the instructions: one vector of a, b, e, f and one of c, d, g, h, the first of
+/// each in the highest place.
 struct State
 {
     __m128i abef, cdgh;
@@ -36,8 +36,8 @@ struct State
         store(words + 4, _mm_alignr_epi8(dchg, feba, 8));
     }
 
-    /// Four rounds; the instruction does two with the lower half of its last argument, after which the
-    /// vectors have changed places.
+    /// Four rounds. The instruction performs two with the lower half of its last argument; the vectors swap
+    /// roles after it.
     void fourRounds(__m128i words, const std::uint32_t* constants)
     {
         const __m128i input = _mm_add_epi32(words, load(constants));

@@ -6,10 +6,10 @@ namespace {
 
 using namespace TripleDesRounds;
 
-constexpr int KeyGroups = 8; ///< both a key and the two registers together are eight groups of seven bits
+constexpr int KeyGroups = 8; ///< of seven bits, both in a key and in the two registers together
 
-/// One entry for each value of each group of seven bits. What a permutation makes of a word is the
-/// combination of what it makes of the groups.
+/// A permutation, with one entry for each value of each group of seven bits. The permuted word is the
+/// combination of the entries of its groups.
 struct GroupTables
 {
     std::uint64_t ofGroup[KeyGroups][128];
@@ -49,7 +49,7 @@ constexpr GroupTables roundKeyTables()
 constexpr GroupTables Registers = registerTables();
 constexpr GroupTables RoundKeys = roundKeyTables();
 
-/// A register behind itself: a rotation by n is what lies n bits below the top.
+/// Two copies of a register, one behind the other: the register rotated by n starts n bits below the top.
 struct Register
 {
     explicit Register(std::uint64_t bits)
@@ -75,7 +75,7 @@ std::uint64_t roundKeyOf(const Register& c, const Register& d, unsigned rotation
     return key;
 }
 
-/// The schedule of one DES key, in the order for enciphering and in the reverse one for deciphering.
+/// Expands one DES key, in the order for encryption and in reverse for decryption.
 void expandKey(const unsigned char* key, std::uint32_t* encrypt, std::uint32_t* decrypt)
 {
     std::uint64_t registers = 0;
@@ -85,7 +85,7 @@ void expandKey(const unsigned char* key, std::uint32_t* encrypt, std::uint32_t* 
     const Register d(registers & 0xfffffff);
 
     unsigned rotation = 0;
-#pragma GCC unroll 16 // then all shifts are by constants
+#pragma GCC unroll 16 // makes all shift counts constants
     for (std::size_t round = 0; round < 16; ++round) {
         rotation += DesStandard::KeyRotations[round];
         const std::uint64_t roundKey = roundKeyOf(c, d, rotation);

@@ -17,7 +17,7 @@ std::uint64_t loadWord(const unsigned char* bytes)
     return word;
 }
 
-/// Deciphers a few blocks at once and moves the pointers behind them.
+/// Decrypts a few blocks at once and advances the pointers.
 template <int Count>
 void decryptSome(const Des3Schedule& schedule, std::uint64_t& chain, const unsigned char*& crypt,
                  unsigned char*& plain)
@@ -56,7 +56,7 @@ void spreadKey(const Des3Schedule& schedule, TripleDesCbc::KeyBits& key)
 void TripleDesCbc::encrypt(const Des3Schedule& schedule, unsigned char* chain, const unsigned char* plain,
                            unsigned char* crypt, std::size_t blocks)
 {
-    // The chaining block stays permuted and expanded, so that only the rounds themselves wait for each other.
+    // The chaining block stays permuted and expanded: each block waits for the rounds of the previous one only.
     Halves chained = load(chain);
     for (std::size_t i = 0; i < blocks; ++i) {
         Halves block[] = {load(plain + BlockSize * i)};

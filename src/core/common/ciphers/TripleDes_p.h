@@ -10,14 +10,12 @@
 
 /// The rounds of DES on half-blocks that stay expanded.
 ///
-/// A half-block lies in a word of 64 bits as the eight groups of six bits that E makes of it, one in each
-/// byte: what enters the S-boxes is the word, exclusive-or'ed with the round key. The tables give what leaves
-/// an S-box as it looks after P and E of the next round, so nothing is permuted between the first round and
-/// the last.
+/// A half-block is stored in 64 bits as the eight groups of six bits that E produces, one in each byte. The input
+/// of the S-boxes is this word, exclusive-or'ed with the round key. The tables hold the output of the S-boxes
+/// after P and after E of the next round, so nothing is permuted between the first round and the last.
 namespace TripleDesRounds {
 
-/// Which S-box the group of a byte belongs to, bytes counted from the lowest. The order makes expanding
-/// cheap.
+/// The S-box of each byte, from the lowest on. This order makes expansion cheap.
 constexpr int BoxOfByte[8] = {7, 5, 3, 1, 0, 6, 4, 2};
 
 constexpr std::uint32_t rotatedLeft(std::uint32_t word, unsigned count)
@@ -37,7 +35,7 @@ constexpr std::uint64_t expanded(std::uint32_t half)
     return (evenBoxes << 32 | rotatedLeft(half, 1)) & 0x3f3f3f3f3f3f3f3f;
 }
 
-/// The half-block that was expanded: the inner four bits of each group.
+/// The inverse: the inner four bits of each group.
 constexpr std::uint32_t contracted(std::uint64_t word)
 {
     constexpr std::uint32_t Inner = 0x1e1e1e1e;
@@ -49,7 +47,7 @@ struct SubstitutionTables
     std::uint64_t ofByte[8][64];
 };
 
-/// P of what one S-box gives.
+/// P of the output of one S-box.
 constexpr std::uint32_t permuted(int box, unsigned fourBits)
 {
     const std::uint32_t before = fourBits << (28 - 4 * box);
@@ -114,7 +112,7 @@ inline void store(const Halves& halves, unsigned char* block)
     Ciphers::storeBigEndian(right, block + 4);
 }
 
-/// Round keys have the layout of expanded half-blocks; two words of a schedule hold one.
+/// A round key has the layout of an expanded half-block and takes two words of a schedule.
 inline std::uint64_t roundKey(const std::uint32_t* words, std::size_t round)
 {
     std::uint64_t key = 0;
@@ -122,15 +120,14 @@ inline std::uint64_t roundKey(const std::uint32_t* words, std::size_t round)
     return key;
 }
 
-/// Keeps the compiler from regrouping the exclusive-ors before and after: it does not know which of them can
-/// be had early.
+/// Keeps the compiler from regrouping the exclusive-ors: it does not know which operands are ready early.
 inline void settle(std::uint64_t& word)
 {
     __asm__("" : "+r"(word));
 }
 
-/// A half-block, exclusive-or'ed with what the S-boxes make of the other one. Each round waits for the one
-/// before it, so this is about latency: two short chains, each beginning with what is ready first.
+/// A half-block, exclusive-or'ed with the S-boxes' output for the other one. Each round waits for the previous
+/// one, so latency decides: two short chains, each beginning with the operand that is ready first.
 inline std::uint64_t substituted(std::uint64_t half, std::uint64_t groups)
 {
     const auto& of = Tables.ofByte;
@@ -151,8 +148,8 @@ inline std::uint64_t substituted(std::uint64_t half, std::uint64_t groups)
     return first ^ second;
 }
 
-/// The rounds of one DES on several blocks at once: while one waits for a table, the others go on. The
-/// exchange of the halves after the last round is left to the caller.
+/// The rounds of one DES on several blocks at once, which hides the latency of the tables. The caller exchanges
+/// the halves after the last round.
 template <int Count>
 inline void oneDes(std::uint64_t (&left)[Count], std::uint64_t (&right)[Count], const std::uint32_t* words)
 {

@@ -7,9 +7,8 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the ciphers exchange t
 
 namespace Ciphers {
 
-/// Clears memory that held a key or a plain text. The compiler may not leave it out, although nobody reads
-/// the memory any more. Always inlined, since files for certain processors must not share functions with
-/// others.
+/// Clears memory that held a key or plaintext. The compiler cannot remove it, although the memory is not read
+/// again. Always inlined: files that are compiled for different processors must not share functions.
 [[gnu::always_inline]] inline void wipe(void* bytes, std::size_t count)
 {
     if (count == 0)

@@ -20,7 +20,7 @@ const unsigned char* bytesOf(const std::string& text)
     return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-/// The beginning of a text, filled up with zero bytes; wiped in the end.
+/// The beginning of a string, padded with zero bytes; wiped on destruction.
 template <std::size_t Size>
 struct FixedBytes
 {
@@ -34,24 +34,24 @@ struct FixedBytes
     unsigned char bytes[Size] = {};
 };
 
-void tellShortMemory(const char* function)
+void logShortMemory(const char* function)
 {
     LOG_WARNING("%s: %s: %s: memory is short", LOG_TIME, LOG_FILE, function);
 }
 
-/// A string of these arguments. Nothing is thrown to plugins: it is empty when memory is short.
+/// Constructs a string. Returns an empty one when memory is short: nothing is thrown to plugins.
 template <typename... Arguments>
 std::string made(const char* function, Arguments&&... arguments)
 {
     try {
         return std::string(std::forward<Arguments>(arguments)...);
     } catch (const std::exception&) {
-        tellShortMemory(function);
+        logShortMemory(function);
         return {};
     }
 }
 
-/// Draws from a source of its own. On failure a log line in the caller's name tells the step.
+/// Appends one byte from a source of its own. A failure is logged under the caller's name.
 bool addRandomByte(std::string& bytes, const char* function)
 {
     Platform::RandomSource source;
@@ -73,13 +73,6 @@ bool addRandomByte(std::string& bytes, const char* function)
 
 } // namespace
 
-std::string ByteStrings::newVector()
-{
-    std::string vector = GetRandomBytes(BlockSize);
-    vector.resize(BlockSize, '\0');
-    return vector;
-}
-
 ByteStrings::Context ByteStrings::makeContext(std::string_view key, std::string_view iv)
 {
     const FixedBytes<KeySize> keyBytes(key);
@@ -87,17 +80,17 @@ ByteStrings::Context ByteStrings::makeContext(std::string_view key, std::string_
     Context context(crypto_cipher_init(CipherTripleDes, ivBytes.bytes, keyBytes.bytes, KeySize),
                     crypto_cipher_deinit);
     if (!context)
-        tellShortMemory(LOG_FUNCTION);
+        logShortMemory(LOG_FUNCTION);
     return context;
 }
 
 void ByteStrings::process(const Context& context, char* bytes, std::size_t length, bool encrypt)
 {
-    constexpr std::size_t Piece = std::size_t(1) << 30; // a context takes lengths of type int
+    constexpr std::size_t pieceSize = std::size_t(1) << 30; // a context takes lengths of type int
     auto* const text = reinterpret_cast<unsigned char*>(bytes);
     const auto process = encrypt ? crypto_cipher_encrypt : crypto_cipher_decrypt;
-    for (std::size_t done = 0; done < length; done += Piece)
-        process(context.get(), text + done, text + done, int(std::min(Piece, length - done)));
+    for (std::size_t done = 0; done < length; done += pieceSize)
+        process(context.get(), text + done, text + done, int(std::min(pieceSize, length - done)));
 }
 
 std::string des3(std::string const& data, std::string const& key, std::string const& iv, bool encrypt)
@@ -134,12 +127,12 @@ std::string HexToStr(std::string const& digits)
 
 std::string TrimStr(std::string const& s, const char* left, const char* right)
 {
-    constexpr const char* Blanks = " \t\r\n";
+    constexpr const char* whitespace = " \t\r\n";
     const std::size_t end = s.find_last_not_of('\0');
     if (end == std::string::npos)
         return {};
-    const std::size_t first = s.find_first_not_of(left ? left : Blanks);
-    const std::size_t last = s.find_last_not_of(right ? right : Blanks, end);
+    const std::size_t first = s.find_first_not_of(left ? left : whitespace);
+    const std::size_t last = s.find_last_not_of(right ? right : whitespace, end);
     if (first == std::string::npos || last == std::string::npos || first > last)
         return {};
     return made(LOG_FUNCTION, s, first, last - first + 1);
@@ -148,7 +141,8 @@ std::string TrimStr(std::string const& s, const char* left, const char* right)
 std::string GetRandomBytes(int count)
 {
     const int wanted = std::clamp(count, 0, MostRandomBytes);
-    std::string bytes = made(LOG_FUNCTION, std::size_t(wanted), '\0'); // growing would leave copies behind
+    std::string bytes =
+        made(LOG_FUNCTION, std::size_t(wanted), '\0'); // a string that grows leaves copies behind
     if (bytes.empty())
         return bytes;
     bytes.clear();

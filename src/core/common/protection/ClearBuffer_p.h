@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <climits>
 
-/// Clears a buffer with QRVL_memset(), which refuses null and sizes of 2 GiB and more; a log line in the
-/// caller's name tells that.
+/// Clears a buffer with QRVL_memset(), which refuses null and sizes of 2 GiB and more. A refusal is logged with
+/// the caller's location.
 inline void clearBuffer(void* buffer, std::size_t size, const char* file, const char* function, int line)
 {
     const auto count = unsigned(std::min<std::size_t>(size, UINT_MAX));

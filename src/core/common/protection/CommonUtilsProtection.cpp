@@ -1,12 +1,10 @@
 #include "common/CommonUtils.h"
 
-#include "common/ByteStrings.h"
 #include "common/ciphers/Base64.h"
-#include "common/ciphers/Hex_p.h"
 #include "common/ciphers/Sha256.h"
 #include "common/ciphers/Wipe_p.h"
-#include "common/protection/ByteStrings_p.h"
 #include "common/protection/ClearBuffer_p.h"
+#include "common/protection/ProtectedText_p.h"
 
 #include <qrvl.h>
 
@@ -18,81 +16,38 @@
 
 namespace {
 
-using ByteStrings::BlockSize;
-
 constexpr std::size_t ImeiBufferSize = 24;
 
 using Result = std::unique_ptr<char[]>;
 
-/// A text of so many characters for the caller, zeros below 2 GiB, or null when memory is short, which log
-/// lines tell. It is filled in place: of a long text there should not be more copies than needed.
+/// A zero-filled string of this capacity for the caller; null when memory is short, which is logged.
 Result makeResult(std::size_t length, const char* function)
 {
     Result result(length < PTRDIFF_MAX ? new (std::nothrow) char[length + 1] : nullptr);
     clearBuffer(result.get(), length + 1, LOG_FILE, function, __LINE__);
-    if (result)
-        result[length] = '\0'; // also behind what is too long for QRVL_memset
-    else
+    if (!result)
         LOG_DEBUG("%s: %s: %s: %d: strncpy  fail", LOG_TIME, LOG_FILE, function, __LINE__);
     return result;
 }
 
-unsigned char* bytesOf(char* text)
+/// Stores the encrypted or decrypted text in `result`, which stays as it is on failure.
+void convert(ProtectedText::Direction direction, const char* text, const char* passPhrase, char*& result,
+             const char* function)
 {
-    return reinterpret_cast<unsigned char*>(text);
+    if (!text || !passPhrase)
+        return;
+    ProtectedText codec(direction, text, passPhrase, function);
+    Result made = codec.hasVector() ? makeResult(codec.size(), function) : nullptr;
+    if (!made || !codec.hasMemory())
+        return;
+    char* end = made.get();
+    for (std::string_view piece = codec.next(); !piece.empty(); piece = codec.next())
+        end += piece.copy(end, piece.size());
+    *end = '\0';
+    result = made.release();
 }
 
-/// The result's last bytes are what its digits stand for, until these replace them.
-Result encrypt(const char* plain, const char* passPhrase)
-{
-    const std::string vector = ByteStrings::newVector();
-    const std::size_t length = std::strlen(plain), filled = ByteStrings::wholeBlocks(length);
-    const std::size_t size = BlockSize + filled;
-    const std::size_t digits = size < PTRDIFF_MAX / 2 ? 2 * size : PTRDIFF_MAX; // more than there can be
-    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, vector);
-    Result result = makeResult(digits, "Encrypt");
-    if (!context || !result)
-        return {};
-    char* const bytes = result.get() + size;
-    std::memcpy(bytes, vector.data(), BlockSize);
-    std::memcpy(bytes + BlockSize, plain, length);
-    std::memset(bytes + BlockSize + length, 0, filled - length);
-    ByteStrings::process(context, bytes + BlockSize, filled, true);
-    Hex::encode(Hex::bestPath(), bytesOf(bytes), size, result.get());
-    return result;
-}
-
-Result decrypt(const char* protectedText, const char* passPhrase)
-{
-    const std::size_t digits = std::strlen(protectedText), size = (digits + 1) / 2;
-    if (!ByteStrings::isProtectedText(digits)) {
-        LOG_DEBUG("out of range exception");
-        return {};
-    }
-    const std::size_t vectorDigits = std::min(digits, 2 * BlockSize);
-    char vector[BlockSize];
-    Hex::decode(Hex::bestPath(), protectedText, vectorDigits, bytesOf(vector));
-    const ByteStrings::Context context = ByteStrings::makeContext(passPhrase, {vector, BlockSize});
-    const std::size_t filled = ByteStrings::wholeBlocks(size - BlockSize);
-    Result result = makeResult(filled, "Decrypt"); // it may end with more zeros than one
-    if (!context || !result)
-        return {};
-    Hex::decode(Hex::bestPath(), protectedText + vectorDigits, digits - vectorDigits, bytesOf(result.get()));
-    std::memset(result.get() + (size - BlockSize), 0, filled - (size - BlockSize));
-    ByteStrings::process(context, result.get(), filled, false);
-    const std::size_t length = std::strlen(result.get());
-    Ciphers::wipe(result.get() + length, filled - length); // what no caller can see, and so not wipe either
-    return result;
-}
-
-/// Without a new result the old one stays.
-void give(Result made, char*& result)
-{
-    if (made)
-        result = made.release();
-}
-
-/// Copies a text into a buffer and puts a zero behind it. Without the room nothing is written: false.
+/// Copies a string and terminates it. False, with nothing written, when the buffer is too small.
 bool copyText(char* buffer, std::size_t size, const char* text, std::size_t length)
 {
     if (length >= size)
@@ -102,7 +57,6 @@ bool copyText(char* buffer, std::size_t size, const char* text, std::size_t leng
     return true;
 }
 
-/// @param reversed zero-filled
 bool reverseImei(const char* imei, char (&reversed)[ImeiBufferSize])
 {
     LOG_DEBUG("[Handle_imei_reverse]enter.\n");
@@ -118,7 +72,7 @@ bool reverseImei(const char* imei, char (&reversed)[ImeiBufferSize])
     return true;
 }
 
-/// @param reversed, digest zero-filled
+/// @param reversed, digest zero-filled work buffers
 bool makeToken(const char* imei, char (&reversed)[ImeiBufferSize], unsigned char (&digest)[256], char* token)
 {
     if (!reverseImei(imei, reversed)) {
@@ -143,18 +97,18 @@ bool makeToken(const char* imei, char (&reversed)[ImeiBufferSize], unsigned char
 
 void CommonUtils::Encrypt(const char* plain, const char* passPhrase, char*& result)
 {
-    if (plain && passPhrase)
-        give(encrypt(plain, passPhrase), result);
+    convert(ProtectedText::Encrypt, plain, passPhrase, result, LOG_FUNCTION);
 }
 
 void CommonUtils::Decrypt(const char* protectedText, const char* passPhrase, char*& result)
 {
-    if (protectedText && passPhrase)
-        give(decrypt(protectedText, passPhrase), result);
+    convert(ProtectedText::Decrypt, protectedText, passPhrase, result, LOG_FUNCTION);
 }
 
 void CommonUtils::CryptLocalFree(char* p)
 {
+    if (p)
+        Ciphers::wipe(p, std::strlen(p));
     delete[] p;
 }
 

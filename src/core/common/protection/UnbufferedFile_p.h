@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <memory>
 
-/// Files that are read and written in large pieces. They have no buffer: plain text would stay behind in it.
+/// A file that is read and written in large pieces. It has no buffer, since plaintext would remain there.
 using UnbufferedFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-/// Opens like fopen(); null on failure, and for a null path.
+/// Opens a file as fopen() does; null on failure and for a null path.
 inline UnbufferedFile openUnbuffered(const char* path, const char* mode)
 {
     UnbufferedFile file(path ? std::fopen(path, mode) : nullptr, &std::fclose);

@@ -7,7 +7,7 @@
 #include <memory>
 #include <new>
 
-/// Memory for keys and plain texts, which is wiped before it is released.
+/// Memory for keys and plaintext, which is wiped before it is released.
 class WipedBuffer
 {
 public:
@@ -16,18 +16,19 @@ public:
     WipedBuffer(const WipedBuffer&) = delete;
     WipedBuffer& operator=(const WipedBuffer&) = delete;
 
-    /// Gets so many bytes, once; false when memory is short. They are zeros, but from 2 GiB on, which a log
-    /// line in the caller's name tells, they may be anything.
+    /// Allocates memory; call it once. It is zero-filled below 2 GiB; above that it is uninitialised, which is
+    /// logged with the caller's location.
+    /// @return false when memory is short, which is logged as well
     bool allocate(std::size_t size, const char* file, const char* function, int line)
     {
-        m_bytes.reset(new (std::nothrow) char[size]);
+        m_bytes.reset(size <= PTRDIFF_MAX ? new (std::nothrow) char[size] : nullptr);
         clearBuffer(m_bytes.get(), size, file, function, line);
         m_size = m_bytes ? size : 0;
         return m_bytes != nullptr;
     }
 
     char* data() const { return m_bytes.get(); }
-    unsigned char* bytes() const { return reinterpret_cast<unsigned char*>(m_bytes.get()); }
+    std::size_t size() const { return m_size; }
 
 private:
     std::unique_ptr<char[]> m_bytes;
