@@ -97,9 +97,10 @@ void TestThreads::countingInOrder()
         for (int round = 0; round < rounds; ++round)
             CommonUtils::ThreadCountDec({}, {});
     });
-    QVector<int> expected(4 * rounds);
-    std::iota(expected.begin(), expected.begin() + 2 * rounds, 1);
-    std::iota(expected.rbegin(), expected.rbegin() + 2 * rounds, 0);
+    constexpr int workers = 2 * rounds;
+    QVector<int> expected(2 * workers);
+    std::iota(expected.begin(), expected.begin() + workers, 1);
+    std::iota(expected.rbegin(), expected.rbegin() + workers, 0);
     QVector<int> counts;
     for (const QString& line : log().lines("{*}threadCount is {*}"))
         counts.append(line.section("threadCount is ", 1).section(';', 0, 0).toInt());
@@ -158,7 +159,7 @@ void TestThreads::workerThatNeverEnds()
     CommonUtils::WaitThreadsStop();
     const int rounds = log().count(WaitBegins);
     QCOMPARE(m_rounds + rounds, 20);
-    QVERIFY(timer.elapsed() >= rounds * 450);
+    QVERIFY(timer.elapsed() / 450 >= rounds);
     recorder().setHook("TestAlpha.StopThreads", {});
     CommonUtils::WaitThreadsStop(); // nothing is left of the limit
     QCOMPARE(log().count(WaitBegins), rounds);
