@@ -2,9 +2,9 @@
 #include "devices/CounterReport.h"
 #include "devices/DeviceRecord.h"
 #include "devices/DeviceService.h"
+#include "files/FileAccess.h"
 #include "qrvl.h"
 
-#include <QSaveFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -123,8 +123,8 @@ private:
 /// Writes the simulator's file and returns the events up to `last`.
 QStringList tst_DeviceService::describe(const QByteArray& content, const QString& last) const
 {
-    QSaveFile file(m_folder.filePath("simulator.ini"));
-    const bool isWritten = file.open(QSaveFile::WriteOnly) && file.write(content) >= 0 && file.commit();
+    QString error;
+    const bool isWritten = FileAccess::replace(m_folder.filePath("simulator.ini"), content, error);
     return isWritten && !last.isEmpty() ? eventsUntil(last) : QStringList();
 }
 

@@ -53,12 +53,12 @@ void tst_FileWatch::reportsChanges()
 {
     const QTemporaryDir folder;
     FileWatch watch({folder.filePath("link"), QString(), folder.filePath("a/b/file")});
-    QStringList steps = {"replace a/b/file", "append a/b/file",  "replace a/b/file", "protect a/b/file",
-                         "remove a/b",       "replace a/b/file", "remove a",         "replace a/b/file",
-                         "remove a/b/file",  "append a/b/file"};
+    QStringList steps = {"replace a/b/file", "append a/b/file", "replace a/b/file",
+                         "remove a/b/file",  "append a/b/file", "protect a/b/file"};
 #ifndef Q_OS_WIN // where a folder in use keeps its name, and links need rights
     QVERIFY(change(folder.path(), "replace t/t"));
-    steps += {"rename a/b a/c", "replace a/b/file", "link link t/t", "append t/t"};
+    steps += {"remove a/b",     "replace a/b/file", "remove a",      "replace a/b/file",
+              "rename a/b a/c", "replace a/b/file", "link link t/t", "append t/t"};
 #endif
     for (const QString& step : qAsConst(steps)) {
         QVERIFY2(becomesQuiet(watch), qPrintable(step));

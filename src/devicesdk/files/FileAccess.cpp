@@ -15,12 +15,13 @@ namespace {
 
 constexpr auto StaleLockAge = 10s; // much longer than any write takes
 constexpr auto LockInterval = 5ms;
+constexpr int Retries = 10; // readers that watch the file open it just when it changes
 
 /// Repeats what may fail temporarily: on Windows a file that another process has open cannot be replaced.
 template <typename Attempt>
 bool persistently(Attempt attempt)
 {
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < Retries; ++i) {
         if (attempt())
             return true;
         std::this_thread::sleep_for(10ms);

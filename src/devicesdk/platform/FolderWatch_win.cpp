@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include <iterator>
+#include <map>
 #include <vector>
 
 #include <qt_windows.h>
@@ -23,19 +25,53 @@ bool isLocal(const QString& folder)
     return !isShare && GetDriveTypeW(nativePath(folder.left(3)).c_str()) != DRIVE_REMOTE; // "C:/"
 }
 
+/// An open folder and the request for its changes. Between requests the system collects changes.
+class Folder
+{
+public:
+    explicit Folder(const QString& path)
+        : m_handle(CreateFileW(nativePath(path).c_str(), FILE_LIST_DIRECTORY,
+                               FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                               FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OVERLAPPED, nullptr))
+    {
+        m_request.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        isWatched = ask();
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder()
+    {
+        DWORD size = 0;
+        if (isWatched && CancelIoEx(m_handle, &m_request))
+            GetOverlappedResult(m_handle, &m_request, &size, TRUE);
+        if (m_handle != INVALID_HANDLE_VALUE)
+            CloseHandle(m_handle);
+        CloseHandle(m_request.hEvent);
+    }
+
+    /// Asks for the next change. Fails when the folder was removed.
+    bool ask()
+    {
+        return ReadDirectoryChangesW(m_handle, m_buffer, sizeof m_buffer, FALSE, Changes, nullptr, &m_request,
+                                     nullptr);
+    }
+    HANDLE event() const { return m_request.hEvent; }
+
+    bool isWatched = false;
+
+private:
+    HANDLE m_handle;
+    OVERLAPPED m_request = {};
+    alignas(DWORD) char m_buffer[4096];
+};
+
 } // namespace
 
 struct FolderWatch::System
 {
-    std::vector<HANDLE> handles = {CreateEventW(nullptr, FALSE, FALSE, nullptr)}; // the first one wakes
-    void closeFolders();
+    HANDLE wake = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    std::map<QString, std::unique_ptr<Folder>> folders;
 };
-
-void FolderWatch::System::closeFolders()
-{
-    for (; handles.size() > 1; handles.pop_back())
-        FindCloseChangeNotification(handles.back());
-}
 
 FolderWatch::FolderWatch()
     : m_system(std::make_unique<System>())
@@ -44,33 +80,41 @@ FolderWatch::FolderWatch()
 
 FolderWatch::~FolderWatch()
 {
-    m_system->closeFolders();
-    CloseHandle(m_system->handles.front());
+    CloseHandle(m_system->wake);
 }
 
 bool FolderWatch::watch(const QStringList& folders)
 {
-    m_system->closeFolders();
+    std::map<QString, std::unique_ptr<Folder>> watched;
     bool isReliable = true;
-    for (const QString& folder : folders) {
-        const HANDLE handle = FindFirstChangeNotificationW(nativePath(folder).c_str(), FALSE, Changes);
-        const bool isWatched = handle != INVALID_HANDLE_VALUE; // NOLINT(performance-no-int-to-ptr)
-        if (isWatched)
-            m_system->handles.push_back(handle);
-        isReliable = isReliable && isWatched && isLocal(folder);
+    for (const QString& path : folders) {
+        std::unique_ptr<Folder>& folder = m_system->folders[path];
+        if (!folder || !folder->isWatched)
+            folder = std::make_unique<Folder>(path);
+        isReliable = isReliable && folder->isWatched && isLocal(path);
+        if (folder->isWatched)
+            watched[path] = std::move(folder);
     }
+    m_system->folders.swap(watched);
     return isReliable;
 }
 
 bool FolderWatch::wait(std::chrono::milliseconds timeout)
 {
+    std::vector<HANDLE> handles = {m_system->wake};
+    for (const auto& folder : m_system->folders)
+        handles.push_back(folder.second->event());
     const DWORD milliseconds = timeout == Forever ? INFINITE : DWORD(timeout.count());
-    const auto count = DWORD(m_system->handles.size());
-    const DWORD source = WaitForMultipleObjects(count, m_system->handles.data(), FALSE, milliseconds);
-    return source > WAIT_OBJECT_0 && source < WAIT_OBJECT_0 + count;
+    const auto count = DWORD(handles.size());
+    const DWORD source = WaitForMultipleObjects(count, handles.data(), FALSE, milliseconds);
+    if (source <= WAIT_OBJECT_0 || source >= WAIT_OBJECT_0 + count)
+        return false;
+    Folder& changed = *std::next(m_system->folders.begin(), source - WAIT_OBJECT_0 - 1)->second;
+    changed.isWatched = changed.ask();
+    return true;
 }
 
 void FolderWatch::wake()
 {
-    SetEvent(m_system->handles.front());
+    SetEvent(m_system->wake);
 }
