@@ -3,7 +3,7 @@
 
 presets=(debug release asan tsan)
 
-# check_preset NAME: ends the script if there is no such preset.
+# check_preset NAME: exits with an error if there is no such preset.
 check_preset() {
     [[ " ${presets[*]} " == *" $1 "* ]] || fail "there is no preset '$1', only: ${presets[*]}"
 }
@@ -25,7 +25,7 @@ configure_preset() {
     local stamp=$folder/configured-with
     shift
     if [[ -f $folder/build.ninja && $stamp -nt CMakePresets.json && $(<"$stamp") == "$*" ]]; then return 0; fi
-    prefer_packages ccache qttranslations5-l10n # the latter: Qt's own texts in other languages
+    prefer_packages ccache qttranslations5-l10n # the latter: Qt's own translations
     say "Configuring $preset"
     cmake --preset "$preset" "$@" || return
     echo "$*" >"$stamp"
