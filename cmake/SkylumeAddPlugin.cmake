@@ -1,11 +1,11 @@
 # skylume_add_plugin(<name>
 #     SOURCES <source>...          the plugin's code
-#     [DATA <file>...]             installation data; goes to plugins/<name>/, relative paths are kept
+#     [DATA <file>...]             data files; copied to plugins/<name>/, relative paths are kept
 #     [LIBRARIES <target>...]      what it links besides the core library
 #     [OUTPUT_DIRECTORY <folder>]  default: app/ of the build tree, the staging folder
 #
-# Builds the loadable library <name>. It has no "lib" prefix on any system: its base name is the "url" in the plugin
-# library file. Every symbol that it uses must be defined in it or in LIBRARIES. Language files <name>_<language>.lang
+# Builds the loadable library <name>. It has no "lib" prefix on any system: its base name is that of the "url" in the
+# plugin library file. Every symbol that it uses must be defined in it or in LIBRARIES. Language files <name>_<language>.lang
 # beside the calling CMakeLists.txt are installed without being listed; the code asks for their strings with the macro
 # SKYLUME_PLUGIN_NAME.
 function(skylume_add_plugin name)

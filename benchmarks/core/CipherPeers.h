@@ -3,14 +3,15 @@
 #include <cstddef>
 #include <memory>
 
-/// The same operations by other libraries, in a file of their own: their headers have names like ours.
+/// The same operations of other libraries. In a separate file, because names in their headers conflict with
+/// ours.
 namespace CipherPeers {
 
-/// With the key schedule, as a short text needs it.
+/// Includes the key schedule, as for a short input.
 void openSslTripleDes(const unsigned char* key, const unsigned char* iv, const unsigned char* in,
                       unsigned char* out, std::size_t size, bool encrypt);
 
-/// Triple DES in cipher-block-chaining mode under a key that is set once.
+/// Triple DES in cipher-block-chaining mode with a key that is set once.
 template <typename State>
 class TripleDes
 {

@@ -1,5 +1,5 @@
-// Ciphers, hashes and encodings beside those of OpenSSL, libgcrypt, nettle and Qt. The argument is the size
-// in bytes.
+// Ciphers, hashes and encodings, compared with those of OpenSSL, libgcrypt, nettle and Qt. The argument is the
+// size in bytes.
 #include "CipherPeers.h"
 
 #include "common/ByteStrings.h"
@@ -64,7 +64,7 @@ std::size_t sizeOf(const benchmark::State& state)
     return std::size_t(state.range(0));
 }
 
-// ---- Triple DES: short texts with their key schedule, long ones without
+// ---- Triple DES: short inputs including the key schedule, long ones without it
 
 template <bool Encrypt>
 void shortText(benchmark::State& state)
@@ -243,7 +243,7 @@ void hexDecodeOpenSsl(benchmark::State& state)
     });
 }
 
-// ---- Files: beside them, the cipher and the encoding alone
+// ---- Files, compared with the cipher and the encoding in memory
 
 QString writeFile(const QTemporaryDir& folder, const std::string& text)
 {

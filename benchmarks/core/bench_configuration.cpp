@@ -1,5 +1,5 @@
-// Reading large plugin files and applying the customisation of one device, compared with a bare pass of Qt's
-// reader over the same files. Asking whether a customisation would change anything, compared with applying it.
+// Reading large plugin files and applying the customisation of one device, compared with only running
+// Qt's reader over the same files. Checking whether a customisation would change anything, compared with applying it.
 #include "Installation.h"
 
 #include "PluginContainer/PluginContainer.h"
@@ -53,7 +53,7 @@ void readAndCustomise(benchmark::State& state)
     for (auto _ : state) {
         auto container = std::make_unique<PluginContainer>(library, config, true);
         container->ApplyCustomizationForDevice(QStringLiteral("Device 200"));
-        state.PauseTiming(); // the shut-down is another matter
+        state.PauseTiming(); // the shut-down is not measured
         container.reset();
         state.ResumeTiming();
     }
@@ -82,8 +82,8 @@ void barePass(benchmark::State& state)
     state.SetComplexityN(records);
 }
 
-/// A container in which every plugin is enabled, and rules of one device that change nothing: the question has
-/// to look at all of them.
+/// A container in which every plugin is enabled, and rules of one device that change nothing: the check has to
+/// examine all of them.
 std::unique_ptr<PluginContainer> makeSettledContainer(int records)
 {
     QByteArray common;

@@ -1,5 +1,5 @@
-// Loading and initialising trivial plugins through the container, against one folder listing plus bare
-// QPluginLoader in the same order: plugins use one another, so all are loaded before the first is
+// Loading and initialising trivial plugins through the container, compared with one folder listing and
+// QPluginLoader alone in the same order: plugins use one another, so all are loaded before the first is
 // initialised.
 #include "Installation.h"
 

@@ -1,5 +1,5 @@
-// Looking up translated texts against Qt's own translator, reading language files against a bare pass of Qt's
-// reader over the same file, and switching the language of many plugins.
+// Looking up translated strings, compared with Qt's own translator; reading language files, compared with only
+// running Qt's reader over the same file; switching the language of many plugins.
 #include "Installation.h"
 
 #include "Change/Change.h"
@@ -28,7 +28,7 @@ QString id(int number)
     return QStringLiteral("IDS_BIGPLUGIN_TEXT_%1").arg(number);
 }
 
-/// As in real files, some texts occur often ("OK", "Cancel").
+/// As in real files, some strings occur often ("OK", "Cancel").
 QString textOf(int number)
 {
     return number % 5 == 0 ? QStringLiteral("Cancel")
@@ -84,7 +84,7 @@ void writeTranslationSource(const QString& path)
     });
 }
 
-/// The same texts as the language file, compiled for Qt's translator.
+/// The strings of the language file, compiled for Qt's translator.
 void loadTranslator(QTranslator& peer, const Installation& installation)
 {
     const QString source = installation.path("texts.ts");

@@ -1,4 +1,4 @@
-// The settings operations of the device service among 1,000 settings, reading against GLib's key files.
+// Settings operations of the device service with 1,000 settings; reading, compared with GLib's key files.
 #include "qrvl.h"
 
 #include <benchmark/benchmark.h>
@@ -36,7 +36,7 @@ std::vector<std::u16string> keyNames()
     return keys;
 }
 
-/// A text that no call has given before.
+/// A different value at each call.
 QString newValue()
 {
     static int number = 0;
@@ -80,7 +80,7 @@ void readKeyFile(benchmark::State& state)
     g_key_file_free(file);
 }
 
-/// 1,000 writes in a row, as the caller feels them.
+/// 1,000 writes in a row: the time that the caller waits.
 void writeSettings(benchmark::State& state)
 {
     const std::vector<std::u16string> keys = keyNames();
@@ -93,7 +93,7 @@ void writeSettings(benchmark::State& state)
     }
 }
 
-/// 1,000 writes in a row until they are in the file.
+/// 1,000 writes in a row: the time until they are in the file.
 void writeSettingsDurably(benchmark::State& state)
 {
     const std::vector<std::u16string> keys = keyNames();

@@ -1,5 +1,5 @@
-// How long the start of the whole application takes, from the process's begin to the main window, and where
-// the time goes. Runs the real launcher several times and reads the times off its log.
+// How long the application takes from the start of the process to the main window, and in which steps. Runs
+// the real launcher several times and reads the times from its log.
 #include <QCoreApplication>
 #include <QMap>
 #include <QProcess>
@@ -14,7 +14,7 @@ namespace {
 constexpr int Runs = 15;
 constexpr int LongestStartMs = 20000;
 
-/// A moment of the start and the text in the log that shows it.
+/// A step of the start, and the part of a log line that shows that it was reached.
 struct Mark
 {
     const char* name;
@@ -22,10 +22,10 @@ struct Mark
 };
 
 constexpr Mark Marks[] = {
-    {"QApplication is up, Startup begins", "src/core/Startup/Startup.cpp: Startup: entered"},
+    {"QApplication is created, Startup begins", "src/core/Startup/Startup.cpp: Startup: entered"},
     {"both plugin files are read", "enabling based on common and operator"},
     {"device manager is initialised", "DeviceMgrPlugin init: elapsed"},
-    {"container is up, main frame is asked for", "loadMainFramePlugin: entered"},
+    {"container is created, main frame is requested", "loadMainFramePlugin: entered"},
     {"main frame is loaded", "m_pUiPlugin loaded..."},
     {"all plugins are loaded and initialised", "plugin count ="},
     {"main window is built and shown", "src/core/Startup/Startup.cpp: Startup: exit"},
@@ -42,7 +42,7 @@ void noteLine(const QByteArray& line, QVector<Times>& times)
             times[static_cast<int>(i)].append(ms);
 }
 
-/// One start; the application is ended as soon as its window is shown.
+/// Starts the application and terminates it as soon as its window is shown.
 bool startOnce(const QProcessEnvironment& environment, QVector<Times>& times)
 {
     QProcess launcher;

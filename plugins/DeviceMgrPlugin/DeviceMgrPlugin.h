@@ -4,7 +4,7 @@
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 
 /// The device manager: starts the search for modems and remembers which one was used last, in the setting
-/// "device"/"lastused". A modem counts as used when it is the only one attached.
+/// "device"/"lastused". A modem is considered used when it is the only one attached.
 class DeviceMgrPlugin : public BasePlugin, public IDeviceMgr
 {
     Q_OBJECT

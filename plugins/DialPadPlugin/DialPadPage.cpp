@@ -30,7 +30,7 @@ QLineEdit* makeNumberField()
     number->setMinimumHeight(KeyHeight);
     number->setAlignment(Qt::AlignCenter);
     number->setClearButtonEnabled(true);
-    number->setLayoutDirection(Qt::LeftToRight); // and neither are its numbers
+    number->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
     keepTranslated(number, [number] {
         number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         number->setAccessibleName(number->placeholderText());
@@ -67,7 +67,7 @@ DialPadPage::DialPadPage(QWidget* parent)
 QWidget* DialPadPage::makeKeys()
 {
     auto* keys = new QWidget;
-    keys->setLayoutDirection(Qt::LeftToRight); // a telephone's keys are never mirrored
+    keys->setLayoutDirection(Qt::LeftToRight); // neither are the keys of a telephone
     auto* grid = new QGridLayout(keys);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(Look::Gap);

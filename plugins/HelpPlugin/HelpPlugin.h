@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page with answers to common problems. Operators with their own help desk remove it.
+/// A page with answers to common problems. Operators with their own help pages can remove it.
 class HelpPlugin : public PagePlugin
 {
     Q_OBJECT

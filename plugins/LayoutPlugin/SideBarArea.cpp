@@ -16,62 +16,52 @@ namespace {
 constexpr int SideBarWidth = 196;
 constexpr int NarrowSideBarWidth = 60; ///< for icons only
 constexpr int NarrowArea = 640;        ///< areas narrower than this have a narrow side bar
-constexpr int LineHeight = 44;
+constexpr int EntryHeight = 44;
 constexpr int PictureSize = 28;
 
 /// Draws an entry: icon and title on a rounded background.
-class LineDelegate : public QStyledItemDelegate
+class EntryDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        return {NarrowSideBarWidth, LineHeight}; // minimum
+        return {NarrowSideBarWidth, EntryHeight}; // minimum
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
 
 private:
-    static void paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& line,
+    static void paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,
                            const QString& title);
-    static QColor background(const QStyleOptionViewItem& option);
 };
 
-QColor LineDelegate::background(const QStyleOptionViewItem& option)
-{
-    const QColor window = option.palette.color(QPalette::Window);
-    const QColor highlight = option.palette.color(QPalette::Active, QPalette::Highlight);
-    if (option.state.testFlag(QStyle::State_Selected))
-        return Look::mixed(window, highlight, 0.22);
-    return option.state.testFlag(QStyle::State_MouseOver) ? Look::mixed(window, highlight, 0.09) : window;
-}
-
-void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const
+void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const
 {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     const bool focused = option.state.testFlag(QStyle::State_HasFocus) && selected;
-    const QRectF line = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
+    const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
-    painter->setBrush(background(option));
-    painter->drawRoundedRect(line, Look::Radius, Look::Radius);
+    painter->setBrush(Look::entryBackground(option, QPalette::Window));
+    painter->drawRoundedRect(frame, Look::Radius, Look::Radius);
 
     QRect picture(0, 0, PictureSize, PictureSize);
-    picture.moveCenter(QPoint(int(line.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
+    picture.moveCenter(QPoint(int(frame.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
     picture = QStyle::visualRect(option.direction, option.rect, picture);
     index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
 
     if (option.rect.width() > NarrowSideBarWidth)
-        paintTitle(painter, option, line, index.data(Qt::DisplayRole).toString());
+        paintTitle(painter, option, frame, index.data(Qt::DisplayRole).toString());
     painter->restore();
 }
 
-void LineDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& line,
-                              const QString& title)
+void EntryDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,
+                               const QString& title)
 {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     QFont font = option.font;
@@ -80,7 +70,7 @@ void LineDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& opt
     painter->setPen(option.palette.color(QPalette::WindowText));
     const QRect place =
         QStyle::visualRect(option.direction, option.rect,
-                           line.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0).toRect());
+                           frame.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0).toRect());
     const QString elided = QFontMetrics(font).elidedText(title, Qt::ElideRight, place.width());
     painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft, elided);
 }
@@ -88,7 +78,7 @@ void LineDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& opt
 QListWidget* makeSideBar()
 {
     auto* sideBar = new QListWidget;
-    sideBar->setItemDelegate(new LineDelegate(sideBar));
+    sideBar->setItemDelegate(new EntryDelegate(sideBar));
     sideBar->setFixedWidth(SideBarWidth);
     sideBar->setFrameShape(QFrame::NoFrame);
     sideBar->viewport()->setBackgroundRole(QPalette::Window);
@@ -116,7 +106,7 @@ SideBarArea::SideBarArea(QWidget* parent)
     layout->addWidget(m_pages, 1);
     connect(m_sideBar, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
     // Also emitted when a page is deleted without having been removed.
-    connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::dropLine);
+    connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::removeEntry);
 }
 
 void SideBarArea::addPage(QWidget* page)
@@ -124,9 +114,9 @@ void SideBarArea::addPage(QWidget* page)
     m_pages->addWidget(page);
     m_sideBar->addItem(new QListWidgetItem(page->windowIcon(), QString()));
     const auto setTitle = [this, page](const QString& title) {
-        QListWidgetItem* line = m_sideBar->item(m_pages->indexOf(page));
-        line->setText(title);
-        line->setToolTip(title);
+        QListWidgetItem* entry = m_sideBar->item(m_pages->indexOf(page));
+        entry->setText(title);
+        entry->setToolTip(title);
     };
     setTitle(page->windowTitle());
     connect(page, &QWidget::windowTitleChanged, this, setTitle);
@@ -156,7 +146,7 @@ void SideBarArea::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
 }
 
-void SideBarArea::dropLine(int index)
+void SideBarArea::removeEntry(int index)
 {
     delete m_sideBar->takeItem(index);
     m_sideBar->setCurrentRow(m_pages->currentIndex());

@@ -22,7 +22,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void dropLine(int index);
+    void removeEntry(int index);
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;

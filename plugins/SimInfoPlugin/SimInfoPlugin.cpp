@@ -38,7 +38,7 @@ void SimInfoPage::refresh()
 
 void SimInfoPage::showSim(const Modem& modem)
 {
-    const auto imsi = ::Imsi::parse(modem.imsi);
+    const Imsi imsi = Imsi::parse(modem.imsi);
     auto* identity = new Card(text("IDS_SIM_IDENTITY"));
     identity->addRow(text("IDS_SIM_IMSI"), modem.imsi);
     identity->addRow(text("IDS_SIM_COUNTRY_CODE"), imsi.countryCode);

@@ -6,16 +6,7 @@
 
 namespace {
 
-constexpr int LongestBegin = 200; ///< characters; more are never visible
-
-QColor background(const QStyleOptionViewItem& option)
-{
-    const QColor base = option.palette.color(QPalette::Base);
-    const QColor highlight = option.palette.color(QPalette::Active, QPalette::Highlight);
-    if (option.state.testFlag(QStyle::State_Selected))
-        return Look::mixed(base, highlight, 0.22);
-    return option.state.testFlag(QStyle::State_MouseOver) ? Look::mixed(base, highlight, 0.09) : base;
-}
+constexpr int MostVisible = 200; // characters of a line
 
 /// Draws one line of text, elided if necessary and aligned with the window.
 void drawLine(QPainter* painter, const QStyleOptionViewItem& option, const QRect& place, const QString& text)
@@ -51,16 +42,16 @@ void MessageDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(option.state.testFlag(QStyle::State_HasFocus) ? QPen(option.palette.highlight(), 1.0)
                                                                   : QPen(Qt::NoPen));
-    painter->setBrush(background(option));
+    painter->setBrush(Look::entryBackground(option, QPalette::Base));
     painter->drawRoundedRect(QRectF(frame), Look::Radius, Look::Radius);
     painter->setFont(strong);
     painter->setPen(option.palette.color(QPalette::Text));
     drawLine(painter, option, content.adjusted(0, 0, -timeWidth - Look::Gap, -half),
-             index.data(SenderRole).toString().left(LongestBegin));
+             index.data(SenderRole).toString().left(MostVisible));
     painter->setFont(option.font);
     painter->setPen(quiet);
     drawLine(painter, option, content.adjusted(content.width() - timeWidth, 0, 0, -half), time);
     drawLine(painter, option, content.adjusted(0, half, 0, 0),
-             index.data(TextRole).toString().left(LongestBegin).simplified());
+             index.data(TextRole).toString().left(MostVisible).simplified());
     painter->restore();
 }

@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr QLatin1String ImsiPrefix("IMSI");
-constexpr QLatin1String GidPrefix("GID");
-
 bool hasRules(const IPluginContainer& container, const QString& key)
 {
     const auto* const rules = dynamic_cast<const PluginContainer*>(&container);

@@ -13,11 +13,11 @@
 
 namespace {
 
-/// Qt's own texts in one language. Also answers Qt's question for the direction of the language.
-class QtTexts : public QTranslator
+/// Qt's own strings in one language. Qt also asks its translators for the direction of the language.
+class QtStrings : public QTranslator
 {
 public:
-    explicit QtTexts(const QString& code);
+    explicit QtStrings(const QString& code);
 
     bool isEmpty() const override { return false; } // it always knows the direction
     QString translate(const char* context, const char* source, const char* disambiguation,
@@ -27,7 +27,7 @@ private:
     const bool m_isRightToLeft;
 };
 
-QtTexts::QtTexts(const QString& code)
+QtStrings::QtStrings(const QString& code)
     : m_isRightToLeft(directionOfLanguage(code) == Qt::RightToLeft)
 {
     const QString folders[] = {CommonUtils::GetPluginLibraryPath() + QLatin1String("/translations"),
@@ -37,8 +37,8 @@ QtTexts::QtTexts(const QString& code)
     });
 }
 
-QString QtTexts::translate(const char* context, const char* source, const char* disambiguation,
-                           int count) const
+QString QtStrings::translate(const char* context, const char* source, const char* disambiguation,
+                             int count) const
 {
     if (qstrcmp(source, "QT_LAYOUT_DIRECTION") == 0)
         return QLatin1String(m_isRightToLeft ? "RTL" : "LTR");
@@ -63,10 +63,10 @@ void LanguageSwitch::use(const QString& code)
 void LanguageSwitch::follow()
 {
     const QString code = Change::GetLangName();
-    auto texts = std::make_unique<QtTexts>(code);
-    // The new translator is installed before the old one is removed: without any, Qt would lay out the
-    // windows from left to right for a moment.
-    QCoreApplication::installTranslator(texts.get());
-    m_qtTexts = std::move(texts);
+    auto strings = std::make_unique<QtStrings>(code);
+    // Without a translator Qt would lay out the windows from left to right for a moment, so the new one is
+    // installed before the old one is removed.
+    QCoreApplication::installTranslator(strings.get());
+    m_qtStrings = std::move(strings);
     QGuiApplication::setLayoutDirection(directionOfLanguage(code));
 }

@@ -7,10 +7,10 @@
 class QString;
 class QTranslator;
 
-/// Brings everything that does not come from language files in line with the current language: the direction
-/// in which windows are laid out, and Qt's own texts, such as those of context menus.
+/// Adapts everything that does not come from language files to the current language: the direction in which
+/// windows are laid out, and Qt's own strings, for example in context menus.
 ///
-/// Create it before the first window: the windows then need not change afterwards.
+/// Create it before the first window, so that no window has to be mirrored afterwards.
 class LanguageSwitch
 {
 public:
@@ -19,7 +19,7 @@ public:
     ~LanguageSwitch();
 
     /// Makes a language current. All widgets receive QEvent::LanguageChange before they are painted again;
-    /// they are mirrored only if the direction is a different one.
+    /// they are mirrored only if the direction changes.
     void use(const QString& code);
 
 private:
@@ -27,5 +27,5 @@ private:
 
     void follow();
 
-    std::unique_ptr<QTranslator> m_qtTexts;
+    std::unique_ptr<QTranslator> m_qtStrings;
 };

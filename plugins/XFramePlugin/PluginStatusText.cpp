@@ -1,5 +1,6 @@
 #include "PluginStatusText.h"
 
+#include "CustomisationKey.h"
 #include "common/CommonUtils.h"
 #include "support/Text.h"
 
@@ -64,8 +65,6 @@ QString explain(const Explanation<Cause> (&explanations)[Size], Cause cause, con
     return pattern.contains(QLatin1String("%1")) ? pattern.arg(argument) : pattern;
 }
 
-constexpr QLatin1String ImsiPrefix("IMSI");
-constexpr QLatin1String GidPrefix("GID");
 constexpr int NetworkDigits = 6; // of an IMSI; the rest identifies the subscriber and is not shown
 
 /// A fault is of no interest while the plugin is not to be loaded.

@@ -58,7 +58,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 
 void XFramePlugin::closeSplashScreen()
 {
-    // A splash screen that only flashes up looks like a fault. The window can be used meanwhile.
+    // A splash screen that disappears at once looks like a fault. The window can be used meanwhile.
     m_splashTimer.start(qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash));
 }
 

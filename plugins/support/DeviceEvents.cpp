@@ -26,11 +26,11 @@ auto signalOf(int event)
 int DeviceEvents::onDeviceEvent(int type, void*)
 {
     QMetaObject::invokeMethod(
-        receiver, [events = receiver, type] { events->tell(type); }, Qt::QueuedConnection);
+        receiver, [events = receiver, type] { events->report(type); }, Qt::QueuedConnection);
     return 1;
 }
 
-void DeviceEvents::tell(int type)
+void DeviceEvents::report(int type)
 {
     if (type == QRVL_EVENT_DEV_REJECT)
         m_wasRefused = true;

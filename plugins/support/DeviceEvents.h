@@ -39,7 +39,7 @@ Q_SIGNALS:
 
 private:
     static int onDeviceEvent(int type, void*);
-    void tell(int type);
+    void report(int type);
 
     bool m_wasRefused = false;
 };

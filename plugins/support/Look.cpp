@@ -4,7 +4,7 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QPalette>
+#include <QStyleOptionViewItem>
 
 namespace {
 
@@ -83,6 +83,15 @@ QColor Look::mixed(const QColor& first, const QColor& second, qreal share)
 QColor Look::lineColor(const QPalette& palette)
 {
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.14);
+}
+
+QColor Look::entryBackground(const QStyleOptionViewItem& option, QPalette::ColorRole role)
+{
+    const QColor normal = option.palette.color(role);
+    const QColor highlight = option.palette.color(QPalette::Active, QPalette::Highlight);
+    if (option.state.testFlag(QStyle::State_Selected))
+        return mixed(normal, highlight, 0.22);
+    return option.state.testFlag(QStyle::State_MouseOver) ? mixed(normal, highlight, 0.09) : normal;
 }
 
 void Look::setFont(QLabel* label, qreal scale, QFont::Weight weight)

@@ -3,10 +3,10 @@
 #include <QColor>
 #include <QFont>
 #include <QIcon>
+#include <QPalette>
 
 class QLabel;
-class QPalette;
-class QWidget;
+class QStyleOptionViewItem;
 
 /// Colours, fonts, distances and pictures of the application. All colours are derived from the palette, so
 /// that they suit light and dark skins. GUI thread only.
@@ -29,6 +29,10 @@ QColor mixed(const QColor& first, const QColor& second, qreal share);
 
 /// The colour of thin lines between areas.
 QColor lineColor(const QPalette& palette);
+
+/// The background of an entry in a list: highlighted when it is selected or the mouse pointer is over it.
+/// @param role of the normal background
+QColor entryBackground(const QStyleOptionViewItem& option, QPalette::ColorRole role);
 
 /// Multiplies the size of a label's font by `scale`.
 void setFont(QLabel* label, qreal scale, QFont::Weight weight = QFont::Normal);

@@ -11,14 +11,14 @@
 
 namespace {
 
-constexpr const char* TextOptions[] = {"-h", "--help", "-v", "--version"};
+constexpr const char* HelpOrVersionOptions[] = {"-h", "--help", "-v", "--version"};
 
 } // namespace
 
-bool CommandLine::asksForText(int argc, const char* const* argv)
+bool CommandLine::asksForHelpOrVersion(int argc, const char* const* argv)
 {
     return std::any_of(argv, argv + argc, [](const char* argument) {
-        return std::any_of(std::begin(TextOptions), std::end(TextOptions),
+        return std::any_of(std::begin(HelpOrVersionOptions), std::end(HelpOrVersionOptions),
                            [&](const char* option) { return qstrcmp(argument, option) == 0; });
     });
 }

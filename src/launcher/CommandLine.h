@@ -11,7 +11,7 @@ struct CommandLine
     bool verbose = false; ///< write debug lines to the log
 
     /// Whether the arguments only ask for help or the version, which needs no display.
-    static bool asksForText(int argc, const char* const* argv);
+    static bool asksForHelpOrVersion(int argc, const char* const* argv);
 
     /// Reads the application's arguments. Handles --help and --version and reports unknown arguments.
     /// @param exitCode receives the program's exit code when the result is empty

@@ -50,7 +50,7 @@ int runUntilClosed()
 
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
 {
-    if (CommandLine::asksForText(argc, argv))
+    if (CommandLine::asksForHelpOrVersion(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
     return std::make_unique<QApplication>(argc, argv);
 }
