@@ -14,7 +14,6 @@ class tst_LangTool : public QObject
 private slots:
     void checkAgainstReference();
     void checkShortcuts();
-    void linguistAndBack();
     void newLanguage();
     void refuses();
 };
@@ -102,42 +101,33 @@ void tst_LangTool::checkShortcuts()
           {R"(P_en-us.lang:3: "IDS_MENU_T" has the shortcut Ctrl+S of "IDS_MENU_S" in line 2)"});
 }
 
-void tst_LangTool::linguistAndBack()
-{
-    const QTemporaryDir folder;
-    const QString linguist = folder.filePath("XFramePlugin_he-il.ts");
-    const QString shipped = SHIPPED_PLUGINS "/XFramePlugin/XFramePlugin_he-il.lang";
-    QCOMPARE(run({"to-ts", shipped, "--output", linguist}, 0), QByteArray());
-    QVERIFY(read(linguist).contains("<message id=\"IDS_MENU_QUIT\">"));
-    QCOMPARE(run({"from-ts", linguist}, 0), QByteArray());
-    QCOMPARE(read(folder.filePath("XFramePlugin_he-il.lang")), read(shipped));
-}
-
 // A language that does not exist yet; one text is translated, another is removed from the reference. Comments
 // survive, wherever they are, and can always be read again.
 void tst_LangTool::newLanguage()
 {
     const QTemporaryDir folder;
-    const QString linguist = folder.filePath("P_pt-br.ts");
+    const QString linguist = folder.filePath("X_pt-br.ts");
+    const QString translated = folder.filePath("P_pt-br.lang");
     const QByteArray second = "  <item name=\"IDS_B\">two</item>\n  <!-- behind -->\n  <!-- last -->";
     const QByteArray first = "  <!-- one -->\n  <!-- two -->\n  " + CleanText + '\n';
     QVERIFY(write(folder.filePath("P_en-us.lang"), language(first + second)));
-    run({"to-ts", folder.filePath("P_pt-br.lang")}, 0);
+    QCOMPARE(run({"to-ts", translated, "--output", linguist}, 0), QByteArray());
     QByteArray content = read(linguist);
     QVERIFY(content.contains(R"(language="pt_BR" sourcelanguage="en_US")"));
-    QCOMPARE(content.count("type=\"unfinished\""), 2);
+    QVERIFY(content.contains("<message id=\"IDS_A\">") && content.count("type=\"unfinished\"") == 2);
     content.replace(content.indexOf(" type=\"unfinished\">"), 19, ">um %1").replace("\n\ntwo", "\n\n--> -");
     QVERIFY(write(linguist, content));
-    run({"from-ts", linguist}, 0);
+    QCOMPARE(run({"from-ts", linguist, "--output", translated}, 0), QByteArray());
     content = first + second.mid(second.indexOf('\n') + 1);
     content.replace("two", "- -> -").replace("one %1", "um %1");
-    QVERIFY2(read(folder.filePath("P_pt-br.lang")).endsWith(language(content)), read(linguist));
+    QVERIFY2(read(translated).endsWith(language(content)), read(linguist));
 
     QVERIFY(write(folder.filePath("P_en-us.lang"), language(second)));
-    run({"to-ts", folder.filePath("P_pt-br.lang")}, 0);
-    QVERIFY(read(linguist).contains("<translation type=\"vanished\">um %1</translation>"));
-    run({"from-ts", linguist}, 0);
-    QVERIFY(!read(folder.filePath("P_pt-br.lang")).contains("<item"));
+    run({"to-ts", translated}, 0);
+    QVERIFY(
+        read(folder.filePath("P_pt-br.ts")).contains("<translation type=\"vanished\">um %1</translation>"));
+    run({"from-ts", folder.filePath("P_pt-br.ts")}, 0);
+    QVERIFY(!read(translated).contains("<item"));
 }
 
 void tst_LangTool::refuses()
@@ -146,7 +136,6 @@ void tst_LangTool::refuses()
         {{}, 2, "there is no command"},
         {{"check"}, 2, "needs paths"},
         {{"to-ts", "a_b.lang", "c_d.lang"}, 2, "needs one file"},
-        {{"check", "none_x.lang"}, 1, "none_x.lang:1: "},
         {{"check", SHIPPED_PLUGINS "/support"}, 1, "support:1: there are no language files"},
         {{"check", "--languages", "de-de,x", SHIPPED_PLUGINS "/HelpPlugin"}, 1, "these languages: x\n"},
         {{"to-ts", "none_x.lang"}, 1, "none_en-us.lang:1: "},

@@ -80,7 +80,6 @@ void TestLanguage::start_data()
     row("new request", "en-gb", "true", "", "active, _en-gb; adaptertype, _en-gb", "en-gb");
     row("other request", "en-gb", "true", "_x", "active, _en-gb; adaptertype, _en-gb", "en-gb");
     row("same request", "en-gb", "true", "_en-gb", "", "fr-fr");
-    row("same, unmarked", "en-gb", "", "_en-gb", "", "fr-fr");
     row("no request", "", "true", "_en-us", "", "fr-fr");
     row("no file", "x", "true", "", "active, _x; adaptertype, _x; active, _en-us", "en-us");
 }

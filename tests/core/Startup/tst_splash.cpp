@@ -32,7 +32,6 @@ void TestSplash::decision_data()
     const QByteArray noForOp = "<customize name='Op'><splash>false</splash></customize>";
     row("no file", "common", "", false);
     row("behind", "common", "<function></function><splash>false</splash>", true);
-    row("default", "common", yes, true);
     row("common", "common", no + "<customize name='common'><splash>true</splash></customize>", false);
     row("exact case", "Op", no + "<customize name='op'><splash>false</splash></customize>" + yesForOp, true);
     row("operator's no", "Op", yes + noForOp + yesForOp, false);
