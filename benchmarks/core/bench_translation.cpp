@@ -3,6 +3,7 @@
 #include "Installation.h"
 
 #include "Change/Change.h"
+#include "Change/LanguageFiles.h"
 
 #include <benchmark/benchmark.h>
 
@@ -37,9 +38,9 @@ QString textOf(int number)
 
 QString languageFile(const QString& name, const QString& language)
 {
-    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/plugins/") + name;
-    QDir().mkpath(folder);
-    return folder + QLatin1Char('/') + name + QLatin1Char('_') + language + QStringLiteral(".lang");
+    const QString plugins = QCoreApplication::applicationDirPath() + QStringLiteral("/plugins");
+    QDir().mkpath(plugins + QLatin1Char('/') + name);
+    return LanguageFiles::path(plugins, name, language);
 }
 
 template <typename WriteTexts>

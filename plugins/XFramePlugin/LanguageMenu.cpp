@@ -1,9 +1,28 @@
 #include "LanguageMenu.h"
 
 #include "Change/Change.h"
-#include "Languages.h"
+#include "Change/LanguageFiles.h"
+#include "common/CommonUtils.h"
+#include "support/Text.h"
 
 #include <QActionGroup>
+
+#include <algorithm>
+
+namespace {
+
+/// The languages that the main window has a file for, sorted by their own names.
+QStringList availableLanguages()
+{
+    QStringList codes = LanguageFiles::languages(
+        CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins"), thisPlugin());
+    std::sort(codes.begin(), codes.end(), [](const QString& left, const QString& right) {
+        return LanguageFiles::ownName(left).localeAwareCompare(LanguageFiles::ownName(right)) < 0;
+    });
+    return codes;
+}
+
+} // namespace
 
 LanguageMenu::LanguageMenu(QWidget* parent)
     : QMenu(parent)
@@ -18,11 +37,11 @@ void LanguageMenu::fill()
     auto* choices = new QActionGroup(this);
     connect(this, &QMenu::aboutToHide, choices, &QObject::deleteLater);
     const QString current = Change::GetLangName();
-    for (const Language& language : availableLanguages()) {
-        QAction* choice = addAction(language.name);
+    for (const QString& code : availableLanguages()) {
+        QAction* choice = addAction(LanguageFiles::ownName(code));
         choice->setCheckable(true);
-        choice->setChecked(language.code == current);
+        choice->setChecked(code == current);
         choices->addAction(choice);
-        connect(choice, &QAction::triggered, this, [this, code = language.code] { Q_EMIT chosen(code); });
+        connect(choice, &QAction::triggered, this, [this, code] { Q_EMIT chosen(code); });
     }
 }

@@ -1,7 +1,7 @@
 #include "LanguageSwitch.h"
 
 #include "Change/Change.h"
-#include "Languages.h"
+#include "Change/LanguageFiles.h"
 #include "common/CommonUtils.h"
 
 #include <QGuiApplication>
@@ -28,7 +28,7 @@ private:
 };
 
 QtStrings::QtStrings(const QString& code)
-    : m_isRightToLeft(directionOfLanguage(code) == Qt::RightToLeft)
+    : m_isRightToLeft(LanguageFiles::direction(code) == Qt::RightToLeft)
 {
     const QString folders[] = {CommonUtils::GetPluginLibraryPath() + QLatin1String("/translations"),
                                QLibraryInfo::location(QLibraryInfo::TranslationsPath)};
@@ -68,5 +68,5 @@ void LanguageSwitch::follow()
     // installed before the old one is removed.
     QCoreApplication::installTranslator(strings.get());
     m_qtStrings = std::move(strings);
-    QGuiApplication::setLayoutDirection(directionOfLanguage(code));
+    QGuiApplication::setLayoutDirection(LanguageFiles::direction(code));
 }

@@ -1,10 +1,10 @@
 #include "MainWindow.h"
 
 #include "Change/Change.h"
+#include "Change/LanguageFiles.h"
 #include "HeaderBar.h"
 #include "LanguageMenu.h"
 #include "LanguageSwitch.h"
-#include "Languages.h"
 #include "PluginsPage.h"
 #include "Skin.h"
 #include "common/CommonUtils.h"
@@ -112,7 +112,7 @@ void MainWindow::addMenus()
     mainButton->setText(QString(QChar(0x2261)));          // three bars
     mainButton->setObjectName(QLatin1String("mainMenu")); // for style sheets
     keepTranslated(this, [=] {
-        languageButton->setText(nameOfLanguage(Change::GetLangName()));
+        languageButton->setText(LanguageFiles::ownName(Change::GetLangName()));
         languageButton->setToolTip(text("IDS_MENU_LANGUAGE"));
         mainButton->setToolTip(text("IDS_MENU"));
         mainButton->setAccessibleName(mainButton->toolTip());

@@ -7,10 +7,8 @@
 
 class QWidget;
 
-/// A string of this plugin in the current language, from its language files. Any thread.
-///
-/// The QString owns its characters, so it stays valid when the plugin is unloaded. A QStringLiteral does not:
-/// it points into the plugin's library.
+/// A string of this plugin in the current language, from its language files. Any thread. The result stays valid
+/// when the plugin is unloaded.
 /// @param id the identifier of the string
 /// @return empty when the plugin has no such string; `skylume-lang check` reports missing strings
 QString text(const char* id);

@@ -15,13 +15,11 @@ public:
     using PluginContainer::disableAllPlugins;
     using PluginContainer::GetAdapterLang;
     using PluginContainer::GetCurLanguageInfo;
+    using PluginContainer::getDefaultLan;
     using PluginContainer::getDeviceName;
     using PluginContainer::getLanguageList;
-    using PluginContainer::isFirstTimeStart;
     using PluginContainer::isPluginInList;
     using PluginContainer::readPluginElement;
-    using PluginContainer::setRunningMark;
-    using PluginContainer::setStartupLanguage;
 
     /// Counts the calls and does what it always does.
     void ApplyCustomizationForDevice(QString key) override

@@ -1,5 +1,6 @@
 #include "LanguageCheck.h"
 
+#include "Change/LanguageFiles.h"
 #include "Change/Shortcut_p.h"
 #include "LanguageFile.h"
 #include "MenuFile.h"
@@ -28,7 +29,8 @@ QStringList languageFiles(const QStringList& paths, Faults& faults)
 {
     QStringList files;
     for (const QString& path : paths) {
-        QDirIterator below(path, {QStringLiteral("*.lang")}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator below(path, {QLatin1Char('*') + LanguageFiles::Suffix}, QDir::Files,
+                           QDirIterator::Subdirectories);
         if (!QFileInfo(path).isDir())
             files.append(path);
         else if (!below.hasNext())

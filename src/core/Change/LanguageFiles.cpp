@@ -13,3 +13,12 @@ QStringList LanguageFiles::languages(const QString& folder, const QString& plugi
     codes.sort();
     return codes;
 }
+
+QString LanguageFiles::ownName(const QString& language)
+{
+    QString name = QLocale(language).nativeLanguageName();
+    if (name.isEmpty())
+        return language;
+    name[0] = name[0].toUpper(); // "français" is capitalised at the start of a line
+    return name;
+}

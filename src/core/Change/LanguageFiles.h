@@ -35,6 +35,9 @@ inline QString path(const QString& folder, const QString& plugin, const QString&
 /// @param folder the folder of all plugins' data
 SKYLUME_EXPORT QStringList languages(const QString& folder, const QString& plugin);
 
+/// A language's own name, "Deutsch" for "de-de"; the code itself for an unknown language.
+SKYLUME_EXPORT QString ownName(const QString& language);
+
 /// The direction in which a language is written; left to right for an unknown one.
 inline Qt::LayoutDirection direction(const QString& language)
 {

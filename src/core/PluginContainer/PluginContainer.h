@@ -133,45 +133,53 @@ protected:
 
     QString getDeviceName(bool);
 
-    // ---- First-run mark: needs no lock
+    // ---- First-run mark: does not take the lock
 
-    /// Whether the settings' mark of an earlier run is missing; it is there when it is exactly "true".
+    /// Whether this is the first run: the setting "init" of the section "Startup" is not exactly "true".
     bool isFirstTimeStart();
+
+    /// Records that the application has run: sets "init" to "true".
     void setRunningMark();
 
-    // ---- Language of the start: for the constructor's thread; no lock
+    // ---- Start-up language: only for the thread that runs the constructor; these do not take the lock
 
-    /// Activates the language that the customisation requests if the request has changed since the last start.
-    /// The very first start only records it.
+    /// If the customisation requests a different language than at the last start, makes it the active language.
+    /// On the first run, the request is only recorded.
     void setStartupLanguage();
 
-    /// The language that the customisation asks for with the default setting "adaptertype" of the section
-    /// "customize": "system" for the computer's, "area" for the user's, several words separated by "|".
-    /// @return a short name such as "_en-us"; empty when it asks for none or no language is installed
+    /// The language that the customisation requests with the setting "adaptertype" of the section "customize"
+    /// in the device service's INI file: "system" is the computer's language, "area" the user's. The setting may
+    /// hold several words separated by "|"; "system" takes precedence.
+    /// @return a short name such as "_en-us"; empty if none is requested or no language is installed
     QString GetAdapterLang();
 
     /// Reads the long names of the installed languages from SysConfig.dat, the preferred one first.
-    /// @param list receives them before what it already holds
-    /// @return false when the file is damaged or cannot be read; a missing one lists no language
+    /// @param list the names are inserted before the entries that it already has
+    /// @return false if the file is damaged or cannot be read. A missing file lists no languages.
     bool getLanguageList(QStringList& list);
 
-    /// Appends the languages of LangAreaForShort.xml, in file order, up to a fault in the file.
-    /// @return false when the file is missing or cannot be opened
+    /// Appends the languages of LangAreaForShort.xml in file order. After an XML error in the file, the rest is
+    /// ignored.
+    /// @return false if the file is missing or cannot be opened
     bool GetCurLanguageInfo(QList<LanguageInfoEx>& records);
 
-    /// The computer's language, or the user's when the customisation says "area", in decimal digits.
+    /// The identifier of the computer's language in decimal digits, or that of the user's language if the last
+    /// call of GetAdapterLang() found "area".
     QString GetCurrentSystemLang();
 
-    /// The short name of the best of the installed languages, by their long names.
-    /// @return "_en-us" when no language is known or the list is empty
+    /// Chooses the start-up language.
+    /// @param list long names of the installed languages, the preferred one first
+    /// @return its short name; "_en-us" if LangAreaForShort.xml has no languages or the list is empty
     QString decideDefaultLanguage(QStringList const& list);
 
-    /// Chooses among candidates, long names to short names: the only one, or the one of the computer's
-    /// country, or any; without a candidate the first of the list.
+    /// Chooses one of several candidates: the first one of the computer's country or, if there is none, the
+    /// first one in the hash's order.
+    /// @param candidates short names by long names; if empty, the first language of the list is chosen
+    /// @return the short name
     QString getDefaultLan(QHash<QString, QString> candidates, QStringList const& list,
                           QList<LanguageInfoEx>& records);
 
-    /// The short name of a language by its long name, whose case is ignored; "_en-us" for an unknown one.
+    /// The short name of the language with this long name, ignoring case; "_en-us" if there is none.
     QString getShortLan(QString const& name, QList<LanguageInfoEx>& records);
 
 private:

@@ -6,7 +6,6 @@
 #include "common/CommonUtils.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QPointer>
 #include <QScrollBar>
 
@@ -23,29 +22,21 @@ private slots:
 
 void TestSkin::cache()
 {
-    QPointer<QStyle> style;
-    const struct
-    {
-        const char* file;
-        bool reload, isApplied, hasNewStyle;
-        const char* sheet;
-    } steps[] = {
-        {"b", false, true, true, "QLabel { color: blue; }"}, // none read yet
-        {"a", true, true, true, "QLabel { color: red;}/* \xC3\xA4 */"},
-        {"b", false, true, false, "QLabel { color: red;}/* \xC3\xA4 */"},
-        {"missing", true, false, false, "QLabel { color: red;}/* \xC3\xA4 */"},
-        {"b", false, true, true, "QLabel { color: blue; }"}, // the missing one emptied the cache
+    const QString red = "QLabel { color: red;}/* \xC3\xA4 */";
+    const QString blue = "QLabel { color: blue; }";
+    const std::tuple<QString, bool, QString, bool> steps[] = {
+        // file, reload, sheet, whether there is a new style
+        {"b", false, blue, true}, // none read yet
+        {"a", true, red, true},        {"b", false, red, false},
+        {"missing", true, red, false}, {"b", false, blue, true}, // the missing one emptied the cache
     };
     writeFile(path("a"), "QLabel {\r\n color: red;}\n/* \xC3\xA4 */");
     writeFile(path("b"), "QLabel { color: blue; }");
-    for (const auto& step : steps) {
-        QCOMPARE(Change::ChangSkin(qApp, path(step.file), enStyleNormal, step.reload), step.isApplied);
-        QCOMPARE(qApp->styleSheet(), QString(step.sheet));
-        qApp->setStyleSheet(QString()); // uncovers the style below the sheet
-        QVERIFY(qobject_cast<WinClassic*>(qApp->style()));
-        QCOMPARE(style != qApp->style(), step.hasNewStyle);
-        style = qApp->style();
-        qApp->setStyleSheet(step.sheet);
+    for (const auto& [file, reload, sheet, hasNewStyle] : steps) {
+        const QPointer<WinClassic> before = qApp->findChild<WinClassic*>();
+        QCOMPARE(Change::ChangSkin(qApp, path(file), enStyleNormal, reload), file != "missing");
+        QCOMPARE(qApp->styleSheet(), sheet);
+        QCOMPARE(before.isNull(), hasNewStyle); // the old one is deleted
     }
     QVERIFY(log().contains("{file}: ChangSkin: File does not exist or failed to open " + path("missing")));
     QVERIFY(!Change::ChangSkin(nullptr, path("a"), enStyleNormal, true));
@@ -53,54 +44,48 @@ void TestSkin::cache()
 
 void TestSkin::miniSkin()
 {
-    const auto load = [](const char* name, Qt::LayoutDirection direction, bool reload = true) {
-        service().setSetting("MiniSkin", "Name", name);
+    const auto load = [](Qt::LayoutDirection direction, bool reload) {
         QGuiApplication::setLayoutDirection(direction);
         Change::LoadQss(enStyleMini, reload);
-        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
         return qApp->styleSheet();
     };
+    service().setSetting("MiniSkin", "Name", "Blue");
     writeFile(installed("skin/Blue.qss"), "#left {}");
     writeFile(installed("skin/Blue/Blue_Arabic.qss"), "#right {}");
     qApp->setStyleSheet(QString());
-    QCOMPARE(load("Blue", Qt::LeftToRight), QString());
+    QCOMPARE(load(Qt::LeftToRight, true), QString());
     CommonUtils::SetMiniModeFlag();
-    QCOMPARE(load("Blue", Qt::LeftToRight), QString("#left {}"));
-    QCOMPARE(load("Blue", Qt::RightToLeft, false), QString("#left {}"));
-    QCOMPARE(load("Red", Qt::RightToLeft), QString("#left {}"));
-    QCOMPARE(load("Blue", Qt::RightToLeft), QString("#right {}"));
+    QCOMPARE(load(Qt::LeftToRight, true), QString("#left {}"));
+    QCOMPARE(load(Qt::RightToLeft, false), QString("#left {}"));
+    QCOMPARE(load(Qt::RightToLeft, true), QString("#right {}"));
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
     qApp->setStyleSheet(QString());
 }
 
 void TestSkin::scrollBar_data()
 {
     // look: the images seen in four places along the bar, from left or top
-    const auto row = dataTable<Qt::Orientation, Qt::LayoutDirection, QString, QString>(
-        "orientation", "direction", "without", "look");
-    row("vertical", Qt::Vertical, Qt::LeftToRight, "", "up vertical_slider vertical_back down");
-    row("horizontal", Qt::Horizontal, Qt::LeftToRight, "", "left horizontal_slider horizontal_back right");
-    row("mirrored", Qt::Horizontal, Qt::RightToLeft, "", "left horizontal_back horizontal_slider right");
+    const auto row = dataTable<Qt::Orientation, QString, QString>("orientation", "without", "look");
+    row("vertical", Qt::Vertical, "", "up vertical_slider vertical_back down");
+    row("horizontal", Qt::Horizontal, "", "left horizontal_slider horizontal_back right");
+    row("mirrored", Qt::Horizontal, "left to right", "left horizontal_back horizontal_slider right");
     for (const char* part : {"vertical_back", "vertical_slider", "up", "down", "mini mode", "enabled"})
-        row(part, Qt::Vertical, Qt::LeftToRight, part, ""); // left to the base style
+        row(part, Qt::Vertical, part, "   "); // left to the base style
 }
 
 void TestSkin::scrollBar()
 {
     QFETCH(Qt::Orientation, orientation);
-    QFETCH(Qt::LayoutDirection, direction);
     QFETCH(QString, without);
-    const QString images = installed("skin/default/images/scroll_");
-    const bool isVertical = orientation == Qt::Vertical;
-    QDir(installed("skin/default/images")).removeRecursively();
-    QMap<QRgb, QString> parts;
-    for (const char* name : {"vertical_back", "vertical_slider", "up", "down", "horizontal_back",
-                             "horizontal_slider", "left", "right"})
-        parts.insert(0xff000001 + parts.size(), name);
-    for (auto part = parts.begin(); part != parts.end(); ++part) {
+    const QStringList parts{"vertical_back",   "vertical_slider",   "up",   "down",
+                            "horizontal_back", "horizontal_slider", "left", "right"};
+    const uint firstColor = 0xff000001;
+    for (int i = 0; i < parts.size(); ++i) {
+        const QString file = installed("skin/default/images/scroll_" + parts[i] + ".png");
+        writeFile(file, "no image");
         QImage image(16, 16, QImage::Format_RGB32);
-        image.fill(part.key());
-        writeFile(images + part.value() + ".png", "no image");
-        QVERIFY(part.value() == without || image.save(images + part.value() + ".png"));
+        image.fill(firstColor + i);
+        QVERIFY(parts[i] == without || image.save(file));
     }
     if (without == "mini mode")
         CommonUtils::SetMiniModeFlag();
@@ -108,15 +93,16 @@ void TestSkin::scrollBar()
     QScrollBar bar(orientation);
     bar.setStyle(&style);
     bar.setEnabled(without != "enabled");
-    bar.setLayoutDirection(direction);
+    bar.setLayoutDirection(without == "left to right" ? Qt::RightToLeft : Qt::LeftToRight);
     bar.setRange(0, 100);
     bar.setPageStep(100);
-    bar.resize(isVertical ? QSize(16, 160) : QSize(160, 16));
+    bar.resize(160, 160);
     const QImage picture = bar.grab().toImage().convertToFormat(QImage::Format_RGB32);
     QStringList seen;
-    for (const int position : {8, 40, 120, 152})
-        seen.append(parts.value(picture.pixel(isVertical ? QPoint(8, position) : QPoint(position, 8))));
-    seen.removeAll(QString());
+    for (const int position : {8, 40, 120, 152}) {
+        const QPoint place = orientation == Qt::Vertical ? QPoint(8, position) : QPoint(position, 8);
+        seen.append(parts.value(int(picture.pixel(place) - firstColor)));
+    }
     QTEST(seen.join(' '), "look");
 }
 
