@@ -139,19 +139,19 @@ void TestTexts::direction()
 /// All operations take linear time.
 void TestTexts::hugeTexts()
 {
-    log().allow(
-        "{file}: ParanthesisCorrectionForHeAndAr: a text of {n} characters would collect too many marks");
+    log().allow("{file}: {func}: a text of {n} characters would collect too many marks");
     for (const QString pattern : {"x", "word ", "\n<", "http://", "a@b.c ", "www.a.de\n", "a,", "\u0436"}) {
         const QString text = pattern.repeated(1000000 / pattern.size());
         QVERIFY(CommonUtils::ParseAndCreateHyperLinks(text).size() >= text.size());
-        QVERIFY(!CommonUtils::CheckForEmailAddr(text) && !CommonUtils::CheckForWebAddr(text));
         QString corrected = text;
         CommonUtils::ParanthesisCorrection(corrected);
         QCOMPARE(corrected, text); // unchanged: too many marks, or none
-        for (const auto mode : {Qt::ElideLeft, Qt::ElideMiddle, Qt::ElideRight, Qt::ElideNone}) {
-            QLabel label;
+        QLabel label;
+        CommonUtils::ElidedText(&label, text, Qt::ElideNone);
+        QCOMPARE(label.text(), text);
+        for (const auto mode : {Qt::ElideLeft, Qt::ElideMiddle, Qt::ElideRight}) {
             CommonUtils::ElidedText(&label, text, mode);
-            QVERIFY(mode == Qt::ElideNone ? label.text() == text : label.text().size() <= 16 * 1024);
+            QVERIFY(label.text().size() <= 16 * 1024);
         }
     }
 }
