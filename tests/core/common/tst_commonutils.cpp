@@ -2,12 +2,8 @@
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
-#include "PluginContainer/interfaces/IDeviceMgr.h"
-#include "PluginContainer/interfaces/ILayout.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PublishedHost.h"
 #include "common/SafeMemory.h"
 
@@ -106,15 +102,13 @@ void TestCommonUtils::initTestCase()
                                  CommonUtils::SetSMSSeperatorConfigValue(false);
                              }}) {
         change();
-        values += QString("%1 %2 %3 %4 %5")
-                      .arg(CommonUtils::IsShuttingDown())
-                      .arg(CommonUtils::IsMiniMode())
-                      .arg(CommonUtils::getCloseValue())
-                      .arg(CommonUtils::GetFrameStyle())
-                      .arg(CommonUtils::GetSMSSeperatorConfigValue() + 2 * gSeparator);
+        values +=
+            QString::asprintf("%d%d%d %d %d%d", CommonUtils::IsShuttingDown(), CommonUtils::IsMiniMode(),
+                              CommonUtils::getCloseValue(), CommonUtils::GetFrameStyle(),
+                              CommonUtils::GetSMSSeperatorConfigValue(), gSeparator);
     }
-    QCOMPARE(values, QStringList({"0 0 0 1 3", "1 0 0 1 3", "1 1 0 1 3", "0 1 0 1 3", "0 1 1 1 3",
-                                  "0 0 1 1 3", "0 0 1 -70000 3", "0 0 1 -70000 0"}));
+    QCOMPARE(values.join(", "), QString("000 1 11, 100 1 11, 110 1 11, 010 1 11, 011 1 11, 001 1 11, "
+                                        "001 -70000 11, 001 -70000 00"));
 }
 
 void TestCommonUtils::cleanup()
@@ -222,10 +216,8 @@ void TestCommonUtils::embeddedPlugins()
     publish(entries);
     for (const int style : {1, ~4, 4, 5}) {
         CommonUtils::SetFrameStyle(style);
-        QStringList expected = {"Z", further, otherCase, "A"};
-        if (style == 4 || style == 5)
-            expected.removeAll(further);
-        QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), expected);
+        const QString compact = style == 4 || style == 5 ? "" : further + ' ';
+        QCOMPARE(CommonUtils::GetUIEmbedPlugibList().join(' '), "Z " + compact + otherCase + " A");
     }
     QCOMPARE(log().count("{file}: GetUIEmbedPlugibList: entered"), 4);
 }
@@ -276,8 +268,7 @@ void TestCommonUtils::waitForThread()
 void TestCommonUtils::boundedFill()
 {
     const std::tuple<unsigned, unsigned, unsigned, QByteArray> cases[] = {
-        {4, 4, 1, "xxxx"}, {4, 3, 1, "xxx-"}, {4, 0, 1, "----"},
-        {2, 8, 0, "xx--"}, {0, 1, 0, "----"}, {0x80000000u, 2, 0, "----"}}; // a negative size
+        {4, 3, 1, "xxx-"}, {4, 0, 1, "----"}, {2, 8, 0, "xx--"}, {1u << 31, 2, 0, "----"}};
     for (const auto& [size, count, result, filled] : cases) {
         QByteArray buffer("----");
         QCOMPARE(QRVL_memset(buffer.data(), size, 0x100 + 'x', count), result);

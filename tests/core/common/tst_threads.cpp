@@ -21,7 +21,6 @@ private slots:
     void init();
     void cleanup();
     void counting();
-    void countingInOrder();
     void waitWithoutWorkers();
     void lastWorkerWakesAll();
     void workerThatNeverEnds();
@@ -80,12 +79,9 @@ void TestThreads::counting()
                            Decrements + "0; thread: Owner: name", Wakes,
                            Decrements + "-1; thread: Owner: name", Wakes);
     QCOMPARE(log().lines(QtWarningMsg).size(), 7);
-    CommonUtils::ThreadCountInc({}, {}); // for the next tests
-}
+    CommonUtils::ThreadCountInc({}, {}); // 0 again
 
-/// A count and its log line are one step.
-void TestThreads::countingInOrder()
-{
+    // A count and its log line are one step.
     runTwice([] {
         for (int round = 0; round < 1000; ++round) {
             CommonUtils::ThreadCountInc({}, {});
@@ -93,7 +89,7 @@ void TestThreads::countingInOrder()
         }
     });
     int count = 0;
-    for (const QString& line : log().lines("{*}threadCount is {*}")) {
+    for (const QString& line : log().lines("{*}threadCount is {*}").mid(6)) {
         count += line.contains("ThreadCountInc") ? 1 : -1;
         QVERIFY2(line.contains(QString("threadCount is %1;").arg(count)), qPrintable(line));
     }
