@@ -1,6 +1,5 @@
 #include "LogCapture.h"
 
-#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -24,20 +23,20 @@ QRegularExpression expression(const QString& pattern)
                               QRegularExpression::DotMatchesEverythingOption);
 }
 
-auto matching(const QString& pattern)
-{
-    return [wanted = expression(pattern)](const auto& line) {
-        return wanted.match(line.text).hasMatch();
-    };
-}
-
 } // namespace
 
 LogCapture::LogCapture()
 {
     const std::lock_guard lock(mutex);
     current = this;
-    qInstallMessageHandler(&LogCapture::handle);
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        const std::lock_guard handlerLock(mutex);
+        if (!current)
+            return;
+        current->m_lines.append(text);
+        current->m_linesOfType[type].append(text);
+        changed.notify_all();
+    });
 }
 
 LogCapture::~LogCapture()
@@ -49,24 +48,24 @@ LogCapture::~LogCapture()
 
 QStringList LogCapture::lines(const QString& pattern) const
 {
-    return select(matching(pattern));
+    const std::lock_guard lock(mutex);
+    return m_lines.filter(expression(pattern));
 }
 
 QStringList LogCapture::lines(QtMsgType type, const QString& pattern) const
 {
-    const auto isMatch = matching(pattern);
-    return select([&](const Line& line) { return line.type == type && isMatch(line); });
+    const std::lock_guard lock(mutex);
+    return m_linesOfType[type].filter(expression(pattern));
 }
 
 QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
 {
     const std::lock_guard lock(mutex);
-    auto line = m_lines.cbegin();
+    int line = -1;
     for (const QString& pattern : patterns) {
-        line = std::find_if(line, m_lines.cend(), matching(pattern));
-        if (line == m_lines.cend())
+        line = m_lines.indexOf(expression(pattern), line + 1);
+        if (line < 0)
             return pattern;
-        ++line;
     }
     return {};
 }
@@ -74,10 +73,9 @@ QString LogCapture::firstMissingInOrder(const QStringList& patterns) const
 bool LogCapture::waitFor(const QString& pattern, int count, int timeout) const
 {
     std::unique_lock lock(mutex);
-    return changed.wait_for(lock, std::chrono::milliseconds(timeout),
-                            [this, count, isMatch = matching(pattern)] {
-                                return std::count_if(m_lines.cbegin(), m_lines.cend(), isMatch) >= count;
-                            });
+    return changed.wait_for(lock, std::chrono::milliseconds(timeout), [&, wanted = expression(pattern)] {
+        return m_lines.filter(wanted).size() >= count;
+    });
 }
 
 void LogCapture::allow(const QString& pattern)
@@ -87,36 +85,17 @@ void LogCapture::allow(const QString& pattern)
 
 QStringList LogCapture::unexpected() const
 {
-    return select([this](const Line& line) {
-        return line.type != QtDebugMsg && line.type != QtInfoMsg &&
-               std::none_of(m_allowed.cbegin(), m_allowed.cend(),
-                            [&](const auto& allowed) { return allowed.match(line.text).hasMatch(); });
-    });
+    QStringList unexpected = lines(QtWarningMsg) + lines(QtCriticalMsg);
+    for (const QRegularExpression& allowed : m_allowed) {
+        for (const QString& line : unexpected.filter(allowed))
+            unexpected.removeAll(line);
+    }
+    return unexpected;
 }
 
 void LogCapture::clear()
 {
     const std::lock_guard lock(mutex);
     m_lines.clear();
-}
-
-void LogCapture::handle(QtMsgType type, const QMessageLogContext&, const QString& text)
-{
-    const std::lock_guard lock(mutex);
-    if (!current)
-        return;
-    current->m_lines.append({type, text});
-    changed.notify_all();
-}
-
-template <typename Test>
-QStringList LogCapture::select(Test isWanted) const
-{
-    const std::lock_guard lock(mutex);
-    QStringList texts;
-    for (const Line& line : m_lines) {
-        if (isWanted(line))
-            texts.append(line.text);
-    }
-    return texts;
+    m_linesOfType.clear();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QString>
 #include <QStringList>
@@ -36,17 +37,7 @@ public:
     void clear();
 
 private:
-    struct Line
-    {
-        QtMsgType type;
-        QString text;
-    };
-
-    static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
-
-    template <typename Test>
-    QStringList select(Test isWanted) const;
-
-    QVector<Line> m_lines;
+    QStringList m_lines;
+    QHash<QtMsgType, QStringList> m_linesOfType;
     QVector<QRegularExpression> m_allowed;
 };

@@ -109,37 +109,36 @@ public:
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 
-    // ---- Dialogs and messages; GUI thread
+    // ---- Dialogs and messages; GUI thread only
 
-    /// Centres a dialog over the window that it belongs to: the nearest ancestor named
-    /// "miniplugin_subframedlg", else the main window. The dialog stays on the primary screen. Without such a
-    /// window it stays where it is.
+    /// Centres a dialog over its nearest ancestor named "miniplugin_subframedlg", otherwise over the main
+    /// window, and keeps it on the primary screen.
+    /// @param dialog not moved if there is no such window (logged); null is logged and ignored
     static void MoveCentre(QDialog* dialog);
 
-    /// Centres a dialog over any widget, on that widget's screen. Null for either does nothing.
+    /// Centres a dialog over a widget and keeps it on the widget's screen. Null for either is ignored.
     static void MoveRelatedCentre(QDialog* dialog, QWidget* reference);
 
-    /// The top-left corner, in screen coordinates, that centres a size over a widget.
-    /// @return (0, 0) without a widget
+    /// The position that centres a rectangle of the given size over a widget.
+    /// @return the top-left corner in screen coordinates; (0, 0) if the widget is null
     static QPoint GetCentrePoint(QWidget* reference, QSize size);
 
-    /// Asks or informs the user in a dialog with the application's frame, and waits for the answer.
-    /// @param parent   owner of the dialog; null for the main window
-    /// @param buttons  what stands on the buttons: first what agrees, then what declines, then what cancels;
-    ///                 more are ignored. Empty for a single "OK".
-    /// @param canClose false keeps the user from closing the dialog other than by a button
-    /// @return position of the pressed button in the list; -1 when the dialog was closed
+    /// Shows a message in a modal dialog with the application's frame and waits for the answer.
+    /// @param parent   the dialog's parent; null for the main window
+    /// @param buttons  as for addMessageboxButton(); empty for a single "OK"
+    /// @param canClose whether the user can close the dialog without pressing a button
+    /// @return index of the pressed button in the list; -1 if the dialog was closed
     static int ShowMessage(QWidget* parent, QString title, QString text, QStringList buttons,
                            QMessageBox::Icon icon = QMessageBox::Information, bool canClose = true);
 
-    /// As ShowMessage(), with a message box that the caller has filled.
-    /// @param box becomes part of the dialog and is deleted with it
-    /// @return position of the pressed button in the order in which the box lists its buttons; -1 when the dialog
-    ///         was closed
+    /// Like ShowMessage(), but shows a message box that the caller has set up.
+    /// @param box owned by the dialog, which deletes it before this returns; null is ignored
+    /// @return index of the pressed button in box->buttons(); -1 if the dialog was closed or the box is null
     static int ShowMessageCustomize(QWidget* parent, QString title, DkMessageBox* box, bool canClose = true);
 
-    /// Adds up to three buttons with the roles YesRole, NoRole and RejectRole, in this order.
-    /// @return the buttons, which belong to the box
+    /// Adds up to three buttons, with the roles YesRole, NoRole and RejectRole in this order; further texts
+    /// are ignored.
+    /// @return the buttons, owned by the box; empty if the box is null
     static QList<QAbstractButton*> addMessageboxButton(QMessageBox* box, const QStringList& buttons);
 
     // ---- Protected data; docs/ciphers.md describes what is protected against what
@@ -156,8 +155,7 @@ public:
     /// @param result as for Encrypt(); also unchanged if protectedText has less than 15 digits
     static void Decrypt(const char* protectedText, const char* passPhrase, char*& result);
 
-    /// Releases a result of Encrypt() or Decrypt(), wiped up to its terminating zero; nothing is behind that. Null
-    /// is ignored.
+    /// Wipes a result of Encrypt() or Decrypt(), up to its terminating zero, and releases it. Null is ignored.
     static void CryptLocalFree(char* p);
 
     /// Reads a file up to its first zero byte and writes a file that depends on the operation:

@@ -3,6 +3,8 @@
 #include "Change/Change.h"
 #include "common/Log.h"
 
+#include <QStringBuilder>
+
 #include <array>
 #include <charconv>
 
@@ -28,10 +30,10 @@ QString valueText(double number, const QString& unit)
 {
     // Values below 2^64 over whole divisors have at most 20 digits before the point.
     std::array<char, 32> digits{};
-    char* const last = digits.data() + digits.size() - 1;
-    char* const end = std::to_chars(digits.data(), last, number, std::chars_format::fixed, 2).ptr;
-    *end = ' ';
-    return QLatin1String(digits.data(), static_cast<int>(end + 1 - digits.data())) + unit;
+    char* const last = digits.data() + digits.size();
+    const char* const end = std::to_chars(digits.data(), last, number, std::chars_format::fixed, 2).ptr;
+    const QLatin1String numberText(digits.data(), static_cast<int>(end - digits.data()));
+    return numberText % QLatin1Char(' ') % unit; // "%" allocates once
 }
 
 } // namespace
