@@ -48,12 +48,14 @@ constexpr Qt::WindowFlags OwnFrameFlags = Qt::Dialog | Qt::FramelessWindowHint |
 constexpr Qt::WindowFlags AllButtons =
     Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint;
 
-QStringList shownButtons(const ExtendDialog& dialog)
+/// The parts of the title bar that are shown, but for the title.
+QString shownParts(const ExtendDialog& dialog)
 {
-    QStringList names;
-    for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
-        if (!dialog.GetTileBar()->findChild<QWidget*>(QLatin1String("Core_Button") + name)->isHidden())
-            names.append(name);
+    QString names;
+    for (const char* name :
+         {"ButtonMinimize", "ButtonMaximize", "ButtonRestore", "ButtonClose", "LabelTitleIcon"})
+        if (!dialog.GetTileBar()->findChild<QWidget*>(QLatin1String("Core_") + name)->isHidden())
+            names += QString(name).mid(6, 3);
     return names;
 }
 
@@ -68,7 +70,6 @@ private slots:
     void cleanup();
     void placement_data();
     void placement();
-    void corners();
     void ownFrame();
     void systemFrame_data();
     void systemFrame();
@@ -124,47 +125,37 @@ void TestExtendDialog::placement()
     QCOMPARE(placed.size(), dialog);
 }
 
-void TestExtendDialog::corners()
-{
-    const Dialog dialog(nullptr, {}, enWidgetNormal);
-    const_cast<Dialog&>(dialog).resize(100, 80);
-    QRegion left;
-    QRegion right;
-    dialog.getCornerRegion(left, right);
-    QVERIFY(left.contains(QPoint(0, 5)) && !left.contains(QPoint(0, 9)) && !left.contains(QPoint(4, 4)));
-    QVERIFY(right.contains(QPoint(99, 0)));
-    QVERIFY(!right.contains(QPoint(99, 9)) && !right.contains(QPoint(89, 0)));
-    QCOMPARE(left.boundingRect().topLeft(), QPoint(0, 0));
-    QCOMPARE(right.boundingRect().topRight(), QPoint(99, 0));
-}
-
 void TestExtendDialog::ownFrame()
 {
     Dialog dialog(nullptr, AllButtons, enWidgetNormal);
-    QVERIFY(dialog.IsCusTitle() && dialog.GetTileBar());
+    QVERIFY(dialog.IsCusTitle());
     QCOMPARE(dialog.windowFlags() & OwnFrameFlags, OwnFrameFlags);
-    QCOMPARE(shownButtons(dialog), (QStringList{"Minimize", "Maximize", "Close"}));
+    QCOMPARE(shownParts(dialog), "MinMaxClo");
     QCOMPARE(dialog.GetTileBar()->geometry(), QRect(3, 0, dialog.width(), 29));
     auto* const content = new QWidget(nullptr, Qt::Window);
     dialog.AddMainWidget(content);
-    QCOMPARE(dialog.GetMainWidget(), content);
     QVERIFY(!content->isWindow() && content->parentWidget() == &dialog);
-    QCOMPARE(content->pos(), QPoint(5, 40));
     dialog.changeSize({200, 100});
     dialog.show();
     QCOMPARE(dialog.size(), QSize(210, 145));
-    QCOMPARE(content->size(), QSize(200, 100));
+    QCOMPARE(content->geometry(), QRect(5, 40, 200, 100));
     QCOMPARE(dialog.GetTileBar()->size(), QSize(207, 40));
     QCOMPARE(dialog.findChild<QFrame*>("Core_ExtendDialogFrame")->size(), dialog.size());
     dialog.setWindowTitle("Title");
-    QCOMPARE(dialog.windowTitle(), "Title");
-    QCOMPARE(dialog.GetTileBar()->findChild<QLabel*>("Core_LabelTitle")->text(), "Title");
+    QCOMPARE(dialog.windowTitle() + dialog.GetTileBar()->findChild<QLabel*>("Core_LabelTitle")->text(),
+             "TitleTitle");
+    CommonUtils::SetMiniModeFlag();
     dialog.grab();
-    QVERIFY(!dialog.mask().contains(QPoint(0, 0)) && dialog.mask().contains(QPoint(0, 144)));
+    CommonUtils::ResetMiniModeFlag();
+    QVERIFY(dialog.mask().isEmpty());
+    dialog.grab();
+    QString inside; // in turn left and right, along the edges and diagonally
+    for (const QPoint& point : {QPoint(0, 5), {0, 9}, {10, 0}, {4, 4}, {0, 144}})
+        for (const QPoint& place : {point, QPoint(209 - point.x(), point.y())})
+            inside += dialog.mask().contains(place) ? '+' : '-';
+    QCOMPARE(inside, "--++++++++");
     delete content;
     dialog.resize(300, 300); // without its content
-    QVERIFY(!dialog.GetMainWidget());
-
     auto* const layout = new QVBoxLayout;
     dialog.setLayout(nullptr);
     dialog.setLayout(layout);
@@ -190,21 +181,20 @@ void TestExtendDialog::systemFrame()
     Dialog dialog(nullptr, Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
                   static_cast<enWidgetType>(type));
     QVERIFY(!dialog.IsCusTitle() && !dialog.GetTileBar());
-    QCOMPARE(dialog.windowFlags() & OwnFrameFlags, Qt::Dialog);
-    QVERIFY(dialog.windowFlags() & Qt::WindowCloseButtonHint);
+    QCOMPARE(dialog.windowFlags() & (OwnFrameFlags | AllButtons), Qt::Dialog | Qt::WindowCloseButtonHint);
     auto* const content = new QWidget;
     dialog.AddMainWidget(content);
-    QCOMPARE(content->pos(), QPoint());
     dialog.changeSize({150, 60});
     QCOMPARE(dialog.size(), QSize(150, 60));
-    content->resize(150, 60);
     dialog.show();
     QTEST(dialog.minimumSize(), "minimum");
     QTEST(dialog.maximumSize(), "maximum");
-    QCOMPARE(content->size(), dialog.size());
+    QCOMPARE(content->geometry(), dialog.rect());
     dialog.EnableCloseButton(false); // there is none
     QCOMPARE(log().count("{file}, EnableCloseButton : {*}"), 0);
-    QVERIFY(dialog.mask().isEmpty());
+    m_mainFrame.usesCustomFrame = true;
+    dialog.getFrameValue(); // the frame stays
+    dialog.resize(200, 200);
 }
 
 void TestExtendDialog::windowFlags()
@@ -212,11 +202,10 @@ void TestExtendDialog::windowFlags()
     log().allow("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set");
     Dialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
     own.setWindowFlags(Qt::WindowMinimizeButtonHint);
-    QCOMPARE(shownButtons(own), (QStringList{"Minimize"}));
-    QVERIFY(own.windowFlags() & Qt::FramelessWindowHint);
+    QCOMPARE(shownParts(own), "Min");
     own.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint);
     QVERIFY(own.windowFlags() & Qt::WindowStaysOnTopHint);
-    QCOMPARE(shownButtons(own), (QStringList{"Close"}));
+    QCOMPARE(shownParts(own), "Clo");
     QVERIFY(log().contains("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set"));
 
     m_mainFrame.usesCustomFrame = false;
@@ -251,13 +240,9 @@ void TestExtendDialog::centring()
     CommonUtils::MoveCentre(&alone); // there is no main window
     QCOMPARE(log().count("Arg is NULL: {time}: {file}: MoveCentre {n}"), 2);
     QCOMPARE(alone.pos(), QPoint(10, 10));
-    CommonUtils::MoveRelatedCentre(&alone, nullptr);
-    CommonUtils::MoveRelatedCentre(nullptr, &main);
-    QCOMPARE(alone.pos(), QPoint(10, 10));
     CommonUtils::MoveRelatedCentre(&alone, &main);
     QCOMPARE(alone.pos(), QPoint(375, 325));
     QCOMPARE(CommonUtils::GetCentrePoint(&main, {50, 50}), QPoint(375, 325));
-    QCOMPARE(CommonUtils::GetCentrePoint(nullptr, {50, 50}), QPoint());
 }
 
 void TestExtendDialog::closing()
@@ -315,49 +300,50 @@ void TestExtendDialog::messageBox()
     QTest::keyClick(box, Qt::Key_Escape);
     QVERIFY(!box->isVisible());
     QCOMPARE(box->clickedButton(), no);
-
-    QMessageBox roles;
-    const QList<QAbstractButton*> added = CommonUtils::addMessageboxButton(&roles, {"a", "b", "c", "d"});
-    QCOMPARE(added.size(), 3);
-    QCOMPARE(roles.buttonRole(added[0]), QMessageBox::YesRole);
-    QCOMPARE(roles.buttonRole(added[1]), QMessageBox::NoRole);
-    QCOMPARE(roles.buttonRole(added[2]), QMessageBox::RejectRole);
-    QVERIFY(CommonUtils::addMessageboxButton(nullptr, {"a"}).isEmpty());
 }
 
 void TestExtendDialog::showMessage_data()
 {
-    const auto row = dataTable<bool, QStringList, bool, QString, int>("ownFrame", "buttons", "canClose",
-                                                                      "answer", "result");
-    row("first", true, {"Yes", "No", "Cancel"}, true, "Yes", 0);
-    row("second", false, {"Yes", "No", "Cancel"}, true, "No", 1);
-    row("third", true, {"Yes", "No", "Cancel"}, false, "Cancel", 2);
-    row("closed", true, {"Yes", "No"}, true, "", -1);
-    row("a single OK", false, {}, true, "OK", 0);
+    const auto row =
+        dataTable<bool, bool, QString, int, QString>("ownFrame", "canClose", "answer", "result", "buttons");
+    row("first", true, true, "Yes", 0, "Cancel:1 No:6 Yes:5");
+    row("second", false, true, "No", 1, "Cancel:1 No:6 Yes:5");
+    row("third", true, false, "Cancel", 2, "Cancel:1 No:6 Yes:5");
+    row("closed", true, true, "", -1, "Cancel:1 No:6 Yes:5");
+    row("the parent is deleted", true, true, "delete", -1, "Cancel:1 No:6 Yes:5");
+    row("a single OK", false, true, "OK", 0, "OK:0");
 }
 
 void TestExtendDialog::showMessage()
 {
     QFETCH(bool, ownFrame);
-    QFETCH(QStringList, buttons);
     QFETCH(bool, canClose);
     QFETCH(QString, answer);
     m_mainFrame.usesCustomFrame = ownFrame;
+    const QPointer<QWidget> parent = new QWidget;
+    QStringList buttons;
     QTimer::singleShot(0, this, [&] {
         auto* const dialog = qobject_cast<ExtendDialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
         auto* const box = qobject_cast<DkMessageBox*>(dialog->GetMainWidget());
-        QCOMPARE(box->text(), "Text");
+        QCOMPARE(dialog->windowTitle() + box->text(), "TitleText");
         QCOMPARE(box->m_bEscapeAllowed, canClose);
-        QCOMPARE(dialog->windowTitle(), "Title");
+        for (QAbstractButton* button : box->buttons())
+            buttons += button->text().remove('&') + ':' + QString::number(box->buttonRole(button));
         for (QAbstractButton* button : box->buttons())
             if (button->text().remove('&') == answer)
                 button->click();
-        dialog->close();
+        if (answer == "delete")
+            delete parent;
+        else
+            dialog->close();
     });
-    QTEST(CommonUtils::ShowMessage(nullptr, "Title", "Text", buttons, QMessageBox::Question, canClose),
+    const QStringList texts = answer == "OK" ? QStringList() : QStringList{"Yes", "No", "Cancel", "More"};
+    QTEST(CommonUtils::ShowMessage(parent, "Title", "Text", texts, QMessageBox::Question, canClose),
           "result");
     QCOMPARE(CommonUtils::ShowMessageCustomize(nullptr, "Title", nullptr), -1);
+    buttons.sort();
+    QTEST(buttons.join(' '), "buttons");
+    delete parent;
 }
 
 void TestExtendDialog::fader()
