@@ -38,12 +38,6 @@ struct PublishedMainFrame : private Startup
     static void publish(IMainFrameUIService* service) { m_pUiPluginService = service; }
 };
 
-struct Dialog : ExtendDialog
-{
-    using ExtendDialog::ExtendDialog;
-    using ExtendDialog::keyPressEvent;
-};
-
 constexpr Qt::WindowFlags OwnFrameFlags = Qt::Dialog | Qt::FramelessWindowHint | Qt::CustomizeWindowHint;
 constexpr Qt::WindowFlags AllButtons =
     Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint;
@@ -76,7 +70,6 @@ private slots:
     void windowFlags();
     void centring();
     void closing();
-    void messageBox();
     void showMessage_data();
     void showMessage();
     void fader();
@@ -127,7 +120,7 @@ void TestExtendDialog::placement()
 
 void TestExtendDialog::ownFrame()
 {
-    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
+    ExtendDialog dialog(nullptr, AllButtons, enWidgetNormal);
     QVERIFY(dialog.IsCusTitle());
     QCOMPARE(dialog.windowFlags() & OwnFrameFlags, OwnFrameFlags);
     QCOMPARE(shownParts(dialog), "MinMaxClo");
@@ -178,8 +171,9 @@ void TestExtendDialog::systemFrame()
     QFETCH(int, type);
     QFETCH(bool, asksForFrame);
     m_mainFrame.usesCustomFrame = asksForFrame;
-    Dialog dialog(nullptr, Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
-                  static_cast<enWidgetType>(type));
+    ExtendDialog dialog(nullptr,
+                        Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
+                        static_cast<enWidgetType>(type));
     QVERIFY(!dialog.IsCusTitle() && !dialog.GetTileBar());
     QCOMPARE(dialog.windowFlags() & (OwnFrameFlags | AllButtons), Qt::Dialog | Qt::WindowCloseButtonHint);
     auto* const content = new QWidget;
@@ -200,7 +194,7 @@ void TestExtendDialog::systemFrame()
 void TestExtendDialog::windowFlags()
 {
     log().allow("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set");
-    Dialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    ExtendDialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
     own.setWindowFlags(Qt::WindowMinimizeButtonHint);
     QCOMPARE(shownParts(own), "Min");
     own.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint);
@@ -209,11 +203,11 @@ void TestExtendDialog::windowFlags()
     QVERIFY(log().contains("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set"));
 
     m_mainFrame.usesCustomFrame = false;
-    Dialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    ExtendDialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
     system.setWindowFlags(Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
     QCOMPARE(system.windowFlags() & (OwnFrameFlags | AllButtons),
              Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
-    Dialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
+    ExtendDialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
     always.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     QCOMPARE(always.windowFlags(), Qt::Dialog | Qt::FramelessWindowHint);
 }
@@ -224,7 +218,7 @@ void TestExtendDialog::centring()
     main.setObjectName("miniplugin_subframedlg");
     main.setGeometry(200, 200, 400, 300);
     QWidget between(&main);
-    Dialog dialog(&between, {}, enWidgetMessage);
+    ExtendDialog dialog(&between, {}, enWidgetMessage);
     dialog.resize(100, 100);
     dialog.move(0, 0);
     dialog.show();
@@ -247,7 +241,7 @@ void TestExtendDialog::centring()
 
 void TestExtendDialog::closing()
 {
-    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
+    ExtendDialog dialog(nullptr, AllButtons, enWidgetNormal);
     QSignalSpy closed(&dialog, &ExtendDialog::dlgCloseEvent);
     dialog.EnableCloseButton(false);
     QVERIFY(!dialog.GetTileBar()->IsCloseButtonEnable());
@@ -273,33 +267,12 @@ void TestExtendDialog::closing()
     dialog.GetTileBar()->showSmall();
     const QRect tile = dialog.geometry();
     QVERIFY(dialog.close()); // gives its tile back
-    Dialog next(nullptr, AllButtons, enWidgetNormal);
+    ExtendDialog next(nullptr, AllButtons, enWidgetNormal);
     next.show();
     next.GetTileBar()->showSmall();
     QCOMPARE(next.geometry(), tile);
     QTest::keyClick(&next, Qt::Key_Escape);
     QVERIFY(!next.isVisible());
-}
-
-void TestExtendDialog::messageBox()
-{
-    Dialog dialog(nullptr, AllButtons, enWidgetMessage);
-    auto* const box = new DkMessageBox;
-    QPushButton* const no = box->addButton(QMessageBox::No);
-    box->setEscapeButton(no);
-    dialog.AddMainWidget(box);
-    connect(box, &DkMessageBox::changeSize, &dialog, &ExtendDialog::changeSize);
-    dialog.show();
-    box->show();
-    QCOMPARE(dialog.size(), box->size() + QSize(10, 45));
-    box->m_bEscapeAllowed = false;
-    dialog.EnableCloseButton(false);
-    QTest::keyClick(box, Qt::Key_Escape);
-    QVERIFY(box->isVisible());
-    box->m_bEscapeAllowed = true;
-    QTest::keyClick(box, Qt::Key_Escape);
-    QVERIFY(!box->isVisible());
-    QCOMPARE(box->clickedButton(), no);
 }
 
 void TestExtendDialog::showMessage_data()
@@ -309,6 +282,7 @@ void TestExtendDialog::showMessage_data()
     row("first", true, true, "Yes", 0, "Cancel:1 No:6 Yes:5");
     row("second", false, true, "No", 1, "Cancel:1 No:6 Yes:5");
     row("third", true, false, "Cancel", 2, "Cancel:1 No:6 Yes:5");
+    row("Escape", true, true, "Escape", 2, "Cancel:1 No:6 Yes:5");
     row("closed", true, true, "", -1, "Cancel:1 No:6 Yes:5");
     row("the parent is deleted", true, true, "delete", -1, "Cancel:1 No:6 Yes:5");
     row("a single OK", false, true, "OK", 0, "OK:0");
@@ -326,7 +300,9 @@ void TestExtendDialog::showMessage()
         auto* const dialog = qobject_cast<ExtendDialog*>(QApplication::activeModalWidget());
         auto* const box = qobject_cast<DkMessageBox*>(dialog->GetMainWidget());
         QCOMPARE(dialog->windowTitle() + box->text(), "TitleText");
-        QCOMPARE(box->m_bEscapeAllowed, canClose);
+        QTest::keyClick(box, answer == "Escape" || !canClose ? Qt::Key_Escape : Qt::Key_Shift);
+        QCOMPARE(box->isHidden(), answer == "Escape");
+        QCOMPARE(dialog->size(), box->size() + (ownFrame ? QSize(10, 45) : QSize(0, 0)));
         for (QAbstractButton* button : box->buttons())
             buttons += button->text().remove('&') + ':' + QString::number(box->buttonRole(button));
         for (QAbstractButton* button : box->buttons())
@@ -352,7 +328,6 @@ void TestExtendDialog::fader()
     covered.resize(40, 30);
     FaderWidget fader(&covered);
     QCOMPARE(fader.size(), covered.size());
-    QVERIFY(!fader.testAttribute(Qt::WA_WState_Visible));
     fader.start();
     const auto alpha = [&fader] {
         QImage image(1, 1, QImage::Format_ARGB32);
