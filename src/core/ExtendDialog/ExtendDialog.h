@@ -18,9 +18,9 @@ enum enWidgetType : int {
 };
 
 /// A dialog in the application's own frame: a title bar, a border around one main widget, and rounded upper
-/// corners. It centres itself over the window that it belongs to. If the main frame does not ask for such frames,
-/// or the kind is enWidgetSystemFrame, it is an ordinary dialog with the system's frame. That is decided once, in
-/// the constructor.
+/// corners. It centres itself over the window that it belongs to. If the main frame does not ask for such
+/// frames, or the kind is enWidgetSystemFrame, it is an ordinary dialog with the system's frame. That is
+/// decided once, in the constructor.
 ///
 /// The operations that hide those of QDialog (setLayout, setWindowTitle, setWindowFlags) have to be called
 /// through this class. GUI thread only.
@@ -42,20 +42,21 @@ public:
     TitleBar* GetTileBar() const { return m_pTitleBar; } ///< null with the system's frame
     bool IsCusTitle() const { return m_bCusTitle; }      ///< whether the dialog draws its own frame
 
-    /// Asks the main frame whether dialogs draw their own frame, and for the title height and border width. The
-    /// constructor calls it; a later call does not change what kind of frame there is. Without a main frame
-    /// nothing changes.
+    /// Asks the main frame whether dialogs draw their own frame, and for the title height and border width.
+    /// The constructor calls it; a later call does not change what kind of frame there is. Without a main
+    /// frame nothing changes.
     void getFrameValue();
 
-    /// Installs a layout that keeps to the space inside the frame. The dialog takes ownership; null is ignored.
+    /// Installs a layout that keeps to the space inside the frame. The dialog takes ownership; null is
+    /// ignored.
     void setLayout(QLayout* layout);
 
     /// Sets the window's title and the text of the title bar.
     void setWindowTitle(QString const& title);
 
     /// Changes the buttons of the title bar, or adds to the flags of a dialog with the system's frame. Only
-    /// Qt::WindowStaysOnTopHint reaches the window in both cases. Kind enWidgetSystemFrame takes the flags as they
-    /// are. As with QWidget, setting the flags of the window hides it.
+    /// Qt::WindowStaysOnTopHint reaches the window in both cases. Kind enWidgetSystemFrame takes the flags as
+    /// they are. As with QWidget, setting the flags of the window hides it.
     void setWindowFlags(Qt::WindowFlags flags);
 
     /// Creates the title bar if it is missing, and shows the buttons that the flags ask for.

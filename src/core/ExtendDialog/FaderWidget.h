@@ -7,8 +7,8 @@
 
 class QTimer;
 
-/// Covers a widget with a colour that fades away, then closes itself. It is not deleted when it closes. GUI thread
-/// only.
+/// Covers a widget with a colour that fades away, then closes itself. It is not deleted when it closes. GUI
+/// thread only.
 class SKYLUME_EXPORT FaderWidget : public QWidget
 {
     Q_OBJECT

@@ -10,8 +10,8 @@ class QXmlStreamReader;
 
 namespace MENU {
 
-/// Reads the menus of a plugin from its menu file, changed as the file says for the modem's customisation name.
-/// The tree belongs to the parser. Used on one thread at a time.
+/// Reads the menus of a plugin from its menu file, changed as the file says for the modem's customisation
+/// name. The tree belongs to the parser. Used on one thread at a time.
 ///
 /// The reader uses the editing operations itself; plugins may change the tree with them.
 class SKYLUME_EXPORT MenuParse
@@ -38,8 +38,8 @@ public:
     // ---- Reading. Except for LoadFile(), each operation reads on from the reader's current position.
 
     /// Adds the menus of a file, see the constructor.
-    /// @return false if the file cannot be read, but also for every file with the element "qrvldoc"; of no use
-    ///         to callers
+    /// @return false if the file cannot be read, but also for every file with the element "qrvldoc"; of no
+    ///         use to callers
     bool LoadFile(QString folder, QString file);
 
     /// Adds the menus of all elements "qrvldoc".
@@ -50,12 +50,12 @@ public:
     /// @return always false
     bool ReadInfo(QXmlStreamReader& reader);
 
-    /// Adds the menus up to the end of the customisation part, and applies the block of the customisation name. Reads
-    /// to the end of the document if there is none.
+    /// Adds the menus up to the end of the customisation part, and applies the block of the customisation
+    /// name. Reads to the end of the document if there is none.
     void ReadMenuItem(QXmlStreamReader& reader);
 
-    /// Moves to the block of the customisation name: the first element, from the current one on, with this attribute
-    /// "name".
+    /// Moves to the block of the customisation name: the first element, from the current one on, with this
+    /// attribute "name".
     /// @return false when there is none
     bool CustomizeOperator(QXmlStreamReader& reader);
 

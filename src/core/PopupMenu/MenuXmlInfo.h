@@ -22,8 +22,8 @@ public:
     MenuXmlInfo() = default;
     ~MenuXmlInfo(); ///< deletes the children
 
-    /// The entry's name. For an item it is the action that the plugin reacts to; the children of a sub-menu name it as
-    /// their parent. The getters that take a reference write to it.
+    /// The entry's name. For an item it is the action that the plugin reacts to; the children of a sub-menu
+    /// name it as their parent. The getters that take a reference write to it.
     void GetMenuName(QString& name) const { name = m_strMenuName; }
     void SetMenuName(QString name) { m_strMenuName = std::move(name); }
 

@@ -37,8 +37,8 @@ public:
     /// The first free cell, rows from the bottom, columns from the left; null when all are occupied.
     TileCell* firstFree();
 
-    /// Changes the count of every cell that `rect` touches: down when releasing, up otherwise. Stops after the row
-    /// with a cell that equals `rect`, or once more than three cells have been changed.
+    /// Changes the count of every cell that `rect` touches: down when releasing, up otherwise. Stops after
+    /// the row with a cell that equals `rect`, or once more than three cells have been changed.
     void change(bool release, const QRect& rect);
 
 private:

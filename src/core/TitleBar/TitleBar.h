@@ -16,9 +16,9 @@ struct TileCell;
 /// The title bar of a frameless window: icon, title and the buttons to minimise, maximise, restore and close
 /// it. The window is moved by dragging the title bar; a double click maximises or restores it.
 ///
-/// A minimised window does not go to the task bar: it shrinks to a tile at the bottom of the screen. All title
-/// bars of the process share one grid of tiles. It is laid out for the screen of the first window that is
-/// minimised and never changes afterwards. With SetMinimizeBehavior(true) the window is hidden instead.
+/// A minimised window does not go to the task bar: it shrinks to a tile at the bottom of the screen. All
+/// title bars of the process share one grid of tiles. It is laid out for the screen of the first window that
+/// is minimised and never changes afterwards. With SetMinimizeBehavior(true) the window is hidden instead.
 ///
 /// Style sheets find the parts by their object names: "Core_ButtonMinimize", "Core_ButtonMaximize",
 /// "Core_ButtonRestore", "Core_ButtonClose", "Core_LabelTitleIcon" and "Core_LabelTitle".
@@ -46,7 +46,8 @@ public:
     void SetWindowTitle(QString const& title);
 
     /// Shows a picture, scaled to fit into w by h pixels with its proportions kept.
-    /// @param path a picture file; empty for the application's icon. The label is cleared if it cannot be read.
+    /// @param path a picture file; empty for the application's icon. The label is cleared if it cannot be
+    ///             read.
     void setCusTitleBarIcon(QString path, int w, int h);
 
     void HideAllControl(); ///< hides the icon and all buttons; the title stays
