@@ -3,10 +3,10 @@
 #include <QRect>
 #include <QRegion>
 
-/// Where dialogs go and what shape they have. Plain arithmetic.
+/// Position and shape of dialogs. Plain arithmetic.
 namespace DialogPlacement {
 
-/// Centres a dialog over a window and keeps it, with room for its title, on the screen.
+/// Centres a dialog over a window and keeps it on the screen, with room for its title above it.
 /// @param reference the window's rectangle
 /// @param available the part of the screen that windows may use
 QRect centred(const QRect& reference, const QSize& dialog, const QRect& available);
@@ -14,7 +14,7 @@ QRect centred(const QRect& reference, const QSize& dialog, const QRect& availabl
 /// The top-left corner that puts a rectangle of this size in the middle of another one.
 QPoint centrePoint(const QRect& reference, const QSize& size);
 
-/// What lies outside the rounding of a dialog's upper corners.
+/// The parts of a dialog's upper corners that lie outside their rounding.
 struct Corners
 {
     QRegion left;

@@ -4,7 +4,7 @@
 
 #include <QMessageBox>
 
-/// The message box inside an ExtendDialog: it asks the dialog to follow its size. GUI thread only.
+/// The message box inside an ExtendDialog, which follows its size. GUI thread only.
 class SKYLUME_EXPORT DkMessageBox : public QMessageBox
 {
     Q_OBJECT

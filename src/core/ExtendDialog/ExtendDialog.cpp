@@ -157,7 +157,8 @@ void ExtendDialog::resizeEvent(QResizeEvent* event)
             m_pMainWidget->resize(size);
         return;
     }
-    m_pFrame->resize(size);
+    if (m_pFrame)
+        m_pFrame->resize(size);
     if (m_pTitleBar)
         m_pTitleBar->resize(size.width() - TitleBarLeft, m_iTitleHeight);
     if (m_pMainWidget)

@@ -18,8 +18,8 @@ enum enWidgetType : int {
 };
 
 /// A dialog in the application's own frame: a title bar, a border around one main widget, and rounded upper
-/// corners. It centres itself over the window that it belongs to. When the main frame does not use a frame of
-/// its own, or the kind is enWidgetSystemFrame, it is an ordinary dialog with the system's frame; that is
+/// corners. It centres itself over the window that it belongs to. If the main frame does not ask for such
+/// frames, or the kind is enWidgetSystemFrame, it is an ordinary dialog with the system's frame. That is
 /// decided once, in the constructor.
 ///
 /// The operations that hide those of QDialog (setLayout, setWindowTitle, setWindowFlags) have to be called
@@ -34,33 +34,39 @@ public:
     ///               choose the buttons of the title bar
     ExtendDialog(QWidget* parent, Qt::WindowFlags flags, enWidgetType type);
 
-    /// Sets the content, which becomes a child of the dialog and fills the space inside the frame. An earlier
-    /// one is neither removed nor deleted. Null only forgets it.
+    /// Sets the content, which becomes a child of the dialog and fills the space inside the frame.
+    /// @param widget null for none. The previous one stays a child of the dialog but is no longer resized.
     void AddMainWidget(QWidget* widget);
     QWidget* GetMainWidget() const { return m_pMainWidget; } ///< null until one is added
 
     TitleBar* GetTileBar() const { return m_pTitleBar; } ///< null with the system's frame
     bool IsCusTitle() const { return m_bCusTitle; }      ///< whether the dialog draws its own frame
 
-    /// Asks the main frame for its frame: whether it uses one of its own, the height of a title and the width
-    /// of a border. Without a main frame nothing changes.
+    /// Asks the main frame whether dialogs draw their own frame, and for the title height and border width.
+    /// The constructor calls it; a later call does not change what kind of frame there is. Without a main
+    /// frame nothing changes.
     void getFrameValue();
 
-    /// Installs a layout that keeps to the space inside the frame.
+    /// Installs a layout that keeps to the space inside the frame. The dialog takes ownership; null is
+    /// ignored.
     void setLayout(QLayout* layout);
+
+    /// Sets the window's title and the text of the title bar.
     void setWindowTitle(QString const& title);
 
-    /// Changes buttons and icon of the title bar, or the flags of a dialog with the system's frame.
+    /// Changes the buttons of the title bar, or adds to the flags of a dialog with the system's frame. Only
+    /// Qt::WindowStaysOnTopHint reaches the window in both cases. Kind enWidgetSystemFrame takes the flags as
+    /// they are. As with QWidget, setting the flags of the window hides it.
     void setWindowFlags(Qt::WindowFlags flags);
 
-    /// Creates the title bar if it is missing, and shows the parts that the flags ask for.
+    /// Creates the title bar if it is missing, and shows the buttons that the flags ask for.
     void setTtileBar(Qt::WindowFlags flags);
 
-    /// Whether the user may close the dialog, by its button, Escape or Alt+F4. A call of close() works either
-    /// way. Does nothing with the system's frame.
+    /// Sets whether the user may close the dialog, by its button, Escape or Alt+F4. A call of close() works
+    /// either way. Does nothing with the system's frame.
     void EnableCloseButton(bool isEnabled);
 
-    /// What lies outside the rounding of the upper corners.
+    /// Writes the parts of the upper corners that lie outside their rounding.
     void getCornerRegion(QRegion& left, QRegion& right) const;
 
 public Q_SLOTS:

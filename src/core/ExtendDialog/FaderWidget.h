@@ -7,17 +7,17 @@
 
 class QTimer;
 
-/// Covers a widget with a colour that fades away. Make it, call start(), and delete it with its parent or
-/// once it has closed itself. GUI thread only.
+/// Covers a widget with a colour that fades away, then closes itself. It is not deleted when it closes. GUI
+/// thread only.
 class SKYLUME_EXPORT FaderWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// @param parent the widget to cover as it is large now; null makes an empty overlay
+    /// @param parent the widget to cover, in its current size; it owns the overlay. May be null.
     explicit FaderWidget(QWidget* parent);
 
-    /// Covers the parent with white; it shows through again within a second.
+    /// Covers the parent with white, which fades away in about a second.
     void start();
 
 protected:

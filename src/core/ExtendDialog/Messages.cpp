@@ -7,6 +7,7 @@
 #include "common/Log.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 
@@ -47,20 +48,24 @@ void placeOver(QDialog* dialog, const QWidget* reference, const QScreen* screen)
 int runMessage(QWidget* parent, const QString& title, DkMessageBox* box, bool canClose,
                const QList<QAbstractButton*>& order)
 {
-    ExtendDialog dialog(parent ? parent : CommonUtils::GetMainWindow(), Qt::WindowCloseButtonHint,
-                        enWidgetMessage);
-    dialog.setWindowTitle(title);
-    dialog.AddMainWidget(box);
+    const QPointer<ExtendDialog> dialog = new ExtendDialog(parent ? parent : CommonUtils::GetMainWindow(),
+                                                           Qt::WindowCloseButtonHint, enWidgetMessage);
+    dialog->setWindowTitle(title);
+    dialog->AddMainWidget(box);
     box->m_bEscapeAllowed = true;
     if (!canClose) {
-        dialog.EnableCloseButton(false);
+        dialog->EnableCloseButton(false);
         box->m_bEscapeAllowed = false;
     }
-    QObject::connect(box, &DkMessageBox::changeSize, &dialog, &ExtendDialog::changeSize);
-    QObject::connect(box, &QDialog::finished, &dialog, &QDialog::done);
+    QObject::connect(box, &DkMessageBox::changeSize, dialog, &ExtendDialog::changeSize);
+    QObject::connect(box, &QDialog::finished, dialog, &QDialog::done);
     box->show();
-    dialog.exec();
-    return order.indexOf(box->clickedButton());
+    dialog->exec();
+    if (!dialog)
+        return -1; // deleted with its parent while it was shown
+    const int answer = order.indexOf(box->clickedButton());
+    delete dialog;
+    return answer;
 }
 
 } // namespace

@@ -23,17 +23,21 @@ void deleteFirst(QList<MenuXmlInfo*>& entries, IsWanted isWanted)
     entries.erase(found);
 }
 
-MenuXmlInfo* findPopup(const QList<MenuXmlInfo*>& entries, const QString& name)
+bool isPopup(const MenuXmlInfo* entry, const QString& name)
 {
-    QString candidate;
-    for (MenuXmlInfo* const entry : entries) {
-        if (entry->GetMenuType() != MenuXmlInfo::Popup)
-            continue;
-        entry->GetMenuName(candidate);
-        if (candidate == name)
-            return entry;
-    }
-    return nullptr;
+    if (entry->GetMenuType() != MenuXmlInfo::Popup)
+        return false;
+    QString own;
+    entry->GetMenuName(own);
+    return own == name;
+}
+
+/// The position of the first sub-menu of this name; one past the end when there is none.
+int findPopup(const QList<MenuXmlInfo*>& entries, const QString& name)
+{
+    const auto found = std::find_if(entries.cbegin(), entries.cend(),
+                                    [&name](const MenuXmlInfo* entry) { return isPopup(entry, name); });
+    return static_cast<int>(found - entries.cbegin());
 }
 
 } // namespace
@@ -53,15 +57,12 @@ QList<MenuXmlInfo*>* MenuParse::entriesOf(const QString& menuName, const QString
         return nullptr;
     if (parent == NoParent)
         return menu->items;
-    const QString place = menuName + QLatin1Char('\n') + parent;
-    QString lastName;
-    if (m_pLastPopup)
-        m_pLastPopup->GetMenuName(lastName);
-    if (!m_pLastPopup || m_strLastPopup != place || lastName != parent) {
-        m_pLastPopup = findPopup(*menu->items, parent);
-        m_strLastPopup = place;
+    const QList<MenuXmlInfo*>& entries = *menu->items;
+    if (menu != m_pLastMenu || m_iLastPopup >= entries.size() || !isPopup(entries[m_iLastPopup], parent)) {
+        m_pLastMenu = menu;
+        m_iLastPopup = findPopup(entries, parent);
     }
-    return m_pLastPopup ? m_pLastPopup->GetPopupMenuList() : nullptr;
+    return m_iLastPopup < entries.size() ? entries[m_iLastPopup]->GetPopupMenuList() : nullptr;
 }
 
 MenuXmlInfo* MenuParse::AddMenuType(QString menuName, QString parent, int type)
@@ -105,7 +106,7 @@ void MenuParse::DeleteMenuItem(QString id, QString parent, QString menuName)
 {
     if (QList<MenuXmlInfo*>* const entries = entriesOf(menuName, parent))
         deleteFirst(*entries, [&id](const MenuXmlInfo* entry) { return entry->GetMenuTextID() == id; });
-    m_pLastPopup = nullptr;
+    m_pLastMenu = nullptr;
 }
 
 void MenuParse::DeleteMenuPopup(QString id, QString menuName)
@@ -114,5 +115,5 @@ void MenuParse::DeleteMenuPopup(QString id, QString menuName)
         deleteFirst(*menu->items, [&id](const MenuXmlInfo* entry) {
             return entry->GetMenuType() == MenuXmlInfo::Popup && entry->GetMenuTextID() == id;
         });
-    m_pLastPopup = nullptr;
+    m_pLastMenu = nullptr;
 }

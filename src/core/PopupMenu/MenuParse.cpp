@@ -77,7 +77,7 @@ MenuParse::~MenuParse()
 
 void MenuParse::release()
 {
-    m_pLastPopup = nullptr;
+    m_pLastMenu = nullptr;
     qDeleteAll(*m_pMenuInfoList);
     m_pMenuInfoList->clear();
 }
@@ -148,8 +148,7 @@ void MenuParse::ReadMenuItem(QXmlStreamReader& reader)
         if (!reader.isStartElement())
             continue;
         if (reader.name() == MenuElement) {
-            if (!beginMenu(reader, position))
-                return;
+            beginMenu(reader, position);
         } else if (reader.name() == ItemElement) {
             readItem(reader, position);
         } else if (reader.name() == CustomizeElement) {
@@ -163,19 +162,15 @@ void MenuParse::ReadMenuItem(QXmlStreamReader& reader)
     }
 }
 
-/// @return false when there is no list for the menus
-bool MenuParse::beginMenu(QXmlStreamReader& reader, Position& position)
+void MenuParse::beginMenu(QXmlStreamReader& reader, Position& position)
 {
     position.parent = attribute(reader, "parent");
     if (position.parent != NoParent)
-        return true;
-    if (!m_pMenuInfoList)
-        return false;
+        return;
     position.menu = attribute(reader, "name");
     auto* const menu = new STMENUINFO;
     menu->name = position.menu;
     m_pMenuInfoList->append(menu);
-    return true;
 }
 
 void MenuParse::readItem(QXmlStreamReader& reader, const Position& position)

@@ -10,14 +10,14 @@ class QXmlStreamReader;
 
 namespace MENU {
 
-/// Reads the menus of a plugin from its menu file, changed as the file says for the modem's customisation name.
-/// The tree belongs to the parser. Used on one thread at a time.
+/// Reads the menus of a plugin from its menu file, changed as the file says for the modem's customisation
+/// name. The tree belongs to the parser. Used on one thread at a time.
 ///
-/// The editing operations are what the reader itself uses; plugins may change the tree with them.
+/// The reader uses the editing operations itself; plugins may change the tree with them.
 class SKYLUME_EXPORT MenuParse
 {
 public:
-    MenuParse();
+    MenuParse(); ///< without menus
 
     /// Reads a file. A missing or faulty one leaves the menus that were read before the fault.
     /// @param folder name of the plugin's folder below "plugins"
@@ -35,17 +35,27 @@ public:
     /// Deletes all menus.
     void release();
 
-    // ---- Reading; each step goes on from where the reader is
+    // ---- Reading. Except for LoadFile(), each operation reads on from the reader's current position.
 
-    /// Adds the menus of a file.
-    /// @return false for a file that cannot be read, but also for every file with the element "qrvldoc"; of no
+    /// Adds the menus of a file, see the constructor.
+    /// @return false if the file cannot be read, but also for every file with the element "qrvldoc"; of no
     ///         use to callers
     bool LoadFile(QString folder, QString file);
+
+    /// Adds the menus of all elements "qrvldoc".
+    /// @return false without a device, after a fault and after every "qrvldoc"
     bool ReadFile(QXmlStreamReader& reader);
+
+    /// Adds the menus up to the end of the document.
+    /// @return always false
     bool ReadInfo(QXmlStreamReader& reader);
+
+    /// Adds the menus up to the end of the customisation part, and applies the block of the customisation
+    /// name. Reads to the end of the document if there is none.
     void ReadMenuItem(QXmlStreamReader& reader);
 
-    /// Moves to the block of the customisation name.
+    /// Moves to the block of the customisation name: the first element, from the current one on, with this
+    /// attribute "name".
     /// @return false when there is none
     bool CustomizeOperator(QXmlStreamReader& reader);
 
@@ -61,11 +71,11 @@ public:
     /// @param type     MenuXmlInfo::Item or MenuXmlInfo::Separator; others leave the entry's type unset
     /// @return the entry, which belongs to the menu; null when menu or sub-menu do not exist
     MenuXmlInfo* AddMenuType(QString menuName, QString parent, int type);
-    MenuXmlInfo* AddMenuItem(QString menuName, QString parent);
-    MenuXmlInfo* AddMenuSeparator(QString menuName, QString parent);
+    MenuXmlInfo* AddMenuItem(QString menuName, QString parent);      ///< AddMenuType() for an item
+    MenuXmlInfo* AddMenuSeparator(QString menuName, QString parent); ///< AddMenuType() for a separator
 
     /// Appends an empty sub-menu to a menu.
-    /// @return null when there is no such menu
+    /// @return the sub-menu, which belongs to the menu; null when there is no such menu
     MenuXmlInfo* AddMenuPopup(QString menuName);
 
     /// Deletes the first entry with this string identifier.
@@ -82,17 +92,18 @@ private:
     void readItem(QXmlStreamReader& reader, const Position& position);
     void customizeItem(QXmlStreamReader& reader, const Position& position);
     void addNamedEntry(QXmlStreamReader& reader, const QString& id, MenuXmlInfo* entry);
-    bool beginMenu(QXmlStreamReader& reader, Position& position);
-    bool customize(QXmlStreamReader& reader);
+    void beginMenu(QXmlStreamReader& reader, Position& position);
 
     STMENUINFO* findMenu(const QString& name) const;
     QList<MenuXmlInfo*>* entriesOf(const QString& menuName, const QString& parent);
 
     QList<STMENUINFO*>* m_pMenuInfoList;
-    QString m_strFileName;               ///< loaded last
-    QString m_strOperator;               ///< customisation name
-    MenuXmlInfo* m_pLastPopup = nullptr; ///< found last, to spare the search for the next of its children
-    QString m_strLastPopup;              ///< the names it was found by
+    QString m_strFileName; ///< loaded last
+    QString m_strOperator; ///< customisation name
+
+    // Where the last parent was found, so that its next child is added without a search.
+    const STMENUINFO* m_pLastMenu = nullptr;
+    int m_iLastPopup = 0; ///< index in the menu
 };
 
 } // namespace MENU

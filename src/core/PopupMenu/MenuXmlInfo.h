@@ -7,7 +7,7 @@
 
 namespace MENU {
 
-/// One entry of a menu: an item, a separator or a sub-menu. Reentrant, without a lock.
+/// One entry of a menu: an item, a separator or a sub-menu. Used on one thread at a time.
 class SKYLUME_EXPORT MenuXmlInfo
 {
 public:
@@ -22,8 +22,8 @@ public:
     MenuXmlInfo() = default;
     ~MenuXmlInfo(); ///< deletes the children
 
-    /// The entry's name: of an item the action that the plugin reacts to, of a sub-menu what its children name
-    /// as their parent. The getters that take a reference write into it.
+    /// The entry's name. For an item it is the action that the plugin reacts to; the children of a sub-menu
+    /// name it as their parent. The getters that take a reference write to it.
     void GetMenuName(QString& name) const { name = m_strMenuName; }
     void SetMenuName(QString name) { m_strMenuName = std::move(name); }
 
@@ -31,7 +31,7 @@ public:
     void GetMenuFullIntoPlugin(QString& text) const { text = m_strMenuFullIntoPlugin; }
     void SetMenuFullIntoPlugin(QString text) { m_strMenuFullIntoPlugin = std::move(text); }
 
-    /// A Type.
+    /// One of the values of Type.
     int GetMenuType() const { return m_iMenuType; }
     void SetMenuType(int type) { m_iMenuType = type; }
 

@@ -45,8 +45,9 @@ public:
     quintptr CreateMenuBar(QString menuName, QWidget* parent, QList<QActionInfo>* actions);
 
     /// Adds the entries of a menu to a QMenu.
-    /// @param target null adds nothing; sub-menus belong to it
-    /// @param parent owner of the actions
+    /// @param target  owner of the sub-menus; if it is null, nothing is added
+    /// @param parent  owner of the actions
+    /// @param actions as for CreateMenuBar()
     /// @return 1, or 0 when a sub-menu has no list of entries
     int AddMenuItem(STMENUINFO* menu, QMenu* target, QWidget* parent, QList<QActionInfo>* actions);
 

@@ -8,7 +8,7 @@ class QMenu;
 class QPoint;
 class TitleBar;
 
-/// The menu behind a window's icon: the system's own where it has one, else one of ours with the same entries.
+/// The menu behind a window's icon: the system's own if it has one, otherwise a QMenu with the same entries.
 class SystemMenu : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class SystemMenu : public QObject
 public:
     explicit SystemMenu(TitleBar* titleBar);
 
-    /// Sets the entries of the menu that the system gives the title bar's window, if there is one.
+    /// Sets the entries of the window's own menu of the system, if there is one.
     void setNativeStates(bool isMaximized);
 
     /// Sets the entries of a given menu of the system.
@@ -34,5 +34,5 @@ private:
     void run(SystemMenuStates::Entry entry);
 
     TitleBar& m_titleBar;
-    QMenu* m_menu = nullptr; ///< made when it is needed, owned by the title bar
+    QMenu* m_menu = nullptr; ///< created on first use, owned by the title bar
 };

@@ -9,7 +9,7 @@ class QWidget;
 /// A place for one minimised window at the bottom of the screen.
 struct TileCell
 {
-    int count = 0;             ///< how often it is occupied; 0 means free
+    int count = 0;             ///< number of windows that touch it; 0 means free
     QRect rect;                ///< in screen coordinates, 160 by 30 pixels
     QWidget* window = nullptr; ///< the window that was given the cell last; may no longer exist
 };
@@ -37,8 +37,8 @@ public:
     /// The first free cell, rows from the bottom, columns from the left; null when all are occupied.
     TileCell* firstFree();
 
-    /// Changes the count of every cell that `rect` touches: down when releasing, up otherwise. Ends after the
-    /// row with a cell that is exactly `rect`, and after a row once more than three cells have been changed.
+    /// Changes the count of every cell that `rect` touches: down when releasing, up otherwise. Stops after
+    /// the row with a cell that equals `rect`, or once more than three cells have been changed.
     void change(bool release, const QRect& rect);
 
 private:

@@ -16,9 +16,9 @@ struct TileCell;
 /// The title bar of a frameless window: icon, title and the buttons to minimise, maximise, restore and close
 /// it. The window is moved by dragging the title bar; a double click maximises or restores it.
 ///
-/// A minimised window does not go to the task bar: it shrinks to a tile at the bottom of the screen. All title
-/// bars of the process share one grid of tiles, which is laid out for the screen of the first window that is
-/// minimised and never changes. With SetMinimizeBehavior(true) the window is hidden instead.
+/// A minimised window does not go to the task bar: it shrinks to a tile at the bottom of the screen. All
+/// title bars of the process share one grid of tiles. It is laid out for the screen of the first window that
+/// is minimised and never changes afterwards. With SetMinimizeBehavior(true) the window is hidden instead.
 ///
 /// Style sheets find the parts by their object names: "Core_ButtonMinimize", "Core_ButtonMaximize",
 /// "Core_ButtonRestore", "Core_ButtonClose", "Core_LabelTitleIcon" and "Core_LabelTitle".
@@ -30,7 +30,7 @@ class SKYLUME_EXPORT TitleBar : public QFrame
 
 public:
     /// Takes its title from the main frame's string "IDS_XFRAME_TITLE" and the icon of the installation.
-    /// Windows can be maximised when the setting "EnableMaxButton" of the section "system" is "true".
+    /// Windows can be maximised only if the setting "EnableMaxButton" of the section "system" is "true".
     /// @param parent the window that the bar belongs to; it owns the bar
     ///
     /// The number is ignored.
@@ -41,35 +41,40 @@ public:
 
     // ---- Appearance
 
+    /// Sets the text of the title label; the window's own title does not change.
+    /// @param title plain text
     void SetWindowTitle(QString const& title);
 
     /// Shows a picture, scaled to fit into w by h pixels with its proportions kept.
-    /// @param path a picture file; empty for the application's icon
+    /// @param path a picture file; empty for the application's icon. The label is cleared if it cannot be
+    ///             read.
     void setCusTitleBarIcon(QString path, int w, int h);
 
-    void HideAllControl(); ///< icon and buttons
-    void ShowAllControl(); ///< icon, and the buttons that fit the state of the window
+    void HideAllControl(); ///< hides the icon and all buttons; the title stays
+    void ShowAllControl(); ///< shows the icon and the buttons that fit the state of the window
 
-    void EnableIcon(bool isVisible);
-    void EnableMaximizeButton(bool isVisible); ///< stays hidden while maximising is switched off
-    void EnableMinimizeButton(bool isVisible);
-    void EnableCloseButton(bool isVisible);
+    void EnableIcon(bool isVisible); ///< shows or hides the icon
+    void
+    EnableMaximizeButton(bool isVisible); ///< shows or hides it; always hidden while maximising is disabled
+    void
+    EnableMinimizeButton(bool isVisible);    ///< shows or hides it; always hidden while the window is a tile
+    void EnableCloseButton(bool isVisible);  ///< shows or hides it
     void GrayoutCloseButton(bool isEnabled); ///< false greys the button out
     bool IsCloseButtonEnable() const;        ///< whether the close button is not greyed out
 
     // ---- State of the window
 
-    bool IsMaximized() const { return m_bMaximized; }
-    bool IsMinimized() const { return m_bInTile; } ///< whether the window is a tile
+    bool IsMaximized() const { return m_bMaximized; } ///< also true for a tile that was maximised before
+    bool IsMinimized() const { return m_bInTile; }    ///< whether the window is a tile
 
-    void SetMoveable(bool isMoveable)
-    {
-        m_bMoveable = isMoveable;
-    } ///< whether it can be dragged; true at first
+    /// Sets whether the window can be dragged; it can at first.
+    void SetMoveable(bool isMoveable) { m_bMoveable = isMoveable; }
+
+    /// Sets whether minimising hides the window instead of making it a tile; false at first.
     void SetMinimizeBehavior(bool hides) { m_bMinimizeHides = hides; }
-    bool getMinimizeBehavior() const { return m_bMinimizeHides; }
+    bool getMinimizeBehavior() const { return m_bMinimizeHides; } ///< whether minimising hides the window
 
-    /// Gives the window a geometry in screen coordinates.
+    /// Sets the window's geometry, in screen coordinates.
     void ShowWindow(QRect& geometry);
 
     // ---- Tiles
@@ -77,14 +82,15 @@ public:
     /// Moves the window to the first free tile, from the bottom left. It stays where it is when none is free.
     void moveToMiniPos();
 
-    /// Changes the buttons to those of a tile.
+    /// Changes the buttons to those of a tile. Does nothing when minimising hides the window.
     void setMiniState();
 
-    /// Counts the cells below a rectangle as occupied once more, or once less.
-    /// @param release true for once less
+    /// Raises or lowers the occupancy of every tile that a rectangle touches.
+    /// @param release true lowers it
+    /// @param rect    in screen coordinates
     void setOccupyState(bool release, QRect& rect);
 
-    /// Gives back the cells below the window.
+    /// Lowers the occupancy of the tiles that the window touches.
     void ReleaseOccupy();
 
     // ---- Other windows
@@ -121,9 +127,9 @@ public:
     static TileCell** s_ppMatrixOccupy; ///< the rows, the lowest first; null until a window is minimised
 
 public Q_SLOTS:
-    void showSmall();   ///< minimises the window
-    void showMax();     ///< maximises it, unless that is switched off
-    void showRestore(); ///< brings back the geometry before it was maximised or minimised
+    void showSmall();   ///< makes the window a tile, or hides it, see SetMinimizeBehavior()
+    void showMax();     ///< lets it fill the available area of its screen, unless maximising is disabled
+    void showRestore(); ///< restores it; a tile that was maximised before is maximised again
 
 Q_SIGNALS:
     /// For windows that follow the minimising of a dialog; they emit it themselves.
@@ -167,7 +173,7 @@ private:
     bool m_bMinimizeShown = true; ///< whether the window has a minimise button when it is no tile
     QList<QPointer<QWidget>> m_listPopups;
     bool m_bMenuShown = false; ///< the next request for the menu only closes it
-    bool m_bHoldsTile = false; ///< the window still counts in the grid
-    QRect m_rectTile;          ///< what it counts for
+    bool m_bHoldsTile = false; ///< the grid counts m_rectTile as occupied by this window
+    QRect m_rectTile;
     SystemMenu* m_pSystemMenu; ///< owned as a child
 };

@@ -69,7 +69,7 @@ bool TitleBar::staysAvailable(const QPoint& cursor, const char* function) const
 
 void TitleBar::moveWindow(const QPoint& topLeft)
 {
-    if (m_bHoldsTile) {
+    if (m_bInTile && m_bHoldsTile) {
         setOccupyState(true, m_rectTile);
         m_rectTile.moveTo(topLeft);
         setOccupyState(false, m_rectTile);

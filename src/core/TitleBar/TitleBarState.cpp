@@ -178,9 +178,11 @@ void TitleBar::leaveTile(bool release)
 void TitleBar::HideAllPopupWindow()
 {
     m_listPopups.clear();
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget* const widget : widgets) {
-        if (widget == window() || !widget->isVisible())
+    QList<QPointer<QWidget>> widgets; // hiding one may delete others
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        widgets.append(widget);
+    for (const QPointer<QWidget>& widget : qAsConst(widgets)) {
+        if (!widget || widget == window() || !widget->isVisible())
             continue;
         LOG_DEBUG("%s, %s :hide widget %s during hide main", LOG_FILE, LOG_FUNCTION,
                   qUtf8Printable(widget->objectName()));

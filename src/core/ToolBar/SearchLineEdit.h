@@ -2,7 +2,7 @@
 
 #include "ExtendDialog/ExtendLineEdit.h"
 
-/// The line edit of a search box. The up and down arrows move the cursor like left and right. GUI thread only.
+/// The line edit of a search box. The Up and Down keys move the cursor left and right. GUI thread only.
 class SKYLUME_EXPORT SearchLineEdit : public ExtendLineEdit
 {
     Q_OBJECT

@@ -56,11 +56,25 @@ QToolButton* makeButton(QWidget* parent, const QString& icon)
     return button;
 }
 
-void setVisible(QHBoxLayout& layout, bool isVisible)
+template <typename Action>
+void forEachWidget(const QLayout& layout, Action action)
 {
     for (int i = 0; i < layout.count(); ++i)
         if (QWidget* const widget = layout.itemAt(i)->widget())
-            widget->setVisible(isVisible);
+            action(*widget);
+}
+
+void setVisible(const QLayout& layout, bool isVisible)
+{
+    forEachWidget(layout, [isVisible](QWidget& widget) { widget.setVisible(isVisible); });
+}
+
+/// Adds a layout to one of any kind; only some kinds have an operation for that.
+void append(QLayout& layout, QLayout& place)
+{
+    place.addItem(&layout);
+    layout.setParent(&place);
+    forEachWidget(layout, [&place](QWidget& widget) { widget.setParent(place.parentWidget()); });
 }
 
 } // namespace
@@ -124,7 +138,7 @@ bool ToolBarLogic::createSearchBox(QHBoxLayout** layout, SearchLineEdit** edit, 
 
 void ToolBarLogic::ShowHideSearchBox(QWidget* widget, QHBoxLayout* layout, SearchLineEdit* edit, bool show)
 {
-    auto* const place = widget ? qobject_cast<QBoxLayout*>(widget->layout()) : nullptr;
+    QLayout* const place = widget ? widget->layout() : nullptr;
     if (!place || !layout || !edit)
         return;
     edit->setEnabled(show);
@@ -134,7 +148,7 @@ void ToolBarLogic::ShowHideSearchBox(QWidget* widget, QHBoxLayout* layout, Searc
         return;
     }
     if (!layout->parent())
-        place->addLayout(layout);
+        append(*layout, *place);
     setVisible(*layout, true);
     edit->clear();
     edit->setFocus();

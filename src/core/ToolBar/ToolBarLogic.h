@@ -15,23 +15,23 @@ class QWidget;
 class QXmlStreamReader;
 class SearchLineEdit;
 
-/// Toolbars of plugins, read from their toolbar files. Icons lie in the folder of the plugin that is named. GUI
-/// thread only.
+/// Toolbars of plugins, read from their toolbar files. Icons are read from the folder of the plugin that is
+/// named. GUI thread only.
 class SKYLUME_EXPORT ToolBarLogic
 {
 public:
-    /// Reads a toolbar file. Buttons of plugins that are not loaded are left out, as are the call buttons unless
-    /// the setting "callvoice" (plugin "CallUIPlugin") or "callvideo" ("VideoCallUIPlugin") of the section
-    /// "callui" begins with "1".
+    /// Reads a toolbar file. Buttons of plugins that are not loaded are left out, as are the call buttons
+    /// unless the setting "callvoice" (plugin "CallUIPlugin") or "callvideo" ("VideoCallUIPlugin") of the
+    /// section "callui" begins with "1".
     /// @param path         path of the file
     /// @param items        receives the buttons in file order; emptied first
-    /// @param groupInGroup receives the switch "GroupInGroup"; stays as it is without one
+    /// @param groupInGroup receives the value of "GroupInGroup"; unchanged without that element
     ///
     /// The last argument is ignored.
     static void GetXmlData(QString path, QList<ToolItem>& items, bool& groupInGroup, QString);
 
     /// Moves to the element "ToolBar" and reads how many items follow.
-    /// @param count 0 when that is not a number; stays as it is without such an element
+    /// @param count 0 if that is not a number; unchanged without such an element
     static void getToolBarCoount(QXmlStreamReader& reader, int& count);
 
     /// Whether the plugin host provides a plugin of this name; loads it if that is necessary.
@@ -44,8 +44,8 @@ public:
     /// @param parent       owner of layout, buttons and group; must have no layout yet
     /// @param items        receive their buttons
     /// @param group        receives the group in which each button has its item's id
-    /// @param searchLayout, searchEdit, searchIcon receive the parts of the search box, see createSearchBox();
-    ///                     if one of them is null, no search box is made
+    /// @param searchLayout, searchEdit, searchIcon receive the parts of the search box, see
+    ///                     createSearchBox(); if one of them is null, no search box is made
     /// @return false without a parent, or when the search box could not be made
     static bool CreateToolBar(QString pluginName, QWidget* parent, QList<ToolItem>& items,
                               QButtonGroup** group, QHBoxLayout** searchLayout, SearchLineEdit** searchEdit,
@@ -57,17 +57,20 @@ public:
     /// @return false when a pointer is null
     static bool createSearchBox(QHBoxLayout** layout, SearchLineEdit** edit, QString iconPath, QLabel** icon);
 
-    /// Adds a search box at the end of a widget's layout, with an empty edit that has the focus, or takes it out.
-    /// Does nothing when a pointer is null or the widget has no layout.
+    /// Adds a search box at the end of a widget's layout, clears the edit and gives it the focus; or removes
+    /// it. A removed layout belongs to the caller, its hidden widgets to the widget. Does nothing when a
+    /// pointer is null or the widget has no layout.
     static void ShowHideSearchBox(QWidget* widget, QHBoxLayout* layout, SearchLineEdit* edit, bool show);
 
-    /// Enables or disables the button with this id and changes its icon.
+    /// Enables or disables the button with this id and changes its icon. Unknown ids are ignored.
     static void EnableDisableItem(QString pluginName, QList<ToolItem>& items, int id, bool enable);
 
     /// Sets a button's icon, mirrored when the application is laid out from right to left.
     /// @param enabled whether it is the icon of the enabled or of the disabled button
     /// @param path    path of the picture; with a file "...@2x" beside it for screens of twice the density
     static void setIcon(QToolButton* button, bool enabled, QString path);
+
+    /// Like setIcon(), but the caller decides whether the icon is mirrored.
     static void setMirrorIcon(QToolButton* button, bool enabled, QString path, bool mirror);
 
     /// Sets all icons again, after the direction of the layout has changed.

@@ -38,22 +38,18 @@ struct PublishedMainFrame : private Startup
     static void publish(IMainFrameUIService* service) { m_pUiPluginService = service; }
 };
 
-struct Dialog : ExtendDialog
-{
-    using ExtendDialog::ExtendDialog;
-    using ExtendDialog::keyPressEvent;
-};
-
 constexpr Qt::WindowFlags OwnFrameFlags = Qt::Dialog | Qt::FramelessWindowHint | Qt::CustomizeWindowHint;
 constexpr Qt::WindowFlags AllButtons =
     Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint;
 
-QStringList shownButtons(const ExtendDialog& dialog)
+/// The parts of the title bar that are shown, but for the title.
+QString shownParts(const ExtendDialog& dialog)
 {
-    QStringList names;
-    for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
-        if (!dialog.GetTileBar()->findChild<QWidget*>(QLatin1String("Core_Button") + name)->isHidden())
-            names.append(name);
+    QString names;
+    for (const char* name :
+         {"ButtonMinimize", "ButtonMaximize", "ButtonRestore", "ButtonClose", "LabelTitleIcon"})
+        if (!dialog.GetTileBar()->findChild<QWidget*>(QLatin1String("Core_") + name)->isHidden())
+            names += QString(name).mid(6, 3);
     return names;
 }
 
@@ -68,14 +64,12 @@ private slots:
     void cleanup();
     void placement_data();
     void placement();
-    void corners();
     void ownFrame();
     void systemFrame_data();
     void systemFrame();
     void windowFlags();
     void centring();
     void closing();
-    void messageBox();
     void showMessage_data();
     void showMessage();
     void fader();
@@ -124,47 +118,37 @@ void TestExtendDialog::placement()
     QCOMPARE(placed.size(), dialog);
 }
 
-void TestExtendDialog::corners()
-{
-    const Dialog dialog(nullptr, {}, enWidgetNormal);
-    const_cast<Dialog&>(dialog).resize(100, 80);
-    QRegion left;
-    QRegion right;
-    dialog.getCornerRegion(left, right);
-    QVERIFY(left.contains(QPoint(0, 5)) && !left.contains(QPoint(0, 9)) && !left.contains(QPoint(4, 4)));
-    QVERIFY(right.contains(QPoint(99, 0)));
-    QVERIFY(!right.contains(QPoint(99, 9)) && !right.contains(QPoint(89, 0)));
-    QCOMPARE(left.boundingRect().topLeft(), QPoint(0, 0));
-    QCOMPARE(right.boundingRect().topRight(), QPoint(99, 0));
-}
-
 void TestExtendDialog::ownFrame()
 {
-    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
-    QVERIFY(dialog.IsCusTitle() && dialog.GetTileBar());
+    ExtendDialog dialog(nullptr, AllButtons, enWidgetNormal);
+    QVERIFY(dialog.IsCusTitle());
     QCOMPARE(dialog.windowFlags() & OwnFrameFlags, OwnFrameFlags);
-    QCOMPARE(shownButtons(dialog), (QStringList{"Minimize", "Maximize", "Close"}));
+    QCOMPARE(shownParts(dialog), "MinMaxClo");
     QCOMPARE(dialog.GetTileBar()->geometry(), QRect(3, 0, dialog.width(), 29));
     auto* const content = new QWidget(nullptr, Qt::Window);
     dialog.AddMainWidget(content);
-    QCOMPARE(dialog.GetMainWidget(), content);
     QVERIFY(!content->isWindow() && content->parentWidget() == &dialog);
-    QCOMPARE(content->pos(), QPoint(5, 40));
     dialog.changeSize({200, 100});
     dialog.show();
     QCOMPARE(dialog.size(), QSize(210, 145));
-    QCOMPARE(content->size(), QSize(200, 100));
+    QCOMPARE(content->geometry(), QRect(5, 40, 200, 100));
     QCOMPARE(dialog.GetTileBar()->size(), QSize(207, 40));
     QCOMPARE(dialog.findChild<QFrame*>("Core_ExtendDialogFrame")->size(), dialog.size());
     dialog.setWindowTitle("Title");
-    QCOMPARE(dialog.windowTitle(), "Title");
-    QCOMPARE(dialog.GetTileBar()->findChild<QLabel*>("Core_LabelTitle")->text(), "Title");
+    QCOMPARE(dialog.windowTitle() + dialog.GetTileBar()->findChild<QLabel*>("Core_LabelTitle")->text(),
+             "TitleTitle");
+    CommonUtils::SetMiniModeFlag();
     dialog.grab();
-    QVERIFY(!dialog.mask().contains(QPoint(0, 0)) && dialog.mask().contains(QPoint(0, 144)));
+    CommonUtils::ResetMiniModeFlag();
+    QVERIFY(dialog.mask().isEmpty());
+    dialog.grab();
+    QString inside; // in turn left and right, along the edges and diagonally
+    for (const QPoint& point : {QPoint(0, 5), {0, 9}, {10, 0}, {4, 4}, {0, 144}})
+        for (const QPoint& place : {point, QPoint(209 - point.x(), point.y())})
+            inside += dialog.mask().contains(place) ? '+' : '-';
+    QCOMPARE(inside, "--++++++++");
     delete content;
     dialog.resize(300, 300); // without its content
-    QVERIFY(!dialog.GetMainWidget());
-
     auto* const layout = new QVBoxLayout;
     dialog.setLayout(nullptr);
     dialog.setLayout(layout);
@@ -187,44 +171,43 @@ void TestExtendDialog::systemFrame()
     QFETCH(int, type);
     QFETCH(bool, asksForFrame);
     m_mainFrame.usesCustomFrame = asksForFrame;
-    Dialog dialog(nullptr, Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
-                  static_cast<enWidgetType>(type));
+    ExtendDialog dialog(nullptr,
+                        Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint,
+                        static_cast<enWidgetType>(type));
     QVERIFY(!dialog.IsCusTitle() && !dialog.GetTileBar());
-    QCOMPARE(dialog.windowFlags() & OwnFrameFlags, Qt::Dialog);
-    QVERIFY(dialog.windowFlags() & Qt::WindowCloseButtonHint);
+    QCOMPARE(dialog.windowFlags() & (OwnFrameFlags | AllButtons), Qt::Dialog | Qt::WindowCloseButtonHint);
     auto* const content = new QWidget;
     dialog.AddMainWidget(content);
-    QCOMPARE(content->pos(), QPoint());
     dialog.changeSize({150, 60});
     QCOMPARE(dialog.size(), QSize(150, 60));
-    content->resize(150, 60);
     dialog.show();
     QTEST(dialog.minimumSize(), "minimum");
     QTEST(dialog.maximumSize(), "maximum");
-    QCOMPARE(content->size(), dialog.size());
+    QCOMPARE(content->geometry(), dialog.rect());
     dialog.EnableCloseButton(false); // there is none
     QCOMPARE(log().count("{file}, EnableCloseButton : {*}"), 0);
-    QVERIFY(dialog.mask().isEmpty());
+    m_mainFrame.usesCustomFrame = true;
+    dialog.getFrameValue(); // the frame stays
+    dialog.resize(200, 200);
 }
 
 void TestExtendDialog::windowFlags()
 {
     log().allow("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set");
-    Dialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    ExtendDialog own(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
     own.setWindowFlags(Qt::WindowMinimizeButtonHint);
-    QCOMPARE(shownButtons(own), (QStringList{"Minimize"}));
-    QVERIFY(own.windowFlags() & Qt::FramelessWindowHint);
+    QCOMPARE(shownParts(own), "Min");
     own.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint);
     QVERIFY(own.windowFlags() & Qt::WindowStaysOnTopHint);
-    QCOMPARE(shownButtons(own), (QStringList{"Close"}));
+    QCOMPARE(shownParts(own), "Clo");
     QVERIFY(log().contains("{file}, setWindowFlags : Qt::WindowStaysOnTopHint set"));
 
     m_mainFrame.usesCustomFrame = false;
-    Dialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
+    ExtendDialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
     system.setWindowFlags(Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
     QCOMPARE(system.windowFlags() & (OwnFrameFlags | AllButtons),
              Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
-    Dialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
+    ExtendDialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
     always.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     QCOMPARE(always.windowFlags(), Qt::Dialog | Qt::FramelessWindowHint);
 }
@@ -235,7 +218,7 @@ void TestExtendDialog::centring()
     main.setObjectName("miniplugin_subframedlg");
     main.setGeometry(200, 200, 400, 300);
     QWidget between(&main);
-    Dialog dialog(&between, {}, enWidgetMessage);
+    ExtendDialog dialog(&between, {}, enWidgetMessage);
     dialog.resize(100, 100);
     dialog.move(0, 0);
     dialog.show();
@@ -251,18 +234,13 @@ void TestExtendDialog::centring()
     CommonUtils::MoveCentre(&alone); // there is no main window
     QCOMPARE(log().count("Arg is NULL: {time}: {file}: MoveCentre {n}"), 2);
     QCOMPARE(alone.pos(), QPoint(10, 10));
-    CommonUtils::MoveRelatedCentre(&alone, nullptr);
-    CommonUtils::MoveRelatedCentre(nullptr, &main);
-    QCOMPARE(alone.pos(), QPoint(10, 10));
     CommonUtils::MoveRelatedCentre(&alone, &main);
-    QCOMPARE(alone.pos(), QPoint(375, 325));
-    QCOMPARE(CommonUtils::GetCentrePoint(&main, {50, 50}), QPoint(375, 325));
-    QCOMPARE(CommonUtils::GetCentrePoint(nullptr, {50, 50}), QPoint());
+    QCOMPARE(alone.pos(), CommonUtils::GetCentrePoint(&main, {50, 50}));
 }
 
 void TestExtendDialog::closing()
 {
-    Dialog dialog(nullptr, AllButtons, enWidgetNormal);
+    ExtendDialog dialog(nullptr, AllButtons, enWidgetNormal);
     QSignalSpy closed(&dialog, &ExtendDialog::dlgCloseEvent);
     dialog.EnableCloseButton(false);
     QVERIFY(!dialog.GetTileBar()->IsCloseButtonEnable());
@@ -288,7 +266,7 @@ void TestExtendDialog::closing()
     dialog.GetTileBar()->showSmall();
     const QRect tile = dialog.geometry();
     QVERIFY(dialog.close()); // gives its tile back
-    Dialog next(nullptr, AllButtons, enWidgetNormal);
+    ExtendDialog next(nullptr, AllButtons, enWidgetNormal);
     next.show();
     next.GetTileBar()->showSmall();
     QCOMPARE(next.geometry(), tile);
@@ -296,68 +274,51 @@ void TestExtendDialog::closing()
     QVERIFY(!next.isVisible());
 }
 
-void TestExtendDialog::messageBox()
-{
-    Dialog dialog(nullptr, AllButtons, enWidgetMessage);
-    auto* const box = new DkMessageBox;
-    QPushButton* const no = box->addButton(QMessageBox::No);
-    box->setEscapeButton(no);
-    dialog.AddMainWidget(box);
-    connect(box, &DkMessageBox::changeSize, &dialog, &ExtendDialog::changeSize);
-    dialog.show();
-    box->show();
-    QCOMPARE(dialog.size(), box->size() + QSize(10, 45));
-    box->m_bEscapeAllowed = false;
-    dialog.EnableCloseButton(false);
-    QTest::keyClick(box, Qt::Key_Escape);
-    QVERIFY(box->isVisible());
-    box->m_bEscapeAllowed = true;
-    QTest::keyClick(box, Qt::Key_Escape);
-    QVERIFY(!box->isVisible());
-    QCOMPARE(box->clickedButton(), no);
-
-    QMessageBox roles;
-    const QList<QAbstractButton*> added = CommonUtils::addMessageboxButton(&roles, {"a", "b", "c", "d"});
-    QCOMPARE(added.size(), 3);
-    QCOMPARE(roles.buttonRole(added[0]), QMessageBox::YesRole);
-    QCOMPARE(roles.buttonRole(added[1]), QMessageBox::NoRole);
-    QCOMPARE(roles.buttonRole(added[2]), QMessageBox::RejectRole);
-    QVERIFY(CommonUtils::addMessageboxButton(nullptr, {"a"}).isEmpty());
-}
-
 void TestExtendDialog::showMessage_data()
 {
-    const auto row = dataTable<bool, QStringList, bool, QString, int>("ownFrame", "buttons", "canClose",
-                                                                      "answer", "result");
-    row("first", true, {"Yes", "No", "Cancel"}, true, "Yes", 0);
-    row("second", false, {"Yes", "No", "Cancel"}, true, "No", 1);
-    row("third", true, {"Yes", "No", "Cancel"}, false, "Cancel", 2);
-    row("closed", true, {"Yes", "No"}, true, "", -1);
-    row("a single OK", false, {}, true, "OK", 0);
+    const auto row =
+        dataTable<bool, bool, QString, int, QString>("ownFrame", "canClose", "answer", "result", "buttons");
+    row("first", true, true, "Yes", 0, "Cancel:1 No:6 Yes:5");
+    row("second", false, true, "No", 1, "Cancel:1 No:6 Yes:5");
+    row("third", true, false, "Cancel", 2, "Cancel:1 No:6 Yes:5");
+    row("Escape", true, true, "Escape", 2, "Cancel:1 No:6 Yes:5");
+    row("closed", true, true, "", -1, "Cancel:1 No:6 Yes:5");
+    row("the parent is deleted", true, true, "delete", -1, "Cancel:1 No:6 Yes:5");
+    row("a single OK", false, true, "OK", 0, "OK:0");
 }
 
 void TestExtendDialog::showMessage()
 {
     QFETCH(bool, ownFrame);
-    QFETCH(QStringList, buttons);
     QFETCH(bool, canClose);
     QFETCH(QString, answer);
     m_mainFrame.usesCustomFrame = ownFrame;
+    const QPointer<QWidget> parent = new QWidget;
+    QStringList buttons;
     QTimer::singleShot(0, this, [&] {
         auto* const dialog = qobject_cast<ExtendDialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
         auto* const box = qobject_cast<DkMessageBox*>(dialog->GetMainWidget());
-        QCOMPARE(box->text(), "Text");
-        QCOMPARE(box->m_bEscapeAllowed, canClose);
-        QCOMPARE(dialog->windowTitle(), "Title");
+        QCOMPARE(dialog->windowTitle() + box->text(), "TitleText");
+        QTest::keyClick(box, answer == "Escape" || !canClose ? Qt::Key_Escape : Qt::Key_Shift);
+        QCOMPARE(box->isHidden(), answer == "Escape");
+        QCOMPARE(dialog->size(), box->size() + (ownFrame ? QSize(10, 45) : QSize(0, 0)));
+        for (QAbstractButton* button : box->buttons())
+            buttons += button->text().remove('&') + ':' + QString::number(box->buttonRole(button));
         for (QAbstractButton* button : box->buttons())
             if (button->text().remove('&') == answer)
                 button->click();
-        dialog->close();
+        if (answer == "delete")
+            delete parent;
+        else
+            dialog->close();
     });
-    QTEST(CommonUtils::ShowMessage(nullptr, "Title", "Text", buttons, QMessageBox::Question, canClose),
+    const QStringList texts = answer == "OK" ? QStringList() : QStringList{"Yes", "No", "Cancel", "More"};
+    QTEST(CommonUtils::ShowMessage(parent, "Title", "Text", texts, QMessageBox::Question, canClose),
           "result");
     QCOMPARE(CommonUtils::ShowMessageCustomize(nullptr, "Title", nullptr), -1);
+    buttons.sort();
+    QTEST(buttons.join(' '), "buttons");
+    delete parent;
 }
 
 void TestExtendDialog::fader()
@@ -366,7 +327,6 @@ void TestExtendDialog::fader()
     covered.resize(40, 30);
     FaderWidget fader(&covered);
     QCOMPARE(fader.size(), covered.size());
-    QVERIFY(!fader.testAttribute(Qt::WA_WState_Visible));
     fader.start();
     const auto alpha = [&fader] {
         QImage image(1, 1, QImage::Format_ARGB32);
@@ -376,8 +336,7 @@ void TestExtendDialog::fader()
     };
     for (int expected = 255; expected > 0; expected -= 25)
         QCOMPARE(alpha(), expected);
-    QVERIFY(fader.isHidden());
-    QVERIFY(!fader.findChild<QTimer*>()->isActive());
+    QVERIFY(fader.isHidden() && !fader.findChild<QTimer*>()->isActive());
 }
 
 void TestExtendDialog::lineEdit()
@@ -386,10 +345,8 @@ void TestExtendDialog::lineEdit()
     const ExtendLineEdit mirrored;
     const ExtendLineEdit named("text");
     QApplication::setLayoutDirection(Qt::LeftToRight);
-    QVERIFY(mirrored.testAttribute(Qt::WA_SetLayoutDirection));
-    QCOMPARE(mirrored.layoutDirection(), Qt::RightToLeft);
-    QCOMPARE(named.text(), "text");
-    QVERIFY(!named.testAttribute(Qt::WA_SetLayoutDirection));
+    QVERIFY(mirrored.testAttribute(Qt::WA_SetLayoutDirection) && mirrored.isRightToLeft());
+    QVERIFY(named.text() == "text" && !named.testAttribute(Qt::WA_SetLayoutDirection));
     QVERIFY(!ExtendLineEdit().testAttribute(Qt::WA_SetLayoutDirection));
 }
 

@@ -57,14 +57,14 @@ QString shown(const QMenu& menu)
     return parts.join(QLatin1Char(' '));
 }
 
-QByteArray item(const QByteArray& name)
+QByteArray item(const QByteArray& name, const QByteArray& type = "ITEM")
 {
-    return "<item type='ITEM' id='IDS_" + name.toUpper() + "'>" + name + "</item>";
+    return "<item type='" + type + "' id='IDS_" + name.toUpper() + "'>" + name + "</item>";
 }
 
 QByteArray popup(const QByteArray& name)
 {
-    return "<item type='POPUP' id='IDS_" + name.toUpper() + "'>" + name + "</item>";
+    return item(name, "POPUP");
 }
 
 QByteArray change(const QByteArray& action, const QByteArray& item)
@@ -74,14 +74,14 @@ QByteArray change(const QByteArray& action, const QByteArray& item)
 
 const QByteArray Separator = "<item type='SEPERATOR'/>";
 
-QByteArray menu(const QByteArray& name, const QByteArray& content)
-{
-    return "<menu parent='null' name='" + name + "'>" + content + "</menu>";
-}
-
 QByteArray within(const QByteArray& parent, const QByteArray& content, const QByteArray& name = {})
 {
     return "<menu parent='" + parent + "' name='" + name + "'>" + content + "</menu>";
+}
+
+QByteArray menu(const QByteArray& name, const QByteArray& content)
+{
+    return within("null", content, name);
 }
 
 } // namespace
@@ -93,13 +93,10 @@ class TestMenus : public CoreTest
 private slots:
     void reading_data();
     void reading();
-    void customising_data();
-    void customising();
     void failures();
     void editing();
     void building_data();
     void building();
-    void actions();
     void nothingToBuild();
 
 private:
@@ -137,65 +134,43 @@ void TestMenus::reading_data()
     row("elements in a name", menu("M", "<item type='ITEM'>a<b>c</b>d</item>" + item("e")),
         "M: ad() e(IDS_E)");
     row("a fault", menu("M", item("a") + "<item type='ITEM'>b<"), "M: a(IDS_A) b()");
+
+    const QByteArray plain = menu("M", item("a") + popup("S")) + within("S", item("b"));
+    const auto block = [&](const QByteArray& content, const QByteArray& name = "bluewave") {
+        return plain + "<customize><other name='" + (name.isEmpty() ? "bluewave" : "nobody") + "'>" +
+               within("null", change("rem", item("a")), "M") + "</other><block name='" + name + "'>" +
+               content + "</block></customize>";
+    };
+    const QString unchanged = "M: a(IDS_A) S(IDS_S)[b(IDS_B)]";
+    const QByteArray add = within("null", change("add", item("c")), "M");
+    row("for another operator", block(add, "redline"), unchanged);
+    row("add an item", block(add), unchanged + " c(IDS_C)");
+    row("add to a sub-menu", block(within("S", Separator + change("add", item("c")), "M")),
+        "M: a(IDS_A) S(IDS_S)[b(IDS_B) - c(IDS_C)]");
+    row("add a sub-menu",
+        block(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
+        unchanged + " T(IDS_T)[c(IDS_C)]");
+    row("remove an item", block(within("null", change("rem", item("a")), "M")), "M: S(IDS_S)[b(IDS_B)]");
+    row("remove from a sub-menu", block(within("S", change("rem", item("b")), "M")),
+        "M: a(IDS_A) S(IDS_S)[]");
+    row("remove a sub-menu", block(within("null", change("rem", popup("S")), "M")), "M: a(IDS_A)");
+    row("remove what is not there",
+        block(within("null", change("rem", item("c") + popup("a")), "M") +
+              within("T", change("rem", item("b")), "M") + within("null", change("rem", item("a")), "N")),
+        unchanged);
+    row("no action", block(within("null", item("c"), "M")), unchanged);
+    row("makes no menu", block(within("null", change("add", item("c")), "N")), unchanged);
+    row("goes on to the end of the part", block(add, ""), "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
+    row("menus behind the part", block("") + menu("N", item("d")), unchanged + "; N: d(IDS_D)");
 }
 
 void TestMenus::reading()
 {
     QFETCH(QByteArray, content);
+    service().setCustomizeName("bluewave");
     write(content);
-    const MenuParse parser("TestPlugin", "menu.xml");
-    QTEST(outline(parser), "menus");
-}
-
-void TestMenus::customising_data()
-{
-    const QByteArray plain = menu("M", item("a") + popup("S")) + within("S", item("b"));
-    const auto block = [&](const QByteArray& content) {
-        return plain + "<customize><other name='nobody'>" + within("null", change("rem", item("a")), "M") +
-               "</other><block name='bluewave'>" + content + "</block></customize>";
-    };
-    const QString unchanged = "M: a(IDS_A) S(IDS_S)[b(IDS_B)]";
-    const auto row = dataTable<QByteArray, QByteArray, QString>("content", "operatorName", "menus");
-    row("nobody's", block(within("null", change("add", item("c")), "M")), "redline", unchanged);
-    row("add an item", block(within("null", change("add", item("c")), "M")), "bluewave",
-        unchanged + " c(IDS_C)");
-    row("add to a sub-menu", block(within("S", Separator + change("add", item("c")), "M")), "bluewave",
-        "M: a(IDS_A) S(IDS_S)[b(IDS_B) - c(IDS_C)]");
-    row("add a sub-menu",
-        block(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
-        "bluewave", unchanged + " T(IDS_T)[c(IDS_C)]");
-    row("remove an item", block(within("null", change("rem", item("a")), "M")), "bluewave",
-        "M: S(IDS_S)[b(IDS_B)]");
-    row("remove from a sub-menu", block(within("S", change("rem", item("b")), "M")), "bluewave",
-        "M: a(IDS_A) S(IDS_S)[]");
-    row("remove a sub-menu", block(within("null", change("rem", popup("S")), "M")), "bluewave",
-        "M: a(IDS_A)");
-    row("an item is no sub-menu", block(within("null", change("rem", popup("a")), "M")), "bluewave",
-        unchanged);
-    row("remove what is not there",
-        block(within("null", change("rem", item("c")), "M") + within("T", change("rem", item("b")), "M") +
-              within("null", change("rem", item("a")), "N")),
-        "bluewave", unchanged);
-    row("no action", block(within("null", item("c"), "M")), "bluewave", unchanged);
-    row("makes no menu", block(within("null", change("add", item("c")), "N")), "bluewave", unchanged);
-    row("goes on to the end of the part", block(within("null", change("add", item("c")), "M")), "nobody",
-        "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
-    row("without an operator's name the part itself applies",
-        block(within("null", change("add", item("c")), "M")), "", "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
-    row("menus behind the part", block("") + menu("N", item("d")), "bluewave", unchanged + "; N: d(IDS_D)");
-}
-
-void TestMenus::customising()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QByteArray, operatorName);
-    service().setCustomizeName(operatorName);
-    write(content);
-    MenuParse parser("TestPlugin", "menu.xml");
-    QTEST(outline(parser), "menus");
-    QCOMPARE(parser.GetOperator(), QString::fromUtf8(operatorName));
-    service().setResult("QRVL_DevSrv_GetCustomizeName", 1);
-    QCOMPARE(parser.GetOperator(), QString());
+    QTEST(outline(MenuParse("TestPlugin", "menu.xml")), "menus");
+    QCOMPARE(log().contains("{file}: ReadMenuItem:read traymenu customization "), content.contains("<cus"));
 }
 
 void TestMenus::failures()
@@ -218,6 +193,15 @@ void TestMenus::failures()
     const QByteArray deep = QByteArray("<a>").repeated(100000);
     write(menu("M", item("a") + "<item type='ITEM'>" + deep));
     QCOMPARE(outline(MenuParse("TestPlugin", "menu.xml")), "M: a(IDS_A) ()");
+
+    service().setCustomizeName(""); // the part itself applies
+    write(menu("M", "") + "<customize>" + within("null", change("add", item("c")), "M") + "</customize>");
+    QCOMPARE(outline(MenuParse("TestPlugin", "menu.xml")), "M: c(IDS_C)");
+    QVERIFY(log().contains("{file}: CustomizeItemParse:ReadMenuItem "));
+    service().setCustomizeName("bluewave");
+    QCOMPARE(parser.GetOperator(), "bluewave");
+    service().setResult("QRVL_DevSrv_GetCustomizeName", 1);
+    QCOMPARE(parser.GetOperator(), "");
 }
 
 void TestMenus::editing()
@@ -228,28 +212,18 @@ void TestMenus::editing()
     write(menu("M", ""));
     parser.LoadFile("TestPlugin", "menu.xml");
     MenuXmlInfo* const sub = parser.AddMenuPopup("M");
-    QString parent;
-    sub->GetPopupParent(parent);
-    QCOMPARE(parent, QString());
     sub->SetMenuName("S");
-    MenuXmlInfo* const odd = parser.AddMenuType("M", "S", MenuXmlInfo::Popup);
-    QCOMPARE(odd->GetMenuType(), int(MenuXmlInfo::Unset));
-    odd->GetPopupParent(parent);
-    QCOMPARE(parent, "S");
+    QCOMPARE(parser.AddMenuType("M", "S", MenuXmlInfo::Popup)->GetMenuType(), int(MenuXmlInfo::Unset));
     sub->SetMenuName("T"); // the next child is sought anew
     QVERIFY(!parser.AddMenuItem("M", "S"));
     QVERIFY(parser.AddMenuItem("M", "T"));
-    sub->SetMenuFullIntoPlugin("own");
-    QString own;
-    sub->GetMenuFullIntoPlugin(own);
-    QCOMPARE(own, "own");
-    auto* const replacement = new QList<MenuXmlInfo*>{new MenuXmlInfo};
-    sub->SetPopupMenuList(replacement);
-    sub->SetPopupMenuList(replacement);
-    QCOMPARE(sub->GetPopupMenuList()->size(), 1);
+    sub->SetPopupMenuList(sub->GetPopupMenuList());
+    QCOMPARE(sub->GetPopupMenuList()->size(), 2);
     sub->releaseXMlInfo();
     QVERIFY(!sub->GetPopupMenuList());
     QVERIFY(!parser.AddMenuItem("M", "T")); // without a list there is no place
+    delete parser.GetMenuInfoList()->first()->items->takeFirst();
+    QVERIFY(!parser.AddMenuItem("M", "T")); // it is gone
     parser.release();
     QVERIFY(parser.GetMenuInfoList()->isEmpty());
 
@@ -283,26 +257,17 @@ void TestMenus::building()
     write(content);
     QBuildMenu builder("TestPlugin", "menu.xml");
     QWidget parent;
-    const auto* const built = reinterpret_cast<QMenu*>(builder.CreateMenuBar("M", &parent, nullptr));
-    QVERIFY(built);
-    QCOMPARE(built->parentWidget(), &parent);
+    QList<QActionInfo> actions;
+    const auto* const built = reinterpret_cast<QMenu*>(builder.CreateMenuBar("M", &parent, &actions));
+    QVERIFY(built && built->parentWidget() == &parent);
     QTEST(shown(*built), "menu");
     VERIFY_LOGGED_IN_ORDER("{file}: CreateMenuBar:CreateMenuBar ", "{file}: AddMenuItem:AddMenuItem ");
-}
-
-void TestMenus::actions()
-{
-    write(menu("M", item("a") + popup("S") + item("c")) + within("S", item("b")));
-    QBuildMenu builder("TestPlugin", "menu.xml");
-    QWidget parent;
-    QList<QActionInfo> actions;
-    QVERIFY(builder.CreateMenuBar("M", &parent, &actions));
     QStringList records;
-    for (const QActionInfo& info : actions) {
-        QCOMPARE(info.action->parent(), &parent);
-        records.append(info.action->text() + ' ' + info.textID + ' ' + info.popupParent);
-    }
-    QCOMPARE(records, (QStringList{"a IDS_A null", "S IDS_S ", "b IDS_B S", "c IDS_C null"}));
+    for (const QActionInfo& info : qAsConst(actions))
+        if (info.action->parent() == &parent)
+            records.append(info.action->text() + ' ' + info.textID + ' ' + info.popupParent);
+    if (content.contains("POPUP"))
+        QCOMPARE(records.join(", "), "S IDS_S , b IDS_B S, c IDS_C S, a IDS_A null");
 }
 
 void TestMenus::nothingToBuild()
@@ -313,7 +278,6 @@ void TestMenus::nothingToBuild()
     QCOMPARE(QBuildMenu("", "menu.xml").CreateMenuBar("M", &parent, &actions), quintptr(0));
     QCOMPARE(QBuildMenu("TestPlugin", "").CreateMenuBar("M", &parent, &actions), quintptr(0));
     QBuildMenu builder("TestPlugin", "menu.xml");
-    QCOMPARE(builder.CreateMenuBar("", &parent, &actions), quintptr(0));
     QCOMPARE(builder.CreateMenuBar("N", &parent, &actions), quintptr(0));
     QCOMPARE(builder.CreateMenuBar("M", nullptr, &actions), quintptr(0));
     STMENUINFO menu;

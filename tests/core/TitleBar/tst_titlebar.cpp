@@ -3,27 +3,35 @@
 #include "CoreTest.h"
 #include "DataTable.h"
 #include "LogOrder.h"
-#include "TitleBar/SystemMenuStates_p.h"
 #include "TitleBar/TileGrid_p.h"
 #include "common/CommonUtils.h"
 
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QToolButton>
 
 namespace {
 
-/// A window with a title bar whose event handlers can be called.
+QRect available()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+QRect tile(int row, int column)
+{
+    return {available().left() + 160 * column, available().bottom() - 30 * (row + 1), 160, 30};
+}
+
+/// A window with a title bar.
 class Window : public QWidget
 {
 public:
     struct Bar : TitleBar
     {
-        using TitleBar::mouseDoubleClickEvent;
-        using TitleBar::mouseMoveEvent;
         using TitleBar::mousePressEvent;
         using TitleBar::TitleBar;
     };
@@ -37,25 +45,25 @@ public:
         show();
     }
 
-    bool isShown(const char* button) const { return !part(button)->isHidden(); }
-    void click(const char* button) const { qobject_cast<QToolButton*>(part(button))->click(); }
-    QWidget* part(const char* name) const { return bar->findChild<QWidget*>(QLatin1String("Core_") + name); }
-
-    /// The names of the buttons that are shown: m, M, R, C.
-    QString buttons() const
+    QWidget* part(const QByteArray& name) const { return bar->findChild<QWidget*>("Core_" + name); }
+    void click(const QByteArray& button) const
     {
-        QString shown;
-        for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
-            if (isShown(QByteArray("Button") + name))
-                shown += QLatin1String(name).left(3);
-        return shown;
+        qobject_cast<QToolButton*>(part("Button" + button))->click();
     }
 
-    void drag(QPoint from, QPoint to) const
+    /// The parts that are shown.
+    QString shown() const
     {
-        send(QEvent::MouseButtonPress, from);
-        send(QEvent::MouseMove, to);
-        send(QEvent::MouseButtonRelease, to);
+        QString names;
+        for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
+            if (const QWidget* button = part(QByteArray("Button") + name); button && !button->isHidden())
+                names += QString(name).left(3);
+        return names + (part("LabelTitleIcon")->isHidden() ? "" : " icon");
+    }
+
+    void doubleClick(QPoint at, Qt::MouseButton button = Qt::LeftButton) const
+    {
+        send(QEvent::MouseButtonDblClick, bar->mapToGlobal(at), button);
     }
 
     void send(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::LeftButton) const
@@ -64,26 +72,56 @@ public:
         QCoreApplication::sendEvent(bar, &event);
     }
 
+    /// Drags the window by its title.
+    /// @return by how much it has moved
+    QPoint drag(QPoint distance) const
+    {
+        const QPoint before = pos();
+        const QPoint grip = before + QPoint(80, 10);
+        send(QEvent::MouseButtonPress, grip);
+        send(QEvent::MouseMove, grip + distance);
+        send(QEvent::MouseButtonRelease, grip + distance);
+        return pos() - before;
+    }
+
+    void occupyAll(bool release) const
+    {
+        for (int row = 0; row < TitleBar::iVerticalCnt; ++row) {
+            QRect rect = tile(row, 0).adjusted(0, 0, available().width(), 0);
+            bar->setOccupyState(release, rect);
+        }
+    }
+
+    void perform(const QByteArray& step)
+    {
+        if (step == "hides")
+            bar->SetMinimizeBehavior(true);
+        else if (step == "hide")
+            hide();
+        else if (step == "mini")
+            bar->setMiniState();
+        else if (step == "occupy")
+            occupyAll(false);
+        else if (step == "remove")
+            delete part("ButtonRestore");
+        else if (step == "double" || step == "right")
+            doubleClick({200, 10}, step == "right" ? Qt::RightButton : Qt::LeftButton);
+        else if (step != "disabled")
+            click(step);
+    }
+
     static constexpr QRect Normal{100, 120, 400, 300};
     Bar* const bar;
 };
 
-QRect available()
+/// The counts of all cells, row by row from the bottom.
+QString counts(TileCell* const* matrix, int rows, int columns)
 {
-    return QGuiApplication::primaryScreen()->availableGeometry();
-}
-
-QRect tile(int row, int column)
-{
-    return {available().left() + 160 * column, available().bottom() - 30 * (row + 1), 160, 30};
-}
-
-QList<int> counts(const TileGrid& grid, int row)
-{
-    QList<int> values;
-    for (int column = 0; column < grid.columns(); ++column)
-        values.append(const_cast<TileGrid&>(grid).matrix()[row][column].count);
-    return values;
+    QString text;
+    for (int i = 0; i < rows * columns; ++i)
+        text +=
+            (i > 0 && i % columns == 0 ? " " : "") + QString::number(matrix[i / columns][i % columns].count);
+    return text;
 }
 
 } // namespace
@@ -94,22 +132,14 @@ class TestTitleBar : public CoreTest
 
 private slots:
     void init();
-    void gridSize_data();
-    void gridSize();
-    void gridSearch();
-    void gridOccupancy_data();
-    void gridOccupancy();
+    void grid_data();
+    void grid();
     void parts();
-    void tiles();
-    void maximising();
-    void maximisingIsOff();
-    void minimiseHides();
+    void states_data();
+    void states();
     void dragging();
-    void mouse();
     void popups();
-    void systemMenu_data();
     void systemMenu();
-    void missingParts();
 };
 
 void TestTitleBar::init()
@@ -119,67 +149,34 @@ void TestTitleBar::init()
     service().setSetting("system", "EnableMaxButton", "true");
 }
 
-void TestTitleBar::gridSize_data()
+void TestTitleBar::grid_data()
 {
-    const auto row = dataTable<QRect, int, int, QRect>("available", "rows", "columns", "second");
-    row("usual", {0, 0, 1920, 1040}, 34, 12, {160, 1009, 160, 30});
-    row("second screen", {-1280, 24, 1280, 1000}, 33, 8, {-1120, 993, 160, 30});
-    row("one tile", {0, 0, 319, 59}, 1, 1, {});
-    row("too narrow", {0, 0, 159, 600}, 20, 0, {});
-    row("too low", {0, 0, 600, 29}, 0, 3, {});
-    row("none", {}, 0, 0, {});
+    const auto row = dataTable<QRect, QRect, QString, QRect>("screen", "rect", "occupied", "free");
+    const QRect screen(0, 0, 480, 90);
+    const QRect first(0, 59, 160, 30);
+    row("exactly a tile", screen, {160, 59, 160, 30}, "010 000 000", first);
+    row("beside the columns", screen, {80, 59, 160, 30}, "110 000 000", {320, 59, 160, 30});
+    row("over four", screen, {80, 40, 160, 30}, "110 110 000", {320, 59, 160, 30});
+    row("wide: ends after the row with the fourth", screen, {0, 0, 480, 89}, "111 111 000", {0, -1, 160, 30});
+    row("three are not enough to end", screen, {0, 0, 160, 89}, "100 100 100", {160, 59, 160, 30});
+    row("elsewhere", screen, {600, 59, 160, 30}, "000 000 000", first);
+    row("second screen", {-320, 24, 479, 89}, {-320, 82, 160, 30}, "10 00", {-160, 82, 160, 30});
+    row("one tile", {0, 0, 160, 59}, {0, 0, 160, 59}, "1", {});
+    row("too narrow", {0, 0, 159, 600}, {}, "", {});
+    row("too low", {0, 0, 600, 29}, {}, "", {});
 }
 
-void TestTitleBar::gridSize()
+void TestTitleBar::grid()
 {
-    QFETCH(QRect, available);
-    QFETCH(int, rows);
-    QFETCH(int, columns);
-    QFETCH(QRect, second);
-    TileGrid grid(available);
-    QCOMPARE(grid.rows(), rows);
-    QCOMPARE(grid.columns(), columns);
-    QCOMPARE(grid.isEmpty(), rows * columns == 0);
-    QCOMPARE(!grid.matrix(), grid.isEmpty());
-    QCOMPARE(!grid.firstFree(), grid.isEmpty());
-    if (columns > 1 && rows > 1)
-        QCOMPARE(grid.matrix()[0][1].rect, second);
-    grid.change(false, available);
-}
-
-void TestTitleBar::gridSearch()
-{
-    TileGrid grid({0, 0, 320, 90});
-    QVector<QRect> given;
-    while (TileCell* const cell = grid.firstFree()) {
-        cell->count = 1;
-        given.append(cell->rect);
-    }
-    QCOMPARE(given.size(), 6);
-    QCOMPARE(given.mid(0, 3), (QVector<QRect>{{0, 59, 160, 30}, {160, 59, 160, 30}, {0, 29, 160, 30}}));
-}
-
-void TestTitleBar::gridOccupancy_data()
-{
-    const auto row = dataTable<QRect, QList<int>, QList<int>, QList<int>>("rect", "row0", "row1", "row2");
-    row("exactly a tile", {160, 59, 160, 30}, {0, 1, 0}, {0, 0, 0}, {0, 0, 0});
-    row("beside the columns", {80, 59, 160, 30}, {1, 1, 0}, {0, 0, 0}, {0, 0, 0});
-    row("over four", {80, 40, 160, 30}, {1, 1, 0}, {1, 1, 0}, {0, 0, 0});
-    row("wide: ends after the row with the fourth", {0, 0, 480, 89}, {1, 1, 1}, {1, 1, 1}, {0, 0, 0});
-    row("elsewhere", {600, 59, 160, 30}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0});
-}
-
-void TestTitleBar::gridOccupancy()
-{
+    QFETCH(QRect, screen);
     QFETCH(QRect, rect);
-    QFETCH(QList<int>, row0);
-    TileGrid grid({0, 0, 480, 90});
+    TileGrid grid(screen);
     grid.change(false, rect);
-    QCOMPARE(counts(grid, 0), row0);
-    QTEST(counts(grid, 1), "row1");
-    QTEST(counts(grid, 2), "row2");
+    QTEST(counts(grid.matrix(), grid.rows(), grid.columns()), "occupied");
+    const TileCell* const free = grid.firstFree();
+    QTEST(free ? free->rect : QRect(), "free");
     grid.change(true, rect);
-    QCOMPARE(counts(grid, 0) + counts(grid, 1) + counts(grid, 2), (QList<int>{0, 0, 0, 0, 0, 0, 0, 0, 0}));
+    QVERIFY(!counts(grid.matrix(), grid.rows(), grid.columns()).contains('1'));
 }
 
 void TestTitleBar::parts()
@@ -197,7 +194,14 @@ void TestTitleBar::parts()
     QCOMPARE(icon->minimumHeight(), 16);
     QCOMPARE(icon->pixmap(Qt::ReturnByValue).size(), QSize(16, 8));
     QCOMPARE(window.bar->layout()->contentsMargins(), QMargins(1, 0, 5, 0));
-    QCOMPARE(window.buttons(), "MinMaxClo");
+    QStringList places;
+    for (int i = 0; i < window.bar->layout()->count(); ++i) {
+        QLayoutItem* const place = window.bar->layout()->itemAt(i);
+        places +=
+            place->widget() ? place->widget()->objectName() : QString::number(place->sizeHint().width());
+    }
+    QCOMPARE(places.join(' '), "Core_LabelTitleIcon 2 Core_LabelTitle 0 Core_ButtonMinimize "
+                               "Core_ButtonMaximize 2 Core_ButtonRestore Core_ButtonClose");
     for (const QWidget* part : window.bar->findChildren<QWidget*>())
         QCOMPARE(part->focusPolicy(), Qt::NoFocus);
 
@@ -208,234 +212,180 @@ void TestTitleBar::parts()
     window.bar->GrayoutCloseButton(false);
     QVERIFY(!window.bar->IsCloseButtonEnable());
     window.bar->GrayoutCloseButton(true);
-    QVERIFY(window.bar->IsCloseButtonEnable());
     window.bar->HideAllControl();
-    QCOMPARE(window.buttons(), QString());
-    QVERIFY(icon->isHidden() && !title->isHidden());
+    QVERIFY(window.shown().isEmpty() && !title->isHidden());
     window.bar->ShowAllControl();
-    QCOMPARE(window.buttons(), "MinMaxClo");
-    window.bar->EnableIcon(false);
-    window.bar->EnableCloseButton(false);
-    window.bar->EnableMinimizeButton(false);
-    window.bar->EnableMaximizeButton(false);
-    QVERIFY(icon->isHidden());
-    QCOMPARE(window.buttons(), QString());
-    window.bar->EnableCloseButton(true);
-    window.click("ButtonClose");
+    QCOMPARE(window.shown(), "MinMaxClo icon");
+    for (const auto& enable : {&TitleBar::EnableIcon, &TitleBar::EnableCloseButton,
+                               &TitleBar::EnableMinimizeButton, &TitleBar::EnableMaximizeButton})
+        (window.bar->*enable)(false);
+    QCOMPARE(window.shown(), "");
+    window.click("Close");
     QVERIFY(!window.isVisible());
+    delete title;
+    window.bar->SetWindowTitle("title");
+    QVERIFY(log().contains("{file}, SetWindowTitle : title label is null"));
 }
 
-void TestTitleBar::tiles()
+void TestTitleBar::states_data()
 {
-    QCOMPARE(TitleBar::s_ppMatrixOccupy, nullptr); // the first window to be minimised in this process
-    auto first = std::make_unique<Window>();
-    Window second;
-    first->click("ButtonMinimize");
-    QCOMPARE(TitleBar::iHorizontalCnt, available().width() / 160);
-    QCOMPARE(TitleBar::iVerticalCnt, available().height() / 30);
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][0].window, first.get());
-    QCOMPARE(first->geometry(), tile(0, 0));
-    QCOMPARE(first->buttons(), "MaxResClo");
-    QVERIFY(first->bar->IsMinimized() && !first->bar->IsMaximized());
-    second.bar->showSmall();
-    QCOMPARE(second.geometry(), tile(0, 1));
-    second.bar->showSmall(); // takes no second tile
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][2].count, 0);
-
-    first->click("ButtonRestore");
-    QCOMPARE(first->geometry(), Window::Normal);
-    QCOMPARE(first->buttons(), "MinMaxClo");
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][0].count, 0);
-    first->bar->showSmall();
-    QCOMPARE(first->geometry(), tile(0, 0));
-    first.reset(); // destroyed as a tile
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][0].count, 0);
-    second.bar->showMax();
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][1].count, 0);
-    QCOMPARE(second.geometry(), available());
+    const auto row = dataTable<QString, QString, QString>("steps", "state", "logged");
+    row("normal", "", "normal 0 MinMaxClo", "");
+    row("tile", "Minimize", "tile 1 MaxResClo", "{file}, showSmall : entered");
+    row("takes no second tile", "Minimize Minimize", "tile 1 MaxResClo", "");
+    row("restored", "Minimize Restore", "normal 0 MinMaxClo", "");
+    row("restored while hidden", "Minimize hide Restore", "normal 1 MinMaxClo", "");
+    row("maximised", "Maximize", "full maximised 0 MinResClo", "");
+    row("maximised tile", "Maximize Minimize", "tile maximised 1 MaxResClo", "");
+    row("maximised again", "Maximize Minimize Restore", "full maximised 0 MinResClo", "");
+    row("keeps the normal geometry", "Maximize Maximize Minimize Maximize Restore", "normal 0 MinMaxClo",
+        "{*}");
+    row("maximised from a tile", "Minimize Maximize", "full maximised 0 MinResClo", "");
+    row("no free tile", "occupy Minimize", "normal 1 MaxResClo", "");
+    row("minimising hides", "hides Minimize", "normal 0 MinMaxClo", "{file}, showSmall : hide called");
+    row("tile that hides", "Minimize hides Maximize", "full maximised 1 MinResClo", "");
+    row("disabled", "disabled Maximize", "normal 0 MinClo", "{file}, showMax : maximize is disabled");
+    row("disabled, tile", "disabled Minimize mini", "tile 1 ResClo", "");
+    row("disabled, restored", "disabled Minimize Restore", "normal 0 MinClo", "");
+    row("double click", "double", "full maximised 0 MinResClo", "");
+    row("two double clicks", "double double", "normal 0 MinMaxClo", "");
+    row("double click on a tile", "Minimize double", "normal 0 MinMaxClo", "");
+    row("with another button", "right", "normal 0 MinMaxClo", "");
+    row("without buttons", "disabled double", "normal 0 MinClo", "");
+    row("no button to maximise", "remove Maximize", "normal 0 MinMaxClo",
+        "{file}, showMax : maximize or restore button is null");
+    row("no button to restore", "remove mini", "normal 0 MinMaxClo",
+        "{file}, setMiniState : restore button is null");
 }
 
-void TestTitleBar::maximising()
+void TestTitleBar::states()
 {
-    Window window;
-    window.click("ButtonMaximize");
-    QVERIFY(window.bar->IsMaximized());
-    QCOMPARE(window.geometry(), available());
-    QCOMPARE(window.buttons(), "MinResClo");
-    window.bar->showSmall(); // from maximised to a tile
-    QCOMPARE(window.geometry(), tile(0, 0));
-    QCOMPARE(window.buttons(), "MaxResClo");
-    window.bar->showRestore(); // and back
-    QCOMPARE(window.geometry(), available());
-    QCOMPARE(window.buttons(), "MinResClo");
-    QVERIFY(window.bar->IsMaximized() && !window.bar->IsMinimized());
-    window.bar->showMax(); // keeps the normal geometry
-    window.bar->showRestore();
-    QCOMPARE(window.geometry(), Window::Normal);
-    QCOMPARE(window.buttons(), "MinMaxClo");
-    QCOMPARE(TitleBar::s_ppMatrixOccupy[0][0].count, 0);
-}
-
-void TestTitleBar::maximisingIsOff()
-{
-    service().setSetting("system", "EnableMaxButton", "True");
-    Window window;
-    QCOMPARE(window.buttons(), "MinClo");
-    window.bar->showMax();
-    QVERIFY(!window.bar->IsMaximized());
-    QCOMPARE(window.geometry(), Window::Normal);
-    QVERIFY(log().contains("{file}, showMax : maximize is disabled"));
-    window.bar->showSmall();
-    QCOMPARE(window.buttons(), "ResClo");
-    window.bar->setMiniState(); // the restore button is there already
-    QCOMPARE(window.buttons(), "ResClo");
-    window.bar->showRestore();
-    QCOMPARE(window.buttons(), "MinClo");
-}
-
-void TestTitleBar::minimiseHides()
-{
-    Window window;
-    window.bar->SetMinimizeBehavior(true);
-    QVERIFY(window.bar->getMinimizeBehavior());
-    window.bar->showSmall();
-    QVERIFY(!window.isVisible() && !window.bar->IsMinimized());
-    VERIFY_LOGGED_IN_ORDER("{file}, showSmall : entered", "{file}, showSmall : hide called");
+    QFETCH(QString, steps);
+    QFETCH(QString, logged);
+    if (steps.startsWith("disabled"))
+        service().setSetting("system", "EnableMaxButton", "True");
+    auto window = std::make_unique<Window>();
+    for (const QString& step : steps.split(' ', Qt::SkipEmptyParts))
+        window->perform(step.toLatin1());
+    const TileCell* const cell = TitleBar::s_ppMatrixOccupy ? &TitleBar::s_ppMatrixOccupy[0][0] : nullptr;
+    const QRect place = window->geometry();
+    QString state = place == Window::Normal ? "normal" : place == tile(0, 0) ? "tile" : "full";
+    QCOMPARE(window->bar->IsMinimized(), state == "tile");
+    QVERIFY(state != "tile" || cell->window == window.get());
+    state += window->bar->IsMaximized() ? " maximised " : " ";
+    QTEST(state + QString::number(cell ? cell->count : 0) + ' ' + window->shown().remove(" icon"), "state");
+    QCOMPARE(window->isHidden(), steps.contains("hide ") || steps == "hides Minimize");
+    QVERIFY(logged.isEmpty() || log().contains(logged));
+    if (steps.startsWith("occupy"))
+        window->occupyAll(true);
+    window.reset(); // gives its tile back
+    QVERIFY(!cell || cell->count == 0);
 }
 
 void TestTitleBar::dragging()
 {
+    Window first;
+    first.bar->showSmall();
     Window window;
-    const QPoint grip = window.pos() + QPoint(200, 10);
-    window.drag(grip, grip + QPoint(30, 40));
-    QCOMPARE(window.pos(), Window::Normal.topLeft() + QPoint(30, 40));
-    window.send(QEvent::MouseMove, grip); // no button is pressed
-    QCOMPARE(window.pos(), Window::Normal.topLeft() + QPoint(30, 40));
-    window.drag(window.pos() + QPoint(200, 10), QPoint(available().right() - 2, 300));
-    QCOMPARE(window.pos(), Window::Normal.topLeft() + QPoint(30, 40));
-    QVERIFY(log().contains("{time}, {file}, mouseMoveEvent : Move out of available area!!"));
-    window.drag(window.pos() + QPoint(200, 10), QPoint(available().right() - 3, 300));
-    QVERIFY(window.pos().x() > 400);
-    window.bar->SetMoveable(false);
+    QCOMPARE(QSize(TitleBar::iHorizontalCnt, TitleBar::iVerticalCnt),
+             QSize(available().width() / 160, available().height() / 30));
+    QCOMPARE(window.drag({30, 40}), QPoint(30, 40));
     const QPoint before = window.pos();
-    window.drag(before + QPoint(10, 10), before);
+    window.send(QEvent::MouseMove, {300, 300}); // no button is pressed
     QCOMPARE(window.pos(), before);
+    const int room = available().right() - 3 - (before.x() + 80);
+    QCOMPARE(window.drag({room + 1, 0}), QPoint());
+    QVERIFY(log().contains("{time}, {file}, mouseMoveEvent : Move out of available area!!"));
+    QCOMPARE(window.drag({room, 0}), QPoint(room, 0));
+    QCOMPARE(window.drag({0, 2 - (before.y() + 10)}), QPoint());
+    window.bar->SetMoveable(false);
+    QCOMPARE(window.drag({-10, 10}), QPoint());
     window.bar->SetMoveable(true);
-
     window.bar->showMax();
-    window.drag({200, 10}, {200, 200});
-    QCOMPARE(window.geometry(), available());
-    window.bar->showSmall(); // a tile over two others occupies both
-    const QPoint onTile = tile(0, 0).topLeft() + QPoint(80, 10);
-    window.drag(onTile, onTile + QPoint(240, 0));
-    QCOMPARE(window.pos(), tile(0, 0).topLeft() + QPoint(240, 0));
-    const TileCell* const row = TitleBar::s_ppMatrixOccupy[0];
-    QCOMPARE((QList<int>{row[0].count, row[1].count, row[2].count}), (QList<int>{0, 1, 1}));
-    window.close();
-}
+    QCOMPARE(window.drag({10, 10}), QPoint());
 
-void TestTitleBar::mouse()
-{
-    Window window;
-    const QPoint onTitle = window.pos() + QPoint(200, 10);
-    window.setCursor(Qt::SizeHorCursor);
-    window.bar->mousePressEvent(nullptr);
-    QVERIFY(log().contains("{file}, mousePressEvent QMouseEvent is NULL"));
-    window.bar->mouseMoveEvent(nullptr);
-    window.bar->mouseDoubleClickEvent(nullptr);
-    window.send(QEvent::MouseButtonPress, onTitle);
-    QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
-
-    window.send(QEvent::MouseButtonDblClick, onTitle, Qt::RightButton);
-    QVERIFY(!window.bar->IsMaximized());
-    window.send(QEvent::MouseButtonDblClick, onTitle);
-    QVERIFY(window.bar->IsMaximized());
-    window.send(QEvent::MouseButtonDblClick, QPoint(200, 10));
-    QCOMPARE(window.geometry(), Window::Normal);
-    window.bar->EnableMaximizeButton(false);
-    window.send(QEvent::MouseButtonDblClick, onTitle);
-    QVERIFY(!window.bar->IsMaximized());
-
-    const QPoint onIcon = window.part("LabelTitleIcon")->geometry().center();
-    QVERIFY(window.bar->isIconPressed(onIcon));
-    QVERIFY(!window.bar->isIconPressed({200, 10}));
-    window.send(QEvent::MouseButtonDblClick, window.bar->mapToGlobal(onIcon));
-    QVERIFY(!window.isVisible());
-    QVERIFY(!window.bar->isIconPressed(onIcon));
-    QVERIFY(log().contains("{file}, isIconPressed : title Icon is hidden"));
+    window.bar->showSmall();
+    QCOMPARE(window.geometry(), tile(0, 1));
+    QCOMPARE(window.drag({240, 0}), QPoint(240, 0)); // over two other tiles
+    QCOMPARE(counts(TitleBar::s_ppMatrixOccupy, 1, 4), "1011");
+    window.bar->showRestore();
+    QCOMPARE(counts(TitleBar::s_ppMatrixOccupy, 1, 4), "1000");
 }
 
 void TestTitleBar::popups()
 {
     Window main;
-    QWidget hidden;
     QWidget popup;
     popup.setObjectName("popup");
-    popup.show();
     auto destroyed = std::make_unique<QWidget>();
-    destroyed->show();
     QWidget forgotten;
-    forgotten.show();
+    for (QWidget* widget : {&popup, destroyed.get(), &forgotten})
+        widget->show();
     main.bar->HideAllPopupWindow();
     QVERIFY(main.isVisible() && !popup.isVisible() && !destroyed->isVisible() && !forgotten.isVisible());
     QVERIFY(log().contains("{file}, HideAllPopupWindow :hide widget popup during hide main"));
     destroyed.reset();
-    main.bar->DeletePopupWindow(&forgotten);
-    VERIFY_LOGGED_IN_ORDER("{time}, {file}, DeletePopupWindow : Enter",
-                           "{time}, {file}, DeletePopupWindow : the widget is deleted from list",
-                           "{time}, {file}, DeletePopupWindow : Exit");
-    main.bar->RestoreAllPopupWindow();
-    QVERIFY(popup.isVisible() && !hidden.isVisible() && !forgotten.isVisible());
     log().clear();
-    main.bar->DeletePopupWindow(nullptr);
-    main.bar->DeletePopupWindow(&hidden);
-    QCOMPARE(log().count("{time}, {file}, DeletePopupWindow : Exit: the widget is null"), 1);
-    QCOMPARE(log().count("{time}, {file}, DeletePopupWindow : Exit"), 1);
-    QCOMPARE(log().count("{*} : the widget is deleted from list"), 0);
+    for (QWidget* widget : {&forgotten, &forgotten, static_cast<QWidget*>(nullptr)})
+        main.bar->DeletePopupWindow(widget);
+    const QString line = "{time}, {file}, DeletePopupWindow : ";
+    VERIFY_LOGGED_IN_ORDER(line + "Enter", line + "the widget is deleted from list", line + "Exit",
+                           line + "Enter", line + "Exit", line + "Enter", line + "Exit: the widget is null");
+    QCOMPARE(log().lines().size(), 7);
+    main.bar->RestoreAllPopupWindow();
+    QVERIFY(popup.isVisible() && !forgotten.isVisible());
     popup.hide();
     main.bar->HideAllPopupWindow(); // forgets the earlier ones
     main.bar->RestoreAllPopupWindow();
     QVERIFY(!popup.isVisible());
 }
 
-void TestTitleBar::systemMenu_data()
-{
-    // move, restore, minimize, size, maximize
-    const auto row = dataTable<bool, bool, QList<bool>>("isMaximized", "isCompact", "enabled");
-    row("maximised", true, false, {false, true, true, false, false});
-    row("maximised, compact", true, true, {true, false, true, false, false});
-    row("compact", false, true, {true, false, true, false, false});
-    row("normal", false, false, {true, false, true, true, true});
-}
-
+/// The menu of systems that have none of their own.
 void TestTitleBar::systemMenu()
 {
-    QFETCH(bool, isMaximized);
-    QFETCH(bool, isCompact);
-    QFETCH(QList<bool>, enabled);
-    const QList<unsigned int> entries{0xF010, 0xF120, 0xF020, 0xF000, 0xF030};
-    for (const SystemMenuStates::EntryState& state : SystemMenuStates::of(isMaximized, isCompact))
-        QCOMPARE(state.isEnabled, enabled.at(entries.indexOf(state.entry)));
-}
-
-void TestTitleBar::missingParts()
-{
     Window window;
-    delete window.part("ButtonRestore");
-    window.bar->setMiniState();
-    QVERIFY(log().contains("{file}, setMiniState : restore button is null"));
-    QVERIFY(window.isShown("ButtonMinimize"));
-    window.bar->showMax();
-    window.bar->showRestore();
-    QCOMPARE(log().count("{file}, {func} : maximize or restore button is null"), 2);
-    delete window.part("LabelTitle");
-    window.bar->SetWindowTitle("title");
-    QVERIFY(log().contains("{file}, SetWindowTitle : title label is null"));
+    const auto enabled = [&window](bool isCompact) {
+        isCompact ? CommonUtils::SetMiniModeFlag() : CommonUtils::ResetMiniModeFlag();
+        window.bar->showSystemMenu({300, 300});
+        QStringList names;
+        auto* const menu = window.bar->findChild<QMenu*>();
+        for (const QAction* action : menu->actions())
+            names += action->isEnabled() ? action->text() : "-";
+        menu->hide();
+        return names.join(' ');
+    };
+    QByteArray texts;
+    for (const QByteArray name : {"Restore", "Move", "Size", "Minimize", "Maximize"})
+        texts += "<item name='IDS_SYSMENU_" + name.toUpper() + "'>" + name + "</item>";
+    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), "<l>" + texts + "</l>");
+    QCursor::setPos(700, 700);
+    QCOMPARE(enabled(false), "- Move Size Minimize Maximize");
+    QCOMPARE(enabled(true), "- Move - Minimize -");
+    QCOMPARE(enabled(false), "- Move Size Minimize Maximize");
+    window.bar->findChild<QMenu*>()->actions().last()->trigger();
+    QCOMPARE(enabled(true), "- Move - Minimize -");
+    QCOMPARE(enabled(false), "Restore - - Minimize -");
+
+    // A press on the icon that closes the menu does not open it again.
+    const QPoint onIcon = window.part("LabelTitleIcon")->geometry().center();
+    auto* const menu = window.bar->findChild<QMenu*>();
+    QCursor::setPos(window.bar->mapToGlobal(onIcon));
+    for (const bool isOpen : {true, false, true}) {
+        window.send(QEvent::MouseButtonPress, QCursor::pos());
+        QCOMPARE(menu->isVisible(), isOpen);
+        menu->hide();
+    }
+    window.setCursor(Qt::SizeHorCursor);
+    window.send(QEvent::MouseButtonPress, window.bar->mapToGlobal({200, 10}));
+    QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
+    window.doubleClick(onIcon);
+    QVERIFY(window.isHidden() && !window.bar->isIconPressed(onIcon));
     delete window.part("LabelTitleIcon");
-    QVERIFY(!window.bar->isIconPressed({5, 5}));
-    QVERIFY(log().contains("{file}, isIconPressed : title Icon is null"));
-    window.bar->HideAllControl();
-    window.bar->ShowAllControl();
+    QVERIFY(!window.bar->isIconPressed(onIcon));
+    window.bar->mousePressEvent(nullptr);
+    VERIFY_LOGGED_IN_ORDER("{file}, isIconPressed : title Icon is hidden",
+                           "{file}, isIconPressed : title Icon is null",
+                           "{file}, mousePressEvent QMouseEvent is NULL");
 }
 
 QTEST_MAIN(TestTitleBar)
