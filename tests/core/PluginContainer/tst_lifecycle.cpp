@@ -253,7 +253,6 @@ void TestLifecycle::initTimes()
     VERIFY_LOGGED_IN_ORDER(start + "AlphaPlugin init: Start",
                            start + "init=-7, AlphaPlugin init: elapsed={n}ms");
     QVERIFY(log().lines(QtCriticalMsg).value(1).section('=', -1).chopped(2).toInt() >= 50);
-
     // What another loader holds stays as it is, and stops no other.
     QPluginLoader other(installed("TestAlpha"));
     other.setLoadHints({});
