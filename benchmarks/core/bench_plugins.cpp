@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLibrary>
 #include <QPluginLoader>
 
 #include <chrono>
@@ -66,7 +67,7 @@ void loadBare(benchmark::State& state)
             const QFileInfoList files = folder.entryInfoList({QStringLiteral("Trivial*")}, QDir::Files);
             for (int i = 0; i < count; ++i) {
                 loaders.push_back(std::make_unique<QPluginLoader>(files.at(i).absoluteFilePath()));
-                loaders.back()->setLoadHints({});
+                loaders.back()->setLoadHints(QLibrary::ResolveAllSymbolsHint);
                 loaders.back()->instance();
             }
             for (const auto& loader : loaders) {

@@ -5,9 +5,6 @@
 
 namespace {
 
-const QString WaitBegins = QStringLiteral("{*} waiting for sdk finished enter");
-const QString WaitEnds = QStringLiteral("{*} waiting for sdk finished exit");
-
 void resetFlags()
 {
     CommonUtils::ResetShutDownFlag();
@@ -82,17 +79,4 @@ std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry
     for (const PluginEntry& entry : entries)
         clsids.append(entry.clsid);
     return makeContainer(pluginLibraryXml(entries, mainPlugin), commonXml(clsids));
-}
-
-bool CoreTest::wakeDeviceWait(std::initializer_list<int> events)
-{
-    const int ended = log().count(WaitEnds);
-    if (!log().waitFor(WaitBegins, ended + 1))
-        return false;
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        service().fire(events);
-        if (log().waitFor(WaitEnds, ended + 1, 20))
-            return true;
-    }
-    return false;
 }

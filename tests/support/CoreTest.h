@@ -11,7 +11,6 @@
 #include <QtTest>
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 
 /// Base of the tests of the core library. Every test function begins with fresh stand-ins and an empty log,
@@ -37,11 +36,6 @@ protected:
     /// makeContainer() with all plugins enabled.
     std::unique_ptr<TestContainer> makeContainer(const QVector<PluginEntry>& entries,
                                                  const QString& mainPlugin = {});
-
-    /// Waits until a configuration thread waits for a device event and repeats the events until it wakes up:
-    /// an event that comes a moment too early is not noticed. False when it does not wake up within a few
-    /// seconds.
-    bool wakeDeviceWait(std::initializer_list<int> events);
 
     static CallRecorder& recorder() { return CallRecorder::instance(); }
     static ScriptedDeviceService& service() { return ScriptedDeviceService::instance(); }

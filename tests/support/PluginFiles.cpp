@@ -3,18 +3,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QVariant>
 
 namespace {
-
-QByteArray boolean(bool value)
-{
-    return value ? "true" : "false";
-}
-
-QByteArray element(const char* name, const QByteArray& text)
-{
-    return QByteArray("<") + name + '>' + text + "</" + name + '>';
-}
 
 QByteArray references(const char* name, const QStringList& clsids)
 {
@@ -33,31 +24,27 @@ QString PluginEntry::name() const
 
 QByteArray pluginLibraryXml(const QVector<PluginEntry>& entries, const QString& mainPlugin)
 {
-    QByteArray xml;
-    for (const PluginEntry& entry : entries) {
-        xml += element("plugin", element("name", entry.name().toUtf8()) +
-                                     element("clsid", entry.clsid.toUtf8()) +
-                                     element("url", ".\\" + entry.url.toUtf8() + ".dll") +
-                                     element("active", boolean(entry.isActive)) +
-                                     element("type", QByteArray::number(entry.type)) +
-                                     element("setting_title", boolean(false)) +
-                                     element("static", boolean(entry.isStatic))) +
-               '\n';
-    }
-    return element("pluginlib", element("mainplugin", mainPlugin.toUtf8()) + '\n' + xml);
+    QString xml = "<pluginlib><mainplugin>" + mainPlugin + "</mainplugin>\n";
+    for (const PluginEntry& entry : entries)
+        xml += QString("<plugin><name>%1</name><clsid>%2</clsid><url>.\\%3.dll</url><active>%4</"
+                       "active><type>%5</type>"
+                       "<setting_title>false</setting_title><static>%6</static></plugin>\n")
+                   .arg(entry.name(), entry.clsid, entry.url, QVariant(entry.isActive).toString())
+                   .arg(entry.type)
+                   .arg(QVariant(entry.isStatic).toString());
+    return (xml + "</pluginlib>").toUtf8();
 }
 
 QByteArray commonXml(const QStringList& clsids)
 {
-    return element("common", references("item", clsids));
+    return "<common>" + references("item", clsids) + "</common>";
 }
 
-QByteArray ruleXml(const char* elementName, const QString& name, const QStringList& add,
+QByteArray ruleXml(const char* element, const QString& name, const QStringList& add,
                    const QStringList& remove)
 {
-    return QByteArray("<") + elementName + " name=\"" + name.toUtf8() + "\">" +
-           element("plugin", references("add", add) + references("remove", remove)) + "</" + elementName +
-           '>';
+    return QByteArray("<") + element + " name=\"" + name.toUtf8() + "\"><plugin>" + references("add", add) +
+           references("remove", remove) + "</plugin></" + element + '>';
 }
 
 void writeFile(const QString& path, const QByteArray& content)

@@ -1,6 +1,7 @@
 #include "PluginContainer/PluginContainer.h"
 
 #include "Change/Change.h"
+#include "Change/LanguageFiles.h"
 #include "PluginContainer/CInitConfigThread.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginIds.h"
@@ -47,7 +48,7 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfi
     PluginContainer::GetPlugin(PluginIds::DeviceManager, PluginIds::FirstService);
     startConfigThread();
     setStartupLanguage();
-    loadMainFrameTexts();
+    loadMainFrameTexts(LOG_FUNCTION);
 }
 
 PluginContainer::~PluginContainer()
@@ -72,12 +73,12 @@ void PluginContainer::startConfigThread()
     m_pInitConfigThread->start(QThread::InheritPriority);
 }
 
-void PluginContainer::loadMainFrameTexts()
+void PluginContainer::loadMainFrameTexts(const char* function)
 {
     if (loadTextsOfSettings(QStringLiteral("XFramePlugin")))
         return;
-    LOG_DEBUG("%s: %s: %s: load XFramePlugin lan file failed", LOG_TIME, LOG_FILE, "PluginContainer");
-    Change::SetLangName(QStringLiteral("en-us"));
+    LOG_DEBUG("%s: %s: %s: load XFramePlugin lan file failed", LOG_TIME, LOG_FILE, function);
+    Change::SetLangName(LanguageFiles::Fallback);
 }
 
 /// The thread's last steps need the lock that the destructor holds from its first step on. So that closing

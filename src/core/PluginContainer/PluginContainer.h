@@ -186,7 +186,7 @@ private:
     Q_DISABLE_COPY_MOVE(PluginContainer)
 
     void startConfigThread();
-    void loadMainFrameTexts();
+    void loadMainFrameTexts(const char* function);
     void endConfigThread();
     void stopConfigThread();
 
