@@ -179,7 +179,7 @@ void TestCiphers::sha256Paths()
 void TestCiphers::base64()
 {
     const auto check = [](auto code, const QByteArray& in, int length, const QByteArray& out) {
-        for (const int shift : {0, 1, 40}) {
+        for (const int shift : {0, 4, 40}) {
             QByteArray memory = (in + '\0').leftJustified(100, Guard);
             const QByteArray expected = QByteArray(memory).replace(shift, out.size(), out);
             unsigned size = 1;

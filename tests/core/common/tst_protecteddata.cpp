@@ -139,6 +139,7 @@ void TestProtectedData::noResult()
 {
     for (const char* const text : {"", "0", "12345678901234"})
         QVERIFY(converted(CommonUtils::Decrypt, text).isNull());
+    QVERIFY(!converted(CommonUtils::Decrypt, "123456789012345").isNull());
     QCOMPARE(log().lines(), QStringList(QVector<QString>(3, "out of range exception").toList()));
     for (const auto operation : {CommonUtils::Encrypt, CommonUtils::Decrypt}) {
         QVERIFY(converted(operation, nullptr).isNull());
@@ -153,7 +154,7 @@ void TestProtectedData::files()
                      zeros = QByteArray(43, 'A') + '=';
     const std::tuple<int, QByteArray, QByteArray, QStringList> rows[] = {
         {3, "abc", ofAbc, {}},
-        {3, QByteArray("abc\0def", 7), ofAbc, {}},
+        {3, QByteArray("abc\0", 4) + QByteArray(300000, 'x'), ofAbc, {}},
         {3, QByteArray("\0abc", 4), zeros, {prefix + "Hashing Fail"}},
         {3, "", zeros, {empty, prefix + "Hashing Fail"}},
         {2, "", "", {empty, "out of range exception"}},
