@@ -1,8 +1,8 @@
-// Finds the recipes of the bit-sliced cipher's S-boxes; see scripts/find-sbox-recipes.
+// Searches for smaller circuits for the bit-sliced cipher's S-boxes; see scripts/find-sbox-recipes.
 //
-// A climb starts with a random recipe and changes it a little in every step. A change is kept unless the
-// circuit needs more gates after it. The best of several climbs is printed.
-#include "common/ciphers/SboxCircuit_p.h"
+// A climb changes a recipe a little in every step. A change is kept unless the circuit needs more gates after it.
+// The first climb starts with the recipe in use, the others with random ones.
+#include "common/ciphers/SboxRecipes_p.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -17,7 +17,7 @@ using SboxCircuit::Gates;
 struct Candidate
 {
     std::string outputs = "0123";
-    std::string splits;
+    std::string splits{};
     int gates = 0;
 };
 
@@ -32,12 +32,31 @@ public:
     {
     }
 
-    Candidate climb(int steps)
+    Candidate climbFrom(const SboxCircuit::Recipe& recipe, int steps)
     {
-        constexpr int mostSplits = 32;
-        Candidate best;
-        std::shuffle(best.outputs.begin(), best.outputs.end(), m_random);
-        std::generate_n(std::back_inserter(best.splits), mostSplits, [this] { return randomInput(); });
+        return climb(measured(recipe), steps);
+    }
+
+    Candidate climbFromRandom(int steps)
+    {
+        Candidate start;
+        std::shuffle(start.outputs.begin(), start.outputs.end(), m_random);
+        return climb(start, steps);
+    }
+
+    Candidate measured(const SboxCircuit::Recipe& recipe) const
+    {
+        Candidate candidate{recipe.outputs, recipe.splits};
+        measure(candidate);
+        return candidate;
+    }
+
+private:
+    Candidate climb(Candidate best, int steps)
+    {
+        constexpr std::size_t mostSplits = 32;
+        while (best.splits.size() < mostSplits)
+            best.splits += randomInput();
         measure(best);
         for (int step = 0; step < steps; ++step) {
             const Candidate next = changed(best);
@@ -47,7 +66,6 @@ public:
         return withoutUnusedSplits(best);
     }
 
-private:
     char randomInput() { return char('0' + m_random() % 6); }
 
     Candidate changed(Candidate recipe)
@@ -83,21 +101,29 @@ private:
     std::mt19937 m_random;
 };
 
-void print(const char* title, Gates kind, int climbs, int steps)
+/// Prints the number of gates of each recipe in use, and a better recipe if there is one.
+void improve(const char* title, const SboxCircuit::Recipe (&recipes)[8], Gates kind, int climbs, int steps)
 {
+    int total = 0;
     std::printf("%s\n", title);
     for (int box = 0; box < 8; ++box) {
         Search search(box, kind, unsigned(box));
-        Candidate best = search.climb(steps);
-        for (int i = 1; i < climbs; ++i) {
-            const Candidate found = search.climb(steps);
+        const Candidate used = search.measured(recipes[box]);
+        Candidate best = used;
+        for (int i = 0; i < climbs; ++i) {
+            const Candidate found =
+                i == 0 ? search.climbFrom(recipes[box], steps) : search.climbFromRandom(steps);
             if (found.gates < best.gates)
                 best = found;
         }
-        std::printf("    {\"%s\", \"%s\"}, // %d gates\n", best.outputs.c_str(), best.splits.c_str(),
-                    best.gates);
+        std::printf("    S-box %d: %d gates", box + 1, used.gates);
+        if (best.gates < used.gates)
+            std::printf("; {\"%s\", \"%s\"} needs %d", best.outputs.c_str(), best.splits.c_str(), best.gates);
+        std::printf("\n");
         std::fflush(stdout);
+        total += used.gates;
     }
+    std::printf("    all: %d gates\n", total);
 }
 
 } // namespace
@@ -105,6 +131,6 @@ void print(const char* title, Gates kind, int climbs, int steps)
 int main(int, char** arguments)
 {
     const int climbs = std::atoi(arguments[1]), steps = std::atoi(arguments[2]);
-    print("BitslicedDesTwoInputs_p.h:", Gates::TwoInputs, climbs, steps);
-    print("BitslicedDes_avx512.cpp:", Gates::ThreeInputs, climbs, steps);
+    improve("TwoInputRecipes", SboxCircuit::TwoInputRecipes, Gates::TwoInputs, climbs, steps);
+    improve("ThreeInputRecipes", SboxCircuit::ThreeInputRecipes, Gates::ThreeInputs, climbs, steps);
 }

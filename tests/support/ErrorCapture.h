@@ -6,39 +6,25 @@
 
 #include <cstdio>
 
-/// Sends standard error to a file while it lives.
-class ErrorCapture
+/// The content of a file; empty if it cannot be read.
+inline QByteArray contentOf(const QString& path)
 {
-public:
-    explicit ErrorCapture(const QString& path)
-        : m_file(path)
-        , m_original(dup(2))
-    {
-        m_file.open(QIODevice::WriteOnly);
-        std::fflush(stderr);
-        dup2(m_file.handle(), 2);
-    }
-    ~ErrorCapture()
-    {
-        std::fflush(stderr);
-        dup2(m_original, 2);
-        close(m_original);
-    }
-    Q_DISABLE_COPY_MOVE(ErrorCapture)
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
-private:
-    QFile m_file;
-    int m_original;
-};
-
-/// What a call writes to standard error, by way of a file.
+/// What a call writes to standard error, which is redirected to a file for that time.
 template <typename Call>
 QByteArray errorOutput(const QString& path, Call call)
 {
-    {
-        const ErrorCapture capture(path);
-        call();
-    }
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    file.open(QIODevice::WriteOnly);
+    std::fflush(stderr);
+    const int original = dup(2);
+    dup2(file.handle(), 2);
+    call();
+    std::fflush(stderr);
+    dup2(original, 2);
+    close(original);
+    return contentOf(path);
 }

@@ -18,7 +18,7 @@ QByteArray ofLocale(LocaleOperation operation, const QByteArray& locale)
     return U_SUCCESS(error) && length < int(sizeof text) ? QByteArray(text, length) : QByteArray();
 }
 
-// The C library names a script by a modifier, ICU by its code.
+// Locale names give the script as a modifier; ICU expects its code.
 QByteArray scriptOfModifier(const QByteArray& modifier)
 {
     if (modifier == "latin")
@@ -26,15 +26,15 @@ QByteArray scriptOfModifier(const QByteArray& modifier)
     return modifier == "cyrillic" ? "Cyrl" : QByteArray();
 }
 
-// A language without a country: primary language alone, or with one of the two highest sublanguages, which
-// stand for a script. Windows never sets one as the computer's language.
+// An identifier without a country: its sublanguage is 0 or one of the two highest, which stand for a script.
+// Windows never uses one as the computer's language.
 bool isNeutral(quint32 id)
 {
     const quint32 sublanguage = id >> 10;
     return sublanguage == 0 || sublanguage >= 0x1e;
 }
 
-// ICU's table lists most languages without a script ("de_DE"), those with several scripts only with it.
+// ICU's table lists most languages without a script ("de_DE"), but languages with several scripts only with one.
 quint32 identifierOf(const QByteArray& locale, const QByteArray& script)
 {
     const QByteArray full = ofLocale(&uloc_addLikelySubtags, locale);

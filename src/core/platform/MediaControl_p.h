@@ -2,35 +2,34 @@
 
 #include "skylume_global.h"
 
-/// The media control interface (MCI), which plays sounds on Windows. Other systems have none: every command
-/// fails with MediaNotInstalled there.
+/// The media control interface (MCI), which plays sounds on Windows. On other systems every command fails with
+/// MediaNotInstalled.
 namespace Platform {
 
-/// Commands for a media device, flags of their parameters, and what comes back.
+/// Commands, flags, and results.
 enum MediaControl : quint32 {
-    MediaOpen = 0x803,         ///< with MediaOpenParameters; opens a device
-    MediaClose = 0x804,        ///< without parameters
-    MediaPlay = 0x806,         ///< with MediaPlayParameters
-    MediaNotify = 0x1,         ///< flag: send MediaNotification to the callback window at the end
-    MediaWait = 0x2,           ///< flag: return when the command is done
+    MediaOpen = 0x803,         ///< opens a device; takes MediaOpenParameters
+    MediaClose = 0x804,        ///< takes no parameters
+    MediaPlay = 0x806,         ///< takes MediaPlayParameters
+    MediaNotify = 0x1,         ///< flag: send MediaNotification to the callback window when the command ends
+    MediaWait = 0x2,           ///< flag: return only when the command has ended
     MediaOpenElement = 0x200,  ///< flag: elementName is set
-    MediaNotification = 0x3B9, ///< window message; its wParam says how the command ended
-    MediaSuccessful = 1,       ///< that wParam when the sound was played to its end
-    MediaNotInstalled = 306,   ///< error: there is no such device
+    MediaNotification = 0x3B9, ///< window message; its wParam is the outcome of the command
+    MediaSuccessful = 1,       ///< outcome: the sound was played to its end
+    MediaNotInstalled = 306,   ///< error: no such device
 };
 
-/// The interface's own record for MediaOpen; set all of it to zero first. Texts are UTF-16 and
-/// zero-terminated.
+/// Parameters of MediaOpen, laid out as MCI_OPEN_PARMSW. Zero-initialise it. Strings are zero-terminated UTF-16.
 struct MediaOpenParameters
 {
     quintptr callback; ///< native window for the notification
-    quint32 deviceId;  ///< set by the call; means nothing when that failed
+    quint32 deviceId;  ///< set by the call if it succeeds
     const char16_t* deviceType;
     const char16_t* elementName; ///< path of the sound file
     const char16_t* alias;
 };
 
-/// The interface's own record for MediaPlay.
+/// Parameters of MediaPlay, laid out as MCI_PLAY_PARMS.
 struct MediaPlayParameters
 {
     quintptr callback; ///< native window for the notification
@@ -38,19 +37,19 @@ struct MediaPlayParameters
     quint32 to;
 };
 
-/// Sends a command to a media device.
-/// @param deviceId   0 for MediaOpen, else what that returned
+/// Sends a command to a media device. Call it on the GUI thread: a device belongs to the thread that opened it.
+/// Without MediaWait the call returns immediately.
+/// @param deviceId   0 for MediaOpen, otherwise the deviceId that MediaOpen returned
 /// @param command    one of the commands above
-/// @param flags      flags above, or those of the interface's own documentation
-/// @param parameters record that belongs to the command; null for MediaClose
-/// @return 0, or the interface's error number for mediaErrorText().
-/// A device belongs to the thread that opened it: GUI thread. Without MediaWait the call returns at once.
+/// @param flags      flags above, or others that MCI defines
+/// @param parameters parameters of the command; null for MediaClose
+/// @return 0, or an MCI error number; see mediaErrorText()
 SKYLUME_EXPORT quint32 sendMediaCommand(quint32 deviceId, quint32 command, quint32 flags, void* parameters);
 
-/// Describes an error of sendMediaCommand() in the user's language.
-/// @param text     receives the UTF-16 text, zero-terminated, cut when it is too long
-/// @param capacity room in characters, the zero included
-/// @return false when the number is unknown; the text is then undefined. Any thread.
+/// Describes an error of sendMediaCommand() in the user's language. May be called from any thread.
+/// @param text     receives a zero-terminated UTF-16 string, truncated if necessary; undefined on failure
+/// @param capacity size of the buffer in characters, including the terminating zero
+/// @return false for an unknown error number
 SKYLUME_EXPORT bool mediaErrorText(quint32 error, char16_t* text, quint32 capacity);
 
 } // namespace Platform

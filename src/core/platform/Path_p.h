@@ -6,25 +6,25 @@
 
 class QString;
 
-/// Paths in the forms that others than Qt take.
+/// Paths for functions other than those of Qt.
 namespace Platform {
 
-/// Room for the longest path and its terminating zero.
+/// Size of a buffer for the longest path, including its terminating zero.
 constexpr int PathCapacity = 260;
 
-/// Resolves "." and ".." in a path by its text alone: no file is looked at, links are not followed.
+/// Resolves "." and ".." in a path without accessing the file system; links are not followed. May be called from
+/// any thread.
 ///
-/// The system's own separators count: the backslash on Windows, the slash elsewhere. ".." directly below the
-/// root is dropped. What is left of a relative path that leads nowhere differs: Windows makes it the root,
-/// elsewhere it stays relative, so that "../a" is "../a" and "a/.." is ".".
-/// @param path      zero-terminated; null is refused
-/// @param canonical receives the result, zero-terminated; empty on failure
-/// @return false for a path of PathCapacity or more characters, which is not cut, and for null. Any thread.
+/// Separators are those of the system: the backslash on Windows, the slash elsewhere. ".." directly below the root
+/// is removed. Relative paths that resolve to nothing differ: on Windows they become the root, elsewhere they stay
+/// relative ("../a" stays "../a", "a/.." becomes ".").
+/// @param path      zero-terminated
+/// @param canonical receives the zero-terminated result; empty on failure
+/// @return false for null and for a path of PathCapacity or more characters
 SKYLUME_EXPORT bool canonicalisePath(const char* path, char (&canonical)[PathCapacity]);
 
-/// A path for the standard library's file functions, whose time stamps cost a fraction of Qt's, which are
-/// converted to local time. Takes any text, other than the path's own constructors, which throw at some.
-/// Any thread.
+/// Converts a path for the standard library, which reads the times of files much faster than Qt. Unlike the
+/// constructors of std::filesystem::path, it does not throw for invalid Unicode. May be called from any thread.
 SKYLUME_EXPORT std::filesystem::path nativePath(const QString& path);
 
 } // namespace Platform

@@ -6,7 +6,7 @@
 
 #include <shlwapi.h>
 
-static_assert(Platform::PathCapacity == MAX_PATH, "the system writes up to this many characters");
+static_assert(Platform::PathCapacity == MAX_PATH, "the system may write this many characters");
 
 bool Platform::canonicalisePath(const char* path, char (&canonical)[PathCapacity])
 {

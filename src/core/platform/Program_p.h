@@ -4,15 +4,15 @@
 
 #include <QString>
 
-/// Other programs.
+/// Starting other programs.
 namespace Platform {
 
-/// The name under which to start a program that lies in the application's folder.
+/// The name to use for starting a program in the application's folder. May be called from any thread.
 ///
-/// Windows looks for a bare name in the application's folder first. Other systems look for one along PATH
-/// only and need the folder named.
+/// On Windows this is the bare name, because the application's folder is searched first. Elsewhere it is the whole
+/// path, because bare names are searched in PATH only.
 /// @param folder the application's folder
-/// @param name   file name of the program, with its suffix. Any thread.
+/// @param name   file name of the program, including its suffix
 SKYLUME_EXPORT QString programBeside(const QString& folder, const QString& name);
 
 } // namespace Platform

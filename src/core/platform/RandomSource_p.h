@@ -6,11 +6,11 @@
 
 namespace Platform {
 
-/// The system's source of random bytes fit for cryptography, used in three steps: acquire(), draw() as often
-/// as needed, release(). Every step says whether it succeeded. On Windows it is a provider of the crypto
-/// interface, taken without a key container; on Linux the kernel, where acquiring and releasing cost nothing.
+/// The system's source of cryptographically secure random bytes: call acquire(), then draw() as often as needed,
+/// then release(). On Windows it is a CryptoAPI provider without a key container. On Linux it is the kernel, where
+/// acquiring and releasing do nothing.
 ///
-/// An object serves one thread. What is still acquired when it is destroyed is released.
+/// Use an object on one thread only. The destructor releases the source if necessary.
 class SKYLUME_EXPORT RandomSource
 {
 public:
@@ -18,15 +18,15 @@ public:
     ~RandomSource();
     Q_DISABLE_COPY_MOVE(RandomSource)
 
-    /// Takes the source. False when the system has none to give, or when it is taken already.
+    /// Acquires the source. Returns false if the system fails or the source is already acquired.
     bool acquire();
 
     /// Fills a buffer with random bytes.
-    /// @param bytes buffer of at least count bytes; undefined content on failure
-    /// @return false when the source is not acquired or failed
+    /// @param bytes buffer of at least count bytes; its content is undefined on failure
+    /// @return false if the source is not acquired or the system fails
     bool draw(void* bytes, std::size_t count);
 
-    /// Gives the source back. False when it was not acquired or the system refused.
+    /// Releases the source. Returns false if it was not acquired or the system fails.
     bool release();
 
 private:

@@ -12,7 +12,7 @@ bool Platform::RandomSource::acquire()
 {
     if (m_provider)
         return false;
-    m_provider = 1; // the kernel gives no handle
+    m_provider = 1; // there is no handle
     return true;
 }
 
@@ -23,7 +23,7 @@ bool Platform::RandomSource::draw(void* bytes, std::size_t count)
     auto* next = static_cast<char*>(bytes);
     while (count > 0) {
         const ssize_t drawn = getrandom(next, count, 0);
-        if (drawn < 0 && errno != EINTR) // a signal came before the first byte
+        if (drawn < 0 && errno != EINTR) // EINTR: a signal came first
             return false;
         if (drawn > 0) {
             next += drawn;

@@ -9,7 +9,7 @@ void* Platform::systemMenu(WId window)
 
 bool Platform::enableMenuEntry(void* menu, unsigned int entry, MenuEntryState state)
 {
-    // The result is the entry's state before, all bits set when there is no such entry.
+    // Returns the entry's previous state, or -1 if there is no such entry.
     return EnableMenuItem(static_cast<HMENU>(menu), entry, MF_BYCOMMAND | state) != -1;
 }
 

@@ -4,8 +4,8 @@
 
 namespace {
 
-// The system calls procedures in a way of its own (stdcall). One that it can call looks up the handler, which
-// is a property of the window.
+// Window procedures need the system's calling convention (stdcall). dispatch() has it, and calls the handler, which is
+// stored as a property of the window.
 constexpr wchar_t HandlerProperty[] = L"SkylumeMessageHandler";
 
 LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -13,7 +13,7 @@ LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARA
     const auto handler = reinterpret_cast<Platform::MessageHandler>(GetPropW(window, HandlerProperty));
     if (!handler)
         return DefWindowProcW(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY) // a window's last message; its properties must be gone before it is
+    if (message == WM_NCDESTROY) // the last message; properties must be removed before it ends
         RemovePropW(window, HandlerProperty);
     return handler(reinterpret_cast<WId>(window), message, wParam, lParam);
 }
@@ -22,7 +22,7 @@ LRESULT QT_WIN_CALLBACK dispatch(HWND window, UINT message, WPARAM wParam, LPARA
 
 Platform::WindowProcedure Platform::windowProcedure(WId window)
 {
-    // SetWindowLongPtrW and its pair are SetWindowLongW and GetWindowLongW where pointers have 32 bits.
+    // On 32-bit systems these functions are SetWindowLongW and GetWindowLongW.
     return reinterpret_cast<WindowProcedure>(GetWindowLongPtrW(reinterpret_cast<HWND>(window), GWLP_WNDPROC));
 }
 

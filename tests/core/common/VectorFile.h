@@ -1,42 +1,32 @@
 #pragma once
 
-#include <QByteArray>
 #include <QFile>
 #include <QHash>
 #include <QVector>
 
-/// The cases of a file of published test vectors: lines "NAME = value" in paragraphs, under headings
-/// "[SECTION]".
-struct VectorFile
+/// A case of published test vectors: values by name. The heading above it is the value of "[".
+struct VectorCase : QHash<QString, QByteArray>
 {
-    struct Case
-    {
-        QByteArray section;
-        QHash<QByteArray, QByteArray> values;
-
-        QByteArray bytes(const char* name) const { return QByteArray::fromHex(values.value(name)); }
-    };
-
-    explicit VectorFile(const QString& path)
-    {
-        QFile file(QStringLiteral(CIPHER_VECTORS "/") + path);
-        QByteArray section;
-        bool isNew = true;
-        for (bool isOpen = file.open(QIODevice::ReadOnly); isOpen && !file.atEnd();) {
-            const QByteArray line = file.readLine().trimmed();
-            const int equals = line.indexOf(" = ");
-            if (line.startsWith('['))
-                section = line;
-            if (line.startsWith('#') || line.startsWith('[') || equals < 0) {
-                isNew = true;
-                continue;
-            }
-            if (isNew)
-                cases.append(Case{section, {}});
-            isNew = false;
-            cases.last().values.insert(line.left(equals), line.mid(equals + 3));
-        }
-    }
-
-    QVector<Case> cases;
+    QByteArray bytes(const char* name) const { return QByteArray::fromHex(value(name)); }
 };
+
+/// Reads the cases of a file: paragraphs of lines "NAME = value".
+inline QVector<VectorCase> readVectors(const QString& path)
+{
+    QFile file(QStringLiteral(CIPHER_VECTORS "/") + path);
+    QVector<VectorCase> cases;
+    QByteArray heading;
+    bool isNew = true;
+    for (bool isOpen = file.open(QIODevice::ReadOnly); isOpen && !file.atEnd();) {
+        const QList<QByteArray> words = file.readLine().simplified().split(' ');
+        const bool isValue = words.value(1) == "=" && !words[0].startsWith('[');
+        if (words[0].startsWith('['))
+            heading = words[0];
+        if (isValue && isNew)
+            cases.append(VectorCase{{{"[", heading}}});
+        if (isValue)
+            cases.last().insert(words[0], words.value(2));
+        isNew = !isValue;
+    }
+    return cases;
+}

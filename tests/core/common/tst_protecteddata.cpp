@@ -1,6 +1,5 @@
-// Byte strings, protected texts and files, device identities.
+// Byte strings, protected strings and files, device identities.
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "ErrorCapture.h"
 #include "LogOrder.h"
 #include "common/ByteStrings.h"
@@ -9,20 +8,20 @@
 #include <QDir>
 
 #include <algorithm>
-#include <memory>
+#include <tuple>
 #include <utility>
 
 namespace {
 
-using Result = std::unique_ptr<char, decltype(&CommonUtils::CryptLocalFree)>;
-
-/// What an operation of CommonUtils gives; null for no result.
-Result transformed(void (*operation)(const char*, const char*, char*&), const char* text,
-                   const char* passPhrase)
+/// What Encrypt() or Decrypt() gives; null for no result.
+QByteArray converted(void (*operation)(const char*, const char*, char*&), const char* text,
+                     const char* passPhrase = "pass phrase")
 {
     char* result = nullptr;
     operation(text, passPhrase, result);
-    return {result, CommonUtils::CryptLocalFree};
+    const QByteArray copy(result);
+    CommonUtils::CryptLocalFree(result);
+    return copy;
 }
 
 } // namespace
@@ -32,26 +31,15 @@ class TestProtectedData : public CoreTest
     Q_OBJECT
 
 private slots:
-    void des3Lengths_data();
-    void des3Lengths();
-    void des3Keys();
-    void hex_data();
+    void tripleDes();
     void hex();
-    void trim_data();
     void trim();
-    void randomBytes_data();
     void randomBytes();
-    void textsComeBack_data();
     void textsComeBack();
-    void textsThatAreNoResult();
-    void files_data();
+    void noResult();
     void files();
-    void filesComeBack_data();
     void filesComeBack();
-    void fileFaults_data();
     void fileFaults();
-    void longPathLine();
-    void imeiTokens_data();
     void imeiTokens();
     void imsi();
 
@@ -67,304 +55,209 @@ private:
         return result == 0 ? error : "not 0";
     }
 
-    static QByteArray content(const QString& path)
+    /// @return the file's path
+    QString write(const QString& name, const QByteArray& content) const
     {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    QString write(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(path(name));
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-        return file.fileName();
+        writeFile(path(name), content);
+        return path(name);
     }
 };
 
-void TestProtectedData::des3Lengths_data()
-{
-    const auto row = dataTable<int, int>("length", "filled");
-    for (const auto& [length, filled] : {std::pair{0, 0}, {1, 8}, {8, 8}, {9, 16}, {5001, 5008}})
-        row(QByteArray::number(length), length, filled);
-}
-
-void TestProtectedData::des3Lengths()
-{
-    QFETCH(const int, length);
-    QFETCH(const int, filled);
-    const std::string text(std::size_t(length), 'x'), zeros(std::size_t(filled - length), '\0');
-    const std::string crypt = des3(text, "key", "iv", true);
-    QCOMPARE(int(crypt.size()), filled);
-    QVERIFY(filled == 0 || crypt != text + zeros);
-    QVERIFY(des3(crypt, "key", "iv", false) == text + zeros);
-}
-
-// Keys and vectors are padded with zeros or cut, nothing else. The result is that of an independent program.
-void TestProtectedData::des3Keys()
+// Text, key and vector are padded with zeros, the latter two also cut. The result is that of an independent program.
+void TestProtectedData::tripleDes()
 {
     const std::string half("0123456789abcdef"), iv("vector"), zeros(8, '\0');
     const std::string crypt = des3("Skylume!", half, iv, true);
     QCOMPARE(QByteArray::fromStdString(StrToHex(crypt)), QByteArray("024FE32D0F7C97C5"));
-    QVERIFY(crypt == des3("Skylume!", half + zeros, iv + zeros, true));
     QVERIFY(crypt == des3("Skylume!", half + zeros + "more", iv + std::string(2, '\0') + "more", true));
-    QVERIFY(crypt != des3("Skylume!", half + half.substr(0, 8), iv, true));
-    QVERIFY(crypt == des3("Skylume!", "1032547698`cbedg", iv, true)); // the parity bits have no effect
-}
-
-void TestProtectedData::hex_data()
-{
-    const auto add = dataTable<QByteArray, QByteArray>("digits", "bytes");
-    const auto row = [&add](const QByteArray& digits, const QByteArray& bytes) {
-        add(digits, digits, bytes);
-    };
-    row("", "");
-    row("0AFF", "\x0A\xFF");
-    row("0aFf", "\x0A\xFF");
-    row("0G1", QByteArray("\0\x10", 2)); // the place of a character counts, digit or not
-    row("G1G", QByteArray("\x01\0", 2));
-    row("A", "\xA0");
-    row("@`/:gG19", QByteArray("\0\0\0\x19", 4));
-    row(QByteArray("1\0\xB1\xE1"
-                   "2",
-                   5),
-        QByteArray("\x10\0\x20", 3));
+    for (const auto& [length, filled] : {std::pair{0, 0}, {1, 8}, {8, 8}, {9, 16}, {5001, 5008}}) {
+        const std::string text(std::size_t(length), 'x'),
+            padded = text + std::string(std::size_t(filled - length), '\0');
+        QVERIFY(des3(des3(text, half, iv, true), half, iv, false) == padded);
+    }
 }
 
 void TestProtectedData::hex()
 {
-    QFETCH(const QByteArray, digits);
-    QFETCH(const QByteArray, bytes);
-    QCOMPARE(QByteArray::fromStdString(HexToStr(digits.toStdString())), bytes);
-    QCOMPARE(QByteArray::fromStdString(StrToHex(bytes.toStdString())), bytes.toHex().toUpper());
-}
-
-void TestProtectedData::trim_data()
-{
-    using Bytes = QByteArray;
-    const auto row = dataTable<Bytes, Bytes, Bytes, Bytes>("text", "left", "right", "trimmed");
-    row("blanks", "\t abc \r\n", {}, {}, "abc");
-    row("inside", "a b", {}, {}, "a b");
-    row("blanks only", "   ", {}, {}, "");
-    row("empty", "", {}, {}, "");
-    row("zeros at the end", QByteArray("abc \0\0", 6), {}, {}, "abc");
-    row("zeros elsewhere", QByteArray("\0a\0b\0", 5), {}, {}, QByteArray("\0a\0b", 4));
-    row("zeros only", QByteArray(3, '\0'), {}, {}, "");
-    row("blanks and zeros", QByteArray("  \0", 3), {}, {}, "");
-    row("no characters", QByteArray(" abc \0", 6), "", "", " abc ");
-    row("other characters", "xyabcyx", "x", "xy", "yabc");
-    row("sets that meet", "abcdd", "abc", "cd", "");
+    const std::pair<QByteArray, QByteArray> rows[] = {
+        {"0AFF", "0aff"},
+        {"0aFf", "0aff"},
+        {"0G1", "0010"}, // the position of a character matters, digit or not
+        {"@`/:gG19", "00000019"},
+        {QByteArray("1\0\xB1\xE1"
+                    "2",
+                    5),
+         "100020"},
+    };
+    for (const auto& [digits, bytes] : rows) {
+        QCOMPARE(QByteArray::fromStdString(HexToStr(digits.toStdString())).toHex(), bytes);
+        QCOMPARE(QByteArray::fromStdString(StrToHex(QByteArray::fromHex(bytes).toStdString())),
+                 bytes.toUpper());
+    }
 }
 
 void TestProtectedData::trim()
 {
-    QFETCH(const QByteArray, text);
-    QFETCH(const QByteArray, left); // null: blanks
-    QFETCH(const QByteArray, right);
-    const auto set = [](const QByteArray& characters) {
-        return characters.isNull() ? nullptr : characters.constData();
+    const std::tuple<QByteArray, const char*, const char*, QByteArray> rows[] = {
+        {"\t a c \r\n", nullptr, nullptr, "a c"},
+        {QByteArray("\0a\0b \0\0", 7), nullptr, nullptr, QByteArray("\0a\0b", 4)}, // zeros at the end only
+        {QByteArray("  \0", 3), nullptr, nullptr, ""},
+        {QByteArray(3, '\0'), nullptr, nullptr, ""},
+        {QByteArray(" abc \0", 6), "", "", " abc "},
+        {"xyabcyx", "x", "xy", "yabc"},
+        {"abcdd", "abc", "cd", ""}, // the sets meet
     };
-    QTEST(QByteArray::fromStdString(TrimStr(text.toStdString(), set(left), set(right))), "trimmed");
-}
-
-void TestProtectedData::randomBytes_data()
-{
-    const auto row = dataTable<int, int>("count", "size");
-    for (const auto& [count, size] :
-         {std::pair{-1, 0}, {0, 0}, {1, 1}, {8, 8}, {129, 128}, {INT_MAX, 128}, {INT_MIN, 0}})
-        row(QByteArray::number(count), count, size);
+    for (const auto& [text, left, right, trimmed] : rows)
+        QCOMPARE(QByteArray::fromStdString(TrimStr(text.toStdString(), left, right)), trimmed);
 }
 
 void TestProtectedData::randomBytes()
 {
-    QFETCH(const int, count);
-    const std::string bytes = GetRandomBytes(count);
-    QTEST(int(bytes.size()), "size");
-    QVERIFY(bytes.size() < 8 || bytes != GetRandomBytes(count));
-}
-
-void TestProtectedData::textsComeBack_data()
-{
-    const auto row = dataTable<QByteArray>("text");
-    for (const int length : {0, 7, 8, 9, 1000, 300001})
-        row(QByteArray::number(length), QByteArray(length, 'x'));
-    row("bytes of all kinds", " \t\x01\x7F\xC3\xA4\xFF \n");
+    for (const auto& [count, size] : {std::pair{-1, 0}, {1, 1}, {8, 8}, {129, 128}, {INT_MAX, 128}})
+        QCOMPARE(int(GetRandomBytes(count).size()), size);
+    QVERIFY(GetRandomBytes(8) != GetRandomBytes(8));
 }
 
 void TestProtectedData::textsComeBack()
 {
-    QFETCH(const QByteArray, text);
-    const Result first = transformed(CommonUtils::Encrypt, text, "pass phrase"),
-                 second = transformed(CommonUtils::Encrypt, text, "pass phrase");
-    const QByteArray digits(first.get());
-    QCOMPARE(digits.size(), 16 + (text.size() + 7) / 8 * 16);
-    QCOMPARE(QByteArray::fromHex(digits).toHex().toUpper(), digits);
-    QVERIFY(digits != second.get());
-    const std::string bytes = HexToStr(first.get());
-    QCOMPARE(QByteArray(des3(bytes.substr(8), "pass phrase", bytes.substr(0, 8), false).c_str()), text);
-
-    const auto decrypted = [](const QByteArray& from, const char* passPhrase) {
-        return QByteArray(transformed(CommonUtils::Decrypt, from, passPhrase).get());
-    };
-    QCOMPARE(decrypted(digits.toLower(), "pass phrase"), text);
-    QVERIFY(text.isEmpty() || decrypted(digits, "Pass phrase") != text);
-    for (const int size : {15, 16, 17, 31, digits.size() - 1}) { // truncated
-        const std::string cut = HexToStr(digits.left(size).toStdString());
-        QCOMPARE(decrypted(digits.left(size), "pass phrase"),
-                 QByteArray(des3(cut.substr(8), "pass phrase", bytes.substr(0, 8), false).c_str()));
+    for (const QByteArray& text : {QByteArray(), QByteArray(7, 'x'), QByteArray(8, 'x'), QByteArray(9, 'x'),
+                                   QByteArray(300001, 'x'), QByteArray(" \t\x01\x7F\xC3\xA4\xFF \n")}) {
+        const QByteArray digits = converted(CommonUtils::Encrypt, text);
+        QCOMPARE(digits.size(), 16 + (text.size() + 7) / 8 * 16);
+        QCOMPARE(QByteArray::fromHex(digits).toHex().toUpper(), digits);
+        QVERIFY(digits != converted(CommonUtils::Encrypt, text));
+        QCOMPARE(converted(CommonUtils::Decrypt, digits.toLower()), text);
+        for (const int size : {15, 16, 17, 31, digits.size()}) { // truncated
+            const std::string cut = HexToStr(digits.left(size).toStdString());
+            QCOMPARE(converted(CommonUtils::Decrypt, digits.left(size)),
+                     QByteArray(des3(cut.substr(8), "pass phrase", cut.substr(0, 8), false).c_str()));
+        }
     }
 }
 
-void TestProtectedData::textsThatAreNoResult()
+void TestProtectedData::noResult()
 {
-    for (const char* const text : {"", "0", "12345678901234"}) {
-        log().clear();
-        QVERIFY(!transformed(CommonUtils::Decrypt, text, "key"));
-        QCOMPARE(log().lines(QtDebugMsg), QStringList("out of range exception"));
-    }
+    for (const char* const text : {"", "0", "12345678901234"})
+        QVERIFY(converted(CommonUtils::Decrypt, text).isNull());
+    QVERIFY(!converted(CommonUtils::Decrypt, "123456789012345").isNull());
+    QCOMPARE(log().lines(), QStringList(QVector<QString>(3, "out of range exception").toList()));
     for (const auto operation : {CommonUtils::Encrypt, CommonUtils::Decrypt}) {
-        QVERIFY(!transformed(operation, nullptr, "key"));
-        QVERIFY(!transformed(operation, "1234567890123456", nullptr));
+        QVERIFY(converted(operation, nullptr).isNull());
+        QVERIFY(converted(operation, "1234567890123456", nullptr).isNull());
     }
-    CommonUtils::CryptLocalFree(nullptr);
-}
-
-void TestProtectedData::files_data()
-{
-    const auto row =
-        dataTable<int, QByteArray, QByteArray, QString>("operation", "content", "output", "line");
-    const QString failure = "{time}: {file}: FileCrypt:Hashing Fail",
-                  empty = "{time}: {file}: FileCrypt:size is negative";
-    const QByteArray ofAbc = "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=",
-                     zeros = QByteArray(43, 'A') + '=';
-    row("fingerprint", 3, "abc", ofAbc, "");
-    row("fingerprint up to a zero", 3, QByteArray("abc\0def", 7), ofAbc, "");
-    row("fingerprint of nothing", 3, QByteArray("\0abc", 4), zeros, failure);
-    row("fingerprint of an empty file", 3, "", zeros, empty);
-    row("nothing to decrypt", 2, "", "", empty);
-    row("too short to decrypt", 2, "12345678901234", "", "out of range exception");
-    row("encrypted long ago", 2, "30313233343536372928FF830B0DEAA2", "Skylume", "");
-    for (const int operation : {0, 4, -1})
-        row("operation " + QByteArray::number(operation), operation, "abc", {},
-            QString("{time}: {file}: FileCrypt: %1 : Invalid operation parameter").arg(operation));
 }
 
 void TestProtectedData::files()
 {
-    QFETCH(const int, operation);
-    QFETCH(const QByteArray, content);
-    QFETCH(const QByteArray, output); // null: the old one
-    QFETCH(const QString, line);
-    const QString input = write("in put", content), result = write("output", "old");
-    QCOMPARE(fileCrypt(operation, path("./sub/../in put"), result), QByteArray());
-    QVERIFY(log().contains("{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : " +
-                           QDir::toNativeSeparators(input)));
-    QVERIFY(line.isEmpty() || log().contains(line));
-    QCOMPARE(TestProtectedData::content(result), output.isNull() ? QByteArray("old") : output);
-}
-
-void TestProtectedData::filesComeBack_data()
-{
-    constexpr int Piece = 128 * 1024; // what is worked on at a time
-    const auto row = dataTable<QByteArray, int>("text", "read");
-    row("short", "text\r\nwith lines\n\x1A", 18);
-    row("up to a zero", QByteArray("text\0more", 9), 4);
-    row("empty", "", 0);
-    row("long", QByteArray("0123456789\n").repeated(100000), 1100000);
-    row("whole pieces", QByteArray(2 * Piece, 'x'), 2 * Piece);
-    row("zero at a piece's end", QByteArray(Piece - 1, 'x') + '\0' + QByteArray(2 * Piece, 'y'), Piece - 1);
+    const QString prefix = "{time}: {file}: FileCrypt:", empty = prefix + "size is negative";
+    const QByteArray ofAbc = "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=",
+                     zeros = QByteArray(43, 'A') + '=';
+    const std::tuple<int, QByteArray, QByteArray, QStringList> rows[] = {
+        {3, "abc", ofAbc, {}},
+        {3, QByteArray("abc\0", 4) + QByteArray(300000, 'x'), ofAbc, {}},
+        {3, QByteArray("\0abc", 4), zeros, {prefix + "Hashing Fail"}},
+        {3, "", zeros, {empty, prefix + "Hashing Fail"}},
+        {2, "", "", {empty, "out of range exception"}},
+        {2, "30313233343536372928FF830B0DEAA2", "Skylume", {}}, // encrypted long ago
+        {4, "abc", "old", {prefix + " 4 : Invalid operation parameter"}},
+    };
+    for (const auto& [operation, content, output, lines] : rows) {
+        const QString input = write("in put", content), result = write("output", "old"),
+                      canonical = "{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : " +
+                                  QDir::toNativeSeparators(input);
+        log().clear();
+        QCOMPARE(fileCrypt(operation, path("./sub/../in put"), result), QByteArray());
+        QCOMPARE(contentOf(result), output);
+        QCOMPARE(log().firstMissingInOrder(QStringList(canonical) + lines), QString());
+        QCOMPARE(log().lines().size(), 1 + lines.size());
+    }
 }
 
 // Through the same file, which is replaced, and never the same twice.
 void TestProtectedData::filesComeBack()
 {
-    QFETCH(const QByteArray, text);
-    QFETCH(const int, read); // the length of what counts of it
-    const QString file = write("file", text), other = path("other");
-    QCOMPARE(fileCrypt(1, file, other), QByteArray());
-    QCOMPARE(fileCrypt(1, file, file), QByteArray());
-    QCOMPARE(content(file).size(), 16 + (read + 7) / 8 * 16);
-    QVERIFY(content(file) != content(other));
-    QCOMPARE(fileCrypt(2, file, file), QByteArray());
-    QCOMPARE(content(file), text.left(read));
+    constexpr int Piece = 128 * 1024; // converted at a time
+    const std::pair<QByteArray, int> rows[] = {
+        {"text\r\nwith lines\n\x1A", 18},
+        {QByteArray("text\0more", 9), 4},
+        {"", 0},
+        {QByteArray("0123456789\n").repeated(100000), 1100000},
+        {QByteArray(2 * Piece, 'x'), 2 * Piece},
+        {QByteArray(Piece - 1, 'x') + '\0' + QByteArray(2 * Piece, 'y'), Piece - 1},
+    };
+    for (const auto& [text, size] : rows) { // up to the first zero
+        const QString file = write("file", text), other = path("other");
+        QCOMPARE(fileCrypt(1, file, other), QByteArray());
+        QCOMPARE(fileCrypt(1, file, file), QByteArray());
+        QCOMPARE(contentOf(file).size(), 16 + (size + 7) / 8 * 16);
+        QVERIFY(contentOf(file) != contentOf(other));
+        QCOMPARE(fileCrypt(2, file, file), QByteArray());
+        QCOMPARE(contentOf(file), text.left(size));
 
-    // What is changed in the vector changes in the first block, here into a zero.
-    QByteArray digits = content(other), byte = QByteArray::fromHex(digits.mid(6, 2));
-    byte[0] = char(byte.at(0) ^ text.leftJustified(4, '\0').at(3));
-    QCOMPARE(fileCrypt(2, write("file", digits.replace(6, 2, byte.toHex())), file), QByteArray());
-    QCOMPARE(content(file), text.left(std::min(read, 3)));
-}
-
-void TestProtectedData::fileFaults_data()
-{
-    const auto row = dataTable<QString, QString, QByteArray>("input", "output", "error");
-    row("no such file", "missing", "output", "File error");
-    row("no name", "", "output", "File error");
-    row("too long a name", QString(300, 'x'), "output", "File error");
-    row("no such folder to write to", "input", "no/output", "");
-    row("a folder to write to", "input", ".", "");
+        // What is changed in the vector changes in the first block, here into a zero.
+        QByteArray digits = contentOf(other), byte = QByteArray::fromHex(digits.mid(6, 2));
+        byte[0] = char(byte.at(0) ^ text.leftJustified(4, '\0').at(3));
+        QCOMPARE(fileCrypt(2, write("file", digits.replace(6, 2, byte.toHex())), file), QByteArray());
+        QCOMPARE(contentOf(file), text.left(std::min(size, 3)));
+    }
 }
 
 void TestProtectedData::fileFaults()
 {
-    QFETCH(const QString, input);
-    QFETCH(const QString, output);
-    QFETCH(const QByteArray, error);
-    write("input", "abc");
-    for (const int operation : {1, 2, 3})
-        QCOMPARE(fileCrypt(operation, input.isEmpty() ? input : path(input), path(output)), error);
+    const std::tuple<QString, QString, QByteArray> rows[] = {
+        {path("missing"), "output", "File error"},
+        {"", "output", "File error"},
+        {path(QString(300, 'x')), "output", "File error"},
+        {write("input", "abc"), "no/output", ""},
+        {path("input"), ".", ""}, // a folder
+    };
+    for (const auto& [input, output, error] : rows) {
+        for (const int operation : {1, 2, 3})
+            QCOMPARE(fileCrypt(operation, input, path(output)), error);
+    }
+    QVERIFY(!QFile::exists(path("output")));
+    log().clear();
     QCOMPARE(errorOutput(path("stderr"), [] { CommonUtils::FileCrypt(1, nullptr, nullptr); }),
              QByteArray("File error"));
-    QVERIFY(log().contains("{n} : {*} : {file} : FileCrypt : Path canonicalization failed"));
-    QVERIFY(!QFile::exists(path("output")));
-}
-
-void TestProtectedData::longPathLine()
-{
     fileCrypt(3, "/" + QString(250, 'x'), path("output"));
-    const QStringList lines =
-        log().lines("{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : {*}");
-    QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first().size(), 255);
-}
-
-void TestProtectedData::imeiTokens_data()
-{
-    const auto row = dataTable<QByteArray, QByteArray, QStringList>("imei", "token", "lines");
-    const QStringList begin{"[Handle_imei_reverse]enter.\n"},
-        reversed = begin + QStringList{"[Handle_imei_reverse]out success.\n"},
-        done = reversed + QStringList{"[Handle_imei_hash]get out sucess.\n"};
-    row("15 digits", "490154203237518", "wYNik1fcPTKAPBB7kjipsZYV64i9oJ53Ll2WIf4d/Io=", done);
-    row("longest", QByteArray(22, 'x') + 'y', "H8+RASTj8d0eRzCdlPAJd/HW2w1F7vaPTKLxdJl6ytg=", done);
-    row("too long", QByteArray(24, 'x'), "",
-        begin + QStringList{"[Handle_imei_reverse]out_para_len error.\n",
-                            "[Handle_imei_hash]reverse imei failed.\n"});
-    row("empty", "", "", reversed + QStringList{"[Handle_imei_hash]hash imei failed.\n"});
-    row("null", {}, "", {"[Handle_imei_hash]null para.\n"});
+    VERIFY_LOGGED_IN_ORDER("{n} : {*} : {file} : FileCrypt : Path canonicalization failed",
+                           "{n} : {*} : {file} : FileCrypt : PathCanonicalizeA worked, path : {*}");
+    QCOMPARE(log().lines().last().size(), 255);
 }
 
 void TestProtectedData::imeiTokens()
 {
-    QFETCH(const QByteArray, imei);
-    QFETCH(const QByteArray, token);
-    QByteArray buffer(60, '#');
-    QCOMPARE(CommonUtils::Handle_IMEI_Hash(imei.isNull() ? nullptr : imei.constData(), buffer.data()),
-             !token.isEmpty());
-    QTEST(log().lines(QtDebugMsg), "lines");
-    QCOMPARE(buffer, token.leftJustified(60, '#'));
-    QVERIFY(!CommonUtils::Handle_IMEI_Hash("1", nullptr));
+    const QString reverse = "[Handle_imei_reverse]", hash = "[Handle_imei_hash]",
+                  success = reverse + "out success.\n", done = hash + "get out sucess.\n";
+    const std::tuple<QByteArray, QByteArray, QStringList> rows[] = {
+        {"490154203237518", "wYNik1fcPTKAPBB7kjipsZYV64i9oJ53Ll2WIf4d/Io=", {success, done}},
+        {QByteArray(22, 'x') + 'y', "H8+RASTj8d0eRzCdlPAJd/HW2w1F7vaPTKLxdJl6ytg=", {success, done}},
+        {QByteArray(24, 'x'), "", {reverse + "out_para_len error.\n", hash + "reverse imei failed.\n"}},
+        {"", "", {success, hash + "hash imei failed.\n"}},
+    };
+    for (const auto& [imei, token, lines] : rows) {
+        QByteArray buffer(60, '#');
+        log().clear();
+        QCOMPARE(CommonUtils::Handle_IMEI_Hash(imei, buffer.data()), !token.isEmpty());
+        QCOMPARE(log().lines(), QStringList(reverse + "enter.\n") + lines);
+        QCOMPARE(buffer, token.leftJustified(60, '#'));
+    }
+    log().clear();
+    char token[45] = "";
+    QVERIFY(!CommonUtils::Handle_IMEI_Hash(nullptr, token) && !CommonUtils::Handle_IMEI_Hash("1", nullptr));
+    QCOMPARE(log().lines(), QStringList({hash + "null para.\n", hash + "null para.\n"}));
 }
 
 void TestProtectedData::imsi()
 {
-    const QString failure = "<========= {time}: {file}: getIMSI: QRVL_DevSrv_GetImsiInfo success";
     QCOMPARE(CommonUtils::getIMSI(), QString());
     service().setImsi("262011234567890\xC3\xA4");
     QCOMPARE(CommonUtils::getIMSI(), QString::fromUtf8("262011234567890\xC3\xA4"));
-    QCOMPARE(log().lines(QtDebugMsg).size(), 2);
+    QCOMPARE(log().lines().size(), 2);
     service().setResult("QRVL_DevSrv_GetImsiInfo", 3);
     QCOMPARE(CommonUtils::getIMSI(), QString());
-    VERIFY_LOGGED_IN_ORDER("{file}: getIMSI: called", "{file}: getIMSI: called", failure);
+    VERIFY_LOGGED_IN_ORDER("{file}: getIMSI: called", "{file}: getIMSI: called", "{file}: getIMSI: called",
+                           "<========= {time}: {file}: getIMSI: QRVL_DevSrv_GetImsiInfo success");
 }
 
 QTEST_GUILESS_MAIN(TestProtectedData)

@@ -1,5 +1,4 @@
-// Protected data when the random source fails, memory is short or a file cannot be used; and what remains in
-// memory afterwards.
+// Protected data when the random source fails or a file cannot be used; and what remains in memory afterwards.
 #include "Bytes.h"
 #include "CoreTest.h"
 #include "ErrorCapture.h"
@@ -22,11 +21,8 @@
 namespace {
 
 constexpr int Unlimited = -1;
-int drawsLeft = Unlimited;
+int drawsLeft = Unlimited; ///< until the random source fails
 QVector<std::size_t> drawSizes;
-
-constexpr std::size_t LargeSize = 100000;
-std::atomic<int> largeBlocksLeft{Unlimited};
 
 std::atomic<const QByteArray*> secret{nullptr}; ///< looked for in every block that is freed
 std::atomic<bool> isSecretFreed{false};
@@ -59,17 +55,7 @@ constexpr bool OwnsMemory = false; // the sanitizer does
 constexpr bool OwnsMemory = true;
 
 extern "C" {
-void* __libc_malloc(size_t size);
 void __libc_free(void* memory);
-
-Q_DECL_EXPORT void* malloc(size_t size) noexcept
-{
-    if (size >= LargeSize && largeBlocksLeft != Unlimited && largeBlocksLeft-- == 0) {
-        largeBlocksLeft = 0;
-        return nullptr;
-    }
-    return __libc_malloc(size);
-}
 
 Q_DECL_EXPORT void free(void* memory) noexcept
 {
@@ -114,13 +100,12 @@ const QByteArray Plaintext(1024, '\xA7');
 const QByteArray Part = Plaintext.left(256);
 const QByteArray PassPhrase = "only for the tests of it";
 
-/// The result of an operation; it is released without a copy when `isKept` is false.
-QByteArray converted(void (*operation)(const char*, const char*, char*&), const QByteArray& text,
-                     bool isKept = true)
+/// What an operation gives.
+QByteArray converted(void (*operation)(const char*, const char*, char*&), const QByteArray& text)
 {
     char* result = nullptr;
     operation(text, PassPhrase, result);
-    const QByteArray copy(isKept ? result : nullptr);
+    const QByteArray copy(result);
     CommonUtils::CryptLocalFree(result);
     return copy;
 }
@@ -133,19 +118,8 @@ class TestProtectedDataFaults : public CoreTest
 
 private slots:
     void failingRandomSource();
-    void shortMemory();
     void filesThatFail();
     void nothingIsLeft();
-
-private:
-    /// @return the file's path
-    QByteArray write(const QString& name, const QByteArray& content) const
-    {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            QTest::qFail("The file cannot be written", __FILE__, __LINE__);
-        return QFile::encodeName(file.fileName());
-    }
 };
 
 // What was drawn before the source failed is kept, and text that was encrypted meanwhile can be decrypted.
@@ -165,67 +139,19 @@ void TestProtectedDataFaults::failingRandomSource()
     QCOMPARE(converted(CommonUtils::Decrypt, digits), QByteArray("text"));
 }
 
-// Whichever large block cannot be had: there is no result, and the file that would be replaced, the only copy of
-// its content, stays as it is.
-void TestProtectedDataFaults::shortMemory()
-{
-    if (!OwnsMemory)
-        QSKIP("The sanitizer allocates the memory");
-    const QByteArray text(3 * LargeSize, '0'), name = write("file", text);
-    QByteArray errors;
-    const auto run = [&](int operation, int blocks) {
-        errors += errorOutput(path("stderr"), [&] {
-            largeBlocksLeft = blocks;
-            CommonUtils::FileCrypt(operation, name, name);
-            largeBlocksLeft = Unlimited;
-        });
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    for (const int operation : {1, 2, 3}) {
-        write("file", text);
-        const QByteArray before = operation == 2 ? run(1, Unlimited) : text;
-        int blocks = 0;
-        while (blocks < 20 && run(operation, blocks) == before)
-            ++blocks;
-        QCOMPARE(blocks, operation == 3 ? 1 : 2);
-    }
-    QCOMPARE(errors.count("Memory error"), 5);
-    QCOMPARE(errors.count("Memory errorReading error"), 3);
-    for (const auto operation : {CommonUtils::Encrypt, CommonUtils::Decrypt}) {
-        for (const int blocks : {0, 1}) {
-            char* result = nullptr;
-            largeBlocksLeft = blocks;
-            operation(text, PassPhrase, result);
-            largeBlocksLeft = Unlimited;
-            QVERIFY(!result);
-        }
-    }
-    log().allow("{time}: {file}: {func}: memory is short");
-    const std::string string = text.toStdString();
-    largeBlocksLeft = 0;
-    const std::size_t size = HexToStr(string).size();
-    largeBlocksLeft = Unlimited;
-    QCOMPARE(size, std::size_t(0));
-    QCOMPARE(log().count("{time}: {file}: Encrypt: {n}: strncpy  fail"), 2);
-    QCOMPARE(log().count("{time}: {file}: Decrypt: {n}: QRVL_memset fail "), 3);
-    QCOMPARE(log().count("{time}: {file}: FileCrypt: {n}: QRVL_memset fail "), 5);
-}
-
 void TestProtectedDataFaults::filesThatFail()
 {
-    const QByteArray output = QFile::encodeName(path("file")), protectedText(160, '0');
-    for (const int operation : {1, 2, 3}) // a folder that claims to be an empty file
-        QCOMPARE(errorOutput(path("stderr"), [&] { CommonUtils::FileCrypt(operation, "/proc", output); }),
-                 QByteArray("Reading error"));
-    QVERIFY(!QFile::exists(path("file")));
-
+    const QByteArray input = QFile::encodeName(path("input"));
     const QString line = "{time}: {file}: FileCrypt: the result cannot be written";
     log().allow(line);
-    const QByteArray input = write("file", protectedText);
-    for (const int operation : {1, 2, 3})
+    writeFile(path("input"), QByteArray(160, '0'));
+    for (const int operation : {1, 2, 3}) {
+        QCOMPARE(errorOutput(path("stderr"), [&] { CommonUtils::FileCrypt(operation, "/proc", input); }),
+                 QByteArray("Reading error")); // a folder that claims to be an empty file
+        QCOMPARE(contentOf(path("input")).size(), 160);
         CommonUtils::FileCrypt(operation, input, "/dev/full");
-    QCOMPARE(log().count(line), 3);
+        QCOMPARE(log().count(line), operation);
+    }
 }
 
 // Neither in memory that was released nor on the stack.
@@ -233,83 +159,50 @@ void TestProtectedDataFaults::nothingIsLeft()
 {
     if (!OwnsMemory)
         QSKIP("The sanitizer allocates the memory");
-    const QByteArray digits = converted(CommonUtils::Encrypt, Plaintext),
-                     plainFile = write("plain", Plaintext), cryptFile = QFile::encodeName(path("crypt")),
-                     output = QFile::encodeName(path("output")), reversed = "815732302451094",
-                     ones(24, '\xFF');
+    const QByteArray digits = converted(CommonUtils::Encrypt, Plaintext), reversed = "815732302451094",
+                     ones(24, '\xFF'), plainFile = QFile::encodeName(path("plain")),
+                     cryptFile = QFile::encodeName(path("crypt")), output = QFile::encodeName(path("output"));
+    writeFile(path("plain"), Plaintext);
     CommonUtils::FileCrypt(1, plainFile, cryptFile);
     alignas(std::string) static unsigned char bytes[4096];
     auto* const token = reinterpret_cast<char*>(bytes);
-    const struct
-    {
-        const char* name;
-        QByteArray secret;
-        Call call;
-    } rows[] = {
-        {"pass phrase", PassPhrase.left(16),
-         [] {
-             converted(CommonUtils::Encrypt, "text");
-         }},
-        {"string", Part,
-         [&] {
-             converted(CommonUtils::Decrypt, digits, false);
-         }},
-        {"encrypted file", Part,
-         [&] {
-             CommonUtils::FileCrypt(1, plainFile, output);
-         }},
-        {"decrypted file", Part,
-         [&] {
-             CommonUtils::FileCrypt(2, cryptFile, output);
-         }},
-        {"file key", "Yx7!mRb2hK5&nGd8",
-         [&] {
-             CommonUtils::FileCrypt(1, plainFile, output);
-         }},
-        {"IMEI", reversed,
-         [&] {
-             CommonUtils::Handle_IMEI_Hash("490154203237518", token);
-         }},
-        {"digest", QCryptographicHash::hash(reversed, QCryptographicHash::Sha256),
-         [&] {
-             CommonUtils::Handle_IMEI_Hash("490154203237518", token);
-         }},
-        {"message", Part.left(48),
-         [&] {
-             sha256(bytesOf(Plaintext), 50, bytes);
-         }},
-        {"key schedule", QByteArray(128, 0x3f),
-         [&] {
-             crypto_cipher_deinit(
-                 crypto_cipher_init(CipherTripleDes, bytesOf(Part), bytesOf(ones), ones.size()));
-         }},
-        {"overlapping Base64", Part,
-         [&] {
-             unsigned size = 1;
-             std::memcpy(bytes, Plaintext.constData(), std::size_t(Plaintext.size()));
-             cl_base64Encode(bytes, unsigned(Plaintext.size()), bytes, &size);
-         }},
-        {"random bytes", "rqqq",
-         [&] {
-             new (bytes) std::string(GetRandomBytes(1));
-         }},
+    const auto check = [](const char* name, const QByteArray& wanted, const Call& call) {
+        QVERIFY2(!leavesBehind(wanted, call), name);
     };
-    for (const auto& row : rows)
-        QVERIFY2(!leavesBehind(row.secret, row.call), row.name);
+    check("pass phrase", PassPhrase.left(16), [] { converted(CommonUtils::Encrypt, "text"); });
+    check("string", Part, [&] {
+        char* result = nullptr;
+        CommonUtils::Decrypt(digits, PassPhrase, result);
+        CommonUtils::CryptLocalFree(result);
+    });
+    check("encrypted file", Part, [&] { CommonUtils::FileCrypt(1, plainFile, output); });
+    check("decrypted file", Part, [&] { CommonUtils::FileCrypt(2, cryptFile, output); });
+    check("file key", "Yx7!mRb2hK5&nGd8", [&] { CommonUtils::FileCrypt(1, plainFile, output); });
+    check("IMEI", reversed, [&] { CommonUtils::Handle_IMEI_Hash("490154203237518", token); });
+    check("digest", QCryptographicHash::hash(reversed, QCryptographicHash::Sha256),
+          [&] { CommonUtils::Handle_IMEI_Hash("490154203237518", token); });
+    check("message", Part.left(48), [&] { sha256(bytesOf(Plaintext), 50, bytes); });
+    check("key schedule", QByteArray(128, 0x3f), [&] {
+        crypto_cipher_deinit(crypto_cipher_init(CipherTripleDes, bytesOf(Part), bytesOf(ones), ones.size()));
+    });
+    check("overlapping Base64", Part, [&] {
+        unsigned size = 1;
+        std::memcpy(bytes, Plaintext.constData(), std::size_t(Plaintext.size()));
+        cl_base64Encode(bytes, unsigned(Plaintext.size()), bytes, &size);
+    });
+    check("random bytes", "rqqq", [&] { new (bytes) std::string(GetRandomBytes(1)); });
 
     Des3Schedule schedule;
     des3_key_setup(bytesOf(ones), &schedule);
-    QByteArray crypt = Plaintext, chain(8, '\0');
-    CipherContext* const context =
-        crypto_cipher_init(CipherTripleDes, bytesOf(chain), bytesOf(ones), ones.size());
-    crypto_cipher_encrypt(context, bytesOf(crypt), bytesOf(crypt), crypt.size());
-    crypto_cipher_deinit(context);
+    const std::string crypt = des3(Plaintext.toStdString(), ones.toStdString(), {}, true);
     ProcessorPaths::forEachAvailable(ProcessorPaths::tripleDes(), [&](const TripleDesCbc::Path& path) {
         const auto decrypt = [&] {
-            TripleDesCbc::decryptBitsliced(path, schedule, bytesOf(chain), bytesOf(crypt), bytes, 128);
+            unsigned char chain[8] = {};
+            TripleDesCbc::decryptBitsliced(path, schedule, chain,
+                                           reinterpret_cast<const unsigned char*>(crypt.data()), bytes, 128);
         };
-        QVERIFY2(!leavesBehind(Part, decrypt), path.name);
-        QVERIFY2(!leavesBehind(QByteArray(1024, '\xFF'), decrypt), path.name);
+        check(path.name, Part, decrypt);
+        check(path.name, QByteArray(1024, '\xFF'), decrypt);
     });
 }
 

@@ -10,7 +10,7 @@
 #include <QtTest>
 
 #include <cstring>
-#include <tuple>
+#include <utility>
 
 using namespace Platform;
 
@@ -29,88 +29,68 @@ private slots:
 // Needs acquire(), fills the whole buffer, and writes nothing behind it.
 void TestPlatform::randomBytes()
 {
-    constexpr int size = 64;
-    QByteArray bytes(size + 1, '\0'), seen(size, '\0');
+    QByteArray bytes(65, '\0'), seen = bytes;
     RandomSource source;
-    QVERIFY(!source.draw(bytes.data(), size) && !source.release());
+    QVERIFY(!source.draw(bytes.data(), 64) && !source.release());
     QVERIFY(source.acquire() && !source.acquire());
     for (int draw = 0; draw < 64; ++draw) {
-        QVERIFY(source.draw(bytes.data(), size));
-        QCOMPARE(bytes.at(size), '\0');
-        for (int at = 0; at < size; ++at)
+        QVERIFY(source.draw(bytes.data(), 64));
+        for (int at = 0; at < bytes.size(); ++at)
             seen[at] = char(seen.at(at) | bytes.at(at));
     }
-    QVERIFY2(seen == QByteArray(size, '\xFF'), "a bit that is never set");
+    QCOMPARE(seen, QByteArray(64, '\xFF') + '\0'); // no bit was always 0
     QVERIFY(source.release() && source.acquire());
 }
 
-// Slashes stand for the system's separator; null stands for a path that is refused.
+// Slashes stand for the system's separator.
 void TestPlatform::canonicalPath()
 {
     const QByteArray longest(PathCapacity - 1, 'x');
-    const std::tuple<QByteArray, QByteArray> rows[] = {
-        {"/one/two", "/one/two"},
+    const std::pair<QByteArray, QByteArray> rows[] = {
         {"/one/two/three/../../four", "/one/four"},
         {"/../../one", "/one"},
         {"/one/..", "/"},
         {"one/./two/../three", "one/three"},
         {"/one..two/.three/four...", "/one..two/.three/four..."},
         {"/Süd west/./é", "/Süd west/é"},
-        {"/no/such/folder/../file", "/no/such/file"},
         {longest, longest},
         {longest + 'x', {}},
         {QByteArray("./").repeated(PathCapacity / 2) + 'x', {}}, // too long before the dots are removed
-        {{}, {}},
     };
+    char buffer[PathCapacity];
     for (const auto& [path, canonical] : rows) {
         const QByteArray native = QDir::toNativeSeparators(QString::fromUtf8(path)).toLocal8Bit();
-        char buffer[PathCapacity];
         std::memset(buffer, '?', sizeof buffer);
-        QVERIFY2(canonicalisePath(path.isNull() ? nullptr : native.constData(), buffer) != canonical.isNull(),
-                 path);
+        QCOMPARE(canonicalisePath(native, buffer), !canonical.isNull());
         QCOMPARE(QDir::fromNativeSeparators(QString::fromLocal8Bit(buffer)).toUtf8(), canonical);
     }
+    QVERIFY(!canonicalisePath(nullptr, buffer));
 }
 
 // Tests run in the C locale, which is American English on Windows as well.
 void TestPlatform::languageIds()
 {
     QCOMPARE(userLanguageId(), quint16(0x0409));
-    const quint16 system = systemLanguageId();
-    QVERIFY2(system == 0 || (system & 0x3ff) != 0, "a number without a language");
 }
 
 void TestPlatform::noSuchWindow()
 {
-    QCOMPARE(systemMenu(0), nullptr);
-    QVERIFY(!enableMenuEntry(nullptr, 0xF010, MenuEntryGreyed));
-    QCOMPARE(windowProcedure(0), nullptr);
-    const MessageHandler handler = [](WId, quint32, quintptr, qintptr) {
-        return qintptr(0);
-    };
-    QVERIFY(!setMessageHandler(0, handler));
+    QVERIFY(!systemMenu(0) && !enableMenuEntry(nullptr, 0xF010, MenuEntryGreyed));
+    QVERIFY(!windowProcedure(0) && !setMessageHandler(0, nullptr));
 }
 
 // A missing file and an unknown device fail with an error that has a text, which is cut to fit the buffer.
 void TestPlatform::mediaErrors()
 {
-    const QString file = QDir::toNativeSeparators(QDir::tempPath() + QStringLiteral("/no such sound.wav"));
     MediaOpenParameters open = {};
-    open.elementName = reinterpret_cast<const char16_t*>(file.utf16());
-    MediaPlayParameters play = {};
-    const quint32 errors[] = {sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement, &open),
-                              sendMediaCommand(77, MediaPlay, MediaNotify, &play),
-                              sendMediaCommand(77, MediaClose, 0, nullptr)};
-    for (const quint32 error : errors) {
-        char16_t text[256] = {};
-        char16_t start[] = u"#####";
-        QVERIFY(error != 0);
-        QVERIFY(mediaErrorText(error, text, 256));
-        QVERIFY(mediaErrorText(error, start, 5));
+    open.elementName = u"no such sound.wav";
+    char16_t text[256] = {}, start[] = u"#####";
+    for (const quint32 error : {sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement, &open),
+                                sendMediaCommand(77, MediaClose, 0, nullptr)}) {
+        QVERIFY(error != 0 && mediaErrorText(error, text, 256) && mediaErrorText(error, start, 5));
         QVERIFY(QString::fromUtf16(text).size() > 4);
         QCOMPARE(QString::fromUtf16(start), QString::fromUtf16(text, 4));
     }
-    char16_t text[256] = {};
     QVERIFY(!mediaErrorText(99999, text, 256));
 }
 

@@ -4,42 +4,44 @@
 
 namespace Base64Groups {
 
-/// 16 bytes for each lane of a vector; vectors with one lane take the first or the second.
+/// 16 bytes for each of two lanes. Vectors with a single lane load one of them.
 struct alignas(32) Lanes
 {
     std::uint8_t bytes[32];
 };
 
-/// What vectors of bytes are shuffled by, masked with and multiplied by. They are in memory, and out of the
-/// compiler's sight, since it would otherwise put most of them together anew in every call.
+/// Operands for shuffling, masking and multiplying vectors of bytes. They are defined in a separate file and loaded
+/// from memory, because the compiler would otherwise compute most of them again in every call.
 struct Tables
 {
-    // Bytes to values of six bits: each group's three bytes as two words, shifted by multiplications.
+    // Bytes to values of six bits: the three bytes of a group form two words, which multiplications shift.
     Lanes spread;
     Lanes evenValues, evenFactors, oddValues, oddFactors;
 
-    // Values to characters: an offset by the value less 51, but by 13 below 26 (and by 0 up to 51).
+    // Values to characters: an offset is added. Its index is 13 for values below 26, 0 for those up to 51, and the
+    // value minus 51 for the rest.
     Lanes capitals, letters, placeOfCapitals, characterOffset;
 
-    // Characters to values. The alphabet is found by the two halves of a character: each upper half has a bit.
+    // Characters to values. A character is in the alphabet if the entries for its upper and lower four bits have a
+    // common bit; each upper half has one bit.
     Lanes lowHalf;
-    Lanes rowsOfLowHalf; ///< the bits of all upper halves with which this lower half is in the alphabet
-    Lanes rowOfHighHalf; ///< the bit of an upper half; none for those outside ASCII
-    Lanes valueOffset;   ///< from a character to its value, by the upper half; by that less one for "/"
+    Lanes rowsOfLowHalf; ///< the bits of the upper halves that form a character of the alphabet with this one
+    Lanes rowOfHighHalf; ///< the bit of this upper half; 0 outside ASCII
+    Lanes valueOffset;   ///< value minus character, by upper half; for "/" by the upper half minus 1
     Lanes slash;
-    Lanes equals, fromEquals; ///< from "=" to the character of 0
+    Lanes equals, fromEquals; ///< the difference between "=" and the character for 0
 
     // Values of six bits to bytes.
     Lanes pairFactors, groupFactors, firstThree;
 
-    // The end of a text: its last four groups, and the four before those or the first. By the number of bytes
-    // that the last group lacks.
+    // The end of a string: the first lane is for its last four groups, the second for four groups before these. The
+    // index is the number of bytes that the last group lacks.
     struct
     {
-        Lanes spread;  ///< of the last twelve bytes or fewer of 16; of the first twelve
-        Lanes padding; ///< from the character of 0 to "="; zeros
+        Lanes spread;  ///< of 16 bytes, those of the last four groups; the first twelve
+        Lanes padding; ///< the difference between the character for 0 and "="; zeros
     } encodingAtEnd[3];
-    Lanes packingAtEnd[3]; ///< to the last bytes of 16; to the first
+    Lanes packingAtEnd[3]; ///< to the end of 16 bytes; to their beginning
 };
 
 extern const Tables tables;

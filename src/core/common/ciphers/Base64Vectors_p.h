@@ -6,10 +6,10 @@
 
 namespace {
 
-/// What encodeEnd() and decodeEnd() do, eight groups.
+/// The number of bytes that encodeEnd() and decodeEnd() process: eight groups.
 inline constexpr std::size_t EndSize = 24;
 
-/// Twelve bytes to sixteen characters and back in every lane of a vector, for a set of vector operations.
+/// Converts twelve bytes to sixteen characters, and back, in every lane of a vector.
 template <typename Vectors>
 class Base64Vectors
 {
@@ -17,14 +17,14 @@ class Base64Vectors
     using Words = typename Vectors::Words;
     using DoubleWords = typename Vectors::DoubleWords;
 
-    static constexpr std::size_t Groups = 4 * Vectors::Lanes; ///< done in one step
-    /// A step touches four bytes more than its groups have. What is left in the end may have eight groups.
+    static constexpr std::size_t Groups = 4 * Vectors::Lanes; ///< in one step
+    /// A step accesses four bytes beyond its groups, and encodeEnd() or decodeEnd() does the last eight groups.
     static constexpr std::size_t LeastSize = 3 * Groups + 4 > EndSize ? 3 * Groups + 4 : EndSize + 1;
 
 public:
-    /// Goes on from some group as long as steps are possible. Never part of other functions: short texts do
-    /// not wait for what long ones need.
-    /// @return the number of groups that are done
+    /// Encodes as many groups as possible in whole steps. Not inlined, because this would slow down short strings.
+    /// @param done the number of groups that are already encoded
+    /// @return the number of groups that are encoded now
     [[gnu::noinline]] static std::size_t encode(const std::uint8_t* bytes, std::size_t size,
                                                 std::uint8_t* text, std::size_t done)
     {
@@ -35,8 +35,8 @@ public:
         return done;
     }
 
-    /// Likewise. Foreign characters cost time for the rest of the text, but no more than that: there is
-    /// nothing to guess wrongly.
+    /// Decodes likewise. From the first character outside the alphabet on, a slower loop is used that has no
+    /// branches to mispredict.
     [[gnu::noinline]] static std::size_t decode(const std::uint8_t* text, std::uint8_t* bytes,
                                                 std::size_t size, std::size_t done)
     {
@@ -55,8 +55,9 @@ public:
         return done;
     }
 
-    /// Encodes the last eight groups, or all of fewer: four from each end. The last one may lack bytes.
-    /// @param size of the whole text, at least a vector
+    /// Encodes the last eight groups, or all if there are fewer: four from each end, which may overlap. The last
+    /// group may be incomplete.
+    /// @param size number of bytes in total, at least VectorSize
     static void encodeEnd(const std::uint8_t* bytes, std::size_t size, std::uint8_t* text)
     {
         const std::size_t groups = (size + 2) / 3, first = groups > 8 ? groups - 8 : 0;
@@ -72,7 +73,7 @@ public:
         Vectors128::storeWhole(text + 4 * groups - 16, done[0]);
     }
 
-    /// Decodes likewise. In the last group a "=" takes the place of what is missing.
+    /// Decodes likewise. A "=" in the last group stands for 0.
     static void decodeEnd(const std::uint8_t* text, std::uint8_t* bytes, std::size_t size)
     {
         const std::size_t groups = (size + 2) / 3, first = groups > 8 ? groups - 8 : 0;
@@ -86,19 +87,19 @@ public:
             const DoubleWords values = joinedAny(code + (padding & table(Base64Groups::tables.fromEquals)));
             Vectors::split(Vectors::shuffle(Bytes(values), table(packing, part)), done + part);
         }
-        Vectors128::storeWhole(bytes + size - 16, done[0]); // what is too much will be overwritten
+        Vectors128::storeWhole(bytes + size - 16, done[0]); // the surplus bytes are overwritten next
         Vectors128::storeTwelve(bytes + 3 * first, done[1]);
     }
 
 private:
-    /// @param lane the first one that is wanted
+    /// @param lane the first lane to load
     static Bytes table(const Base64Groups::Lanes& lanes, std::size_t lane = 0)
     {
         return Vectors::load(lanes.bytes + 16 * lane);
     }
 
-    /// Each group of three bytes as four values of six bits, one in each byte. Multiplications are the
-    /// shifts.
+    /// Splits each group of three bytes into four values of six bits, one in each byte. Multiplications do the
+    /// shifting.
     static Bytes sixBits(Bytes twelves, Bytes spreads)
     {
         const Bytes spread = Vectors::shuffle(twelves, spreads);
@@ -132,19 +133,19 @@ private:
     static Bytes valuesOf(Bytes code)
     {
         const Bytes place =
-            highHalves(code) + Bytes(code == table(Base64Groups::tables.slash)); // all ones are -1
+            highHalves(code) + Bytes(code == table(Base64Groups::tables.slash)); // subtracts 1 for "/"
         return code + Vectors::shuffle(table(Base64Groups::tables.valueOffset), place);
     }
 
-    /// Four values of six bits as one of 24.
+    /// Joins each four values of six bits into one of 24.
     static DoubleWords joined(Bytes values)
     {
         const Words pairs = Vectors::multipliedPairs(values, table(Base64Groups::tables.pairFactors));
         return Vectors::multipliedPairs(pairs, Words(table(Base64Groups::tables.groupFactors)));
     }
 
-    /// The same, but what comes before a foreign character is shifted once less: its factor is 1 instead of
-    /// 64.
+    /// The same with characters outside the alphabet, which are skipped: they cause no shift of the values before
+    /// them, so the factor is 1 instead of 64.
     static DoubleWords joinedKnown(Bytes values, Bytes known)
     {
         const Words factors = ((Words(known) >> 8) & 0x3f) + 0x0101;
@@ -163,7 +164,7 @@ private:
         return joined(valuesOf(code));
     }
 
-    /// Three bytes of each group, twelve in each lane.
+    /// Packs the three bytes of each group, twelve in each lane.
     static Bytes packed(DoubleWords groups)
     {
         return Vectors::shuffle(Bytes(groups), table(Base64Groups::tables.firstThree));

@@ -1,4 +1,5 @@
 #include "common/ciphers/BitslicedDes_p.h"
+#include "common/ciphers/SboxRecipes_p.h"
 
 #include <immintrin.h>
 
@@ -10,10 +11,7 @@ struct Avx512
     using WordVector [[gnu::vector_size(64)]] = std::uint32_t;
 
     static constexpr auto Kind = SboxCircuit::Gates::ThreeInputs;
-    static constexpr SboxCircuit::Recipe Recipes[8] = {
-        {"2031", "151111331010412"}, {"1023", "5133111011"},      {"0312", "35314043335533"},
-        {"1032", "5554521555531"},   {"1320", "315025314415423"}, {"3210", "220152520145321"},
-        {"0321", "505033155351005"}, {"0123", "552513003101434"}};
+    static constexpr auto& Recipes = SboxCircuit::ThreeInputRecipes;
 
     template <unsigned Table>
     static Vector gate(Vector a, Vector b, Vector c)

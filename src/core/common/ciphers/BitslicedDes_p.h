@@ -16,7 +16,7 @@
 ///         using Vector = ...;     // of 64-bit words
 ///         using WordVector = ...; // the same of 32-bit words
 ///         static constexpr auto Kind = SboxCircuit::Gates::...;
-///         static constexpr SboxCircuit::Recipe Recipes[8] = ...;
+///         static constexpr auto& Recipes = SboxCircuit::...;
 ///         template <unsigned Table> static Vector gate(Vector a, Vector b, Vector c);
 ///     };
 ///

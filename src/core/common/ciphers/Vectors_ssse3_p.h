@@ -7,12 +7,11 @@
 
 namespace {
 
-/// Vectors of 16 bytes for code that is written once for several widths. Private to the files that include
-/// it. The types have the usual operators for each element; a comparison gives all ones or all zeros.
+/// Vectors of 16 bytes, for code that is written once for several vector sizes. Private to the including file. The
+/// operators of the types work on each element; a comparison gives all ones or all zeros.
 struct Vectors128
 {
-    static constexpr std::size_t Lanes =
-        1; ///< parts of 16 bytes that are shuffled and multiplied each by itself
+    static constexpr std::size_t Lanes = 1; ///< parts of 16 bytes that are shuffled independently
     using Bytes [[gnu::vector_size(16)]] = std::uint8_t;
     using Words [[gnu::vector_size(16)]] = std::uint16_t;
     using DoubleWords [[gnu::vector_size(16)]] = std::uint32_t;
@@ -24,9 +23,9 @@ struct Vectors128
     static Bytes load(const void* from) { return Bytes(loadWhole(from)); }
     static void store(void* to, Bytes bytes) { storeWhole(to, __m128i(bytes)); }
 
-    /// 16 bytes for each lane, each from a place of its own.
+    /// Loads 16 bytes for each lane from separate addresses.
     static Bytes loadLanes(const std::uint8_t* const* from) { return load(*from); }
-    /// The bytes of each lane.
+    /// Stores each lane separately.
     static void split(Bytes bytes, __m128i* lanes) { *lanes = __m128i(bytes); }
 
     static void storeTwelve(std::uint8_t* to, __m128i bytes)
@@ -35,26 +34,26 @@ struct Vectors128
         _mm_storeu_si32(to + 8, _mm_srli_si128(bytes, 8));
     }
 
-    /// The same 16 bytes in every lane.
+    /// Loads the same 16 bytes into every lane.
     static Bytes repeat(const std::uint8_t* sixteen) { return load(sixteen); }
 
-    /// Twelve bytes for each lane; four more are read.
+    /// Loads twelve bytes for each lane; reads four more.
     static Bytes loadTwelves(const std::uint8_t* from) { return load(from); }
-    /// Writes twelve bytes of each lane and four more.
+    /// Stores twelve bytes of each lane; writes four more.
     static void storeTwelves(std::uint8_t* to, Bytes bytes) { store(to, bytes); }
 
-    /// Eight bytes for each lane, each as a word.
+    /// Loads eight bytes for each lane and extends them to words.
     static Words loadAsWords(const void* from)
     {
         return Words(_mm_unpacklo_epi8(loadHalf(from), _mm_setzero_si128()));
     }
-    /// Writes the words, none above 255, as bytes.
+    /// Stores words as bytes; none may be above 255.
     static void storeAsBytes(void* to, Words words)
     {
         _mm_storel_epi64(static_cast<__m128i*>(to), _mm_packus_epi16(__m128i(words), __m128i(words)));
     }
 
-    /// The table's bytes at the places that the low four bits name; 0 where a place has its highest bit set.
+    /// Looks up each of the places, by its low four bits, in the table; 0 if its highest bit is set.
     static Bytes shuffle(Bytes table, Bytes places)
     {
         return Bytes(_mm_shuffle_epi8(__m128i(table), __m128i(places)));
@@ -70,7 +69,7 @@ struct Vectors128
     {
         return DoubleWords(_mm_madd_epi16(__m128i(a), __m128i(factors)));
     }
-    /// Each byte less another, but not less than 0.
+    /// Subtracts bytes; the result is at least 0.
     static Bytes reduced(Bytes bytes, Bytes by) { return Bytes(_mm_subs_epu8(__m128i(bytes), __m128i(by))); }
     /// All ones for bytes below their limits; none may be above 127.
     static Bytes below(Bytes bytes, Bytes limits)
