@@ -12,7 +12,6 @@
 #include <atomic>
 #include <cstring>
 #include <future>
-#include <memory>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
@@ -21,12 +20,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto LongestWait = 10s;
-
 std::mutex seenMutex;
 std::condition_variable seenMore;
 QStringList seenEvents; // as "event:number of modems at that moment"
-std::thread::id seenThread;
 std::atomic<int> calls{0};
 std::atomic<long> unregisterResult{-1};
 std::promise<void> isInside;
@@ -36,14 +32,14 @@ QRVL_AvailableDeviceList available()
 {
     QRVL_AvailableDeviceList list;
     std::memset(&list, 0x7f, sizeof list);
-    return QRVL_DevSrv_GetAvailableDeviceList(&list) == QRVL_OK ? list : QRVL_AvailableDeviceList{~0u, {}};
+    QRVL_DevSrv_GetAvailableDeviceList(&list);
+    return list;
 }
 
 int record(int type, void*)
 {
     const std::lock_guard lock(seenMutex);
     seenEvents << QString("%1:%2").arg(type).arg(available().count);
-    seenThread = std::this_thread::get_id();
     seenMore.notify_all();
     return 1;
 }
@@ -59,7 +55,6 @@ int linger(int, void*)
 
 int removeItselfAndFail(int, void*)
 {
-    ++calls;
     unregisterResult = QRVL_DevSrv_UnRegisterDevInitEventCallback(&removeItselfAndFail);
     throw std::runtime_error("oops");
 }
@@ -68,7 +63,7 @@ int removeItselfAndFail(int, void*)
 QStringList eventsUntil(const QString& last)
 {
     std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, LongestWait, [&] { return seenEvents.contains(last); });
+    seenMore.wait_for(lock, 10s, [&] { return seenEvents.contains(last); });
     return std::exchange(seenEvents, {});
 }
 
@@ -77,8 +72,9 @@ QString value(uint32_t device, const char16_t* key)
 {
     char16_t* buffer = nullptr;
     const long result = QRVL_DevSrv_GetStatusValue(device, key, &buffer);
-    const std::unique_ptr<char16_t[]> owned(buffer);
-    return result == QRVL_OK ? QString::fromUtf16(buffer) : QString::number(result) + (buffer ? "!" : "");
+    const QString text = buffer ? QString::fromUtf16(buffer) : QString("none");
+    delete[] buffer;
+    return result == QRVL_OK ? text : text + QString::number(result);
 }
 
 /// The simulator's file for "<model> <state> [<key>=<value> ...]; ...".
@@ -111,12 +107,8 @@ private slots:
     void recordHoldsModem();
     void statusValues();
     void counters();
-    void transferredBytes();
-    void textsAreCut();
-    void unregisterWaitsForCallback();
-    void callbackMayUnregisterItselfAndThrow();
-    void placesForCallbacks();
-    void arguments();
+    void callbacks();
+    void callbacksAreRemoved();
 
 private:
     QStringList describe(const QByteArray& content, const QString& last) const;
@@ -134,7 +126,6 @@ QStringList tst_DeviceService::describe(const QByteArray& content, const QString
 
 void tst_DeviceService::init()
 {
-    calls = 0;
     QCOMPARE(QRVL_DevSrv_RegisterDevMgrCallback(&record), long(QRVL_OK));
     if (available().count > 0)
         QVERIFY(describe({}, "6606:0").contains("6606:0"));
@@ -212,7 +203,6 @@ void tst_DeviceService::detection()
     QCOMPARE(QRVL_DevSrv_StartDetect(), long(QRVL_OK));
     QCOMPARE(eventsUntil("6606:0"), QStringList("6606:0"));
     QVERIFY(timer.elapsed() >= 250);
-    QVERIFY(seenThread != std::this_thread::get_id());
     for (int i = 0; i < 10000; ++i)
         QRVL_DevSrv_StartDetect();
     QStringList events = eventsUntil("6606:0");
@@ -248,6 +238,18 @@ void tst_DeviceService::recordHoldsModem()
     QCOMPARE(texts(), QString("0: 4:"));
     describe({}, "6606:0");
     QCOMPARE(texts(), QString("4: 4:"));
+
+    const std::pair<QByteArray, int> cuts[] = {{"1234567", 7},
+                                               {"12345678", 7},
+                                               {"123456\xc3\xa4", 6},
+                                               {"1234\xf0\x9f\x93\xb6", 4},
+                                               {"123\xf0\x9f\x93\xb6", 7},
+                                               {"1234567\xf0\x9f\x93\xb6", 7}};
+    for (const auto& [text, length] : cuts) {
+        QByteArray buffer(8, 'x');
+        DeviceRecord::fillText(QString::fromUtf8(text), &DeviceRecord::inUtf8, buffer.data(), buffer.size());
+        QCOMPARE(buffer, text.left(length).leftJustified(8, '\0'));
+    }
 }
 
 void tst_DeviceService::statusValues()
@@ -257,32 +259,29 @@ void tst_DeviceService::statusValues()
                             "[message c]\nmodem=B\n";
     describe(file, "6606:1");
     const uint32_t id = available().devices[0].id;
-    QStringList values;
+    QStringList values = {value(id + 1000, u"signal"), value(id, nullptr)};
     for (const char16_t* const key : {u"signal", u"network", u"sent", u"received", u"message.c.text"})
         values << value(id, key);
     QElapsedTimer timer;
     timer.start();
     for (const char16_t* const key : {u"messages", u"message.b.sender", u"message.a.text", u"message.b.text"})
         values << value(id, key);
-    QCOMPARE(values,
-             QStringList({"7", "2", "5", "2", "2", "b a", "+1", "", QString::fromUtf8("1\n\xc3\xa9")}));
     QVERIFY(timer.elapsed() >= 4 * 40 - 1);
-    QCOMPARE(value(id + 1000, u"signal"), QString::number(QRVL_ERROR_NO_DEVICE));
-    QCOMPARE(value(id, nullptr), QString::number(QRVL_ERROR_ARGUMENT));
+    QCOMPARE(values.join('|'), QString::fromUtf8("none4|none1|7|none2|5|none2|none2|b a|+1||1\n\xc3\xa9"));
     describe(QByteArray(file).replace("=7", "=9").replace("[message a]", "[message d]"), "6612:1");
     QCOMPARE(value(id, u"signal") + value(id, u"messages"), "9b d");
 }
 
+/// They grow while the modem is attached, whatever else changes, and start anew when it is attached again.
 void tst_DeviceService::counters()
 {
     const Counter::Clock::time_point start = Counter::Clock::now();
     Counter counter{5, 1000, 0, start};
-    QCOMPARE(counter.valueAt(start + 1999ms), quint64(1005));
     Counter next{7, 10, 0, start};
     next.resume(counter, start + 2500ms);
-    QCOMPARE(next.valueAt(start + 2500ms), quint64(2007));
-    QCOMPARE(next.valueAt(start + 3s), quint64(2017)); // full seconds stay the same
-
+    const QVector<quint64> values = {counter.valueAt(start + 1999ms), next.valueAt(start + 2500ms),
+                                     next.valueAt(start + 3s)}; // full seconds stay the same
+    QCOMPARE(values, QVector<quint64>({1005, 2007, 2017}));
     CounterReport report;
     QVERIFY(report.next() == Counter::Clock::time_point::max());
     QVERIFY(report.noteReading(start) && !report.noteReading(start));
@@ -290,11 +289,7 @@ void tst_DeviceService::counters()
     QVERIFY(report.take(start + 1s) && report.next() == start + 2s);
     QVERIFY(!report.take(start + 2s)); // nobody has read it since
     QVERIFY(report.next() == Counter::Clock::time_point::max());
-}
 
-/// They grow while the modem is attached, whatever else changes, and start anew when it is attached again.
-void tst_DeviceService::transferredBytes()
-{
     const QByteArray file = simulatorFile("T attached received=5 receive-rate=1000");
     const QByteArray still = QByteArray(file).replace("1000", "0");
     describe(file, "6606:1");
@@ -311,53 +306,26 @@ void tst_DeviceService::transferredBytes()
     QCOMPARE(received(), 5);
 }
 
-void tst_DeviceService::textsAreCut()
+/// Removing one waits until it has returned, unless the callback itself does it.
+void tst_DeviceService::callbacksAreRemoved()
 {
-    const std::tuple<const char*, QByteArray> rows[] = {
-        {"1234567", "1234567"},
-        {"12345678", "1234567"},
-        {"123456\xc3\xa4", "123456"},     // two bytes
-        {"1234\xf0\x9f\x93\xb6", "1234"}, // surrogates
-        {"123\xf0\x9f\x93\xb6", "123\xf0\x9f\x93\xb6"},
-        {"1234567\xf0\x9f\x93\xb6", "1234567"},
-    };
-    for (const auto& [text, expected] : rows) {
-        char buffer[8];
-        std::memset(buffer, 'x', sizeof buffer);
-        DeviceRecord::fillText(QString::fromUtf8(text), &DeviceRecord::inUtf8, buffer, sizeof buffer);
-        QCOMPARE(QByteArray(buffer, 8), expected.leftJustified(8, '\0'));
-    }
-}
-
-void tst_DeviceService::unregisterWaitsForCallback()
-{
+    LogCapture log;
+    QRVL_DevSrv_RegisterDevInitEventCallback(&removeItselfAndFail);
     QRVL_DevSrv_RegisterDevInitEventCallback(&linger);
     QRVL_DevSrv_StartDetect();
-    QVERIFY(isInside.get_future().wait_for(LongestWait) == std::future_status::ready);
+    QVERIFY(isInside.get_future().wait_for(10s) == std::future_status::ready);
     std::future<long> result =
         std::async(std::launch::async, [] { return QRVL_DevSrv_UnRegisterDevInitEventCallback(&linger); });
     QVERIFY(result.wait_for(50ms) == std::future_status::timeout);
     mayReturn.set_value();
-    QCOMPARE(result.get(), long(QRVL_OK));
+    QCOMPARE(result.get() + unregisterResult, long(QRVL_OK));
     describe(simulatorFile("One attached"), "6606:1");
     QCOMPARE(calls.load(), 1);
-}
-
-void tst_DeviceService::callbackMayUnregisterItselfAndThrow()
-{
-    LogCapture log;
-    QRVL_DevSrv_RegisterDevInitEventCallback(&removeItselfAndFail);
-    for (int i = 0; i < 2; ++i) {
-        QRVL_DevSrv_StartDetect();
-        QCOMPARE(eventsUntil("6606:0"), QStringList("6606:0"));
-        QCOMPARE(log.count("A callback threw at event 6606: oops"), 1);
-    }
-    QCOMPARE(unregisterResult.load(), long(QRVL_OK));
-    QCOMPARE(calls.load(), 1);
+    QCOMPARE(log.count("A callback threw at event 6606: oops"), 1);
 }
 
 /// A callback in both lists is called once, and as long as one of them holds it.
-void tst_DeviceService::placesForCallbacks()
+void tst_DeviceService::callbacks()
 {
     for (int i = 0; i < 2; ++i)
         QCOMPARE(QRVL_DevSrv_RegisterDevInitEventCallback(&record), long(QRVL_OK));
@@ -367,16 +335,12 @@ void tst_DeviceService::placesForCallbacks()
     for (const long result : {QRVL_OK, QRVL_ERROR_NOT_FOUND})
         QCOMPARE(QRVL_DevSrv_UnRegisterDevInitEventCallback(&record), result);
     // These are not called, because nothing happens meanwhile.
-    for (quintptr i = 1; i <= 33; ++i)
-        QCOMPARE(QRVL_DevSrv_RegisterDevInitEventCallback(reinterpret_cast<QRVL_DevCallback>(i)),
-                 long(i <= 32 ? QRVL_OK : QRVL_ERROR_LIMIT));
-    for (quintptr i = 1; i <= 33; ++i)
-        QCOMPARE(QRVL_DevSrv_UnRegisterDevInitEventCallback(reinterpret_cast<QRVL_DevCallback>(i)),
-                 long(i <= 32 ? QRVL_OK : QRVL_ERROR_NOT_FOUND));
-}
-
-void tst_DeviceService::arguments()
-{
+    for (const auto& [operation, failure] :
+         {std::make_pair(&QRVL_DevSrv_RegisterDevInitEventCallback, QRVL_ERROR_LIMIT),
+          std::make_pair(&QRVL_DevSrv_UnRegisterDevInitEventCallback, QRVL_ERROR_NOT_FOUND)}) {
+        for (quintptr i = 1; i <= 33; ++i)
+            QCOMPARE(operation(reinterpret_cast<QRVL_DevCallback>(i)), long(i <= 32 ? QRVL_OK : failure));
+    }
     for (const long result :
          {QRVL_DevSrv_RegisterDevMgrCallback(nullptr), QRVL_DevSrv_UnRegisterDevMgrCallback(nullptr),
           QRVL_DevSrv_GetAvailableDeviceList(nullptr), QRVL_DevSrv_GetCustomizeName(nullptr),
