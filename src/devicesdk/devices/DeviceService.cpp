@@ -154,7 +154,8 @@ void DeviceService::run()
         if (m_isFinished)
             return;
         const bool isAsked = takeDetection();
-        const bool haveCountersGrown = m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_modems));
+        const bool haveCountersGrown =
+            m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_modems));
         lock.unlock();
         if (mayDiffer || isAsked)
             look(isAsked);
