@@ -59,6 +59,8 @@ StatusBar::StatusBar(QWidget* parent)
 
 void StatusBar::refresh()
 {
+    if (!m_isShown)
+        return; // whoever reads growing counters is told every second that they have grown
     const Modems modems = attachedModems();
     m_transfer->setVisible(!modems.isEmpty());
     if (modems.isEmpty()) {
@@ -98,6 +100,19 @@ void StatusBar::showNoModem()
     m_signal->setToolTip({});
     m_signal->setAccessibleName(text("IDS_STATUS_NO_MODEM"));
     m_network->setFullText(text("IDS_STATUS_NO_MODEM"));
+}
+
+void StatusBar::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_isShown = true;
+    refresh();
+}
+
+void StatusBar::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    m_isShown = false;
 }
 
 void StatusBar::paintEvent(QPaintEvent*)

@@ -19,10 +19,12 @@ class StatusBar : public QWidget
 public:
     explicit StatusBar(QWidget* parent);
 
-    /// Reads the values of the modem and shows them.
+    /// Reads the values of the modem and shows them; does nothing while hidden or minimised.
     void refresh();
 
 protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -38,4 +40,5 @@ private:
     QLabel* m_receiving;
     QLabel* m_sending;
     QLabel* m_volume;
+    bool m_isShown = false; // isVisible() is true for minimised windows too
 };

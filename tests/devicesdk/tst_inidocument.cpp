@@ -3,15 +3,15 @@
 #include <QtTest>
 
 #include <tuple>
-using Entries = QVector<QStringList>;
 
 namespace {
 
-Entries entriesOf(const IniDocument& document)
+/// As "section|key|value".
+QStringList entriesOf(const IniDocument& document)
 {
-    Entries entries;
+    QStringList entries;
     document.forEachEntry([&](const QString& section, const QString& key, const QString& value) {
-        entries << QStringList{section, key, value};
+        entries << section + '|' + key + '|' + value;
     });
     return entries;
 }
@@ -26,18 +26,14 @@ private slots:
     void anyTextSurvives();
     void reads();
     void changesOnlyWhatDiffers();
-    void dropsBrokenLines();
 };
 
 /// As a section, key and value, together with a neighbour that must not be disturbed.
 void tst_IniDocument::anyTextSurvives()
 {
-    QStringList texts = {QString(QChar(0xd800)),
-                         QString(QChar(0xdc00)) + "x" + QChar(0xd83d),
-                         QString(QChar(0xfeff)) + "mark",
-                         QString(QChar(0xffff)),
-                         QString(QChar(0x2028)) + QChar(0x85),
-                         QString(5 * 1024 * 1024, QChar(0x20ac))};
+    QStringList texts = {QString(1024 * 1024, QChar(0x20ac))};
+    for (const char16_t* text : {u"\xd800", u"\xdc00x\xd83d", u"\xfeff mark", u"\xffff\x2028\x85"})
+        texts.append(QStringView(text).toString()); // fromUtf16() would drop the mark
     for (const char* text : {"", "  blanks \t", " ", "[a]", "]", "a]b", "#no comment", ";no comment", "a=b",
                              "=", R"("quoted, with 100%")", R"(back\slash\n\)", R"(\u0041\s)",
                              "line\nline\r\nline\r", "\x01\x1f\x7f", "\xf0\x9f\x93\xb6 \xc3\xa4\xc2\xa0"})
@@ -47,35 +43,32 @@ void tst_IniDocument::anyTextSurvives()
         document.set(text, text, text);
         document.set("neighbour", "key", "value");
         const IniDocument copy(document.toBytes());
-        QVERIFY2(copy.brokenLines().isEmpty(), qPrintable(text));
-        const Entries expected = {{text, text, text}, {"neighbour", "key", "value"}};
-        QVERIFY2(entriesOf(copy) == expected, qPrintable(text));
+        const QStringList expected = {text + '|' + text + '|' + text, "neighbour|key|value"};
+        QVERIFY2(copy.brokenLines().isEmpty() && entriesOf(copy) == expected, qPrintable(text));
         QCOMPARE(copy.toBytes(), document.toBytes());
     }
 }
 
 void tst_IniDocument::reads()
 {
-    const std::tuple<const char*, QByteArray, Entries, QVector<int>> rows[] = {
+    const std::tuple<const char*, QByteArray, QStringList, QVector<int>> rows[] = {
         {"nothing", "", {}, {}},
-        {"blanks are trimmed", " \t[ s ]\n  k\t = v w \n", {{"s", "k", "v w"}}, {}},
-        {"comments", "# c\n; k=v\n[s]\n\t#k=v\nk=v # stays\n", {{"s", "k", "v # stays"}}, {}},
-        {"mark, CR LF, no end", "\xef\xbb\xbf[s]\r\nk=v\r\nl=w", {{"s", "k", "v"}, {"s", "l", "w"}}, {}},
-        {"plain text", "[s]\nk=a,b \"c\" 100% d=e\n", {{"s", "k", "a,b \"c\" 100% d=e"}}, {}},
-        {"unknown escapes", "[s]\nk=C:\\d\\q\\u12\\u0000\\\n", {{"s", "k", R"(C:\d\q\u12\u0000\)"}}, {}},
-        {"before any section", "k=v\n[]\nl=w\n", {{"", "k", "v"}, {"", "l", "w"}}, {}},
-        {"section twice", "[a]\nk=1\n[b]\n[a]\nk=3\n", {{"a", "k", "1"}, {"a", "k", "3"}}, {}},
-        {"no separator", "[s]\nk\nl=w\n", {{"s", "l", "w"}}, {2}},
-        {"no UTF-8", "[s]\nk=\xff\nl=w\n", {{"s", "l", "w"}}, {2}},
-        {"cut in a character", "[s]\nk=v\nl=\xc3", {{"s", "k", "v"}}, {3}},
-        {"zeros", QByteArray("[s]\nk=v\n") + QByteArray(100, '\0'), {{"s", "k", "v"}}, {3}},
-        {"open section", "[s]\nk=v\n[t\nk=w\n[u]\nk=x\n", {{"s", "k", "v"}, {"u", "k", "x"}}, {3, 4}},
+        {"blanks are trimmed", " \t[ s ]\n  k\t = v w \n", {"s|k|v w"}, {}},
+        {"comments", "# c\n; k=v\n[s]\n\t#k=v\nk=v # stays\n", {"s|k|v # stays"}, {}},
+        {"mark, CR LF, no end", "\xef\xbb\xbf[s]\r\nk=v\r\nl=w", {"s|k|v", "s|l|w"}, {}},
+        {"plain text", "[s]\nk=a,b \"c\" 100% d=e\n", {"s|k|a,b \"c\" 100% d=e"}, {}},
+        {"unknown escapes", "[s]\nk=C:\\d\\q\\u12\\u0000\\\n", {R"(s|k|C:\d\q\u12\u0000\)"}, {}},
+        {"before any section", "k=v\n[]\nl=w\n", {"|k|v", "|l|w"}, {}},
+        {"section twice", "[a]\nk=1\n[b]\n[a]\nk=3\n", {"a|k|1", "a|k|3"}, {}},
+        {"no separator", "[s]\nk\nl=w\n", {"s|l|w"}, {2}},
+        {"no UTF-8", "[s]\nk=\xff\nl=w\n", {"s|l|w"}, {2}},
+        {"cut in a character", "[s]\nk=v\nl=\xc3", {"s|k|v"}, {3}},
+        {"zeros", QByteArray("[s]\nk=v\n") + QByteArray(100, '\0'), {"s|k|v"}, {3}},
+        {"open section", "[s]\nk=v\n[t\nk=w\n[u]\nk=x\n", {"s|k|v", "u|k|x"}, {3, 4}},
     };
     for (const auto& [name, bytes, entries, brokenLines] : rows) {
         const IniDocument document(bytes);
-        QVERIFY2(entriesOf(document) == entries, name);
-        QVERIFY2(document.brokenLines() == brokenLines, name);
-        QVERIFY2(!document.find("s", "missing"), name);
+        QVERIFY2(entriesOf(document) == entries && document.brokenLines() == brokenLines, name);
     }
 }
 
@@ -89,22 +82,15 @@ void tst_IniDocument::changesOnlyWhatDiffers()
         {"the last one counts", "[s]\nk=1\nk=2\n[s]\n", {"s", "k", "3"}, "[s]\nk=1\nk=3\n[s]\n"},
         {"CR LF", "[s]\r\nk=v\r\n", {"s", "l", "w"}, "[s]\r\nk=v\r\nl=w\r\n"},
         {"no section", "# c\n[s]\n", {"", "k", "v"}, "# c\nk=v\n[s]\n"},
+        {"broken lines", "# c\n[s]\nx\nk=v\n[t\nl=w\n# d\n", {"s", "k", "y"}, "# c\n[s]\nk=y\n# d\n"},
     };
     for (const auto& [name, before, change, after] : rows) {
         IniDocument document(before);
+        document.dropBrokenLines();
         document.set(change[0], change[1], change[2]);
         QVERIFY2(document.toBytes() == after, name);
         QCOMPARE(*document.find(change[0], change[1]), change[2]);
     }
-}
-
-void tst_IniDocument::dropsBrokenLines()
-{
-    IniDocument document("# c\n[s]\nbroken\nk=v\n[t\nl=w\n# d\n[u]\nm=x\n");
-    document.dropBrokenLines();
-    document.set("s", "k", "y");
-    document.set("u", "m", "z");
-    QCOMPARE(document.toBytes(), QByteArray("# c\n[s]\nk=y\n# d\n[u]\nm=z\n"));
 }
 
 QTEST_APPLESS_MAIN(tst_IniDocument)

@@ -72,53 +72,27 @@ void QBasicMutex::lockInternal() noexcept
     acquire(this);
 }
 
-bool QBasicMutex::lockInternal(int timeout) noexcept
-{
-    return acquireIf(
-        QT_FUNCTION("_ZN11QBasicMutex12lockInternalEi", bool (*)(QBasicMutex*, int))(this, timeout), this);
-}
-
 void QBasicMutex::unlockInternal() noexcept
 {
     release(this);
     QT_FUNCTION("_ZN11QBasicMutex14unlockInternalEv", void (*)(QBasicMutex*))(this);
 }
 
-// ---- Conditions
-
-namespace {
-
-template <typename Wait>
-bool waitOn(const void* condition, const void* mutex, Wait wait)
-{
-    release(mutex);
-    const bool isWoken = wait();
-    acquire(mutex);
-    return acquireIf(isWoken, condition);
-}
-
-} // namespace
+// ---- Conditions and threads. ULONG_MAX milliseconds, which means for ever, become -1.
 
 bool QWaitCondition::wait(QMutex* mutex, QDeadlineTimer deadline)
 {
-    return waitOn(this, mutex, [&] {
-        return QT_FUNCTION("_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer",
-                           bool (*)(QWaitCondition*, QMutex*, QDeadlineTimer))(this, mutex, deadline);
-    });
+    release(mutex);
+    const bool isWoken =
+        QT_FUNCTION("_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer",
+                    bool (*)(QWaitCondition*, QMutex*, QDeadlineTimer))(this, mutex, deadline);
+    acquire(mutex);
+    return acquireIf(isWoken, this);
 }
 
 bool QWaitCondition::wait(QMutex* mutex, unsigned long milliseconds)
 {
-    return waitOn(this, mutex, [&] {
-        return QT_FUNCTION("_ZN14QWaitCondition4waitEP6QMutexm",
-                           bool (*)(QWaitCondition*, QMutex*, unsigned long))(this, mutex, milliseconds);
-    });
-}
-
-void QWaitCondition::wakeOne()
-{
-    release(this);
-    QT_FUNCTION("_ZN14QWaitCondition7wakeOneEv", void (*)(QWaitCondition*))(this);
+    return wait(mutex, QDeadlineTimer(qint64(milliseconds)));
 }
 
 void QWaitCondition::wakeAll()
@@ -127,7 +101,7 @@ void QWaitCondition::wakeAll()
     QT_FUNCTION("_ZN14QWaitCondition7wakeAllEv", void (*)(QWaitCondition*))(this);
 }
 
-// ---- Threads: the sanitizer sees by itself how they begin
+// The sanitizer sees by itself how threads begin.
 
 void QThread::start(Priority priority)
 {
@@ -145,8 +119,7 @@ bool QThread::wait(QDeadlineTimer deadline)
 
 bool QThread::wait(unsigned long milliseconds)
 {
-    return acquireIf(QT_FUNCTION("_ZN7QThread4waitEm", bool (*)(QThread*, unsigned long))(this, milliseconds),
-                     this);
+    return wait(QDeadlineTimer(qint64(milliseconds)));
 }
 
 bool QThread::isFinished() const

@@ -19,6 +19,11 @@ Modems inState(const Modems& modems, Modem::State state)
     return found;
 }
 
+Modems availableOf(const Modems& modems)
+{
+    return inState(modems, Modem::Attached).mid(0, QRVL_MAX_DEVICES);
+}
+
 bool hasId(const Modems& modems, quint32 id)
 {
     return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) { return modem.id == id; });
@@ -54,8 +59,8 @@ bool isAnyCounting(const Modems& modems)
 
 QVector<int> eventsBetween(const Modems& before, const Modems& after, bool reportAnyway)
 {
-    const Modems availableBefore = inState(before, Modem::Attached);
-    const Modems available = inState(after, Modem::Attached);
+    const Modems availableBefore = availableOf(before);
+    const Modems available = availableOf(after);
     const Modems rejected = inState(after, Modem::Rejected);
     QVector<int> events;
     if (isAnyMissing(availableBefore, available, rejected))
@@ -92,18 +97,13 @@ void DeviceService::startDetect()
 Modems DeviceService::available() const
 {
     const std::lock_guard lock(m_mutex);
-    return availableNow();
-}
-
-Modems DeviceService::availableNow() const
-{
-    return inState(m_modems, Modem::Attached).mid(0, QRVL_MAX_DEVICES);
+    return availableOf(m_modems);
 }
 
 long DeviceService::read(quint32 device, const QString& key, QString& value)
 {
     std::unique_lock lock(m_mutex);
-    const Modems modems = availableNow();
+    const Modems modems = availableOf(m_modems);
     const auto modem = std::find_if(modems.cbegin(), modems.cend(),
                                     [&](const Modem& candidate) { return candidate.id == device; });
     if (modem == modems.cend())
@@ -154,7 +154,8 @@ void DeviceService::run()
         if (m_isFinished)
             return;
         const bool isAsked = takeDetection();
-        const bool haveCountersGrown = m_counterReport.take(Clock::now()) && isAnyCounting(availableNow());
+        const bool haveCountersGrown =
+            m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_modems));
         lock.unlock();
         if (mayDiffer || isAsked)
             look(isAsked);

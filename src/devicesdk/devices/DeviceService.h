@@ -41,7 +41,6 @@ private:
     Clock::time_point nextTask() const;
     bool takeDetection();
     void look(bool reportAnyway);
-    Modems availableNow() const;
     bool readCounter(const Modem& modem, const QString& key, QString& value);
 
     Simulator m_simulator; // used by the constructor and the thread only, except for wake()

@@ -13,6 +13,7 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr auto SlowLookInterval = 30s;
+constexpr int MostLinks = 8; // links may form a circle
 
 /// The folder that holds the file, or will hold its missing folders.
 QString existingFolderOf(const QString& file)
@@ -23,15 +24,15 @@ QString existingFolderOf(const QString& file)
     return folder;
 }
 
-/// Where a change of the files shows. A file may be a symbolic link: then its target's folder is included.
+/// Where a change of the files shows. If a file is a symbolic link, so are the folders of its targets.
 QStringList foldersOf(const QStringList& files)
 {
     QStringList folders;
-    for (const QString& file : files) {
-        folders.append(existingFolderOf(file));
-        const QString target = QFileInfo(file).canonicalFilePath();
-        if (!target.isEmpty())
-            folders.append(existingFolderOf(target));
+    for (QString file : files) {
+        for (int links = 0; links <= MostLinks && !file.isEmpty(); ++links) {
+            folders.append(existingFolderOf(file));
+            file = QFileInfo(file).symLinkTarget();
+        }
     }
     folders.removeDuplicates();
     return folders;
@@ -62,7 +63,7 @@ bool FileWatch::wait(Clock::time_point until)
 void FileWatch::renew()
 {
     const bool isReliable = m_folders.watch(foldersOf(m_files));
-    if (!isReliable)
+    if (!isReliable && m_nextLook == Clock::time_point::max())
         qCDebug(logDeviceSdk, "Changes of %s are looked for every %d seconds",
                 qUtf8Printable(m_files.join(QStringLiteral(", "))), int(SlowLookInterval.count()));
     m_nextLook = isReliable ? Clock::time_point::max() : Clock::now() + SlowLookInterval;

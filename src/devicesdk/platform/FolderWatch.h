@@ -17,12 +17,12 @@ public:
     FolderWatch();
     ~FolderWatch();
 
-    /// Watches these existing folders, without their subfolders, instead of the previous ones. Returns false
-    /// if changes in one of them may go unreported.
+    /// Watches these existing folders, without their subfolders, instead of the previous ones. The paths are
+    /// absolute. Returns false if changes in one of them may go unreported.
     bool watch(const QStringList& folders);
 
-    /// Blocks until something changes in a folder, wake() is called or the time is over. Returns true after a
-    /// change; call watch() then before reading, so that later changes are reported.
+    /// Blocks until something changes in a folder, wake() is called or the time is over; it may end earlier.
+    /// Returns true after a change; call watch() then before reading, so that later changes are reported.
     bool wait(std::chrono::milliseconds timeout);
 
     /// Ends the current wait(), or the next one if there is none. May be called from any thread.

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <set>
+#include <utility>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -15,9 +15,17 @@
 
 namespace {
 
-// A file that is being written is reported when it is closed, not before: nobody wants to read half of it.
+using Clock = std::chrono::steady_clock;
+
+/// What can happen to a folder further up: the path may then lead elsewhere.
+constexpr uint32_t PathChanges = IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr uint32_t Changes =
-    IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+    PathChanges | IN_MODIFY | IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVE | IN_ATTRIB;
+
+/// Nobody wants to read a half-written file, so a change is reported when the writer closes the file. One that
+/// keeps it open does not hold up the report any longer.
+constexpr std::chrono::seconds WriterPatience{1};
+constexpr Clock::time_point NoTime = Clock::time_point::max();
 
 /// File systems on which other machines, or programs, make changes that the kernel does not see: AFS, Ceph,
 /// CIFS, Coda, FUSE, NFS, 9P, SMB and SMB 2.
@@ -26,21 +34,40 @@ constexpr uint32_t RemoteFileSystems[] = {0x5346414f, 0x00c36400, 0xff534d42, 0x
 
 constexpr std::chrono::milliseconds LongestDeafWait{100}; // when no descriptor was left to be woken by
 
-bool isLocal(const char* folder)
+bool isLocal(const QString& folder)
 {
     struct statfs info = {};
-    if (statfs(folder, &info) != 0)
+    if (statfs(QFile::encodeName(folder).constData(), &info) != 0)
         return false;
     return std::find(std::begin(RemoteFileSystems), std::end(RemoteFileSystems), uint32_t(info.f_type)) ==
            std::end(RemoteFileSystems);
 }
 
-/// Reads all that there is from a non-blocking descriptor.
-void drain(int descriptor)
+/// Empty for the root, which stays where it is.
+QString parentOf(const QString& folder)
 {
-    char buffer[4096];
-    while (read(descriptor, buffer, sizeof buffer) > 0) {
+    return folder.section(QLatin1Char('/'), 0, -2);
+}
+
+std::chrono::milliseconds shorter(std::chrono::milliseconds timeout, std::chrono::milliseconds limit)
+{
+    return timeout == FolderWatch::Forever ? limit : std::min(timeout, limit);
+}
+
+/// Reads everything that has happened and returns all its bits.
+uint32_t takeChanges(int descriptor)
+{
+    alignas(inotify_event) char buffer[4096];
+    uint32_t changes = 0;
+    for (ssize_t size = read(descriptor, buffer, sizeof buffer); size > 0;
+         size = read(descriptor, buffer, sizeof buffer)) {
+        for (const char* next = buffer; next < buffer + size;) {
+            const auto* const event = reinterpret_cast<const inotify_event*>(next);
+            changes |= event->mask;
+            next += sizeof *event + event->len;
+        }
     }
+    return changes;
 }
 
 } // namespace
@@ -51,6 +78,16 @@ struct FolderWatch::System
     int changes = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     int wakes = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     std::set<int> folders;
+    Clock::time_point openFileTime = NoTime; // when to report changes of a file that is still open
+
+    bool add(const QString& folder, uint32_t events)
+    {
+        // A folder that is watched already keeps its number.
+        const int number = inotify_add_watch(changes, QFile::encodeName(folder).constData(), events);
+        if (number >= 0)
+            folders.insert(number);
+        return number >= 0;
+    }
 };
 
 FolderWatch::FolderWatch()
@@ -66,36 +103,40 @@ FolderWatch::~FolderWatch()
 
 bool FolderWatch::watch(const QStringList& folders)
 {
-    std::set<int> watched;
-    bool isReliable = true;
+    const std::set<int> before = std::exchange(m_system->folders, {});
     for (const QString& folder : folders) {
-        const QByteArray path = QFile::encodeName(folder);
-        // A folder that is watched already keeps its number.
-        const int number = inotify_add_watch(m_system->changes, path.constData(), Changes);
-        if (number >= 0)
-            watched.insert(number);
-        isReliable = isReliable && number >= 0 && isLocal(path.constData());
+        for (QString parent = parentOf(folder); !parent.isEmpty(); parent = parentOf(parent))
+            m_system->add(parent, PathChanges);
     }
-    for (const int number : m_system->folders) {
-        if (watched.count(number) == 0)
+    bool isReliable = true;
+    for (const QString& folder : folders) // after the others, because it may be one of them
+        isReliable = m_system->add(folder, Changes) && isLocal(folder) && isReliable;
+    for (const int number : before) {
+        if (m_system->folders.count(number) == 0)
             inotify_rm_watch(m_system->changes, number);
     }
-    m_system->folders.swap(watched);
     return isReliable;
 }
 
 bool FolderWatch::wait(std::chrono::milliseconds timeout)
 {
     if (m_system->wakes < 0)
-        timeout = timeout == Forever ? LongestDeafWait : std::min(timeout, LongestDeafWait);
-    const auto limited = int(std::min<long long>(timeout.count(), std::numeric_limits<int>::max()));
+        timeout = shorter(timeout, LongestDeafWait);
+    if (m_system->openFileTime != NoTime)
+        timeout = shorter(timeout, WriterPatience);
     pollfd sources[] = {{m_system->changes, POLLIN, 0}, {m_system->wakes, POLLIN, 0}};
-    poll(sources, std::size(sources), limited);
-    for (const pollfd& source : sources) {
-        if (source.revents != 0)
-            drain(source.fd);
-    }
-    return sources[0].revents != 0;
+    poll(sources, std::size(sources), int(timeout.count()));
+    eventfd_t wakes = 0;
+    eventfd_read(m_system->wakes, &wakes);
+    const uint32_t changes = takeChanges(m_system->changes);
+    const Clock::time_point now = Clock::now();
+    if ((changes & IN_MODIFY) != 0 && m_system->openFileTime == NoTime)
+        m_system->openFileTime = now + WriterPatience;
+    const bool isDone = (changes & ~uint32_t(IN_MODIFY | IN_IGNORED)) != 0;
+    if (!isDone && now < m_system->openFileTime)
+        return false;
+    m_system->openFileTime = NoTime;
+    return true;
 }
 
 void FolderWatch::wake()
