@@ -203,6 +203,7 @@ void TestToolBar::icons()
     QLabel* searchIcon = &icon;
     ToolBarLogic::ChangeToolBarIconDirection("P", m_items, true, &searchIcon);
     QCOMPARE(leftColour(button), QColor(Qt::blue));
+    QCOMPARE(button.icon().pixmap({20, 16}, QIcon::Active).toImage().pixelColor(19, 1), QColor(Qt::green));
     QCOMPARE(icon.pixmap(Qt::ReturnByValue).toImage().pixelColor(19, 1), QColor(Qt::red));
     QApplication::setLayoutDirection(Qt::RightToLeft);
     ToolBarLogic::EnableDisableItem("P", m_items, 7, true);
