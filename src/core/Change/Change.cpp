@@ -21,10 +21,10 @@ QHash<QString, QHash<QString, QString>> Change::m_languageHash;
 
 namespace {
 
-/// Stands in place of the time in some lines of the start. It is fixed and part of the log's interface.
+/// Replaces the time in some lines of the start. It is fixed and part of the log's interface.
 constexpr const char* FixedTime = "10:24:16";
 
-/// Locking through the base class is inline; this saves a fifth of a look-up.
+/// QBasicMutex locks inline, which makes a look-up a fifth faster.
 using TextLocker = std::lock_guard<QBasicMutex>;
 
 /// A text from the table. If it is missing or empty, it is looked up again after loading. Hold the lock.

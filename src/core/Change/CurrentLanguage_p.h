@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The current language and the shortcut switch. They have a lock of their own, so that callers may hold
-/// g_mutex or not. Any thread.
+/// The current language and the shortcut switch. They have their own lock and can be used with or
+/// without g_mutex held. Any thread.
 namespace CurrentLanguage {
 
 /// Language and country code, "en-us" at first.

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The device manager is loaded by now and may already ask for texts on threads of its own.
+/// The device manager is already loaded, and its own threads may look up strings: take the lock.
 bool loadTextsOfSettings(const QString& plugin)
 {
     const QMutexLocker locker(&g_mutex);
@@ -104,7 +104,7 @@ void PluginContainer::stopConfigThread()
         d->deviceLink.unregisterAfterTermination();
     }
     if (!m_pInitConfigThread->isRunning())
-        delete m_pInitConfigThread; // deleting one that outlives its termination would end the process
+        delete m_pInitConfigThread; // deleting a running thread would abort the process
     m_pInitConfigThread = nullptr;
 }
 

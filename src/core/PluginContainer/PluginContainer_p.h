@@ -21,7 +21,8 @@ public:
     PluginDecisions decisions;
     ConfigurationFaultList configurationFaults;
     DeviceLink deviceLink;
-    std::atomic<bool> isDeviceMgrInUse{
-        false};                     ///< set under the lock; the device manager is not unloaded then
-    bool followsUserLocale = false; ///< the start's language goes by the user's locale, not the system's
+    /// Set under the lock; prevents unloading of the device manager.
+    std::atomic<bool> isDeviceMgrInUse{false};
+    /// Whether the start-up language follows the user's locale instead of the system's.
+    bool followsUserLocale = false;
 };

@@ -72,7 +72,7 @@ void PluginContainer::updateDeviceCustomization(QString key)
     const QMutexLocker locker(&m_mutex);
     LOG_DEBUG("%s: %s: %s: for device %s!!!", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(key));
     processFromList(key, m_pEnableTable, true);
-    processFromList(key, m_pDisableTable, false); // last: a "remove" beats an "add"
+    processFromList(key, m_pDisableTable, false); // last: "remove" takes precedence over "add"
 }
 
 void PluginContainer::ApplyCustomizationForDevice(QString key)

@@ -19,7 +19,7 @@ public:
     /// The operator's customisation adds this plugin to the common set.
     void noteOperatorAdd(const QString& clsid) { m_operatorAdded.insert(clsid); }
 
-    /// The operator's customisation removes this plugin for good.
+    /// The operator's customisation removes this plugin permanently.
     void noteOperatorRemove(const PluginStatus& plugin) { m_removed.append(plugin); }
 
     void noteCommon(const QString& clsid, const QString& operatorName);

@@ -64,7 +64,7 @@ QString libraryBaseName(QString url)
     return url;
 }
 
-/// Reads the field that the reader stands on; other elements are skipped.
+/// Reads the field that the reader is at; other elements are skipped.
 /// @return whether it was the one that ends the record
 bool readField(QXmlStreamReader& reader, PluginElement& element)
 {

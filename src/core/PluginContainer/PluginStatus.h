@@ -9,7 +9,7 @@ struct PluginStatus
 {
     /// How far the plugin has come.
     enum class State {
-        Removed,     ///< removed for good by the operator's customisation
+        Removed,     ///< permanently removed by the operator's customisation
         Disabled,    ///< known, but must not be loaded
         Enabled,     ///< may be loaded, but is not
         Loaded,      ///< its library is loaded
@@ -19,7 +19,7 @@ struct PluginStatus
     /// The last rule that enabled or disabled the plugin.
     enum class Rule {
         None,           ///< no rule names it: disabled
-        Common,         ///< enabled for everybody
+        Common,         ///< enabled for everyone
         OperatorAdd,    ///< enabled by the operator's customisation
         OperatorRemove, ///< removed by the operator's customisation
         KeyAdd,         ///< enabled by the rules of `key`
@@ -27,7 +27,7 @@ struct PluginStatus
     };
 
     /// What went wrong at the last attempt to load or initialise the plugin. With the last two the library is
-    /// loaded all the same.
+    /// nevertheless loaded.
     enum class Fault {
         None,             ///< nothing, or the plugin has not been loaded yet
         NoLibrary,        ///< the plugin folder has no library whose name begins with `url`

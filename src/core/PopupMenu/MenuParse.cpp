@@ -191,7 +191,7 @@ void MenuParse::readItem(QXmlStreamReader& reader, const Position& position)
     }
 }
 
-/// Gives an entry the identifier and the name of the item that the reader stands on.
+/// Gives an entry the identifier and the name of the item that the reader is at.
 /// @param entry null when there is no place for it
 void MenuParse::addNamedEntry(QXmlStreamReader& reader, const QString& id, MenuXmlInfo* entry)
 {

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Stands in place of the time in two log lines. It is fixed and part of the log's interface.
+/// Replaces the time in two log lines. It is fixed and part of the log's interface.
 constexpr const char* FixedTime = "10:23:53";
 
 } // namespace

@@ -55,9 +55,9 @@ public:
 protected:
     // ---- Splash screen
 
-    /// Whether plugins/XFramePlugin/Config.xml asks for a splash screen. The first "splash" in the first
+    /// Whether plugins/XFramePlugin/Config.xml enables the splash screen. The first "splash" in the first
     /// "function" is the default, or true if there is none; the operator's "customize" section overrides it.
-    /// Any text but "true" means no.
+    /// Any value other than "true" means no.
     /// @return false if the file cannot be opened
     static bool haveSplashScreen();
 

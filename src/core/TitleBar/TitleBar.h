@@ -16,7 +16,7 @@ struct TileCell;
 /// The title bar of a frameless window: icon, title and the buttons to minimise, maximise, restore and close
 /// it. The window is moved by dragging the title bar; a double click maximises or restores it.
 ///
-/// A minimised window does not go to the task bar: it shrinks to a tile at the bottom of the screen. All
+/// A minimised window is not shown in the task bar: it shrinks to a tile at the bottom of the screen. All
 /// title bars of the process share one grid of tiles. It is laid out for the screen of the first window that
 /// is minimised and never changes afterwards. With SetMinimizeBehavior(true) the window is hidden instead.
 ///

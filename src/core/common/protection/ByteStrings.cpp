@@ -51,7 +51,7 @@ std::string made(const char* function, Arguments&&... arguments)
     }
 }
 
-/// Appends one byte from a source of its own. A failure is logged under the caller's name.
+/// Appends one random byte, with a separate system call. A failure is logged under the caller's name.
 bool addRandomByte(std::string& bytes, const char* function)
 {
     Platform::RandomSource source;

@@ -15,9 +15,9 @@ constexpr std::array<char16_t, 8> Signs{u',', u'"', u'(', u')', u'[', u']', u'{'
 
 constexpr qint64 MaxSize = 1 << 27;
 
-/// A text whose signs collect marks, with a cursor. All signs of one kind carry the same marks, so these are
-/// stored once per kind, and the marked text is built at the end only. The cursor stands at a character of
-/// the plain text; marks are never visited, since none of them asks for further marks.
+/// A string with direction marks after its signs, and a cursor. All signs of one kind have the same marks, so
+/// they are stored once per kind; the marked string is built at the end. The cursor is always on a character
+/// of the plain string: marks never cause further marks.
 class MarkedText
 {
 public:
@@ -33,7 +33,7 @@ public:
 
     bool isTooLarge() const { return m_size > MaxSize; }
 
-    /// Adds the mark that the character at a position of the marked text asks for, if any.
+    /// Adds the mark that the character at a position of the marked string requires, if any.
     void visit(int position)
     {
         while (m_position > position)
@@ -53,7 +53,7 @@ public:
 
     QString result()
     {
-        for (Kind& kind : m_kinds) // new marks stand nearest to the sign
+        for (Kind& kind : m_kinds) // newer marks are nearer to the sign
             std::reverse(kind.marks.begin(), kind.marks.end());
         QString text;
         text.reserve(static_cast<int>(m_size));
