@@ -13,6 +13,8 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr auto SlowLookInterval = 30s;
+constexpr auto QuietTime = 20ms;
+constexpr int MostSteps = 10;
 constexpr int MostLinks = 8; // links may form a circle
 
 /// The folder that holds the file, or will hold its missing folders.
@@ -54,9 +56,19 @@ bool FileWatch::wait(Clock::time_point until)
     if (end != Clock::time_point::max())
         timeout = std::max(0ms, std::chrono::ceil<milliseconds>(end - Clock::now()));
     const bool mayDiffer = m_folders.wait(timeout) || Clock::now() >= m_nextLook;
-    if (mayDiffer)
+    if (mayDiffer) {
+        settle();
         renew();
+    }
     return mayDiffer;
+}
+
+/// A file is replaced in several steps: another one is created, written and renamed. Reading waits until they
+/// are over, because on Windows a file that is being read cannot be replaced.
+void FileWatch::settle()
+{
+    for (int step = 0; step < MostSteps && m_folders.wait(QuietTime); ++step) {
+    }
 }
 
 /// Folders appear and disappear, so what is to be watched is determined after each change.

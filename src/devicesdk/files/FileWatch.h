@@ -30,6 +30,7 @@ public:
 
 private:
     void renew();
+    void settle();
 
     QStringList m_files;
     FolderWatch m_folders;

@@ -83,6 +83,7 @@ void TestExtendDialog::init()
 {
     CoreTest::init();
     log().allow("This plugin does not support {*}"); // the platform without a screen
+    log().allow("QPixmap::fromWinHICON(){*}");       // Wine has not all icons
     service().setSetting("system", "EnableMaxButton", "true");
     m_mainFrame = {};
     PublishedMainFrame::publish(&m_mainFrame);

@@ -304,7 +304,8 @@ void TestLifecycle::findsTheFile()
     QFile::remove(installed("TestZebra"));
     writeFile(CoreTest::installed("TestMany.txt"), "text");
     writeFile(installed("TestManyA"), "text");
-    fs::last_write_time(folder, longAgo);
+    std::error_code ignored; // not every system lets a folder's time be set
+    fs::last_write_time(folder, longAgo, ignored);
     m_host = makeContainer(QVector<PluginEntry>{{"beginning", "TestMany"},
                                                 {"case", "testMANY"},
                                                 {"wildcards", "TestM?n[x-z]"},
@@ -317,10 +318,10 @@ void TestLifecycle::findsTheFile()
              3);
     QVERIFY(!log().contains("{*}TestMany.txt{*}"));
 
-    fs::last_write_time(folder, longAgo);
+    fs::last_write_time(folder, longAgo, ignored);
     expect("get zebra=0");
     QVERIFY(QFile::copy(installed("TestAlpha"), installed("TestZebra")));
-    fs::last_write_time(folder, longAgo); // as on a system that does not change the folder's time
+    fs::last_write_time(folder, longAgo, ignored); // as on a system that does not change the folder's time
     expect("get zebra=1; end");
 }
 
