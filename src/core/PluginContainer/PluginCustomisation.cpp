@@ -27,6 +27,17 @@ std::vector<std::unique_ptr<PluginInfo>> copiesOf(const QList<PluginInfo*>& plug
     return copies;
 }
 
+void logChange(const CustomisationRules::Change& change, const char* function)
+{
+    if (change.isByKey)
+        LOG_DEBUG(change.isEnabling ? "%s: %s: need to enable pPluginInfo->Clsid ()"
+                                    : "%s: %s: need to disable pPluginInfo->Clsid ()",
+                  LOG_FILE, function);
+    else
+        LOG_DEBUG(change.isEnabling ? "%s: %s: need to enable %s" : "%s: %s: need to disable %s", LOG_FILE,
+                  function, qUtf8Printable(change.clsid));
+}
+
 } // namespace
 
 void PluginContainer::updatePluginInfo(QString clsid, bool enable)
@@ -91,8 +102,7 @@ bool PluginContainer::IsCustomizationForDevice(QString key)
     const CustomisationRules rules(*m_pEnableTable, *m_pDisableTable);
     const auto change = rules.firstChange(key, *m_pHashPlugins, *m_pListPlugins);
     if (change)
-        LOG_DEBUG("%s: %s: need to %s %s", LOG_FILE, LOG_FUNCTION, change->isEnabling ? "enable" : "disable",
-                  change->isByKey ? "pPluginInfo->Clsid ()" : qUtf8Printable(change->clsid));
+        logChange(*change, LOG_FUNCTION);
     return change.has_value();
 }
 

@@ -1,13 +1,16 @@
 // What belongs to a native window: its system menu, its procedure, and sounds that report their end to it.
-#include "platform/MediaControl_p.h"
+#include "common/DkSoundWin.h"
 #include "platform/SystemMenu_p.h"
 #include "platform/WindowProcedure_p.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <windows.h>
+
+#include <mmsystem.h>
 
 using namespace Platform;
 
@@ -16,13 +19,10 @@ namespace {
 constexpr quint32 Question = WM_APP + 1;
 
 WindowProcedure previous = nullptr;
-QVector<quintptr> notifications;
 bool isDestroyed = false;
 
 qintptr handleMessage(WId window, quint32 message, quintptr wParam, qintptr lParam)
 {
-    if (message == MediaNotification)
-        notifications.append(wParam);
     isDestroyed = isDestroyed || message == WM_NCDESTROY;
     return message == Question ? qintptr(wParam) + lParam
                                : callWindowProcedure(previous, window, message, wParam, lParam);
@@ -76,37 +76,38 @@ void TestNativeWindow::messageHandler()
     QVERIFY(isDestroyed);
 }
 
-// The end of a sound comes as a message to the window whose handler was installed; a sound that is closed
-// before its end reports something else than success.
+// Sounds are opened again once they have ended; only the end of the whole sound is reported.
 void TestNativeWindow::sound()
 {
     const QByteArray header = QByteArray::fromHex("52494646e45d000057415645666d742010000000"
                                                   "01000100401f0000401f000001000800"
                                                   "64617461c05d0000"); // one channel, 8000 bytes a second
-    const WId window = makeWindow(WS_OVERLAPPEDWINDOW);
-    previous = windowProcedure(window);
-    QVERIFY(setMessageHandler(window, &handleMessage));
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("Süd west.wav")));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(header + QByteArray(3 * 8000, char(0x80))) > 0);
     file.close();
-    const QString name = QDir::toNativeSeparators(file.fileName());
-    for (const bool endsEarly : {true, false}) {
-        MediaOpenParameters open = {};
-        open.callback = window;
-        open.elementName = reinterpret_cast<const char16_t*>(name.utf16());
-        QCOMPARE(sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement | 0x8, &open), 0u);
-        MediaPlayParameters play = {};
-        play.callback = window;
-        QCOMPARE(sendMediaCommand(open.deviceId, MediaPlay, MediaNotify, &play), 0u);
-        if (!endsEarly)
-            QTRY_COMPARE_WITH_TIMEOUT(notifications, QVector<quintptr>{MediaSuccessful}, 10000);
-        QCOMPARE(sendMediaCommand(open.deviceId, MediaClose, 0, nullptr), 0u);
-        QTest::qWait(200);
-        QCOMPARE(notifications.contains(MediaSuccessful), !endsEarly);
-        QVERIFY(sendMediaCommand(open.deviceId, MediaPlay, MediaNotify, &play) != 0);
-        notifications.clear();
+    DkSound sound(QStringLiteral("missing.wav"));
+    DkSound other(QDir::toNativeSeparators(file.fileName()));
+    QSignalSpy finished(&sound, &DkSound::finished);
+    QVERIFY(!sound.Play());
+    sound.SetSoundFile(QDir::toNativeSeparators(file.fileName()));
+    for (int times = 1; times <= 2; ++times) {
+        QVERIFY(sound.Play() && sound.Play() && sound.IsPlaying());
+        QTRY_VERIFY_WITH_TIMEOUT(!sound.IsPlaying(), 10000);
+        QCOMPARE(finished.count(), times);
     }
+    QVERIFY(sound.Play() && other.Play() && sound.Stop());
+    QVERIFY(!sound.IsPlaying() && !sound.Stop() && other.IsPlaying());
+    QVERIFY(sound.Play());
+    const auto window = reinterpret_cast<HWND>(sound.winId());
+    for (const WPARAM code : {MCI_NOTIFY_ABORTED, MCI_NOTIFY_SUPERSEDED, MCI_NOTIFY_FAILURE})
+        SendMessageW(window, MM_MCINOTIFY, code, 0);
+    SendMessageW(window, WM_NULL, MCI_NOTIFY_SUCCESSFUL, 0);
+    QVERIFY(sound.IsPlaying() && finished.count() == 2);
+    SendMessageW(window, MM_MCINOTIFY, MCI_NOTIFY_SUCCESSFUL, 0);
+    QVERIFY(!sound.IsPlaying() && finished.count() == 3);
+    SetWindowTextW(window, L"Passed on");
+    QCOMPARE(GetWindowTextLengthW(window), 9);
 }
 
 QTEST_MAIN(TestNativeWindow)
