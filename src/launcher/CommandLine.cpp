@@ -39,15 +39,15 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
     exitCode = EXIT_SUCCESS;
     if (!parser.parse(application.arguments())) {
         exitCode = EXIT_FAILURE;
-        UserMessage::complain(parser.errorText() + QLatin1Char('\n'));
+        UserMessage::reportError(parser.errorText() + QLatin1Char('\n'));
     } else if (parser.isSet(help)) {
-        UserMessage::tell(parser.helpText());
+        UserMessage::inform(parser.helpText());
     } else if (parser.isSet(version)) {
-        UserMessage::tell(QCoreApplication::applicationName() + QLatin1Char(' ') +
-                          QCoreApplication::applicationVersion() + QLatin1Char('\n'));
+        UserMessage::inform(QCoreApplication::applicationName() + QLatin1Char(' ') +
+                            QCoreApplication::applicationVersion() + QLatin1Char('\n'));
     } else if (const QStringList others = parser.positionalArguments(); !others.isEmpty()) {
         exitCode = EXIT_FAILURE;
-        UserMessage::complain(QStringLiteral("Unexpected argument '%1'.\n").arg(others.first()));
+        UserMessage::reportError(QStringLiteral("Unexpected argument '%1'.\n").arg(others.first()));
     } else {
         return CommandLine{parser.isSet(noSplash), parser.isSet(verbose)};
     }

@@ -120,8 +120,8 @@ void StartReport::reportMissingWindow()
     const auto line = [](const Message& caption, const QString& value) {
         return QStringLiteral("  %1: %2\n").arg(caption.text(), value);
     };
-    UserMessage::complain(QStringLiteral("skylume: ") + NoWindow.text() + QLatin1Char('\n') +
-                          line(LibraryFile, libraryFile) +
-                          line(MainFrame, clsid.isEmpty() ? NoPlugin.text() : clsid) +
-                          line(Reason, reason(libraryFile, clsid)));
+    UserMessage::reportError(QStringLiteral("skylume: ") + NoWindow.text() + QLatin1Char('\n') +
+                             line(LibraryFile, libraryFile) +
+                             line(MainFrame, clsid.isEmpty() ? NoPlugin.text() : clsid) +
+                             line(Reason, reason(libraryFile, clsid)));
 }

@@ -3,15 +3,15 @@
 class QString;
 
 /// Messages for the person who started the program, on standard output or standard error. On Windows a
-/// program started from a menu or a folder has neither; tell() and complain() then show the message in a box
+/// program started from a menu or a folder has neither; inform() and reportError() then show the message in a box
 /// and wait until it is closed.
 namespace UserMessage {
 
 /// Something that was asked for. On standard output.
-void tell(const QString& text);
+void inform(const QString& text);
 
 /// Why the program cannot do what it was asked to do. On standard error.
-void complain(const QString& text);
+void reportError(const QString& text);
 
 /// Something that does not keep the program from working. On standard error; never shown in a box.
 void note(const QString& text);

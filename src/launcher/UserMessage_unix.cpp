@@ -2,17 +2,17 @@
 
 #include <QTextStream>
 
-void UserMessage::tell(const QString& text)
+void UserMessage::inform(const QString& text)
 {
     QTextStream(stdout) << text;
 }
 
-void UserMessage::complain(const QString& text)
+void UserMessage::reportError(const QString& text)
 {
     QTextStream(stderr) << text;
 }
 
 void UserMessage::note(const QString& text)
 {
-    complain(text);
+    reportError(text);
 }

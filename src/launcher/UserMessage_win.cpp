@@ -56,12 +56,12 @@ void show(DWORD stream, const QString& text, UINT icon)
 
 } // namespace
 
-void UserMessage::tell(const QString& text)
+void UserMessage::inform(const QString& text)
 {
     show(STD_OUTPUT_HANDLE, text, MB_ICONINFORMATION);
 }
 
-void UserMessage::complain(const QString& text)
+void UserMessage::reportError(const QString& text)
 {
     show(STD_ERROR_HANDLE, text, MB_ICONERROR);
 }
