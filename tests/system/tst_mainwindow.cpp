@@ -239,7 +239,11 @@ void TestMainWindow::simulate(const QByteArray& modems) const
         QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
         return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
     };
-    QTRY_VERIFY(write()); // on Windows not while the service reads the file
+    // On Windows the file cannot be replaced while the service reads it.
+    for (int attempts = 1; !write(); ++attempts) {
+        QVERIFY(attempts < 250);
+        QTest::qSleep(20);
+    }
 }
 
 void TestMainWindow::statusBar()

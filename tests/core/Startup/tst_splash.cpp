@@ -17,6 +17,7 @@ class TestSplash : public CoreTest
     Q_OBJECT
 
 private slots:
+    void initTestCase() { QFile::remove(installed("XStartScreen.exe")); } // of an earlier run
     void decision_data();
     void decision();
     void program();

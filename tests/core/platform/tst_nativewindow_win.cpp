@@ -87,7 +87,8 @@ void TestNativeWindow::sound()
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(header + QByteArray(3 * 8000, char(0x80))) > 0);
     file.close();
     DkSound sound(QStringLiteral("missing.wav"));
-    DkSound other(QDir::toNativeSeparators(file.fileName()));
+    QVERIFY(file.copy(folder.filePath(QStringLiteral("other.wav")))); // the same cannot be opened twice
+    DkSound other(QDir::toNativeSeparators(folder.filePath(QStringLiteral("other.wav"))));
     QSignalSpy finished(&sound, &DkSound::finished);
     QVERIFY(!sound.Play());
     sound.SetSoundFile(QDir::toNativeSeparators(file.fileName()));
