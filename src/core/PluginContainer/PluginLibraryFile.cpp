@@ -83,7 +83,8 @@ bool readField(QXmlStreamReader& reader, PluginElement& element)
 void PluginContainer::populatePluginInfo(QString path)
 {
     const QMutexLocker locker(&m_mutex);
-    const auto onElement = [this, function = LOG_FUNCTION](QXmlStreamReader& reader) {
+    const char* const function = LOG_FUNCTION;
+    const auto onElement = [this, function](QXmlStreamReader& reader) {
         readPluginLibraryElement(reader, function);
     };
     readConfigurationFile(path, LogTexts, onElement, d->configurationFaults);

@@ -40,6 +40,27 @@ QMenu* makeSubMenu(const QList<MenuXmlInfo*>& children, QMenu& target, QWidget* 
     return menu;
 }
 
+bool isSearch(const MenuXmlInfo& entry)
+{
+    return entry.GetMenuTextID() == SearchId;
+}
+
+/// Adds an item or a sub-menu; entries of other types are left out.
+/// @return false for a sub-menu without a list of entries
+bool addEntry(const MenuXmlInfo& entry, QMenu& target, QWidget* parent, QList<QActionInfo>* actions)
+{
+    const int type = entry.GetMenuType();
+    if (type != MenuXmlInfo::Item && type != MenuXmlInfo::Popup && !isSearch(entry))
+        return true;
+    QAction* const action = addAction(entry, target, parent, actions);
+    if (type != MenuXmlInfo::Popup)
+        return true;
+    const QList<MenuXmlInfo*>* const children = entry.GetPopupMenuList();
+    if (children)
+        action->setMenu(makeSubMenu(*children, target, parent, actions));
+    return children;
+}
+
 } // namespace
 
 QBuildMenu::QBuildMenu(QString folder, QString file)
@@ -72,23 +93,15 @@ int QBuildMenu::AddMenuItem(STMENUINFO* menu, QMenu* target, QWidget* parent, QL
         return 1;
     bool isBehindSearch = false; // the separator that follows is a configurable one
     for (const MenuXmlInfo* const entry : qAsConst(*menu->items)) {
-        const int type = entry->GetMenuType();
-        if (type == MenuXmlInfo::Separator) {
+        if (entry->GetMenuType() == MenuXmlInfo::Separator) {
             if (!isBehindSearch || CommonUtils::GetSMSSeperatorConfigValue())
                 target->addSeparator();
             isBehindSearch = false;
             continue;
         }
-        const bool isSearch = entry->GetMenuTextID() == SearchId;
-        isBehindSearch = isBehindSearch || isSearch;
-        if (!isSearch && type != MenuXmlInfo::Item && type != MenuXmlInfo::Popup)
-            continue;
-        QAction* const action = addAction(*entry, *target, parent, actions);
-        if (type != MenuXmlInfo::Popup)
-            continue;
-        if (!entry->GetPopupMenuList())
+        isBehindSearch = isBehindSearch || isSearch(*entry);
+        if (!addEntry(*entry, *target, parent, actions))
             return 0;
-        action->setMenu(makeSubMenu(*entry->GetPopupMenuList(), *target, parent, actions));
     }
     return 1;
 }

@@ -69,7 +69,7 @@ QByteArray unquoted(const QByteArray& value)
 
 QByteArray localeOfFile(const QString& fileName)
 {
-    static constexpr char Name[] = "LANG=";
+    static constexpr char name[] = "LANG=";
     QFile file(fileName);
     QByteArray locale;
     if (!file.open(QIODevice::ReadOnly))
@@ -77,8 +77,8 @@ QByteArray localeOfFile(const QString& fileName)
     const QList<QByteArray> lines = file.readAll().split('\n');
     for (const QByteArray& line : lines) {
         const QByteArray setting = line.trimmed();
-        if (setting.startsWith(Name))
-            locale = unquoted(setting.mid(int(qstrlen(Name))));
+        if (setting.startsWith(name))
+            locale = unquoted(setting.mid(int(qstrlen(name))));
     }
     return locale;
 }

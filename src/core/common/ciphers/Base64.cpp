@@ -55,7 +55,7 @@ void encodeGroup(std::uint32_t bits, std::uint8_t* text)
 }
 
 /// No local static: its guard would show in the time of short inputs.
-const Base64Groups::Path* const bestPath = ProcessorPaths::best(ProcessorPaths::base64());
+const Base64Groups::Path* const BestPath = ProcessorPaths::best(ProcessorPaths::base64());
 
 /// The part of a string that is decoded: the characters before the first "=", and padding.
 struct Extent
@@ -146,7 +146,7 @@ int cl_base64Encode(const unsigned char* in, unsigned int inLen, unsigned char* 
     *outLen = size <= UINT_MAX ? static_cast<unsigned int>(size) : 0;
     if (*outLen == 0)
         return Failed;
-    Base64Groups::encode(bestPath, in, inLen, out);
+    Base64Groups::encode(BestPath, in, inLen, out);
     return 0;
 }
 
@@ -161,6 +161,6 @@ int cl_base64Decode(const unsigned char* in, int inLen, unsigned char* out, unsi
     *outLen = size <= UINT_MAX ? static_cast<unsigned int>(size) : 0;
     if (*outLen == 0)
         return Failed;
-    Base64Groups::decode(bestPath, in, out, size);
+    Base64Groups::decode(BestPath, in, out, size);
     return 0;
 }

@@ -161,8 +161,9 @@ private:
     template <std::size_t Box, std::size_t Signal>
     static Vector gate(const Vector* signals)
     {
-        constexpr SboxCircuit::Gate Gate = CircuitOf<Box>.gates[Signal];
-        return InstructionSet::template gate<Gate.table>(signals[Gate.a], signals[Gate.b], signals[Gate.c]);
+        constexpr SboxCircuit::Gate found = CircuitOf<Box>.gates[Signal];
+        return InstructionSet::template gate<found.table>(signals[found.a], signals[found.b],
+                                                          signals[found.c]);
     }
 
     /// Where P moves a bit. Bits are counted from 1, places from 0.
@@ -205,14 +206,14 @@ private:
     template <std::size_t Distance, std::size_t Step>
     static void exchangeAcross(Vector (&row)[8])
     {
-        constexpr std::size_t Width = Distance * Step;
-        constexpr std::uint64_t LowHalves = ~std::uint64_t(0) / ((std::uint64_t(1) << Width) + 1);
+        constexpr std::size_t width = Distance * Step;
+        constexpr std::uint64_t lowHalves = ~std::uint64_t(0) / ((std::uint64_t(1) << width) + 1);
         for (std::size_t i = 0; i < 8; ++i) {
             if ((i & Step) != 0)
                 continue;
-            const Vector difference = ((row[i] >> Width) ^ row[i + Step]) & LowHalves;
+            const Vector difference = ((row[i] >> width) ^ row[i + Step]) & lowHalves;
             row[i + Step] ^= difference;
-            row[i] ^= difference << Width;
+            row[i] ^= difference << width;
         }
     }
 };

@@ -32,45 +32,45 @@ bool hasAvx512()
 /// Not every compiler has a name for this feature.
 bool hasSha()
 {
-    constexpr unsigned Features = 7, ShaBit = 1u << 29;
+    constexpr unsigned features = 7, shaBit = 1u << 29;
     unsigned a = 0, b = 0, c = 0, d = 0;
-    const bool isKnown = __get_cpuid_count(Features, 0, &a, &b, &c, &d) != 0;
-    return isKnown && (b & ShaBit) != 0 && __builtin_cpu_supports("sse4.1");
+    const bool isKnown = __get_cpuid_count(features, 0, &a, &b, &c, &d) != 0;
+    return isKnown && (b & shaBit) != 0 && __builtin_cpu_supports("sse4.1");
 }
 
 } // namespace
 
 const TripleDesCbc::Path* ProcessorPaths::tripleDes()
 {
-    static constexpr TripleDesCbc::Path Paths[] = {{"SSE2", hasSse2, 96, TripleDesCbc::bitslicedSse2},
+    static constexpr TripleDesCbc::Path paths[] = {{"SSE2", hasSse2, 96, TripleDesCbc::bitslicedSse2},
                                                    {"AVX2", hasAvx2, 64, TripleDesCbc::bitslicedAvx2},
                                                    {"AVX-512", hasAvx512, 80, TripleDesCbc::bitslicedAvx512},
                                                    {nullptr, nullptr, 0, nullptr}};
-    return Paths;
+    return paths;
 }
 
 const Sha256Blocks::Path* ProcessorPaths::sha256()
 {
-    static constexpr Sha256Blocks::Path Paths[] = {{"AVX2", hasAvx2AndBmi, Sha256Blocks::compressAvx2},
+    static constexpr Sha256Blocks::Path paths[] = {{"AVX2", hasAvx2AndBmi, Sha256Blocks::compressAvx2},
                                                    {"SHA", hasSha, Sha256Blocks::compressSha},
                                                    {nullptr, nullptr, nullptr}};
-    return Paths;
+    return paths;
 }
 
 const Base64Groups::Path* ProcessorPaths::base64()
 {
     using namespace Base64Groups;
-    static constexpr Base64Groups::Path Paths[] = {{"SSSE3", hasSsse3, encodeSsse3, decodeSsse3},
+    static constexpr Base64Groups::Path paths[] = {{"SSSE3", hasSsse3, encodeSsse3, decodeSsse3},
                                                    {"AVX2", hasAvx2, encodeAvx2, decodeAvx2},
                                                    {nullptr, nullptr, nullptr, nullptr}};
-    return Paths;
+    return paths;
 }
 
 const Hex::Path* ProcessorPaths::hex()
 {
     using namespace Hex;
-    static constexpr Hex::Path Paths[] = {{"SSSE3", hasSsse3, encodeSsse3, decodeSsse3},
+    static constexpr Hex::Path paths[] = {{"SSSE3", hasSsse3, encodeSsse3, decodeSsse3},
                                           {"AVX2", hasAvx2, encodeAvx2, decodeAvx2},
                                           {nullptr, nullptr, nullptr, nullptr}};
-    return Paths;
+    return paths;
 }

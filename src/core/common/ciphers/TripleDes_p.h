@@ -38,8 +38,8 @@ constexpr std::uint64_t expanded(std::uint32_t half)
 /// The inverse: the inner four bits of each group.
 constexpr std::uint32_t contracted(std::uint64_t word)
 {
-    constexpr std::uint32_t Inner = 0x1e1e1e1e;
-    return rotatedRight(std::uint32_t(word >> 32) & Inner, 5) | rotatedRight(std::uint32_t(word) & Inner, 1);
+    constexpr std::uint32_t inner = 0x1e1e1e1e;
+    return rotatedRight(std::uint32_t(word >> 32) & inner, 5) | rotatedRight(std::uint32_t(word) & inner, 1);
 }
 
 struct SubstitutionTables
