@@ -67,7 +67,7 @@ void TestInterface::identifiers()
 {
     QStringList identifiers = identifiersOf<IBasePlugin, IDeviceMgr, IUIPlugin, IMainFrameUIService, ILayout,
                                             INotifyService, ICallUIPlugin>();
-    identifiers.replaceInStrings(QRegularExpression("^com\\.velquor\\.skylume\\.plugin\\."), "");
+    identifiers.replaceInStrings(QRegularExpression(R"(^com\.velquor\.skylume\.plugin\.)"), "");
     QCOMPARE(
         identifiers.join(' '),
         QString("IBasePlugin IDeviceMgr IUIPlugin IMainFrameUIService ILayout INotifyService ICallUIPlugin"));

@@ -25,7 +25,7 @@ private:
     {
         items.replaceInStrings("SYS", QString::number(Platform::systemLanguageId()));
         items.replaceInStrings("USER", QString::number(Platform::userLanguageId()));
-        items.replaceInStrings(QRegularExpression("(.*),(.*),(.*)"), "<item lang='\\1' id='\\2'>\\3</item>");
+        items.replaceInStrings(QRegularExpression("(.*),(.*),(.*)"), R"(<item lang='\1' id='\2'>\3</item>)");
         writeFile(installed("LangAreaForShort.xml"), "<areas>" + items.join("").toUtf8() + "</areas>");
     }
 
@@ -104,7 +104,7 @@ void TestLanguage::start()
     service().setSetting("Startup", "init", mark);
     makeContainer(QByteArray("<l/>"));
     QStringList writes = service().calls().filter("QRVL_SetSettings");
-    writes.replaceInStrings(QRegularExpression("^.*\\(\\w+, |\\)$"), "");
+    writes.replaceInStrings(QRegularExpression(R"(^.*\(\w+, |\)$)"), "");
     QTEST(writes.join("; "), "writes");
     QCOMPARE(Change::m_languageHash["XFramePlugin"]["A"], language);
     QCOMPARE(log().contains("{time}: {file}: isFirstTimeStart: first time startup"), mark == "TRUE");

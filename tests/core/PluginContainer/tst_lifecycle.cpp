@@ -138,7 +138,7 @@ QString TestLifecycle::callsInShort() const
     return calls.join(' ').replace("Bu Au", "Au Bu").replace("Bd Ad", "Ad Bd");
 }
 
-void TestLifecycle::script_data()
+void TestLifecycle::script_data() // NOLINT(readability-function-size): a table
 {
     // hooks: scripts that a plugin runs within a call; log: lines in this order, "{file}: " added
     const auto row = dataTable<QString, QStringList, QString, QStringList>("script", "hooks", "calls", "log");
