@@ -4,7 +4,7 @@
 #include "DataTable.h"
 #include "platform/LanguageId_p.h"
 
-const bool isGerman = qputenv("LC_ALL", "de_DE.UTF-8"); // the user's language, except on Windows
+const bool IsGerman = qputenv("LC_ALL", "de_DE.UTF-8"); // the user's language, except on Windows
 
 class TestLanguage : public CoreTest
 {

@@ -176,14 +176,14 @@ void TestProtectedData::files()
 // Through the same file, which is replaced, and never the same twice.
 void TestProtectedData::filesComeBack()
 {
-    constexpr int Piece = 128 * 1024; // converted at a time
+    constexpr int piece = 128 * 1024; // converted at a time
     const std::pair<QByteArray, int> rows[] = {
         {"text\r\nwith lines\n\x1A", 18},
         {QByteArray("text\0more", 9), 4},
         {"", 0},
         {QByteArray("0123456789\n").repeated(100000), 1100000},
-        {QByteArray(2 * Piece, 'x'), 2 * Piece},
-        {QByteArray(Piece - 1, 'x') + '\0' + QByteArray(2 * Piece, 'y'), Piece - 1},
+        {QByteArray(2 * piece, 'x'), 2 * piece},
+        {QByteArray(piece - 1, 'x') + '\0' + QByteArray(2 * piece, 'y'), piece - 1},
     };
     for (const auto& [text, size] : rows) { // up to the first zero
         const QString file = write("file", text), other = path("other");
