@@ -165,7 +165,8 @@ void TestCustomisation::removedByOperator()
     const auto container = make(mixedRules() + ruleXml("GID", "Gold", {"D"}));
     QVERIFY(log().contains("removed D"));
     container->ApplyCustomizationForDevice("GIDGold");
-    QVERIFY(!container->GetPlugin("D", 0) && !container->isPluginInList("D"));
+    QVERIFY(!container->GetPlugin("D", 0) && !container->isPluginInList("D") &&
+            container->isPluginInList("A"));
     QCOMPARE(container->GetClsidByName("DPlugin"), QString());
     QCOMPARE(container->GetPluginClsidsByType(0), QStringList({"A", "B", "C", "M"}));
 

@@ -126,6 +126,7 @@ void TestLanguage::files()
     QCOMPARE(
         QStringList({record.id, record.lang, record.shortName, record.maccode, record.linuxcode}).join(' '),
         QString("7 L _x-y m n"));
+    QCOMPARE(container->decideDefaultLanguage({}), QString("_en-us"));
     QFile::remove(installed("LangAreaForShort.xml"));
     QCOMPARE(container->decideDefaultLanguage({"L"}), QString("_en-us"));
     QStringList languages{"c"};

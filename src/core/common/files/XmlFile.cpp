@@ -6,18 +6,6 @@
 
 #include <algorithm>
 
-bool XmlFile::read(const QString& path, const Texts& texts, const ElementReader& onStartElement)
-{
-    QFile file(path);
-    if (!open(file, texts))
-        return false;
-    QXmlStreamReader reader(&file);
-    readElements(reader, onStartElement);
-    logFault(reader, path, texts);
-    LOG_DEBUG(texts.done, qUtf8Printable(path));
-    return true;
-}
-
 bool XmlFile::open(QFile& file, const Texts& texts, QIODevice::OpenMode mode)
 {
     if (!file.exists()) {

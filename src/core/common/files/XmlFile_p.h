@@ -26,12 +26,6 @@ struct Texts
 /// Called with the reader on a start element. It may read on; reading continues from where it stops.
 using ElementReader = std::function<void(QXmlStreamReader&)>;
 
-/// Reads a file to its end or to its first fault.
-/// @return whether the file could be opened
-bool read(const QString& path, const Texts& texts, const ElementReader& onStartElement);
-
-// ---- The steps of read(), for formats with other log lines
-
 /// Opens a file for reading, or logs whether it is missing or cannot be opened.
 bool open(QFile& file, const Texts& texts, QIODevice::OpenMode mode = QIODevice::ReadOnly);
 
