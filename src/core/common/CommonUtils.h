@@ -127,13 +127,13 @@ public:
     /// @param parent   the dialog's parent; null for the main window
     /// @param buttons  as for addMessageboxButton(); empty for a single "OK"
     /// @param canClose whether the user can close the dialog without pressing a button
-    /// @return index of the pressed button in the list; -1 if the dialog was closed
+    /// @return index of the pressed button in the list; -1 if the dialog was closed or deleted with its parent
     static int ShowMessage(QWidget* parent, QString title, QString text, QStringList buttons,
                            QMessageBox::Icon icon = QMessageBox::Information, bool canClose = true);
 
     /// Like ShowMessage(), but shows a message box that the caller has set up.
     /// @param box owned by the dialog, which deletes it before this returns; null is ignored
-    /// @return index of the pressed button in box->buttons(); -1 if the dialog was closed or the box is null
+    /// @return index of the pressed button in box->buttons(); -1 as for ShowMessage(), or if the box is null
     static int ShowMessageCustomize(QWidget* parent, QString title, DkMessageBox* box, bool canClose = true);
 
     /// Adds up to three buttons, with the roles YesRole, NoRole and RejectRole in this order; further texts

@@ -158,7 +158,7 @@ void TestCustomisation::deviceSwitch()
     QVERIFY(!make(ruleXml("device", "", {"C"}))->HasRulesFor("")); // never applied
 }
 
-/// A plugin that the operator's rules take out is gone, whoever else wants it; who decided is told all the same.
+/// No other rule brings back a plugin that the operator's rules remove; the status still names the operator.
 void TestCustomisation::removedByOperator()
 {
     service().setSetting("customize", "operator", "northtel");
