@@ -1,9 +1,12 @@
 #include "CallWindow.h"
 
+#include "support/CloseGuard.h"
+#include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QTime>
@@ -32,22 +35,12 @@ QLabel* makePicture()
 } // namespace
 
 CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* parent)
-    : QWidget(parent, Qt::Dialog)
+    : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetFixed)
     , m_stateLabel(Look::quietLabel(QString()))
     , m_hangUp(makeHangUpButton())
 {
     setWindowIcon(Look::tileIcon(Look::Sign::Call));
     setAttribute(Qt::WA_DeleteOnClose);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(Look::Margin * 2, Look::Margin, Look::Margin * 2, Look::Margin);
-    layout->setSpacing(Look::Gap);
-    layout->addWidget(centred(makePicture()));
-    layout->addSpacing(Look::Gap);
-    layout->addWidget(centred(Look::label(number, 1.6, QFont::DemiBold)));
-    layout->addWidget(centred(m_stateLabel));
-    layout->addSpacing(Look::Gap * 2);
-    layout->addWidget(m_hangUp);
-
     m_nextState.setSingleShot(true);
     connect(&m_nextState, &QTimer::timeout, this, &CallWindow::proceed);
     connect(&m_everySecond, &QTimer::timeout, this, &CallWindow::showState);
@@ -56,6 +49,26 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* pa
         setWindowTitle(text(type == UI_CALL_VIDEO ? "IDS_CALL_VIDEO" : "IDS_CALL_VOICE"));
         showState();
     });
+    fillDialog(this, makeContent(number));
+    m_hangUp->setFocus();
+    new CloseGuard(
+        {"IDS_CALL_LEAVE_TITLE", "IDS_CALL_LEAVE_TEXT", "IDS_CALL_LEAVE", "IDS_CALL_STAY"},
+        [this] { return isGoingOn(); }, this);
+}
+
+QWidget* CallWindow::makeContent(const QString& number)
+{
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(Look::Margin * 2, Look::Margin, Look::Margin * 2, Look::Margin);
+    layout->setSpacing(Look::Gap);
+    layout->addWidget(centred(makePicture()));
+    layout->addSpacing(Look::Gap);
+    layout->addWidget(centred(Look::label(number, 1.6, QFont::DemiBold)));
+    layout->addWidget(centred(m_stateLabel));
+    layout->addSpacing(Look::Gap * 2);
+    layout->addWidget(m_hangUp);
+    return content;
 }
 
 QPushButton* CallWindow::makeHangUpButton()
@@ -117,5 +130,14 @@ void CallWindow::hangUpOrClose()
 void CallWindow::closeEvent(QCloseEvent* event)
 {
     enter(State::Ended);
-    event->accept();
+    ExtendDialog::closeEvent(event);
+}
+
+/// Escape is pressed too easily to end a call; it minimises the window instead.
+void CallWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && isGoingOn() && GetTileBar())
+        GetTileBar()->showSmall();
+    else
+        ExtendDialog::keyPressEvent(event);
 }

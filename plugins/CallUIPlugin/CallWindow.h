@@ -1,16 +1,17 @@
 #pragma once
 
+#include "ExtendDialog/ExtendDialog.h"
 #include "PluginContainer/interfaces/ICallUIPlugin.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
-#include <QWidget>
 
 class QLabel;
 class QPushButton;
 
-/// One call from dialling to its end. Closing the window hangs up; after the call it closes automatically.
-class CallWindow : public QWidget
+/// One call from dialling to its end. Closing the window hangs up; after the call it closes automatically. While
+/// the call goes on, the main window asks before it closes.
+class CallWindow : public ExtendDialog
 {
     Q_OBJECT
 
@@ -22,10 +23,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     enum class State { Dialling, InCall, Ended };
 
+    QWidget* makeContent(const QString& number);
     QPushButton* makeHangUpButton();
     void enter(State state);
     void proceed();

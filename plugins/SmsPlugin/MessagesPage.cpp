@@ -1,34 +1,21 @@
 #include "MessagesPage.h"
 
-#include "Change/Change.h"
 #include "MessageDelegate.h"
-#include "MessageText.h"
+#include "MessageView.h"
+#include "MessageWindow.h"
 #include "common/CommonUtils.h"
-#include "support/ElidedLabel.h"
 #include "support/Text.h"
 
-#include <QDateTime>
 #include <QLabel>
 #include <QListWidget>
-#include <QLocale>
+#include <QPushButton>
 #include <QSignalBlocker>
-#include <QTextBrowser>
-#include <QUrl>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int NarrowPage = 520; ///< below this width the message is under the list
 constexpr int KeyRole = MessageDelegate::TextRole + 1;
-
-QString shownTime(const Message& message, QLocale::FormatType dateFormat)
-{
-    const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
-    const QLocale locale(Change::GetLangName());
-    return time.isValid() ? locale.toString(time.date(), dateFormat) + QLatin1Char(' ') +
-                                locale.toString(time.time(), QLocale::ShortFormat)
-                          : QString();
-}
 
 QListWidget* makeList()
 {
@@ -40,19 +27,6 @@ QListWidget* makeList()
     list->setMinimumSize(200, 120);
     keepTranslated(list, [list] { list->setAccessibleName(text("IDS_SMS_TITLE")); });
     return list;
-}
-
-QTextBrowser* makeText()
-{
-    auto* browser = new QTextBrowser;
-    browser->setOpenLinks(false);
-    browser->setFrameShape(QFrame::NoFrame);
-    browser->document()->setDocumentMargin(0);
-    keepTranslated(browser, [browser] { browser->setAccessibleName(text("IDS_SMS_MESSAGE")); });
-    QObject::connect(browser, &QTextBrowser::anchorClicked, browser, [](const QUrl& target) {
-        CommonUtils::OpenUrl(urlToOpen(target.toString(QUrl::FullyEncoded)));
-    });
-    return browser;
 }
 
 QListWidgetItem* makeItem(const Message& message)
@@ -79,6 +53,7 @@ MessagesPage::MessagesPage(QWidget* parent)
     content()->addStretch();
     connect(m_reader, &QThread::finished, this, &MessagesPage::takeMessages);
     connect(m_list, &QListWidget::currentRowChanged, this, &MessagesPage::showChosen);
+    connect(m_list, &QListWidget::itemActivated, this, &MessagesPage::openChosen);
     keepTranslated(this, [this] { showMessages(); });
     readMessages();
 }
@@ -93,21 +68,32 @@ void MessagesPage::devicesChanged()
 QWidget* MessagesPage::makePane()
 {
     m_list = makeList();
-    m_sender = new ElidedLabel;
-    Look::setFont(m_sender, 1.0, QFont::DemiBold);
-    m_time = Look::quietLabel(QString());
-    m_text = makeText();
+    m_view = new MessageView;
     auto* message = new QVBoxLayout;
-    message->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
-    message->addWidget(m_sender);
-    message->addWidget(m_time);
-    message->addWidget(m_text, 1);
+    message->addWidget(m_view, 1);
+    message->addWidget(makeOpenButton(), 0, Qt::AlignTrailing);
     auto* panel = new Surface;
     m_columns = new QHBoxLayout(panel);
     m_columns->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
     m_columns->addWidget(m_list, 2);
     m_columns->addLayout(message, 3);
     return panel;
+}
+
+QWidget* MessagesPage::makeOpenButton()
+{
+    auto* button = new QPushButton;
+    connect(button, &QPushButton::clicked, this, &MessagesPage::openChosen);
+    keepTranslated(button, [button] { setCaption(button, "IDS_SMS_OPEN"); });
+    return button;
+}
+
+void MessagesPage::openChosen()
+{
+    if (m_messages.isEmpty())
+        return;
+    QWidget* const mainWindow = CommonUtils::GetMainWindow();
+    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window());
 }
 
 void MessagesPage::readMessages()
@@ -148,14 +134,7 @@ void MessagesPage::showMessages()
 
 void MessagesPage::showChosen()
 {
-    const Message message = m_messages.value(m_list->currentRow());
-    m_sender->setFullText(message.sender);
-    m_time->setText(shownTime(message, QLocale::LongFormat));
-    const QString rich = richMessage(message.text);
-    if (m_text->property("message") == rich)
-        return; // the user may be reading it
-    m_text->setHtml(rich);
-    m_text->setProperty("message", rich);
+    m_view->setMessage(m_messages.value(m_list->currentRow()));
 }
 
 void MessagesPage::showState()

@@ -4,11 +4,10 @@
 #include "support/Modems.h"
 #include "support/Page.h"
 
-class ElidedLabel;
+class MessageView;
 class QBoxLayout;
 class QLabel;
 class QListWidget;
-class QTextBrowser;
 
 /// The messages of the attached modems: a list, and the selected message next to it.
 class MessagesPage : public Page
@@ -29,6 +28,8 @@ protected:
 
 private:
     QWidget* makePane();
+    QWidget* makeOpenButton();
+    void openChosen();
     void takeMessages();
     void showMessages();
     void showChosen();
@@ -42,7 +43,5 @@ private:
     QWidget* m_panel;
     QBoxLayout* m_columns;
     QListWidget* m_list;
-    ElidedLabel* m_sender;
-    QLabel* m_time;
-    QTextBrowser* m_text;
+    MessageView* m_view;
 };

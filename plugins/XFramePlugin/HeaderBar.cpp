@@ -1,5 +1,6 @@
 #include "HeaderBar.h"
 
+#include "FrameStyle.h"
 #include "PluginStatusText.h"
 #include "common/CommonUtils.h"
 #include "support/ElidedLabel.h"
@@ -118,13 +119,24 @@ void HeaderBar::showSituation(const Situation& situation)
     refresh();
 }
 
+void HeaderBar::becomeTitle()
+{
+    m_isTitle = true;
+    m_picture->hide();
+}
+
+int HeaderBar::pictureSize(bool isCompact)
+{
+    return isCompact ? CompactPictureSize : PictureSize;
+}
+
 void HeaderBar::setCompact(bool isCompact)
 {
-    const int size = isCompact ? CompactPictureSize : PictureSize;
+    const int size = pictureSize(isCompact);
     const int side = isCompact ? Look::Gap * 2 : Look::Margin;
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
-    m_picture->setPixmap(Look::tileIcon(Look::Sign::Signal).pixmap(size, size));
-    layout()->setContentsMargins(side, top, side, top);
+    m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
+    layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
     m_facts->setVisible(!isCompact);
 }
 
@@ -141,6 +153,8 @@ void HeaderBar::refresh()
 
 void HeaderBar::paintEvent(QPaintEvent*)
 {
+    if (m_isTitle)
+        return;
     QPainter painter(this);
     painter.fillRect(rect(), palette().base());
     painter.fillRect(rect().adjusted(0, height() - 1, 0, 0), Look::lineColor(palette()));

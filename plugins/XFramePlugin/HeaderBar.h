@@ -18,8 +18,14 @@ class HeaderBar : public QWidget
 public:
     explicit HeaderBar(QWidget* parent = nullptr);
 
+    /// Leaves picture and background to the title bar that the header has been put into.
+    void becomeTitle();
+
     void showSituation(const Situation& situation);
     void setCompact(bool isCompact);
+
+    /// The size of the picture of the current form, in pixels.
+    static int pictureSize(bool isCompact);
 
     /// Adds a button that opens a menu; the caller sets its text.
     QToolButton* addMenu(QMenu* menu);
@@ -33,6 +39,7 @@ private:
     void refresh();
 
     Situation m_situation;
+    bool m_isTitle = false;
     QLabel* m_picture;
     ElidedLabel* m_modem;
     ElidedLabel* m_modemState;

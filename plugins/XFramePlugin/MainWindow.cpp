@@ -1,14 +1,16 @@
 #include "MainWindow.h"
 
+#include "AboutDialog.h"
 #include "Change/Change.h"
 #include "Change/LanguageFiles.h"
+#include "FrameStyle.h"
 #include "HeaderBar.h"
 #include "LanguageMenu.h"
 #include "LanguageSwitch.h"
 #include "PluginsPage.h"
 #include "Skin.h"
+#include "WindowFrame.h"
 #include "common/CommonUtils.h"
-#include "support/Look.h"
 #include "support/Text.h"
 
 #include <QAction>
@@ -24,7 +26,9 @@ namespace {
 
 constexpr QLatin1String SettingsSection("mainwindow");
 constexpr QLatin1String CompactKey("compact");
+constexpr QLatin1String MaximizedKey("maximized");
 constexpr QLatin1String IsSet("true");
+constexpr QLatin1String IsNotSet("false");
 
 /// The differences between the normal and the compact window.
 struct Form
@@ -36,6 +40,14 @@ struct Form
 
 constexpr Form UsualForm{QLatin1String("geometry"), {760, 520}, {960, 640}};
 constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
+
+Qt::WindowFlags windowFlags(bool hasOwnFrame)
+{
+    if (!hasOwnFrame)
+        return Qt::Window;
+    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
+           Qt::WindowCloseButtonHint;
+}
 
 const Form& currentForm()
 {
@@ -53,7 +65,7 @@ void readCompactSetting()
 } // namespace
 
 MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
-    : QWidget(parent, Qt::Window)
+    : QWidget(parent, ::windowFlags(FrameStyle::isOwn()))
     , m_language(language)
     , m_header(new HeaderBar)
     , m_pluginsPage(new PluginsPage(nullptr))
@@ -61,11 +73,14 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     readCompactSetting();
     applySkin();
     setWindowTitle(QGuiApplication::applicationDisplayName());
-    setWindowIcon(Look::tileIcon(Look::Sign::Signal));
+    setWindowIcon(FrameStyle::picture());
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_header);
+    if (FrameStyle::isOwn())
+        m_frame = new WindowFrame(this, layout, m_header);
+    else
+        layout->addWidget(m_header);
     addMenus();
     adaptToForm();
 }
@@ -99,6 +114,7 @@ void MainWindow::showSituation(const Situation& situation)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    hide(); // remembering the place of a maximised window restores it
     rememberPlace();
     QWidget::closeEvent(event);
 }
@@ -130,11 +146,14 @@ QMenu* MainWindow::makeMainMenu()
     compact->setCheckable(true);
     compact->setChecked(CommonUtils::IsMiniMode());
     connect(compact, &QAction::toggled, this, &MainWindow::setCompact);
+    QAction* about = menu->addAction(QString());
+    connect(about, &QAction::triggered, this, [this] { showAbout(this); });
     QAction* quit = menu->addAction(QString());
     connect(quit, &QAction::triggered, this, &QWidget::close);
     addActions(menu->actions()); // shortcuts work with the menu closed
     keepTranslated(this, [=] {
         setCaption(compact, "IDS_MENU_COMPACT");
+        setCaption(about, "IDS_MENU_ABOUT");
         setCaption(quit, "IDS_MENU_QUIT");
     });
     return menu;
@@ -151,7 +170,7 @@ void MainWindow::useLanguage(const QString& code)
 void MainWindow::setCompact(bool isCompact)
 {
     rememberPlace();
-    CommonUtils::SetSettings(SettingsSection, CompactKey, isCompact ? IsSet : QLatin1String("false"));
+    CommonUtils::SetSettings(SettingsSection, CompactKey, isCompact ? IsSet : IsNotSet);
     readCompactSetting();
     applySkin();
     adaptToForm();
@@ -159,7 +178,10 @@ void MainWindow::setCompact(bool isCompact)
 
 void MainWindow::adaptToForm()
 {
-    m_header->setCompact(CommonUtils::IsMiniMode());
+    const bool isCompact = CommonUtils::IsMiniMode();
+    m_header->setCompact(isCompact);
+    if (m_frame)
+        m_frame->setPictureSize(HeaderBar::pictureSize(isCompact));
     setMinimumSize(currentForm().smallest);
     restorePlace();
 }
@@ -167,15 +189,21 @@ void MainWindow::adaptToForm()
 void MainWindow::restorePlace()
 {
     const QString geometry = CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey);
-    if (restoreGeometry(QByteArray::fromBase64(geometry.toLatin1())))
-        return;
-    const QRect available = screen()->availableGeometry();
-    const QSize size = currentForm().first.boundedTo(available.size());
-    setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+    if (!restoreGeometry(QByteArray::fromBase64(geometry.toLatin1()))) {
+        const QRect available = screen()->availableGeometry();
+        const QSize size = currentForm().first.boundedTo(available.size());
+        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+    }
+    if (m_frame && !CommonUtils::IsMiniMode())
+        m_frame->setMaximized(CommonUtils::GetSettings(SettingsSection, MaximizedKey) == IsSet);
 }
 
-void MainWindow::rememberPlace() const
+void MainWindow::rememberPlace()
 {
+    if (m_frame && !CommonUtils::IsMiniMode())
+        CommonUtils::SetSettings(SettingsSection, MaximizedKey, m_frame->isMaximized() ? IsSet : IsNotSet);
+    if (m_frame)
+        m_frame->setMaximized(false); // the place to remember is the one that the window returns to
     const QString geometry = QString::fromLatin1(saveGeometry().toBase64());
     CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey, geometry);
 }

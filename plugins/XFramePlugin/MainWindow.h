@@ -7,12 +7,14 @@ class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
 class QMenu;
+class WindowFrame;
 struct Situation;
 
-/// The main window: a header with the menus, the pages below it, and the status bar at the bottom. It can be
-/// made compact, which is the application's mini mode. The window stores this in the section "mainwindow" of
-/// the settings ("compact"), together with the size and position of both forms ("geometry",
-/// "compactgeometry").
+/// The main window: a header with the menus, the pages below it, and the status bar at the bottom. The header
+/// is part of the title bar unless the desktop frames the window, see FrameStyle. The window can be made
+/// compact, which is the application's mini mode. It stores this in the section "mainwindow" of the settings
+/// ("compact"), together with the size and position of both forms ("geometry", "compactgeometry") and whether
+/// it is maximised ("maximized").
 class MainWindow : public QWidget
 {
     Q_OBJECT
@@ -35,6 +37,9 @@ public:
     /// Shows the attached modems and the current customisation key.
     void showSituation(const Situation& situation);
 
+    /// Stores size and position for the next start.
+    void rememberPlace();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -45,9 +50,9 @@ private:
     void setCompact(bool isCompact);
     void adaptToForm();
     void restorePlace();
-    void rememberPlace() const;
 
     LanguageSwitch& m_language;
     HeaderBar* m_header;
+    WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     QPointer<PluginsPage> m_pluginsPage;
 };

@@ -1,6 +1,7 @@
 #include "XFramePlugin.h"
 
 #include "DeviceFollower.h"
+#include "FrameStyle.h"
 #include "LanguageSwitch.h"
 #include "MainWindow.h"
 #include "PageSet.h"
@@ -30,8 +31,8 @@ void XFramePlugin::Destroy()
     UnSDKRegisterEvent();
     Startup::CloseSplashScreen();
     m_follower.reset();
-    if (m_window)
-        m_window->close();
+    if (m_window && m_window->isVisible())
+        m_window->rememberPlace();
     delete m_window;
     m_language.reset();
 }
@@ -70,4 +71,19 @@ QWidget* XFramePlugin::GetMainWindow()
 QString XFramePlugin::GetLayoutPluginClsid()
 {
     return LayoutPluginClsid;
+}
+
+bool XFramePlugin::UsesCustomFrame()
+{
+    return FrameStyle::isOwn();
+}
+
+int XFramePlugin::GetTitleHeight()
+{
+    return FrameStyle::DialogTitleHeight;
+}
+
+int XFramePlugin::GetFrameWidth()
+{
+    return FrameStyle::BorderWidth;
 }

@@ -35,6 +35,9 @@ public:
 
     QWidget* GetMainWindow() override;
     QString GetLayoutPluginClsid() override;
+    bool UsesCustomFrame() override;
+    int GetTitleHeight() override;
+    int GetFrameWidth() override;
 
 private:
     void closeSplashScreen();

@@ -144,7 +144,12 @@ void ExtendDialog::changeSize(QSize widgetSize)
 
 void ExtendDialog::getCornerRegion(QRegion& left, QRegion& right) const
 {
-    const DialogPlacement::Corners corners = DialogPlacement::corners(width());
+    cornerRegions(width(), left, right);
+}
+
+void ExtendDialog::cornerRegions(int width, QRegion& left, QRegion& right)
+{
+    const DialogPlacement::Corners corners = DialogPlacement::corners(width);
     left = corners.left;
     right = corners.right;
 }

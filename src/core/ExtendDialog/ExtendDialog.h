@@ -69,6 +69,9 @@ public:
     /// Writes the parts of the upper corners that lie outside their rounding.
     void getCornerRegion(QRegion& left, QRegion& right) const;
 
+    /// As getCornerRegion(), for any window of the given width in pixels.
+    static void cornerRegions(int width, QRegion& left, QRegion& right);
+
 public Q_SLOTS:
     /// Resizes the dialog around a main widget of this size.
     void changeSize(QSize widgetSize);

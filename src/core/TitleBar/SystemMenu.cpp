@@ -6,6 +6,7 @@
 #include "platform/SystemMenu_p.h"
 
 #include <QMenu>
+#include <QToolButton>
 #include <QWindow>
 
 namespace {
@@ -99,7 +100,9 @@ void SystemMenu::run(SystemMenuStates::Entry entry)
             window->startSystemMove();
         break;
     case Minimize:
-        m_titleBar.showSmall();
+        // What the button does; a main window may have connected it to something else than showSmall().
+        if (auto* const button = m_titleBar.findChild<QToolButton*>(QStringLiteral("Core_ButtonMinimize")))
+            button->click();
         break;
     case Maximize:
         m_titleBar.showMax();

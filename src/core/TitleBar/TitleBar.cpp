@@ -3,10 +3,12 @@
 
 #include "Change/Change.h"
 #include "TitleBar/SystemMenu_p.h"
+#include "TitleBar/TitleButton_p.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 #include "common/settings/Setting_p.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -16,14 +18,6 @@ namespace {
 constexpr int IconSize = 16;
 constexpr int Spacing = 2;
 constexpr QSize SmallestTitle{30, 15};
-
-QToolButton* makeButton(QWidget* parent, const char* name)
-{
-    auto* button = new QToolButton(parent);
-    button->setObjectName(QLatin1String(name));
-    button->setFocusPolicy(Qt::NoFocus);
-    return button;
-}
 
 QLabel* makeLabel(QWidget* parent, const char* name, QSize smallest)
 {
@@ -55,10 +49,10 @@ TitleBar::TitleBar(QWidget* parent, int)
 
 void TitleBar::makeParts()
 {
-    m_pButtonMinimize = makeButton(this, "Core_ButtonMinimize");
-    m_pButtonMaximize = makeButton(this, "Core_ButtonMaximize");
-    m_pButtonRestore = makeButton(this, "Core_ButtonRestore");
-    m_pButtonClose = makeButton(this, "Core_ButtonClose");
+    m_pButtonMinimize = new TitleButton(TitleButton::Minimize, this);
+    m_pButtonMaximize = new TitleButton(TitleButton::Maximize, this);
+    m_pButtonRestore = new TitleButton(TitleButton::Restore, this);
+    m_pButtonClose = new TitleButton(TitleButton::Close, this);
     m_pLabelIcon = makeLabel(this, "Core_LabelTitleIcon", {0, IconSize});
     setCusTitleBarIcon({}, IconSize, IconSize);
     m_pLabelTitle = makeLabel(this, "Core_LabelTitle", SmallestTitle);
@@ -93,6 +87,15 @@ void TitleBar::connectButtons()
     // A press on the icon that closes the menu must not open it again.
     connect(m_pSystemMenu, &SystemMenu::closed, this,
             [this] { m_bMenuShown = isIconPressed(mapFromGlobal(QCursor::pos())); });
+}
+
+void TitleBar::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        for (TitleButton* const button : findChildren<TitleButton*>(QString(), Qt::FindDirectChildrenOnly))
+            button->translate();
+    }
+    QFrame::changeEvent(event);
 }
 
 void TitleBar::SetWindowTitle(QString const& title)

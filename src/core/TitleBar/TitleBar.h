@@ -20,6 +20,9 @@ struct TileCell;
 /// title bars of the process share one grid of tiles. It is laid out for the screen of the first window that
 /// is minimised and never changes afterwards. With SetMinimizeBehavior(true) the window is hidden instead.
 ///
+/// The buttons are drawn in the colour of their text unless the skin gives them icons (qproperty-icon). They
+/// have names for assistive tools, but do not take the keyboard focus.
+///
 /// Style sheets find the parts by their object names: "Core_ButtonMinimize", "Core_ButtonMaximize",
 /// "Core_ButtonRestore", "Core_ButtonClose", "Core_LabelTitleIcon" and "Core_LabelTitle".
 ///
@@ -141,6 +144,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void enterEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "common/CommonUtils.h"
+
+#include <QIcon>
+
+/// The frame of the application's windows.
+namespace FrameStyle {
+
+// In device-independent pixels.
+constexpr int BorderWidth = 4;        ///< around each window
+constexpr int DialogTitleHeight = 34; ///< of the title bars of dialogs
+
+/// Whether windows draw their own frame. The setting "systemframe" of the section "mainwindow" switches it off.
+inline bool isOwn()
+{
+    return CommonUtils::GetSettings(QLatin1String("mainwindow"), QLatin1String("systemframe")) !=
+           QLatin1String("true");
+}
+
+/// The picture of the application, in windows and title bars.
+inline QIcon picture()
+{
+    return QIcon(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/XFramePlugin/Startup.png"));
+}
+
+} // namespace FrameStyle

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+
+class HeaderBar;
+class QVBoxLayout;
+class TitleBar;
+class WindowEdges;
+
+/// The application's own frame around the main window: one bar that is title bar and header, a border with
+/// which the window is resized, and rounded upper corners. Minimising the window hides the other windows of the
+/// application; they return with it.
+class WindowFrame : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Puts the title bar at the top of the layout and the header into it.
+    /// @param window frameless; it owns the frame and all its parts
+    /// @param layout of the window
+    WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header);
+
+    /// The height of the picture at the start of the title bar, in pixels.
+    void setPictureSize(int size);
+
+    bool isMaximized() const;
+    void setMaximized(bool isMaximized);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void takeHeader(HeaderBar* header);
+    void minimize();
+    void windowStateChanged(Qt::WindowStates before);
+    void roundCorners();
+    void paint();
+
+    QWidget* m_window;
+    TitleBar* m_titleBar;
+    WindowEdges* m_edges;
+};

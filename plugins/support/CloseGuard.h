@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+
+/// Asks the user before the main window closes while something would be lost. GUI thread only.
+class CloseGuard : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Identifiers of this plugin's strings.
+    struct Question
+    {
+        const char* title;
+        const char* text;
+        const char* leave; ///< label of the button that closes the window
+        const char* stay;
+    };
+
+    /// Watches the main window, which must exist, until this object is deleted.
+    /// @param isNeeded called on each attempt to close the window; true asks the question
+    /// @param parent   owns this object
+    CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool mayClose() const;
+
+    Question m_question;
+    std::function<bool()> m_isNeeded;
+};

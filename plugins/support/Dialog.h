@@ -1,0 +1,7 @@
+#pragma once
+
+#include "ExtendDialog/ExtendDialog.h"
+
+/// Puts content into a dialog of the application and fits the dialog to it. GUI thread only.
+/// @param content its minimum size is kept; the dialog owns it from now on
+void fillDialog(ExtendDialog* dialog, QWidget* content);
