@@ -59,6 +59,14 @@ long QRVL_DevSrv_GetAvailableDeviceList(QRVL_AvailableDeviceList* list)
     return QRVL_OK;
 }
 
+long QRVL_DevSrv_GetUnusableDeviceList(QRVL_AvailableDeviceList* list)
+{
+    if (!list)
+        return QRVL_ERROR_ARGUMENT;
+    DeviceRecord::fillList(Service::devices().unusable(), *list);
+    return QRVL_OK;
+}
+
 long QRVL_DevSrv_GetCustomizeName(char* name)
 {
     if (!name)

@@ -1,5 +1,6 @@
 #include "Service.h"
 
+#include "backends/simulator/Simulator.h"
 #include "devices/DeviceService.h"
 #include "files/Places.h"
 #include "platform/Platform.h"
@@ -21,7 +22,7 @@ Settings& Service::settings()
 DeviceService& Service::devices()
 {
     static DeviceService* const devices = [] {
-        auto* const made = new DeviceService(Places::simulatorFiles());
+        auto* const made = new DeviceService(std::make_unique<Simulator>(Places::simulatorFiles()));
         Platform::atExit([] { Service::devices().finish(); });
         return made;
     }();

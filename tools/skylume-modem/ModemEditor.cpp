@@ -1,6 +1,6 @@
 #include "ModemEditor.h"
 
-#include "simulator/SimulatorFile.h"
+#include "backends/simulator/SimulatorFile.h"
 
 #include <QDateTime>
 
@@ -32,12 +32,11 @@ QString namesOf(const Modems& modems)
 
 } // namespace
 
-ModemEditor::ModemEditor(const QByteArray& content, QString& error)
-    : m_document(content)
+ModemEditor::ModemEditor(IniDocument& document)
+    : m_document(document)
 {
     QStringList errors;
     m_modems = SimulatorFile::read(m_document, errors);
-    error = errors.value(0);
 }
 
 bool ModemEditor::attach(const QString& model, const QString& name, const QMap<QString, QString>& values,
@@ -76,11 +75,7 @@ bool ModemEditor::addMessage(const QString& text, const QMap<QString, QString>& 
     const QString name = theOne(text, error);
     if (name.isNull())
         return false;
-    const QVector<QString> sections = m_document.sections();
-    int identifier = 1;
-    while (sections.contains(SimulatorFile::messageSectionOf(QString::number(identifier))))
-        ++identifier;
-    const QString section = SimulatorFile::messageSectionOf(QString::number(identifier));
+    const QString section = SimulatorFile::messageSectionOf(SimulatorFile::freeMessage(m_document));
     m_document.set(section, QStringLiteral("modem"), name);
     m_document.set(section, QStringLiteral("time"), QDateTime::currentDateTime().toString(Qt::ISODate));
     for (auto value = values.cbegin(); value != values.cend(); ++value)

@@ -6,18 +6,17 @@
 #include <QMap>
 #include <QString>
 
-/// Edits the text of a simulator file. All other lines stay as they are.
+/// Edits a simulator file. All other lines stay as they are.
 ///
 /// Modems are found by name or, if no name matches, by model; upper and lower case are the same. An operation
 /// that fails changes nothing and says why in `error`.
 class ModemEditor
 {
 public:
-    /// If the content is not a valid simulator file, `error` says why, and it must not be edited.
-    ModemEditor(const QByteArray& content, QString& error);
+    /// The document must be a valid simulator file.
+    explicit ModemEditor(IniDocument& document);
 
     const Modems& modems() const { return m_modems; }
-    QByteArray toBytes() const { return m_document.toBytes(); }
 
     /// Attaches the modem with that name, or with that model if `name` is empty; adds one if there is none.
     /// `values` are keys of the simulator file and their new values.
@@ -41,6 +40,6 @@ private:
     Modems attached() const;
     void set(const QString& name, const QString& key, const QString& value);
 
-    IniDocument m_document;
+    IniDocument& m_document;
     Modems m_modems;
 };

@@ -1,6 +1,6 @@
 #include "ModemTable.h"
 
-#include "simulator/SimulatorFile.h"
+#include "backends/simulator/SimulatorFile.h"
 
 #include <QStringList>
 #include <QVector>

@@ -2,23 +2,24 @@
 
 #include "ModemEditor.h"
 #include "ModemTable.h"
-#include "files/FileAccess.h"
+#include "backends/simulator/SimulatorFile.h"
+#include "backends/simulator/SimulatorStore.h"
+#include "files/IniDocument.h"
+#include "files/KnownFile.h"
 #include "files/Places.h"
-#include "simulator/SimulatorFile.h"
+#include "qrvl.h"
 #include "support/Tool.h"
 
 #include <QCommandLineParser>
-#include <QFileInfo>
+#include <QDateTime>
+#include <QFile>
 
 #include <algorithm>
 #include <cstdio>
 
-using namespace std::chrono_literals;
 using FileAccess::Content;
 
 namespace {
-
-constexpr auto LockPatience = 5s;
 
 /// An option with the name of a key in the simulator's file.
 struct ValueOption
@@ -40,6 +41,23 @@ constexpr ValueOption ModemOptions[] = {
     {"received", "Bytes received so far.", "number"},
     {"sent", "Bytes sent so far.", "number"},
     {"answer-time", "How long it takes to read each value of a message.", "milliseconds"},
+    {"request-time", "How long it takes to connect, send and so on.", "milliseconds"},
+    {"failure",
+     "Lets connecting and sending fail: refused, no-coverage, access-point, timeout, permission, full or "
+     "failed; empty for success.",
+     "reason"},
+    {"sim", "State of the SIM: ready, absent, pin, puk, blocked, locked or error.", "state"},
+    {"pin-tries", "How many wrong PINs the SIM still accepts.", "number"},
+    {"puk-tries", "How many wrong PUKs the SIM still accepts.", "number"},
+    {"number", "Telephone number of the SIM.", "number"},
+    {"iccid", "Number of the SIM card.", "digits"},
+    {"registration", "home, roaming, searching, denied or idle; derived from the network if empty.", "state"},
+    {"network-name", "Name of the network.", "name"},
+    {"technology", "gsm, gprs, edge, umts, hspa, hspa+, lte or 5g.", "name"},
+    {"manufacturer", "Manufacturer of the modem.", "name"},
+    {"firmware", "Version of the modem's firmware.", "text"},
+    {"imei", "Serial number of the modem.", "digits"},
+    {"state.reason", "Why a modem has failed: sim-error, no-profile, capabilities or unknown.", "reason"},
 };
 constexpr ValueOption MessageOptions[] = {
     {"sender", "Sender of the message.", "number"},
@@ -94,6 +112,39 @@ bool setValues(const Request& request, ModemEditor& editor, QString& error)
     return editor.setValues(request.modem, request.values, error);
 }
 
+/// The PIN is read from standard input, because other users can see the arguments of a process.
+bool lockSim(const Request& request, ModemEditor& editor, QString& error)
+{
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return false;
+    const QString pin = QString::fromLatin1(input.readLine().trimmed());
+    if (pin.isEmpty()) {
+        error = QStringLiteral("write the PIN to the standard input");
+        return false;
+    }
+    return editor.setValues(request.modem,
+                            {{QStringLiteral("sim"), QStringLiteral("pin")},
+                             {QStringLiteral("pin"), pin},
+                             {QStringLiteral("pin-tries"), QString()},
+                             {QStringLiteral("puk-tries"), QString()}},
+                            error);
+}
+
+/// As if another program had done it.
+template <bool isConnected>
+bool setConnection(const Request& request, ModemEditor& editor, QString& error)
+{
+    const QString since = QString::number(QDateTime::currentSecsSinceEpoch());
+    return editor.setValues(request.modem,
+                            {{QStringLiteral("connection"),
+                              isConnected ? QStringLiteral("connected") : QStringLiteral("disconnected")},
+                             {QStringLiteral("connection.since"), isConnected ? since : QString()},
+                             {QStringLiteral("connection.error"),
+                              isConnected ? QString() : QString::number(QRVL_ERROR_CANCELLED)}},
+                            error);
+}
+
 bool addMessage(const Request& request, ModemEditor& editor, QString& error)
 {
     return editor.addMessage(request.modem, request.message, error);
@@ -112,7 +163,11 @@ constexpr Command Commands[] = {
     {"attach", ModemPart | NamePart | ValuesPart, ModemPart, attach},
     {"detach", ModemPart, 0, setState<Modem::Detached>},
     {"reject", ModemPart, 0, setState<Modem::Rejected>},
+    {"fail", ModemPart, 0, setState<Modem::Failed>},
     {"set", ModemPart | ValuesPart, ValuesPart, setValues},
+    {"lock", ModemPart, 0, lockSim},
+    {"connect", ModemPart, 0, setConnection<true>},
+    {"disconnect", ModemPart, 0, setConnection<false>},
     {"message", ModemPart | MessagePart, MessagePart, addMessage},
     {"list", 0, 0, nullptr},
 };
@@ -133,7 +188,11 @@ void defineArguments(QCommandLineParser& parser)
         "  detach [MODEM]   detaches a modem; without MODEM the only attached one\n"
         "  reject [MODEM]   rejects a modem, as an operator lock does; without MODEM the only attached "
         "one\n"
+        "  fail [MODEM]     lets a modem fail\n"
         "  set [MODEM]      changes values of a modem; without MODEM the only attached one\n"
+        "  lock [MODEM]     locks the SIM with the PIN that it reads from standard input\n"
+        "  connect [MODEM]  connects a modem, as another program would\n"
+        "  disconnect [MODEM]  disconnects a modem, as another program would\n"
         "  message [MODEM]  sends a text message to a modem; without MODEM to the only attached one\n"
         "  list             lists all known modems\n\n"
         "MODEM is a modem's name or model; upper and lower case are the same."));
@@ -146,8 +205,7 @@ void defineArguments(QCommandLineParser& parser)
         add(option.name, "With attach and set: " + QByteArray(option.help), option.value);
     for (const ValueOption& option : MessageOptions)
         add(option.name, "With message: " + QByteArray(option.help), option.value);
-    parser.addPositionalArgument(QStringLiteral("command"),
-                                 QStringLiteral("attach, detach, reject, set, message or list"));
+    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("one of the commands above"));
     parser.addPositionalArgument(QStringLiteral("modem"), QStringLiteral("what the command is about"),
                                  QStringLiteral("[modem]"));
 }
@@ -196,49 +254,45 @@ void print(const QString& text)
     std::fputs(text.toLocal8Bit().constData(), stdout);
 }
 
-/// Reads the first of the files that exists. If the command changes something, writes the first file.
-bool run(const Command& command, const Request& request, const QStringList& files, QString& error)
+/// Reads the first of the files that exists.
+bool list(const QStringList& files, QString& error)
 {
-    const auto exists = [](const QString& file) {
-        return QFileInfo::exists(file);
-    };
-    const auto found = std::find_if(files.begin(), files.end(), exists);
-    const Content content = FileAccess::read(found == files.end() ? files.first() : *found);
-    if (content.status == Content::Unreadable) {
-        error = QStringLiteral("it cannot be read");
+    const Content content = KnownFile(files).look().value_or(Content());
+    if (content.status != Content::Read) {
+        error = content.status == Content::Missing ? QStringLiteral("there is no such file")
+                                                   : QStringLiteral("it cannot be read");
         return false;
     }
-    if (content.status == Content::Missing && command.edit != attach) {
-        error = QStringLiteral("there is no such file");
-        return false;
-    }
-    ModemEditor editor(content.bytes, error);
-    if (!error.isEmpty())
-        return false;
-    if (!command.edit) {
-        print(modemTable(editor.modems()));
+    QStringList errors;
+    const Modems modems = SimulatorFile::read(IniDocument(content.bytes), errors);
+    error = errors.value(0);
+    if (errors.isEmpty())
+        print(modemTable(modems));
+    return errors.isEmpty();
+}
+
+bool change(const Command& command, const Request& request, const QStringList& files, QString& error)
+{
+    QString newModem; // perhaps its name was mistyped
+    const auto edit = [&](IniDocument& document, QString& reason) {
+        ModemEditor editor(document);
+        const int before = editor.modems().size();
+        if (!command.edit(request, editor, reason))
+            return false;
+        const Modems after = ModemEditor(document).modems();
+        newModem = after.size() > before ? after.last().name : QString();
         return true;
-    }
-    if (!command.edit(request, editor, error))
+    };
+    if (!SimulatorStore::change(files, command.edit == attach, edit, error))
         return false;
-    const QByteArray changed = editor.toBytes();
-    const ModemEditor check(changed, error); // finds invalid values
-    if (!error.isEmpty() || !FileAccess::replace(files.first(), changed, error))
-        return false;
-    if (check.modems().size() > editor.modems().size()) // perhaps the name was mistyped
-        print(QStringLiteral("\"%1\" is a new modem\n").arg(check.modems().last().name));
+    if (!newModem.isEmpty())
+        print(QStringLiteral("\"%1\" is a new modem\n").arg(newModem));
     return true;
 }
 
-bool runLocked(const Command& command, const Request& request, const QStringList& files, QString& error)
+bool run(const Command& command, const Request& request, const QStringList& files, QString& error)
 {
-    if (!command.edit)
-        return run(command, request, files, error);
-    FileAccess::ProcessLock lock(files.first());
-    if (lock.lock(LockPatience))
-        return run(command, request, files, error);
-    error = lock.errorString();
-    return false;
+    return command.edit ? change(command, request, files, error) : list(files, error);
 }
 
 int runTool(const QCommandLineParser& parser)
@@ -249,7 +303,7 @@ int runTool(const QCommandLineParser& parser)
         return Tool::fail(error + QStringLiteral("; see --help"), Tool::UsageError);
     const QString file = parser.value(QStringLiteral("file"));
     const QStringList files = file.isEmpty() ? Places::simulatorFiles() : QStringList(file);
-    if (!runLocked(*commandOf(request), request, files, error))
+    if (!run(*commandOf(request), request, files, error))
         return Tool::fail(files.first() + QStringLiteral(": ") + error, Tool::Failure);
     return Tool::Success;
 }

@@ -14,10 +14,10 @@ bool contains(const Callbacks& list, QRVL_DevCallback callback)
     return std::find(list.begin(), list.end(), callback) != list.end();
 }
 
-void call(QRVL_DevCallback callback, int event)
+void call(QRVL_DevCallback callback, int event, void* data)
 {
     try {
-        callback(event, nullptr);
+        callback(event, data);
     } catch (const std::exception& exception) {
         qCWarning(logDeviceSdk, "A callback threw at event %d: %s", event, exception.what());
     } catch (...) {
@@ -52,13 +52,13 @@ bool CallbackRegistry::remove(List list, QRVL_DevCallback callback)
     return true;
 }
 
-void CallbackRegistry::dispatch(int event)
+void CallbackRegistry::dispatch(int event, void* data)
 {
     qCDebug(logDeviceSdk, "Event %d", event);
     for (const QRVL_DevCallback callback : everyCallback()) {
         if (!begin(callback))
             continue;
-        call(callback, event);
+        call(callback, event, data);
         end();
     }
 }

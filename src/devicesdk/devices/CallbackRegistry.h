@@ -23,7 +23,7 @@ public:
     bool remove(List list, QRVL_DevCallback callback);
 
     /// Calls each registered callback once with the event, holding no lock. Exceptions are logged as warnings.
-    void dispatch(int event);
+    void dispatch(int event, void* data = nullptr);
 
 private:
     bool isRegistered(QRVL_DevCallback callback) const;

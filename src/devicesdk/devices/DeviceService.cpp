@@ -1,5 +1,7 @@
 #include "devices/DeviceService.h"
 
+#include "Log.h"
+
 #include <algorithm>
 #include <thread>
 
@@ -17,6 +19,11 @@ Modems inState(const Modems& modems, Modem::State state)
     std::copy_if(modems.begin(), modems.end(), std::back_inserter(found),
                  [&](const Modem& modem) { return modem.state == state; });
     return found;
+}
+
+Modems unusableOf(const Modems& modems)
+{
+    return (inState(modems, Modem::Rejected) + inState(modems, Modem::Failed)).mid(0, QRVL_MAX_DEVICES);
 }
 
 Modems availableOf(const Modems& modems)
@@ -55,30 +62,40 @@ bool isAnyCounting(const Modems& modems)
     });
 }
 
+Modem serviceAsModem(const ModemValues& values)
+{
+    Modem service;
+    service.id = QRVL_SERVICE;
+    service.status = values;
+    return service;
+}
+
 } // namespace
 
-QVector<int> eventsBetween(const Modems& before, const Modems& after, bool reportAnyway)
+QVector<int> eventsBetween(const DeviceState& before, const DeviceState& after, bool reportAnyway)
 {
-    const Modems availableBefore = availableOf(before);
-    const Modems available = availableOf(after);
-    const Modems rejected = inState(after, Modem::Rejected);
+    const Modems availableBefore = availableOf(before.modems);
+    const Modems available = availableOf(after.modems);
+    const Modems rejected = inState(after.modems, Modem::Rejected);
+    const Modems failed = inState(after.modems, Modem::Failed);
     QVector<int> events;
-    if (isAnyMissing(availableBefore, available, rejected))
+    if (isAnyMissing(availableBefore, available, rejected) ||
+        isAnyMissing(failed, inState(before.modems, Modem::Failed)))
         events.append(QRVL_EVENT_DEV_DEVICE_INVALID);
-    if (isAnyMissing(rejected, inState(before, Modem::Rejected)))
+    if (isAnyMissing(rejected, inState(before.modems, Modem::Rejected)))
         events.append(QRVL_EVENT_DEV_REJECT);
     if (reportAnyway || available != availableBefore)
         events.append(QRVL_EVENT_DEV_DETECTED);
-    if (isAnyChanged(availableBefore, available, &Modem::status))
+    if (before.service != after.service || isAnyChanged(availableBefore, available, &Modem::status))
         events.append(QRVL_EVENT_DEV_STATUS);
     if (isAnyChanged(availableBefore, available, &Modem::messages))
         events.append(QRVL_EVENT_DEV_MESSAGES);
     return events;
 }
 
-DeviceService::DeviceService(const QStringList& simulatorFiles)
-    : m_simulator(simulatorFiles)
-    , m_modems(m_simulator.look())
+DeviceService::DeviceService(std::unique_ptr<Backend> backend)
+    : m_backend(std::move(backend))
+    , m_state(m_backend->look())
 {
     m_thread.start([this] { run(); });
 }
@@ -91,19 +108,27 @@ void DeviceService::startDetect()
             m_detections.pop_back();
         m_detections.push_back(Clock::now() + DetectionTime);
     }
-    m_simulator.wake();
+    m_backend->wake();
 }
 
 Modems DeviceService::available() const
 {
     const std::lock_guard lock(m_mutex);
-    return availableOf(m_modems);
+    return availableOf(m_state.modems);
+}
+
+Modems DeviceService::unusable() const
+{
+    const std::lock_guard lock(m_mutex);
+    return unusableOf(m_state.modems);
 }
 
 long DeviceService::read(quint32 device, const QString& key, QString& value)
 {
     std::unique_lock lock(m_mutex);
-    const Modems modems = availableOf(m_modems);
+    Modems modems = availableOf(m_state.modems) + unusableOf(m_state.modems);
+    if (device == QRVL_SERVICE)
+        modems = {serviceAsModem(m_state.service)};
     const auto modem = std::find_if(modems.cbegin(), modems.cend(),
                                     [&](const Modem& candidate) { return candidate.id == device; });
     if (modem == modems.cend())
@@ -120,6 +145,21 @@ long DeviceService::read(quint32 device, const QString& key, QString& value)
     return QRVL_OK;
 }
 
+long DeviceService::start(Request request, quint32& number)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!hasId(availableOf(m_state.modems), request.device))
+            return QRVL_ERROR_NO_DEVICE;
+        const long result = m_requests.add(request);
+        if (result != QRVL_OK)
+            return result;
+        number = request.number;
+    }
+    m_backend->start(std::move(request));
+    return QRVL_OK;
+}
+
 /// Returns false if the value is not a counter.
 bool DeviceService::readCounter(const Modem& modem, const QString& key, QString& value)
 {
@@ -129,7 +169,7 @@ bool DeviceService::readCounter(const Modem& modem, const QString& key, QString&
     const Clock::time_point now = Clock::now();
     value = QString::number(counter->valueAt(now));
     if (counter->rate > 0 && m_counterReport.noteReading(now))
-        m_simulator.wake();
+        m_backend->wake();
     return true;
 }
 
@@ -139,7 +179,7 @@ void DeviceService::finish()
         const std::lock_guard lock(m_mutex);
         m_isFinished = true;
     }
-    m_simulator.wake();
+    m_backend->wake();
     m_thread.finish(Patience);
 }
 
@@ -149,18 +189,22 @@ void DeviceService::run()
     while (!m_isFinished) {
         const Clock::time_point next = nextTask();
         lock.unlock();
-        const bool mayDiffer = m_simulator.wait(next);
+        const bool mayDiffer = m_backend->wait(next);
+        // Taken before the look, which then shows what the requests have changed.
+        const QVector<RequestEnd> ends = m_backend->takeEnds();
         lock.lock();
         if (m_isFinished)
             return;
         const bool isAsked = takeDetection();
         const bool haveCountersGrown =
-            m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_modems));
+            m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_state.modems));
         lock.unlock();
-        if (mayDiffer || isAsked)
+        if (mayDiffer || isAsked || !ends.isEmpty())
             look(isAsked);
         if (haveCountersGrown)
             m_callbacks.dispatch(QRVL_EVENT_DEV_STATUS);
+        for (const RequestEnd& end : ends)
+            report(end);
         lock.lock();
     }
 }
@@ -181,13 +225,33 @@ bool DeviceService::takeDetection()
 
 void DeviceService::look(bool reportAnyway)
 {
-    const Modems modems = m_simulator.look();
+    const DeviceState state = m_backend->look();
     QVector<int> events;
+    QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
-        events = eventsBetween(m_modems, modems, reportAnyway);
-        m_modems = modems;
+        events = eventsBetween(m_state, state, reportAnyway);
+        m_state = state;
+        abandoned = m_requests.withoutDevice(
+            [&](quint32 device) { return hasId(availableOf(m_state.modems), device); });
     }
-    for (const int event : events)
+    for (const int event : qAsConst(events))
         m_callbacks.dispatch(event);
+    for (const quint32 number : qAsConst(abandoned))
+        report({number, QRVL_ERROR_NO_DEVICE, {}});
+}
+
+/// Each request is reported once, even if the backend ends one that was abandoned.
+void DeviceService::report(const RequestEnd& end)
+{
+    quint32 device = 0;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_requests.take(end.number, device))
+            return;
+    }
+    qCDebug(logDeviceSdk, "Request %u has ended with %ld", end.number, end.result);
+    const auto* const text = reinterpret_cast<const char16_t*>(end.text.utf16());
+    QRVL_RequestEnd record = {end.number, device, int32_t(end.result), 0, text};
+    m_callbacks.dispatch(QRVL_EVENT_DEV_REQUEST, &record);
 }

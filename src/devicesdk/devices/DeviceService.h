@@ -1,14 +1,15 @@
 #pragma once
 
 #include "ServiceThread.h"
+#include "backends/Backend.h"
 #include "devices/CallbackRegistry.h"
 #include "devices/CounterReport.h"
-#include "devices/Modem.h"
-#include "simulator/Simulator.h"
+#include "devices/RequestTable.h"
 
 #include <QVector>
 
 #include <deque>
+#include <memory>
 #include <mutex>
 
 /// Follows the modems and reports changes on a thread of its own. Thread-safe.
@@ -16,7 +17,7 @@ class DeviceService
 {
 public:
     /// Modems that are attached already cause no event.
-    explicit DeviceService(const QStringList& simulatorFiles);
+    explicit DeviceService(std::unique_ptr<Backend> backend);
 
     CallbackRegistry& callbacks() { return m_callbacks; }
 
@@ -27,9 +28,16 @@ public:
     /// The attached modems. During a callback this is the set that its event is about.
     Modems available() const;
 
-    /// Reads a value of an available modem, blocking as long as the modem takes to answer. Returns a result
-    /// of the C interface; `value` is set on success only.
+    /// The attached modems that were rejected or have failed.
+    Modems unusable() const;
+
+    /// Reads a value of an attached modem or of QRVL_SERVICE, blocking as long as the modem takes to answer.
+    /// Returns a result of the C interface; `value` is set on success only.
     long read(quint32 device, const QString& key, QString& value);
+
+    /// Begins a request. Returns a result of the C interface. On success `number` is set before the end of the
+    /// request can be reported.
+    long start(Request request, quint32& number);
 
     /// Ends the thread. A callback that does not return soon is left behind.
     void finish();
@@ -41,23 +49,25 @@ private:
     Clock::time_point nextTask() const;
     bool takeDetection();
     void look(bool reportAnyway);
+    void report(const RequestEnd& end);
     bool readCounter(const Modem& modem, const QString& key, QString& value);
 
-    Simulator m_simulator; // used by the constructor and the thread only, except for wake()
+    const std::unique_ptr<Backend> m_backend;
     CallbackRegistry m_callbacks;
 
     mutable std::mutex m_mutex;                 // guards what follows; never held during a callback
     std::deque<Clock::time_point> m_detections; // when to look
     CounterReport m_counterReport;
-    Modems m_modems;
+    DeviceState m_state;
+    RequestTable m_requests;
     bool m_isFinished = false;
     ServiceThread m_thread;
 };
 
 /// The events that report a change, in order, each once however many modems it is about:
-/// - QRVL_EVENT_DEV_DEVICE_INVALID when a modem was removed, or replaced by another model
+/// - QRVL_EVENT_DEV_DEVICE_INVALID when a modem was removed, replaced by another model, or has failed
 /// - QRVL_EVENT_DEV_REJECT when one was rejected; if it was available before, no other event reports its loss
 /// - QRVL_EVENT_DEV_DETECTED when the available modems differ, or if `reportAnyway`
-/// - QRVL_EVENT_DEV_STATUS and QRVL_EVENT_DEV_MESSAGES when modems that stay available have other values;
-///   counters that have grown are no such change
-QVector<int> eventsBetween(const Modems& before, const Modems& after, bool reportAnyway);
+/// - QRVL_EVENT_DEV_STATUS and QRVL_EVENT_DEV_MESSAGES when modems that stay available, or the service, have
+///   other values; counters that have grown are no such change
+QVector<int> eventsBetween(const DeviceState& before, const DeviceState& after, bool reportAnyway);

@@ -14,7 +14,7 @@ using ModemValues = QMap<QString, QString>;
 /// A modem that the service knows.
 struct Modem
 {
-    enum State { Attached, Detached, Rejected };
+    enum State { Attached, Detached, Rejected, Failed };
 
     quint32 id = 0; // unique while the process runs
     QString name;   // distinguishes modems of the same model
@@ -30,6 +30,7 @@ struct Modem
     ModemValues messages;            // on its SIM
     QMap<QString, Counter> counters; // the status values that grow by themselves
     int answerTime = 0;              // milliseconds it takes to read a value of a message
+    int requestTime = 0;             // milliseconds that a simulated request takes
 };
 
 inline bool operator==(const Modem& a, const Modem& b)
@@ -41,3 +42,10 @@ inline bool operator==(const Modem& a, const Modem& b)
 }
 
 using Modems = QVector<Modem>;
+
+/// What the service knows at one moment.
+struct DeviceState
+{
+    Modems modems;
+    ModemValues service; // values of QRVL_SERVICE
+};

@@ -103,6 +103,15 @@ void IniDocument::set(const QString& section, const QString& key, const QString&
     m_entryIndex.insert({section, key}, {sectionNumber, lineNumber});
 }
 
+void IniDocument::removeSection(const QString& section)
+{
+    const auto isRemoved = [&](const Section& candidate) {
+        return candidate.isReadable && !candidate.header.isNull() && candidate.name == section;
+    };
+    m_sections.erase(std::remove_if(m_sections.begin(), m_sections.end(), isRemoved), m_sections.end());
+    buildIndex();
+}
+
 void IniDocument::readLine(std::string_view line, int number)
 {
     const std::string_view text = IniText::trimmed(line);

@@ -41,6 +41,10 @@ public:
     /// end of the file.
     void set(const QString& section, const QString& key, const QString& value);
 
+    /// Removes all sections with that name, with the comments in them. Comments before a section's header belong
+    /// to the section before it.
+    void removeSection(const QString& section);
+
     /// Calls visit(section, key, value) for each entry, in the order of the file.
     template <typename Visitor>
     void forEachEntry(Visitor visit) const

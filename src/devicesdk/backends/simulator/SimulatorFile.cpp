@@ -1,8 +1,10 @@
-#include "simulator/SimulatorFile.h"
+#include "backends/simulator/SimulatorFile.h"
 
 #include "files/IniDocument.h"
+#include "qrvl.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <iterator>
@@ -25,10 +27,49 @@ constexpr CheckedKey StatusKeys[] = {
     {"sent", "[0-9]{1,15}", "a number of 15 digits at most"},
     {"receive-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
     {"send-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
+    {"network-name", ".*", "one line"},
+    {"technology", "gsm|gprs|edge|umts|hspa\\+?|lte|5g", "gsm, gprs, edge, umts, hspa, hspa+, lte or 5g"},
+    {"registration", "home|roaming|searching|denied|idle", "home, roaming, searching, denied or idle"},
+    {"sim", "ready|absent|pin|puk|blocked|locked|error", "ready, absent, pin, puk, blocked, locked or error"},
+    {"pin-tries", "[0-9]", "0 to 9"},
+    {"puk-tries", "[0-9]|10", "0 to 10"},
+    {"number", "\\+?[0-9]{1,20}", "digits, 20 at most"},
+    {"iccid", "[0-9]{1,20}", "digits, 20 at most"},
+    {"imei", "[0-9]{1,16}", "digits, 16 at most"},
+    {"manufacturer", ".*", "one line"},
+    {"firmware", ".*", "one line"},
+    {"state.reason", "sim-error|no-profile|capabilities|unknown",
+     "sim-error, no-profile, capabilities or unknown"},
+    {"connection", "connected|disconnected", "connected or disconnected"},
+    {"connection.since", "[0-9]{1,12}", "seconds since 1970"},
+    {"connection.address", ".*", "one line"},
+    {"connection.error", "[0-9]{1,3}", "a number"},
 };
+
+struct Failure
+{
+    const char* name;
+    long result;
+};
+
+constexpr Failure Failures[] = {
+    {"", QRVL_OK},
+    {"refused", QRVL_ERROR_REFUSED},
+    {"no-coverage", QRVL_ERROR_NO_COVERAGE},
+    {"access-point", QRVL_ERROR_ACCESS_POINT},
+    {"timeout", QRVL_ERROR_TIMEOUT},
+    {"permission", QRVL_ERROR_PERMISSION},
+    {"full", QRVL_ERROR_FULL},
+    {"failed", QRVL_ERROR_FAILED},
+};
+constexpr CheckedKey FailureKey{"failure", "refused|no-coverage|access-point|timeout|permission|full|failed",
+                                "refused, no-coverage, access-point, timeout, permission, full or failed"};
 /// Limited to less than plugins wait for their workers.
 constexpr CheckedKey AnswerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
-constexpr const char* MessageKeys[] = {"sender", "time", "text"};
+constexpr CheckedKey RequestTimeKey{"request-time", "[1-5]?[0-9]{1,4}", "0 to 59999"};
+constexpr int DefaultRequestTime = 300;
+constexpr CheckedKey SecretKeys[] = {{"pin", "[0-9]{4,8}", "4 to 8 digits"}, {"puk", "[0-9]{8}", "8 digits"}};
+constexpr const char* MessageKeys[] = {"sender", "recipient", "time", "text", "state"};
 
 QString valueOf(const IniDocument& document, const QString& section, const QString& key)
 {
@@ -38,7 +79,7 @@ QString valueOf(const IniDocument& document, const QString& section, const QStri
 
 bool readState(const QString& text, Modem::State& state)
 {
-    constexpr Modem::State states[] = {Modem::Attached, Modem::Detached, Modem::Rejected};
+    constexpr Modem::State states[] = {Modem::Attached, Modem::Detached, Modem::Rejected, Modem::Failed};
     const auto found = std::find_if(std::begin(states), std::end(states),
                                     [&](Modem::State s) { return SimulatorFile::stateText(s) == text; });
     if (found == std::end(states))
@@ -74,7 +115,8 @@ Modem readModem(const IniDocument& document, const QString& section, QStringList
         errors.append(QStringLiteral("section [%1] has no model").arg(section));
     if (!readState(value("state"), modem.state))
         errors.append(
-            QStringLiteral("section [%1] has the state \"%2\"; it must be attached, detached or rejected")
+            QStringLiteral(
+                "section [%1] has the state \"%2\"; it must be attached, detached, rejected or failed")
                 .arg(section, value("state")));
     for (const CheckedKey& key : StatusKeys) {
         const QString text = checkedValue(document, section, key, errors);
@@ -82,6 +124,11 @@ Modem readModem(const IniDocument& document, const QString& section, QStringList
             modem.status.insert(QLatin1String(key.name), text);
     }
     modem.answerTime = checkedValue(document, section, AnswerTimeKey, errors).toInt();
+    const QString requestTime = checkedValue(document, section, RequestTimeKey, errors);
+    modem.requestTime = requestTime.isEmpty() ? DefaultRequestTime : requestTime.toInt();
+    checkedValue(document, section, FailureKey, errors);
+    for (const CheckedKey& key : SecretKeys)
+        checkedValue(document, section, key, errors);
     return modem;
 }
 
@@ -90,20 +137,26 @@ bool isMessage(const QString& section)
     return section.startsWith(SimulatorFile::messageSectionOf({}));
 }
 
-/// The status values that describe the messages of a modem.
+/// The status values that describe the messages of a modem. Those with a recipient were sent.
 ModemValues readMessages(const IniDocument& document, const QString& modem)
 {
     ModemValues values;
-    QStringList identifiers;
+    QStringList received, sent;
     for (const QString& section : document.sections()) {
         if (!isMessage(section) || valueOf(document, section, QStringLiteral("modem")) != modem)
             continue;
-        identifiers.append(section.mid(SimulatorFile::messageSectionOf({}).size()));
+        const QString identifier = section.mid(SimulatorFile::messageSectionOf({}).size());
+        const bool isSent = document.find(section, QStringLiteral("recipient"));
+        (isSent ? sent : received).append(identifier);
         for (const char* key : MessageKeys)
-            values.insert(QStringLiteral("message.%1.%2").arg(identifiers.last(), QLatin1String(key)),
+            values.insert(QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(key)),
                           valueOf(document, section, QLatin1String(key)));
+        QString& state = values[QStringLiteral("message.%1.state").arg(identifier)];
+        if (state.isEmpty())
+            state = isSent ? QStringLiteral("sent") : QStringLiteral("received");
     }
-    values.insert(QStringLiteral("messages"), identifiers.join(QLatin1Char(' ')));
+    values.insert(QStringLiteral("messages"), received.join(QLatin1Char(' ')));
+    values.insert(QStringLiteral("sent-messages"), sent.join(QLatin1Char(' ')));
     return values;
 }
 
@@ -136,9 +189,31 @@ QString SimulatorFile::messageSectionOf(const QString& identifier)
     return QStringLiteral("message ") + identifier;
 }
 
+QString SimulatorFile::freeMessage(const IniDocument& document)
+{
+    const QVector<QString> names = document.sections();
+    const QSet<QString> sections(names.begin(), names.end());
+    int identifier = 1;
+    while (sections.contains(messageSectionOf(QString::number(identifier))))
+        ++identifier;
+    return QString::number(identifier);
+}
+
+QString SimulatorFile::ussdSectionOf(const QString& codes)
+{
+    return QStringLiteral("ussd ") + codes;
+}
+
+long SimulatorFile::failureOf(const QString& name)
+{
+    const auto* const found = std::find_if(std::begin(Failures), std::end(Failures),
+                                           [&](const Failure& f) { return name == QLatin1String(f.name); });
+    return found == std::end(Failures) ? long(QRVL_ERROR_FAILED) : found->result;
+}
+
 QString SimulatorFile::stateText(Modem::State state)
 {
     static const QString texts[] = {QStringLiteral("attached"), QStringLiteral("detached"),
-                                    QStringLiteral("rejected")};
+                                    QStringLiteral("rejected"), QStringLiteral("failed")};
     return texts[state];
 }

@@ -1,0 +1,58 @@
+#include "devices/RequestTable.h"
+
+#include "qrvl.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Requests of one kind exclude each other, as do both ways to unlock. Messages may be sent and deleted in any
+/// number.
+bool exclude(Request::Kind a, Request::Kind b)
+{
+    const auto unlocks = [](Request::Kind kind) {
+        return kind == Request::EnterPin || kind == Request::EnterPuk;
+    };
+    const bool isFree = a == Request::SendMessage || a == Request::DeleteMessage;
+    return (a == b && !isFree) || (unlocks(a) && unlocks(b));
+}
+
+} // namespace
+
+long RequestTable::add(Request& request)
+{
+    int count = 0;
+    for (const Entry& entry : m_entries) {
+        if (entry.device != request.device)
+            continue;
+        ++count;
+        if (exclude(entry.kind, request.kind))
+            return QRVL_ERROR_BUSY;
+    }
+    if (count >= MostForOneDevice)
+        return QRVL_ERROR_LIMIT;
+    request.number = ++m_lastNumber;
+    m_entries.push_back({request.number, request.device, request.kind});
+    return QRVL_OK;
+}
+
+bool RequestTable::take(quint32 number, quint32& device)
+{
+    const auto found = std::find_if(m_entries.cbegin(), m_entries.cend(),
+                                    [&](const Entry& entry) { return entry.number == number; });
+    if (found == m_entries.cend())
+        return false;
+    device = found->device;
+    m_entries.erase(found);
+    return true;
+}
+
+QVector<quint32> RequestTable::withoutDevice(const std::function<bool(quint32)>& isThere) const
+{
+    QVector<quint32> numbers;
+    for (const Entry& entry : m_entries) {
+        if (!isThere(entry.device))
+            numbers.append(entry.number);
+    }
+    return numbers;
+}
