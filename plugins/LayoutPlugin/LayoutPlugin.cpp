@@ -33,3 +33,9 @@ void LayoutPlugin::RemovePage(QWidget* area, QWidget* page)
     if (auto* sideBarArea = qobject_cast<SideBarArea*>(area))
         sideBarArea->removePage(page);
 }
+
+void LayoutPlugin::ShowPage(QWidget* area, QWidget* page)
+{
+    if (auto* sideBarArea = qobject_cast<SideBarArea*>(area))
+        sideBarArea->showPage(page);
+}

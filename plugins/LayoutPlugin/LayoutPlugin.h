@@ -24,6 +24,7 @@ public:
 
     /// If the current page is removed and then added again, it becomes the current page again.
     void RemovePage(QWidget* area, QWidget* page) override;
+    void ShowPage(QWidget* area, QWidget* page) override;
 
 private:
     QVector<QPointer<QWidget>> m_areas;

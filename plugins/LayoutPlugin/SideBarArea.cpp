@@ -140,6 +140,12 @@ void SideBarArea::removePage(QWidget* page)
     page->setParent(nullptr);
 }
 
+void SideBarArea::showPage(QWidget* page)
+{
+    if (const int row = m_pages->indexOf(page); row >= 0)
+        m_sideBar->setCurrentRow(row);
+}
+
 void SideBarArea::resizeEvent(QResizeEvent* event)
 {
     m_sideBar->setFixedWidth(event->size().width() < NarrowArea ? NarrowSideBarWidth : SideBarWidth);

@@ -17,6 +17,7 @@ public:
 
     void addPage(QWidget* page);
     void removePage(QWidget* page);
+    void showPage(QWidget* page);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -24,6 +24,9 @@ public:
     /// Shows the pages of the plugins that are loaded by now. All arguments must outlive this object.
     DeviceFollower(IPluginContainer& container, MainWindow& window, const DeviceEvents& events);
 
+    /// As PageSet::show().
+    bool showPage(const QString& clsid) { return m_pages.show(clsid); }
+
 private:
     void devicesChanged();
     void finishStart();

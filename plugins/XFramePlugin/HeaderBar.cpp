@@ -9,7 +9,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
 #include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -43,6 +42,16 @@ ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
     return label;
 }
 
+QToolButton* makeMenuButton()
+{
+    auto* button = new QToolButton;
+    button->setObjectName(QLatin1String("mainMenu")); // for style sheets
+    button->setText(QString(QChar(0x2261)));          // three bars
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setAutoRaise(true);
+    return button;
+}
+
 QString modemState(const Modems& modems, bool wasRefused)
 {
     if (modems.isEmpty())
@@ -70,6 +79,7 @@ HeaderBar::HeaderBar(QWidget* parent)
     , m_operator(makeValue(1.1, QFont::DemiBold))
     , m_key(makeValue(1.1, QFont::DemiBold))
     , m_facts(makeFacts())
+    , m_menuButton(makeMenuButton())
 {
     auto* layout = new QHBoxLayout(this);
     layout->setSpacing(Look::Gap * 2);
@@ -77,6 +87,7 @@ HeaderBar::HeaderBar(QWidget* parent)
     layout->addLayout(makeModemColumn());
     layout->addStretch();
     layout->addWidget(m_facts);
+    layout->addWidget(m_menuButton);
     setCompact(false);
     keepTranslated(this, [this] { refresh(); });
 }
@@ -101,16 +112,6 @@ QWidget* HeaderBar::makeFacts()
     layout->addLayout(makeFact("IDS_HEADER_OPERATOR", m_operator));
     layout->addLayout(makeFact("IDS_HEADER_CUSTOMISED_FOR", m_key));
     return facts;
-}
-
-QToolButton* HeaderBar::addMenu(QMenu* menu)
-{
-    auto* button = new QToolButton;
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setAutoRaise(true);
-    layout()->addWidget(button);
-    return button;
 }
 
 void HeaderBar::showSituation(const Situation& situation)

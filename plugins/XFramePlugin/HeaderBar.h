@@ -6,7 +6,6 @@
 
 class ElidedLabel;
 class QLabel;
-class QMenu;
 class QToolButton;
 
 /// The top of the main window: the attached modem, the operator, what the application is customised for, and
@@ -27,8 +26,8 @@ public:
     /// The size of the picture of the current form, in pixels.
     static int pictureSize(bool isCompact);
 
-    /// Adds a button that opens a menu; the caller sets its text.
-    QToolButton* addMenu(QMenu* menu);
+    /// The button for the main menu, at the end of the header.
+    QToolButton* menuButton() const { return m_menuButton; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -46,4 +45,5 @@ private:
     ElidedLabel* m_operator;
     ElidedLabel* m_key;
     QWidget* m_facts;
+    QToolButton* m_menuButton;
 };

@@ -2,24 +2,21 @@
 
 #include "AboutDialog.h"
 #include "Change/Change.h"
-#include "Change/LanguageFiles.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
 #include "LanguageMenu.h"
 #include "LanguageSwitch.h"
+#include "Menus.h"
 #include "PluginsPage.h"
 #include "Skin.h"
 #include "WindowFrame.h"
 #include "common/CommonUtils.h"
-#include "support/Text.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QScreen>
 #include <QStyle>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -81,7 +78,8 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
         m_frame = new WindowFrame(this, layout, m_header);
     else
         layout->addWidget(m_header);
-    addMenus();
+    m_menus = new Menus(commands(), m_header->menuButton(), this);
+    connect(m_menus, &Menus::trayClicked, this, &MainWindow::bringToFront);
     adaptToForm();
 }
 
@@ -108,6 +106,7 @@ void MainWindow::setStatusBar(QWidget* statusBar)
 void MainWindow::showSituation(const Situation& situation)
 {
     m_header->showSituation(situation);
+    m_menus->follow();
     if (m_pluginsPage)
         m_pluginsPage->refresh();
 }
@@ -119,44 +118,44 @@ void MainWindow::closeEvent(QCloseEvent* event)
     QWidget::closeEvent(event);
 }
 
-void MainWindow::addMenus()
+MenuCommands MainWindow::commands()
 {
-    auto* languages = new LanguageMenu(this);
+    const auto triggers = [this](auto slot) {
+        return [this, slot](QAction* action, const QString&) {
+            connect(action, &QAction::triggered, this, slot);
+        };
+    };
+    auto* const languages = new LanguageMenu(this);
     connect(languages, &LanguageMenu::chosen, this, &MainWindow::useLanguage);
-    QToolButton* languageButton = m_header->addMenu(languages);
-    QToolButton* mainButton = m_header->addMenu(makeMainMenu());
-    mainButton->setText(QString(QChar(0x2261)));          // three bars
-    mainButton->setObjectName(QLatin1String("mainMenu")); // for style sheets
-    keepTranslated(this, [=] {
-        languageButton->setText(LanguageFiles::ownName(Change::GetLangName()));
-        languageButton->setToolTip(text("IDS_MENU_LANGUAGE"));
-        mainButton->setToolTip(text("IDS_MENU"));
-        mainButton->setAccessibleName(mainButton->toolTip());
-        // A menu is aligned with the leading edge of its button. To keep this one within the window, the
-        // button has the opposite direction, which aligns them at the other edge.
-        mainButton->setLayoutDirection(isRightToLeft() ? Qt::LeftToRight : Qt::RightToLeft);
-        mainButton->menu()->setLayoutDirection(layoutDirection());
-    });
+    const auto compact = [this](QAction* action, const QString&) {
+        action->setCheckable(true);
+        action->setChecked(CommonUtils::IsMiniMode());
+        connect(action, &QAction::triggered, this, &MainWindow::setCompact);
+        connect(this, &MainWindow::compactChanged, action, &QAction::setChecked);
+    };
+    const auto page = [this](QAction* action, const QString& clsid) {
+        connect(action, &QAction::triggered, this, [this, clsid] { Q_EMIT pageChosen(clsid); });
+    };
+    return {
+        {QStringLiteral("About"), triggers([this] { showAbout(this); })},
+        {QStringLiteral("Compact"), compact},
+        {QStringLiteral("Language"),
+         [languages](QAction* action, const QString&) {
+             action->setMenu(languages);
+         }},
+        {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
+        {QStringLiteral("Quit"), triggers(&QWidget::close)},
+        {QStringLiteral("page:"), page},
+    };
 }
 
-QMenu* MainWindow::makeMainMenu()
+void MainWindow::bringToFront()
 {
-    auto* menu = new QMenu(this);
-    QAction* compact = menu->addAction(QString());
-    compact->setCheckable(true);
-    compact->setChecked(CommonUtils::IsMiniMode());
-    connect(compact, &QAction::toggled, this, &MainWindow::setCompact);
-    QAction* about = menu->addAction(QString());
-    connect(about, &QAction::triggered, this, [this] { showAbout(this); });
-    QAction* quit = menu->addAction(QString());
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-    addActions(menu->actions()); // shortcuts work with the menu closed
-    keepTranslated(this, [=] {
-        setCaption(compact, "IDS_MENU_COMPACT");
-        setCaption(about, "IDS_MENU_ABOUT");
-        setCaption(quit, "IDS_MENU_QUIT");
-    });
-    return menu;
+    if (isMinimized())
+        showNormal();
+    show();
+    raise();
+    activateWindow();
 }
 
 void MainWindow::useLanguage(const QString& code)
@@ -174,6 +173,7 @@ void MainWindow::setCompact(bool isCompact)
     readCompactSetting();
     applySkin();
     adaptToForm();
+    Q_EMIT compactChanged(isCompact);
 }
 
 void MainWindow::adaptToForm()

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "support/XmlMenu.h"
+
 #include <QPointer>
 #include <QWidget>
 
 class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
-class QMenu;
+class Menus;
 class WindowFrame;
 struct Situation;
 
@@ -37,15 +39,23 @@ public:
     /// Shows the attached modems and the current customisation key.
     void showSituation(const Situation& situation);
 
+    /// Shows the window if it is hidden or minimised, in front of others.
+    void bringToFront();
+
     /// Stores size and position for the next start.
     void rememberPlace();
+
+Q_SIGNALS:
+    /// The user wants to see the page of a plugin.
+    void pageChosen(const QString& clsid);
+
+    void compactChanged(bool isCompact);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void addMenus();
-    QMenu* makeMainMenu();
+    MenuCommands commands();
     void useLanguage(const QString& code);
     void setCompact(bool isCompact);
     void adaptToForm();
@@ -53,6 +63,7 @@ private:
 
     LanguageSwitch& m_language;
     HeaderBar* m_header;
+    Menus* m_menus;
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     QPointer<PluginsPage> m_pluginsPage;
 };

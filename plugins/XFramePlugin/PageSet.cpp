@@ -56,6 +56,12 @@ void PageSet::add(const QVector<QWidget*>& pages)
     }
 }
 
+bool PageSet::show(const QString& clsid)
+{
+    QWidget* const page = m_pages.value(clsid);
+    return page && m_area && callLayout("ShowPage", [&] { m_layout->ShowPage(m_area, page); });
+}
+
 QVector<QWidget*> PageSet::wantedPages()
 {
     QVector<QWidget*> pages;

@@ -33,6 +33,10 @@ public:
     /// Adds missing pages in their places.
     void arrange();
 
+    /// Makes the page of a plugin the current one.
+    /// @return false if the plugin has none
+    bool show(const QString& clsid);
+
 private:
     QVector<QWidget*> wantedPages();
     ILayout* wantedLayout();

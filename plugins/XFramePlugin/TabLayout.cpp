@@ -30,3 +30,9 @@ void TabLayout::RemovePage(QWidget* area, QWidget* page)
     page->hide();
     page->setParent(nullptr);
 }
+
+void TabLayout::ShowPage(QWidget* area, QWidget* page)
+{
+    if (auto* tabs = qobject_cast<QTabWidget*>(area))
+        tabs->setCurrentWidget(page);
+}

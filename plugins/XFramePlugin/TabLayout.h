@@ -10,4 +10,5 @@ public:
     QWidget* CreateArea(QWidget* parent) override;
     void AddPage(QWidget* area, QWidget* page) override;
     void RemovePage(QWidget* area, QWidget* page) override;
+    void ShowPage(QWidget* area, QWidget* page) override;
 };

@@ -52,6 +52,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 
     Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
     m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window, m_deviceEvents);
+    connect(m_window, &MainWindow::pageChosen, this, &XFramePlugin::ShowPage);
     m_deviceEvents.listen();
     closeSplashScreen();
     return m_window;
@@ -86,4 +87,12 @@ int XFramePlugin::GetTitleHeight()
 int XFramePlugin::GetFrameWidth()
 {
     return FrameStyle::BorderWidth;
+}
+
+bool XFramePlugin::ShowPage(const QString& clsid)
+{
+    if (!m_follower || !m_follower->showPage(clsid))
+        return false;
+    m_window->bringToFront();
+    return true;
 }

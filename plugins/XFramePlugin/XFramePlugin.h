@@ -38,6 +38,7 @@ public:
     bool UsesCustomFrame() override;
     int GetTitleHeight() override;
     int GetFrameWidth() override;
+    bool ShowPage(const QString& clsid) override;
 
 private:
     void closeSplashScreen();

@@ -39,6 +39,7 @@ private slots:
     void compactWindow();
     void statusBar();
     void messageLinks();
+    void menus();
     void lateWorker();
 
 protected:
@@ -306,6 +307,28 @@ void TestMainWindow::messageLinks()
         QDesktopServices::unsetUrlHandler(scheme);
     QCOMPARE(m_openedUrls, QStringList({"https://a.example/?b=1&c=%222%22", "https://a.example/c.html",
                                         "mailto:me@a.example"}));
+}
+
+/// The operator's entry in the main menu comes and goes with the operator's modems; any plugin can show a page.
+void TestMainWindow::menus()
+{
+    const auto hasEntry = [this] {
+        return shownTexts(m_window).contains("northtel besuchen");
+    };
+    for (const auto& [modem, expected] :
+         {std::pair("bluewave", false), std::pair("northtel", true), std::pair("bluewave", false)}) {
+        simulate(QByteArray("[modem M]\nmodel=M\nstate=attached\ncustomize=") + modem + '\n');
+        QTRY_COMPARE(hasEntry(), expected);
+        QVERIFY(owner("Ctrl+Q")); // the operator moves the entry to the end
+    }
+    auto* const pages = m_window->findChild<QStackedWidget*>();
+    IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
+    pages->setCurrentIndex(0);
+    m_window->showMinimized();
+    QVERIFY(mainFrame->ShowPage("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46"));
+    QCOMPARE(pages->currentWidget()->windowTitle(), "Nachrichten");
+    QVERIFY(!m_window->isMinimized());
+    QVERIFY(!mainFrame->ShowPage("unknown"));
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.

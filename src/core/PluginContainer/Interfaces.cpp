@@ -30,7 +30,14 @@ int IMainFrameUIService::GetTitleHeight()
     return 29;
 }
 
+bool IMainFrameUIService::ShowPage(const QString&)
+{
+    return false;
+}
+
 int IMainFrameUIService::GetFrameWidth()
 {
     return 3;
 }
+
+void ILayout::ShowPage(QWidget*, QWidget*) {}

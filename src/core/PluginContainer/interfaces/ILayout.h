@@ -24,6 +24,9 @@ public:
 
     /// Removes a page from an area; the caller deletes it. A page that is not in the area is ignored.
     virtual void RemovePage(QWidget* area, QWidget* page) = 0;
+
+    /// Makes a page of an area the current one. Does nothing in layouts that do not override it.
+    virtual void ShowPage(QWidget* area, QWidget* page);
 };
 
 Q_DECLARE_INTERFACE(ILayout, "com.velquor.skylume.plugin.ILayout")

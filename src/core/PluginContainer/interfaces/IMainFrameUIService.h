@@ -30,6 +30,13 @@ public:
 
     /// Width of a dialog's border in pixels.
     virtual int GetFrameWidth();
+
+    // ---- Pages
+
+    /// Brings the main window to the front with the page of a plugin. Does nothing in main frames that do not
+    /// override it.
+    /// @return false if the plugin has no page in the window
+    virtual bool ShowPage(const QString& clsid);
 };
 
 Q_DECLARE_INTERFACE(IMainFrameUIService, "com.velquor.skylume.plugin.IMainFrameUIService")
