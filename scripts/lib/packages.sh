@@ -7,7 +7,7 @@
     build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev)
     test_packages=(python3-cryptography-vectors) # published test vectors
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
-        pkg-config python3 qt6-l10n-tools)
+        libkf5xmlgui-dev qttools5-dev pkg-config python3 qt6-l10n-tools)
     screenshot_packages=(xvfb xdotool imagemagick)
     format_packages=(clang-format shellcheck libxml2-utils)
     tidy_packages=(clang-tidy)
