@@ -13,7 +13,9 @@
 
 namespace {
 
-constexpr int ShortestSplash = 800; // milliseconds
+// In milliseconds since the start of the splash program, which waits before it shows anything.
+constexpr int SplashShown = 400;
+constexpr int ShortestSplash = SplashShown + 600;
 
 } // namespace
 
@@ -61,7 +63,8 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 void XFramePlugin::closeSplashScreen()
 {
     // A splash screen that disappears at once looks like a fault. The window can be used meanwhile.
-    m_splashTimer.start(qBound(0, ShortestSplash - Startup::GetSplashScreen(), ShortestSplash));
+    const int elapsed = Startup::GetSplashScreen();
+    m_splashTimer.start(elapsed < SplashShown ? 0 : qBound(0, ShortestSplash - elapsed, ShortestSplash));
 }
 
 QWidget* XFramePlugin::GetMainWindow()

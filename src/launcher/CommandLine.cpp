@@ -27,6 +27,8 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
 {
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Start without the splash screen."));
+    const QCommandLineOption several(QStringLiteral("several"),
+                                     QStringLiteral("Start even if the application is running."));
     const QCommandLineOption verbose(QStringLiteral("verbose"),
                                      QStringLiteral("Write debug lines to the log."));
     QCommandLineParser parser;
@@ -34,7 +36,7 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({help, noSplash, verbose});
+    parser.addOptions({help, noSplash, several, verbose});
 
     exitCode = EXIT_SUCCESS;
     if (!parser.parse(application.arguments())) {
@@ -49,7 +51,7 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
         exitCode = EXIT_FAILURE;
         UserMessage::reportError(QStringLiteral("Unexpected argument '%1'.\n").arg(others.first()));
     } else {
-        return CommandLine{parser.isSet(noSplash), parser.isSet(verbose)};
+        return CommandLine{parser.isSet(noSplash), parser.isSet(several), parser.isSet(verbose)};
     }
     return std::nullopt;
 }

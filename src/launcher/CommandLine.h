@@ -8,6 +8,7 @@ class QCoreApplication;
 struct CommandLine
 {
     bool noSplash = false;
+    bool several = false; ///< start even if the application is running
     bool verbose = false; ///< write debug lines to the log
 
     /// Whether the arguments only ask for help or the version, which needs no display.

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "SingleInstance.h"
 #include "StartReport.h"
 #include "Startup/Startup.h"
 #include "TerminationSignals.h"
@@ -8,9 +9,11 @@
 
 #include <QApplication>
 #include <QLoggingCategory>
+#include <QWidget>
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -28,7 +31,8 @@ void configureLogging(bool verbose)
     QLoggingCategory::setFilterRules(rules.arg(verbose ? QStringLiteral("true") : QStringLiteral("false")));
 }
 
-bool hasMainWindow()
+/// Null if the main frame has none.
+QWidget* mainWindow()
 {
     IMainFrameUIService* const service = Startup::GetMainFrame() ? Startup::GetMainFrameService() : nullptr;
     QWidget* window = nullptr;
@@ -38,10 +42,22 @@ bool hasMainWindow()
     return window;
 }
 
+void raiseMainWindow()
+{
+    QWidget* const window = mainWindow();
+    if (!window)
+        return;
+    qDebug("Another start brings the window to the front");
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
 int runUntilClosed()
 {
     StartReport::reportConfigurationFaults();
-    if (hasMainWindow())
+    if (mainWindow())
         return QCoreApplication::exec();
     Startup::CloseSplashScreen(); // there is no main frame that would
     StartReport::reportMissingWindow();
@@ -69,6 +85,13 @@ int main(int argc, char** argv)
         return exitCode;
     configureLogging(commandLine->verbose);
 
+    std::optional<SingleInstance> instance;
+    if (!commandLine->several)
+        instance.emplace();
+    if (instance && instance->isSecond())
+        return EXIT_SUCCESS;
+    if (instance)
+        instance->onStartOfOther(raiseMainWindow);
     const TerminationSignals terminationSignals;
     auto startup = std::make_unique<Startup>(commandLine->noSplash);
     exitCode = runUntilClosed();

@@ -6,13 +6,16 @@
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QTimer>
 
 #include <cstdlib>
 #include <memory>
 
 namespace {
 
-constexpr unsigned long LastWait = 100; // milliseconds
+// In milliseconds.
+constexpr int ShownAfter = 400; // a quick start needs no splash screen
+constexpr unsigned long LastWait = 100;
 
 void scaleForDenseScreens()
 {
@@ -35,7 +38,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     SplashWindow window(arguments.at(1), SplashText::read(arguments.at(2)));
-    window.show();
+    QTimer::singleShot(ShownAfter, &window, &QWindow::show);
 
     auto inputEnd = std::make_unique<InputEnd>();
     QObject::connect(inputEnd.get(), &QThread::finished, &application, &QCoreApplication::quit);

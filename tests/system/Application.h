@@ -47,6 +47,22 @@ public:
 
     void start(const QStringList& arguments) { m_process.start(program("skylume"), arguments); }
 
+    /// Starts the program once more, for the same user, and ends it when it has written the text.
+    /// @return whether it has
+    bool startAgain(const QStringList& arguments, const QString& text) const
+    {
+        QProcess again;
+        again.setProcessEnvironment(m_process.processEnvironment());
+        again.setProcessChannelMode(QProcess::MergedChannels);
+        again.start(program("skylume"), arguments);
+        QString output;
+        while (!output.contains(text) && again.waitForReadyRead(LongestWait))
+            output += QString::fromUtf8(again.readAll());
+        again.terminate();
+        again.waitForFinished(LongestWait);
+        return output.contains(text);
+    }
+
     /// Whether a line that contains the text has been written since the last mark; waits for it.
     bool waitFor(const QString& text)
     {

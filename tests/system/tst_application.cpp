@@ -14,6 +14,7 @@ private slots:
     void commandLine();
     void damagedInstallation();
     void brokenConfiguration();
+    void secondStart();
     void splashProgram();
     void pluginsFollowTheModem();
     void workersEndFirst();
@@ -23,7 +24,7 @@ void TestApplication::commandLine()
 {
     const std::tuple<QString, int, QStringList> rows[] = {
         {"--version", 0, {"skylume 0."}},
-        {"--help", 0, {"--no-splash", "--verbose", "--version"}},
+        {"--help", 0, {"--no-splash", "--several", "--verbose", "--version"}},
         {"--nonsense", 1, {"nonsense"}},
         {"nonsense", 1, {"nonsense"}},
     };
@@ -106,6 +107,19 @@ void TestApplication::brokenConfiguration()
     QVERIFY(application.waitFor("SmsPlugin init: elapsed"));
     QCOMPARE(application.close(), 0);
     QCOMPARE(application.lines().filter("PluginsConfig.xml").size(), 1);
+}
+
+/// A second start brings the first window to the front and ends, unless the user wants several.
+void TestApplication::secondStart()
+{
+    const QString started = "SmsPlugin init: elapsed";
+    Application application;
+    application.start({"--no-splash", "--verbose"});
+    QVERIFY(application.waitFor(started));
+    QVERIFY(!application.startAgain({"--no-splash", "--verbose"}, started));
+    QVERIFY(application.waitFor("Another start brings the window to the front"));
+    QVERIFY(application.startAgain({"--no-splash", "--verbose", "--several"}, started));
+    QCOMPARE(application.close(), 0);
 }
 
 /// It stands until its standard input ends, which it does when the application is gone, however that came.
