@@ -1,10 +1,12 @@
 #include "CallUIPlugin.h"
 
 #include "CallWindow.h"
-#include "DialString.h"
 #include "PluginContainer/PluginIds.h"
 #include "common/CommonUtils.h"
+#include "support/DialString.h"
 #include "support/Modems.h"
+
+#include <algorithm>
 
 CallUIPlugin::CallUIPlugin()
 {
@@ -13,8 +15,30 @@ CallUIPlugin::CallUIPlugin()
 
 CallUIPlugin::~CallUIPlugin() = default;
 
+int CallUIPlugin::Init()
+{
+    connect(&m_events, &DeviceEvents::changed, this, &CallUIPlugin::devicesChanged);
+    m_events.listen();
+    return BasePlugin::Init();
+}
+
+void CallUIPlugin::UnSDKRegisterEvent()
+{
+    m_events.stop();
+}
+
+void CallUIPlugin::devicesChanged()
+{
+    const Modems modems = attachedModems();
+    const bool isAttached =
+        std::any_of(modems.begin(), modems.end(), [this](const Modem& modem) { return modem.id == m_modem; });
+    if (m_window && !isAttached)
+        m_window->modemRemoved();
+}
+
 void CallUIPlugin::Destroy()
 {
+    UnSDKRegisterEvent();
     delete m_window;
 }
 
@@ -25,6 +49,7 @@ bool CallUIPlugin::Call(const QString& number, _UI_EN_CALL_TYPE type)
     if (dialled.isEmpty() || busy || attachedModems().isEmpty())
         return false;
     delete m_window;
+    m_modem = attachedModems().first().id;
     m_window = new CallWindow(dialled, type, CommonUtils::GetMainWindow());
     m_window->show();
     return true;

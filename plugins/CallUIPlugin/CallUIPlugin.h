@@ -3,11 +3,13 @@
 #include "PluginContainer/BasePlugin.h"
 #include "PluginContainer/interfaces/ICallUIPlugin.h"
 
+#include "support/DeviceEvents.h"
+
 #include <QPointer>
 
 class CallWindow;
 
-/// Calls, one at a time, each in its own small window. Calls are simulated: there is no voice.
+/// Calls, one at a time, each in its own small window. A call ends when its modem is removed. Calls are simulated: there is no voice.
 class CallUIPlugin : public BasePlugin, public ICallUIPlugin
 {
     Q_OBJECT
@@ -18,11 +20,17 @@ public:
     CallUIPlugin();
     ~CallUIPlugin() override;
 
+    int Init() override;
     void Destroy() override;
+    void UnSDKRegisterEvent() override;
 
     /// Fails without a modem, for a number that cannot be dialled, and during another call.
     bool Call(const QString& number, _UI_EN_CALL_TYPE type) override;
 
 private:
+    void devicesChanged();
+
+    DeviceEvents m_events;
     QPointer<CallWindow> m_window;
+    quint32 m_modem = 0; ///< Modem::id of the modem that makes the call
 };

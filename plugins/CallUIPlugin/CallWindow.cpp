@@ -108,15 +108,33 @@ void CallWindow::proceed()
         close();
 }
 
+QString CallWindow::stateText() const
+{
+    switch (m_state) {
+    case State::Dialling:
+        return text("IDS_CALL_DIALLING");
+    case State::InCall: {
+        const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
+        return text("IDS_CALL_TALKING").arg(duration.toString(QLatin1String("hh:mm:ss")));
+    }
+    case State::Ended:
+        break;
+    }
+    return text(m_lostModem ? "IDS_CALL_NO_MODEM" : "IDS_CALL_ENDED");
+}
+
 void CallWindow::showState()
 {
     setCaption(m_hangUp, isGoingOn() ? "IDS_CALL_HANG_UP" : "IDS_CALL_CLOSE");
-    if (m_state == State::InCall) {
-        const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
-        m_stateLabel->setText(text("IDS_CALL_TALKING").arg(duration.toString(QLatin1String("hh:mm:ss"))));
-    } else {
-        m_stateLabel->setText(text(isGoingOn() ? "IDS_CALL_DIALLING" : "IDS_CALL_ENDED"));
-    }
+    m_stateLabel->setText(stateText());
+}
+
+void CallWindow::modemRemoved()
+{
+    if (!isGoingOn())
+        return;
+    m_lostModem = true;
+    enter(State::Ended);
 }
 
 void CallWindow::hangUpOrClose()

@@ -21,6 +21,9 @@ public:
     /// Whether the call has not ended yet.
     bool isGoingOn() const { return m_state != State::Ended; }
 
+    /// Ends the call, which says why.
+    void modemRemoved();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -33,9 +36,11 @@ private:
     void enter(State state);
     void proceed();
     void showState();
+    QString stateText() const;
     void hangUpOrClose();
 
     State m_state = State::Dialling;
+    bool m_lostModem = false;
     QTimer m_nextState;    ///< simulates the network
     QTimer m_everySecond;  ///< updates the duration
     QElapsedTimer m_since; ///< starts when the call is answered

@@ -1,6 +1,8 @@
 #include "DialPadPage.h"
 
 #include "common/CommonUtils.h"
+#include "support/DialString.h"
+#include "support/Modems.h"
 #include "support/Text.h"
 
 #include <QGridLayout>
@@ -41,12 +43,22 @@ QLineEdit* makeNumberField()
     return number;
 }
 
+QLabel* makeMessage()
+{
+    QLabel* const message = Look::label(QString(), 1.0);
+    message->setWordWrap(true);
+    QPalette palette = message->palette();
+    palette.setColor(QPalette::WindowText, Look::toneColor(Look::Tone::Bad, palette));
+    message->setPalette(palette);
+    return message;
+}
+
 } // namespace
 
 DialPadPage::DialPadPage(QWidget* parent)
     : Page("IDS_DIAL_TITLE", "IDS_DIAL_LEAD", Look::Sign::DialPad, parent)
     , m_number(makeNumberField())
-    , m_message(Look::quietLabel(QString(), true))
+    , m_message(makeMessage())
 {
     auto* pad = new QWidget;
     pad->setFixedWidth(PadWidth);
@@ -54,14 +66,14 @@ DialPadPage::DialPadPage(QWidget* parent)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Look::Gap * 2);
     for (QWidget* part :
-         {static_cast<QWidget*>(m_number), makeKeys(), makeCallRow(), static_cast<QWidget*>(m_message)})
+         {static_cast<QWidget*>(m_number), static_cast<QWidget*>(m_message), makeKeys(), makeCallRow()})
         column->addWidget(part);
     content()->addWidget(pad);
     content()->addStretch();
     setFocusProxy(m_number);
-    connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::numberChanged);
+    connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::devicesChanged);
     connect(m_number, &QLineEdit::returnPressed, this, &DialPadPage::call);
-    numberChanged();
+    keepTranslated(this, [this] { devicesChanged(); });
 }
 
 QWidget* DialPadPage::makeKeys()
@@ -107,14 +119,26 @@ void DialPadPage::press(const QString& sign)
 void DialPadPage::call()
 {
     const QString number = m_number->text().trimmed();
-    if (number.isEmpty())
+    if (number.isEmpty() || attachedModems().isEmpty())
         return;
-    const bool begun = CommonUtils::MakeCall(number, UI_CALL_VOICE);
-    m_message->setText(begun ? QString() : text("IDS_DIAL_FAILED"));
+    if (dialString(number).isEmpty())
+        showFault("IDS_DIAL_BAD_NUMBER");
+    else if (!CommonUtils::MakeCall(number, UI_CALL_VOICE))
+        showFault("IDS_DIAL_BUSY");
 }
 
-void DialPadPage::numberChanged()
+void DialPadPage::showFault(const char* id)
 {
-    m_call->setEnabled(!m_number->text().trimmed().isEmpty());
-    m_message->clear();
+    m_message->setText(text(id));
+    m_message->show();
+}
+
+void DialPadPage::devicesChanged()
+{
+    const bool hasModem = !attachedModems().isEmpty();
+    m_call->setEnabled(hasModem && !m_number->text().trimmed().isEmpty());
+    if (hasModem)
+        m_message->hide();
+    else
+        showFault("IDS_DIAL_NO_MODEM");
 }

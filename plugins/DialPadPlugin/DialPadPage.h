@@ -14,13 +14,16 @@ class DialPadPage : public Page
 public:
     explicit DialPadPage(QWidget* parent);
 
+    /// Calls need a modem.
+    void devicesChanged();
+
 private:
     QWidget* makeKeys();
     QPushButton* makeKey(const QString& sign);
     QWidget* makeCallRow();
     void press(const QString& sign);
     void call();
-    void numberChanged();
+    void showFault(const char* id);
 
     QLineEdit* m_number;
     QPushButton* m_call = nullptr;

@@ -4,5 +4,7 @@
 
 QWidget* DialPadPlugin::createPage(QWidget* parent)
 {
-    return new DialPadPage(parent);
+    auto* page = new DialPadPage(parent);
+    connect(followDevices(), &DeviceEvents::changed, page, &DialPadPage::devicesChanged);
+    return page;
 }

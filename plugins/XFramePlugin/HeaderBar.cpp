@@ -18,6 +18,7 @@ namespace {
 constexpr int PictureSize = 48;
 constexpr int CompactPictureSize = 32;
 constexpr int LongestValue = 240;
+constexpr int WidthWithFacts = 560; ///< a narrower header has only the modem
 
 /// A quiet caption above a value.
 QLayout* makeFact(const char* caption, QLabel* value)
@@ -138,7 +139,19 @@ void HeaderBar::setCompact(bool isCompact)
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
     m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
     layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
-    m_facts->setVisible(!isCompact);
+    m_isCompact = isCompact;
+    showFacts();
+}
+
+void HeaderBar::showFacts()
+{
+    m_facts->setVisible(!m_isCompact && width() >= WidthWithFacts);
+}
+
+void HeaderBar::resizeEvent(QResizeEvent* event)
+{
+    showFacts();
+    QWidget::resizeEvent(event);
 }
 
 void HeaderBar::refresh()

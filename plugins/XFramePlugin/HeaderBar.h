@@ -9,7 +9,7 @@ class QLabel;
 class QToolButton;
 
 /// The top of the main window: the attached modem, the operator, what the application is customised for, and
-/// the menu buttons. A compact window has only the modem and the buttons.
+/// the menu button. A compact or narrow window has only the modem and the button.
 class HeaderBar : public QWidget
 {
     Q_OBJECT
@@ -31,14 +31,17 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QLayout* makeModemColumn();
     QWidget* makeFacts();
     void refresh();
+    void showFacts();
 
     Situation m_situation;
     bool m_isTitle = false;
+    bool m_isCompact = false;
     QLabel* m_picture;
     ElidedLabel* m_modem;
     ElidedLabel* m_modemState;

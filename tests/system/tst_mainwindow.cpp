@@ -5,11 +5,13 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDirIterator>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QSaveFile>
@@ -40,6 +42,7 @@ private slots:
     void statusBar();
     void messageLinks();
     void menus();
+    void calls();
     void lateWorker();
 
 protected:
@@ -329,6 +332,31 @@ void TestMainWindow::menus()
     QCOMPARE(pages->currentWidget()->windowTitle(), "Nachrichten");
     QVERIFY(!m_window->isMinimized());
     QVERIFY(!mainFrame->ShowPage("unknown"));
+}
+
+/// What the dial pad says about numbers and modems, and that a call ends when its modem goes.
+void TestMainWindow::calls()
+{
+    const QByteArray modem = "[modem M]\nmodel=Lume V2\nstate=attached\n";
+    simulate(modem);
+    QTRY_VERIFY(owner("Ctrl+D"));
+    auto* const number = m_window->findChild<QLineEdit*>();
+    auto* const call = qobject_cast<QAbstractButton*>(owner("Ctrl+D"));
+    const auto says = [this](const char* id) {
+        return shownTexts(m_window).contains(Change::tr(id, "DialPadPlugin"));
+    };
+    QVERIFY(!call->isEnabled());
+    number->setText("no number");
+    call->click();
+    QVERIFY(says("IDS_DIAL_BAD_NUMBER"));
+    number->setText("+49 (30) 123");
+    QVERIFY(call->isEnabled());
+    call->click();
+    QVERIFY(shownTexts(m_window).contains(Change::tr("IDS_CALL_DIALLING", "CallUIPlugin")));
+    call->click();
+    QVERIFY(says("IDS_DIAL_BUSY"));
+    simulate({});
+    QTRY_VERIFY(shownTexts(m_window).contains(Change::tr("IDS_CALL_NO_MODEM", "CallUIPlugin")));
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.

@@ -1,4 +1,4 @@
-#include "DialString.h"
+#include "support/DialString.h"
 
 #include <algorithm>
 
