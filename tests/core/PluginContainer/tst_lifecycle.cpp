@@ -27,12 +27,6 @@ private slots:
     void uselessLibraries();
     void findsTheFile();
     void manyThreads();
-    void cleanup()
-    {
-        recorder().reset();
-        m_host.reset();
-        checkLog();
-    }
 
 private:
     static QString libraryFile(const QString& base) { return base + TEST_LIBRARY_SUFFIX; }
@@ -43,8 +37,6 @@ private:
     QString run(const QString& script);
     void expect(const QString& script) { QCOMPARE(run(script), script); }
     QString callsInShort() const;
-
-    std::unique_ptr<TestContainer> m_host;
 };
 
 namespace {

@@ -4,7 +4,6 @@
 #include "CoreTest.h"
 #include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
-#include "PublishedHost.h"
 #include "common/SafeMemory.h"
 
 #include <QDesktopServices>
@@ -26,7 +25,6 @@ public slots:
 
 private slots:
     void initTestCase();
-    void cleanup();
     void settings();
     void lookups();
     void lookupsThatMiss();
@@ -36,13 +34,6 @@ private slots:
     void boundedFill();
 
 private:
-    void publish(const QVector<PluginEntry>& entries, const QString& mainPlugin = {})
-    {
-        m_host = makeContainer(entries, mainPlugin);
-        PublishedHost::publish(m_host.get());
-    }
-
-    std::unique_ptr<TestContainer> m_host;
     QUrl m_opened;
 };
 
@@ -111,13 +102,6 @@ void TestCommonUtils::initTestCase()
                                         "001 -70000 11, 001 -70000 00"));
 }
 
-void TestCommonUtils::cleanup()
-{
-    PublishedHost::publish(nullptr);
-    m_host.reset();
-    checkLog();
-}
-
 void TestCommonUtils::settings()
 {
     for (const auto view : {ScriptedDeviceService::Merged, ScriptedDeviceService::User}) {
@@ -150,11 +134,11 @@ void TestCommonUtils::settings()
 void TestCommonUtils::lookups()
 {
     recorder().setAnswer("TestDeviceMgr.Init", 0); // no wait for a modem
-    publish({{PluginIds::DeviceManager, "TestDeviceMgr"},
-             {PluginIds::MainFrame, "TestMainFrame"},
-             {PluginIds::CallUI, "TestBeta"},
-             {"M", "TestAlpha"}},
-            "M"); // the layout's main frame is the one with this name
+    publish(makeContainer({{PluginIds::DeviceManager, "TestDeviceMgr"},
+                           {PluginIds::MainFrame, "TestMainFrame"},
+                           {PluginIds::CallUI, "TestBeta"},
+                           {"M", "TestAlpha"}},
+                          "M")); // the layout's main frame is the one with this name
     QWidget window;
     recorder().setAnswer("TestMainFrame.GetMainWindow", QVariant::fromValue<QObject*>(&window));
     recorder().setAnswer("TestBeta.Call", true);
@@ -187,7 +171,7 @@ void TestCommonUtils::lookupsThatMiss()
         "{time}: {file}: GetMainWindow : {n} : Exit", "Start of {file}: IsPluginAvailable: {n}: ",
         "End of {file}: IsPluginAvailable: {n}: ", "Start: {time}: {file}: MakeCall {n}", NoCall);
     QCOMPARE(log().lines().size(), 8);
-    publish({{"M", "TestMainFrame"}, {PluginIds::CallUI, "TestAlpha"}}, "M");
+    publish(makeContainer({{"M", "TestMainFrame"}, {PluginIds::CallUI, "TestAlpha"}}, "M"));
     recorder().setAnswer("TestMainFrame.GetLayoutPluginClsid", "unknown");
     const auto otherKind = QVariant::fromValue<QObject*>(this);
     recorder().setAnswer("TestAlpha.QueryInterface(0x1001)", otherKind);
@@ -196,7 +180,7 @@ void TestCommonUtils::lookupsThatMiss()
                            "{file}: GetMainWindow: pPluginContainer->GetPlugin failed",
                            "End  : {time}: {file}: MakeCall {n}");
     recorder().setAnswer("TestMainFrame.QueryInterface(0x1011)", otherKind);
-    publish({{PluginIds::MainFrame, "TestMainFrame"}}, "FramePlugin");
+    publish(makeContainer({{PluginIds::MainFrame, "TestMainFrame"}}, "FramePlugin"));
     QCOMPARE(found(), QString("00000"));
     QCOMPARE(log().count(NoCall), 2);
 }
@@ -213,7 +197,7 @@ void TestCommonUtils::embeddedPlugins()
                               "D754AE84-535F-4c18-85F8-F154CFE34FFF", "FAB7A06E-5770-4ffd-B511-479BAE2B74AC"})
         entries += {PluginEntry{clsid, "u"}};
     entries += {{otherCase, "u"}, {"A", "u"}};
-    publish(entries);
+    publish(makeContainer(entries));
     for (const int style : {1, ~4, 4, 5}) {
         CommonUtils::SetFrameStyle(style);
         const QString compact = style == 4 || style == 5 ? "" : further + ' ';

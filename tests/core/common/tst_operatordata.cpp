@@ -46,7 +46,7 @@ void TestOperatorData::cleanup()
 {
     StatusBarOpListParse::DestroyInstance();
     QDir(folder()).removeRecursively();
-    checkLog();
+    CoreTest::cleanup();
 }
 
 void TestOperatorData::networks()
