@@ -1,9 +1,16 @@
 #include "CoreTest.h"
 
 #include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 
 namespace {
+
+/// Where the library looks for the plugin host.
+struct PublishedHost : private Startup
+{
+    static void set(IPluginContainer* host) { m_pPluginContainer = host; }
+};
 
 void resetFlags()
 {
@@ -25,10 +32,24 @@ void CoreTest::init()
     m_folder = std::make_unique<QTemporaryDir>();
     m_log = std::make_unique<LogCapture>();
     // What every start says: plugins report their initialisation at critical level, most settings are absent,
-    // and most tests do without a device manager.
+    // and most tests do without a device manager and a screen.
     m_log->allow(QStringLiteral("{file}: {func}: base IBasePlugin load success, {*}"));
     m_log->allow(QStringLiteral("{time}: {file}: {func}: QRVL_GetSettings returned 2"));
     m_log->allow(QStringLiteral("{file}: getDeviceName: init deviceMgr failed"));
+    m_log->allow(QStringLiteral("This plugin does not support {*}"));
+}
+
+void CoreTest::cleanup()
+{
+    recorder().reset();
+    publish(nullptr);
+    checkLog();
+}
+
+void CoreTest::publish(std::unique_ptr<TestContainer> host)
+{
+    PublishedHost::set(host.get());
+    m_host = std::move(host);
 }
 
 QString CoreTest::installed(const QString& fileName)

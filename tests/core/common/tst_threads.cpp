@@ -5,37 +5,12 @@
 #include "CoreTest.h"
 #include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
-#include "PublishedHost.h"
 
 #include <QElapsedTimer>
 #include <QThread>
 
 #include <stdexcept>
 #include <thread>
-
-class TestThreads : public CoreTest
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void counting();
-    void waitWithoutWorkers();
-    void lastWorkerWakesAll();
-    void workerThatNeverEnds();
-
-private:
-    /// A host with one plugin.
-    void publishHost(const QString& clsid = PluginIds::NotifyService)
-    {
-        m_host = makeContainer({{clsid, "TestAlpha"}});
-        PublishedHost::publish(m_host.get());
-    }
-
-    std::unique_ptr<TestContainer> m_host;
-    int m_rounds = 0; ///< of waiting, in all tests
-};
 
 namespace {
 
@@ -54,19 +29,35 @@ void runTwice(void (*run)())
 
 } // namespace
 
-void TestThreads::init()
+class TestThreads : public CoreTest
 {
-    CoreTest::init();
-    log().allow("{time}: {file}: {func}:{*}hread{*}");
-}
+    Q_OBJECT
 
-void TestThreads::cleanup()
-{
-    m_rounds += log().count(WaitBegins);
-    PublishedHost::publish(nullptr);
-    m_host.reset();
-    checkLog();
-}
+private slots:
+    void init()
+    {
+        CoreTest::init();
+        log().allow("{time}: {file}: {func}:{*}hread{*}");
+    }
+    void cleanup()
+    {
+        m_rounds += log().count(WaitBegins);
+        CoreTest::cleanup();
+    }
+    void counting();
+    void waitWithoutWorkers();
+    void lastWorkerWakesAll();
+    void workerThatNeverEnds();
+
+private:
+    /// A host with one plugin.
+    void publishHost(const QString& clsid = PluginIds::NotifyService)
+    {
+        publish(makeContainer({{clsid, "TestAlpha"}}));
+    }
+
+    int m_rounds = 0; ///< of waiting, in all tests
+};
 
 void TestThreads::counting()
 {
