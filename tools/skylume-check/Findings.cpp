@@ -33,6 +33,8 @@ constexpr KindText KindTexts[] = {
      "Restore the file."},
     {Kind::UnknownClsid, "unknown-clsid", "The entry is ignored.",
      "List the plugin in config/pluginslib.xml, or correct the clsid; case matters."},
+    {Kind::RepeatedEntry, "repeated-entry", "Once counts like twice; \"remove\" takes precedence over \"add\".",
+     "Remove one of them."},
     {Kind::UnknownMainPlugin, "unknown-main-plugin",
      "The application has no main window and ends with a message.",
      "Name the clsid of a plugin that the file lists."},

@@ -19,6 +19,7 @@ enum class Kind {
     DuplicateEntry,
     MissingFile,
     UnknownClsid,
+    RepeatedEntry,
     UnknownMainPlugin,
     MissingLibrary,
     AmbiguousLibrary,

@@ -58,11 +58,10 @@ void checkRepeatedEntries(const InstalledXml& file, Findings& findings)
         if (key.second.isNull())
             continue;
         if (lines.contains(key))
-            findings.add(Kind::DuplicateEntry, file.path, entry.line,
+            findings.add(Kind::RepeatedEntry, file.path, entry.line,
                          QStringLiteral("the rule has \"%1\" already, in line %2")
                              .arg(key.second)
-                             .arg(lines.value(key)),
-                         QStringLiteral("Once counts like twice; \"remove\" takes precedence over \"add\"."));
+                             .arg(lines.value(key)));
         lines.insert(key, entry.line);
     }
 }

@@ -1,5 +1,7 @@
 #include "Schema.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace {
@@ -18,12 +20,13 @@ bool SchemaValue::allows(const QString& text) const
 {
     if (!words.isEmpty())
         return words.contains(text);
-    return pattern.pattern().isEmpty() || pattern.match(text).hasMatch();
+    return pattern.isEmpty() ||
+           QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
 }
 
 QString SchemaValue::description() const
 {
-    return words.isEmpty() ? QStringLiteral("of the form %1").arg(pattern.pattern())
+    return words.isEmpty() ? QStringLiteral("of the form %1").arg(pattern)
                            : words.join(QStringLiteral(" or "));
 }
 

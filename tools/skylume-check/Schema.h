@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QHash>
-#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -14,7 +13,7 @@ using SchemaNotes = QHash<QString, QString>;
 struct SchemaValue
 {
     QStringList words;
-    QRegularExpression pattern;
+    QString pattern; ///< for the whole text
     SchemaNotes notes;
 
     bool allows(const QString& text) const;

@@ -110,7 +110,7 @@ SchemaValue SchemaReader::value(int simpleType) const
         value.words.append(attribute(word, "value"));
     const int pattern = child(restriction, "pattern");
     if (pattern >= 0)
-        value.pattern.setPattern(QRegularExpression::anchoredPattern(attribute(pattern, "value")));
+        value.pattern = attribute(pattern, "value");
     return value;
 }
 
