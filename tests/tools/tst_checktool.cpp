@@ -17,6 +17,7 @@ private slots:
     void init();
     void findings_data();
     void findings();
+    void shippedFiles();
     void soundForms_data();
     void soundForms();
     void libraries_data();
@@ -30,7 +31,6 @@ private slots:
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
     QByteArray check(int exitCode) { return runTool("skylume-check", {m_folder->path()}, exitCode); }
-    void checkSchema(const QString& file, bool isValid) const;
 
     QScopedPointer<QTemporaryDir> m_folder;
 };
@@ -57,20 +57,25 @@ const QSet<QString> SchemaKinds = {"broken-xml",        "wrong-root",        "un
                                    "unknown-attribute", "missing-attribute", "bad-value",
                                    "stray-text",        "duplicate-entry"};
 
-QString schemaOf(const QString& file)
-{
-    static const QMap<QString, QString> names = {{Menu, "menu"},
-                                                 {ToolBar, "toolbar"},
-                                                 {Units, "standard-configuration"},
-                                                 {Splash, "main-window"},
-                                                 {Texts, "language"}};
-    return QString(SCHEMAS "/%1.xsd").arg(names.value(file, QFileInfo(file).completeBaseName()));
-}
-
 QByteArray read(const QString& path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The schema for a file: its name or its content tells.
+QString schemaOf(const QString& path)
+{
+    const std::pair<const char*, const char*> marks[] = {{"<ToolBar", "toolbar"},
+                                                         {"<menu", "menu"},
+                                                         {"<customize_", "standard-configuration"},
+                                                         {"<function", "main-window"},
+                                                         {"<language>", "language"}};
+    const QByteArray content = read(path);
+    for (const auto& [mark, schema] : marks)
+        if (content.contains(mark))
+            return schema;
+    return QFileInfo(path).completeBaseName();
 }
 
 void write(const QString& path, const QByteArray& content)
@@ -99,6 +104,27 @@ QStringList findingsIn(const QByteArray& output, const QString& folder)
     return found;
 }
 
+/// Another validator's opinion of files of one schema.
+void checkSchema(const QString& schema, const QStringList& files, bool areValid)
+{
+#ifndef Q_OS_WIN // there is none
+    QProcess validator;
+    validator.setProcessChannelMode(QProcess::MergedChannels);
+    validator.start("xmllint", QStringList{"--noout", "--schema", SCHEMAS "/" + schema + ".xsd"} + files);
+    QVERIFY2(validator.waitForFinished(), "xmllint is missing");
+    QVERIFY2((validator.exitCode() == 0) == areValid, validator.readAll());
+#else
+    Q_UNUSED(schema)
+    Q_UNUSED(files)
+    Q_UNUSED(areValid)
+#endif
+}
+
+void checkSchema(const QString& file, bool isValid)
+{
+    checkSchema(schemaOf(file), {file}, isValid);
+}
+
 } // namespace
 
 void tst_CheckTool::init()
@@ -113,19 +139,19 @@ void tst_CheckTool::init()
         copy(TEST_PLUGINS "/CheckedPlugin" LIBRARY_SUFFIX, path(QString(name) + LIBRARY_SUFFIX));
 }
 
-/// Another validator's opinion of a file.
-void tst_CheckTool::checkSchema(const QString& file, bool isValid) const
+/// The tool's own opinion of them is the test installation_files.
+void tst_CheckTool::shippedFiles()
 {
-#ifndef Q_OS_WIN // there is none
-    QProcess validator;
-    validator.setProcessChannelMode(QProcess::MergedChannels);
-    validator.start("xmllint", {"--noout", "--huge", "--schema", schemaOf(file), path(file)});
-    QVERIFY2(validator.waitForFinished(), "xmllint is missing");
-    QVERIFY2((validator.exitCode() == 0) == isValid, validator.readAll());
-#else
-    Q_UNUSED(file)
-    Q_UNUSED(isValid)
-#endif
+    QMap<QString, QStringList> files;
+    for (QDirIterator all(SHIPPED_INSTALLATION, {"*.xml", "*.lang"}, QDir::Files,
+                          QDirIterator::Subdirectories);
+         all.hasNext();) {
+        const QString file = all.next();
+        files[schemaOf(file)].append(file);
+    }
+    QVERIFY(files.size() >= 9);
+    for (auto schema = files.cbegin(); schema != files.cend(); ++schema)
+        checkSchema(schema.key(), schema.value(), true);
 }
 
 void tst_CheckTool::findings_data()
@@ -148,7 +174,7 @@ void tst_CheckTool::findings_data()
         Library + ":13 repeated-element");
     row("second item", Units, "value=\"1024\"/>", "value=\"1024\"/><item name=\"x\" value=\"y\"/>",
         Units + ":3 repeated-element");
-    row("second part", Menu, "</customize>", "</customize><customize/>", Menu + ":17 repeated-element");
+    row("second part", Menu, "</customize>", "</customize><customize/>", Menu + ":18 repeated-element");
     row("no static", Library, "<static>true</static>", "", Library + ":3 missing-element");
     row("no name", Library, "<name>XFramePlugin</name>", "", Library + ":3 missing-element");
     row("attribute", Config, "<common/>", "<common x=\"y\"/>", Config + ":23 unknown-attribute");
@@ -168,20 +194,24 @@ void tst_CheckTool::findings_data()
     row("main plugin", Library, "<mainplugin>1", "<mainplugin>2", Library + ":2 unknown-main-plugin");
     row("library", Library, "Good.dll", "Bad.dll", Library + ":10 missing-library");
 
-    row("parent", Menu, "parent=\"More\"", "parent=\"more\"", Menu + ":7 unknown-parent");
-    row("menu", Menu, "name=\"Tray\">\n        ", "name=\"Main\">", Menu + ":12 unknown-menu");
+    row("parent", Menu, "parent=\"More\"", "parent=\"more\"", Menu + ":8 unknown-parent");
+    row("menu", Menu, "name=\"Tray\">\n        ", "name=\"Main\">", Menu + ":13 unknown-menu");
     row("removal of a sub-menu", Menu, "\"ITEM\" id=\"IDS_MENU_OPEN\" action",
         "\"POPUP\" id=\"IDS_MENU_MORE\" action", "");
     row("removal of nothing", Menu, "\"IDS_MENU_OPEN\" action", "\"IDS_NONE\" action",
-        Menu + ":13 nothing-to-remove");
-    row("action", Menu, " action=\"add\"", "", Menu + ":14 no-action");
-    row("text", Menu, "id=\"IDS_MENU_MORE\">More", "id=\"IDS_MENU_LESS\">More", Menu + ":5 unknown-text");
+        Menu + ":14 nothing-to-remove");
+    row("action", Menu, " action=\"add\"", "", Menu + ":15 no-action");
+    row("text", Menu, "id=\"IDS_MENU_MORE\">More", "id=\"IDS_MENU_LESS\">More", Menu + ":6 unknown-text");
     row("operator's text", Operators, "IDS_ONE", "IDS_TWO", Operators + ":4 unknown-text");
-    row("two blocks", Menu, "</block>", "</block><b name=\"x\"/>", Menu + ":11 block-runs-on");
+    row("two blocks", Menu, "</block>", "</block><b name=\"x\"/>", Menu + ":12 block-runs-on");
     row("hidden block", Menu, "<block name=\"northtel\">\n      <menu",
         "<block name=\"x\"><menu parent=\"null\" name=\"northtel\"/>\n      <menu",
-        Menu + ":11 hidden-block; " + Menu + ":11 unknown-menu");
-    row("no block", Menu, "<block name", "<block operator", Menu + ":11 nameless-block");
+        Menu + ":12 hidden-block; " + Menu + ":12 unknown-menu");
+    row("block of another", Menu, "name=\"northtel\">\n      <menu parent=\"null\" name=\"Tray\">",
+        "name=\"Tray\">\n      <menu parent=\"null\" name=\"Tray\">", "");
+    row("late menu", Menu, "</qrvldoc>", "<menu parent=\"null\" name=\"Late\"/></qrvldoc>",
+        Menu + ":19 menu-after-blocks");
+    row("no block", Menu, "<block name", "<block operator", Menu + ":12 nameless-block");
     row("button's plugin", ToolBar, "\"GoodPlugin\"", "\"goodplugin\"", ToolBar + ":3 unknown-plugin");
     row("icon", ToolBar, "\"OPEN\" enabled=\"on.png\"", "\"OPEN\" enabled=\"On.svg\"",
         ToolBar + ":3 missing-icon");
@@ -225,7 +255,7 @@ void tst_CheckTool::findings()
         return SchemaKinds.contains(finding.section(' ', 1));
     });
     if (QFile::exists(path(file)) && !file.endsWith(".ini") && !file.endsWith(".dat"))
-        checkSchema(file, isValid);
+        checkSchema(path(file), isValid);
 }
 
 void tst_CheckTool::soundForms_data()
@@ -256,7 +286,7 @@ void tst_CheckTool::soundForms()
     QFETCH(QByteArray, content);
     write(path(file), content);
     check(0);
-    checkSchema(file, true);
+    checkSchema(path(file), true);
 }
 
 void tst_CheckTool::libraries_data()
@@ -307,11 +337,11 @@ void tst_CheckTool::report()
     copy(path(QString("Good") + LIBRARY_SUFFIX), path(QString("GoodOld") + LIBRARY_SUFFIX));
     const QByteArray output = check(1);
     const QByteArray folder = m_folder->path().toLocal8Bit();
-    QVERIFY2(output.contains(folder + "/plugins/GoodPlugin/menu.xml:10: note: operators change"), output);
+    QVERIFY2(output.contains(folder + "/plugins/GoodPlugin/menu.xml:11: note: operators change"), output);
     QVERIFY2(
         output.contains("Faults: 1\n" + folder +
                         "/config/pluginslib.xml:10: \"Good\" fits more than one library: good" LIBRARY_SUFFIX
-                        ", goodold" LIBRARY_SUFFIX " [ambiguous-library]\n    The first one"),
+                        ", goodold" LIBRARY_SUFFIX " [ambiguous-library]\n    At run time: The first one"),
         output);
     QCOMPARE(output.split('\n').last(), QByteArray());
 }

@@ -66,9 +66,11 @@ QString tableOf(const PluginStatusList& plugins)
 }
 
 /// The faults of the two files, and of the libraries of plugins that are on.
-Faults faultsOf(const PluginInspection& inspection, const QString& file)
+Faults faultsOf(const PluginInspection& inspection, const Installation& installation)
 {
     Findings findings;
+    const QHash<QString, qint64> lines = pluginLines(installation);
+    const QString file = installation.path(QStringLiteral("config/pluginslib.xml"));
     for (const ConfigurationFault& fault : inspection.GetConfigurationFaults()) {
         const bool isMalformed = fault.kind == ConfigurationFault::Kind::Malformed;
         findings.add(isMalformed ? Kind::BrokenXml : Kind::MissingFile, fault.path,
@@ -77,7 +79,8 @@ Faults faultsOf(const PluginInspection& inspection, const QString& file)
     }
     for (const PluginStatus& plugin : inspection.GetPluginStatus())
         if (isOn(plugin) && plugin.fault != PluginStatus::Fault::None)
-            findings.add(kindOf(plugin.fault), file, 1, describeLibraryFault(plugin));
+            findings.add(kindOf(plugin.fault), file, lines.value(plugin.clsid, 1),
+                         describeLibraryFault(plugin));
     return findings.faults();
 }
 
@@ -102,5 +105,5 @@ int explain(const QString& folder, const Situation& situation)
                    key.isEmpty() ? QStringLiteral("everyone and the operator only") : key));
     print(tableOf(inspection.GetPluginStatus()));
     std::fflush(stdout);
-    return Tool::report(faultsOf(inspection, installation.path(QStringLiteral("config/pluginslib.xml"))));
+    return Tool::report(faultsOf(inspection, installation));
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 
 namespace {
 
@@ -33,8 +34,8 @@ constexpr KindText KindTexts[] = {
      "Restore the file."},
     {Kind::UnknownClsid, "unknown-clsid", "The entry is ignored.",
      "List the plugin in config/pluginslib.xml, or correct the clsid; case matters."},
-    {Kind::RepeatedEntry, "repeated-entry", "Once counts like twice; \"remove\" takes precedence over \"add\".",
-     "Remove one of them."},
+    {Kind::RepeatedEntry, "repeated-entry",
+     "Once counts like twice; \"remove\" takes precedence over \"add\".", "Remove one of them."},
     {Kind::UnknownMainPlugin, "unknown-main-plugin",
      "The application has no main window and ends with a message.",
      "Name the clsid of a plugin that the file lists."},
@@ -67,6 +68,9 @@ constexpr KindText KindTexts[] = {
      "Name the menu differently from every operator."},
     {Kind::NamelessBlock, "nameless-block", "No operator's search finds the block.",
      "Give it a customisation name in the attribute \"name\"."},
+    {Kind::MenuAfterBlocks, "menu-after-blocks",
+     "It is read only if a block was applied before; all other modems do not get it.",
+     "Move it before \"customize\"."},
     {Kind::BlocksForEveryone, "blocks-for-everyone",
      "With a modem without a customisation name, and without a modem, all blocks are applied.",
      "Let the menus make sense with all blocks, too.", true},

@@ -35,6 +35,7 @@ enum class Kind {
     BlockRunsOn,
     HiddenBlock,
     NamelessBlock,
+    MenuAfterBlocks,
     BlocksForEveryone,
     UnknownText,
     UnknownPlugin,

@@ -51,6 +51,7 @@ public:
     void run();
 
 private:
+    void checkPlainMenu(int menu);
     void checkMenu(int menu, bool isChange);
     void checkItem(int item, const QString& menu, const QString& parent, bool isChange);
     void checkRemoval(int item, const QString& menu, const QString& place);
@@ -69,11 +70,12 @@ private:
     const Installation& m_installation;
     const InstalledXml& m_file;
     const XmlTree& m_tree;
-    const QSet<QString>& m_operators;
+    QSet<QString> m_operators;
     Findings& m_findings;
     Menus m_menus;
-    QString m_current; ///< the menu that was named last
-    QSet<QString> m_blocks;
+    QString m_current;      ///< the menu that was named last
+    QSet<QString> m_blocks; ///< names of the blocks so far
+    bool m_hasBlocks = false;
 };
 
 void MenuCheck::run()
@@ -81,10 +83,17 @@ void MenuCheck::run()
     for (const int root : m_tree.named(QStringLiteral("qrvldoc")))
         for (const int child : m_tree[root].children) {
             if (m_tree[child].name == QLatin1String("menu"))
-                checkMenu(child, false);
+                checkPlainMenu(child);
             else if (m_tree[child].name == QLatin1String("customize"))
                 checkCustomization(child);
         }
+}
+
+void MenuCheck::checkPlainMenu(int menu)
+{
+    if (m_hasBlocks)
+        add(Kind::MenuAfterBlocks, menu, QStringLiteral("there is a menu after \"customize\""));
+    checkMenu(menu, false);
 }
 
 void MenuCheck::checkMenu(int menu, bool isChange)
@@ -141,6 +150,10 @@ void MenuCheck::checkCustomization(int customize)
     const QVector<int>& blocks = m_tree[customize].children;
     if (!blocks.isEmpty())
         add(Kind::BlocksForEveryone, customize, QStringLiteral("operators change the menus of this file"));
+    m_hasBlocks = true;
+    for (const int block : blocks)
+        m_operators.insert(attribute(block, "name"));
+    m_operators.remove({});
     for (const int block : blocks)
         checkBlock(block, block == blocks.last());
 }

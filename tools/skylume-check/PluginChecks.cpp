@@ -26,17 +26,6 @@ constexpr std::array<QPair<LoadFault, Kind>, 6> FaultKinds{{
 
 constexpr QLatin1String ClsidName("clsid");
 
-/// Lines of the plugin library file by clsid.
-QHash<QString, qint64> listedPlugins(const Installation& installation)
-{
-    QHash<QString, qint64> lines;
-    installation.forEach(Format::PluginLibrary, [&](const InstalledXml& file) {
-        for (const int plugin : file.tree.named(QStringLiteral("plugin")))
-            lines.insert(file.tree.childText(plugin, ClsidName), file.tree[plugin].line);
-    });
-    return lines;
-}
-
 void checkMainPlugin(const Installation& installation, const QHash<QString, qint64>& listed,
                      Findings& findings)
 {
@@ -101,22 +90,33 @@ QStringList beginningWith(const QString& prefix, const QStringList& sorted)
 
 } // namespace
 
+QHash<QString, qint64> pluginLines(const Installation& installation)
+{
+    QHash<QString, qint64> lines;
+    installation.forEach(Format::PluginLibrary, [&](const InstalledXml& file) {
+        for (const int plugin : file.tree.named(QStringLiteral("plugin")))
+            lines.insert(file.tree.childText(plugin, ClsidName), file.tree[plugin].line);
+    });
+    return lines;
+}
+
 Kind kindOf(PluginStatus::Fault fault)
 {
-    const auto found = std::find_if(FaultKinds.begin(), FaultKinds.end(),
-                                    [fault](const QPair<LoadFault, Kind>& pair) { return pair.first == fault; });
+    const auto found =
+        std::find_if(FaultKinds.begin(), FaultKinds.end(),
+                     [fault](const QPair<LoadFault, Kind>& pair) { return pair.first == fault; });
     return found == FaultKinds.end() ? Kind::MissingLibrary : found->second;
 }
 
 QString describeLibraryFault(const PluginStatus& plugin)
 {
-    return QStringLiteral("%1: %2 – wanted: %3; found: %4")
+    return QStringLiteral("%1: %2: wanted: %3; found: %4")
         .arg(plugin.name, QDir::toNativeSeparators(plugin.library), plugin.wanted, plugin.found);
 }
 
 void checkPlugins(const Installation& installation, Findings& findings)
 {
-    const QHash<QString, qint64> listed = listedPlugins(installation);
+    const QHash<QString, qint64> listed = pluginLines(installation);
     checkMainPlugin(installation, listed, findings);
     checkRules(installation, listed, findings);
 }
@@ -129,7 +129,7 @@ void checkLibraries(const Installation& installation, Findings& findings)
             findings.add(Kind::MissingFile, fault.path, 1,
                          fault.message.isEmpty() ? QStringLiteral("the file is missing") : fault.message);
     inspection.tryLibraries();
-    const QHash<QString, qint64> lines = listedPlugins(installation);
+    const QHash<QString, qint64> lines = pluginLines(installation);
     const QString file = installation.path(QStringLiteral("config/pluginslib.xml"));
     const QStringList libraries = librariesIn(installation.folder());
     for (const PluginStatus& plugin : inspection.GetPluginStatus()) {

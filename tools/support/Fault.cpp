@@ -7,9 +7,10 @@
 QString Fault::toString() const
 {
     QString text = QStringLiteral("%1:%2: %3").arg(file).arg(line).arg(message);
-    for (const QString& more : {effect, remedy})
-        if (!more.isEmpty())
-            text += QStringLiteral("\n    ") + more;
+    if (!effect.isEmpty())
+        text += QStringLiteral("\n    At run time: ") + effect;
+    if (!remedy.isEmpty())
+        text += QStringLiteral("\n    To mend it: ") + remedy;
     return text;
 }
 
