@@ -1,7 +1,5 @@
 #include "Schema.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace {
@@ -20,8 +18,7 @@ bool SchemaValue::allows(const QString& text) const
 {
     if (!words.isEmpty())
         return words.contains(text);
-    return pattern.isEmpty() ||
-           QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
+    return pattern.isEmpty() || wholePattern.match(text).hasMatch();
 }
 
 QString SchemaValue::description() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -13,7 +14,8 @@ using SchemaNotes = QHash<QString, QString>;
 struct SchemaValue
 {
     QStringList words;
-    QString pattern; ///< for the whole text
+    QString pattern;
+    QRegularExpression wholePattern; ///< `pattern` for the whole text; compiled once
     SchemaNotes notes;
 
     bool allows(const QString& text) const;

@@ -109,8 +109,10 @@ SchemaValue SchemaReader::value(int simpleType) const
     for (const int word : m_tree.named(QStringLiteral("enumeration"), restriction))
         value.words.append(attribute(word, "value"));
     const int pattern = child(restriction, "pattern");
-    if (pattern >= 0)
-        value.pattern = attribute(pattern, "value");
+    if (pattern < 0)
+        return value;
+    value.pattern = attribute(pattern, "value");
+    value.wholePattern.setPattern(QRegularExpression::anchoredPattern(value.pattern));
     return value;
 }
 
