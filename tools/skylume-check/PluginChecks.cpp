@@ -49,8 +49,7 @@ void checkRepeatedEntries(const InstalledXml& file, Findings& findings)
         if (lines.contains(key))
             findings.add(Kind::RepeatedEntry, file.path, entry.line,
                          QStringLiteral("the rule has \"%1\" already, in line %2")
-                             .arg(key.second)
-                             .arg(lines.value(key)));
+                             .arg(key.second, QString::number(lines.value(key))));
         lines.insert(key, entry.line);
     }
 }

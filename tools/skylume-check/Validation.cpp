@@ -35,6 +35,7 @@ public:
 private:
     void begin(int node, int type);
     int place(int node);
+    int globalType(int node) const;
     int placeIn(const SchemaType& type, int node, Progress& parent);
     int misplaced(const SchemaType& type, int node, Progress& parent);
     void checkAttributes(int node, const SchemaType& type);
@@ -94,6 +95,12 @@ int Validator::place(int node)
         return UnknownType;
     if (parent.type != Schema::AnyType)
         return placeIn(m_schema.types[parent.type], node, parent);
+    return globalType(node);
+}
+
+/// The type of an element in a place where any element may be.
+int Validator::globalType(int node) const
+{
     const auto global = m_schema.globals.constFind(m_tree[node].name);
     return global == m_schema.globals.cend() ? Schema::AnyType : global->element.type;
 }
@@ -106,10 +113,7 @@ int Validator::placeIn(const SchemaType& type, int node, Progress& parent)
     parent.slot = slot;
     ++parent.counts[slot];
     const SchemaElement* const element = type.content[slot].find(m_tree[node].name);
-    if (element)
-        return element->type;
-    const auto global = m_schema.globals.constFind(m_tree[node].name);
-    return global == m_schema.globals.cend() ? Schema::AnyType : global->element.type;
+    return element ? element->type : globalType(node);
 }
 
 /// The first slot from the present one on that takes the element; -1 if there is none.
@@ -239,8 +243,7 @@ void Validator::checkKey(int upper, const SchemaKey& key)
         if (lines.contains(values))
             add(Kind::DuplicateEntry, node,
                 QStringLiteral("\"%1\" is there already, in line %2")
-                    .arg(values.join(QLatin1Char(' ')))
-                    .arg(lines.value(values)),
+                    .arg(values.join(QLatin1Char(' ')), QString::number(lines.value(values))),
                 key.notes);
         else
             lines.insert(values, m_tree[node].line);

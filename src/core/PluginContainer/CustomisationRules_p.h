@@ -17,6 +17,9 @@ class CustomisationRules
 public:
     using Table = QHash<QString, QString>; ///< key to clsid, several per key
 
+    /// The key of the rules for everyone and for the operator.
+    static QString commonKey() { return QStringLiteral("common"); }
+
     /// What applying a key would change.
     struct Change
     {

@@ -2,7 +2,7 @@
 #include "PluginContainer/PluginContainer.h"
 
 #include "PluginContainer/ConfigurationFile_p.h"
-#include "PluginContainer/CustomisationKeys.h"
+#include "PluginContainer/CustomisationRules_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
@@ -138,7 +138,7 @@ void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
 
 bool PluginContainer::enableByDefault(const QStringRef& clsid)
 {
-    addToDisEnableList(CustomisationKeys::Common, m_pEnableTable, clsid, true);
+    addToDisEnableList(CustomisationRules::commonKey(), m_pEnableTable, clsid, true);
     const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (info)
         m_pCommonSet->insert(info->m_strClsid);

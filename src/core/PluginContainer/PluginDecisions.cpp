@@ -1,6 +1,6 @@
 #include "PluginContainer/PluginDecisions_p.h"
 
-#include "PluginContainer/CustomisationKeys.h"
+#include "PluginContainer/CustomisationRules_p.h"
 
 void PluginDecisions::noteCommon(const QString& clsid, const QString& operatorName)
 {
@@ -20,7 +20,7 @@ qint64 PluginDecisions::lineOf(const QString& clsid, const RuleLines& lines) con
     const Decision made = decision(clsid);
     const bool isByKey =
         made.rule == PluginStatus::Rule::KeyAdd || made.rule == PluginStatus::Rule::KeyRemove;
-    const QString key = isByKey ? made.key : QString(CustomisationKeys::Common);
+    const QString key = isByKey ? made.key : CustomisationRules::commonKey();
     const auto found = lines.find({made.rule != PluginStatus::Rule::KeyRemove, key, clsid});
     return found == lines.end() || made.rule == PluginStatus::Rule::None ? 0 : found->second;
 }

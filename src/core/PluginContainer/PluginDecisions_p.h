@@ -22,12 +22,13 @@ public:
 
     /// Lines of the plugin configuration file by the rules in them: whether the rule enables, its key in the
     /// container's tables, and the plugin's clsid.
-    using RuleLines = std::map<std::tuple<bool, QString, QString>, qint64>;
+    using Rule = std::tuple<bool, QString, QString>;
+    using RuleLines = std::map<Rule, qint64>;
 
     /// A rule was read at this line. Only collects: there may be many rules, and few are ever asked for.
     void noteRule(bool isEnabling, const QString& key, const QString& clsid, qint64 line)
     {
-        m_rules.push_back({{isEnabling, key, clsid}, line});
+        m_rules.emplace_back(Rule(isEnabling, key, clsid), line);
     }
 
     /// The lines of all rules; of several equal rules that of the first.
@@ -58,5 +59,5 @@ private:
     QHash<QString, PluginFault> m_faults;
     QSet<QString> m_operatorAdded;
     PluginStatusList m_removed;
-    std::vector<RuleLines::value_type> m_rules;
+    std::vector<std::pair<Rule, qint64>> m_rules;
 };
