@@ -350,14 +350,15 @@ void tst_CheckTool::explanation_data()
     row("operator adds", {}, "CallUIPlugin on added by the operator northtel", "customize name=\"northtel\"");
     row("no operator", {"--operator", ""}, "HelpPlugin on enabled for everyone", "common");
     row("no rule", {"--operator", "x"}, "DialPadPlugin off no rule enables it", "");
-    row("modem", {"--device", "Lume S1"}, "SmsPlugin off turned off for Lume S1", "device name=\"Lume S1\"");
+    row("modem", {"--device", "Lume S1"}, "SmsPlugin off turned off for modem Lume S1",
+        "device name=\"Lume S1\"");
     row("modem in other case", {"--device", "lume s1"}, "SmsPlugin on enabled for everyone", "common");
-    row("group", {"--device", "Lume S1", "--gid", "NT-GOLD"}, "DialPadPlugin on added for GIDNT-GOLD",
+    row("group", {"--device", "Lume S1", "--gid", "NT-GOLD"}, "DialPadPlugin on added for group NT-GOLD",
         "GID name=\"NT-GOLD\"");
-    row("unknown group", {"--device", "Lume S1", "--gid", "NT"}, "SmsPlugin off turned off for Lume S1",
+    row("unknown group", {"--device", "Lume S1", "--gid", "NT"}, "SmsPlugin off turned off for modem Lume S1",
         "device name=\"Lume S1\"");
     row("SIM before group", {"--device", "Lume S1", "--gid", "NT-GOLD", "--imsi", "310260123456789"},
-        "SimInfoPlugin off turned off for IMSI310260", "IMSI name=\"310260\"");
+        "SimInfoPlugin off turned off for SIM 310260", "IMSI name=\"310260\"");
 }
 
 /// What the shipped rules say. The comments in the file name the plugins.

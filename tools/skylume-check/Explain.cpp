@@ -2,6 +2,7 @@
 
 #include "Installation.h"
 #include "LibraryFault.h"
+#include "PluginContainer/CustomisationKeys.h"
 #include "PluginContainer/PluginInspection.h"
 #include "support/TextTable.h"
 #include "support/Tool.h"
@@ -42,12 +43,24 @@ QString stateOf(const PluginStatus& plugin)
     return isOn(plugin) ? QStringLiteral("on") : QStringLiteral("off");
 }
 
+/// The meaning of a customisation key, which is not empty.
+QString describeKey(const QString& key)
+{
+    if (key.startsWith(CustomisationKeys::Imsi))
+        return QStringLiteral("SIM ") + key.mid(CustomisationKeys::Imsi.size());
+    if (key.startsWith(CustomisationKeys::Gid))
+        return QStringLiteral("group ") + key.mid(CustomisationKeys::Gid.size());
+    return QStringLiteral("modem ") + key;
+}
+
 QString reasonOf(const PluginStatus& plugin)
 {
     const auto* const found = std::find_if(std::begin(RuleTexts), std::end(RuleTexts),
                                            [&](const RuleText& text) { return text.rule == plugin.rule; });
     const QString text = QLatin1String(found->text);
-    return text.contains(QLatin1String("%1")) ? text.arg(plugin.key) : text;
+    const bool isByKey = plugin.rule == Rule::KeyAdd || plugin.rule == Rule::KeyRemove;
+    return text.contains(QLatin1String("%1")) ? text.arg(isByKey ? describeKey(plugin.key) : plugin.key)
+                                              : text;
 }
 
 QString placeOf(const PluginStatus& plugin)
@@ -102,7 +115,7 @@ int explain(const QString& folder, const Situation& situation)
     inspection.tryLibraries();
     print(QStringLiteral("Operator: %1\nRules of: %2\n\n")
               .arg(operatorName.isEmpty() ? QStringLiteral("none") : operatorName,
-                   key.isEmpty() ? QStringLiteral("everyone and the operator only") : key));
+                   key.isEmpty() ? QStringLiteral("everyone and the operator only") : describeKey(key)));
     print(tableOf(inspection.GetPluginStatus()));
     std::fflush(stdout);
     return Tool::report(faultsOf(inspection, installation));
