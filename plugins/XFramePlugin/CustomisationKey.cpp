@@ -7,20 +7,10 @@
 
 namespace {
 
-bool hasRules(const IPluginContainer& container, const QString& key)
+QString keyOfModem(const IPluginContainer& container, const Modem& modem)
 {
     const auto* const rules = dynamic_cast<const PluginContainer*>(&container);
-    return rules && rules->HasRulesFor(key);
-}
-
-QString keyOfModem(IPluginContainer& container, const Modem& modem)
-{
-    const QString imsiKey = ImsiPrefix + modem.imsi;
-    if (!modem.imsi.isEmpty() && hasRules(container, imsiKey))
-        return imsiKey;
-    if (!modem.gid.isEmpty() && container.GetGIDGroups().contains(modem.gid))
-        return GidPrefix + modem.gid;
-    return modem.name;
+    return rules ? rules->KeyForModem(modem.name, modem.imsi, modem.gid) : modem.name;
 }
 
 } // namespace

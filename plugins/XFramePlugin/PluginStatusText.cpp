@@ -1,6 +1,6 @@
 #include "PluginStatusText.h"
 
-#include "CustomisationKey.h"
+#include "PluginContainer/CustomisationKeys.h"
 #include "common/CommonUtils.h"
 #include "support/Text.h"
 
@@ -89,6 +89,28 @@ QString describeSim(const QString& digits)
     return text("IDS_KEY_SIM").arg(digits.left(NetworkDigits));
 }
 
+/// A path relative to the installation.
+QString installed(const QString& path)
+{
+    return QDir(CommonUtils::GetPluginLibraryPath()).relativeFilePath(path);
+}
+
+QString placeOfRule(const PluginStatus& status)
+{
+    return text("IDS_DETAIL_RULE").arg(installed(status.ruleFile)).arg(status.ruleLine);
+}
+
+/// What Init() throws is not about a file; all that is known then is the exception's text.
+QString describeFailure(const PluginStatus& status)
+{
+    if (status.wanted.isEmpty())
+        return status.error.isEmpty() ? describeReason(status) : status.error;
+    const QStringList lines = {text("IDS_DETAIL_FILE").arg(QDir::toNativeSeparators(status.library)),
+                               text("IDS_DETAIL_WANTED").arg(status.wanted),
+                               text("IDS_DETAIL_FOUND").arg(status.found)};
+    return lines.join(QLatin1Char('\n'));
+}
+
 } // namespace
 
 QString describeState(const PluginStatus& status)
@@ -111,12 +133,15 @@ QString describeReason(const PluginStatus& status)
 
 QString describeDetails(const PluginStatus& status)
 {
-    return hasFailed(status) && !status.error.isEmpty() ? status.error : describeReason(status);
+    if (hasFailed(status))
+        return describeFailure(status);
+    const QString reason = describeReason(status);
+    return status.ruleFile.isEmpty() ? reason : reason + QLatin1Char('\n') + placeOfRule(status);
 }
 
 QString describeFault(const ConfigurationFault& fault)
 {
-    const QString file = QDir(CommonUtils::GetPluginLibraryPath()).relativeFilePath(fault.path);
+    const QString file = installed(fault.path);
     switch (fault.kind) {
     case ConfigurationFault::Kind::Missing:
         return text("IDS_CONFIG_MISSING").arg(file);
@@ -130,9 +155,9 @@ QString describeFault(const ConfigurationFault& fault)
 
 QString describeKey(const QString& key)
 {
-    if (key.startsWith(ImsiPrefix))
-        return describeSim(key.mid(ImsiPrefix.size()));
-    if (key.startsWith(GidPrefix))
-        return text("IDS_KEY_GROUP").arg(key.mid(GidPrefix.size()));
+    if (key.startsWith(CustomisationKeys::Imsi))
+        return describeSim(key.mid(CustomisationKeys::Imsi.size()));
+    if (key.startsWith(CustomisationKeys::Gid))
+        return text("IDS_KEY_GROUP").arg(key.mid(CustomisationKeys::Gid.size()));
     return text("IDS_KEY_MODEM").arg(key);
 }

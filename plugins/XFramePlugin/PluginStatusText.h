@@ -13,7 +13,8 @@ Look::Tone toneOfState(const PluginStatus& status);
 /// Why a plugin is available, unavailable or has failed.
 QString describeReason(const PluginStatus& status);
 
-/// What Qt or the plugin says about a failure, in English; otherwise the same as describeReason().
+/// For a failure the file, what was needed and what was found, the latter two in English. Otherwise
+/// describeReason() and the place of the rule.
 QString describeDetails(const PluginStatus& status);
 
 /// What is wrong with a configuration file, and where.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Fault.h"
+#include "support/Fault.h"
 
 #include <QStringList>
 

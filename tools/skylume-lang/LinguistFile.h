@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Fault.h"
 #include "LanguageFile.h"
+#include "support/Fault.h"
 
 class QIODevice;
 

@@ -10,8 +10,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <cstdio>
-
 namespace {
 
 struct Request
@@ -50,13 +48,6 @@ QString siblingFile(const LanguageFile& file, const QString& language, const QSt
     return QStringLiteral("%1/%2_%3.%4").arg(QFileInfo(file.path).path(), file.plugin, language, suffix);
 }
 
-int report(const Faults& faults)
-{
-    for (const Fault& fault : faults)
-        std::fprintf(stderr, "%s\n", fault.toString().toLocal8Bit().constData());
-    return faults.isEmpty() ? Tool::Success : Tool::Failure;
-}
-
 /// Writes a file, or leaves the previous one unchanged on failure.
 template <typename Write>
 int save(const QString& path, const Write& write)
@@ -71,10 +62,7 @@ int save(const QString& path, const Write& write)
 
 int check(const Request& request)
 {
-    const Faults faults = checkLanguages(request.paths, request.reference, request.languages);
-    if (!faults.isEmpty())
-        std::fprintf(stderr, "Faults: %d\n", faults.size());
-    return report(faults);
+    return Tool::report(checkLanguages(request.paths, request.reference, request.languages));
 }
 
 int toLinguist(const Request& request)
@@ -86,7 +74,7 @@ int toLinguist(const Request& request)
     const LanguageFile reference =
         LanguageFile::read(siblingFile(file, request.reference, QStringLiteral("lang")), faults);
     if (!faults.isEmpty())
-        return report(faults);
+        return Tool::report(faults);
     const QString output = siblingFile(file, file.language, QStringLiteral("ts"));
     return save(request.output.isEmpty() ? output : request.output,
                 [&](QIODevice& device) { LinguistFile::write(device, file, reference); });
@@ -101,7 +89,7 @@ int fromLinguist(const Request& request)
         return Tool::fail(file.path + QStringLiteral(": ") + input.errorString(), Tool::Failure);
     LinguistFile::read(input, file, faults);
     if (!faults.isEmpty())
-        return report(faults);
+        return Tool::report(faults);
     const QString output = siblingFile(file, file.language, QStringLiteral("lang"));
     return save(request.output.isEmpty() ? output : request.output,
                 [&file](QIODevice& device) { file.write(device); });

@@ -1,6 +1,7 @@
 #include "ModemTable.h"
 
 #include "backends/simulator/SimulatorFile.h"
+#include "support/TextTable.h"
 
 #include <QStringList>
 #include <QVector>
@@ -17,14 +18,6 @@ QStringList cellsOf(const Modem& modem)
             modem.customize, modem.port,  modem.status.value(QStringLiteral("signal"))};
 }
 
-int widthOf(const QVector<QStringList>& rows, int column)
-{
-    int width = 0;
-    for (const QStringList& row : rows)
-        width = std::max(width, row[column].size());
-    return width;
-}
-
 } // namespace
 
 QString modemTable(const Modems& modems)
@@ -34,13 +27,5 @@ QString modemTable(const Modems& modems)
                                   QStringLiteral("CUSTOMIZE"), QStringLiteral("PORT"),
                                   QStringLiteral("SIGNAL")}};
     std::transform(modems.begin(), modems.end(), std::back_inserter(rows), cellsOf);
-    for (int column = 0; column < rows.first().size() - 1; ++column) {
-        const int width = widthOf(rows, column) + 2; // spaces between the columns
-        for (QStringList& row : rows)
-            row[column] = row[column].leftJustified(width);
-    }
-    QString table;
-    for (const QStringList& row : qAsConst(rows))
-        table += row.join(QString()) + QLatin1Char('\n');
-    return table;
+    return textTable(rows);
 }

@@ -41,7 +41,7 @@ CustomisationRules::firstChange(const QString& key, const QHash<QString, PluginI
             return Change{enable, true, {}};
     }
 
-    QSet<QString> enabled = listedUnder(m_enableTable, QStringLiteral("common"));
+    QSet<QString> enabled = listedUnder(m_enableTable, commonKey());
     const QSet<QString> disabled = listedUnder(m_disableTable, key);
     for (const QString& clsid : qAsConst(enabled))
         if (isEnabled(clsid, false) && !disabled.contains(clsid))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PluginContainer/CustomisationKeys.h"
+
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -14,6 +16,9 @@ class CustomisationRules
 {
 public:
     using Table = QHash<QString, QString>; ///< key to clsid, several per key
+
+    /// The key of the rules for everyone and for the operator.
+    static QString commonKey() { return QStringLiteral("common"); }
 
     /// What applying a key would change.
     struct Change
@@ -55,7 +60,7 @@ private:
 template <typename Visit>
 bool CustomisationRules::anyMatch(const Table& table, const QString& key, Visit visit)
 {
-    if (!key.startsWith(QLatin1String("IMSI"))) {
+    if (!key.startsWith(CustomisationKeys::Imsi)) {
         for (auto rule = table.constFind(key); rule != table.constEnd() && rule.key() == key; ++rule)
             if (visit(rule.key(), rule.value()))
                 return true;

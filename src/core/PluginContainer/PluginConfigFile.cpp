@@ -2,6 +2,7 @@
 #include "PluginContainer/PluginContainer.h"
 
 #include "PluginContainer/ConfigurationFile_p.h"
+#include "PluginContainer/CustomisationRules_p.h"
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginInfo.h"
 #include "common/Log.h"
@@ -23,18 +24,20 @@ constexpr QLatin1String ClsidAttribute("clsid");
 constexpr QLatin1String NameAttribute("name");
 
 /// Hands the clsid of each "add" and "remove" inside the first "plugin" element to onRule(clsid, isAdd).
+/// @param line receives the line of each before it is handed over
 template <typename OnRule>
-void readRules(QXmlStreamReader& reader, OnRule onRule)
+void readRules(QXmlStreamReader& reader, qint64& line, OnRule onRule)
 {
     const QString parent = reader.name().toString();
     if (!XmlFile::moveTo(reader, PluginElement, parent))
         return;
-    const auto onElement = [&onRule](QXmlStreamReader& element) {
+    const auto onElement = [&onRule, &line](QXmlStreamReader& element) {
         const QStringView name = element.name();
         const bool isAdd = name == AddElement;
         if (!isAdd && name != RemoveElement)
             return;
         const QXmlStreamAttributes attributes = element.attributes();
+        line = element.lineNumber();
         onRule(attributes.value(ClsidAttribute), isAdd);
     };
     XmlFile::readElements(reader, onElement, PluginElement);
@@ -68,6 +71,7 @@ PluginInfo* findRecord(const QHash<QString, PluginInfo*>& records, const QString
 
 void PluginContainer::populatePluginsConfig(QString path)
 {
+    d->rulesFile = path;
     makeRoom(QFileInfo(path).size(), *m_pEnableTable, *m_pDisableTable);
     const auto onElement = [this](QXmlStreamReader& reader) {
         readPluginsConfigElement(reader);
@@ -98,6 +102,7 @@ void PluginContainer::readCommonElement(QXmlStreamReader& reader)
         if (element.name() != QLatin1String("item"))
             return;
         const QXmlStreamAttributes attributes = element.attributes();
+        d->ruleLine = element.lineNumber();
         enableByDefault(attributes.value(ClsidAttribute));
     };
     XmlFile::readElements(reader, onElement, u"common");
@@ -105,7 +110,7 @@ void PluginContainer::readCommonElement(QXmlStreamReader& reader)
 
 void PluginContainer::readCustomizeElements(QXmlStreamReader& reader)
 {
-    readRules(reader, [this](const QStringRef& clsid, bool isAdd) {
+    readRules(reader, d->ruleLine, [this](const QStringRef& clsid, bool isAdd) {
         if (isAdd)
             enableForOperator(clsid);
         else
@@ -115,25 +120,25 @@ void PluginContainer::readCustomizeElements(QXmlStreamReader& reader)
 
 void PluginContainer::readDeviceElements(QString name, QXmlStreamReader& reader)
 {
-    readRules(reader, [&](const QStringRef& clsid, bool isAdd) {
+    readRules(reader, d->ruleLine, [&](const QStringRef& clsid, bool isAdd) {
         addToDisEnableList(name, isAdd ? m_pEnableTable : m_pDisableTable, clsid, isAdd);
     });
 }
 
 void PluginContainer::readIMSIElements(QString name, QXmlStreamReader& reader)
 {
-    readDeviceElements(QLatin1String("IMSI") + name, reader);
+    readDeviceElements(CustomisationKeys::Imsi + name, reader);
 }
 
 void PluginContainer::readGIDElements(QString name, QXmlStreamReader& reader)
 {
     m_listGIDGroups.append(name);
-    readDeviceElements(QLatin1String("GID") + name, reader);
+    readDeviceElements(CustomisationKeys::Gid + name, reader);
 }
 
 bool PluginContainer::enableByDefault(const QStringRef& clsid)
 {
-    addToDisEnableList(QStringLiteral("common"), m_pEnableTable, clsid, true);
+    addToDisEnableList(CustomisationRules::commonKey(), m_pEnableTable, clsid, true);
     const PluginInfo* const info = findRecord(*m_pHashPlugins, clsid);
     if (info)
         m_pCommonSet->insert(info->m_strClsid);
@@ -157,7 +162,8 @@ void PluginContainer::removeForOperator(const QString& clsid)
     if (const PluginInfo* const info = m_pHashPlugins->value(clsid))
         d->decisions.noteOperatorRemove({info->m_strName, clsid, info->m_iType, PluginStatus::State::Removed,
                                          PluginStatus::Rule::OperatorRemove, m_strCustomizeName,
-                                         PluginStatus::Fault::None, info->m_strUrl, QString()});
+                                         PluginStatus::Fault::None, info->m_strUrl, QString(), QString(),
+                                         QString(), QString(), d->rulesFile, d->ruleLine});
     removePluginInfo(clsid);
 }
 
@@ -172,5 +178,6 @@ void PluginContainer::addToDisEnableList(QString key, QHash<QString, QString>* t
     }
     LOG_DEBUG("readDeviceElements: %s: %s need to enable %s plugin", qUtf8Printable(key),
               enable ? "Enabling" : "Disabling", qUtf8Printable(info->m_strClsid));
+    d->decisions.noteRule(enable, key, info->m_strClsid, d->ruleLine);
     insertPair(*table, key, info->m_strClsid); // shares the string of the record: there may be many rules
 }

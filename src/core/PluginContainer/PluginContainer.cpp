@@ -27,14 +27,7 @@ bool loadTextsOfSettings(const QString& plugin)
 PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfig, bool)
 {
     LOG_DEBUG("%s: %s: entered, strPluginsFile = %s", LOG_FILE, LOG_FUNCTION, qUtf8Printable(strPluginsFile));
-    m_dirPlugins.setPath(CommonUtils::GetPluginLibraryPath());
-    d = std::make_unique<PluginContainerPrivate>(m_dirPlugins.path(), m_bDeviceLink);
-
-    m_pHashPlugins = new QHash<QString, PluginInfo*>;
-    m_pListPlugins = new QList<PluginInfo*>;
-    m_pCommonSet = new QSet<QString>;
-    m_pEnableTable = new QHash<QString, QString>;
-    m_pDisableTable = new QHash<QString, QString>;
+    create(CommonUtils::GetPluginLibraryPath());
     if (!m_pHashPlugins || !m_pListPlugins) {
         LOG_DEBUG("%s: %s: m_pHashPlugins or m_pListPlugins is NULL", LOG_FILE, LOG_FUNCTION);
         return;
@@ -42,13 +35,19 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strPluginsConfi
 
     m_strCustomizeName = Settings::Operator.value();
     LOG_DEBUG("getDeviceName: m_strCustomizeName =>%s<=", qUtf8Printable(m_strCustomizeName));
-    populatePluginInfo(strPluginsFile);
-    populatePluginsConfig(strPluginsConfig);
-    updateCommonOperatorCustomization();
+    readFiles(strPluginsFile, strPluginsConfig);
     PluginContainer::GetPlugin(PluginIds::DeviceManager, PluginIds::FirstService);
     startConfigThread();
     setStartupLanguage();
     loadMainFrameTexts(LOG_FUNCTION);
+}
+
+PluginContainer::PluginContainer(const Inspected& installation)
+{
+    create(installation.folder);
+    m_strCustomizeName = installation.operatorName;
+    const QString config = installation.folder + QLatin1String("/config/");
+    readFiles(config + QLatin1String("pluginslib.xml"), config + QLatin1String("PluginsConfig.xml"));
 }
 
 PluginContainer::~PluginContainer()
@@ -63,6 +62,24 @@ PluginContainer::~PluginContainer()
     delete m_pCommonSet;
     delete m_pEnableTable;
     delete m_pDisableTable;
+}
+
+void PluginContainer::create(const QString& pluginFolder)
+{
+    m_dirPlugins.setPath(pluginFolder);
+    d = std::make_unique<PluginContainerPrivate>(m_dirPlugins.path(), m_bDeviceLink);
+    m_pHashPlugins = new QHash<QString, PluginInfo*>;
+    m_pListPlugins = new QList<PluginInfo*>;
+    m_pCommonSet = new QSet<QString>;
+    m_pEnableTable = new QHash<QString, QString>;
+    m_pDisableTable = new QHash<QString, QString>;
+}
+
+void PluginContainer::readFiles(const QString& pluginsFile, const QString& pluginsConfig)
+{
+    populatePluginInfo(pluginsFile);
+    populatePluginsConfig(pluginsConfig);
+    updateCommonOperatorCustomization();
 }
 
 void PluginContainer::startConfigThread()

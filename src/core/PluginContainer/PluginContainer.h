@@ -73,6 +73,17 @@ public:
     ///         ignored.
     bool HasRulesFor(const QString& key) const;
 
+    /// The customisation key of one modem, the most specific of these:
+    ///
+    /// 1. CustomisationKeys::Imsi and the IMSI, when HasRulesFor() that key;
+    /// 2. CustomisationKeys::Gid and the group, when the plugin configuration file lists the group;
+    /// 3. the modem's name, with or without rules.
+    ///
+    /// Any thread; changes nothing.
+    /// @param imsi empty without a SIM card
+    /// @param gid  the SIM card's group identifier; may be empty
+    QString KeyForModem(const QString& name, const QString& imsi, const QString& gid) const;
+
     /// Every plugin of the plugin library file, followed by those that the operator's customisation removed,
     /// each with its state and the rule that decided. For views that explain the plugin set; any thread.
     PluginStatusList GetPluginStatus() const;
@@ -92,6 +103,17 @@ public:
     static QMutex m_LockStrDevName; ///< guards m_strDeviceName
 
 protected:
+    /// An installation that is only looked at.
+    struct Inspected
+    {
+        QString folder;       ///< with the plugins' libraries and the folder "config"
+        QString operatorName; ///< customisation name
+    };
+
+    /// Reads both files of an installation and enables the common and operator plugins. Loads and starts
+    /// nothing, and neither reads nor writes settings.
+    explicit PluginContainer(const Inspected& installation);
+
     // ---- Life-cycle
 
     QObject* getPlugin(QString key, bool bInit, int iid);
@@ -185,6 +207,8 @@ protected:
 private:
     Q_DISABLE_COPY_MOVE(PluginContainer)
 
+    void create(const QString& pluginFolder);
+    void readFiles(const QString& pluginsFile, const QString& pluginsConfig);
     void startConfigThread();
     void loadMainFrameTexts(const char* function);
     void endConfigThread();

@@ -20,6 +20,8 @@ public:
     PluginFolder folder;
     PluginDecisions decisions;
     ConfigurationFaultList configurationFaults;
+    QString rulesFile;   ///< path of the plugin configuration file
+    qint64 ruleLine = 0; ///< of the rule that is being read
     DeviceLink deviceLink;
     /// Set under the lock; prevents unloading of the device manager.
     std::atomic<bool> isDeviceMgrInUse{false};

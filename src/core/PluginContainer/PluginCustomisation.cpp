@@ -112,6 +112,16 @@ bool PluginContainer::HasRulesFor(const QString& key) const
     return CustomisationRules(*m_pEnableTable, *m_pDisableTable).hasRulesFor(key);
 }
 
+QString PluginContainer::KeyForModem(const QString& name, const QString& imsi, const QString& gid) const
+{
+    const QString imsiKey = CustomisationKeys::Imsi + imsi;
+    if (!imsi.isEmpty() && HasRulesFor(imsiKey))
+        return imsiKey;
+    if (!gid.isEmpty() && m_listGIDGroups.contains(gid))
+        return CustomisationKeys::Gid + gid;
+    return name;
+}
+
 void PluginContainer::HandleDeviceSwitched(QString device, QList<QString>& enabledNow,
                                            QList<QString>& disabledNow)
 {

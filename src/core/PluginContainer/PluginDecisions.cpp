@@ -1,5 +1,7 @@
 #include "PluginContainer/PluginDecisions_p.h"
 
+#include "PluginContainer/CustomisationRules_p.h"
+
 void PluginDecisions::noteCommon(const QString& clsid, const QString& operatorName)
 {
     if (m_operatorAdded.contains(clsid))
@@ -11,4 +13,14 @@ void PluginDecisions::noteCommon(const QString& clsid, const QString& operatorNa
 void PluginDecisions::noteKey(const QString& clsid, const QString& key, bool enable)
 {
     m_decisions.insert(clsid, {enable ? PluginStatus::Rule::KeyAdd : PluginStatus::Rule::KeyRemove, key});
+}
+
+qint64 PluginDecisions::lineOf(const QString& clsid, const RuleLines& lines) const
+{
+    const Decision made = decision(clsid);
+    const bool isByKey =
+        made.rule == PluginStatus::Rule::KeyAdd || made.rule == PluginStatus::Rule::KeyRemove;
+    const QString key = isByKey ? made.key : CustomisationRules::commonKey();
+    const auto found = lines.find({made.rule != PluginStatus::Rule::KeyRemove, key, clsid});
+    return found == lines.end() || made.rule == PluginStatus::Rule::None ? 0 : found->second;
 }

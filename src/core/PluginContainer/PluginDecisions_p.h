@@ -5,6 +5,10 @@
 #include <QHash>
 #include <QSet>
 
+#include <map>
+#include <tuple>
+#include <vector>
+
 /// Records which rule enabled or disabled each plugin and what went wrong with it, for
 /// PluginContainer::GetPluginStatus().
 class PluginDecisions
@@ -15,6 +19,23 @@ public:
         PluginStatus::Rule rule = PluginStatus::Rule::None;
         QString key;
     };
+
+    /// Lines of the plugin configuration file by the rules in them: whether the rule enables, its key in the
+    /// container's tables, and the plugin's clsid.
+    using Rule = std::tuple<bool, QString, QString>;
+    using RuleLines = std::map<Rule, qint64>;
+
+    /// A rule was read at this line. Only collects: there may be many rules, and few are ever asked for.
+    void noteRule(bool isEnabling, const QString& key, const QString& clsid, qint64 line)
+    {
+        m_rules.emplace_back(Rule(isEnabling, key, clsid), line);
+    }
+
+    /// The lines of all rules; of several equal rules that of the first.
+    RuleLines ruleLines() const { return {m_rules.begin(), m_rules.end()}; }
+
+    /// The line of the rule that decided about a plugin; 0 if no rule did.
+    qint64 lineOf(const QString& clsid, const RuleLines& lines) const;
 
     /// The operator's customisation adds this plugin to the common set.
     void noteOperatorAdd(const QString& clsid) { m_operatorAdded.insert(clsid); }
@@ -38,4 +59,5 @@ private:
     QHash<QString, PluginFault> m_faults;
     QSet<QString> m_operatorAdded;
     PluginStatusList m_removed;
+    std::vector<std::pair<Rule, qint64>> m_rules;
 };

@@ -31,12 +31,45 @@ QByteArray platformOf(const QString& path)
     return offset < HeaderSize ? header.mid(static_cast<int>(offset), 6) : QByteArray();
 }
 
-Fault reasonOfFailure(const QPluginLoader& loader)
+struct Machine
 {
+    bool isElf;
+    quint16 code;
+    const char* name;
+};
+
+constexpr Machine Machines[] = {
+    {true, 3, "x86"},       {true, 40, "ARM"},         {true, 62, "x86-64"},
+    {true, 183, "ARM64"},   {true, 243, "RISC-V"},     {false, 0x014C, "x86"},
+    {false, 0x01C4, "ARM"}, {false, 0x8664, "x86-64"}, {false, 0xAA64, "ARM64"},
+};
+
+/// The result of platformOf() in words.
+QString describePlatform(const QByteArray& platform)
+{
+    const bool isElf = platform.startsWith('\x7F');
+    const auto code = qFromLittleEndian<quint16>(platform.constData() + (isElf ? 6 : 4));
+    QString processor = QStringLiteral("processor %1").arg(code);
+    for (const Machine& machine : Machines)
+        if (machine.isElf == isElf && machine.code == code)
+            processor = QLatin1String(machine.name);
+    return (isElf ? QStringLiteral("a Linux library for ") : QStringLiteral("a Windows library for ")) +
+           processor;
+}
+
+PluginFault faultOf(const QPluginLoader& loader)
+{
+    const QString error = loader.errorString();
     const QByteArray platform = platformOf(loader.fileName());
-    if (!platform.isEmpty() && platform != platformOf(QCoreApplication::applicationFilePath()))
-        return Fault::OtherPlatform;
-    return loader.metaData().isEmpty() ? Fault::NotAPlugin : Fault::NotLoadable;
+    const QByteArray ours = platformOf(QCoreApplication::applicationFilePath());
+    if (!platform.isEmpty() && !ours.isEmpty() && platform != ours)
+        return {Fault::OtherPlatform, error, loader.fileName(), describePlatform(ours),
+                describePlatform(platform)};
+    if (loader.metaData().isEmpty())
+        return {Fault::NotAPlugin, error, loader.fileName(), QStringLiteral("a Qt plugin"),
+                QStringLiteral("a file without the data of one")};
+    return {Fault::NotLoadable, error, loader.fileName(),
+            QStringLiteral("all libraries and symbols that it uses"), error};
 }
 
 } // namespace
@@ -48,8 +81,9 @@ std::unique_ptr<QPluginLoader> PluginLibrary::open(const QString& path, PluginFa
     // default the library can be unloaded.
     loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
     QObject* root = nullptr;
-    const auto onException = [&fault](const QString& text) {
-        fault = {Fault::ConstructorThrew, QStringLiteral("The plugin's constructor threw: ") + text};
+    const auto onException = [&fault, &loader](const QString& text) {
+        fault = {Fault::ConstructorThrew, QStringLiteral("The plugin's constructor threw: ") + text,
+                 loader->fileName(), QStringLiteral("a constructor that returns"), text};
     };
     if (!guardedCall(
             "load", path, [&] { root = loader->instance(); }, onException)) {
@@ -58,6 +92,6 @@ std::unique_ptr<QPluginLoader> PluginLibrary::open(const QString& path, PluginFa
     }
     if (root)
         return loader;
-    fault = {reasonOfFailure(*loader), loader->errorString()};
+    fault = faultOf(*loader);
     return nullptr;
 }

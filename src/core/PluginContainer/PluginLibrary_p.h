@@ -11,6 +11,9 @@ struct PluginFault
 {
     PluginStatus::Fault code = PluginStatus::Fault::None;
     QString text;
+    QString library = {}; ///< path
+    QString wanted = {};
+    QString found = {};
 };
 
 namespace PluginLibrary {

@@ -54,11 +54,19 @@ int callInit(IBasePlugin& plugin, const QString& name, OnException onException, 
     return status;
 }
 
-PluginFault faultOfRoot(QObject* root)
+PluginFault faultOfRoot(const QPluginLoader& loader, QObject* root)
 {
     if (qobject_cast<IBasePlugin*>(root))
         return {};
-    return {PluginStatus::Fault::NoBaseInterface, QStringLiteral("The root object is no IBasePlugin")};
+    return {PluginStatus::Fault::NoBaseInterface, QStringLiteral("The root object is no IBasePlugin"),
+            loader.fileName(), QLatin1String(qobject_interface_iid<IBasePlugin*>()),
+            loader.metaData().value(QLatin1String("IID")).toString()};
+}
+
+PluginFault noLibrary(const QString& folder, const QString& fileBase)
+{
+    return {PluginStatus::Fault::NoLibrary, QStringLiteral("No library named %1*").arg(fileBase), folder,
+            QStringLiteral("a library whose name begins with \"%1\"").arg(fileBase), QStringLiteral("none")};
 }
 
 } // namespace
@@ -120,7 +128,7 @@ QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
               qUtf8Printable(m_dirPlugins.path()));
     if (info->m_pLoader)
         return info->m_pLoader->instance(); // asked for again from within its own initialisation
-    PluginFault fault{PluginStatus::Fault::NoLibrary, QStringLiteral("No library named %1*").arg(fileBase)};
+    PluginFault fault = noLibrary(m_dirPlugins.path(), fileBase);
     const QStringList files = d->folder.filesBeginningWith(fileBase);
     for (const QString& file : files) {
         if (!QLibrary::isLibrary(file))
@@ -131,7 +139,7 @@ QObject* PluginContainer::loadPlugin(PluginInfo* info, QString fileBase)
                       LOG_FUNCTION, qUtf8Printable(file), qUtf8Printable(info->m_strName));
             info->m_pLoader = loader.release();
             QObject* const root = info->m_pLoader->instance();
-            d->decisions.noteFault(info->m_strClsid, faultOfRoot(root));
+            d->decisions.noteFault(info->m_strClsid, faultOfRoot(*info->m_pLoader, root));
             return root;
         }
         LOG_DEBUG("%s: %s: %s: error : %s", LOG_TIME, LOG_FILE, LOG_FUNCTION, qUtf8Printable(fault.text));

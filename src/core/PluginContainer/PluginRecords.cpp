@@ -123,13 +123,16 @@ QStringList PluginContainer::GetSettingsPlugins()
 PluginStatusList PluginContainer::GetPluginStatus() const
 {
     const QMutexLocker locker(&m_mutex);
+    const PluginDecisions::RuleLines lines = d->decisions.ruleLines();
     PluginStatusList report;
     report.reserve(m_pListPlugins->size() + d->decisions.removed().size());
     for (const PluginInfo* info : *m_pListPlugins) {
         const PluginDecisions::Decision decision = d->decisions.decision(info->m_strClsid);
         const PluginFault fault = d->decisions.fault(info->m_strClsid);
+        const qint64 line = d->decisions.lineOf(info->m_strClsid, lines);
         report.append({info->m_strName, info->m_strClsid, info->m_iType, stateOf(*info, fault.code),
-                       decision.rule, decision.key, fault.code, info->m_strUrl, fault.text});
+                       decision.rule, decision.key, fault.code, info->m_strUrl, fault.text, fault.library,
+                       fault.wanted, fault.found, line > 0 ? d->rulesFile : QString(), line});
     }
     return report + d->decisions.removed();
 }

@@ -48,6 +48,13 @@ struct PluginStatus
     Fault fault = Fault::None;
     QString url;   ///< base name of the library file
     QString error; ///< Qt's or the exception's own text for `fault`, not translated; may be empty
+
+    // Where to look; not translated, and empty where they do not apply.
+    QString library;     ///< path of the library that `fault` is about
+    QString wanted;      ///< with a fault: what the application needs
+    QString found;       ///< with a fault: what is there instead
+    QString ruleFile;    ///< path of the file that `rule` is in
+    qint64 ruleLine = 0; ///< line of `rule`, from 1; of several equal rules the first
 };
 
 using PluginStatusList = QVector<PluginStatus>;
