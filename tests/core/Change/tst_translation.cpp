@@ -2,7 +2,6 @@
 #include "Change/Change.h"
 #include "Change/LanguageFiles.h"
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "LogOrder.h"
 
 #include <QDir>
@@ -16,10 +15,8 @@ class TestTranslation : public CoreTest
     Q_OBJECT
 
 private slots:
-    void file_data();
     void file();
     void misses();
-    void shortcut_data();
     void shortcut();
     void shortcutsOff();
     void switchLanguage();
@@ -47,26 +44,22 @@ private:
     }
 };
 
-void TestTranslation::file_data()
-{
-    const auto row = dataTable<QByteArray, Texts>("xml", "texts");
-    row("items alone", "<b>" + item("B", "x") + "</b><Item name='A'/><item Name='A'>y</item>",
-        {{"", "y"}, {"B", "x"}});
-    row("children", item("A", "z") + item("A", "x<!-- y --><?p?>-<b>y</b>&amp;"), {{"A", "x-y&"}});
-    row("escapes", item("A", "a\\nb\\rc\\vd\\fe\\tf\ng\\x\\\\rn\\N"),
-        {{"A", "abcde            f\ng\\x\\n\\N"}});
-    row("fault", item("A", "x") + "<item name='A'>y</b></item>" + item("B", "y"), {{"A", "x"}});
-    const QByteArray deep = QByteArray("<b>").repeated(100000) + "x" + QByteArray("</b>").repeated(100000);
-    row("deeply nested", item("A", deep), {{"A", "x"}});
-}
-
 void TestTranslation::file()
 {
-    QFETCH(QByteArray, xml);
-    begin();
-    install("P", "en-us", xml);
-    QVERIFY(Change::LoadLangFile("P"));
-    QTEST(Change::m_languageHash["P"], "texts");
+    const QByteArray deep = QByteArray("<b>").repeated(100000) + "x" + QByteArray("</b>").repeated(100000);
+    const std::pair<QByteArray, Texts> rows[] = {
+        {"<b>" + item("B", "x") + "</b><Item name='A'/><item Name='A'>y</item>", {{"", "y"}, {"B", "x"}}},
+        {item("A", "z") + item("A", "x<!-- y --><?p?>-<b>y</b>&amp;"), {{"A", "x-y&"}}},
+        {item("A", "a\\nb\\rc\\vd\\fe\\tf\ng\\x\\\\rn\\N"), {{"A", "abcde            f\ng\\x\\n\\N"}}},
+        {item("A", "x") + "<item name='A'>y</b></item>" + item("B", "y"), {{"A", "x"}}},
+        {item("A", deep), {{"A", "x"}}},
+    };
+    for (const auto& [xml, texts] : rows) {
+        begin();
+        install("P", "en-us", xml);
+        QVERIFY(Change::LoadLangFile("P"));
+        QCOMPARE(Change::m_languageHash["P"], texts);
+    }
 }
 
 // Every miss reads the file, so that one that is added later is found; a hit does not. The table and the
@@ -93,39 +86,37 @@ void TestTranslation::misses()
     QVERIFY(!Change::readXmlFile(nullptr, "Late"));
 }
 
-void TestTranslation::shortcut_data()
-{
-    // parts: position of the shortcut, label, keys or "none"
-    const auto row = dataTable<QString, QString, QString>("language", "text", "parts");
-    row("brackets", "en-us", "Save (Ctrl+S)", "5|Save |Ctrl+S");
-    row("bare", "en-us", "Save Ctrl+S", "5|Save |Ctrl+S");
-    row("small letter", "en-us", "Quit (Shift+q)", "5|Quit |Shift+Q");
-    row("Alt is sought first", "en-us", "Find (Shift+Alt+F)", "12|Find (Shift+|Alt+F");
-    row("bare Shift", "en-us", "To Shift+Z", "3|To |Shift+Z");
-    row("named key", "en-us", "Delete (Del Del", "12|Delete (Del |Del");
-    row("bare F2", "en-us", "(F2 F2", "4|(F2 |F2");
-    row("last one", "en-us", "(Del (Del)", "5|(Del |Del");
-    row("unknown key", "en-us", "Help (F2Help)", "5|F2Help|none");
-    row("no letters", "en-us", "Odd (Alt`+{)", "4|Alt`+{|none");
-    row("behind a bracket", "en-us", "(Ctrl+Shift+A)", "1|(|Ctrl+Shift+A");
-    row("alone", "en-us", "Del", "0|Del|none");
-    row("German", "de-de", "Sichern (Strg+S)", "8|Sichern |Ctrl+S");
-    row("German, bare", "de-de", "Sichern Strg+S", "8|Sichern |Ctrl+S");
-    row("German, unknown key", "de-de", "Weg (Entf)", "4|Entf|none");
-    row("German, none", "de-de", "Suchen (Shift+F)", "-1|Suchen (Shift+F)|none");
-    row("German, fixed", "de-de", "A Alt(Replace this in German)+S", "2|A |S");
-}
-
 void TestTranslation::shortcut()
 {
-    QFETCH(QString, language);
-    QFETCH(QString, text);
-    begin(language);
-    Change::m_languageHash["P"]["A"] = text;
-    QString label;
-    QKeySequence key(Qt::Key_Any);
-    const QString keys = Change::tr("A", "P", label, key) ? key.toString() : "none" + key.toString();
-    QTEST(QString("%1|%2|%3").arg(Change::FindControlKeyInLangString(text)).arg(label, keys), "parts");
+    const QString english = "en-us", german = "de-de";
+    // parts: position of the shortcut, label, keys or "none"
+    const std::tuple<QString, QString, QString> rows[] = {
+        {english, "Save (Ctrl+S)", "5|Save |Ctrl+S"},
+        {english, "Save Ctrl+S", "5|Save |Ctrl+S"},
+        {english, "Quit (Shift+q)", "5|Quit |Shift+Q"},
+        {english, "Find (Shift+Alt+F)", "12|Find (Shift+|Alt+F"}, // Alt is sought first
+        {english, "To Shift+Z", "3|To |Shift+Z"},
+        {english, "Delete (Del Del", "12|Delete (Del |Del"},
+        {english, "(F2 F2", "4|(F2 |F2"},
+        {english, "(Del (Del)", "5|(Del |Del"},
+        {english, "Help (F2Help)", "5|F2Help|none"},
+        {english, "Odd (Alt`+{)", "4|Alt`+{|none"},
+        {english, "(Ctrl+Shift+A)", "1|(|Ctrl+Shift+A"},
+        {english, "Del", "0|Del|none"},
+        {german, "Sichern (Strg+S)", "8|Sichern |Ctrl+S"},
+        {german, "Sichern Strg+S", "8|Sichern |Ctrl+S"},
+        {german, "Weg (Entf)", "4|Entf|none"},
+        {german, "Suchen (Shift+F)", "-1|Suchen (Shift+F)|none"},
+        {german, "A Alt(Replace this in German)+S", "2|A |S"},
+    };
+    for (const auto& [language, text, parts] : rows) {
+        begin(language);
+        Change::m_languageHash["P"]["A"] = text;
+        QString label;
+        QKeySequence key(Qt::Key_Any);
+        const QString keys = Change::tr("A", "P", label, key) ? key.toString() : "none" + key.toString();
+        QCOMPARE(QString("%1|%2|%3").arg(Change::FindControlKeyInLangString(text)).arg(label, keys), parts);
+    }
 }
 
 void TestTranslation::shortcutsOff()

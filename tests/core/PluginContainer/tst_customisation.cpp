@@ -1,7 +1,6 @@
 // Which plugins are enabled for the operator, the modem, the SIM and its group, and what a switch does to the
 // set.
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "XFramePlugin/CustomisationKey.h"
@@ -12,15 +11,18 @@ class TestCustomisation : public CoreTest
 
 private slots:
     void strongestRuleOfTheShippedFile();
-    void rules_data();
     void rules();
-    void wouldChange_data();
     void wouldChange();
     void deviceSwitch();
     void removedByOperator();
 
 private:
-    std::unique_ptr<TestContainer> make(const QByteArray& config);
+    /// A container over the plugins A to D and the main frame M.
+    std::unique_ptr<TestContainer> make(const QByteArray& config)
+    {
+        const QVector<PluginEntry> entries = {{"A", "A"}, {"B", "B"}, {"C", "C"}, {"D", "D"}, {"M", "M"}};
+        return makeContainer(pluginLibraryXml(entries, "M"), config);
+    }
 };
 
 namespace {
@@ -35,13 +37,6 @@ QByteArray mixedRules()
 }
 
 } // namespace
-
-/// A container over the plugins A to D and the main frame M.
-std::unique_ptr<TestContainer> TestCustomisation::make(const QByteArray& config)
-{
-    const QVector<PluginEntry> entries = {{"A", "A"}, {"B", "B"}, {"C", "C"}, {"D", "D"}, {"M", "M"}};
-    return makeContainer(pluginLibraryXml(entries, "M"), config);
-}
 
 /// The IMSI rule changes nothing for this operator. It is preferred to the rule of the group all the same.
 void TestCustomisation::strongestRuleOfTheShippedFile()
@@ -61,83 +56,72 @@ void TestCustomisation::strongestRuleOfTheShippedFile()
     QCOMPARE(container->applied(), 0);
 }
 
-void TestCustomisation::rules_data()
-{
-    const auto row = dataTable<QString, QString>("key", "enabled");
-    const QString base = "A B M";
-    row("no key: common and operator", "", base);
-    row("removes what is not there", "Removes", base);
-    row("unknown modem", "Nobody", base);
-    row("remove beats add and common", "Lume", "A C M");
-    row("modem in other case", "lume", base);
-    row("modem name contained only", "Lume V2", base);
-    row("group", "GIDGold", "B C M");
-    row("longer group", "GIDGolden", base);
-    row("one SIM prefix fits", "IMSI001020123456789", "A B C M");
-    row("two SIM prefixes fit", "IMSI001010123456789", "B C M");
-    row("SIM with the digits inside", "IMSI260010123456789", base);
-}
-
 void TestCustomisation::rules()
 {
-    QFETCH(QString, key);
-    QFETCH(QString, enabled);
+    const QString base = "A B M"; // what every start begins with
+    const std::pair<QString, QString> rows[] = {
+        {"", base},
+        {"Removes", base}, // what is not there
+        {"Nobody", base},
+        {"Lume", "A C M"}, // removing beats adding and "common"
+        {"lume", base},
+        {"Lume V2", base},
+        {"GIDGold", "B C M"},
+        {"GIDGolden", base},
+        {"IMSI001020123456789", "A B C M"}, // one prefix fits
+        {"IMSI001010123456789", "B C M"},   // two fit
+        {"IMSI260010123456789", base},      // has the digits inside
+    };
     service().setSetting("customize", "operator", "northtel");
     const auto container = make(mixedRules());
-    const QString base = "A B M"; // what every start begins with
     QCOMPARE(container->enabled().join(' '), base);
-    QCOMPARE(container->HasRulesFor(key), enabled != base || key == "Removes");
-
-    container->ApplyCustomizationForDevice("Other"); // leaves nothing behind
-    log().clear();
-    container->ApplyCustomizationForDevice(key);
-    QCOMPARE(container->enabled().join(' '), enabled);
-    VERIFY_LOGGED_IN_ORDER("{file}: ApplyCustomizationForDevice: applying customization for device " + key,
-                           "{time}: {file}: {func}: enabling based on common and operator",
-                           "{time}: {file}: {func}: enabling from set",
-                           "updatePluginInfo: Enabling {*} plugin");
-    QCOMPARE(log().count("{time}: {file}: {func}: for device " + key + "!!!"), key.isEmpty() ? 0 : 1);
-    QCOMPARE(log().contains("updatePluginInfo: Disabling A plugin"), !enabled.contains("A"));
-}
-
-void TestCustomisation::wouldChange_data()
-{
-    const auto row = dataTable<QByteArray, QString, QString, QString>("rule", "inForce", "key", "change");
-    const QString enableRule = "enable pPluginInfo->Clsid ()";
-    const QString disableRule = "disable pPluginInfo->Clsid ()";
-    const QByteArray enables = ruleXml("device", "Lume", {"B"});
-    const QByteArray disables = ruleXml("device", "Lume", {}, {"A"});
-    row("own rule, applied already", enables, "Lume", "Lume", "");
-    row("rule enables", enables, "", "Lume", enableRule);
-    row("rule disables", disables, "", "Lume", disableRule);
-    row("enabling is found first", ruleXml("device", "Lume", {"B"}, {"A"}), "", "Lume", enableRule);
-    row("common comes back", disables, "Lume", "Other", "enable A");
-    row("common stays off", disables, "Lume", "Lume", "");
-    row("no rule holds it any more", enables, "Lume", "", "disable B");
-    row("containment is for SIMs only", enables, "", "Lume V2", "");
-    row("SIM prefix enables", ruleXml("IMSI", "001", {"B"}), "", "IMSI00101", enableRule);
-    row("prefix does not hold it", ruleXml("IMSI", "001", {"B"}), "IMSI00101", "IMSI00101", "disable B");
-    row("prefix keeps nothing off", ruleXml("IMSI", "001", {}, {"A"}), "IMSI00101", "IMSI00101", "enable A");
-    row("exact prefix holds", ruleXml("IMSI", "001", {"B"}, {"A"}), "IMSI001", "IMSI001", "");
-    row("add and remove", ruleXml("device", "Lume", {"B"}, {"B"}), "Lume", "Lume", enableRule);
+    for (const auto& [key, enabled] : rows) {
+        QCOMPARE(container->HasRulesFor(key), enabled != base || key == "Removes");
+        container->ApplyCustomizationForDevice("Other"); // leaves nothing behind
+        log().clear();
+        container->ApplyCustomizationForDevice(key);
+        QCOMPARE(container->enabled().join(' '), enabled);
+        VERIFY_LOGGED_IN_ORDER(
+            "{file}: ApplyCustomizationForDevice: applying customization for device " + key,
+            "{time}: {file}: {func}: enabling based on common and operator",
+            "{time}: {file}: {func}: enabling from set", "updatePluginInfo: Enabling {*} plugin");
+        QCOMPARE(log().count("{time}: {file}: {func}: for device " + key + "!!!"), key.isEmpty() ? 0 : 1);
+        QCOMPARE(log().contains("updatePluginInfo: Disabling A plugin"), !enabled.contains("A"));
+    }
 }
 
 void TestCustomisation::wouldChange()
 {
-    QFETCH(QByteArray, rule);
-    QFETCH(QString, inForce);
-    QFETCH(QString, key);
-    QFETCH(QString, change); // the first one; empty when there is none
-    const auto container = make(commonXml({"A"}) + rule);
-    container->ApplyCustomizationForDevice(inForce);
-    const QStringList before = container->enabled();
-    log().clear();
-
-    QCOMPARE(container->IsCustomizationForDevice(key), !change.isEmpty());
-    QCOMPARE(container->enabled(), before);
+    const QString enableRule = "enable pPluginInfo->Clsid ()", disableRule = "disable pPluginInfo->Clsid ()";
+    const QByteArray enables = ruleXml("device", "Lume", {"B"});
+    const QByteArray disables = ruleXml("device", "Lume", {}, {"A"});
+    // the rule, the key in force, the new key, and the first change; empty when there is none
+    const std::tuple<QByteArray, QString, QString, QString> rows[] = {
+        {enables, "Lume", "Lume", ""},
+        {enables, "", "Lume", enableRule},
+        {disables, "", "Lume", disableRule},
+        {ruleXml("device", "Lume", {"B"}, {"A"}), "", "Lume", enableRule},
+        {disables, "Lume", "Other", "enable A"}, // "common" comes back
+        {disables, "Lume", "Lume", ""},
+        {enables, "Lume", "", "disable B"},
+        {enables, "", "Lume V2", ""},
+        {ruleXml("IMSI", "001", {"B"}), "", "IMSI00101", enableRule},
+        {ruleXml("IMSI", "001", {"B"}), "IMSI00101", "IMSI00101", "disable B"}, // a prefix does not hold it
+        {ruleXml("IMSI", "001", {}, {"A"}), "IMSI00101", "IMSI00101", "enable A"},
+        {ruleXml("IMSI", "001", {"B"}, {"A"}), "IMSI001", "IMSI001", ""},
+        {ruleXml("device", "Lume", {"B"}, {"B"}), "Lume", "Lume", enableRule},
+    };
     const QString place = "{file}: IsCustomizationForDevice: ";
-    QCOMPARE(log().firstMissingInOrder({place + "entered,,,", place + "need to " + change}),
-             change.isEmpty() ? place + "need to " : QString());
+    for (const auto& [rule, inForce, key, change] : rows) {
+        const auto container = make(commonXml({"A"}) + rule);
+        container->ApplyCustomizationForDevice(inForce);
+        const QStringList before = container->enabled();
+        log().clear();
+        QCOMPARE(container->IsCustomizationForDevice(key), !change.isEmpty());
+        QCOMPARE(container->enabled(), before);
+        QCOMPARE(log().firstMissingInOrder({place + "entered,,,", place + "need to " + change}),
+                 change.isEmpty() ? place + "need to " : QString());
+    }
 }
 
 void TestCustomisation::deviceSwitch()

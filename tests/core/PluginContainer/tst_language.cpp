@@ -11,7 +11,6 @@ class TestLanguage : public CoreTest
     Q_OBJECT
 
 private slots:
-    void wish_data();
     void wish();
     void start_data();
     void start();
@@ -37,38 +36,37 @@ private:
     }
 };
 
-void TestLanguage::wish_data()
-{
-    const auto row =
-        dataTable<QString, QString, QStringList, QString>("adapterType", "installed", "areas", "language");
-    const bool isOne = Platform::systemLanguageId() == Platform::userLanguageId();
-    const QString both = "[language]\na=English\nb=Polski";
-    const QString french = QString::fromUtf8("[language]\nb=Français");
-    const QStringList areas{QString::fromUtf8("Français,USER,fr-fr"), "English,1,en-us", "deutsch,2,de-de"};
-    const QStringList systemLast{"English,0SYS,xx-xx", "Polski,USER,pl-pl", "English,SYS,en-gb"};
-    row("no such word", "System|AREA| area|systems", french, areas, "");
-    row("word among others", "||x,|area|", french + "\na=English", areas, "_fr-fr");
-    row("system wins", "area|system", both, systemLast, isOne ? "_pl-pl" : "_en-gb");
-    row("user's", "area", both, {"English,SYS,en-gb", "Polski,USER,pl-pl"}, isOne ? "_en-gb" : "_pl-pl");
-    row("first item", "area", both, {"Polski,USER,pl-pl", "English,USER,en-gb"}, "_pl-pl");
-    row("exact case", "area", "[language]\na=Polski\nb=english",
-        {"English,USER,en-gb", "polski,1,xx-xx", "Polski,2,pl-pl"}, "_xx-xx");
-    row("first by key", "area", "[language]\nz=Polski\na=Deutsch", areas, "_de-de");
-    row("unknown", "area", "[language]\na=Polski", areas, "_en-us");
-    row("no areas", "area", "[language]\na=Deutsch", {}, "_en-us");
-    row("none installed", "area", "[other]\na=English", areas, "");
-}
-
 void TestLanguage::wish()
 {
-    QFETCH(QString, adapterType);
-    QFETCH(QString, installed);
-    QFETCH(QStringList, areas);
+    const bool isOne = Platform::systemLanguageId() == Platform::userLanguageId();
+    const QString area = "area", both = "[language]\na=English\nb=Polski";
+    const QString french = QString::fromUtf8("[language]\nb=Français");
+    const QStringList areas{QString::fromUtf8("Français,USER,fr-fr"), "English,1,en-us", "deutsch,2,de-de"};
+    const std::tuple<QString, QString, QStringList, QString> rows[] = {
+        {"System|AREA| area|systems", french, areas, ""},
+        {"||x,|area|", french + "\na=English", areas, "_fr-fr"},
+        {"area|system",
+         both,
+         {"English,0SYS,xx-xx", "Polski,USER,pl-pl", "English,SYS,en-gb"},
+         isOne ? "_pl-pl" : "_en-gb"},
+        {area, both, {"English,SYS,en-gb", "Polski,USER,pl-pl"}, isOne ? "_en-gb" : "_pl-pl"},
+        {area, both, {"Polski,USER,pl-pl", "English,USER,en-gb"}, "_pl-pl"}, // the first item
+        {area,
+         "[language]\na=Polski\nb=english",
+         {"English,USER,en-gb", "polski,1,xx-xx", "Polski,2,pl-pl"},
+         "_xx-xx"},
+        {area, "[language]\nz=Polski\na=Deutsch", areas, "_de-de"}, // the first by key
+        {area, "[language]\na=Polski", areas, "_en-us"},
+        {area, "[language]\na=Deutsch", {}, "_en-us"},
+        {area, "[other]\na=English", areas, ""},
+    };
     const auto container = makeContainer(QByteArray("<l/>"));
-    service().setSetting("customize", "adaptertype", adapterType, ScriptedDeviceService::Ini);
-    writeInstalled(installed);
-    writeAreas(areas);
-    QTEST(container->GetAdapterLang(), "language");
+    for (const auto& [adapterType, languages, items, language] : rows) {
+        service().setSetting("customize", "adaptertype", adapterType, ScriptedDeviceService::Ini);
+        writeInstalled(languages);
+        writeAreas(items);
+        QCOMPARE(container->GetAdapterLang(), language);
+    }
 }
 
 void TestLanguage::start_data()

@@ -157,20 +157,14 @@ void TestCommonUtils::lookups()
     recorder().setAnswer("TestBeta.Call", false);
     QCOMPARE(found(), QString("10010"));
     QCOMPARE(log().count(NoCall), 1);
-    QVERIFY(log().contains("{time}: {file}: GetDeviceMgrPlugin:Get plugin container success"));
 }
 
 void TestCommonUtils::lookupsThatMiss()
 {
     QCOMPARE(found(), QString("00000")); // there is no host
     QVERIFY(CommonUtils::GetUIEmbedPlugibList().isEmpty());
-    VERIFY_LOGGED_IN_ORDER(
-        "{time}: {file}: GetDeviceMgrPlugin:Get plugin container error",
-        "{time}: {file}: GetMainWindow : {n} : Enter",
-        "{file}: GetMainWindow: Startup::GetPluginContainer failed",
-        "{time}: {file}: GetMainWindow : {n} : Exit", "Start of {file}: IsPluginAvailable: {n}: ",
-        "End of {file}: IsPluginAvailable: {n}: ", "Start: {time}: {file}: MakeCall {n}", NoCall);
-    QCOMPARE(log().lines().size(), 8);
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetDeviceMgrPlugin:Get plugin container error",
+                           "{file}: GetMainWindow: Startup::GetPluginContainer failed", NoCall);
     publish(makeContainer({{"M", "TestMainFrame"}, {PluginIds::CallUI, "TestAlpha"}}, "M"));
     recorder().setAnswer("TestMainFrame.GetLayoutPluginClsid", "unknown");
     const auto otherKind = QVariant::fromValue<QObject*>(this);
@@ -189,21 +183,20 @@ void TestCommonUtils::embeddedPlugins()
 {
     const QString further = "92804312-432E-401F-96BB-1C20D852815D"; // not in a compact frame
     const QString otherCase = "881EA87E-882C-4F22-961C-466E0686F707";
-    QVector<PluginEntry> entries = {{"Z", "u"}, {further, "u"}, {"T", "u", false, false, 1}};
-    for (const char* clsid : {"D754AE84-535F-4c18-85F8-F154CFE34DDF", "881EA87E-882C-4f22-961C-466E0686F707",
-                              "90DC623D-19BD-4dee-8940-470AD75BB60E", "385BDF98-9AA3-4121-9FBB-CACB1CD9608B",
-                              "FCDC307E-06DC-4dfa-AC83-834D0E306D48", "D2AB6727-AF80-4ef7-B37E-F217803B85A4",
-                              "A6CD67EE-16A0-4dbd-9ACB-34801E876418", "140B81C0-F62B-4ee0-9897-BDC3F8F03B18",
-                              "D754AE84-535F-4c18-85F8-F154CFE34FFF", "FAB7A06E-5770-4ffd-B511-479BAE2B74AC"})
+    QVector<PluginEntry> entries = {{"T", "u", false, false, 1}};
+    for (const QString& clsid : QStringList{
+             "Z", further, "D754AE84-535F-4c18-85F8-F154CFE34DDF", "881EA87E-882C-4f22-961C-466E0686F707",
+             "90DC623D-19BD-4dee-8940-470AD75BB60E", "385BDF98-9AA3-4121-9FBB-CACB1CD9608B",
+             "FCDC307E-06DC-4dfa-AC83-834D0E306D48", "D2AB6727-AF80-4ef7-B37E-F217803B85A4",
+             "A6CD67EE-16A0-4dbd-9ACB-34801E876418", "140B81C0-F62B-4ee0-9897-BDC3F8F03B18",
+             "D754AE84-535F-4c18-85F8-F154CFE34FFF", "FAB7A06E-5770-4ffd-B511-479BAE2B74AC", otherCase, "A"})
         entries += {PluginEntry{clsid, "u"}};
-    entries += {{otherCase, "u"}, {"A", "u"}};
     publish(makeContainer(entries));
     for (const int style : {1, ~4, 4, 5}) {
         CommonUtils::SetFrameStyle(style);
         const QString compact = style == 4 || style == 5 ? "" : further + ' ';
         QCOMPARE(CommonUtils::GetUIEmbedPlugibList().join(' '), "Z " + compact + otherCase + " A");
     }
-    QCOMPARE(log().count("{file}: GetUIEmbedPlugibList: entered"), 4);
 }
 
 void TestCommonUtils::openUrl()
@@ -217,24 +210,18 @@ void TestCommonUtils::openUrl()
     }
     QDesktopServices::unsetUrlHandler("file");
     QDesktopServices::unsetUrlHandler("test");
-    QVERIFY(!CommonUtils::OpenUrl(""));
-    const QString folder = CommonUtils::GetPluginLibraryPath();
-    QCOMPARE(folder, QCoreApplication::applicationDirPath());
-    VERIFY_LOGGED_IN_ORDER("the url is : test://host/path?q=1",
-                           "{time}: {file}: GetPluginLibraryPath: other os plugin folder is " + folder);
+    QVERIFY(!CommonUtils::OpenUrl("") && log().contains("the url is : test://host/path?q=1"));
+    QCOMPARE(CommonUtils::GetPluginLibraryPath(), QCoreApplication::applicationDirPath());
 }
 
 void TestCommonUtils::waitForThread()
 {
     const QString enter = "{time}: {file}: WaitForThreadToStop: Enter. unMaxWait: ";
-    const QString leave = "{time}: {file}: WaitForThreadToStop: Leave ";
     CommonUtils::WaitForThreadToStop(nullptr, 5);
-    QVERIFY(log().contains(enter + '5') && !log().contains(leave));
     QThread withLoop;
     withLoop.start();
     CommonUtils::WaitForThreadToStop(&withLoop, 600);
-    QVERIFY(withLoop.isFinished() && log().contains(leave));
-
+    QVERIFY(withLoop.isFinished());
     for (const int seconds : {0, 1, 30}) {
         StubbornThread thread;
         const bool endsInTime = seconds == 30;

@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "CoreTest.h"
 #include "ErrorCapture.h"
+#include "ProtectedString.h"
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"
 #include "common/ciphers/Base64.h"
@@ -98,17 +99,6 @@ bool leavesBehind(const QByteArray& bytes, Call call)
 /// A secret that is longer than what the compiler may keep of it in registers and save on the stack.
 const QByteArray Plaintext(1024, '\xA7');
 const QByteArray Part = Plaintext.left(256);
-const QByteArray PassPhrase = "only for the tests of it";
-
-/// What an operation gives.
-QByteArray converted(void (*operation)(const char*, const char*, char*&), const QByteArray& text)
-{
-    char* result = nullptr;
-    operation(text, PassPhrase, result);
-    const QByteArray copy(result);
-    CommonUtils::CryptLocalFree(result);
-    return copy;
-}
 
 } // namespace
 
@@ -169,7 +159,7 @@ void TestProtectedDataFaults::nothingIsLeft()
     const auto check = [](const char* name, const QByteArray& wanted, const Call& call) {
         QVERIFY2(!leavesBehind(wanted, call), name);
     };
-    check("pass phrase", PassPhrase.left(16), [] { converted(CommonUtils::Encrypt, "text"); });
+    check("pass phrase", QByteArray(PassPhrase, 16), [] { converted(CommonUtils::Encrypt, "text"); });
     check("string", Part, [&] {
         char* result = nullptr;
         CommonUtils::Decrypt(digits, PassPhrase, result);
