@@ -4,7 +4,7 @@
 #include <QString>
 #include <QVector>
 
-/// The identifiers of the texts in one menu.
+/// The identifiers of the strings in one menu.
 struct MenuTexts
 {
     QString name;

@@ -17,57 +17,58 @@ extern SKYLUME_EXPORT QMutex g_mutex;
 /// State passed to the skin operations. It does not affect what they load.
 enum _enStyleState { enStyleNormal, enStyleMini };
 
-/// The application's language, the texts of all plugins, and the skin. All operations are static.
+/// The application's language, the strings of all plugins, and the skin. All operations are static.
 ///
-/// Each plugin has one file of texts per language, plugins/NAME/NAME_LANGUAGE.lang below the installation
+/// Each plugin has one file of strings per language, plugins/NAME/NAME_LANGUAGE.lang below the installation
 /// ("plugins/XFramePlugin/XFramePlugin_en-us.lang"). It is XML: every element "item", at any depth, is one
-/// text, identified by its attribute "name". If several items have the same identifier, the last one applies.
-/// The escape sequence "\t", a backslash and a letter, becomes 12 spaces; "\n", "\r", "\v" and "\f" are
-/// removed.
+/// string, identified by its attribute "name". If several items have the same identifier, the last one
+/// applies. The escape sequence "\t", a backslash and a letter, becomes 12 spaces; "\n", "\r", "\v" and "\f"
+/// are removed.
 ///
-/// A text may end with a keyboard shortcut: "Save (Ctrl+S)", "Delete Del". Shortcuts are switched off if the
-/// setting "EnableShortCut" of the section "system" is "false".
+/// A string may end with a keyboard shortcut: "Save (Ctrl+S)", "Delete Del". Shortcuts are switched off if
+/// the setting "EnableShortCut" of the section "system" is "false".
 ///
-/// Any thread may look up texts, also while the language is being switched. The operations that read files
+/// Any thread may look up strings, also while the language is being switched. The operations that read files
 /// without taking the lock are for start-up and for callers that hold the lock.
 class SKYLUME_EXPORT Change
 {
 public:
     // ---- Texts
 
-    /// A text of a plugin in the current language. Any thread; takes the lock.
-    /// @param id     the text's identifier, case-sensitive
-    /// @param plugin the plugin's name. If the text is not in the table, the plugin's file is read, on every call.
-    /// @return empty if the plugin has no such text
+    /// A string of a plugin in the current language. Any thread; takes the lock.
+    /// @param id     the string's identifier, case-sensitive
+    /// @param plugin the plugin's name. If the string is not in the table, the plugin's file is read, on
+    ///               every call.
+    /// @return empty if the plugin has no such string
     static QString tr(QString const& id, QString const& plugin);
 
-    /// Splits a text of a plugin into label and shortcut. Any thread; takes the lock. Reads no file: load the
-    /// plugin's texts first, with LoadLangFile() or the other tr().
+    /// Splits a string of a plugin into label and shortcut. Any thread; takes the lock. Reads no file: load
+    /// the plugin's strings first, with LoadLangFile() or the other tr().
     /// @param text receives the label, including the space before the shortcut. Without a shortcut it is the
-    ///             whole text; with an unknown shortcut it is that shortcut without its brackets.
+    ///             whole string; with an unknown shortcut it is that shortcut without its brackets.
     /// @param key  receives the shortcut: the sum of the keys that it names out of Ctrl, Strg, Alt, Shift, Del,
     ///             F2 and A to Z, ignoring case; empty if there is none
-    /// @return whether the text has a known shortcut
+    /// @return whether the string has a known shortcut
     static bool tr(QString const& id, QString const& plugin, QString& text, QKeySequence& key);
 
-    /// A text of a plugin, for use during start-up. Like tr(), but if the text is not in the table, the active
-    /// language of the settings becomes the current one before the file is read.
+    /// A string of a plugin, for use during start-up. Like tr(), but if the string is not in the table, the
+    /// active language of the settings becomes the current one before the file is read.
     static QString Stratup_tr(QString const& id, QString const& plugin);
 
-    /// Finds the start of the shortcut in a text, using the current language's names of keys.
+    /// Finds the start of the shortcut in a string, using the current language's names of keys.
     /// @return a position greater than 0; -1 or 0 if there is none
     static int FindControlKeyInLangString(QString const& text);
 
     // ---- Language files: these do not take the lock
 
-    /// Loads a plugin's texts for the current language. Texts that the file lacks are kept.
+    /// Loads a plugin's strings for the current language. Strings that the file lacks are kept.
     /// @return whether the file exists and could be opened
     static bool LoadLangFile(QString const& plugin);
 
-    /// Makes the active language of the settings current and loads a plugin's texts for it.
+    /// Makes the active language of the settings current and loads a plugin's strings for it.
     static void StartupLoadLangFile(QString const& plugin);
 
-    /// Reads a plugin's texts from an open device. Texts before a fault in the XML are kept.
+    /// Reads a plugin's strings from an open device. Strings before a fault in the XML are kept.
     /// @param device the caller keeps ownership
     /// @return false if the device is null, otherwise true
     static bool readXmlFile(QIODevice* device, QString plugin);
@@ -76,7 +77,8 @@ public:
 
     /// Makes a language current, loads it for every plugin in m_languageHash, and stores it as the active
     /// language. Any thread; takes the lock.
-    /// @param name language and country code such as "en-us". Plugins without a file for it keep their texts.
+    /// @param name language and country code such as "en-us". Plugins without a file for it keep their
+    ///             strings.
     static void SetLangName(QString const& name);
 
     /// The current language, for example "en-us". Any thread, with or without the lock.
@@ -115,8 +117,8 @@ public:
     /// Does nothing.
     static void SetSettingDefaultSkin(QString name);
 
-    /// Plugin name to text identifier to text. Loading a file adds its plugin and texts; a look-up that would
-    /// load a file adds an empty text if there is none. Keys do not share the characters of the callers'
-    /// strings. Nothing is ever removed. Hold g_mutex.
+    /// Plugin name to string identifier to string. Loading a file adds its plugin and strings; a look-up that
+    /// would load a file adds an empty string if there is none. Keys do not share the characters of the
+    /// callers' strings. Nothing is ever removed. Hold g_mutex.
     static QHash<QString, QHash<QString, QString>> m_languageHash;
 };

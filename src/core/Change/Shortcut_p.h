@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The keyboard shortcut at the end of a text: "Save (Ctrl+S)", "Delete Del".
+/// The keyboard shortcut at the end of a string: "Save (Ctrl+S)", "Delete Del".
 namespace Shortcut {
 
 /// Finds the start of the shortcut.

@@ -34,7 +34,7 @@ private:
 
 extern LastPlugin lastPlugin;
 
-/// A text of a plugin; empty when the table lacks it. Adds nothing.
+/// A string of a plugin; empty when the table lacks it. Adds nothing.
 inline QString find(const QString& id, const QString& plugin)
 {
     if (!lastPlugin.isValidFor(plugin))
@@ -42,12 +42,12 @@ inline QString find(const QString& id, const QString& plugin)
     return lastPlugin.text(id);
 }
 
-/// The texts of a plugin, for changing them. A plugin that the table lacks is added without texts.
+/// The strings of a plugin, for changing them. A plugin that the table lacks is added without strings.
 ///
 /// The table copies the characters of new keys: those of a literal are gone once its library is unloaded.
 QHash<QString, QString>& texts(const QString& plugin);
 
-/// Adds an empty text unless the plugin has one of this identifier.
+/// Adds an empty string unless the plugin has one of this identifier.
 void addMissing(const QString& id, const QString& plugin);
 
 } // namespace TextTable

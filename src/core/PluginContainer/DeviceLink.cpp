@@ -17,7 +17,8 @@ namespace {
 
 constexpr unsigned long SdkWaitMs = 10000;
 
-// Never held together with PluginContainer::m_LockStrDevName.
+// Shared by all links: the device service calls back without saying which one an event is for. Never held
+// together with PluginContainer::m_LockStrDevName.
 QMutex sdkWaitMutex;
 QWaitCondition sdkWaitCondition;
 

@@ -21,10 +21,10 @@ private slots:
     void deviceName();
     void earlyEventIsFoundAfterTheLimit();
     void failingRegistrations();
-    void withoutDeviceManager_data();
     void withoutDeviceManager();
     void eventsThatAreIgnored();
     void closing();
+    void closingDuringLongDetection();
     void eventsWhileClosing();
 };
 
@@ -109,40 +109,34 @@ void TestDeviceLink::failingRegistrations()
     QTRY_VERIFY((PluginContainer::OnDevMgrEvent(6606, nullptr), container->IsPluginsConfigInitialized()));
     QCOMPARE(service().calls().filter("QRVL_DevSrv_UnRegister").size(), 2);
     const QString prefix = "{time}: {file}: getDeviceName ";
-    VERIFY_LOGGED_IN_ORDER(
-        prefix + "calling registration functions",
-        prefix + "register callback failed . DevInitEventError = 5",
-        prefix + "register callback failed . DevMgrError = 6", prefix + "calling registration finished",
-        prefix + "waiting for sdk finished enter",
-        "{time}: {file}: OnDevMgrEvent called QRVL_DevSrv_GetAvailableDeviceList, 0",
-        "{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_DETECTED wake all",
-        prefix + "waiting for sdk finished exit", prefix + "calling unregistration functions");
-}
-
-void TestDeviceLink::withoutDeviceManager_data()
-{
-    // what the device manager does not answer well
-    const auto row = dataTable<QString, QVariant, QString, int>("call", "answer", "warning", "registrations");
-    row("failed to start", "TestDeviceMgr.Init", 0, "init deviceMgr failed", 0);
-    row("has another service", "TestDeviceMgr.QueryInterface(0x1001)", QVariant::fromValue<QObject*>(this),
-        "get deviceMgr failed", 2);
+    VERIFY_LOGGED_IN_ORDER(prefix + "register callback failed . DevInitEventError = 5",
+                           prefix + "register callback failed . DevMgrError = 6",
+                           "{time}: {file}: OnDevMgrEvent called QRVL_DevSrv_GetAvailableDeviceList, 0",
+                           "{file}: OnDevMgrEvent: entered, QRVL_EVENT_DEV_DETECTED wake all",
+                           prefix + "waiting for sdk finished exit");
 }
 
 void TestDeviceLink::withoutDeviceManager()
 {
-    QFETCH(QString, call);
-    QFETCH(QVariant, answer);
-    QFETCH(QString, warning);
-    const QString line = "{file}: getDeviceName: " + warning;
-    log().allow(line);
-    recorder().setAnswer(call, answer);
-    const auto container = openContainer(libraryFile(), configFile());
-    QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 3000);
-    QCOMPARE(log().lines(QtWarningMsg, line).size(), 1);
-    QCOMPARE(container->enabled(), QStringList(DeviceManager));
-    QTEST(service().calls().filter("QRVL_DevSrv_Register").size(), "registrations");
-    QCOMPARE(service().calls().filter("QRVL_DevSrv_UnRegister").size(), 2);
-    QVERIFY(recorder().calls("TestDeviceMgr.StartDetection").isEmpty());
+    // what the device manager does not answer well
+    const std::tuple<QString, QVariant, QString, int> rows[] = {
+        {"TestDeviceMgr.Init", 0, "init deviceMgr failed", 0},
+        {"TestDeviceMgr.QueryInterface(0x1001)", QVariant::fromValue<QObject*>(this), "get deviceMgr failed",
+         2}};
+    for (const auto& [call, answer, warning, registrations] : rows) {
+        const QString line = "{file}: getDeviceName: " + warning;
+        log().allow(line);
+        recorder().reset();
+        recorder().setAnswer(call, answer);
+        service().reset();
+        const auto container = openContainer(libraryFile(), configFile());
+        QTRY_VERIFY_WITH_TIMEOUT(container->IsPluginsConfigInitialized(), 3000);
+        QCOMPARE(log().lines(QtWarningMsg, line).size(), 1);
+        QCOMPARE(container->enabled(), QStringList(DeviceManager));
+        QCOMPARE(service().calls().filter("QRVL_DevSrv_Register").size(), registrations);
+        QCOMPARE(service().calls().filter("QRVL_DevSrv_UnRegister").size(), 2);
+        QVERIFY(recorder().calls("TestDeviceMgr.StartDetection").isEmpty());
+    }
 }
 
 void TestDeviceLink::eventsThatAreIgnored()
@@ -178,6 +172,21 @@ void TestDeviceLink::closing()
     }
     const QString calls = recorder().names({"Destroy", "destructed"}).join(' ');
     QCOMPARE(calls.count("TestDeviceMgr.Destroy TestDeviceMgr.destructed"), 4);
+}
+
+/// The detection outlasts the first wait of the destructor, which goes on waiting with its lock held.
+void TestDeviceLink::closingDuringLongDetection()
+{
+    const QString secondWait = "{*}WaitForThreadToStop: Enter. unMaxWait: 5";
+    recorder().setHook("TestDeviceMgr.StartDetection", [&] {
+        qDebug("detection starts");
+        log().waitFor(secondWait);
+    });
+    auto container = std::make_unique<PluginContainer>(libraryFile(), configFile(), false);
+    QVERIFY(log().waitFor("detection starts"));
+    container.reset();
+    VERIFY_LOGGED_IN_ORDER(secondWait, "{*}calling unregistration functions",
+                           "{*}WaitForThreadToStop: Leave ", "{*}: plugin DeviceMgrPlugin unloaded");
 }
 
 void TestDeviceLink::eventsWhileClosing()
