@@ -37,6 +37,23 @@ QObject* queryInterface(const PluginInfo& info, int iid)
     return isAnswered ? static_cast<QObject*>(out) : nullptr;
 }
 
+/// @param onException called with the text of what Init() throws
+/// @return what Init() returns, 0 if it throws
+template <typename OnException>
+int callInit(IBasePlugin& plugin, const QString& name, OnException onException, const char* function)
+{
+    QElapsedTimer timer;
+    timer.start();
+    LOG_CRITICAL("%s: %s: base IBasePlugin load success, %s init: Start", LOG_FILE, function,
+                 qUtf8Printable(name));
+    int status = 0;
+    guardedCall(
+        "Init", name, [&] { status = plugin.Init(); }, onException);
+    LOG_CRITICAL("%s: %s: base IBasePlugin load success, init=%d, %s init: elapsed=%dms", LOG_FILE, function,
+                 status, qUtf8Printable(name), static_cast<int>(timer.elapsed()));
+    return status;
+}
+
 PluginFault faultOfRoot(QObject* root)
 {
     if (qobject_cast<IBasePlugin*>(root))
@@ -141,19 +158,11 @@ void PluginContainer::initPlugin(QObject* plugin, QString clsid, PluginInfo* inf
         return;
 
     info->SetInitialized(true); // before the call: the plugin may ask for itself
-    QElapsedTimer timer;
-    timer.start();
-    LOG_CRITICAL("%s: %s: base IBasePlugin load success, %s init: Start", LOG_FILE, LOG_FUNCTION,
-                 qUtf8Printable(info->m_strName));
-    int status = 0;
     const auto onException = [&](const QString& text) {
         d->decisions.noteFault(clsid,
                                {PluginStatus::Fault::InitThrew, QStringLiteral("Init() threw: ") + text});
     };
-    guardedCall(
-        "Init", info->m_strName, [&] { status = base->Init(); }, onException);
-    LOG_CRITICAL("%s: %s: base IBasePlugin load success, init=%d, %s init: elapsed=%dms", LOG_FILE,
-                 LOG_FUNCTION, status, qUtf8Printable(info->m_strName), static_cast<int>(timer.elapsed()));
+    const int status = callInit(*base, info->m_strName, onException, LOG_FUNCTION);
     if (clsid == PluginIds::DeviceManager)
         m_bDeviceMgrInit = status != 0;
 }

@@ -56,6 +56,22 @@ QToolButton* makeButton(QWidget* parent, const QString& icon)
     return button;
 }
 
+template <typename Layout>
+Layout* withoutGaps(Layout* layout)
+{
+    layout->setSpacing(0);
+    layout->setContentsMargins(0, 0, 0, 0);
+    return layout;
+}
+
+QVBoxLayout* makeColumn(QWidget* parent)
+{
+    auto* const column = withoutGaps(new QVBoxLayout(parent));
+    column->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    return column;
+}
+
 template <typename Action>
 void forEachWidget(const QLayout& layout, Action action)
 {
@@ -85,14 +101,8 @@ bool ToolBarLogic::CreateToolBar(QString pluginName, QWidget* parent, QList<Tool
 {
     if (!parent)
         return false;
-    auto* const column = new QVBoxLayout(parent);
-    column->setSpacing(0);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    column->setSizeConstraint(QLayout::SetFixedSize);
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(0);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto* const column = makeColumn(parent);
+    auto* const row = withoutGaps(new QHBoxLayout);
     auto* const buttons = new QButtonGroup(parent);
     if (group)
         *group = buttons;

@@ -56,6 +56,18 @@ QByteArray pathLine(bool isCanonical, const char* path, const char* function, in
     return QString::fromLocal8Bit(text).toUtf8();
 }
 
+/// Opens the file to read; logs its canonical path and reports a failure to standard error.
+UnbufferedFile openInput(const char* path, const char* function)
+{
+    char canonical[Platform::PathCapacity];
+    const bool isCanonical = Platform::canonicalisePath(path, canonical);
+    LOG_DEBUG("%s", pathLine(isCanonical, canonical, function, __LINE__).constData());
+    UnbufferedFile input = openUnbuffered(isCanonical ? canonical : nullptr, "rb");
+    if (!input)
+        writeError("File error");
+    return input;
+}
+
 /// The size of a file; negative when it cannot be measured.
 long sizeOf(std::FILE* file)
 {
@@ -149,14 +161,9 @@ void writeFingerprint(FileHash& hash, const char* path, const char* function)
 int CommonUtils::FileCrypt(int operation, const char* inputPath, const char* outputPath)
 {
     constexpr std::size_t pieceSize = std::size_t(128) * 1024; // stays in the processor's cache
-    char canonical[Platform::PathCapacity];
-    const bool isCanonical = Platform::canonicalisePath(inputPath, canonical);
-    LOG_DEBUG("%s", pathLine(isCanonical, canonical, LOG_FUNCTION, __LINE__).constData());
-    const UnbufferedFile input = openUnbuffered(isCanonical ? canonical : nullptr, "rb");
-    if (!input) {
-        writeError("File error");
+    const UnbufferedFile input = openInput(inputPath, LOG_FUNCTION);
+    if (!input)
         return 0;
-    }
 
     // The whole file is read before the output is opened: they may be the same.
     const bool isConversion = operation == EncryptFile || operation == DecryptFile;
