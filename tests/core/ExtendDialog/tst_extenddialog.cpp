@@ -100,12 +100,11 @@ void TestExtendDialog::placement()
         {{0, 300, 100, 100}, {200, 50}, {12, 325}},         // off to the left
         {{900, 300, 100, 100}, {300, 50}, {709, 325}},      // off to the right
         {{909, 300, 100, 100}, {100, 50}, {909, 325}},      // ends at the right edge
-        {{400, 39, 100, 50}, {100, 50}, {400, 39}},         // just below the room for the title
+        {{400, 38, 100, 50}, {100, 50}, {400, 39}},         // too little room for the title
         {{400, 700, 100, 100}, {100, 90}, {400, 679}},      // off the bottom
         {{100, 100, 800, 600}, {1200, 900}, {-191, -131}}}; // larger than the screen
-    for (const auto& [reference, dialog, topLeft] : rows) {
+    for (const auto& [reference, dialog, topLeft] : rows)
         QCOMPARE(DialogPlacement::centred(reference, dialog, {10, 10, 1000, 760}), QRect(topLeft, dialog));
-    }
 }
 
 void TestExtendDialog::ownFrame()

@@ -97,8 +97,8 @@ void TestPluginFiles::configuration()
          device + "Lume: have to disable Y, but not in list"},
         {ruleXml("device", "Lume", {"A"}, {"C"}) + ruleXml("device", "Lume", {"B"}), "A B",
          device + "Lume: Disabling need to enable C plugin"},
-        {"<device name='Lume'><plugin><add clsid='A'/></plugin><add clsid='B'/>" // to the first end tag
-         "<plugin><add clsid='C'/></plugin></device>",
+        {"<device name='Lume'><plugin><add clsid='A'/><keep clsid='A'/></plugin>" // to the first end tag
+         "<add clsid='B'/><plugin><add clsid='C'/></plugin></device>",
          "A", any},
         {ruleXml("customize", "northtel", {"A", "Z"}), "A",
          "readCustomizeElements: A will be enabled by default"},

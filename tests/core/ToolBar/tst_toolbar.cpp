@@ -84,7 +84,7 @@ void TestToolBar::reading()
         {toolBar("2000000000", items), {7, 3, 0}, false, done}, // more than there are
         {toolBar("0", items), {}, false, isZero},
         {toolBar("-1", items), {}, true, done},
-        {toolBar("many", items), {}, false, isZero},
+        {toolBar("many", items), {}, false, "Exit: XML File Content is Wrong!"},
         {"<doc>" + items + "</doc>", {}, false, isZero},
         {"<doc><ToolBar count='1'/>" + single + "</doc>", {4}, false, done},
         {toolBar("1", single).replace("enable='1'", "enable='0'"), {4}, false, done},
@@ -95,7 +95,7 @@ void TestToolBar::reading()
         m_groupInGroup = false;
         QCOMPARE(readIds(content), ids);
         QCOMPARE(m_groupInGroup, isGroup);
-        QVERIFY2(log().contains("{file}: GetXmlData: " + logged), content);
+        QVERIFY2(log().contains("{file}: {func}: " + logged), content);
     }
     QVERIFY(log().contains("Error: {*}"));
     readIds(toolBar("3", items));
