@@ -6,9 +6,11 @@
 #include "TitleBar/TileGrid_p.h"
 #include "common/CommonUtils.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QToolButton>
 
