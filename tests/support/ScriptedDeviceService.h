@@ -48,10 +48,6 @@ public:
     {
         lock()->settings[view].insert({section, key}, value);
     }
-    QString setting(const QString& section, const QString& key, View view)
-    {
-        return lock()->settings[view].value({section, key});
-    }
 
     /// Model names of the available modems, in order.
     void setDevices(const QStringList& names) { lock()->devices = names; }

@@ -12,11 +12,9 @@ public:
     using PluginContainer::PluginContainer;
 
     using PluginContainer::decideDefaultLanguage;
-    using PluginContainer::disableAllPlugins;
     using PluginContainer::GetAdapterLang;
     using PluginContainer::GetCurLanguageInfo;
     using PluginContainer::getDefaultLan;
-    using PluginContainer::getDeviceName;
     using PluginContainer::getLanguageList;
     using PluginContainer::isPluginInList;
     using PluginContainer::readPluginElement;

@@ -103,6 +103,7 @@ void TestTranslation::shortcut()
         {english, "Odd (Alt`+{)", "4|Alt`+{|none"},
         {english, "(Ctrl+Shift+A)", "1|(|Ctrl+Shift+A"},
         {english, "Del", "0|Del|none"},
+        {english, "Two (Ctrl+Ctrl+A)", "4|Two |Alt+A"}, // the sum of the keys
         {german, "Sichern (Strg+S)", "8|Sichern |Ctrl+S"},
         {german, "Sichern Strg+S", "8|Sichern |Ctrl+S"},
         {german, "Weg (Entf)", "4|Entf|none"},

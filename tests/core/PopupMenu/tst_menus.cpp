@@ -120,7 +120,9 @@ void TestMenus::reading()
         {menu("M", popup("S")) + within("S", popup("T")), "M: S(IDS_S)[] T(IDS_T)[]"}, // no deeper nesting
         {menu("M", item("a")) + within("S", item("b") + Separator), "M: a(IDS_A)"},
         {menu("M", item("S")) + within("S", item("b")), "M: S(IDS_S)"}, // an item is no sub-menu
-        {menu("M", popup("S") + popup("S")) + within("S", item("a")), "M: S(IDS_S)[a(IDS_A)] S(IDS_S)[]"},
+        {menu("M", popup("T") + popup("S")) + within("S", item("a")) + menu("N", popup("S") + popup("S")) +
+             within("S", item("b")),
+         "M: T(IDS_T)[] S(IDS_S)[a(IDS_A)]; N: S(IDS_S)[b(IDS_B)] S(IDS_S)[]"}, // the first of two
         {item("a") + menu("M", item("b")), "M: b(IDS_B)"},
         {menu("M", "<item type='Item'>a</item><entry>" + item("b") + "</entry>"), "M: b(IDS_B)"},
         {menu("M", "") + "<menu name='N'>" + item("a") + "</menu>", "M: "}, // without a parent
