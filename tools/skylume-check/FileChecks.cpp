@@ -6,7 +6,7 @@
 #include "Installation.h"
 #include "Schema.h"
 #include "Validation.h"
-#include "simulator/SimulatorFile.h"
+#include "backends/simulator/SimulatorFile.h"
 #include "skylume-lang/LanguageCheck.h"
 
 namespace {
