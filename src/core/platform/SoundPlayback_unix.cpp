@@ -1,0 +1,113 @@
+#include "platform/SoundPlayback_p.h"
+
+#include <QGuiApplication>
+#include <QThreadPool>
+
+#include <atomic>
+
+#include <canberra.h>
+
+using namespace Platform;
+
+namespace {
+
+constexpr int PatienceAtExit = 1000; // milliseconds
+
+/// One thread, which ends when it has been idle for a while. It must outlive everything that static destructors
+/// could delete, and a sound system that does not answer must not keep the process alive: it is never deleted.
+QThreadPool& background()
+{
+    static QThreadPool* const pool = [] {
+        auto* const single = new QThreadPool;
+        single->setMaxThreadCount(1);
+        return single;
+    }();
+    static const bool isWaitedFor = [] {
+        qAddPostRoutine([] { background().waitForDone(PatienceAtExit); });
+        return true;
+    }();
+    Q_UNUSED(isWaitedFor)
+    return *pool;
+}
+
+using PropertyList = std::unique_ptr<ca_proplist, decltype(&ca_proplist_destroy)>;
+
+PropertyList propertiesFor(const QByteArray& path)
+{
+    ca_proplist* list = nullptr;
+    ca_proplist_create(&list);
+    PropertyList properties(list, &ca_proplist_destroy);
+    const std::pair<const char*, QByteArray> entries[] = {
+        {CA_PROP_MEDIA_FILENAME, path},
+        {CA_PROP_APPLICATION_NAME, QGuiApplication::applicationDisplayName().toUtf8()},
+        // Without a role it would be "event", and desktops mute all event sounds with one switch of theirs.
+        {CA_PROP_MEDIA_ROLE, QByteArrayLiteral("alert")},
+        {CA_PROP_CANBERRA_ENABLE, QByteArrayLiteral("1")},
+    };
+    for (const auto& [key, value] : entries)
+        ca_proplist_sets(list, key, value.constData());
+    return properties;
+}
+
+} // namespace
+
+class SoundPlayback::Job
+{
+public:
+    explicit Job(Ended ended)
+        : m_ended(std::move(ended))
+    {
+    }
+
+    /// Any thread.
+    void cancel() { m_isCancelled = true; }
+
+    // On the background thread.
+
+    void play(const QByteArray& path)
+    {
+        if (m_isCancelled)
+            return;
+        int result = ca_context_create(&m_context);
+        if (result == CA_SUCCESS)
+            result = ca_context_play_full(m_context, 0, propertiesFor(path).get(), &Job::onFinished, this);
+        if (result != CA_SUCCESS)
+            report(result);
+    }
+
+    /// After this, libcanberra no longer calls onFinished().
+    void end()
+    {
+        if (m_context)
+            ca_context_destroy(m_context);
+        m_context = nullptr;
+    }
+
+private:
+    static void onFinished(ca_context*, uint32_t, int result, void* job)
+    {
+        static_cast<Job*>(job)->report(result);
+    }
+
+    void report(int result)
+    {
+        if (!m_isCancelled)
+            m_ended(result);
+    }
+
+    const Ended m_ended;
+    std::atomic<bool> m_isCancelled{false};
+    ca_context* m_context = nullptr;
+};
+
+SoundPlayback::SoundPlayback(const QByteArray& path, Ended ended)
+    : m_job(std::make_shared<Job>(std::move(ended)))
+{
+    background().start([job = m_job, path] { job->play(path); });
+}
+
+SoundPlayback::~SoundPlayback()
+{
+    m_job->cancel();
+    background().start([job = std::move(m_job)] { job->end(); });
+}
