@@ -33,7 +33,7 @@ double powerOf(const qint16* samples)
 {
     double sum = 0;
     for (int at = 0; at < WindowSize; ++at)
-        sum += std::pow(samples[at] / FullScale, 2);
+        sum += (samples[at] / FullScale) * (samples[at] / FullScale);
     return sum / WindowSize;
 }
 
@@ -66,10 +66,12 @@ SoundServer::~SoundServer()
 
 bool SoundServer::start()
 {
+    // It must not outlive a test that crashes.
     m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_server.start("pulseaudio",
-                   {"-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--disable-shm=yes",
-                    "--log-level=error", "-L", "module-null-sink sink_name=null", "-L",
+    m_server.start("setpriv",
+                   {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no",
+                    "--exit-idle-time=-1", "--disable-shm=yes", "--log-level=error", "-L",
+                    "module-null-sink sink_name=null", "-L",
                     "module-native-protocol-unix auth-anonymous=1 socket=" + m_folder.filePath("native")});
     const QString socket = m_folder.filePath("native");
     const auto isSettled = [&] {
@@ -110,13 +112,13 @@ double SoundServer::heard(int frequency)
     m_recorded += m_recorder.readAllStandardOutput();
     const auto* const samples = reinterpret_cast<const qint16*>(m_recorded.constData());
     const int windows = m_recorded.size() / int(sizeof(qint16)) / WindowSize;
-    int found = 0;
-    for (int window = 0; window < windows; ++window) {
-        const qint16* const start = samples + window * WindowSize;
+    Search& search = m_searches[frequency];
+    for (; search.windows < windows; ++search.windows) {
+        const qint16* const start = samples + search.windows * WindowSize;
         const double power = powerOf(start);
-        found += power > Quiet && powerAt(frequency, start) > Dominant * power;
+        search.found += power > Quiet && powerAt(frequency, start) > Dominant * power;
     }
-    return double(found) * WindowSize / Rate;
+    return double(search.found) * WindowSize / Rate;
 }
 
 QString SoundServer::list(const QString& kind) const

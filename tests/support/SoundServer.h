@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
-#include <QVector>
 
 /// A PulseAudio server for the sounds of this process, without a sound card: its only output is a null sink. All
 /// that is played is recorded from the sink's monitor. Unix only.
@@ -38,6 +38,14 @@ private:
     QProcess m_server;
     QProcess m_recorder;
     QByteArray m_recorded;
+
+    /// How much of the recording has been searched for a tone, and in how much of it the tone was found.
+    struct Search
+    {
+        int windows = 0;
+        int found = 0;
+    };
+    QHash<int, Search> m_searches; ///< by frequency
 };
 
 /// A sound file with one tone.
