@@ -12,6 +12,8 @@
 
 namespace {
 
+// Strings are not literals of this plugin's library: Qt's D-Bus library keeps a message until it is answered, which
+// can be after this plugin is unloaded.
 constexpr QLatin1String Service("org.freedesktop.Notifications");
 constexpr QLatin1String Path("/org/freedesktop/Notifications");
 constexpr QLatin1String DefaultAction("default"); // a click on the notification
@@ -27,7 +29,7 @@ QDBusMessage methodCall(const char* method, const QVariantList& arguments)
 /// Threads of Qt's D-Bus library go on when this plugin is unloaded, so it must stay in memory.
 void keepDBusLoaded()
 {
-    QLibrary library(QStringLiteral("Qt5DBus"), 5);
+    QLibrary library(QLatin1String("Qt5DBus"), 5);
     library.setLoadHints(QLibrary::PreventUnloadHint);
     library.load();
 }
@@ -52,7 +54,7 @@ public:
         m_body = body;
         m_isWanted = true;
         call("GetCapabilities", {}, [this](const QVariant& answer) {
-            const bool hasMarkup = answer.toStringList().contains(QStringLiteral("body-markup"));
+            const bool hasMarkup = answer.toStringList().contains(QLatin1String("body-markup"));
             if (m_isWanted)
                 notify(hasMarkup ? m_body.toHtmlEscaped() : m_body);
         });
@@ -85,18 +87,18 @@ private:
             return;
         keepDBusLoaded();
         QDBusConnection bus = QDBusConnection::sessionBus();
-        bus.connect(Service, Path, Service, QStringLiteral("ActionInvoked"), this,
+        bus.connect(Service, Path, Service, QLatin1String("ActionInvoked"), this,
                     SLOT(takeAction(uint, QString)));
-        bus.connect(Service, Path, Service, QStringLiteral("NotificationClosed"), this,
+        bus.connect(Service, Path, Service, QLatin1String("NotificationClosed"), this,
                     SLOT(takeEnd(uint, uint)));
     }
 
     void notify(const QString& body)
     {
         // The application plays the sound itself.
-        const QVariantMap hints = {{QStringLiteral("suppress-sound"), true},
-                                   {QStringLiteral("category"), QStringLiteral("im.received")}};
-        const QStringList actions = {DefaultAction, text("IDS_NOTIFY_SHOW")};
+        const QVariantMap hints = {{QLatin1String("suppress-sound"), true},
+                                   {QLatin1String("category"), QString::fromLatin1("im.received")}};
+        const QStringList actions = {QString(DefaultAction), text("IDS_NOTIFY_SHOW")};
         call("Notify",
              {QGuiApplication::applicationDisplayName(), m_id, QString(), m_title, body, actions, hints,
               DesktopDecides},

@@ -3,6 +3,8 @@
 
 #include "CoreTest.h"
 #include "SoundServer.h"
+#include "platform/MediaControl_p.h"
+#include "platform/WindowProcedure_p.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -14,6 +16,7 @@ class TestSoundPlayback : public CoreTest
 private slots:
     void initTestCase();
     void oneAfterTheOther();
+    void notices();
     void fileIsRemoved();
     void interrupted_data();
     void interrupted();
@@ -37,6 +40,15 @@ namespace {
 constexpr int LongestWait = 30000; // milliseconds
 
 const QString Failure = "{file}: takeEnd: {*}: err({n}) {*}";
+
+QVector<quintptr> outcomes; ///< reported to the window of the test
+
+qintptr recordOutcome(WId, quint32 message, quintptr outcome, qintptr)
+{
+    if (message == Platform::MediaNotification)
+        outcomes.append(outcome);
+    return 0;
+}
 
 /// Open files and threads of this process.
 int handles()
@@ -83,6 +95,32 @@ void TestSoundPlayback::oneAfterTheOther()
     QTRY_VERIFY(m_server->heard(700) > 0.5);
     QVERIFY2(m_server->heard(440) < 0.45 && m_server->heard(700) < 0.65,
              qPrintable(QString("%1 %2").arg(m_server->heard(440)).arg(m_server->heard(700))));
+}
+
+// What the window is told: each command that plays is answered once, after it has returned.
+void TestSoundPlayback::notices()
+{
+    using namespace Platform;
+    QWidget window;
+    QVERIFY(setMessageHandler(window.winId(), &recordOutcome));
+    MediaOpenParameters open = {};
+    const QString file = tone(450, 100);
+    open.elementName = reinterpret_cast<const char16_t*>(file.utf16());
+    QCOMPARE(sendMediaCommand(0, MediaOpen, MediaWait | MediaOpenElement, &open), 0u);
+    const quint32 device = open.deviceId;
+    MediaPlayParameters play = {};
+    play.callback = window.winId();
+    const auto send = [&](quint32 command, quint32 flags = MediaNotify) {
+        return sendMediaCommand(device, command, flags, &play);
+    };
+    QVERIFY(send(MediaPlay) == 0 && send(MediaPlay) == 0 && outcomes.isEmpty());
+    using Outcomes = QVector<quintptr>;
+    QTRY_COMPARE_WITH_TIMEOUT(outcomes, Outcomes({MediaSuperseded, MediaSuccessful}), LongestWait);
+    QVERIFY(send(MediaPlay) == 0 && send(MediaPlay, 0) == 0); // the second one is not to be answered
+    QTRY_COMPARE(outcomes.mid(2), Outcomes({MediaSuperseded}));
+    QVERIFY(send(MediaPlay) == 0 && send(0x807) == MediaBadCommand && send(MediaClose) == 0);
+    QCOMPARE(send(MediaClose), quint32(MediaInvalidDevice));
+    QTRY_COMPARE(outcomes.mid(3), Outcomes({MediaAborted}));
 }
 
 // The second Play() lets the sound go on: it is heard once, and its end is reported once.
