@@ -11,6 +11,7 @@ using namespace Platform;
 
 namespace {
 
+constexpr uint32_t OnlySound = 1;    // each sound has a context of its own
 constexpr int PatienceAtExit = 1000; // milliseconds
 
 /// One thread, which ends when it has been idle for a while. It must outlive everything that static destructors
@@ -70,8 +71,12 @@ public:
             return;
         int result = ca_context_create(&m_context);
         if (result == CA_SUCCESS)
-            result = ca_context_play_full(m_context, 0, propertiesFor(path).get(), &Job::onFinished, this);
-        if (result != CA_SUCCESS)
+            result =
+                ca_context_play_full(m_context, OnlySound, propertiesFor(path).get(), &Job::onFinished, this);
+        // A short sound may have ended by now. libcanberra then reports either an interruption or nothing.
+        if (result == CA_ERROR_DESTROYED || (result == CA_SUCCESS && !isPlaying()))
+            report(CA_SUCCESS);
+        else if (result != CA_SUCCESS)
             report(result);
     }
 
@@ -89,14 +94,21 @@ private:
         static_cast<Job*>(job)->report(result);
     }
 
+    bool isPlaying()
+    {
+        int isPlaying = 0;
+        return ca_context_playing(m_context, OnlySound, &isPlaying) == CA_SUCCESS && isPlaying;
+    }
+
     void report(int result)
     {
-        if (!m_isCancelled)
+        if (!m_isReported.exchange(true) && !m_isCancelled)
             m_ended(result);
     }
 
     const Ended m_ended;
     std::atomic<bool> m_isCancelled{false};
+    std::atomic<bool> m_isReported{false};
     ca_context* m_context = nullptr;
 };
 
