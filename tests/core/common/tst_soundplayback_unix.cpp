@@ -126,17 +126,15 @@ void TestSoundPlayback::notices()
 // The second Play() lets the sound go on: it is heard once, and its end is reported once.
 void TestSoundPlayback::fileIsRemoved()
 {
-    const QString file = tone(500, 1000);
+    const QString file = tone(500, 3000);
     DkSound sound(file);
     QSignalSpy finished(&sound, &DkSound::finished);
     QVERIFY(sound.Play());
     QTRY_VERIFY_WITH_TIMEOUT(m_server->heard(500) > 0, LongestWait);
-    // The desktop's switch for event sounds must not affect ours.
-    QVERIFY(m_server->list("sink-inputs").contains("media.role = \"alert\""));
     QVERIFY(QFile::remove(file) && sound.Play());
     QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, LongestWait);
-    QTRY_VERIFY(m_server->heard(500) > 0.9);
-    QVERIFY(m_server->heard(500) < 1.1);
+    QTRY_VERIFY(m_server->heard(500) > 2.9);
+    QVERIFY(m_server->heard(500) < 3.1);
     QVERIFY(!sound.Play());
 }
 
@@ -148,15 +146,17 @@ void TestSoundPlayback::interrupted_data()
     QTest::newRow("destroyed") << 1100 << true;
 }
 
-// Of ten seconds only the beginning is heard, and the end is not reported.
+// Of half a minute only the beginning is heard, and the end is not reported.
 void TestSoundPlayback::interrupted()
 {
     QFETCH(const int, frequency);
     QFETCH(const bool, isDestroyed);
-    auto sound = std::make_unique<DkSound>(tone(frequency, 10000));
+    auto sound = std::make_unique<DkSound>(tone(frequency, 30000));
     QSignalSpy finished(sound.get(), &DkSound::finished);
     QVERIFY(sound->Play());
     QTRY_VERIFY_WITH_TIMEOUT(m_server->heard(frequency) > 0, LongestWait);
+    // The desktop's switch for event sounds must not affect ours.
+    QVERIFY(m_server->list("sink-inputs").contains("media.role = \"alert\""));
     if (isDestroyed)
         sound.reset();
     else
@@ -164,7 +164,7 @@ void TestSoundPlayback::interrupted()
     DkSound next(tone(frequency + 500, 300));
     playToEnd(next);
     QTRY_VERIFY(m_server->heard(frequency + 500) > 0.2);
-    QVERIFY(m_server->heard(frequency) < 5);
+    QVERIFY(m_server->heard(frequency) < 20);
     QVERIFY(finished.isEmpty());
     QTRY_VERIFY(!m_server->list("sink-inputs").contains(QString("%1 Hz").arg(frequency)));
 }
@@ -205,7 +205,7 @@ void TestSoundPlayback::frozenServer()
 // Without a success there is no finished(); the sound stays open until it is stopped.
 void TestSoundPlayback::serverEnds()
 {
-    DkSound sound(tone(1200, 10000));
+    DkSound sound(tone(1200, 30000));
     QSignalSpy finished(&sound, &DkSound::finished);
     QVERIFY(sound.Play());
     QTRY_VERIFY_WITH_TIMEOUT(m_server->heard(1200) > 0, LongestWait);
