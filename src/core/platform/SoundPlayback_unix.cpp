@@ -14,20 +14,16 @@ namespace {
 constexpr uint32_t OnlySound = 1;    // each sound has a context of its own
 constexpr int PatienceAtExit = 1000; // milliseconds
 
-/// One thread, which ends when it has been idle for a while. It must outlive everything that static destructors
-/// could delete, and a sound system that does not answer must not keep the process alive: it is never deleted.
+/// One thread, which ends when it has been idle for a while. It is never deleted: a sound system that does not answer
+/// must not keep the process alive.
 QThreadPool& background()
 {
     static QThreadPool* const pool = [] {
+        qAddPostRoutine([] { background().waitForDone(PatienceAtExit); });
         auto* const single = new QThreadPool;
         single->setMaxThreadCount(1);
         return single;
     }();
-    static const bool isWaitedFor = [] {
-        qAddPostRoutine([] { background().waitForDone(PatienceAtExit); });
-        return true;
-    }();
-    Q_UNUSED(isWaitedFor)
     return *pool;
 }
 
@@ -55,8 +51,9 @@ PropertyList propertiesFor(const QByteArray& path)
 class SoundPlayback::Job
 {
 public:
-    explicit Job(Ended ended)
-        : m_ended(std::move(ended))
+    Job(const QByteArray& path, Ended ended)
+        : m_properties(propertiesFor(path))
+        , m_ended(std::move(ended))
     {
     }
 
@@ -65,14 +62,13 @@ public:
 
     // On the background thread.
 
-    void play(const QByteArray& path)
+    void play()
     {
         if (m_isCancelled)
             return;
         int result = ca_context_create(&m_context);
         if (result == CA_SUCCESS)
-            result =
-                ca_context_play_full(m_context, OnlySound, propertiesFor(path).get(), &Job::onFinished, this);
+            result = ca_context_play_full(m_context, OnlySound, m_properties.get(), &Job::onFinished, this);
         // A short sound may have ended by now. libcanberra then reports either an interruption or nothing.
         if (result == CA_ERROR_DESTROYED || (result == CA_SUCCESS && !isPlaying()))
             report(CA_SUCCESS);
@@ -106,6 +102,7 @@ private:
             m_ended(result);
     }
 
+    const PropertyList m_properties;
     const Ended m_ended;
     std::atomic<bool> m_isCancelled{false};
     std::atomic<bool> m_isReported{false};
@@ -113,9 +110,9 @@ private:
 };
 
 SoundPlayback::SoundPlayback(const QByteArray& path, Ended ended)
-    : m_job(std::make_shared<Job>(std::move(ended)))
+    : m_job(std::make_shared<Job>(path, std::move(ended)))
 {
-    background().start([job = m_job, path] { job->play(path); });
+    background().start([job = m_job] { job->play(); });
 }
 
 SoundPlayback::~SoundPlayback()
