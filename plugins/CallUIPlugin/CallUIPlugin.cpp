@@ -1,12 +1,27 @@
 #include "CallUIPlugin.h"
 
 #include "CallWindow.h"
+#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "support/DialString.h"
 #include "support/Modems.h"
 
 #include <algorithm>
+
+namespace {
+
+/// See INotifyService.h.
+void playCallSound()
+{
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    QObject* const notifier = container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
+    if (notifier)
+        QMetaObject::invokeMethod(notifier, "playSound", Q_ARG(QString, QStringLiteral("call")));
+}
+
+} // namespace
 
 CallUIPlugin::CallUIPlugin()
 {
@@ -52,5 +67,6 @@ bool CallUIPlugin::Call(const QString& number, _UI_EN_CALL_TYPE type)
     m_modem = attachedModems().first().id;
     m_window = new CallWindow(dialled, type, CommonUtils::GetMainWindow());
     m_window->show();
+    playCallSound();
     return true;
 }

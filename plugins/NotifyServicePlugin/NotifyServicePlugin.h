@@ -2,11 +2,18 @@
 
 #include "PluginContainer/BasePlugin.h"
 #include "PluginContainer/interfaces/INotifyService.h"
+#include "PluginContainer/interfaces/IUIPlugin.h"
+
+#include <QPointer>
+#include <QWidget>
 
 #include <atomic>
+#include <memory>
 
-/// The object that workers connect to, see INotifyService.h.
-class StopNotifier : public QObject
+class Notifications;
+
+/// The object that other plugins use, see INotifyService.h.
+class Notifier : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool stopping READ isStopping NOTIFY stopRequested)
@@ -17,14 +24,40 @@ public:
     /// Sets `stopping` and emits stopRequested(); further calls do nothing.
     void requestStop();
 
+public Q_SLOTS:
+    /// Emits soundRequested().
+    void playSound(const QString& event) { Q_EMIT soundRequested(event); }
+
 Q_SIGNALS:
     void stopRequested();
+    void soundRequested(const QString& event);
 
 private:
     std::atomic<bool> m_stopping{false};
 };
 
-/// The notification service: asks the workers of all plugins to finish.
+/// Builds the page for the settings dialog, available as PluginIds::SettingsPage.
+class SettingsPageBuilder : public QObject, public IUIPlugin
+{
+    Q_OBJECT
+    Q_INTERFACES(IUIPlugin)
+
+public:
+    ~SettingsPageBuilder() override;
+
+    /// @return null while the plugin is not initialised
+    QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
+
+    /// Sets what pages are about; null deletes the page.
+    void setNotifications(Notifications* notifications);
+
+private:
+    Notifications* m_notifications = nullptr;
+    QPointer<QWidget> m_page;
+};
+
+/// The notification service: asks the workers of all plugins to finish, and tells the user about messages, calls
+/// and lost connections.
 class NotifyServicePlugin : public BasePlugin, public INotifyService
 {
     Q_OBJECT
@@ -33,12 +66,19 @@ class NotifyServicePlugin : public BasePlugin, public INotifyService
 
 public:
     NotifyServicePlugin();
+    ~NotifyServicePlugin() override;
+
+    int Init() override;
 
     void StopThreads() override;
+
+    void UnSDKRegisterEvent() override;
 
     /// Also stops the workers if the application is closing, as nobody could do so afterwards.
     void Destroy() override;
 
 private:
-    StopNotifier m_notifier;
+    Notifier m_notifier;
+    SettingsPageBuilder m_pageBuilder;
+    std::unique_ptr<Notifications> m_notifications; ///< from Init() to Destroy()
 };

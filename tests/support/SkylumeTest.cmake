@@ -1,7 +1,10 @@
-# The environment of every test: no display is needed, the locale is fixed, and the sanitizers know about Qt.
+# The environment of every test: no display is needed, the locale is fixed, nothing is heard or shown on the developer's
+# desktop, and the sanitizers know about Qt.
 set(SKYLUME_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
+    CANBERRA_DRIVER=none
+    DBUS_SESSION_BUS_ADDRESS=unix:path=/dev/null
     "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
     "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp:ignore_noninstrumented_modules=1")
 if(TARGET skylumetsanqt)

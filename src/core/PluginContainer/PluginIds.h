@@ -10,7 +10,10 @@ constexpr int RootObject = 0;
 /// IDeviceMgr, ICallUIPlugin, ILayout, IUIPlugin of an embedded page; of the notification service the object
 /// that workers connect to, see INotifyService.h.
 constexpr int FirstService = 0x1001;
-constexpr int MainFrameService = 0x1011;  ///< IMainFrameUIService
+constexpr int MainFrameService = 0x1011; ///< IMainFrameUIService
+/// IUIPlugin whose page is shown in the settings dialog; for plugins with the element setting_title. It is another
+/// object than the one that builds the plugin's page in the main window.
+constexpr int SettingsPage = 0x1021;
 constexpr int NotifyStopService = 0x2011; ///< INotifyService
 
 // Class identifiers of plugins with a role of their own.

@@ -6,15 +6,16 @@
 #include <QString>
 #include <QWidget>
 
-/// Plays a sound file through the system's media control interface and reports its end. The widget is never
-/// shown; its native window receives the report. On systems without that interface nothing can be played:
-/// Play() returns false. GUI thread only.
+/// Plays a sound file and reports its end. On Windows the system's media control interface plays it, elsewhere
+/// libcanberra. The widget is never shown; its native window receives the report. If the system has no sound,
+/// Play() may return true all the same, and the sound stays open until Stop() or Close(). GUI thread only.
 class SKYLUME_EXPORT DkSound : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// @param file path of the sound file; it is opened by Play()
+    /// @param file path of the sound file; it is opened by Play(). WAV files can be played on every system. On
+    ///             Windows use backslashes.
     explicit DkSound(QString file);
 
     /// Stops the sound.

@@ -2,8 +2,9 @@
 
 #include "skylume_global.h"
 
-/// The media control interface (MCI), which plays sounds on Windows. On other systems every command fails with
-/// MediaNotInstalled.
+/// The media control interface (MCI), which plays sounds on Windows. Elsewhere the same commands play WAV and
+/// Ogg Vorbis files through libcanberra; they return the same error numbers and send the same notifications, which
+/// arrive through WindowProcedure_p.h.
 namespace Platform {
 
 /// Commands, flags, and results.
@@ -16,7 +17,16 @@ enum MediaControl : quint32 {
     MediaOpenElement = 0x200,  ///< flag: elementName is set
     MediaNotification = 0x3B9, ///< window message; its wParam is the outcome of the command
     MediaSuccessful = 1,       ///< outcome: the sound was played to its end
-    MediaNotInstalled = 306,   ///< error: no such device
+    MediaSuperseded = 2,       ///< outcome: another MediaPlay will report the end
+    MediaAborted = 4,          ///< outcome: the device was closed
+    MediaFailure = 8,          ///< outcome: the sound could not be played
+    MediaInvalidDevice = 257,  ///< error: no such device is open
+    MediaBadCommand = 261,     ///< error: unknown command
+    MediaOutOfMemory = 264,    ///< error
+    MediaFileNotFound = 275,   ///< error: the file does not exist or cannot be read
+    MediaInternal = 277,       ///< error of the sound system
+    MediaInvalidFile = 296,    ///< error: not a sound file, or a damaged one
+    MediaNotInstalled = 306,   ///< error: no such device; there is no sound system
 };
 
 /// Parameters of MediaOpen, laid out as MCI_OPEN_PARMSW. Zero-initialise it. Strings are zero-terminated UTF-16.
@@ -38,7 +48,8 @@ struct MediaPlayParameters
 };
 
 /// Sends a command to a media device. Call it on the GUI thread: a device belongs to the thread that opened it.
-/// Without MediaWait the call returns immediately.
+/// Without MediaWait the call returns immediately. A sound system that is missing or does not answer is then
+/// reported by the notification MediaFailure only.
 /// @param deviceId   0 for MediaOpen, otherwise the deviceId that MediaOpen returned
 /// @param command    one of the commands above
 /// @param flags      flags above, or others that MCI defines
@@ -46,7 +57,7 @@ struct MediaPlayParameters
 /// @return 0, or an MCI error number; see mediaErrorText()
 SKYLUME_EXPORT quint32 sendMediaCommand(quint32 deviceId, quint32 command, quint32 flags, void* parameters);
 
-/// Describes an error of sendMediaCommand() in the user's language. May be called from any thread.
+/// Describes an error of sendMediaCommand(), on Windows in the user's language. May be called from any thread.
 /// @param text     receives a zero-terminated UTF-16 string, truncated if necessary; undefined on failure
 /// @param capacity size of the buffer in characters, including the terminating zero
 /// @return false for an unknown error number

@@ -39,3 +39,8 @@ qintptr Platform::callWindowProcedure(WindowProcedure procedure, WId window, qui
     return CallWindowProcW(reinterpret_cast<WNDPROC>(procedure), reinterpret_cast<HWND>(window), message,
                            wParam, lParam);
 }
+
+qintptr Platform::sendMessage(WId window, quint32 message, quintptr wParam, qintptr lParam)
+{
+    return SendMessageW(reinterpret_cast<HWND>(window), message, wParam, lParam);
+}

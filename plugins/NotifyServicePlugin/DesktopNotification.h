@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+/// A notification that the desktop shows: through the notification service of the desktop on Linux, as a balloon of
+/// an icon in the taskbar on Windows. A desktop that shows none is no error. GUI thread.
+class DesktopNotification : public QObject
+{
+    Q_OBJECT
+
+public:
+    DesktopNotification();
+
+    /// Withdraws the notification.
+    ~DesktopNotification() override;
+
+    /// Shows a notification; it replaces the previous one. Returns without waiting for the desktop.
+    /// @param title, body plain text
+    void show(const QString& title, const QString& body);
+
+    /// Withdraws the notification, if the user has not closed it already.
+    void close();
+
+Q_SIGNALS:
+    /// The user has clicked on the notification.
+    void activated();
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

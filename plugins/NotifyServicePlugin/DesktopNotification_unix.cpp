@@ -1,0 +1,154 @@
+#include "DesktopNotification.h"
+
+#include "support/Text.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QGuiApplication>
+#include <QLibrary>
+
+#include <functional>
+
+namespace {
+
+// Strings are not literals of this plugin's library: Qt's D-Bus library keeps a message until it is answered, which
+// can be after this plugin is unloaded.
+constexpr QLatin1String Service("org.freedesktop.Notifications");
+constexpr QLatin1String Path("/org/freedesktop/Notifications");
+constexpr QLatin1String DefaultAction("default"); // a click on the notification
+constexpr int DesktopDecides = -1;                // how long it is shown
+
+QDBusMessage methodCall(const char* method, const QVariantList& arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(Service, Path, Service, QLatin1String(method));
+    message.setArguments(arguments);
+    return message;
+}
+
+/// Threads of Qt's D-Bus library go on when this plugin is unloaded, so it must stay in memory.
+void keepDBusLoaded()
+{
+    QLibrary library(QLatin1String("Qt5DBus"), 5);
+    library.setLoadHints(QLibrary::PreventUnloadHint);
+    library.load();
+}
+
+} // namespace
+
+/// Asks the desktop what it can show, then shows the latest notification.
+class DesktopNotification::Private : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Private(DesktopNotification& owner)
+        : m_owner(owner)
+    {
+    }
+
+    void show(const QString& title, const QString& body)
+    {
+        connectToDesktop();
+        m_title = title;
+        m_body = body;
+        m_isWanted = true;
+        call("GetCapabilities", {}, [this](const QVariant& answer) {
+            const bool hasMarkup = answer.toStringList().contains(QLatin1String("body-markup"));
+            if (m_isWanted)
+                notify(hasMarkup ? m_body.toHtmlEscaped() : m_body);
+        });
+    }
+
+    void close()
+    {
+        m_isWanted = false;
+        if (m_id != 0)
+            call("CloseNotification", {std::exchange(m_id, 0)}, [](const QVariant&) {});
+    }
+
+private Q_SLOTS:
+    void takeAction(uint id, const QString& action)
+    {
+        if (id == m_id && action == DefaultAction)
+            Q_EMIT m_owner.activated();
+    }
+
+    void takeEnd(uint id, uint)
+    {
+        if (id == m_id)
+            m_id = 0;
+    }
+
+private:
+    void connectToDesktop()
+    {
+        if (std::exchange(m_isConnected, true))
+            return;
+        keepDBusLoaded();
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        bus.connect(Service, Path, Service, QLatin1String("ActionInvoked"), this,
+                    SLOT(takeAction(uint, QString)));
+        bus.connect(Service, Path, Service, QLatin1String("NotificationClosed"), this,
+                    SLOT(takeEnd(uint, uint)));
+    }
+
+    void notify(const QString& body)
+    {
+        // The application plays the sound itself.
+        const QVariantMap hints = {{QLatin1String("suppress-sound"), true},
+                                   {QLatin1String("category"), QString::fromLatin1("im.received")}};
+        const QStringList actions = {QString(DefaultAction), text("IDS_NOTIFY_SHOW")};
+        call("Notify",
+             {QGuiApplication::applicationDisplayName(), m_id, QString(), m_title, body, actions, hints,
+              DesktopDecides},
+             [this](const QVariant& answer) {
+                 m_id = answer.toUInt();
+                 if (!m_isWanted)
+                     close();
+             });
+    }
+
+    /// @param onAnswer is not called if the call fails
+    void call(const char* method, const QVariantList& arguments,
+              const std::function<void(const QVariant&)>& onAnswer)
+    {
+        const QDBusPendingCall pending =
+            QDBusConnection::sessionBus().asyncCall(methodCall(method, arguments));
+        auto* const watcher = new QDBusPendingCallWatcher(pending, this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, [=] {
+            watcher->deleteLater();
+            if (!watcher->isError())
+                onAnswer(watcher->reply().arguments().value(0));
+        });
+    }
+
+    DesktopNotification& m_owner;
+    bool m_isConnected = false;
+    bool m_isWanted = false; ///< not closed since show()
+    uint m_id = 0;           ///< of the notification that is shown; 0 without one
+    QString m_title;
+    QString m_body;
+};
+
+DesktopNotification::DesktopNotification()
+    : d(std::make_unique<Private>(*this))
+{
+}
+
+DesktopNotification::~DesktopNotification()
+{
+    close();
+}
+
+void DesktopNotification::show(const QString& title, const QString& body)
+{
+    d->show(title, body);
+}
+
+void DesktopNotification::close()
+{
+    d->close();
+}
+
+#include "DesktopNotification_unix.moc"

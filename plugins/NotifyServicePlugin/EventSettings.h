@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// The events that have a sound.
+enum class Event { Message, Call, ConnectionLost };
+
+constexpr Event AllEvents[] = {Event::Message, Event::Call, Event::ConnectionLost};
+
+/// The user's choices, kept in the section "notifications" of the settings. GUI thread.
+namespace EventSettings {
+
+/// The value of a choice that means silence.
+constexpr QLatin1String NoSound("none");
+
+/// The key of an event in the settings, such as "connection-lost".
+QString key(Event event);
+
+/// The chosen sound: a file name in the folder "sounds" of the installation, an absolute path, or NoSound.
+QString sound(Event event);
+void setSound(Event event, const QString& sound);
+
+/// Whether all sounds are switched off.
+bool isMuted();
+void setMuted(bool isMuted);
+
+/// The path of a sound in the form that the system uses; empty for NoSound.
+QString pathOf(const QString& sound);
+
+/// The names of the sound files in the installation.
+QStringList installedSounds();
+
+} // namespace EventSettings

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ConnectionWatch.h"
+#include "EventSounds.h"
+#include "MessageNotice.h"
+#include "MessageWatch.h"
+#include "support/DeviceEvents.h"
+
+/// Tells the user about messages, calls and lost connections, from its construction to its end. GUI thread.
+class Notifications : public QObject
+{
+    Q_OBJECT
+
+public:
+    Notifications();
+
+    EventSounds& sounds() { return m_sounds; }
+
+    /// Plays the sound of an event.
+    /// @param key EventSettings::key() of the event; others are ignored
+    void playSound(const QString& key);
+
+    /// Unregisters from the device service.
+    void stopListening() { m_deviceEvents.stop(); }
+
+private:
+    void checkMessages();
+    void checkConnection();
+    void report(const NewMessages& messages);
+
+    DeviceEvents m_deviceEvents;
+    EventSounds m_sounds;
+    MessageNotice m_messageNotice;
+    ConnectionWatch m_connections;
+    MessageWatch m_messages; ///< the last member: its thread ends before the others are deleted
+};

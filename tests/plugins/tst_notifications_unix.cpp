@@ -1,0 +1,276 @@
+// What the user hears and sees on the desktop when something happens, in the whole application: its modems are
+// simulated, its sounds go to a real sound server, its notifications to a stand-in for the desktop.
+#include "NotificationDaemon.h"
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "PluginContainer/interfaces/IUIPlugin.h"
+#include "ProcessInfo.h"
+#include "SoundServer.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+#include "support/Modems.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDBusArgument>
+#include <QPushButton>
+#include <QRect>
+#include <QSaveFile>
+#include <QtTest>
+
+#include <memory>
+
+class TestNotifications : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void settingsPage();
+    void messages();
+    void click();
+    void lostConnections_data();
+    void lostConnections();
+    void call();
+    void unloading();
+
+private:
+    std::unique_ptr<SoundServer> m_sounds;
+    std::unique_ptr<NotificationDaemon> m_desktop;
+    std::unique_ptr<Startup> m_startup;
+    QWidget* m_window = nullptr;
+};
+
+namespace {
+
+constexpr int LongestWait = 30000; // milliseconds
+constexpr double Audible = 0.1;    // seconds of a tone
+constexpr int ToneLength = 200;    // milliseconds
+
+const QByteArray Simulated = "[modem M]\nmodel=M\nstate=attached\nnetwork=26201\n";
+
+/// The modems from now on.
+void simulate(const QByteArray& modems)
+{
+    QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
+    if (!file.open(QIODevice::WriteOnly) || file.write(modems) != modems.size() || !file.commit())
+        qFatal("cannot write to the temporary folder");
+}
+
+QByteArray message(const QByteArray& modem, int identifier, const QByteArray& sender, const QByteArray& text)
+{
+    return "[message " + QByteArray::number(identifier) + "]\nmodem=" + modem + "\nsender=" + sender +
+           "\ntext=" + text + '\n';
+}
+
+/// Title and text of every notification so far.
+QStringList shownTexts()
+{
+    QStringList texts;
+    for (const QVariantList& arguments : NotificationDaemon::calls("Notify"))
+        texts.append(arguments.at(3).toString() + '|' + arguments.at(4).toString());
+    return texts;
+}
+
+/// Makes a tone the sound of an event.
+void choose(const QString& event, int frequency)
+{
+    CommonUtils::SetSettings("notifications", event, QString("%1 Hz.wav").arg(frequency));
+}
+
+bool writeTone(int frequency)
+{
+    QFile file(QString("%1/sounds/%2 Hz.wav").arg(QCoreApplication::applicationDirPath()).arg(frequency));
+    return file.open(QIODevice::WriteOnly) && file.write(waveFile(frequency, ToneLength)) > 0;
+}
+
+} // namespace
+
+void TestNotifications::initTestCase()
+{
+    m_desktop = std::make_unique<NotificationDaemon>();
+    m_sounds = std::make_unique<SoundServer>();
+    QVERIFY(m_desktop->start() && m_sounds->start());
+    for (int frequency = 400; frequency <= 2000; frequency += 100)
+        QVERIFY(writeTone(frequency));
+    simulate(Simulated);
+    m_startup = std::make_unique<Startup>(true);
+    QVERIFY(Startup::GetMainFrameService());
+    m_window = Startup::GetMainFrameService()->GetMainWindow();
+    QTRY_VERIFY(m_startup->GetPluginContainer()->IsPluginsConfigInitialized());
+}
+
+// Choices are stored at once, and can be heard.
+void TestNotifications::settingsPage()
+{
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    QVERIFY(container->GetSettingsPlugins().contains(PluginIds::NotifyService));
+    auto* const builder =
+        qobject_cast<IUIPlugin*>(container->GetPlugin(PluginIds::NotifyService, PluginIds::SettingsPage));
+    QVERIFY(builder);
+    QWidget* page = builder->BuildFrame(nullptr, QRect());
+    QCOMPARE(page->windowTitle(), QString("Sounds"));
+    const auto lists = page->findChildren<QComboBox*>();
+    const auto buttons = page->findChildren<QPushButton*>();
+    QCOMPARE(lists.size(), 3);
+    QCOMPARE(buttons.size(), 3);
+    for (QComboBox* list : lists) {
+        QCOMPARE(CommonUtils::GetSettings("notifications", list->objectName()),
+                 list->currentData().toString());
+        QVERIFY(list->findText("No sound") == 0 && list->findText("Chime") > 0 &&
+                list->findText("400 Hz") > 0);
+    }
+    auto* const list = lists.first();
+    QCOMPARE(list->currentText(), QString("Chime"));
+    list->setCurrentIndex(list->findText("400 Hz"));
+    QCOMPARE(CommonUtils::GetUserSettings("notifications", "message"), QString("400 Hz.wav"));
+    auto* const mute = page->findChild<QCheckBox*>();
+    QVERIFY(!mute->isChecked());
+    mute->click();
+    QCOMPARE(CommonUtils::GetUserSettings("notifications", "mute"), QString("true"));
+    buttons.first()->click(); // is heard nevertheless
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(400) > Audible, LongestWait);
+    list->setCurrentIndex(0);
+    QVERIFY(!buttons.first()->isEnabled());
+    QCOMPARE(CommonUtils::GetUserSettings("notifications", "message"), QString("none"));
+    CommonUtils::SetSettings("notifications", "call", "/elsewhere/My sound.wav"); // a file of the user's
+    page = builder->BuildFrame(nullptr, QRect()); // the plugin deletes the first one
+    QCOMPARE(page->findChildren<QComboBox*>().at(1)->currentText(), QString("My sound"));
+    QVERIFY(page->findChild<QCheckBox*>()->isChecked());
+    page->findChild<QCheckBox*>()->click();
+    QCOMPARE(CommonUtils::GetUserSettings("notifications", "mute"), QString("false"));
+}
+
+// Every message that arrives while the window is hidden is shown; those that are muted are not heard.
+void TestNotifications::messages()
+{
+    const QByteArray old = message("M", 1, "A", "<b>1 & 2</b>\\nwww.example.org"),
+                     second = message("M", 2, "B", "b");
+    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nnetwork=26201\n";
+    struct Step
+    {
+        QByteArray modems;
+        bool isMuted;
+        int tone;
+        QStringList shown;
+    };
+    const Step steps[] = {
+        {Simulated + old,
+         false,
+         500,
+         {"New message from A", "&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"}},
+        {Simulated + old + second, true, 600, {"New message from B", "b"}},
+        // One is deleted, one is changed, one modem is attached with a message; only the last one is new.
+        {Simulated + other + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
+             message("M", 4, "D", "d"),
+         false,
+         700,
+         {"New message from D", "d"}},
+        {Simulated + other + message("N", 3, "C", "c") + message("N", 5, "E", "e"),
+         false,
+         800,
+         {"New message from E", "e"}},
+        {Simulated + message("M", 6, "F", "f") + message("M", 7, "G", "g") + message("M", 8, "F", "h"),
+         false,
+         900,
+         {"New messages: 3", "F\nG"}},
+    };
+    m_window->hide();
+    QStringList expected;
+    for (const Step& step : steps) {
+        CommonUtils::SetSettings("notifications", "mute", step.isMuted ? "true" : "false");
+        choose("message", step.tone);
+        expected += step.shown.join('|');
+        simulate(step.modems);
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().join("; "), expected.join("; "), LongestWait);
+        if (!step.isMuted)
+            QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(step.tone) > Audible, LongestWait);
+    }
+    QCOMPARE(m_sounds->heard(600), 0.0);
+}
+
+// A click shows the window and withdraws the notification. While the window is visible there is none.
+void TestNotifications::click()
+{
+    const QVariantList shown = NotificationDaemon::calls("Notify").last();
+    QCOMPARE(shown.at(5).toStringList().first(), QString("default"));
+    QVERIFY(shown.at(6).value<QDBusArgument>().currentType() == QDBusArgument::MapType);
+    NotificationDaemon::click(1, "another");
+    NotificationDaemon::click(77);
+    QCoreApplication::processEvents();
+    QVERIFY(!m_window->isVisible());
+    NotificationDaemon::click(1);
+    QTRY_VERIFY(m_window->isVisible());
+    QTRY_COMPARE(NotificationDaemon::calls("CloseNotification"), QVector<QVariantList>({{1u}}));
+    const int before = shownTexts().size();
+    choose("message", 1000);
+    simulate(Simulated + message("M", 9, "H", "h"));
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1000) > Audible, LongestWait);
+    QCOMPARE(shownTexts().size(), before);
+    m_window->showMinimized();
+    simulate(Simulated + message("M", 10, "I", "i"));
+    QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait);
+    NotificationDaemon::click(2);
+    QTRY_VERIFY(!m_window->isMinimized());
+}
+
+void TestNotifications::lostConnections_data()
+{
+    QTest::addColumn<int>("tone");
+    QTest::addColumn<QByteArray>("modems");
+    QTest::newRow("removed") << 1100 << QByteArray();
+    QTest::newRow("detached") << 1200 << QByteArray("[modem M]\nmodel=M\nstate=detached\n");
+    QTest::newRow("rejected") << 1300 << QByteArray("[modem M]\nmodel=M\nstate=rejected\n");
+    QTest::newRow("no network") << 1400 << QByteArray("[modem M]\nmodel=M\nstate=attached\n");
+}
+
+// Once for each loss. Other changes of a modem, and modems that come, are not heard.
+void TestNotifications::lostConnections()
+{
+    QFETCH(const int, tone);
+    QFETCH(const QByteArray, modems);
+    choose("message", 1500);
+    choose("connection-lost", tone);
+    m_window->hide();
+    const int before = shownTexts().size();
+    simulate(Simulated + "signal=10\n");
+    QTRY_COMPARE_WITH_TIMEOUT(attachedModems().size(), 1, LongestWait);
+    QCoreApplication::processEvents();
+    simulate(Simulated + "signal=90\n" + message("M", tone, "A", "a"));
+    QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait); // all of that has been seen
+    QCOMPARE(m_sounds->heard(tone), 0.0);
+    simulate(modems);
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(tone) > Audible, LongestWait);
+}
+
+void TestNotifications::call()
+{
+    choose("call", 1800);
+    simulate(Simulated);
+    QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("123", UI_CALL_VOICE); }, LongestWait));
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1800) > Audible, LongestWait);
+}
+
+// What the desktop reports after that meets nobody.
+void TestNotifications::unloading()
+{
+    QVERIFY(isLibraryInMemory("NotifyServicePlugin.so"));
+    m_startup.reset();
+    QVERIFY(!isLibraryInMemory("NotifyServicePlugin.so"));
+    NotificationDaemon::click(1);
+    NotificationDaemon::click(2);
+    QCoreApplication::processEvents();
+}
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
+    QApplication application(argc, argv);
+    TestNotifications test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_notifications_unix.moc"

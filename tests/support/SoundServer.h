@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+/// A PulseAudio server for the sounds of this process, without a sound card: its only output is a null sink. All
+/// that is played is recorded from the sink's monitor. Unix only.
+class SoundServer
+{
+public:
+    static constexpr int Rate = 22050; ///< samples per second of recordings and of waveFile()
+
+    /// Points this process, and those that it starts, to the server, which does not run yet.
+    SoundServer();
+    ~SoundServer();
+
+    /// Starts the server and the recording, and waits until both run.
+    bool start();
+
+    void kill();
+    void freeze(); ///< it no longer answers
+    void thaw();
+
+    /// For how many seconds a tone was to be heard since the recording began.
+    /// @param frequency in hertz
+    double heard(int frequency);
+
+    /// What the server reports about a kind of objects, such as "sink-inputs".
+    QString list(const QString& kind) const;
+
+private:
+    void signalServer(int signal) const;
+
+    QTemporaryDir m_folder;
+    QProcess m_server;
+    QProcess m_recorder;
+    QByteArray m_recorded;
+
+    /// How much of the recording has been searched for a tone, and in how much of it the tone was found.
+    struct Search
+    {
+        int windows = 0;
+        int found = 0;
+    };
+    QHash<int, Search> m_searches; ///< by frequency
+};
+
+/// A sound file with one tone.
+/// @param frequency in hertz
+QByteArray waveFile(int frequency, int milliseconds);
