@@ -4,8 +4,10 @@
 # The packages for each kind of work, used by the scripts that source this file.
 # shellcheck disable=SC2034
 {
-    build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev)
-    test_packages=(python3-cryptography-vectors) # published test vectors
+    build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev
+        modemmanager-dev network-manager-dev) # descriptions of D-Bus interfaces
+    test_packages=(python3-cryptography-vectors # published test vectors
+        modemmanager dbus-daemon)               # real services, run on a bus of their own
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
         pkg-config python3 qt6-l10n-tools)
     screenshot_packages=(xvfb xdotool imagemagick)

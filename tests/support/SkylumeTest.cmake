@@ -2,6 +2,7 @@
 set(SKYLUME_TEST_ENVIRONMENT
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
+    QRVL_BACKEND=simulator
     "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
     "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp:ignore_noninstrumented_modules=1")
 if(TARGET skylumetsanqt)

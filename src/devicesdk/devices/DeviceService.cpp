@@ -108,6 +108,7 @@ void DeviceService::startDetect()
             m_detections.pop_back();
         m_detections.push_back(Clock::now() + DetectionTime);
     }
+    m_backend->detect();
     m_backend->wake();
 }
 
@@ -181,6 +182,7 @@ void DeviceService::finish()
     }
     m_backend->wake();
     m_thread.finish(Patience);
+    m_backend->finish();
 }
 
 void DeviceService::run()
@@ -200,7 +202,7 @@ void DeviceService::run()
             m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_state.modems));
         lock.unlock();
         if (mayDiffer || isAsked || !ends.isEmpty())
-            look(isAsked);
+            look(isAsked, ends);
         if (haveCountersGrown)
             m_callbacks.dispatch(QRVL_EVENT_DEV_STATUS);
         for (const RequestEnd& end : ends)
@@ -223,7 +225,8 @@ bool DeviceService::takeDetection()
     return true;
 }
 
-void DeviceService::look(bool reportAnyway)
+/// Also ends the requests of modems that were removed, unless they are among those that have ended.
+void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
     const DeviceState state = m_backend->look();
     QVector<int> events;
@@ -237,6 +240,8 @@ void DeviceService::look(bool reportAnyway)
     }
     for (const int event : qAsConst(events))
         m_callbacks.dispatch(event);
+    for (const RequestEnd& end : ends)
+        abandoned.removeOne(end.number);
     for (const quint32 number : qAsConst(abandoned))
         report({number, QRVL_ERROR_NO_DEVICE, {}});
 }

@@ -1,0 +1,78 @@
+#include "ServiceBus.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QFile>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace {
+
+const char Connection[] = "test";
+const char Service[] = "org.freedesktop.ModemManager1";
+
+QString programPath(const QString& name)
+{
+    const QString found = QStandardPaths::findExecutable(name);
+    return found.isEmpty() ? QStandardPaths::findExecutable(name, {"/usr/sbin", "/usr/libexec"}) : found;
+}
+
+} // namespace
+
+ServiceBus::ServiceBus()
+{
+    m_bus.start(programPath("dbus-daemon"), {"--session", "--nofork", "--print-address"});
+    if (!m_bus.waitForStarted() || !m_bus.waitForReadyRead())
+        qFatal("dbus-daemon does not start");
+    m_address = QString::fromLocal8Bit(m_bus.readLine().trimmed());
+    QDBusConnection::connectToBus(m_address, Connection);
+}
+
+ServiceBus::~ServiceBus()
+{
+    killModemManager();
+    QDBusConnection::disconnectFromBus(Connection);
+    m_bus.kill();
+    m_bus.waitForFinished();
+}
+
+bool ServiceBus::startModemManager()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", m_address);
+    environment.remove("LD_PRELOAD");
+    m_modemManager.setProcessEnvironment(environment);
+    m_modemManager.setProcessChannelMode(QProcess::MergedChannels);
+    m_modemManager.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
+    m_modemManager.start(programPath("ModemManager"),
+                         {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume",
+                          "--test-no-qrtr", "--debug"});
+    return waitForName(Service);
+}
+
+void ServiceBus::killModemManager()
+{
+    m_modemManager.kill();
+    m_modemManager.waitForFinished();
+}
+
+bool ServiceBus::addModem(const QString& name, const QByteArray& port)
+{
+    auto call = QDBusMessage::createMethodCall(Service, "/org/freedesktop/ModemManager1",
+                                               "org.freedesktop.ModemManager1.Test", "SetProfile");
+    call << name << "generic" << QStringList(port);
+    return QDBusConnection(Connection).call(call).type() == QDBusMessage::ReplyMessage;
+}
+
+QByteArray ServiceBus::log() const
+{
+    QFile file(m_folder.filePath("log"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().right(6000) : QByteArray();
+}
+
+bool ServiceBus::waitForName(const QString& name) const
+{
+    const QDBusConnection bus(Connection);
+    return QTest::qWaitFor([&] { return bus.interface()->isServiceRegistered(name).value(); }, 20000);
+}
