@@ -7,7 +7,8 @@
     build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev
         modemmanager-dev network-manager-dev) # descriptions of D-Bus interfaces
     test_packages=(python3-cryptography-vectors # published test vectors
-        modemmanager dbus-daemon)               # real services, run on a bus of their own
+        modemmanager dbus-daemon                # the real service, run on a bus of its own
+        python3-dbusmock)                       # NetworkManager that does what a test says
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
         pkg-config python3 qt6-l10n-tools)
     screenshot_packages=(xvfb xdotool imagemagick)

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include <condition_variable>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -75,16 +76,39 @@ QString values(const QStringList& keys)
 
 using Ask = std::function<long(uint32_t device, uint32_t* request)>;
 
-/// The result of a request and its text; "not started" and a number if it did not begin.
+/// The result of a request that was started, and its text.
+QString endOf(uint32_t request)
+{
+    std::unique_lock lock(seenMutex);
+    seenMore.wait_for(lock, std::chrono::milliseconds(Patience), [&] { return seenEnds.contains(request); });
+    return seenEnds.value(request, "no end");
+}
+
+/// The same; "not started" and a number if it did not begin.
 QString outcome(const Ask& ask)
 {
     uint32_t number = 0;
     const long result = ask(modemId(), &number);
-    if (result != QRVL_OK)
-        return QString("not started %1").arg(result);
-    std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, std::chrono::milliseconds(Patience), [&] { return seenEnds.contains(number); });
-    return seenEnds.value(number, "no end");
+    return result == QRVL_OK ? endOf(number) : QString("not started %1").arg(result);
+}
+
+QString connectModem(const QRVL_AccessPoint& accessPoint)
+{
+    return outcome([&](uint32_t device, uint32_t* request) {
+        return QRVL_DevSrv_Connect(device, &accessPoint, request);
+    });
+}
+
+QString disconnectModem()
+{
+    return outcome(QRVL_DevSrv_Disconnect);
+}
+
+/// How NetworkManager sees the modem, with connections that somebody has set up. Its traffic is that of the
+/// loopback interface.
+QVariantList modemDevice(const QStringList& connections)
+{
+    return {"lo", "/org/freedesktop/ModemManager1/Modem/0", connections};
 }
 
 QString enterPin(const char16_t* pin)
@@ -148,6 +172,9 @@ private slots:
     void receivedMessages();
     void sentMessages();
     void serviceCodes();
+    void connecting();
+    void connectionsOfOthers();
+    void networkManagerDies();
     void withoutBus();
 
 private:
@@ -182,6 +209,7 @@ void tst_ModemManager::cleanup()
     if (QTest::currentTestFailed())
         qWarning("%s", m_bus->log().constData());
     m_bus->killModemManager();
+    m_bus->killNetworkManager();
     QTRY_VERIFY(modems().isEmpty());
 }
 
@@ -327,6 +355,89 @@ void tst_ModemManager::serviceCodes()
     modem->setReply("+CUSD", "0,\"00620079\",72");
     QCOMPARE(sendUssd(u"1"), "0 by");
     QCOMPARE(values({"ussd"}), "idle");
+}
+
+/// NetworkManager follows the modem with the state that the row says, or refuses.
+void tst_ModemManager::connecting()
+{
+    const auto modem = plugReady();
+    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
+    QCOMPARE(connectModem({}), QString::number(QRVL_ERROR_SERVICE));
+    QVERIFY(m_bus->startNetworkManager());
+    QTRY_COMPARE(value("connection-problem", QRVL_SERVICE), "2");
+    QCOMPARE(connectModem({}), QString::number(QRVL_ERROR_UNSUPPORTED));
+    m_bus->controlNetwork("AddModem", modemDevice({}));
+    // Removes the error of the attempts above.
+    QTRY_COMPARE(values({"connection", "connection.error"}), "disconnected 2");
+
+    const auto after = [this](const QRVL_AccessPoint& accessPoint, uint state, uint reason) {
+        uint32_t request = 0;
+        m_bus->controlNetwork("ForgetConnection");
+        if (QRVL_DevSrv_Connect(modemId(), &accessPoint, &request) != QRVL_OK ||
+            !QTest::qWaitFor([this] { return !m_bus->controlNetwork("LastConnection").isEmpty(); }))
+            return QString("not started");
+        m_bus->controlNetwork("SetModemState", {state, reason});
+        m_bus->controlNetwork("SetModemState", {state == 100 ? 100U : 30U, 0U});
+        return endOf(request);
+    };
+    const QRVL_AccessPoint named = {u"internet", u"me", u"secret", QRVL_CONNECT_HOME_ONLY, 0};
+    const std::tuple<QRVL_AccessPoint, uint, uint, int, QString> rows[] = {
+        {{}, 120, 29, QRVL_ERROR_ACCESS_POINT, "disconnected 13"},
+        {{}, 120, 31, QRVL_ERROR_REFUSED, "disconnected 12"},
+        {{}, 120, 32, QRVL_ERROR_NO_COVERAGE, "disconnected 11"},
+        {{}, 120, 46, QRVL_ERROR_LOCKED, "disconnected 8"},
+        {{}, 120, 1, QRVL_ERROR_FAILED, "disconnected 21"},
+        {named, 100, 0, QRVL_OK, "connected 2"},
+    };
+    for (const auto& [accessPoint, state, reason, result, shown] : rows) {
+        QCOMPARE(after(accessPoint, state, reason), QString::number(result));
+        QCOMPARE(values({"connection", "connection.error"}), shown);
+    }
+    QCOMPARE(m_bus->controlNetwork("LastConnection"),
+             "connection.autoconnect=0 connection.id=Skylume connection.type=gsm gsm.apn=internet "
+             "gsm.home-only=1 gsm.password=secret gsm.username=me");
+    QCOMPARE(values({"connection.address", "connection.name"}), "10.0.0.7 Mobile");
+    QVERIFY(std::abs(values({"connection.since"}).toLongLong() - QDateTime::currentSecsSinceEpoch()) < 60);
+    QVERIFY(values({"received", "sent"}) != "2 2"); // the counters of the loopback interface
+    QCOMPARE(connectModem({}), "0");
+    QCOMPARE(disconnectModem(), "0");
+    QCOMPARE(values({"connection", "connection.error", "received"}), "disconnected 2 2");
+    QCOMPARE(disconnectModem(), "0");
+}
+
+/// A connection that the user has set up is used unless an access point is given; one that another program makes
+/// is shown.
+void tst_ModemManager::connectionsOfOthers()
+{
+    QVERIFY(m_bus->startNetworkManager());
+    const auto modem = plugReady();
+    m_bus->controlNetwork("AddModem", modemDevice({"/org/freedesktop/NetworkManager/Settings/1"}));
+    m_bus->controlNetwork("SetModemState", {100U, 0U});
+    QTRY_COMPARE(values({"connection"}), "connected");
+    m_bus->controlNetwork("SetModemState", {30U, 40U});
+    QTRY_COMPARE(values({"connection", "connection.error"}),
+                 "disconnected " + QString::number(QRVL_ERROR_NO_COVERAGE));
+    uint32_t request = 0;
+    QCOMPARE(QRVL_DevSrv_Connect(modemId(), nullptr, &request), long(QRVL_OK));
+    QTRY_COMPARE(m_bus->controlNetwork("LastConnection"), "existing");
+    QTRY_COMPARE(values({"connection", "connection.error"}), "connecting 2");
+    QCOMPARE(disconnectModem(), "0");
+    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_CANCELLED));
+    QCOMPARE(values({"connection", "connection.error"}), "disconnected 2");
+}
+
+void tst_ModemManager::networkManagerDies()
+{
+    QVERIFY(m_bus->startNetworkManager());
+    const auto modem = plugReady();
+    m_bus->controlNetwork("AddModem", modemDevice({}));
+    uint32_t request = 0;
+    QTRY_COMPARE(values({"connection.error"}), "2");
+    QCOMPARE(QRVL_DevSrv_Connect(modemId(), nullptr, &request), long(QRVL_OK));
+    QTRY_COMPARE(values({"connection"}), "connecting");
+    m_bus->killNetworkManager();
+    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_SERVICE));
+    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
 }
 
 void tst_ModemManager::withoutBus()

@@ -32,22 +32,28 @@ ServiceBus::ServiceBus()
 ServiceBus::~ServiceBus()
 {
     killModemManager();
+    killNetworkManager();
     QDBusConnection::disconnectFromBus(Connection);
     m_bus.kill();
     m_bus.waitForFinished();
 }
 
-bool ServiceBus::startModemManager()
+void ServiceBus::start(QProcess& process, const QString& program, const QStringList& arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_address);
     environment.remove("LD_PRELOAD");
-    m_modemManager.setProcessEnvironment(environment);
-    m_modemManager.setProcessChannelMode(QProcess::MergedChannels);
-    m_modemManager.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
-    m_modemManager.start(programPath("ModemManager"),
-                         {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume",
-                          "--test-no-qrtr", "--debug"});
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
+    process.start(program.startsWith(QLatin1Char('/')) ? program : programPath(program), arguments);
+}
+
+bool ServiceBus::startModemManager()
+{
+    start(m_modemManager, "ModemManager",
+          {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume", "--test-no-qrtr",
+           "--debug"});
     return waitForName(Service);
 }
 
@@ -55,6 +61,29 @@ void ServiceBus::killModemManager()
 {
     m_modemManager.kill();
     m_modemManager.waitForFinished();
+}
+
+bool ServiceBus::startNetworkManager()
+{
+    start(m_networkManager, "/usr/bin/python3",
+          {"-m", "dbusmock", "--session", "--template", NETWORK_MANAGER_TEMPLATE});
+    return waitForName("org.freedesktop.NetworkManager");
+}
+
+void ServiceBus::killNetworkManager()
+{
+    m_networkManager.kill();
+    m_networkManager.waitForFinished();
+}
+
+QString ServiceBus::controlNetwork(const QString& method, const QVariantList& arguments)
+{
+    auto call = QDBusMessage::createMethodCall("org.freedesktop.NetworkManager", "/org/freedesktop",
+                                               "org.freedesktop.DBus.Mock", method);
+    call.setArguments(arguments);
+    const QDBusMessage reply = QDBusConnection(Connection).call(call);
+    return reply.type() == QDBusMessage::ErrorMessage ? reply.errorMessage()
+                                                      : reply.arguments().value(0).toString();
 }
 
 bool ServiceBus::addModem(const QString& name, const QByteArray& port)

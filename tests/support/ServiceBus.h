@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QVariantList>
 
 /// A message bus of its own, and services on it, for tests. When this object is destroyed they end.
 class ServiceBus
@@ -22,14 +23,23 @@ public:
     /// Gives ModemManager a modem behind these ports.
     bool addModem(const QString& name, const QByteArray& port);
 
+    /// Starts a NetworkManager that does what the test says, see networkmanager_modem.py.
+    bool startNetworkManager();
+    void killNetworkManager();
+
+    /// Calls a method of that NetworkManager's control interface. Returns what it answers.
+    QString controlNetwork(const QString& method, const QVariantList& arguments = {});
+
     /// The last lines of ModemManager's log.
     QByteArray log() const;
 
 private:
+    void start(QProcess& process, const QString& program, const QStringList& arguments);
     bool waitForName(const QString& name) const;
 
     QTemporaryDir m_folder;
     QString m_address;
     QProcess m_bus;
     QProcess m_modemManager;
+    QProcess m_networkManager;
 };

@@ -57,7 +57,8 @@ bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::
 bool isAnyCounting(const Modems& modems)
 {
     return std::any_of(modems.begin(), modems.end(), [](const Modem& modem) {
-        return std::any_of(modem.counters.begin(), modem.counters.end(),
+        return !modem.trafficInterface.isEmpty() ||
+               std::any_of(modem.counters.begin(), modem.counters.end(),
                            [](const Counter& counter) { return counter.rate > 0; });
     });
 }
@@ -165,11 +166,14 @@ long DeviceService::start(Request request, quint32& number)
 bool DeviceService::readCounter(const Modem& modem, const QString& key, QString& value)
 {
     const auto counter = modem.counters.constFind(key);
-    if (counter == modem.counters.cend())
-        return false;
+    const bool isSimulated = counter != modem.counters.cend();
     const Clock::time_point now = Clock::now();
-    value = QString::number(counter->valueAt(now));
-    if (counter->rate > 0 && m_counterReport.noteReading(now))
+    if (isSimulated)
+        value = QString::number(counter->valueAt(now));
+    else if (!m_backend->readLive(modem, key, value))
+        return false;
+    const bool isGrowing = !isSimulated || counter->rate > 0;
+    if (isGrowing && m_counterReport.noteReading(now))
         m_backend->wake();
     return true;
 }

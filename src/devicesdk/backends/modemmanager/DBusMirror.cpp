@@ -22,10 +22,12 @@ int numberOf(const QString& path)
 
 } // namespace
 
-DBusMirror::DBusMirror(const QDBusConnection& bus, const QString& service, const QString& managerPath)
+DBusMirror::DBusMirror(const QDBusConnection& bus, const QString& service, const QString& managerPath,
+                       const QStringList& interfaces)
     : m_bus(bus)
     , m_service(service)
     , m_managerPath(managerPath)
+    , m_interfaces(interfaces)
 {
     DBusTypes::declare();
 }
@@ -52,8 +54,10 @@ void DBusMirror::subscribe()
                   SLOT(onInterfacesAdded(QDBusObjectPath, VariantMaps)));
     m_bus.connect(m_service, m_managerPath, manager, QStringLiteral("InterfacesRemoved"), this,
                   SLOT(onInterfacesRemoved(QDBusObjectPath, QStringList)));
-    m_bus.connect(m_service, QString(), QLatin1String(Properties), QStringLiteral("PropertiesChanged"), this,
-                  SLOT(onPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
+    for (const QString& interface : qAsConst(m_interfaces))
+        m_bus.connect(m_service, QString(), QLatin1String(Properties), QStringLiteral("PropertiesChanged"),
+                      {interface}, QStringLiteral("sa{sv}as"), this,
+                      SLOT(onPropertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
 }
 
 void DBusMirror::readObjects()
@@ -80,9 +84,22 @@ void DBusMirror::adopt(const ManagedObjects& objects)
 {
     m_isPresent = true;
     for (auto object = objects.cbegin(); object != objects.cend(); ++object) {
-        m_objects.insert(object.key().path(), object.value());
-        Q_EMIT objectChanged(object.key().path());
+        if (add(object.key().path(), object.value()))
+            Q_EMIT objectChanged(object.key().path());
     }
+}
+
+/// Returns false if the object has none of the interfaces that are followed.
+bool DBusMirror::add(const QString& path, const VariantMaps& interfaces)
+{
+    bool isFollowed = false;
+    for (auto values = interfaces.cbegin(); values != interfaces.cend(); ++values) {
+        if (!m_interfaces.contains(values.key()))
+            continue;
+        m_objects[path].insert(values.key(), values.value());
+        isFollowed = true;
+    }
+    return isFollowed;
 }
 
 void DBusMirror::lose()
@@ -164,10 +181,8 @@ void DBusMirror::finishRead(const Read& read, const QDBusPendingCall& call)
 
 void DBusMirror::onInterfacesAdded(const QDBusObjectPath& path, const VariantMaps& interfaces)
 {
-    VariantMaps& object = m_objects[path.path()];
-    for (auto values = interfaces.cbegin(); values != interfaces.cend(); ++values)
-        object.insert(values.key(), values.value());
-    Q_EMIT objectChanged(path.path());
+    if (add(path.path(), interfaces))
+        Q_EMIT objectChanged(path.path());
 }
 
 void DBusMirror::onInterfacesRemoved(const QDBusObjectPath& path, const QStringList& interfaces)

@@ -19,7 +19,9 @@ class DBusMirror : public QObject
     Q_OBJECT
 
 public:
-    DBusMirror(const QDBusConnection& bus, const QString& service, const QString& managerPath);
+    /// Only these interfaces are copied and followed.
+    DBusMirror(const QDBusConnection& bus, const QString& service, const QString& managerPath,
+               const QStringList& interfaces);
 
     /// Begins; the service may appear later.
     void start();
@@ -49,6 +51,12 @@ public:
 
     void forget(const QString& path) { m_objects.remove(path); }
 
+    /// Connects a slot to a signal of all objects of the service.
+    void connectTo(const QString& interface, const QString& signal, QObject* receiver, const char* slot)
+    {
+        m_bus.connect(m_service, QString(), interface, signal, receiver, slot);
+    }
+
 Q_SIGNALS:
     /// The service has started or ended, or could not be reached. When it ends, all objects are gone.
     void presenceChanged();
@@ -73,6 +81,7 @@ private:
     void subscribe();
     void readObjects();
     void adopt(const ManagedObjects& objects);
+    bool add(const QString& path, const VariantMaps& interfaces);
     void lose();
     void fetchNext();
     void finishRead(const Read& read, const QDBusPendingCall& call);
@@ -80,6 +89,7 @@ private:
     QDBusConnection m_bus;
     QString m_service;
     QString m_managerPath;
+    QStringList m_interfaces;
     QHash<QString, VariantMaps> m_objects;
     QQueue<Read> m_toFetch;
     QHash<QString, int> m_fetching; // how often, including those that wait

@@ -25,29 +25,40 @@ QString modemInterface()
 
 ModemClient::ModemClient(const QDBusConnection& bus, const Customization& rules)
     : m_rules(rules)
-    , m_mirror(bus, QStringLiteral(MM_DBUS_SERVICE), QStringLiteral(MM_DBUS_PATH))
+    , m_mirror(bus, QStringLiteral(MM_DBUS_SERVICE), QStringLiteral(MM_DBUS_PATH),
+               {QStringLiteral(MM_DBUS_INTERFACE_MODEM), QStringLiteral(MM_DBUS_INTERFACE_MODEM_MODEM3GPP),
+                QStringLiteral(MM_DBUS_INTERFACE_MODEM_MODEM3GPP_USSD),
+                QStringLiteral(MM_DBUS_INTERFACE_MODEM_MESSAGING), QStringLiteral(MM_DBUS_INTERFACE_SIM),
+                QStringLiteral(MM_DBUS_INTERFACE_SMS)})
     , m_requests(m_mirror, [this](const QString& path) { return messagesOf(path); })
+    , m_network(bus)
 {
     m_publishing.setSingleShot(true);
     connect(&m_publishing, &QTimer::timeout, this, &ModemClient::publish);
     connect(&m_mirror, &DBusMirror::objectChanged, this, &ModemClient::noteChange);
     connect(&m_mirror, &DBusMirror::presenceChanged, this, &ModemClient::schedule);
-    connect(&m_requests, &ModemRequests::ended, this, [this](const QString& modem, const RequestEnd& end) {
-        m_ends.emplace_back(modem, end);
-        schedule();
-    });
+    connect(&m_requests, &ModemRequests::ended, this, &ModemClient::noteEnd);
+    connect(&m_network, &NetworkClient::ended, this, &ModemClient::noteEnd);
+    connect(&m_network, &NetworkClient::changed, this, &ModemClient::schedule);
 }
 
 void ModemClient::start()
 {
     m_mirror.start();
+    m_network.start();
 }
 
-void ModemClient::begin(Request request)
+void ModemClient::noteEnd(const QString& modem, const RequestEnd& end)
+{
+    m_ends.emplace_back(modem, end);
+    schedule();
+}
+
+void ModemClient::begin(const Request& request)
 {
     const QString path = pathOf(request.device);
-    if (!path.isEmpty())
-        m_requests.begin(std::move(request), path);
+    if (!path.isEmpty()) // otherwise the service ends the request
+        m_requests.begin(request, path, m_network);
 }
 
 void ModemClient::detect()
@@ -139,6 +150,10 @@ Modem ModemClient::snapshot(const QString& path, Followed& followed) const
     modem.id = followed.id;
     modem.name.clear(); // the path, which changes
     modem.messages = followed.messages.values(m_mirror);
+    modem.trafficInterface = m_network.interfaceOf(path);
+    const ModemValues connection = m_network.values(path);
+    for (auto value = connection.cbegin(); value != connection.cend(); ++value)
+        modem.status.insert(value.key(), value.value());
     return modem;
 }
 
@@ -148,6 +163,8 @@ DeviceState ModemClient::state()
     state.service.insert(QStringLiteral("backend"), QStringLiteral("modemmanager"));
     if (m_mirror.isDecided() && !m_mirror.isPresent())
         state.service.insert(QStringLiteral("problem"), QStringLiteral("no-modemmanager"));
+    if (m_network.isMissing())
+        state.service.insert(QStringLiteral("connection-problem"), QStringLiteral("no-networkmanager"));
     for (auto& [path, modem] : m_modems) {
         const bool isKnown = modem.sim.isEmpty() ||
                              m_mirror.contains(modem.sim, QStringLiteral(MM_DBUS_INTERFACE_SIM)) ||

@@ -4,6 +4,7 @@
 #include "backends/modemmanager/DBusMirror.h"
 #include "backends/modemmanager/ModemMessages.h"
 #include "backends/modemmanager/ModemRequests.h"
+#include "backends/modemmanager/NetworkClient.h"
 
 #include <QTimer>
 
@@ -19,7 +20,7 @@ public:
     ModemClient(const QDBusConnection& bus, const Customization& rules);
 
     void start();
-    void begin(Request request);
+    void begin(const Request& request);
     void detect();
 
 Q_SIGNALS:
@@ -37,6 +38,7 @@ private:
     };
 
     void noteChange(const QString& path);
+    void noteEnd(const QString& modem, const RequestEnd& end);
     void schedule() { m_publishing.start(); }
     void publish();
     void followModems();
@@ -52,6 +54,7 @@ private:
     Customization m_rules;
     DBusMirror m_mirror;
     ModemRequests m_requests;
+    NetworkClient m_network;
     std::map<QString, Followed> m_modems;               // by path
     QHash<QString, quint32> m_ids;                      // by identity, of all modems that were ever there
     std::vector<std::pair<QString, RequestEnd>> m_ends; // with the paths of the modems

@@ -121,7 +121,7 @@ void ModemManagerBackend::start(Request request)
 {
     const quint32 number = request.number;
     const auto shared = std::make_shared<Request>(std::move(request));
-    if (callClient([shared](ModemClient& client) { client.begin(std::move(*shared)); }))
+    if (callClient([shared](ModemClient& client) { client.begin(*shared); }))
         return;
     {
         const std::lock_guard lock(m_mutex);

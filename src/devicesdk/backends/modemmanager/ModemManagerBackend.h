@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/Backend.h"
+#include "backends/modemmanager/Traffic.h"
 
 #include <QThread>
 
@@ -24,6 +25,10 @@ public:
     void start(Request request) override;
     QVector<RequestEnd> takeEnds() override;
     void detect() override;
+    bool readLive(const Modem& modem, const QString& key, QString& value) override
+    {
+        return m_traffic.read(modem.trafficInterface, key, value);
+    }
     void finish() override { end(); }
 
 private:
@@ -33,6 +38,8 @@ private:
 
     template <typename Function>
     bool callClient(Function function);
+
+    Traffic m_traffic;
 
     std::mutex m_mutex; // guards what follows
     std::condition_variable m_wakeUp;

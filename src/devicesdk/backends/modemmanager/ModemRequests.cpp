@@ -5,6 +5,7 @@
 #include "backends/modemmanager/DBusResults.h"
 #include "backends/modemmanager/ManagedModem.h"
 #include "backends/modemmanager/ModemMessages.h"
+#include "backends/modemmanager/NetworkClient.h"
 #include "messagingproxy.h"
 #include "qrvl.h"
 #include "simproxy.h"
@@ -57,10 +58,11 @@ ModemRequests::ModemRequests(DBusMirror& mirror, std::function<ModemMessages*(co
 {
 }
 
-void ModemRequests::begin(Request request, const QString& modem)
+void ModemRequests::begin(const Request& request, const QString& modem, NetworkClient& network)
 {
-    const bool unlocks = request.kind == Request::EnterPin || request.kind == Request::EnterPuk;
-    const long obstacle = unlocks ? long(QRVL_OK) : simObstacle(m_mirror, modem);
+    const bool needsSim = request.kind != Request::EnterPin && request.kind != Request::EnterPuk &&
+                          request.kind != Request::Disconnect;
+    const long obstacle = needsSim ? simObstacle(m_mirror, modem) : long(QRVL_OK);
     if (obstacle != QRVL_OK) {
         Q_EMIT ended(modem, {request.number, obstacle, {}});
         return;
@@ -80,7 +82,7 @@ void ModemRequests::begin(Request request, const QString& modem)
         return cancelUssd(request, modem);
     case Request::Connect:
     case Request::Disconnect:
-        Q_EMIT ended(modem, {request.number, QRVL_ERROR_UNSUPPORTED, {}});
+        return network.begin(request, modem);
     }
 }
 

@@ -9,10 +9,11 @@
 
 class DBusMirror;
 class ModemMessages;
+class NetworkClient;
 class QDBusPendingCall;
 class QDBusError;
 
-/// Carries out requests that ModemManager serves: all but those to connect and disconnect. Lives on the
+/// Carries out requests that ModemManager serves, and passes on those to connect and disconnect. Lives on the
 /// mirror's thread.
 class ModemRequests : public QObject
 {
@@ -23,7 +24,7 @@ public:
     ModemRequests(DBusMirror& mirror, std::function<ModemMessages*(const QString&)> messagesOf);
 
     /// Begins a request for the modem at that path. Its end may be reported before this returns.
-    void begin(Request request, const QString& modem);
+    void begin(const Request& request, const QString& modem, NetworkClient& network);
 
     /// Whether a SIM is being unlocked whose modem has been removed. ModemManager does that when it discovers
     /// that the SIM asks for its PUK now; its answer is still to come, and then the modem returns.
