@@ -1,114 +1,16 @@
 // Modems of the real ModemManager, on a bus of their own, through the C interface.
 
-#include "AtModem.h"
-#include "ServiceBus.h"
+#include "RealModemTest.h"
 #include "backends/modemmanager/ModemManagerBackend.h"
-#include "qrvl.h"
-
-#include <QtTest>
-
-#include <condition_variable>
-#include <cstdlib>
-#include <functional>
-#include <memory>
-#include <mutex>
-#include <tuple>
 
 using namespace std::chrono_literals;
+using namespace DeviceClient;
 
 namespace {
-
-constexpr int Patience = 30000; // milliseconds; ModemManager needs one or two seconds to examine a modem
-
-std::mutex seenMutex;
-std::condition_variable seenMore;
-QHash<uint32_t, QString> seenEnds;
-QVector<int> seenEvents;
-
-int record(int type, void* data)
-{
-    const std::lock_guard lock(seenMutex);
-    seenEvents << type;
-    if (type == QRVL_EVENT_DEV_REQUEST) {
-        const auto* const end = static_cast<const QRVL_RequestEnd*>(data);
-        seenEnds.insert(end->request,
-                        QString("%1 %2").arg(end->result).arg(QString::fromUtf16(end->text)).trimmed());
-    }
-    seenMore.notify_all();
-    return 1;
-}
-
-QVector<QRVL_Device> modems()
-{
-    QRVL_AvailableDeviceList list;
-    QRVL_DevSrv_GetAvailableDeviceList(&list);
-    return {list.devices, list.devices + list.count};
-}
-
-uint32_t modemId()
-{
-    const QVector<QRVL_Device> devices = modems();
-    return devices.isEmpty() ? 0 : devices.first().id;
-}
 
 const char16_t* utf16(const QString& text)
 {
     return reinterpret_cast<const char16_t*>(text.utf16());
-}
-
-/// A value; the number of the result if that is not success.
-QString value(const QString& key, uint32_t device)
-{
-    char16_t* buffer = nullptr;
-    const long result = QRVL_DevSrv_GetStatusValue(device, utf16(key), &buffer);
-    const QString text = buffer ? QString::fromUtf16(buffer) : QString::number(result);
-    delete[] buffer;
-    return text;
-}
-
-QString values(const QStringList& keys)
-{
-    QStringList words;
-    for (const QString& key : keys)
-        words << value(key, modemId());
-    return words.join(' ');
-}
-
-using Ask = std::function<long(uint32_t device, uint32_t* request)>;
-
-/// The result of a request that was started, and its text.
-QString endOf(uint32_t request)
-{
-    std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, std::chrono::milliseconds(Patience), [&] { return seenEnds.contains(request); });
-    return seenEnds.value(request, "no end");
-}
-
-/// The same; "not started" and a number if it did not begin.
-QString outcome(const Ask& ask)
-{
-    uint32_t number = 0;
-    const long result = ask(modemId(), &number);
-    return result == QRVL_OK ? endOf(number) : QString("not started %1").arg(result);
-}
-
-QString connectModem(const QRVL_AccessPoint& accessPoint)
-{
-    return outcome([&](uint32_t device, uint32_t* request) {
-        return QRVL_DevSrv_Connect(device, &accessPoint, request);
-    });
-}
-
-QString disconnectModem()
-{
-    return outcome(QRVL_DevSrv_Disconnect);
-}
-
-/// How NetworkManager sees the modem, with connections that somebody has set up. Its traffic is that of the
-/// loopback interface.
-QVariantList modemDevice(const QStringList& connections)
-{
-    return {"lo", "/org/freedesktop/ModemManager1/Modem/0", connections};
 }
 
 QString enterPin(const char16_t* pin)
@@ -154,15 +56,11 @@ AtModem::Sim lockedSim(int pinTries)
 
 } // namespace
 
-class tst_ModemManager : public QObject
+class tst_ModemManager : public RealModemTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-
     void attached();
     void withoutSim();
     void unlocking();
@@ -172,58 +70,8 @@ private slots:
     void receivedMessages();
     void sentMessages();
     void serviceCodes();
-    void connecting();
-    void connectionsOfOthers();
-    void networkManagerDies();
     void withoutBus();
-
-private:
-    /// Plugs in a modem, and waits until it is shown with this state of its SIM.
-    std::unique_ptr<AtModem> plug(const AtModem::Sim& sim, const QString& simState);
-    std::unique_ptr<AtModem> plugReady() { return plug({}, "ready"); }
-
-    std::unique_ptr<ServiceBus> m_bus;
-    int m_count = 0;
 };
-
-void tst_ModemManager::initTestCase()
-{
-    m_bus = std::make_unique<ServiceBus>();
-    qputenv("QRVL_BACKEND", "modemmanager");
-    qputenv("QRVL_BUS", m_bus->address().toLocal8Bit());
-    QCOMPARE(QRVL_DevSrv_RegisterDevMgrCallback(&record), long(QRVL_OK));
-    QTRY_COMPARE(value("problem", QRVL_SERVICE), "no-modemmanager");
-    QCOMPARE(value("backend", QRVL_SERVICE), "modemmanager");
-}
-
-void tst_ModemManager::init()
-{
-    QVERIFY(m_bus->startModemManager());
-    QTRY_COMPARE_WITH_TIMEOUT(value("problem", QRVL_SERVICE), "2", Patience);
-    const std::lock_guard lock(seenMutex);
-    seenEvents.clear();
-}
-
-void tst_ModemManager::cleanup()
-{
-    if (QTest::currentTestFailed())
-        qWarning("%s", m_bus->log().constData());
-    m_bus->killModemManager();
-    m_bus->killNetworkManager();
-    QTRY_VERIFY(modems().isEmpty());
-}
-
-std::unique_ptr<AtModem> tst_ModemManager::plug(const AtModem::Sim& sim, const QString& simState)
-{
-    const QByteArray name =
-        QByteArray::number(QCoreApplication::applicationPid()) + '-' + QByteArray::number(++m_count);
-    auto modem = std::make_unique<AtModem>(name, sim);
-    const int before = modems().size();
-    if (!m_bus->addModem(name, modem->port()) ||
-        !QTest::qWaitFor([&] { return modems().size() > before && values({"sim"}) == simState; }, Patience))
-        QTest::qFail("The modem does not appear", __FILE__, __LINE__);
-    return modem;
-}
 
 void tst_ModemManager::attached()
 {
@@ -235,7 +83,8 @@ void tst_ModemManager::attached()
              "available +491701234567 351234567890123 89490000000000000001 1.0.7 Lume disconnected idle");
     QTRY_COMPARE_WITH_TIMEOUT(values({"registration", "network", "network-name", "technology", "signal"}),
                               "home 26201 northtel umts 64", Patience);
-    QVERIFY(seenEvents.contains(QRVL_EVENT_DEV_DETECTED) && seenEvents.contains(QRVL_EVENT_DEV_STATUS));
+    const QVector<int> events = takeEvents();
+    QVERIFY(events.contains(QRVL_EVENT_DEV_DETECTED) && events.contains(QRVL_EVENT_DEV_STATUS));
 }
 
 void tst_ModemManager::withoutSim()
@@ -296,13 +145,13 @@ void tst_ModemManager::daemonDies()
     modem->hang();
     uint32_t request = 0;
     QCOMPARE(QRVL_DevSrv_SendMessage(id, u"1", u"x", &request), long(QRVL_OK));
-    seenEvents.clear();
-    m_bus->killModemManager();
+    takeEvents();
+    bus().killModemManager();
     QTRY_VERIFY(modems().isEmpty());
     QTRY_COMPARE(value("problem", QRVL_SERVICE), "no-modemmanager");
-    QTRY_COMPARE(seenEnds.value(request), QString::number(QRVL_ERROR_NO_DEVICE));
-    QCOMPARE(seenEvents.mid(0, 2), QVector<int>({QRVL_EVENT_DEV_DEVICE_INVALID, QRVL_EVENT_DEV_DETECTED}));
-    QVERIFY(m_bus->startModemManager());
+    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_NO_DEVICE));
+    QCOMPARE(takeEvents().mid(0, 2), QVector<int>({QRVL_EVENT_DEV_DEVICE_INVALID, QRVL_EVENT_DEV_DETECTED}));
+    QVERIFY(bus().startModemManager());
     modem = plugReady();
     QCOMPARE(modemId(), id);
     QCOMPARE(value("problem", QRVL_SERVICE), "2");
@@ -355,89 +204,6 @@ void tst_ModemManager::serviceCodes()
     modem->setReply("+CUSD", "0,\"00620079\",72");
     QCOMPARE(sendUssd(u"1"), "0 by");
     QCOMPARE(values({"ussd"}), "idle");
-}
-
-/// NetworkManager follows the modem with the state that the row says, or refuses.
-void tst_ModemManager::connecting()
-{
-    const auto modem = plugReady();
-    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
-    QCOMPARE(connectModem({}), QString::number(QRVL_ERROR_SERVICE));
-    QVERIFY(m_bus->startNetworkManager());
-    QTRY_COMPARE(value("connection-problem", QRVL_SERVICE), "2");
-    QCOMPARE(connectModem({}), QString::number(QRVL_ERROR_UNSUPPORTED));
-    m_bus->controlNetwork("AddModem", modemDevice({}));
-    // Removes the error of the attempts above.
-    QTRY_COMPARE(values({"connection", "connection.error"}), "disconnected 2");
-
-    const auto after = [this](const QRVL_AccessPoint& accessPoint, uint state, uint reason) {
-        uint32_t request = 0;
-        m_bus->controlNetwork("ForgetConnection");
-        if (QRVL_DevSrv_Connect(modemId(), &accessPoint, &request) != QRVL_OK ||
-            !QTest::qWaitFor([this] { return !m_bus->controlNetwork("LastConnection").isEmpty(); }))
-            return QString("not started");
-        m_bus->controlNetwork("SetModemState", {state, reason});
-        m_bus->controlNetwork("SetModemState", {state == 100 ? 100U : 30U, 0U});
-        return endOf(request);
-    };
-    const QRVL_AccessPoint named = {u"internet", u"me", u"secret", QRVL_CONNECT_HOME_ONLY, 0};
-    const std::tuple<QRVL_AccessPoint, uint, uint, int, QString> rows[] = {
-        {{}, 120, 29, QRVL_ERROR_ACCESS_POINT, "disconnected 13"},
-        {{}, 120, 31, QRVL_ERROR_REFUSED, "disconnected 12"},
-        {{}, 120, 32, QRVL_ERROR_NO_COVERAGE, "disconnected 11"},
-        {{}, 120, 46, QRVL_ERROR_LOCKED, "disconnected 8"},
-        {{}, 120, 1, QRVL_ERROR_FAILED, "disconnected 21"},
-        {named, 100, 0, QRVL_OK, "connected 2"},
-    };
-    for (const auto& [accessPoint, state, reason, result, shown] : rows) {
-        QCOMPARE(after(accessPoint, state, reason), QString::number(result));
-        QCOMPARE(values({"connection", "connection.error"}), shown);
-    }
-    QCOMPARE(m_bus->controlNetwork("LastConnection"),
-             "connection.autoconnect=0 connection.id=Skylume connection.type=gsm gsm.apn=internet "
-             "gsm.home-only=1 gsm.password=secret gsm.username=me");
-    QCOMPARE(values({"connection.address", "connection.name"}), "10.0.0.7 Mobile");
-    QVERIFY(std::abs(values({"connection.since"}).toLongLong() - QDateTime::currentSecsSinceEpoch()) < 60);
-    QVERIFY(values({"received", "sent"}) != "2 2"); // the counters of the loopback interface
-    QCOMPARE(connectModem({}), "0");
-    QCOMPARE(disconnectModem(), "0");
-    QCOMPARE(values({"connection", "connection.error", "received"}), "disconnected 2 2");
-    QCOMPARE(disconnectModem(), "0");
-}
-
-/// A connection that the user has set up is used unless an access point is given; one that another program makes
-/// is shown.
-void tst_ModemManager::connectionsOfOthers()
-{
-    QVERIFY(m_bus->startNetworkManager());
-    const auto modem = plugReady();
-    m_bus->controlNetwork("AddModem", modemDevice({"/org/freedesktop/NetworkManager/Settings/1"}));
-    m_bus->controlNetwork("SetModemState", {100U, 0U});
-    QTRY_COMPARE(values({"connection"}), "connected");
-    m_bus->controlNetwork("SetModemState", {30U, 40U});
-    QTRY_COMPARE(values({"connection", "connection.error"}),
-                 "disconnected " + QString::number(QRVL_ERROR_NO_COVERAGE));
-    uint32_t request = 0;
-    QCOMPARE(QRVL_DevSrv_Connect(modemId(), nullptr, &request), long(QRVL_OK));
-    QTRY_COMPARE(m_bus->controlNetwork("LastConnection"), "existing");
-    QTRY_COMPARE(values({"connection", "connection.error"}), "connecting 2");
-    QCOMPARE(disconnectModem(), "0");
-    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_CANCELLED));
-    QCOMPARE(values({"connection", "connection.error"}), "disconnected 2");
-}
-
-void tst_ModemManager::networkManagerDies()
-{
-    QVERIFY(m_bus->startNetworkManager());
-    const auto modem = plugReady();
-    m_bus->controlNetwork("AddModem", modemDevice({}));
-    uint32_t request = 0;
-    QTRY_COMPARE(values({"connection.error"}), "2");
-    QCOMPARE(QRVL_DevSrv_Connect(modemId(), nullptr, &request), long(QRVL_OK));
-    QTRY_COMPARE(values({"connection"}), "connecting");
-    m_bus->killNetworkManager();
-    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_SERVICE));
-    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
 }
 
 void tst_ModemManager::withoutBus()

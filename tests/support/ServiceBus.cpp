@@ -66,8 +66,15 @@ void ServiceBus::killModemManager()
 bool ServiceBus::startNetworkManager()
 {
     start(m_networkManager, "/usr/bin/python3",
-          {"-m", "dbusmock", "--session", "--template", NETWORK_MANAGER_TEMPLATE});
+          {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/networkmanager_modem.py"});
     return waitForName("org.freedesktop.NetworkManager");
+}
+
+bool ServiceBus::startFakeModemManager()
+{
+    start(m_modemManager, "/usr/bin/python3",
+          {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/modemmanager_fake.py"});
+    return waitForName(Service);
 }
 
 void ServiceBus::killNetworkManager()
@@ -78,8 +85,18 @@ void ServiceBus::killNetworkManager()
 
 QString ServiceBus::controlNetwork(const QString& method, const QVariantList& arguments)
 {
-    auto call = QDBusMessage::createMethodCall("org.freedesktop.NetworkManager", "/org/freedesktop",
-                                               "org.freedesktop.DBus.Mock", method);
+    return control("org.freedesktop.NetworkManager", "/org/freedesktop", method, arguments);
+}
+
+QString ServiceBus::controlModems(const QString& method, const QVariantList& arguments)
+{
+    return control(Service, "/org/freedesktop/ModemManager1", method, arguments);
+}
+
+QString ServiceBus::control(const QString& service, const QString& path, const QString& method,
+                            const QVariantList& arguments) const
+{
+    auto call = QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Mock", method);
     call.setArguments(arguments);
     const QDBusMessage reply = QDBusConnection(Connection).call(call);
     return reply.type() == QDBusMessage::ErrorMessage ? reply.errorMessage()

@@ -17,6 +17,12 @@ public:
     /// Starts ModemManager in its test mode and waits until it has its name.
     bool startModemManager();
 
+    /// Starts a ModemManager that does what the test says, see modemmanager_fake.py. Not together with the other.
+    bool startFakeModemManager();
+
+    /// Calls a method of its control interface. Returns what it answers.
+    QString controlModems(const QString& method, const QVariantList& arguments);
+
     /// Ends ModemManager as if it had crashed.
     void killModemManager();
 
@@ -35,6 +41,8 @@ public:
 
 private:
     void start(QProcess& process, const QString& program, const QStringList& arguments);
+    QString control(const QString& service, const QString& path, const QString& method,
+                    const QVariantList& arguments) const;
     bool waitForName(const QString& name) const;
 
     QTemporaryDir m_folder;

@@ -86,14 +86,25 @@ void ModemClient::publish()
 void ModemClient::followModems()
 {
     const QStringList paths = m_mirror.paths(modemInterface());
-    for (auto modem = m_modems.begin(); modem != m_modems.end();)
-        modem = paths.contains(modem->first) ? std::next(modem) : m_modems.erase(modem);
+    for (auto modem = m_modems.begin(); modem != m_modems.end();) {
+        const bool isThere = paths.contains(modem->first);
+        if (!isThere)
+            forget(modem->second);
+        modem = isThere ? std::next(modem) : m_modems.erase(modem);
+    }
     for (const QString& path : paths) {
         Followed& modem = m_modems[path];
         if (modem.id == 0)
             modem.id = idOf(path);
         follow(path, modem);
     }
+}
+
+/// Its paths may be given to other objects.
+void ModemClient::forget(const Followed& modem)
+{
+    m_mirror.forget(modem.sim);
+    modem.messages.forget(m_mirror);
 }
 
 void ModemClient::follow(const QString& path, Followed& modem)

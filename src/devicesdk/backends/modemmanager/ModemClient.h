@@ -43,6 +43,7 @@ private:
     void publish();
     void followModems();
     void follow(const QString& path, Followed& modem);
+    void forget(const Followed& modem);
     void enable(const QString& path);
     quint32 idOf(const QString& path);
     Modem snapshot(const QString& path, Followed& modem) const;

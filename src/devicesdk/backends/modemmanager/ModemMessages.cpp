@@ -90,6 +90,12 @@ void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
     m_paths = paths;
 }
 
+void ModemMessages::forget(DBusMirror& mirror) const
+{
+    for (const QString& path : m_paths)
+        mirror.forget(path);
+}
+
 bool ModemMessages::isReading(const DBusMirror& mirror) const
 {
     return std::any_of(m_paths.cbegin(), m_paths.cend(),

@@ -15,6 +15,9 @@ public:
     /// Fetches messages that are not known yet, and forgets those that were deleted.
     void follow(DBusMirror& mirror, const QString& modem);
 
+    /// Removes all messages from the mirror.
+    void forget(DBusMirror& mirror) const;
+
     /// Notes that a message, or the list, has changed.
     void noteChange() { m_isOutdated = true; }
     bool contains(const QString& message) const { return m_paths.contains(message); }
