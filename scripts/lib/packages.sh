@@ -4,10 +4,11 @@
 # The packages for each kind of work, used by the scripts that source this file.
 # shellcheck disable=SC2034
 {
-    build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev libcanberra-dev)
-    # Published test vectors; xmllint; a sound server; a desktop's notifications.
-    test_packages=(python3-cryptography-vectors libxml2-utils pulseaudio pulseaudio-utils
-        libcanberra-pulse python3-dbusmock dbus)
+    build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev libcanberra-dev
+        modemmanager-dev network-manager-dev) # descriptions of D-Bus interfaces
+    # Published test vectors; xmllint; a sound server; ModemManager and a bus for it; stand-ins for other services.
+    test_packages=(python3-cryptography-vectors libxml2-utils pulseaudio pulseaudio-utils libcanberra-pulse
+        modemmanager dbus python3-dbusmock)
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
         libkf5xmlgui-dev qttools5-dev pkg-config python3 qt6-l10n-tools)
     screenshot_packages=(xvfb xdotool imagemagick)

@@ -1,10 +1,25 @@
 #include "Service.h"
 
-#include "backends/simulator/Simulator.h"
+#include "backends/Backends.h"
 #include "devices/DeviceService.h"
 #include "files/Places.h"
 #include "platform/Platform.h"
 #include "settings/Settings.h"
+
+namespace {
+
+/// The backend to use: that of the environment, otherwise that of the installation.
+QString backendName()
+{
+    QString name = qEnvironmentVariable("QRVL_BACKEND");
+    if (name.isEmpty())
+        Service::settings().get(Settings::View::Defaults,
+                                SettingName(QStringLiteral("modems"), QStringLiteral("backend")),
+                                [&](const QString& text) { name = text; });
+    return name;
+}
+
+} // namespace
 
 // The constructor of a part uses everything that the part needs from Qt. finish() is registered after that, so
 // it is called before Qt's static objects are destroyed.
@@ -22,7 +37,7 @@ Settings& Service::settings()
 DeviceService& Service::devices()
 {
     static DeviceService* const devices = [] {
-        auto* const made = new DeviceService(std::make_unique<Simulator>(Places::simulatorFiles()));
+        auto* const made = new DeviceService(Backends::create(backendName()));
         Platform::atExit([] { Service::devices().finish(); });
         return made;
     }();

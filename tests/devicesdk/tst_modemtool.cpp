@@ -13,6 +13,7 @@ private slots:
     void initTestCase() { qputenv("QRVL_USER_DIR", QFile::encodeName(m_folder.filePath("user"))); }
     void editsOrRefuses();
     void usersFileBeginsAsCopy();
+    void codesAreSecret();
 
 private:
     QTemporaryDir m_folder;
@@ -52,6 +53,14 @@ void tst_ModemTool::editsOrRefuses()
         {{"detach", "A", "--imsi", "1"}, two, 2, "values", {}},
         {{"set", "A"}, two, 2, "needs values", {}},
         {{"set", "A", "--signal", "101"}, two, 1, "the signal \"101\"; it must be 0 to 100", {}},
+        {{"fail", "A"}, none, 0, "", {"state=detached", "state=failed"}},
+        {{"disconnect", "a"},
+         none,
+         0,
+         "",
+         {"", "connection=disconnected\nconnection.error=16\nconnection.since=\n"}},
+        {{"lock", "A"}, none, 0, "", {"", "pin=4711\npin-tries=\npuk-tries=\nsim=pin\n"}},
+        {{"set", "A", "--failure", "soon"}, none, 1, "it must be refused, ", {}},
         {{"detach"}, none, 1, "attached are: none", {}},
         {{"reject"}, two, 1, R"(attached are: "A", "B")", {}},
         {{"detach", "C"}, two, 1, R"(known are: "A", "B")", {}},
@@ -64,7 +73,8 @@ void tst_ModemTool::editsOrRefuses()
         const QString file = m_folder.filePath("simulator.ini");
         QString error;
         QVERIFY(FileAccess::replace(file, before, error));
-        const QByteArray output = runTool("skylume-modem", arguments + QStringList{"--file", file}, exitCode);
+        const QByteArray output =
+            runTool("skylume-modem", arguments + QStringList{"--file", file}, exitCode, "4711\n");
         QVERIFY2(output.contains(message), message + " expected, but: " + output);
         QByteArray expected = before;
         for (int i = 0; i < changes.size(); i += 2) {
@@ -89,6 +99,17 @@ void tst_ModemTool::usersFileBeginsAsCopy()
     const QByteArray file = FileAccess::read(m_folder.filePath("user/simulator.ini")).bytes;
     QVERIFY2(file.contains("\n[message 5]\nmodem=Mine\ntime=2") && file.endsWith("\nsender=me\ntext=1\\n2\n"),
              file);
+}
+
+/// A PIN is neither an argument nor repeated.
+void tst_ModemTool::codesAreSecret()
+{
+    const QStringList arguments = {"lock", "--file", m_folder.filePath("codes.ini")};
+    QString error;
+    QVERIFY(FileAccess::replace(arguments.last(), "[modem A]\nmodel=X\nstate=attached\n", error));
+    const QByteArray output = runTool("skylume-modem", arguments, 1, "471\n");
+    QVERIFY2(output.contains("the pin \"...\"; it must be 4 to 8 digits") && !output.contains("471"), output);
+    QVERIFY(runTool("skylume-modem", arguments, 1).contains("write the PIN to the standard input"));
 }
 
 QTEST_GUILESS_MAIN(tst_ModemTool)

@@ -5,6 +5,7 @@ set(SKYLUME_TEST_ENVIRONMENT
     LC_ALL=C.UTF-8
     CANBERRA_DRIVER=none
     DBUS_SESSION_BUS_ADDRESS=unix:path=/dev/null
+    QRVL_BACKEND=simulator
     "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/lsan.supp:print_suppressions=0"
     "TSAN_OPTIONS=suppressions=${CMAKE_CURRENT_LIST_DIR}/tsan.supp:ignore_noninstrumented_modules=1")
 if(TARGET skylumetsanqt)

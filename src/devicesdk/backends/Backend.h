@@ -30,6 +30,16 @@ public:
     /// removed.
     virtual void start(Request request) = 0;
 
+    /// Reads a value that changes all the time. Returns false if the backend does not report it in this way. May
+    /// be called from any thread.
+    virtual bool readLive(const Modem&, const QString&, QString&) { return false; }
+
+    /// Ends the backend's own threads.
+    virtual void finish() {}
+
+    /// Looks for modems that do not report themselves. May be called from any thread.
+    virtual void detect() {}
+
     /// The requests that have ended since the last call. What they changed is visible to the next look().
     virtual QVector<RequestEnd> takeEnds() = 0;
 };

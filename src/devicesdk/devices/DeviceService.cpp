@@ -57,7 +57,8 @@ bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::
 bool isAnyCounting(const Modems& modems)
 {
     return std::any_of(modems.begin(), modems.end(), [](const Modem& modem) {
-        return std::any_of(modem.counters.begin(), modem.counters.end(),
+        return !modem.trafficInterface.isEmpty() ||
+               std::any_of(modem.counters.begin(), modem.counters.end(),
                            [](const Counter& counter) { return counter.rate > 0; });
     });
 }
@@ -108,6 +109,7 @@ void DeviceService::startDetect()
             m_detections.pop_back();
         m_detections.push_back(Clock::now() + DetectionTime);
     }
+    m_backend->detect();
     m_backend->wake();
 }
 
@@ -164,11 +166,14 @@ long DeviceService::start(Request request, quint32& number)
 bool DeviceService::readCounter(const Modem& modem, const QString& key, QString& value)
 {
     const auto counter = modem.counters.constFind(key);
-    if (counter == modem.counters.cend())
-        return false;
+    const bool isSimulated = counter != modem.counters.cend();
     const Clock::time_point now = Clock::now();
-    value = QString::number(counter->valueAt(now));
-    if (counter->rate > 0 && m_counterReport.noteReading(now))
+    if (isSimulated)
+        value = QString::number(counter->valueAt(now));
+    else if (!m_backend->readLive(modem, key, value))
+        return false;
+    const bool isGrowing = !isSimulated || counter->rate > 0;
+    if (isGrowing && m_counterReport.noteReading(now))
         m_backend->wake();
     return true;
 }
@@ -181,6 +186,7 @@ void DeviceService::finish()
     }
     m_backend->wake();
     m_thread.finish(Patience);
+    m_backend->finish();
 }
 
 void DeviceService::run()
@@ -200,7 +206,7 @@ void DeviceService::run()
             m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_state.modems));
         lock.unlock();
         if (mayDiffer || isAsked || !ends.isEmpty())
-            look(isAsked);
+            look(isAsked, ends);
         if (haveCountersGrown)
             m_callbacks.dispatch(QRVL_EVENT_DEV_STATUS);
         for (const RequestEnd& end : ends)
@@ -223,7 +229,8 @@ bool DeviceService::takeDetection()
     return true;
 }
 
-void DeviceService::look(bool reportAnyway)
+/// Also ends the requests of modems that were removed, unless they are among those that have ended.
+void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
     const DeviceState state = m_backend->look();
     QVector<int> events;
@@ -237,6 +244,8 @@ void DeviceService::look(bool reportAnyway)
     }
     for (const int event : qAsConst(events))
         m_callbacks.dispatch(event);
+    for (const RequestEnd& end : ends)
+        abandoned.removeOne(end.number);
     for (const quint32 number : qAsConst(abandoned))
         report({number, QRVL_ERROR_NO_DEVICE, {}});
 }

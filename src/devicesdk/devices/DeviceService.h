@@ -48,7 +48,7 @@ private:
     void run();
     Clock::time_point nextTask() const;
     bool takeDetection();
-    void look(bool reportAnyway);
+    void look(bool reportAnyway, const QVector<RequestEnd>& ends);
     void report(const RequestEnd& end);
     bool readCounter(const Modem& modem, const QString& key, QString& value);
 

@@ -30,6 +30,7 @@ struct Modem
     ModemValues messages;            // on its SIM
     QMap<QString, Counter> counters; // the status values that grow by themselves
     int answerTime = 0;              // milliseconds it takes to read a value of a message
+    QString trafficInterface;        // whose counters the backend reads; empty if there is none
     int requestTime = 0;             // milliseconds that a simulated request takes
 };
 

@@ -30,16 +30,20 @@ public:
 
     QStringView view() const { return {m_text.get(), m_size}; }
 
-    /// Overwrites a text that nothing else refers to.
+    /// Overwrites a text, and with it all copies that share its memory.
     static void wipe(QString& text)
     {
-        wipe(reinterpret_cast<char16_t*>(text.data()), text.size());
+        wipe(const_cast<QChar*>(text.constData()), text.size());
         text.clear();
     }
 
 private:
     /// Through a volatile pointer, because a compiler leaves out writes that nothing reads.
-    static void wipe(volatile char16_t* text, qsizetype size) { std::fill(text, text + size, u'\0'); }
+    static void wipe(void* text, qsizetype size)
+    {
+        auto* const units = static_cast<volatile char16_t*>(text);
+        std::fill(units, units + size, u'\0');
+    }
 
     qsizetype m_size = 0;
     std::unique_ptr<char16_t[]> m_text;

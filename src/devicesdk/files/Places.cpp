@@ -34,6 +34,12 @@ QString Places::defaultSettings()
     return file.isEmpty() ? installedFile(QStringLiteral("defaults.ini")) : file;
 }
 
+QString Places::customizationRules()
+{
+    const QString file = qEnvironmentVariable("QRVL_CUSTOMIZATION_FILE");
+    return file.isEmpty() ? installedFile(QStringLiteral("customization.ini")) : file;
+}
+
 QStringList Places::simulatorFiles()
 {
     const QString file = qEnvironmentVariable("QRVL_SIMULATOR_FILE");

@@ -18,4 +18,7 @@ QString defaultSettings();
 /// The simulator's files in order of preference: the first that exists is read. The first one is written.
 QStringList simulatorFiles();
 
+/// The rules for customisation names of real modems; empty if unknown.
+QString customizationRules();
+
 } // namespace Places

@@ -223,7 +223,7 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  *   message.ID.recipient   recipient of a message that was sent
  *   message.ID.time     when it arrived or was sent, in local time: 2024-02-29T17:05:00
  *   message.ID.text     its text
- *   message.ID.state    received; sending, sent, delivered (the recipient has it) or failed
+ *   message.ID.state    received; sending, sent, delivered (the recipient has it), failed, or stored (never sent)
  *
  * Values of the service itself, read with the device QRVL_SERVICE:
  *   backend             simulator (the modems are not real) or modemmanager

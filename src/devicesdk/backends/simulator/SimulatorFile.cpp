@@ -16,10 +16,11 @@ struct CheckedKey
 {
     const char* name;
     const char* pattern;
-    const char* rule; ///< the pattern in words, continuing "it must be"
+    const char* rule;       ///< the pattern in words, continuing "it must be"
+    bool isPrivate = false; ///< so the value must not be logged
 };
 
-constexpr CheckedKey ImsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most"};
+constexpr CheckedKey ImsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most", true};
 constexpr CheckedKey StatusKeys[] = {
     {"network", "[0-9]{5,6}", "5 or 6 digits"},
     {"signal", "[0-9]{1,2}|100", "0 to 100"},
@@ -33,9 +34,9 @@ constexpr CheckedKey StatusKeys[] = {
     {"sim", "ready|absent|pin|puk|blocked|locked|error", "ready, absent, pin, puk, blocked, locked or error"},
     {"pin-tries", "[0-9]", "0 to 9"},
     {"puk-tries", "[0-9]|10", "0 to 10"},
-    {"number", "\\+?[0-9]{1,20}", "digits, 20 at most"},
-    {"iccid", "[0-9]{1,20}", "digits, 20 at most"},
-    {"imei", "[0-9]{1,16}", "digits, 16 at most"},
+    {"number", "\\+?[0-9]{1,20}", "digits, 20 at most", true},
+    {"iccid", "[0-9]{1,20}", "digits, 20 at most", true},
+    {"imei", "[0-9]{1,16}", "digits, 16 at most", true},
     {"manufacturer", ".*", "one line"},
     {"firmware", ".*", "one line"},
     {"state.reason", "sim-error|no-profile|capabilities|unknown",
@@ -68,7 +69,8 @@ constexpr CheckedKey FailureKey{"failure", "refused|no-coverage|access-point|tim
 constexpr CheckedKey AnswerTimeKey{"answer-time", "[1-4]?[0-9]{1,3}", "0 to 4999"};
 constexpr CheckedKey RequestTimeKey{"request-time", "[1-5]?[0-9]{1,4}", "0 to 59999"};
 constexpr int DefaultRequestTime = 300;
-constexpr CheckedKey SecretKeys[] = {{"pin", "[0-9]{4,8}", "4 to 8 digits"}, {"puk", "[0-9]{8}", "8 digits"}};
+constexpr CheckedKey SecretKeys[] = {{"pin", "[0-9]{4,8}", "4 to 8 digits", true},
+                                     {"puk", "[0-9]{8}", "8 digits", true}};
 constexpr const char* MessageKeys[] = {"sender", "recipient", "time", "text", "state"};
 
 QString valueOf(const IniDocument& document, const QString& section, const QString& key)
@@ -95,7 +97,8 @@ QString checkedValue(const IniDocument& document, const QString& section, const 
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(QLatin1String(key.pattern)));
     if (!value.isEmpty() && !pattern.match(value).hasMatch())
         errors.append(QStringLiteral("section [%1] has the %2 \"%3\"; it must be %4")
-                          .arg(section, QLatin1String(key.name), value, QLatin1String(key.rule)));
+                          .arg(section, QLatin1String(key.name),
+                               key.isPrivate ? QStringLiteral("...") : value, QLatin1String(key.rule)));
     return value;
 }
 

@@ -1,0 +1,178 @@
+#include "backends/modemmanager/ModemMessages.h"
+
+#include "backends/modemmanager/DBusMirror.h"
+
+#include <QDBusArgument>
+#include <QDateTime>
+#include <QRegularExpression>
+
+#include <ModemManager.h>
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+const char DateFormat[] = "yyyy-MM-ddTHH:mm:ss";
+
+/// In local time. ModemManager writes time zones as "+02".
+QString localTime(QString timestamp)
+{
+    static const QRegularExpression zone(QStringLiteral("[+-][0-9]{2}$"));
+    if (timestamp.contains(zone))
+        timestamp += QStringLiteral(":00");
+    const QDateTime time = QDateTime::fromString(timestamp, Qt::ISODate);
+    return time.isValid() ? time.toLocalTime().toString(QLatin1String(DateFormat)) : QString();
+}
+
+/// A message as ModemManager reports it.
+struct Sms
+{
+    QString path;
+    QString number;
+    QString text;
+    QString time;
+    uint type = 0;
+    uint state = 0;
+    uint reference = 0;
+    uint delivery = 0;
+
+    bool isReceived() const
+    {
+        return state == MM_SMS_STATE_RECEIVED &&
+               (type == MM_SMS_PDU_TYPE_DELIVER || type == MM_SMS_PDU_TYPE_CDMA_DELIVER);
+    }
+    bool isSent() const { return type == MM_SMS_PDU_TYPE_SUBMIT || type == MM_SMS_PDU_TYPE_CDMA_SUBMIT; }
+    bool confirms(const Sms& sent) const
+    {
+        return reference == sent.reference && number == sent.number &&
+               delivery <= MM_SMS_DELIVERY_STATE_COMPLETED_REPLACED_BY_SC;
+    }
+};
+
+Sms read(const DBusMirror& mirror, const QString& path)
+{
+    const auto value = [&](const char* property) {
+        return mirror.value(path, QLatin1String(MM_DBUS_INTERFACE_SMS), QLatin1String(property));
+    };
+    const QVariant delivery = value("DeliveryState");
+    return {path,
+            value("Number").toString(),
+            value("Text").toString(),
+            localTime(value("Timestamp").toString()),
+            value("PduType").toUInt(),
+            value("State").toUInt(),
+            value("MessageReference").toUInt(),
+            delivery.isValid() ? delivery.toUInt() : uint(MM_SMS_DELIVERY_STATE_UNKNOWN)};
+}
+
+bool isOlder(const Sms& a, const Sms& b)
+{
+    const auto number = [](const Sms& sms) {
+        return ModemMessages::identifierOf(sms.path).toInt();
+    };
+    return a.time != b.time ? a.time < b.time : number(a) < number(b);
+}
+
+} // namespace
+
+void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
+{
+    const QVariant list =
+        mirror.value(modem, QLatin1String(MM_DBUS_INTERFACE_MODEM_MESSAGING), QStringLiteral("Messages"));
+    QSet<QString> paths;
+    for (const QDBusObjectPath& path : qdbus_cast<QList<QDBusObjectPath>>(list))
+        paths.insert(path.path());
+    for (const QString& path : paths - m_paths)
+        mirror.fetch(path, QLatin1String(MM_DBUS_INTERFACE_SMS));
+    for (const QString& path : m_paths - paths)
+        mirror.forget(path);
+    m_isOutdated |= paths != m_paths;
+    m_paths = paths;
+}
+
+void ModemMessages::forget(DBusMirror& mirror) const
+{
+    for (const QString& path : m_paths)
+        mirror.forget(path);
+}
+
+bool ModemMessages::isReading(const DBusMirror& mirror) const
+{
+    return std::any_of(m_paths.cbegin(), m_paths.cend(),
+                       [&](const QString& path) { return mirror.isFetching(path); });
+}
+
+const ModemValues& ModemMessages::values(const DBusMirror& mirror)
+{
+    if (!m_isOutdated || isReading(mirror))
+        return m_values;
+    m_isOutdated = false;
+    std::vector<Sms> messages;
+    for (const QString& path : qAsConst(m_paths)) {
+        messages.push_back(read(mirror, path));
+        if (messages.back().time.isEmpty())
+            messages.back().time = m_sendingTimes.value(path);
+    }
+    std::sort(messages.begin(), messages.end(), isOlder);
+    std::vector<Sms> reports;
+    std::copy_if(messages.begin(), messages.end(), std::back_inserter(reports),
+                 [](const Sms& sms) { return sms.type == MM_SMS_PDU_TYPE_STATUS_REPORT; });
+    m_values.clear();
+    QStringList received, sent;
+    for (const Sms& sms : messages) {
+        if (!sms.isReceived() && !sms.isSent())
+            continue;
+        (sms.isSent() ? sent : received).append(identifierOf(sms.path));
+        const QString prefix = QStringLiteral("message.%1.").arg(identifierOf(sms.path));
+        m_values.insert(prefix + (sms.isSent() ? QStringLiteral("recipient") : QStringLiteral("sender")),
+                        sms.number);
+        m_values.insert(prefix + QStringLiteral("time"), sms.time);
+        m_values.insert(prefix + QStringLiteral("text"), sms.text);
+        const bool isDelivered =
+            sms.isSent() && std::any_of(reports.begin(), reports.end(),
+                                        [&](const Sms& report) { return report.confirms(sms); });
+        m_values.insert(prefix + QStringLiteral("state"),
+                        stateOf(sms.path, sms.state, sms.isSent(), isDelivered));
+    }
+    m_values.insert(QStringLiteral("messages"), received.join(QLatin1Char(' ')));
+    m_values.insert(QStringLiteral("sent-messages"), sent.join(QLatin1Char(' ')));
+    return m_values;
+}
+
+QString ModemMessages::stateOf(const QString& path, uint state, bool isSent, bool isDelivered) const
+{
+    if (!isSent)
+        return QStringLiteral("received");
+    if (isDelivered)
+        return QStringLiteral("delivered");
+    if (state == MM_SMS_STATE_SENT)
+        return QStringLiteral("sent");
+    if (m_failed.contains(path))
+        return QStringLiteral("failed");
+    return m_sendingTimes.contains(path) || state == MM_SMS_STATE_SENDING ? QStringLiteral("sending")
+                                                                          : QStringLiteral("stored");
+}
+
+void ModemMessages::noteSending(const QString& message)
+{
+    m_sendingTimes.insert(message, QDateTime::currentDateTime().toString(QLatin1String(DateFormat)));
+    m_isOutdated = true;
+}
+
+void ModemMessages::noteFailure(const QString& message)
+{
+    m_failed.insert(message);
+    m_isOutdated = true;
+}
+
+QString ModemMessages::pathOf(const QString& identifier) const
+{
+    const auto found = std::find_if(m_paths.cbegin(), m_paths.cend(),
+                                    [&](const QString& path) { return identifierOf(path) == identifier; });
+    return found == m_paths.cend() ? QString() : *found;
+}
+
+QString ModemMessages::identifierOf(const QString& message)
+{
+    return message.mid(message.lastIndexOf(QLatin1Char('/')) + 1);
+}

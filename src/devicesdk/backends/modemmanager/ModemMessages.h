@@ -1,0 +1,47 @@
+#pragma once
+
+#include "devices/Modem.h"
+
+#include <QHash>
+#include <QSet>
+#include <QStringList>
+
+class DBusMirror;
+
+/// The text messages of a modem.
+class ModemMessages
+{
+public:
+    /// Fetches messages that are not known yet, and forgets those that were deleted.
+    void follow(DBusMirror& mirror, const QString& modem);
+
+    /// Removes all messages from the mirror.
+    void forget(DBusMirror& mirror) const;
+
+    /// Notes that a message, or the list, has changed.
+    void noteChange() { m_isOutdated = true; }
+    bool contains(const QString& message) const { return m_paths.contains(message); }
+
+    /// Whether messages have not been read yet.
+    bool isReading(const DBusMirror& mirror) const;
+
+    /// The values of all messages. While messages are still being read, those of the previous call.
+    const ModemValues& values(const DBusMirror& mirror);
+
+    /// Remembers when a message was sent, which modems do not, and that it could not be sent.
+    void noteSending(const QString& message);
+    void noteFailure(const QString& message);
+
+    /// The message with that identifier; empty if there is none.
+    QString pathOf(const QString& identifier) const;
+    static QString identifierOf(const QString& message);
+
+private:
+    QString stateOf(const QString& path, uint state, bool isSent, bool isDelivered) const;
+
+    QSet<QString> m_paths;
+    QHash<QString, QString> m_sendingTimes;
+    QSet<QString> m_failed;
+    ModemValues m_values;
+    bool m_isOutdated = true;
+};

@@ -1,0 +1,224 @@
+// Modems of the real ModemManager, on a bus of their own, through the C interface.
+
+#include "RealModemTest.h"
+#include "backends/modemmanager/ModemManagerBackend.h"
+
+using namespace std::chrono_literals;
+using namespace DeviceClient;
+
+namespace {
+
+const char16_t* utf16(const QString& text)
+{
+    return reinterpret_cast<const char16_t*>(text.utf16());
+}
+
+QString enterPin(const char16_t* pin)
+{
+    return outcome(
+        [=](uint32_t device, uint32_t* request) { return QRVL_DevSrv_EnterPin(device, pin, request); });
+}
+
+QString enterPuk(const char16_t* puk)
+{
+    return outcome([=](uint32_t device, uint32_t* request) {
+        return QRVL_DevSrv_EnterPuk(device, puk, u"4711", request);
+    });
+}
+
+QString sendMessage(const QString& text)
+{
+    return outcome([&](uint32_t device, uint32_t* request) {
+        return QRVL_DevSrv_SendMessage(device, u"+491234", utf16(text), request);
+    });
+}
+
+QString deleteMessage(const QString& identifier)
+{
+    return outcome([&](uint32_t device, uint32_t* request) {
+        return QRVL_DevSrv_DeleteMessage(device, utf16(identifier), request);
+    });
+}
+
+QString sendUssd(const char16_t* code)
+{
+    return outcome(
+        [=](uint32_t device, uint32_t* request) { return QRVL_DevSrv_SendUssd(device, code, request); });
+}
+
+AtModem::Sim lockedSim(int pinTries)
+{
+    AtModem::Sim sim;
+    sim.pin = "1234";
+    sim.pinTries = pinTries;
+    return sim;
+}
+
+} // namespace
+
+class tst_ModemManager : public RealModemTest
+{
+    Q_OBJECT
+
+private slots:
+    void attached();
+    void withoutSim();
+    void unlocking();
+    void blocking();
+    void twoModems();
+    void daemonDies();
+    void receivedMessages();
+    void sentMessages();
+    void serviceCodes();
+    void withoutBus();
+};
+
+void tst_ModemManager::attached()
+{
+    const auto modem = plugReady();
+    const QRVL_Device device = modems().value(0);
+    QCOMPARE(QStringList({device.name, device.imsi, device.gid}).join('|'),
+             "Lume AT1|262011234567890|NT-GOLD");
+    QCOMPARE(values({"state", "number", "imei", "iccid", "firmware", "manufacturer", "connection", "ussd"}),
+             "available +491701234567 351234567890123 89490000000000000001 1.0.7 Lume disconnected idle");
+    QTRY_COMPARE_WITH_TIMEOUT(values({"registration", "network", "network-name", "technology", "signal"}),
+                              "home 26201 northtel umts 64", Patience);
+    const QVector<int> events = takeEvents();
+    QVERIFY(events.contains(QRVL_EVENT_DEV_DETECTED) && events.contains(QRVL_EVENT_DEV_STATUS));
+}
+
+void tst_ModemManager::withoutSim()
+{
+    AtModem::Sim sim;
+    sim.isInserted = false;
+    const auto modem = plug(sim, "absent");
+    QCOMPARE(values({"state", "registration", "signal"}), "available idle 2");
+    QCOMPARE(QByteArray(modems().value(0).imsi), "");
+    QCOMPARE(sendMessage("x"), QString::number(QRVL_ERROR_NO_SIM));
+    QCOMPARE(enterPin(u"1234"), QString::number(QRVL_ERROR_NOT_FOUND));
+}
+
+void tst_ModemManager::unlocking()
+{
+    const auto modem = plug(lockedSim(3), "pin");
+    QCOMPARE(values({"state", "pin-tries"}), "available 3");
+    QCOMPARE(sendMessage("x"), QString::number(QRVL_ERROR_LOCKED));
+    QCOMPARE(enterPin(u"0000"), QString::number(QRVL_ERROR_WRONG_CODE));
+    QCOMPARE(values({"sim", "pin-tries"}), "pin 2");
+    QCOMPARE(enterPin(u"1234"), "0");
+    QTRY_COMPARE_WITH_TIMEOUT(QByteArray(modems().value(0).imsi), "262011234567890", Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(values({"sim", "registration"}), "ready home", Patience);
+    QCOMPARE(enterPin(u"1234"), QString::number(QRVL_ERROR_NOT_FOUND));
+}
+
+void tst_ModemManager::blocking()
+{
+    const auto modem = plug(lockedSim(1), "pin");
+    QCOMPARE(enterPin(u"0000"), QString::number(QRVL_ERROR_BLOCKED));
+    // ModemManager discards the modem then and examines it again.
+    QTRY_COMPARE_WITH_TIMEOUT(values({"sim", "pin-tries", "puk-tries"}), "puk 0 10", Patience);
+    QCOMPARE(enterPin(u"1234"), QString::number(QRVL_ERROR_BLOCKED));
+    QVERIFY(enterPuk(u"00000000") != "0");
+    QCOMPARE(values({"sim", "puk-tries"}), "puk 9");
+    QCOMPARE(enterPuk(u"12345678"), "0");
+    QTRY_COMPARE_WITH_TIMEOUT(values({"sim", "registration"}), "ready home", Patience);
+}
+
+/// Two of the same model, with the same serial number.
+void tst_ModemManager::twoModems()
+{
+    const auto first = plugReady();
+    AtModem::Sim sim;
+    sim.imsi = "262019999999999";
+    const auto second = plug(sim, "ready");
+    const QVector<QRVL_Device> both = modems();
+    QCOMPARE(both.size(), 2);
+    QVERIFY(both[0].id != both[1].id);
+    QCOMPARE(QByteArray(both[1].imsi), sim.imsi);
+}
+
+/// The modem is known by its serial number: paths begin anew.
+void tst_ModemManager::daemonDies()
+{
+    auto modem = plugReady();
+    const uint32_t id = modemId();
+    modem->hang();
+    uint32_t request = 0;
+    QCOMPARE(QRVL_DevSrv_SendMessage(id, u"1", u"x", &request), long(QRVL_OK));
+    takeEvents();
+    bus().killModemManager();
+    QTRY_VERIFY(modems().isEmpty());
+    QTRY_COMPARE(value("problem", QRVL_SERVICE), "no-modemmanager");
+    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_NO_DEVICE));
+    QCOMPARE(takeEvents().mid(0, 2), QVector<int>({QRVL_EVENT_DEV_DEVICE_INVALID, QRVL_EVENT_DEV_DETECTED}));
+    QVERIFY(bus().startModemManager());
+    modem = plugReady();
+    QCOMPARE(modemId(), id);
+    QCOMPARE(value("problem", QRVL_SERVICE), "2");
+}
+
+/// A message of two parts in another alphabet, and one in the usual one.
+void tst_ModemManager::receivedMessages()
+{
+    const auto modem = plugReady();
+    QTRY_COMPARE_WITH_TIMEOUT(values({"messages"}), "", Patience);
+    modem->receive("0791947106004034040B919471103254F6000042209271050080"
+                   "0AE8329BFD4697D9EC37");
+    QTRY_VERIFY_WITH_TIMEOUT(!values({"messages"}).isEmpty(), Patience);
+    const QString identifier = values({"messages"});
+    const QString prefix = "message." + identifier + '.';
+    QCOMPARE(values({prefix + "text", prefix + "state"}), "hellohello received");
+    QVERIFY(QDateTime::fromString(values({prefix + "time"}), "yyyy-MM-ddTHH:mm:ss").isValid());
+    QCOMPARE(deleteMessage(identifier), "0");
+    QCOMPARE(values({"messages"}), "");
+    QCOMPARE(deleteMessage(identifier), QString::number(QRVL_ERROR_NOT_FOUND));
+}
+
+/// Ten parts in two alphabets.
+void tst_ModemManager::sentMessages()
+{
+    const auto modem = plugReady();
+    QTRY_COMPARE_WITH_TIMEOUT(values({"registration"}), "home", Patience);
+    const QString text =
+        (QString("Hello ") + QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d ")).repeated(56);
+    const QStringList words = sendMessage(text).split(' ');
+    QCOMPARE(words.value(0), "0");
+    const QString prefix = "message." + words.value(1) + '.';
+    QCOMPARE(modem->sent().size(), 10);
+    QCOMPARE(values({"sent-messages", prefix + "state", prefix + "recipient"}),
+             words.value(1) + " sent +491234");
+    QCOMPARE(values({prefix + "text"}), text);
+    modem->setReply("AT+CMGS", "+CMS ERROR: 38");
+    const QString refused = sendMessage("x");
+    QVERIFY2(refused.startsWith(QString::number(QRVL_ERROR_REFUSED) + ' '), qPrintable(refused));
+    QCOMPARE(values({"message." + refused.mid(3) + ".state"}), "failed");
+}
+
+void tst_ModemManager::serviceCodes()
+{
+    const auto modem = plugReady();
+    QTRY_COMPARE_WITH_TIMEOUT(values({"registration"}), "home", Patience);
+    modem->setReply("+CUSD", "1,\"0031003A00200061\",72");
+    QCOMPARE(sendUssd(u"*100#"), "0 1: a");
+    QCOMPARE(values({"ussd"}), "reply");
+    modem->setReply("+CUSD", "0,\"00620079\",72");
+    QCOMPARE(sendUssd(u"1"), "0 by");
+    QCOMPARE(values({"ussd"}), "idle");
+}
+
+void tst_ModemManager::withoutBus()
+{
+    qputenv("QRVL_BUS", "unix:path=/nowhere");
+    ModemManagerBackend backend({});
+    QVERIFY(backend.wait(Backend::Clock::now() + 30s));
+    QCOMPARE(backend.look().service.value("problem"), "no-bus");
+    Request request;
+    request.number = 7;
+    backend.start(std::move(request));
+    const QVector<RequestEnd> ends = backend.takeEnds();
+    QCOMPARE(ends.size(), 1);
+    QCOMPARE(ends.first().result, long(QRVL_ERROR_SERVICE));
+}
+
+QTEST_GUILESS_MAIN(tst_ModemManager)
+#include "tst_modemmanager.moc"
