@@ -132,11 +132,9 @@ QLayout* AccessPointDialog::makeButtons()
 void AccessPointDialog::showStored()
 {
     const AccessPoint stored = AccessPoint::load(m_modem);
-    QString password = stored.password(m_modem);
     m_name->setText(stored.name);
     m_user->setText(stored.user);
-    m_password->setText(password);
-    wipe(password);
+    m_password->setText(stored.password(m_modem)); // shares the characters, which are wiped at the end
     m_homeOnly->setChecked(stored.isHomeOnly);
     (stored.name.isEmpty() ? m_automatic : m_manual)->setChecked(true);
     enable();

@@ -2,6 +2,7 @@
 
 #include "AccessPoint.h"
 #include "AccessPointDialog.h"
+#include "Change/Change.h"
 #include "FactsPanel.h"
 #include "ModemChooser.h"
 #include "PinDialog.h"
@@ -20,10 +21,17 @@
 namespace {
 
 constexpr int Second = 1000; // milliseconds
+constexpr QSize AccessPointButtonSize{130, 34};
 
 bool isOnScreen(const QWidget* window)
 {
     return window && window->isVisible() && !window->isMinimized();
+}
+
+QString durationText(const QDateTime& since)
+{
+    const QLocale locale(Change::GetLangName());
+    return text("IDS_CONN_SINCE").arg(sinceText(since, QDateTime::currentDateTime(), locale));
 }
 
 } // namespace
@@ -38,7 +46,7 @@ ConnectionPage::ConnectionPage(DeviceEvents* events, QWidget* parent)
     , m_state(new StatePanel)
     , m_facts(new FactsPanel)
 {
-    content()->addWidget(m_chooser);
+    setCorner(m_chooser);
     content()->addWidget(m_state, 1);
     content()->addWidget(m_facts);
     content()->addLayout(makeBottomLine());
@@ -61,7 +69,7 @@ QLayout* ConnectionPage::makeBottomLine()
 {
     m_demonstration = Look::quietLabel(QString(), true);
     m_accessPoint = new QPushButton;
-    m_accessPoint->setMinimumHeight(34);
+    m_accessPoint->setMinimumSize(AccessPointButtonSize);
     connect(m_accessPoint, &QPushButton::clicked, this, &ConnectionPage::changeAccessPoint);
     keepTranslated(m_accessPoint, [this] {
         setCaption(m_accessPoint, "IDS_CONN_CHANGE_ACCESS_POINT");
@@ -80,11 +88,8 @@ void ConnectionPage::refresh()
     offerUnlocking();
     if (!m_isShown)
         return; // whoever reads growing counters is told every second that they have grown
-    const bool hasFacts = m_modem.id != 0 && m_report.sim != QLatin1String("absent");
     m_chooser->showModems(m_modems, m_modem);
-    m_facts->setVisible(hasFacts);
-    if (hasFacts)
-        m_facts->showFacts(readFacts(m_modem, *m_names, m_units));
+    m_facts->showFacts(readFacts(m_modem, *m_names, m_units));
     m_accessPoint->setVisible(AccessPoint::isStorable(m_modem));
     m_demonstration->setVisible(serviceValue(QStringLiteral("backend")) == QLatin1String("simulator"));
     showState();
@@ -110,12 +115,10 @@ void ConnectionPage::readAccessPoint()
 void ConnectionPage::showState()
 {
     const Meaning meaning = meaningOf(m_report);
-    const QDateTime since = meaning.sign == Look::Sign::Connected ? connectedSince(m_modem) : QDateTime();
-    const bool hasDuration = since.isValid() && meaning.sentence;
-    m_state->showMeaning(
-        meaning,
-        hasDuration ? text("IDS_CONN_SINCE").arg(sinceText(since, QDateTime::currentDateTime())) : QString());
-    if (!hasDuration || !m_isShown)
+    const bool isConnected = meaning.sign == Look::Sign::Connected && meaning.sentence;
+    const QDateTime since = isConnected ? connectedSince(m_modem) : QDateTime();
+    m_state->showMeaning(meaning, since.isValid() ? durationText(since) : QString());
+    if (!since.isValid() || !m_isShown)
         m_everySecond.stop();
     else if (!m_everySecond.isActive())
         m_everySecond.start(Second);

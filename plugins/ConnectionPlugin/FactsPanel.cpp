@@ -16,12 +16,16 @@ struct Fact
 {
     const char* caption;
     QString Facts::*value;
+    QString Facts::*narrowValue; ///< shorter
 };
 
 constexpr Fact AllFacts[] = {
-    {"IDS_CONN_NETWORK", &Facts::network}, {"IDS_CONN_TECHNOLOGY", &Facts::technology},
-    {"IDS_CONN_SIGNAL", &Facts::signal},   {"IDS_CONN_ROAMING", &Facts::roaming},
-    {"IDS_CONN_ADDRESS", &Facts::address}, {"IDS_CONN_TRAFFIC", &Facts::traffic},
+    {"IDS_CONN_NETWORK", &Facts::network, &Facts::network},
+    {"IDS_CONN_TECHNOLOGY", &Facts::technology, &Facts::technology},
+    {"IDS_CONN_SIGNAL", &Facts::signal, &Facts::signal},
+    {"IDS_CONN_ROAMING", &Facts::roaming, &Facts::roaming},
+    {"IDS_CONN_ADDRESS", &Facts::address, &Facts::address},
+    {"IDS_CONN_TRAFFIC", &Facts::traffic, &Facts::volume},
 };
 
 QWidget* makeCell(const char* caption, ElidedLabel* value)
@@ -47,9 +51,7 @@ FactsPanel::FactsPanel(QWidget* parent)
     : Surface(parent)
     , m_grid(new QGridLayout(this))
 {
-    m_grid->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     m_grid->setHorizontalSpacing(Look::Margin);
-    m_grid->setVerticalSpacing(Look::Gap * 2);
     for (const Fact& fact : AllFacts) {
         auto* value = new ElidedLabel;
         value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // columns are equally wide
@@ -61,17 +63,24 @@ FactsPanel::FactsPanel(QWidget* parent)
 
 void FactsPanel::showFacts(const Facts& facts)
 {
+    m_facts = facts;
+    const bool isNarrow = m_columns == NarrowColumns;
+    bool isEmpty = true;
     for (int i = 0; i < m_values.size(); ++i) {
-        const QString value = facts.*AllFacts[i].value;
+        const QString value = facts.*(isNarrow ? AllFacts[i].narrowValue : AllFacts[i].value);
         m_values[i]->setFullText(value.isEmpty() ? QStringLiteral("\u2013") : value);
+        isEmpty = isEmpty && value.isEmpty();
     }
+    setVisible(!isEmpty);
 }
 
 void FactsPanel::arrange(int columns)
 {
-    if (m_columns == columns)
-        return;
     m_columns = columns;
+    const bool isNarrow = columns == NarrowColumns; // that takes more height
+    const int margin = isNarrow ? Look::Gap * 3 / 2 : Look::Gap * 2;
+    m_grid->setContentsMargins(Look::Margin, margin, Look::Margin, margin);
+    m_grid->setVerticalSpacing(isNarrow ? Look::Gap : Look::Gap * 2);
     for (int i = 0; i < m_cells.size(); ++i)
         m_grid->addWidget(m_cells[i], i / columns, i % columns);
     for (int column = 0; column < Columns; ++column)
@@ -80,6 +89,10 @@ void FactsPanel::arrange(int columns)
 
 void FactsPanel::resizeEvent(QResizeEvent* event)
 {
-    arrange(event->size().width() < NarrowPanel ? NarrowColumns : Columns);
     Surface::resizeEvent(event);
+    const int columns = event->size().width() < NarrowPanel ? NarrowColumns : Columns;
+    if (columns == m_columns)
+        return;
+    arrange(columns);
+    showFacts(m_facts);
 }

@@ -8,7 +8,7 @@
 class ElidedLabel;
 class QGridLayout;
 
-/// Captions with values below them, in as many columns as there is room for.
+/// Captions with values below them, in as many columns as there is room for. Hidden while nothing is known.
 class FactsPanel : public Surface
 {
     Q_OBJECT
@@ -24,6 +24,7 @@ protected:
 private:
     void arrange(int columns);
 
+    Facts m_facts;
     QGridLayout* m_grid;
     int m_columns = 0;
     QVector<QWidget*> m_cells;

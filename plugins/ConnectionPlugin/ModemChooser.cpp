@@ -1,12 +1,9 @@
 #include "ModemChooser.h"
 
-#include "support/Look.h"
 #include "support/Text.h"
 
-#include <QComboBox>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QSignalBlocker>
+#include <QActionGroup>
+#include <QMenu>
 
 namespace {
 
@@ -18,34 +15,37 @@ QString nameOf(const Modem& modem)
 } // namespace
 
 ModemChooser::ModemChooser(QWidget* parent)
-    : QWidget(parent)
-    , m_list(new QComboBox)
+    : QToolButton(parent)
 {
-    QLabel* const caption = Look::quietLabel(QString());
-    caption->setBuddy(m_list);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(Look::Gap);
-    layout->addWidget(caption);
-    layout->addWidget(m_list);
-    layout->addStretch();
+    setMenu(new QMenu(this));
+    setPopupMode(InstantPopup);
     hide();
-    connect(m_list, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int index) { Q_EMIT chosen(m_modems[index]); });
-    keepTranslated(caption, [=] {
-        caption->setText(text("IDS_CONN_IN_USE"));
-        m_list->setAccessibleName(caption->text());
+    keepTranslated(this, [this] {
+        setToolTip(::text("IDS_CONN_IN_USE"));
+        setAccessibleName(toolTip());
     });
 }
 
 void ModemChooser::showModems(const Modems& modems, const Modem& inUse)
 {
-    if (!(modems == m_modems)) { // filling the list would close it while the user chooses
-        m_modems = modems;
-        m_list->clear();
-        for (const Modem& modem : modems)
-            m_list->addItem(nameOf(modem));
-    }
-    m_list->setCurrentIndex(modems.indexOf(inUse));
     setVisible(modems.size() > 1);
+    if (modems == m_modems && inUse == m_inUse)
+        return; // the menu may be open
+    m_modems = modems;
+    m_inUse = inUse;
+    setText(nameOf(inUse));
+    fillMenu();
+}
+
+void ModemChooser::fillMenu()
+{
+    menu()->clear();
+    auto* group = new QActionGroup(menu());
+    for (const Modem& modem : qAsConst(m_modems)) {
+        QAction* const entry = menu()->addAction(nameOf(modem));
+        entry->setCheckable(true);
+        entry->setChecked(modem == m_inUse);
+        group->addAction(entry);
+        connect(entry, &QAction::triggered, this, [this, modem] { Q_EMIT chosen(modem); });
+    }
 }

@@ -2,13 +2,10 @@
 
 #include "support/Modems.h"
 
-#include <QWidget>
+#include <QToolButton>
 
-class QComboBox;
-class QLabel;
-
-/// Shows which of several modems is in use, and lets the user choose another one. Hidden with fewer than two.
-class ModemChooser : public QWidget
+/// Shows which of several modems is in use; its menu lets the user choose another one. Hidden with fewer than two.
+class ModemChooser : public QToolButton
 {
     Q_OBJECT
 
@@ -21,6 +18,8 @@ Q_SIGNALS:
     void chosen(const Modem& modem);
 
 private:
+    void fillMenu();
+
     Modems m_modems;
-    QComboBox* m_list;
+    Modem m_inUse;
 };

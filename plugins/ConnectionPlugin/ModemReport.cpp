@@ -6,8 +6,6 @@
 
 #include <qrvl.h>
 
-#include <QLocale>
-
 #include <algorithm>
 #include <iterator>
 
@@ -86,13 +84,6 @@ QString roamingWords(const QString& registration)
     return registration == QLatin1String("home") ? text("IDS_CONN_ROAMING_NO") : QString();
 }
 
-QString trafficWords(const Modem& modem, const Units& units)
-{
-    return QStringLiteral("\u2193 %1   \u2191 %2")
-        .arg(units.volume(value(modem, "received").toULongLong()),
-             units.volume(value(modem, "sent").toULongLong()));
-}
-
 QString stateOf(const Modem& modem, const Modems& unusable)
 {
     if (modem.id != 0)
@@ -126,29 +117,34 @@ QDateTime connectedSince(const Modem& modem)
     return isNumber ? QDateTime::fromSecsSinceEpoch(seconds) : QDateTime();
 }
 
-QString sinceText(const QDateTime& since, const QDateTime& now)
+QString sinceText(const QDateTime& since, const QDateTime& now, const QLocale& locale)
 {
     constexpr int minute = 60;
     constexpr int hour = 60 * minute;
-    const qint64 seconds = std::max<qint64>(0, since.secsTo(now));
-    const QString moment = since.date() == now.date() ? QLocale().toString(since.time(), QLocale::ShortFormat)
-                                                      : QLocale().toString(since, QLocale::ShortFormat);
+    const int seconds = int(std::max<qint64>(0, since.secsTo(now)));
+    const auto twoDigits = [&locale](int number) {
+        return locale.toString(number).rightJustified(2, locale.zeroDigit());
+    };
+    const QString moment = since.date() == now.date() ? locale.toString(since.time(), QLocale::ShortFormat)
+                                                      : locale.toString(since, QLocale::ShortFormat);
     return QStringLiteral("%1 (%2:%3:%4)")
-        .arg(moment)
-        .arg(seconds / hour)
-        .arg(seconds % hour / minute, 2, 10, QLatin1Char('0'))
-        .arg(seconds % minute, 2, 10, QLatin1Char('0'));
+        .arg(moment, locale.toString(seconds / hour), twoDigits(seconds % hour / minute),
+             twoDigits(seconds % minute));
 }
 
 Facts readFacts(const Modem& modem, const OperatorNames& names, const Units& units)
 {
-    const bool isConnected = value(modem, "connection") == Connected;
     Facts facts;
     facts.network = networkName(modem, names);
     facts.technology = technologyName(value(modem, "technology"));
     facts.signal = facts.network.isEmpty() ? QString() : signalWords(value(modem, "signal"));
     facts.roaming = roamingWords(value(modem, "registration"));
-    facts.address = isConnected ? value(modem, "connection.address") : QString();
-    facts.traffic = isConnected ? trafficWords(modem, units) : QString();
+    if (value(modem, "connection") != Connected)
+        return facts;
+    const quint64 received = value(modem, "received").toULongLong();
+    const quint64 sent = value(modem, "sent").toULongLong();
+    facts.address = value(modem, "connection.address");
+    facts.traffic = QStringLiteral("\u2193 %1   \u2191 %2").arg(units.volume(received), units.volume(sent));
+    facts.volume = units.volume(received + sent);
     return facts;
 }

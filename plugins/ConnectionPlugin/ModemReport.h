@@ -4,6 +4,7 @@
 #include "support/Modems.h"
 
 #include <QDateTime>
+#include <QLocale>
 
 class OperatorNames;
 class Units;
@@ -15,8 +16,8 @@ ConnectionReport readReport(const Modem& modem);
 /// When the connection was established; invalid if unknown.
 QDateTime connectedSince(const Modem& modem);
 
-/// A moment and the time since then, "14:05 (0:12:31)".
-QString sinceText(const QDateTime& since, const QDateTime& now);
+/// A moment and the time since then, "14:05 (0:12:31)"; a moment on another day has its date.
+QString sinceText(const QDateTime& since, const QDateTime& now, const QLocale& locale);
 
 /// What the page says about network and connection, in the user's language; empty strings where nothing is known.
 struct Facts
@@ -26,7 +27,8 @@ struct Facts
     QString signal;
     QString roaming;
     QString address;
-    QString traffic;
+    QString traffic; ///< in both directions
+    QString volume;  ///< the sum of both
 };
 
 Facts readFacts(const Modem& modem, const OperatorNames& names, const Units& units);

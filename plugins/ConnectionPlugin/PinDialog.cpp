@@ -10,7 +10,6 @@
 
 #include <qrvl.h>
 
-#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -64,18 +63,14 @@ QWidget* PinDialog::makeContent()
 {
     auto* content = new QWidget;
     content->setFixedWidth(Width);
-    m_form = new QFormLayout;
-    m_form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    m_form->setVerticalSpacing(Look::Gap / 2);
-    m_pin = addField(m_form, "IDS_CONN_PIN");
-    m_puk = addField(m_form, "IDS_CONN_PUK");
-    m_newPin = addField(m_form, "IDS_CONN_NEW_PIN");
-    m_repeatedPin = addField(m_form, "IDS_CONN_REPEATED_PIN");
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     layout->setSpacing(Look::Gap);
     layout->addWidget(m_sentence);
-    layout->addLayout(m_form);
+    m_pin = addField(layout, "IDS_CONN_PIN");
+    m_puk = addField(layout, "IDS_CONN_PUK");
+    m_newPin = addField(layout, "IDS_CONN_NEW_PIN");
+    m_repeatedPin = addField(layout, "IDS_CONN_REPEATED_PIN");
     layout->addWidget(m_tries);
     layout->addWidget(m_note);
     layout->addSpacing(Look::Gap);
@@ -83,7 +78,7 @@ QWidget* PinDialog::makeContent()
     return content;
 }
 
-QLineEdit* PinDialog::addField(QFormLayout* form, const char* caption)
+QLineEdit* PinDialog::addField(QLayout* column, const char* caption)
 {
     auto* field = new QLineEdit;
     field->setEchoMode(QLineEdit::Password);
@@ -94,7 +89,13 @@ QLineEdit* PinDialog::addField(QFormLayout* form, const char* caption)
     field->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
     QLabel* const label = Look::quietLabel(QString());
     label->setBuddy(field);
-    form->addRow(label, field);
+    auto* block = new QWidget;
+    auto* rows = new QVBoxLayout(block);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(Look::Gap / 2);
+    rows->addWidget(label);
+    rows->addWidget(field);
+    column->addWidget(block);
     connect(field, &QLineEdit::textChanged, this, &PinDialog::enable);
     keepTranslated(label, [=] {
         label->setText(text(caption));
@@ -143,11 +144,9 @@ void PinDialog::followCard()
     if (sim != m_asksFor) {
         m_asksFor = sim;
         wipeFields();
-        m_pin->setVisible(!asksPuk() && asks);
+        m_pin->parentWidget()->setVisible(asks && !asksPuk());
         for (QLineEdit* field : {m_puk, m_newPin, m_repeatedPin})
-            field->setVisible(asksPuk());
-        for (QLineEdit* field : {m_pin, m_puk, m_newPin, m_repeatedPin})
-            m_form->labelForField(field)->setVisible(!field->isHidden());
+            field->parentWidget()->setVisible(asksPuk());
         (asksPuk() ? m_puk : m_pin)->setFocus();
     }
     showTexts();

@@ -6,7 +6,6 @@
 #include <QVector>
 
 class DeviceEvents;
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -26,7 +25,7 @@ public:
 
 private:
     QWidget* makeContent();
-    QLineEdit* addField(QFormLayout* form, const char* caption);
+    QLineEdit* addField(QLayout* column, const char* caption);
     QLayout* makeButtons();
 
     void followCard();
@@ -47,7 +46,6 @@ private:
     QLabel* m_sentence;
     QLabel* m_tries;
     QLabel* m_note; ///< what was wrong
-    QFormLayout* m_form = nullptr;
     QLineEdit* m_pin = nullptr;
     QLineEdit* m_puk = nullptr;
     QLineEdit* m_newPin = nullptr;

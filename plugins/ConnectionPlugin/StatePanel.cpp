@@ -3,8 +3,10 @@
 #include "support/ResultWords.h"
 #include "support/Text.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <QVariant>
@@ -12,9 +14,11 @@
 
 namespace {
 
+constexpr int NarrowPanel = 460; ///< narrower ones save height
 constexpr int PictureSize = 64;
+constexpr int NarrowPictureSize = 48;
 constexpr QSize ButtonSize{220, 44};
-constexpr int LongestLine = 460; ///< of the sentence, in pixels
+constexpr int LongestLine = 520; ///< of the sentence, in pixels
 constexpr qreal TitleScale = 1.9;
 
 struct Button
@@ -77,17 +81,18 @@ StatePanel::StatePanel(QWidget* parent)
     auto* line = new QHBoxLayout; // lets the sentence be as wide as it may
     line->addWidget(m_sentence, 1);
     layout->addLayout(line);
-    layout->addSpacing(Look::Gap);
+    layout->addSpacing(Look::Gap / 2);
     layout->addWidget(m_button, 0, Qt::AlignHCenter);
     layout->addStretch();
+    m_button->installEventFilter(this);
     connect(m_button, &QPushButton::clicked, this, [this] { Q_EMIT pressed(m_action); });
 }
 
 void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
 {
     const ResultWords words = meaning.failure ? resultWords(meaning.failure) : ResultWords();
-    m_picture->setPixmap(
-        Look::tileIcon(meaning.sign).pixmap(window()->windowHandle(), {PictureSize, PictureSize}));
+    m_sign = meaning.sign;
+    showPicture();
     m_title->setText(meaning.title ? text(meaning.title) : words.title);
     if (sentence.isEmpty())
         m_sentence->setText(meaning.sentence ? text(meaning.sentence) : words.hint);
@@ -95,6 +100,31 @@ void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
         m_sentence->setText(sentence);
     m_button->setAccessibleDescription(m_sentence->text());
     showButton(meaning);
+}
+
+void StatePanel::showPicture()
+{
+    const int size = m_isNarrow ? NarrowPictureSize : PictureSize;
+    m_picture->setPixmap(Look::tileIcon(m_sign).pixmap(window()->windowHandle(), {size, size}));
+}
+
+void StatePanel::resizeEvent(QResizeEvent* event)
+{
+    Surface::resizeEvent(event);
+    const bool isNarrow = event->size().width() < NarrowPanel;
+    if (isNarrow == m_isNarrow)
+        return;
+    m_isNarrow = isNarrow;
+    const int margin = isNarrow ? Look::Gap : Look::Gap * 2;
+    layout()->setContentsMargins(Look::Margin, margin, Look::Margin, margin);
+    showPicture();
+}
+
+bool StatePanel::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress)
+        return static_cast<QKeyEvent*>(event)->isAutoRepeat();
+    return event->type() == QEvent::MouseButtonDblClick;
 }
 
 void StatePanel::showButton(const Meaning& meaning)

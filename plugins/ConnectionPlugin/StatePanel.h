@@ -20,10 +20,19 @@ public:
 Q_SIGNALS:
     void pressed(Action action);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+    /// Ignores the second click of a double click and keys that are held down: by then the button does the opposite.
+    bool eventFilter(QObject* button, QEvent* event) override;
+
 private:
+    void showPicture();
     void showButton(const Meaning& meaning);
 
     Action m_action = Action::Connect;
+    Look::Sign m_sign = Look::Sign::Disconnected;
+    bool m_isNarrow = false;
     QLabel* m_picture;
     QLabel* m_title;
     QLabel* m_sentence;
