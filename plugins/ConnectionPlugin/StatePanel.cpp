@@ -91,13 +91,17 @@ StatePanel::StatePanel(QWidget* parent)
 void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
 {
     const ResultWords words = meaning.failure ? resultWords(meaning.failure) : ResultWords();
-    m_sign = meaning.sign;
-    showPicture();
+    if (m_sign != meaning.sign) { // drawing it takes longer than the rest
+        m_sign = meaning.sign;
+        showPicture();
+    }
     m_title->setText(meaning.title ? text(meaning.title) : words.title);
     if (sentence.isEmpty())
         m_sentence->setText(meaning.sentence ? text(meaning.sentence) : words.hint);
     else
         m_sentence->setText(sentence);
+    setAccessibleName(m_title->text());
+    setAccessibleDescription(m_sentence->text());
     m_button->setAccessibleDescription(m_sentence->text());
     showButton(meaning);
 }

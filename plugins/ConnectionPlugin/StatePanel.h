@@ -31,7 +31,7 @@ private:
     void showButton(const Meaning& meaning);
 
     Action m_action = Action::Connect;
-    Look::Sign m_sign = Look::Sign::Disconnected;
+    Look::Sign m_sign = Look::Sign::Globe; ///< that no state has
     bool m_isNarrow = false;
     QLabel* m_picture;
     QLabel* m_title;
