@@ -9,6 +9,7 @@
 
 Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent)
     : QScrollArea(parent)
+    , m_heading(new QHBoxLayout)
     , m_content(new QVBoxLayout)
 {
     setWindowIcon(Look::tileIcon(sign));
@@ -18,12 +19,17 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     auto* column = new QWidget;
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(Look::Margin, Look::Margin, Look::Margin, Look::Margin);
-    layout->setSpacing(Look::Gap / 2);
+    layout->setSpacing(0);
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(Look::Gap / 2);
     QLabel* titleLabel = Look::label(QString(), 1.5, QFont::DemiBold);
     QLabel* leadLabel = Look::quietLabel(QString(), true);
-    layout->addWidget(titleLabel);
-    layout->addWidget(leadLabel);
-    layout->addSpacing(Look::Gap * 2);
+    titles->addWidget(titleLabel);
+    titles->addWidget(leadLabel);
+    m_heading->setSpacing(Look::Gap * 2);
+    m_heading->addLayout(titles, 1);
+    layout->addLayout(m_heading);
+    layout->addSpacing(Look::Gap * 2 + Look::Gap / 2);
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
@@ -34,6 +40,11 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
         titleLabel->setText(windowTitle());
         leadLabel->setText(text(lead));
     });
+}
+
+void Page::setCorner(QWidget* corner)
+{
+    m_heading->addWidget(corner);
 }
 
 void Page::clearContent()

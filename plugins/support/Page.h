@@ -5,6 +5,7 @@
 #include <QScrollArea>
 
 class QGridLayout;
+class QHBoxLayout;
 class QVBoxLayout;
 
 /// A page of the main window: a heading, a sentence that explains the page, and a column of content that
@@ -23,10 +24,14 @@ protected:
     /// The column below the heading; empty at first. Widgets added to it belong to the page.
     QVBoxLayout* content() const { return m_content; }
 
+    /// Shows a widget beside the heading, at the other end of the line. It belongs to the page.
+    void setCorner(QWidget* corner);
+
     /// Deletes all widgets in the column.
     void clearContent();
 
 private:
+    QHBoxLayout* m_heading;
     QVBoxLayout* m_content;
 };
 
