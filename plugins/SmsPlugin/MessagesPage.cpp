@@ -20,6 +20,7 @@ constexpr int KeyRole = MessageDelegate::TextRole + 1;
 QListWidget* makeList()
 {
     auto* list = new QListWidget;
+    list->setObjectName(QLatin1String("messageList"));
     list->setItemDelegate(new MessageDelegate(list));
     list->setFrameShape(QFrame::NoFrame);
     list->setMouseTracking(true);
@@ -93,7 +94,7 @@ void MessagesPage::openChosen()
     if (m_messages.isEmpty())
         return;
     QWidget* const mainWindow = CommonUtils::GetMainWindow();
-    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window());
+    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window(), this);
 }
 
 void MessagesPage::readMessages()
