@@ -84,6 +84,7 @@ QWidget* MessagesPage::makePane()
 QWidget* MessagesPage::makeOpenButton()
 {
     auto* button = new QPushButton;
+    button->setAutoDefault(true); // the Return key presses it while it has the focus
     connect(button, &QPushButton::clicked, this, &MessagesPage::openChosen);
     keepTranslated(button, [button] { setCaption(button, "IDS_SMS_OPEN"); });
     return button;

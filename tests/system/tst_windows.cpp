@@ -133,7 +133,8 @@ void TestWindows::resizing_data()
     row("bottom left", {12, bottom - 1}, {-8, 6}, Usual + QMargins(8, 0, 0, 6));
     row("bottom right", {right - 12, bottom - 1}, {-6, 6}, Usual + QMargins(0, 0, -6, 6));
     row("no further than the smallest width", {1, 300}, {800, 0}, {Usual.right() + 1, Usual.top(), 0, 560});
-    row("no further than the smallest height", {300, bottom - 1}, {0, -300}, {Usual.topLeft(), QSize(900, 0)});
+    row("no further than the smallest height", {300, bottom - 1}, {0, -300},
+        {Usual.topLeft(), QSize(900, 0)});
     row("inside the border", {4, 300}, {-8, 0}, Usual);
 }
 
@@ -144,8 +145,8 @@ void TestWindows::resizing()
     QFETCH(QRect, resized);
     const QSize smallest = window()->minimumSize().expandedTo(window()->minimumSizeHint());
     if (resized.isEmpty()) // as small as possible
-        resized += resized.width() == 0 ? QMargins(smallest.width(), 0, 0, 0)
-                                        : QMargins(0, 0, 0, smallest.height());
+        resized +=
+            resized.width() == 0 ? QMargins(smallest.width(), 0, 0, 0) : QMargins(0, 0, 0, smallest.height());
     drag(window(), grip, distance);
     QCOMPARE(window()->geometry(), resized);
     titleButton(window(), "Maximize")->click();
