@@ -5,7 +5,8 @@
 # shellcheck disable=SC2034
 {
     build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev)
-    test_packages=(python3-cryptography-vectors) # published test vectors
+    test_packages=(python3-cryptography-vectors # published test vectors
+        xvfb openbox xdotool)                   # a display with a window manager, and input
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
         pkg-config python3 qt6-l10n-tools)
     screenshot_packages=(xvfb xdotool imagemagick)
