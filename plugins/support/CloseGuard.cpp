@@ -5,8 +5,8 @@
 #include "common/CommonUtils.h"
 #include "support/Text.h"
 
-#include <QAbstractButton>
 #include <QEvent>
+#include <QPushButton>
 
 CloseGuard::CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent)
     : QObject(parent)
@@ -28,9 +28,10 @@ void CloseGuard::ask(QWidget* window)
     auto* const box = new DkMessageBox;
     box->setIcon(QMessageBox::Question);
     box->setText(text(m_question.text));
-    const QAbstractButton* const leave =
-        CommonUtils::addMessageboxButton(box, {text(m_question.leave), text(m_question.stay)}).first();
-    connect(leave, &QAbstractButton::clicked, this, [this, window] {
+    const QList<QAbstractButton*> buttons =
+        CommonUtils::addMessageboxButton(box, {text(m_question.leave), text(m_question.stay)});
+    box->setDefaultButton(static_cast<QPushButton*>(buttons.last()));
+    connect(buttons.first(), &QAbstractButton::clicked, this, [this, window] {
         m_mayClose = true;
         window->close();
         m_mayClose = false;

@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr const char* HasDisplay = "TEST_HAS_DISPLAY";
+
 /// A program that runs as long as the test.
 class Server : public QProcess
 {
@@ -45,6 +47,27 @@ bool isManaged()
         QTest::qSleep(20);
     }
     return false;
+}
+
+/// Runs this program again, on a display of its own, which must be there longer than the application.
+int runOnDisplay(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    Server display;
+    const QByteArray number =
+        display.run("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    qputenv("DISPLAY", ':' + number);
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv(HasDisplay, "1");
+    Server windowManager;
+    windowManager.start("openbox", {"--sm-disable"});
+    if (number.isEmpty() || !isManaged())
+        qFatal("Xvfb or openbox cannot be started");
+    QProcess test;
+    test.setProcessChannelMode(QProcess::ForwardedChannels);
+    test.start(application.applicationFilePath(), application.arguments().mid(1));
+    test.waitForFinished(-1);
+    return test.exitStatus() == QProcess::NormalExit ? test.exitCode() : EXIT_FAILURE;
 }
 
 QAbstractButton* titleButton(const QWidget* window, const char* name)
@@ -223,16 +246,9 @@ void TestWindowsX11::dialogs()
 
 int main(int argc, char** argv)
 {
+    if (!qEnvironmentVariableIsSet(HasDisplay))
+        return runOnDisplay(argc, argv);
     const TestHome home("[system]\nEnableMaxButton=true\n");
-    Server display;
-    const QByteArray number =
-        display.run("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
-    qputenv("DISPLAY", ':' + number);
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    Server windowManager;
-    windowManager.start("openbox", {"--sm-disable"});
-    if (number.isEmpty() || !isManaged())
-        qFatal("Xvfb or openbox cannot be started");
     QApplication application(argc, argv);
     TestWindowsX11 test;
     return QTest::qExec(&test, argc, argv);
