@@ -1,7 +1,9 @@
 #include "support/Look.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
 
 // Signs are drawn in a square of 24 by 24 units with a white pen of 1.8 units, filled parts with a white
 // brush.
@@ -82,6 +84,8 @@ void drawMessage(QPainter& painter)
     painter.drawPolyline(QPolygonF({QPointF(5.4, 8), QPointF(12, 13), QPointF(18.6, 8)}));
 }
 
+constexpr int LargestTile = 64; ///< in device-independent pixels
+
 struct Picture
 {
     Look::Sign sign;
@@ -116,12 +120,14 @@ QPixmap tile(const Picture& picture, int size)
 
 QIcon Look::tileIcon(Sign sign)
 {
+    const int largest = qCeil(LargestTile * qGuiApp->devicePixelRatio()); // of the densest screen
     QIcon icon;
     for (const Picture& picture : Pictures) {
         if (picture.sign != sign)
             continue;
         for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})
-            icon.addPixmap(tile(picture, size));
+            if (size <= largest)
+                icon.addPixmap(tile(picture, size));
     }
     // The same pixels when selected: the tile carries its own background.
     for (const QSize& size : icon.availableSizes())

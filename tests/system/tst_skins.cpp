@@ -9,7 +9,11 @@
 #include <QMap>
 #include <QPalette>
 #include <QRegularExpression>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QStyleOptionViewItem>
+
+#include <memory>
 
 namespace {
 
@@ -47,11 +51,11 @@ QColor blend(const QColor& over, const QColor& under)
     return Look::mixed(under, over, over.alphaF());
 }
 
-/// The desktop's colours, or dark ones like a dark desktop's.
+/// Colours as of a light and of a dark desktop, the same on every machine.
 QPalette desktop(bool isDark)
 {
     if (!isDark)
-        return QApplication::palette();
+        return std::unique_ptr<QStyle>(QStyleFactory::create("Fusion"))->standardPalette();
     QPalette palette(QColor(0x31, 0x36, 0x3b), QColor(0x2a, 0x2e, 0x32));
     palette.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
     palette.setColor(QPalette::ToolTipBase, QColor(0x31, 0x36, 0x3b));
