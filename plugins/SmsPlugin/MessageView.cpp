@@ -8,6 +8,7 @@
 #include "support/Text.h"
 
 #include <QDateTime>
+#include <QEvent>
 #include <QLabel>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -56,6 +57,21 @@ MessageView::MessageView(QWidget* parent)
     layout->addWidget(m_text, 1);
 }
 
+/// Rich text takes the colour of links from the desktop, which does not suit every skin.
+void MessageView::showText()
+{
+    const QColor link = Look::toneColor(Look::Tone::Info, m_text->palette());
+    m_text->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1 }").arg(link.name()));
+    m_text->setHtml(m_shown);
+}
+
+void MessageView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        showText();
+    QWidget::changeEvent(event);
+}
+
 void MessageView::setMessage(const Message& message)
 {
     m_sender->setFullText(message.sender);
@@ -63,6 +79,6 @@ void MessageView::setMessage(const Message& message)
     const QString rich = richMessage(message.text);
     if (m_shown == rich)
         return;
-    m_text->setHtml(rich);
     m_shown = rich;
+    showText();
 }

@@ -23,7 +23,12 @@ public:
     /// Shows another message; the same one is left as the user has scrolled it.
     void setMessage(const Message& message);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void showText();
+
     ElidedLabel* m_sender;
     QLabel* m_time;
     QTextBrowser* m_text;

@@ -26,13 +26,15 @@ MessageWindow::MessageWindow(const Message& message, QWidget* parent)
     });
 }
 
-void MessageWindow::open(const Message& message, QWidget* parent)
+void MessageWindow::open(const Message& message, QWidget* parent, const QObject* page)
 {
     auto* window = parent->findChild<MessageWindow*>(message.key, Qt::FindDirectChildrenOnly);
-    if (!window)
+    if (!window) {
         window = new MessageWindow(message, parent);
-    else if (window->GetTileBar() && window->GetTileBar()->IsMinimized())
+        connect(page, &QObject::destroyed, window, [window] { delete window; });
+    } else if (window->GetTileBar() && window->GetTileBar()->IsMinimized()) {
         window->GetTileBar()->showRestore();
+    }
     window->show();
     window->activateWindow();
     window->raise();

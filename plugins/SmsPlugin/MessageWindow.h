@@ -10,7 +10,8 @@ class MessageWindow : public ExtendDialog
 
 public:
     /// Shows a message. If it already has a window, that one comes to the front.
-    static void open(const Message& message, QWidget* parent);
+    /// @param page closes the window when it is deleted, as it is before the plugin is unloaded
+    static void open(const Message& message, QWidget* parent, const QObject* page);
 
 private:
     MessageWindow(const Message& message, QWidget* parent);

@@ -20,6 +20,7 @@ constexpr int KeyRole = MessageDelegate::TextRole + 1;
 QListWidget* makeList()
 {
     auto* list = new QListWidget;
+    list->setObjectName(QLatin1String("messageList"));
     list->setItemDelegate(new MessageDelegate(list));
     list->setFrameShape(QFrame::NoFrame);
     list->setMouseTracking(true);
@@ -83,6 +84,7 @@ QWidget* MessagesPage::makePane()
 QWidget* MessagesPage::makeOpenButton()
 {
     auto* button = new QPushButton;
+    button->setAutoDefault(true); // the Return key presses it while it has the focus
     connect(button, &QPushButton::clicked, this, &MessagesPage::openChosen);
     keepTranslated(button, [button] { setCaption(button, "IDS_SMS_OPEN"); });
     return button;
@@ -93,7 +95,7 @@ void MessagesPage::openChosen()
     if (m_messages.isEmpty())
         return;
     QWidget* const mainWindow = CommonUtils::GetMainWindow();
-    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window());
+    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window(), this);
 }
 
 void MessagesPage::readMessages()

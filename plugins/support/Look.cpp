@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr qreal QuietShare = 0.35; // of the background colour in quiet text
+constexpr qreal QuietShare = 0.2; // of the background colour in quiet text
 
 /// Dims a label's text colour, also when the palette changes. (The palette's own role for such text,
 /// PlaceholderText, is not set on all platforms.)
@@ -60,11 +60,11 @@ QColor Look::toneColor(Tone tone, const QPalette& palette)
     const bool dark = isDark(palette);
     switch (tone) {
     case Tone::Good:
-        return dark ? QColor(0x5f, 0xd0, 0x8a) : QColor(0x17, 0x7a, 0x41);
+        return dark ? QColor(0x5f, 0xd0, 0x8a) : QColor(0x14, 0x6b, 0x39);
     case Tone::Info:
-        return dark ? QColor(0x74, 0xb4, 0xff) : QColor(0x1b, 0x5f, 0xc4);
+        return dark ? QColor(0x8c, 0xc1, 0xff) : QColor(0x1b, 0x5f, 0xc4);
     case Tone::Bad:
-        return dark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb3, 0x26, 0x1e);
+        return dark ? QColor(0xff, 0x9d, 0x94) : QColor(0xb3, 0x26, 0x1e);
     case Tone::Quiet:
         break;
     }
@@ -106,6 +106,13 @@ void Look::makeQuiet(QLabel* label)
 {
     label->setProperty("quiet", true); // for style sheets
     new Dimmer(label);
+}
+
+void Look::makeSelectable(QLabel* label)
+{
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setFocusPolicy(Qt::StrongFocus);
+    label->setProperty("selectable", true);
 }
 
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)

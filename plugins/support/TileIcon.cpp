@@ -1,9 +1,13 @@
 #include "support/Look.h"
 #include "support/TileSigns_p.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QtMath>
 
 namespace {
+
+constexpr int LargestTile = 64; ///< in device-independent pixels
 
 struct Picture
 {
@@ -54,12 +58,14 @@ QPixmap tile(const Picture& picture, int size)
 
 QIcon Look::tileIcon(Sign sign)
 {
+    const int largest = qCeil(LargestTile * qGuiApp->devicePixelRatio()); // of the densest screen
     QIcon icon;
     for (const Picture& picture : Pictures) {
         if (picture.sign != sign)
             continue;
         for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})
-            icon.addPixmap(tile(picture, size));
+            if (size <= largest)
+                icon.addPixmap(tile(picture, size));
     }
     // The same pixels when selected: the tile carries its own background.
     for (const QSize& size : icon.availableSizes())

@@ -3,7 +3,7 @@
 
 # start_display: starts a virtual X server and sets DISPLAY.
 start_display() {
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/display.log" &
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -wr -nolisten tcp 3>"$scratch/display" 2>"$scratch/display.log" &
     background+=($!)
     wait_until 10 test -s "$scratch/display" || fail "the virtual display did not start"
     DISPLAY=:$(<"$scratch/display")

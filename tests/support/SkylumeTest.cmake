@@ -60,36 +60,40 @@ function(skylume_add_core_test)
         TIMEOUT ${arg_TIMEOUT})
 endfunction()
 
-# skylume_add_application_test(NAME <name> SOURCES <source>... [FAULTY <plugin>] [LIBRARIES <target>...])
+# skylume_copy_installation(<folder> [REPLACING <plugin>])
 #
-# Adds a test that contains the application, in a copy of the installation, the folder tests/<name>/ in the build tree. The
-# library of the plugin FAULTY is replaced by one that throws exceptions. Add all plugins and data files first.
-function(skylume_add_application_test)
-    cmake_parse_arguments(PARSE_ARGV 0 arg "" "NAME;FAULTY" "SOURCES;LIBRARIES")
-    set(folder "${PROJECT_BINARY_DIR}/tests/${arg_NAME}")
-    add_executable(${arg_NAME} ${arg_SOURCES})
-    target_link_libraries(${arg_NAME} PRIVATE Skylume::Core Qt5::Test ${arg_LIBRARIES})
-    set_target_properties(${arg_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${folder}")
-
-    get_property(app_files GLOBAL PROPERTY SKYLUME_APP_FILES)
+# Copies the installation to tests/<folder> in the build tree. The copy's plugin is replaced by one that fails.
+function(skylume_copy_installation name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "REPLACING" "")
+    set(folder "${PROJECT_BINARY_DIR}/tests/${name}")
     set(replace "")
-    if(arg_FAULTY)
-        set(replace COMMAND "${CMAKE_COMMAND}" -E copy "$<TARGET_FILE:FaultyPlugin>"
-            "${folder}/$<TARGET_FILE_NAME:${arg_FAULTY}>")
-        list(APPEND app_files FaultyPlugin)
+    if(arg_REPLACING)
+        set(replace COMMAND "${CMAKE_COMMAND}" -E copy
+            "$<TARGET_FILE:FaultyPlugin>" "${folder}/$<TARGET_FILE_NAME:${arg_REPLACING}>")
     endif()
-    set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${arg_NAME}.installed")
+    get_property(app_files GLOBAL PROPERTY SKYLUME_APP_FILES)
+    set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${name}.installed")
     add_custom_command(OUTPUT "${stamp}"
         COMMAND "${CMAKE_COMMAND}" -E copy_directory "${SKYLUME_APP_DIR}" "${folder}"
         ${replace}
         COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
-        DEPENDS ${app_files}
+        DEPENDS ${app_files} FaultyPlugin
         VERBATIM)
-    add_custom_target(${arg_NAME}_installation DEPENDS "${stamp}")
-    add_dependencies(${arg_NAME} ${arg_NAME}_installation)
+    add_custom_target(${name}_installation DEPENDS "${stamp}")
+endfunction()
 
-    add_test(NAME ${arg_NAME} COMMAND ${arg_NAME})
-    set_tests_properties(${arg_NAME} PROPERTIES
+# skylume_add_application_test(<name> INSTALLATION <folder>)
+#
+# Adds a test that runs the application in its own process, from a copy of the installation.
+function(skylume_add_application_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "INSTALLATION" "")
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE runningapplication)
+    set_target_properties(${name} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests/${arg_INSTALLATION}")
+    add_dependencies(${name} ${arg_INSTALLATION}_installation)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
         ENVIRONMENT "${SKYLUME_TEST_ENVIRONMENT}"
         TIMEOUT 300)
 endfunction()

@@ -7,10 +7,12 @@
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 #include "common/settings/Setting_p.h"
+#include "platform/SystemMenu_p.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QTimer>
 #include <QToolButton>
 
 namespace {
@@ -85,8 +87,11 @@ void TitleBar::connectButtons()
     connect(m_pButtonMaximize, &QToolButton::clicked, this, &TitleBar::showMax);
     connect(m_pButtonRestore, &QToolButton::clicked, this, &TitleBar::showRestore);
     // A press on the icon that closes the menu must not open it again.
-    connect(m_pSystemMenu, &SystemMenu::closed, this,
-            [this] { m_bMenuShown = isIconPressed(mapFromGlobal(QCursor::pos())); });
+    connect(m_pSystemMenu, &SystemMenu::closed, this, [this] {
+        m_bMenuShown = isIconPressed(mapFromGlobal(QCursor::pos()));
+        // Not every platform passes that press on. Then the next one opens the menu.
+        QTimer::singleShot(Platform::MenuPressDelayMs, this, [this] { m_bMenuShown = false; });
+    });
 }
 
 void TitleBar::changeEvent(QEvent* event)

@@ -25,6 +25,9 @@ SKYLUME_EXPORT void* systemMenu(WId window);
 /// @return false when the menu has no such entry
 SKYLUME_EXPORT bool enableMenuEntry(void* menu, unsigned int entry, MenuEntryState state);
 
+/// How long after a menu has been closed the mouse press that closed it may still arrive, in milliseconds.
+extern SKYLUME_EXPORT const int MenuPressDelayMs;
+
 /// Opens a window's system menu, waits until it is closed, and posts the chosen command to the window. Call it
 /// on the GUI thread.
 /// @param point in screen coordinates

@@ -1,5 +1,7 @@
 #include "platform/SystemMenu_p.h"
 
+const int Platform::MenuPressDelayMs = 0; // Qt passes it on at once or never
+
 void* Platform::systemMenu(WId)
 {
     return nullptr;

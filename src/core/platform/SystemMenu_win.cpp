@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+const int Platform::MenuPressDelayMs = 100; // a message of its own
+
 void* Platform::systemMenu(WId window)
 {
     return GetSystemMenu(reinterpret_cast<HWND>(window), FALSE);

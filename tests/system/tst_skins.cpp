@@ -1,0 +1,204 @@
+// Whether the text of every skin can be read: contrasts between the colours of the style sheets, and between those
+// that plugins derive from them.
+#include "../support/DataTable.h"
+#include "Contrast.h"
+#include "support/Look.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMap>
+#include <QPalette>
+#include <QRegularExpression>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QStyleOptionViewItem>
+
+#include <memory>
+
+namespace {
+
+using Rule = QMap<QString, QString>; ///< values by property
+using Rules = QVector<QPair<QString, Rule>>;
+
+Rules readRules(const QString& name)
+{
+    QFile file(QCoreApplication::applicationDirPath() + "/skin/" + name);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    Rules rules;
+    const QString text = QString::fromUtf8(file.readAll()).remove(QRegularExpression(R"((?s)/\*.*?\*/)"));
+    auto blocks = QRegularExpression(R"(([^{}]+)\{([^}]*)\})").globalMatch(text);
+    while (blocks.hasNext()) {
+        const QRegularExpressionMatch block = blocks.next();
+        Rule rule;
+        for (const QString& declaration : block.captured(2).split(';'))
+            rule[declaration.section(':', 0, 0).trimmed()] = declaration.section(':', 1).trimmed();
+        rules.append({block.captured(1).simplified(), rule});
+    }
+    return rules;
+}
+
+QString valueOf(const Rules& rules, const QString& selector, const QString& property)
+{
+    for (const auto& [name, rule] : rules)
+        if (name.split(", ").contains(selector) && rule.contains(property))
+            return rule[property];
+    return {};
+}
+
+QColor blend(const QColor& over, const QColor& under)
+{
+    return Look::mixed(under, over, over.alphaF());
+}
+
+/// Colours as of a light and of a dark desktop, the same on every machine.
+QPalette desktop(bool isDark)
+{
+    if (!isDark)
+        return std::unique_ptr<QStyle>(QStyleFactory::create("Fusion"))->standardPalette();
+    QPalette palette(QColor(0x31, 0x36, 0x3b), QColor(0x2a, 0x2e, 0x32));
+    palette.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x31, 0x36, 0x3b));
+    palette.setColor(QPalette::ToolTipText, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    return palette;
+}
+
+/// A value of a style sheet. No value means transparent.
+QColor colorOf(const QString& value, const QPalette& palette)
+{
+    static const QMap<QString, QPalette::ColorRole> roles{
+        {"base", QPalette::Base},
+        {"window", QPalette::Window},
+        {"button", QPalette::Button},
+        {"highlight", QPalette::Highlight},
+        {"highlighted-text", QPalette::HighlightedText},
+        {"tool-tip-base", QPalette::ToolTipBase},
+        {"tool-tip-text", QPalette::ToolTipText},
+    };
+    const QStringList parts = value.split(QRegularExpression("[(),\\s]+"), Qt::SkipEmptyParts);
+    if (parts.value(0) == "palette")
+        return palette.color(roles.value(parts.value(1), QPalette::NoRole));
+    if (parts.value(0) == "rgba")
+        return {parts[1].toInt(), parts[2].toInt(), parts[3].toInt(), parts[4].toInt()};
+    return value.isEmpty() ? QColor(Qt::transparent) : QColor(value);
+}
+
+/// The colours that a skin gives to the widgets of plugins.
+QPalette paletteOf(const Rules& rules, QPalette palette)
+{
+    const auto set = [&](QPalette::ColorRole role, const char* selector, const char* property) {
+        const QString value = valueOf(rules, selector, property);
+        if (!value.isEmpty())
+            palette.setColor(role, colorOf(value, palette));
+    };
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+        set(role, "QWidget", "color");
+    set(QPalette::Window, "QWidget", "background");
+    set(QPalette::Base, "Surface", "background");
+    set(QPalette::Button, "QPushButton", "background");
+    set(QPalette::Highlight, "QWidget", "selection-background-color");
+    set(QPalette::HighlightedText, "QWidget", "selection-color");
+    return palette;
+}
+
+QVector<QColor> surfaces(const QPalette& palette)
+{
+    return {palette.color(QPalette::Window), palette.color(QPalette::Base), palette.color(QPalette::Button)};
+}
+
+/// The smallest contrast of a colour with backgrounds.
+double smallest(const QColor& color, const QVector<QColor>& backgrounds)
+{
+    double contrast = 21;
+    for (const QColor& background : backgrounds)
+        contrast = std::min(contrast, Contrast::of(blend(color, background), background));
+    return contrast;
+}
+
+} // namespace
+
+class TestSkins : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void contrast_data();
+    void contrast();
+    void derivedColours_data() { contrast_data(); }
+    void derivedColours();
+
+private:
+    static void check(const QString& what, double contrast, double required = Contrast::ForText)
+    {
+        if (contrast < required)
+            QTest::qFail(qPrintable(QString("%1: %2").arg(what).arg(contrast, 0, 'f', 2)), __FILE__,
+                         __LINE__);
+    }
+};
+
+void TestSkins::contrast_data()
+{
+    const auto row = dataTable<QString, bool>("file", "darkDesktop");
+    row("light desktop", "default.qss", false);
+    row("dark desktop", "default.qss", true);
+    row("blue", "Blue.qss", false);
+    row("graphite", "Graphite.qss", false);
+}
+
+/// Text on the background of its rule, on whatever shows through it.
+void TestSkins::contrast()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, darkDesktop);
+    const Rules rules = readRules(file);
+    QVERIFY(rules.size() > 20);
+    const QPalette palette = paletteOf(rules, desktop(darkDesktop));
+    for (const auto& [selector, rule] : rules) {
+        const bool isDesktops = rule["color"] == "palette(highlighted-text)"; // and so is its background
+        if (selector.contains("QScrollBar") || isDesktops)
+            continue;
+        const QColor own = colorOf(rule["background"], palette);
+        QVector<QColor> backgrounds = surfaces(palette);
+        for (QColor& background : backgrounds)
+            background = blend(own, background);
+        const QColor text =
+            rule.contains("color") ? colorOf(rule["color"], palette) : palette.color(QPalette::WindowText);
+        const bool isDisabled = selector.contains(":disabled");
+        check(selector, smallest(text, backgrounds), isDisabled ? Contrast::ForOthers : Contrast::ForText);
+        if (selector.contains(":focus") && rule.contains("border-color"))
+            check(selector + " frame", smallest(colorOf(rule["border-color"], palette), backgrounds),
+                  Contrast::ForOthers);
+    }
+    if (valueOf(rules, "QWidget", "selection-color").isEmpty())
+        return; // the desktop's
+    check("selection",
+          Contrast::of(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)));
+}
+
+/// Quiet text and coloured states, also on the entry of a list that is chosen.
+void TestSkins::derivedColours()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, darkDesktop);
+    const QPalette palette = paletteOf(readRules(file), desktop(darkDesktop));
+    QStyleOptionViewItem chosen;
+    chosen.palette = palette;
+    chosen.state = QStyle::State_Selected;
+    const QVector<QColor> entries{Look::entryBackground(chosen, QPalette::Base),
+                                  Look::entryBackground(chosen, QPalette::Window)};
+    check("chosen entry", smallest(palette.color(QPalette::Text), entries));
+    const QColor quiet = Look::toneColor(Look::Tone::Quiet, palette);
+    check("quiet text", smallest(quiet, surfaces(palette)));
+    check("quiet text of a chosen entry", smallest(quiet, {entries.first()}));
+    for (const auto tone : {Look::Tone::Good, Look::Tone::Info, Look::Tone::Quiet, Look::Tone::Bad}) {
+        const QColor color = Look::toneColor(tone, palette);
+        const QColor badge = Look::mixed(palette.color(QPalette::Base), color, 0.14);
+        check(QString("tone %1").arg(int(tone)), smallest(color, {badge, palette.color(QPalette::Base)}));
+    }
+}
+
+QTEST_MAIN(TestSkins)
+
+#include "tst_skins.moc"

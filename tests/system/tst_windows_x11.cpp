@@ -1,0 +1,256 @@
+// The windows under a real window manager, with real input: an X server and openbox that belong to this test, and
+// xdotool as the user's hands.
+#include "RunningApplication.h"
+
+#include "ExtendDialog/ExtendDialog.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QPointer>
+#include <QProcess>
+#include <QScreen>
+#include <QWindow>
+#include <QtTest>
+
+namespace {
+
+constexpr const char* HasDisplay = "TEST_HAS_DISPLAY";
+
+/// A program that runs as long as the test.
+class Server : public QProcess
+{
+public:
+    ~Server() override
+    {
+        terminate();
+        waitForFinished();
+    }
+
+    /// @return the first line of its output; empty if it does not write one
+    QByteArray run(const QString& program, const QStringList& arguments)
+    {
+        start(program, arguments);
+        while (!canReadLine() && waitForReadyRead())
+            ;
+        return readLine().trimmed();
+    }
+};
+
+/// Waits until a window manager answers.
+bool isManaged()
+{
+    for (int tries = 0; tries < 200; ++tries) {
+        if (QProcess::execute("xdotool", {"get_desktop"}) == 0)
+            return true;
+        QTest::qSleep(20);
+    }
+    return false;
+}
+
+/// Runs this program again, on a display of its own, which must be there longer than the application.
+int runOnDisplay(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    Server display;
+    const QByteArray number =
+        display.run("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    qputenv("DISPLAY", ':' + number);
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv(HasDisplay, "1");
+    Server windowManager;
+    windowManager.start("openbox", {"--sm-disable"});
+    if (number.isEmpty() || !isManaged())
+        qFatal("Xvfb or openbox cannot be started");
+    QProcess test;
+    test.setProcessChannelMode(QProcess::ForwardedChannels);
+    test.start(application.applicationFilePath(), application.arguments().mid(1));
+    test.waitForFinished(-1);
+    return test.exitStatus() == QProcess::NormalExit ? test.exitCode() : EXIT_FAILURE;
+}
+
+QAbstractButton* titleButton(const QWidget* window, const char* name)
+{
+    return window->findChild<QAbstractButton*>(QLatin1String("Core_Button") + QLatin1String(name));
+}
+
+} // namespace
+
+class TestWindowsX11 : public RunningApplication
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { end(); }
+    void moving();
+    void resizing_data();
+    void resizing();
+    void maximising();
+    void systemMenu();
+    void minimising();
+    void dialogs_data();
+    void dialogs();
+
+private:
+    /// Runs xdotool; each text is a command with its arguments.
+    static void input(const QStringList& commands);
+    static QString moveTo(const QPoint& place)
+    {
+        return QString("mousemove %1 %2").arg(place.x()).arg(place.y());
+    }
+    /// Where the X server has the window.
+    QRect place() const;
+
+    static void drag(const QPoint& from, const QPoint& distance);
+    void click(const char* button) const;
+
+    /// Where nothing but the title bar is.
+    QPoint grip() const;
+};
+
+void TestWindowsX11::init()
+{
+    qApp->setQuitOnLastWindowClosed(false);
+    simulate({});
+    start();
+    QVERIFY(window() && QTest::qWaitForWindowActive(window()));
+    window()->setGeometry(100, 80, 900, 560);
+    QTRY_COMPARE(place(), QRect(100, 80, 900, 560));
+}
+
+void TestWindowsX11::input(const QStringList& commands)
+{
+    QProcess tool;
+    tool.start("xdotool", commands.join(' ').split(' '));
+    QTRY_COMPARE(tool.state(), QProcess::NotRunning); // while this program handles the input
+    QCOMPARE(tool.exitCode(), 0);
+}
+
+QRect TestWindowsX11::place() const
+{
+    QProcess tool;
+    tool.start("xdotool", {"getwindowgeometry", "--shell", QString::number(window()->winId())});
+    tool.waitForFinished();
+    QMap<QByteArray, int> values;
+    for (const QByteArray& line : tool.readAll().split('\n'))
+        values[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
+    return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
+}
+
+void TestWindowsX11::drag(const QPoint& from, const QPoint& distance)
+{
+    input({moveTo(from), "mousedown 1", moveTo(from + distance / 2), moveTo(from + distance), "mouseup 1"});
+}
+
+void TestWindowsX11::click(const char* button) const
+{
+    const QWidget* const widget = titleButton(window(), button);
+    input({moveTo(widget->mapToGlobal(widget->rect().center())), "click 1"});
+}
+
+QPoint TestWindowsX11::grip() const
+{
+    const QWidget* const button = titleButton(window(), "Minimize");
+    return window()->mapToGlobal({window()->width() / 2, button->mapTo(window(), QPoint()).y() - 6});
+}
+
+void TestWindowsX11::moving()
+{
+    const QRect before = window()->geometry();
+    drag(grip(), {60, 40});
+    QTRY_COMPARE(place(), before.translated(60, 40));
+    QCOMPARE(window()->geometry(), before.translated(60, 40));
+}
+
+void TestWindowsX11::resizing_data()
+{
+    QTest::addColumn<QPoint>("from");
+    QTest::addColumn<QRect>("resized");
+    QTest::newRow("right") << QPoint(998, 400) << QRect(100, 80, 930, 560);
+    QTest::newRow("top left") << QPoint(101, 92) << QRect(130, 100, 870, 540);
+}
+
+void TestWindowsX11::resizing()
+{
+    QFETCH(QPoint, from);
+    drag(from, {30, 20});
+    QFETCH(QRect, resized);
+    QTRY_COMPARE(window()->geometry(), resized);
+    QTRY_COMPARE(place(), resized);
+}
+
+void TestWindowsX11::maximising()
+{
+    const QRect usual = window()->geometry();
+    const QRect available = window()->screen()->availableGeometry();
+    for (const QRect& expected : {available, usual}) {
+        input({moveTo(grip()), "click --repeat 2 --delay 20 1"});
+        QTRY_COMPARE(place(), expected);
+    }
+    for (const auto& [button, expected] : {std::pair("Maximize", available), std::pair("Restore", usual)}) {
+        click(button);
+        QTRY_COMPARE(place(), expected);
+    }
+}
+
+void TestWindowsX11::systemMenu()
+{
+    const auto* const icon = window()->findChild<QLabel*>("Core_LabelTitleIcon");
+    const QPoint place = icon->mapToGlobal(icon->rect().center());
+    input({moveTo(place), "click 1"});
+    QTRY_VERIFY(QApplication::activePopupWidget());
+    const QPointer<QWidget> menu = QApplication::activePopupWidget();
+    QCOMPARE(menu->actions().size(), 5);
+    input({"click 1"}); // closes it, and does not open it again
+    QTRY_VERIFY(!menu->isVisible());
+    input({"click 1"});
+    QTRY_VERIFY(menu->isVisible());
+    input({"key Escape"});
+    QTRY_VERIFY(!menu->isVisible());
+}
+
+void TestWindowsX11::minimising()
+{
+    const QRect before = window()->geometry();
+    click("Minimize");
+    QTRY_VERIFY(window()->isMinimized() && !window()->isActiveWindow());
+    input({QString("windowactivate --sync %1").arg(window()->winId())});
+    QTRY_VERIFY(!window()->isMinimized() && window()->isActiveWindow());
+    QTRY_COMPARE(window()->geometry(), before);
+}
+
+void TestWindowsX11::dialogs_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("Escape") << "key Escape";
+    QTest::newRow("Alt+F4") << "key alt+F4";
+}
+
+void TestWindowsX11::dialogs()
+{
+    QFETCH(QString, key);
+    choose("About Skylume");
+    const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+    QVERIFY(dialog && QTest::qWaitForWindowActive(dialog));
+    QTRY_COMPARE(QApplication::activeWindow(), dialog);
+    input({key});
+    QTRY_VERIFY(!dialog);
+    QTRY_VERIFY(window()->isActiveWindow());
+    if (key.contains("F4")) {
+        input({key});
+        QTRY_VERIFY(!window()->isVisible());
+    }
+}
+
+int main(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet(HasDisplay))
+        return runOnDisplay(argc, argv);
+    const TestHome home("[system]\nEnableMaxButton=true\n");
+    QApplication application(argc, argv);
+    TestWindowsX11 test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_windows_x11.moc"
