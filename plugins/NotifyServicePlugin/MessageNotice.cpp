@@ -1,6 +1,9 @@
 #include "MessageNotice.h"
 
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
+#include "common/GuardedCall.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
@@ -9,6 +12,7 @@
 namespace {
 
 constexpr int LongestBody = 300; // characters
+constexpr QLatin1String MessagesClsid("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46");
 
 QString bodyOf(const NewMessages& messages)
 {
@@ -19,6 +23,18 @@ QString bodyOf(const NewMessages& messages)
         senders.append(message.sender);
     senders.removeDuplicates();
     return senders.join(QLatin1Char('\n')).left(LongestBody);
+}
+
+/// Shows the page of messages.
+/// @return false if the main frame has no such page
+bool showMessages()
+{
+    IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
+    bool isShown = false;
+    if (mainFrame)
+        guardedCall("ShowPage", QStringLiteral("main frame"),
+                    [&] { isShown = mainFrame->ShowPage(MessagesClsid); });
+    return isShown;
 }
 
 } // namespace
@@ -51,7 +67,7 @@ void MessageNotice::showMainWindow()
 {
     m_notification.close();
     QWidget* const window = CommonUtils::GetMainWindow();
-    if (!window)
+    if (!window || showMessages())
         return;
     window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
     window->show();

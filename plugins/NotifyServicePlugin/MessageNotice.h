@@ -4,7 +4,7 @@
 #include "MessageWatch.h"
 
 /// Tells the user on the desktop about messages that arrive while the main window is hidden or minimised. A click
-/// shows the main window. GUI thread.
+/// shows the page of messages. GUI thread.
 class MessageNotice : public QObject
 {
     Q_OBJECT
