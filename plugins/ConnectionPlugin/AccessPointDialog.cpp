@@ -1,6 +1,7 @@
 #include "AccessPointDialog.h"
 
 #include "AccessPoint.h"
+#include "DialogParts.h"
 #include "ExtendDialog/ExtendDialog.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
@@ -8,8 +9,6 @@
 #include "support/Text.h"
 
 #include <QCheckBox>
-#include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -18,7 +17,6 @@
 namespace {
 
 constexpr int Width = 400;
-constexpr int FieldHeight = 36;
 
 class AccessPointDialog : public ExtendDialog
 {
@@ -29,8 +27,6 @@ public:
 private:
     QWidget* makeContent();
     QWidget* makeFields();
-    QLineEdit* addField(QFormLayout* form, const char* caption);
-    QLayout* makeButtons();
     void showStored();
     void enable();
     void save();
@@ -57,7 +53,6 @@ AccessPointDialog::AccessPointDialog(const Modem& modem, QWidget* parent)
         m_automatic->setText(text("IDS_CONN_AUTOMATIC"));
         m_manual->setText(text("IDS_CONN_MANUAL"));
         m_homeOnly->setText(text("IDS_CONN_HOME_ONLY"));
-        setCaption(m_save, "IDS_CONN_SAVE");
     });
     connect(m_manual, &QRadioButton::toggled, this, [this] { enable(); });
     connect(m_name, &QLineEdit::textChanged, this, [this] { enable(); });
@@ -79,54 +74,21 @@ QWidget* AccessPointDialog::makeContent()
     layout->addSpacing(Look::Gap);
     layout->addWidget(m_homeOnly);
     layout->addSpacing(Look::Gap);
-    layout->addLayout(makeButtons());
+    layout->addLayout(makeButtons(this, m_save, "IDS_CONN_SAVE"));
     return content;
 }
 
 QWidget* AccessPointDialog::makeFields()
 {
     auto* fields = new QWidget;
-    auto* form = new QFormLayout(fields);
-    form->setContentsMargins(Look::Margin, 0, 0, 0);
-    form->setRowWrapPolicy(QFormLayout::WrapAllRows);
-    form->setVerticalSpacing(Look::Gap / 2);
-    m_name = addField(form, "IDS_CONN_ACCESS_POINT_NAME");
-    m_user = addField(form, "IDS_CONN_USER");
-    m_password = addField(form, "IDS_CONN_PASSWORD");
+    auto* column = new QVBoxLayout(fields);
+    column->setContentsMargins(Look::Margin, 0, 0, 0);
+    column->setSpacing(Look::Gap);
+    m_name = addField(column, "IDS_CONN_ACCESS_POINT_NAME");
+    m_user = addField(column, "IDS_CONN_USER");
+    m_password = addField(column, "IDS_CONN_PASSWORD");
     m_password->setEchoMode(QLineEdit::Password);
     return fields;
-}
-
-QLineEdit* AccessPointDialog::addField(QFormLayout* form, const char* caption)
-{
-    auto* field = new QLineEdit;
-    field->setMinimumHeight(FieldHeight);
-    QLabel* const label = Look::quietLabel(QString());
-    label->setBuddy(field);
-    form->addRow(label, field);
-    keepTranslated(label, [=] {
-        label->setText(text(caption));
-        field->setAccessibleName(label->text());
-    });
-    return field;
-}
-
-QLayout* AccessPointDialog::makeButtons()
-{
-    auto* cancel = new QPushButton;
-    cancel->setAutoDefault(false);
-    m_save->setDefault(true);
-    m_save->setProperty("primary", true);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(Look::Gap);
-    row->addStretch();
-    for (QPushButton* button : {cancel, m_save}) {
-        button->setMinimumSize(110, FieldHeight);
-        row->addWidget(button);
-    }
-    connect(cancel, &QPushButton::clicked, this, &QDialog::close);
-    keepTranslated(cancel, [cancel] { setCaption(cancel, "IDS_CONN_CANCEL"); });
-    return row;
 }
 
 void AccessPointDialog::showStored()

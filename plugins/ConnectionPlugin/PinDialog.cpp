@@ -1,5 +1,6 @@
 #include "PinDialog.h"
 
+#include "DialogParts.h"
 #include "support/DeviceEvents.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
@@ -21,7 +22,6 @@ namespace {
 constexpr int Width = 380;
 constexpr int LeastPin = 4; // digits
 constexpr int MostDigits = 8;
-constexpr int FieldHeight = 36;
 
 QString value(const Modem& modem, const char* key)
 {
@@ -44,6 +44,7 @@ PinDialog::PinDialog(const Modem& modem, Requests& requests, const DeviceEvents*
     , m_sentence(Look::label(QString(), 1.0))
     , m_tries(Look::quietLabel(QString()))
     , m_note(makeNote())
+    , m_unlock(new QPushButton)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     m_sentence->setWordWrap(true);
@@ -74,57 +75,21 @@ QWidget* PinDialog::makeContent()
     layout->addWidget(m_tries);
     layout->addWidget(m_note);
     layout->addSpacing(Look::Gap);
-    layout->addLayout(makeButtons());
+    layout->addLayout(makeButtons(this, m_unlock, "IDS_CONN_UNLOCK"));
+    for (QLineEdit* field : {m_pin, m_puk, m_newPin, m_repeatedPin})
+        limitToDigits(field);
+    connect(m_unlock, &QPushButton::clicked, this, &PinDialog::submit);
     return content;
 }
 
-QLineEdit* PinDialog::addField(QLayout* column, const char* caption)
+void PinDialog::limitToDigits(QLineEdit* field)
 {
-    auto* field = new QLineEdit;
     field->setEchoMode(QLineEdit::Password);
     field->setMaxLength(MostDigits);
-    field->setMinimumHeight(FieldHeight);
     field->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
     field->setInputMethodHints(Qt::ImhDigitsOnly | Qt::ImhHiddenText | Qt::ImhSensitiveData);
     field->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
-    QLabel* const label = Look::quietLabel(QString());
-    label->setBuddy(field);
-    auto* block = new QWidget;
-    auto* rows = new QVBoxLayout(block);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(Look::Gap / 2);
-    rows->addWidget(label);
-    rows->addWidget(field);
-    column->addWidget(block);
     connect(field, &QLineEdit::textChanged, this, &PinDialog::enable);
-    keepTranslated(label, [=] {
-        label->setText(text(caption));
-        field->setAccessibleName(label->text());
-    });
-    return field;
-}
-
-QLayout* PinDialog::makeButtons()
-{
-    m_unlock = new QPushButton;
-    m_unlock->setDefault(true);
-    m_unlock->setProperty("primary", true);
-    auto* cancel = new QPushButton;
-    cancel->setAutoDefault(false);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(Look::Gap);
-    row->addStretch();
-    for (QPushButton* button : {cancel, m_unlock}) {
-        button->setMinimumSize(110, FieldHeight);
-        row->addWidget(button);
-    }
-    connect(m_unlock, &QPushButton::clicked, this, &PinDialog::submit);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::close);
-    keepTranslated(cancel, [=] {
-        setCaption(cancel, "IDS_CONN_CANCEL");
-        setCaption(m_unlock, "IDS_CONN_UNLOCK");
-    });
-    return row;
 }
 
 bool PinDialog::asksPuk() const

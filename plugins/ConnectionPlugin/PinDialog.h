@@ -25,8 +25,7 @@ public:
 
 private:
     QWidget* makeContent();
-    QLineEdit* addField(QLayout* column, const char* caption);
-    QLayout* makeButtons();
+    void limitToDigits(QLineEdit* field);
 
     void followCard();
     void showTexts();
@@ -50,5 +49,5 @@ private:
     QLineEdit* m_puk = nullptr;
     QLineEdit* m_newPin = nullptr;
     QLineEdit* m_repeatedPin = nullptr;
-    QPushButton* m_unlock = nullptr;
+    QPushButton* m_unlock;
 };

@@ -136,7 +136,7 @@ void tst_LangTool::refuses()
         {{}, 2, "there is no command"},
         {{"check"}, 2, "needs paths"},
         {{"to-ts", "a_b.lang", "c_d.lang"}, 2, "needs one file"},
-        {{"check", SHIPPED_PLUGINS "/support"}, 1, "support:1: there are no language files"},
+        {{"check", SHIPPED_PLUGINS "/XFramePlugin/splash"}, 1, "splash:1: there are no language files"},
         {{"check", "--languages", "de-de,x", SHIPPED_PLUGINS "/HelpPlugin"}, 1, "these languages: x\n"},
         {{"to-ts", "none_x.lang"}, 1, "none_en-us.lang:1: "},
         {{"from-ts", "none_x.ts"}, 1, "none_x.ts: "},

@@ -81,7 +81,8 @@ QString textsOf(const QWidget* widget)
     QStringList texts;
     const auto parts = widget ? widget->findChildren<QWidget*>() : QList<QWidget*>();
     for (const QWidget* child : parts) {
-        const QString text = child->property("text").toString();
+        const bool isElided = child->inherits("ElidedLabel"); // its description is the full text
+        const QString text = isElided ? child->accessibleDescription() : child->property("text").toString();
         if (!child->isVisibleTo(widget) || text.isEmpty() || child->inherits("QLineEdit"))
             continue;
         texts << (child->isEnabled() ? text : '[' + text + ']');
@@ -205,12 +206,24 @@ void TestConnectionPage::connecting()
 
 void TestConnectionPage::cancelled()
 {
+    const QString ready = "Not connected | The modem is ready to connect. | Connect";
+    const QString attempt = "Connecting\u2026 | This usually takes a few seconds. | Cancel";
     QVERIFY(show("request-time=50000"));
+    QVERIFY(state(ready));
     mainButton()->click();
-    QVERIFY(state("Connecting\u2026 | This usually takes a few seconds. | Cancel"));
+    QVERIFY(textsOf(part("StatePanel")).startsWith(attempt)); // at once
     simulate(homeFile("simulator.ini").replace("request-time=50000", "request-time=20"));
     mainButton()->click();
-    QVERIFY(state("Not connected | The modem is ready to connect. | Connect"));
+    QVERIFY(state(ready));
+
+    // That the attempt has ended, because it was cancelled, is no failure.
+    QVERIFY(show("request-time=50000"));
+    mainButton()->click();
+    QVERIFY(state(attempt));
+    mainButton()->click();
+    simulate(homeFile("simulator.ini").replace("signal=60", "signal=90"));
+    QVERIFY(soon([] { return textsOf(part("FactsPanel")).contains("Excellent (90 %)"); }));
+    QVERIFY(state("Disconnecting\u2026 | One moment, please. | [Disconnect]"));
 }
 
 void TestConnectionPage::removedMeanwhile()

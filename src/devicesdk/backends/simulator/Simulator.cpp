@@ -32,6 +32,10 @@ Simulator::Simulator(const QStringList& files)
     , m_watch(files)
     , m_file(files)
 {
+    // Creates Qt's static objects for regular expressions before finish() is registered, see Service.cpp. The file
+    // itself may be empty.
+    QStringList errors;
+    SimulatorFile::read(IniDocument("[modem M]\nmodel=M\nstate=detached\nsignal=1\n"), errors);
 }
 
 DeviceState Simulator::look()

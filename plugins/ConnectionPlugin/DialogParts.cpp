@@ -1,0 +1,59 @@
+#include "DialogParts.h"
+
+#include "support/Look.h"
+#include "support/Text.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QVariant>
+
+namespace {
+
+constexpr int Height = 36;
+constexpr int ButtonWidth = 110;
+
+} // namespace
+
+QLineEdit* addField(QVBoxLayout* column, const char* caption)
+{
+    auto* field = new QLineEdit;
+    field->setMinimumHeight(Height);
+    QLabel* const label = Look::quietLabel(QString());
+    label->setBuddy(field);
+    auto* block = new QWidget;
+    auto* rows = new QVBoxLayout(block);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(Look::Gap / 2);
+    rows->addWidget(label);
+    rows->addWidget(field);
+    column->addWidget(block);
+    keepTranslated(label, [=] {
+        label->setText(text(caption));
+        field->setAccessibleName(label->text());
+    });
+    return field;
+}
+
+QLayout* makeButtons(QDialog* dialog, QPushButton* primary, const char* label)
+{
+    auto* cancel = new QPushButton;
+    cancel->setAutoDefault(false);
+    QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::close);
+    primary->setDefault(true);
+    primary->setProperty("primary", true); // for style sheets
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Look::Gap);
+    row->addStretch();
+    for (QPushButton* button : {cancel, primary}) {
+        button->setMinimumSize(ButtonWidth, Height);
+        row->addWidget(button);
+    }
+    keepTranslated(cancel, [=] {
+        setCaption(cancel, "IDS_CONN_CANCEL");
+        setCaption(primary, label);
+    });
+    return row;
+}
