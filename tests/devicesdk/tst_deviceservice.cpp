@@ -201,7 +201,9 @@ void tst_DeviceService::detection()
     for (int i = 0; i < 100; ++i)
         QRVL_DevSrv_StartDetect();
     QStringList events = eventsUntil("6606:0");
-    events << eventsUntil("6606:0") << describe(simulatorFile("One attached"), "6606:1");
+    if (events.size() < 2)
+        events << eventsUntil("6606:0");
+    events << describe(simulatorFile("One attached"), "6606:1");
     QCOMPARE(events, QStringList({"6606:0", "6606:0", "6606:1"}));
 }
 

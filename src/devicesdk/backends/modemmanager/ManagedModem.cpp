@@ -1,6 +1,7 @@
 #include "backends/modemmanager/ManagedModem.h"
 
 #include "backends/modemmanager/DBusMirror.h"
+#include "backends/modemmanager/ModemNames.h"
 
 #include <QDBusArgument>
 
@@ -14,73 +15,12 @@ namespace {
 
 constexpr uint UnknownTries = 999;
 
-struct Name
-{
-    uint number;
-    const char* text;
-};
-
-constexpr Name Registrations[] = {
-    {MM_MODEM_3GPP_REGISTRATION_STATE_IDLE, "idle"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_HOME, "home"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_SEARCHING, "searching"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_DENIED, "denied"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_ROAMING, "roaming"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_HOME_SMS_ONLY, "home"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_ROAMING_SMS_ONLY, "roaming"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_EMERGENCY_ONLY, "denied"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_HOME_CSFB_NOT_PREFERRED, "home"},
-    {MM_MODEM_3GPP_REGISTRATION_STATE_ROAMING_CSFB_NOT_PREFERRED, "roaming"},
-};
-
-/// Flags, the fastest first.
-constexpr Name Technologies[] = {
-    {MM_MODEM_ACCESS_TECHNOLOGY_5GNR, "5g"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_LTE | MM_MODEM_ACCESS_TECHNOLOGY_LTE_CAT_M |
-         MM_MODEM_ACCESS_TECHNOLOGY_LTE_NB_IOT,
-     "lte"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_HSPA_PLUS, "hspa+"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_HSPA | MM_MODEM_ACCESS_TECHNOLOGY_HSDPA | MM_MODEM_ACCESS_TECHNOLOGY_HSUPA,
-     "hspa"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_UMTS, "umts"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_EDGE, "edge"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_GPRS, "gprs"},
-    {MM_MODEM_ACCESS_TECHNOLOGY_GSM | MM_MODEM_ACCESS_TECHNOLOGY_GSM_COMPACT, "gsm"},
-};
-
-constexpr Name Failures[] = {
-    {MM_MODEM_STATE_FAILED_REASON_SIM_ERROR, "sim-error"},
-    {MM_MODEM_STATE_FAILED_REASON_UNKNOWN_CAPABILITIES, "capabilities"},
-    {MM_MODEM_STATE_FAILED_REASON_ESIM_WITHOUT_PROFILES, "no-profile"},
-};
-
-constexpr Name Dialogues[] = {
-    {MM_MODEM_3GPP_USSD_SESSION_STATE_IDLE, "idle"},
-    {MM_MODEM_3GPP_USSD_SESSION_STATE_ACTIVE, "active"},
-    {MM_MODEM_3GPP_USSD_SESSION_STATE_USER_RESPONSE, "reply"},
-};
-
 /// Locks that only the operator or maker of the modem can open.
 constexpr uint OperatorLocks[] = {
     MM_MODEM_LOCK_PH_SP_PIN,     MM_MODEM_LOCK_PH_SP_PUK,     MM_MODEM_LOCK_PH_NET_PIN,
     MM_MODEM_LOCK_PH_NET_PUK,    MM_MODEM_LOCK_PH_CORP_PIN,   MM_MODEM_LOCK_PH_CORP_PUK,
     MM_MODEM_LOCK_PH_NETSUB_PIN, MM_MODEM_LOCK_PH_NETSUB_PUK,
 };
-
-template <std::size_t size>
-QString nameOf(uint number, const Name (&names)[size], const char* fallback)
-{
-    const auto* const found = std::find_if(std::begin(names), std::end(names),
-                                           [&](const Name& name) { return name.number == number; });
-    return QLatin1String(found == std::end(names) ? fallback : found->text);
-}
-
-QString technologyOf(uint flags)
-{
-    const auto* const found = std::find_if(std::begin(Technologies), std::end(Technologies),
-                                           [&](const Name& name) { return (name.number & flags) != 0; });
-    return found == std::end(Technologies) ? QString() : QLatin1String(found->text);
-}
 
 /// Reads a modem's values.
 class Reader
@@ -160,20 +100,6 @@ QString simState(const Reader& reader)
     return isBlocked ? QStringLiteral("blocked") : QStringLiteral("puk");
 }
 
-QString connectionOf(int state)
-{
-    switch (state) {
-    case MM_MODEM_STATE_CONNECTED:
-        return QStringLiteral("connected");
-    case MM_MODEM_STATE_CONNECTING:
-        return QStringLiteral("connecting");
-    case MM_MODEM_STATE_DISCONNECTING:
-        return QStringLiteral("disconnecting");
-    default:
-        return QStringLiteral("disconnected");
-    }
-}
-
 /// The signal is not known before the modem is enabled.
 QString signalOf(const Reader& reader)
 {
@@ -199,26 +125,14 @@ QString onlyDigits(const QString& text)
     return isNumber ? text : QString();
 }
 
-QString stateText(Modem::State state)
-{
-    switch (state) {
-    case Modem::Rejected:
-        return QStringLiteral("rejected");
-    case Modem::Failed:
-        return QStringLiteral("failed");
-    default:
-        return QStringLiteral("available");
-    }
-}
-
 /// The status values; those that are not known are empty.
 ModemValues statusOf(const Reader& reader, Modem::State state)
 {
     const bool isFailed = state == Modem::Failed;
     const uint registration = reader.network("RegistrationState").toUInt();
     const std::pair<const char*, QString> values[] = {
-        {"state", stateText(state)},
-        {"state.reason", isFailed ? nameOf(reader.failure(), Failures, "unknown") : QString()},
+        {"state", ModemNames::state(state)},
+        {"state.reason", isFailed ? ModemNames::failure(reader.failure()) : QString()},
         {"manufacturer", reader.modem("Manufacturer").toString()},
         {"firmware", reader.modem("Revision").toString()},
         {"imei", reader.modem("EquipmentIdentifier").toString()},
@@ -227,13 +141,13 @@ ModemValues statusOf(const Reader& reader, Modem::State state)
         {"puk-tries", triesLeft(reader, MM_MODEM_LOCK_SIM_PUK)},
         {"number", reader.modem("OwnNumbers").toStringList().value(0)},
         {"iccid", reader.sim("SimIdentifier").toString()},
-        {"registration", nameOf(registration, Registrations, "unknown")},
+        {"registration", ModemNames::registration(registration)},
         {"network", onlyDigits(reader.network("OperatorCode").toString())},
         {"network-name", reader.network("OperatorName").toString()},
         {"signal", signalOf(reader)},
-        {"technology", technologyOf(reader.modem("AccessTechnologies").toUInt())},
-        {"connection", connectionOf(reader.state())},
-        {"ussd", nameOf(reader.ussd("State").toUInt(), Dialogues, "idle")},
+        {"technology", ModemNames::technology(reader.modem("AccessTechnologies").toUInt())},
+        {"connection", ModemNames::connection(reader.state())},
+        {"ussd", ModemNames::dialogue(reader.ussd("State").toUInt())},
     };
     ModemValues status;
     for (const auto& [key, value] : values) {

@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "backends/modemmanager/DBusResults.h"
+#include "backends/modemmanager/NetworkStates.h"
 #include "networkproxy.h"
 #include "qrvl.h"
 
@@ -10,7 +11,6 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -22,100 +22,6 @@ const char ActiveInterface[] = "org.freedesktop.NetworkManager.Connection.Active
 const char AddressInterface[] = "org.freedesktop.NetworkManager.IP4Config";
 const char Nothing[] = "/"; // a path
 constexpr uint ModemDevice = 8;
-
-/// States of NetworkManager's devices.
-enum DeviceState : uint {
-    Disconnected = 30,
-    Prepare = 40,
-    Secondaries = 90,
-    Activated = 100,
-    Deactivating = 110,
-    Failed = 120
-};
-
-/// Reasons for a new state.
-enum Reason : uint {
-    NoSecrets = 7,
-    PppStartFailed = 12,
-    PppDisconnect = 13,
-    PppFailed = 14,
-    ModemBusy = 23,
-    ModemNoCarrier = 25,
-    ModemDialTimeout = 26,
-    GsmApnFailed = 29,
-    GsmNotSearching = 30,
-    GsmDenied = 31,
-    GsmTimeout = 32,
-    GsmRegistrationFailed = 33,
-    GsmPinCheckFailed = 34,
-    Removed = 36,
-    ConnectionRemoved = 38,
-    UserRequested = 39,
-    Carrier = 40,
-    ModemNotFound = 43,
-    GsmSimNotInserted = 45,
-    GsmSimPinRequired = 46,
-    GsmSimPukRequired = 47,
-    GsmSimWrong = 48,
-    ModemManagerUnavailable = 52,
-    SimPinIncorrect = 59,
-    NewActivation = 60
-};
-
-struct Meaning
-{
-    Reason reason;
-    long result;
-};
-
-constexpr Meaning Meanings[] = {
-    {NoSecrets, QRVL_ERROR_ACCESS_POINT},
-    {PppStartFailed, QRVL_ERROR_ACCESS_POINT},
-    {PppDisconnect, QRVL_ERROR_REFUSED},
-    {PppFailed, QRVL_ERROR_ACCESS_POINT},
-    {ModemBusy, QRVL_ERROR_BUSY},
-    {ModemNoCarrier, QRVL_ERROR_NO_COVERAGE},
-    {ModemDialTimeout, QRVL_ERROR_TIMEOUT},
-    {GsmApnFailed, QRVL_ERROR_ACCESS_POINT},
-    {GsmNotSearching, QRVL_ERROR_NO_COVERAGE},
-    {GsmDenied, QRVL_ERROR_REFUSED},
-    {GsmTimeout, QRVL_ERROR_NO_COVERAGE},
-    {GsmRegistrationFailed, QRVL_ERROR_NO_COVERAGE},
-    {GsmPinCheckFailed, QRVL_ERROR_LOCKED},
-    {Removed, QRVL_ERROR_NO_DEVICE},
-    {ConnectionRemoved, QRVL_ERROR_CANCELLED},
-    {UserRequested, QRVL_ERROR_CANCELLED},
-    {Carrier, QRVL_ERROR_NO_COVERAGE},
-    {ModemNotFound, QRVL_ERROR_NO_DEVICE},
-    {GsmSimNotInserted, QRVL_ERROR_NO_SIM},
-    {GsmSimPinRequired, QRVL_ERROR_LOCKED},
-    {GsmSimPukRequired, QRVL_ERROR_LOCKED},
-    {GsmSimWrong, QRVL_ERROR_NO_SIM},
-    {ModemManagerUnavailable, QRVL_ERROR_SERVICE},
-    {SimPinIncorrect, QRVL_ERROR_LOCKED},
-    {NewActivation, QRVL_ERROR_CANCELLED},
-};
-
-long resultOf(uint reason)
-{
-    const auto* const found = std::find_if(std::begin(Meanings), std::end(Meanings),
-                                           [&](const Meaning& meaning) { return meaning.reason == reason; });
-    return found == std::end(Meanings) ? long(QRVL_ERROR_FAILED) : found->result;
-}
-
-bool isConnecting(uint state)
-{
-    return state >= Prepare && state <= Secondaries;
-}
-
-QString connectionText(uint state)
-{
-    if (isConnecting(state))
-        return QStringLiteral("connecting");
-    if (state == Activated)
-        return QStringLiteral("connected");
-    return state == Deactivating ? QStringLiteral("disconnecting") : QStringLiteral("disconnected");
-}
 
 /// The settings of a new connection. NetworkManager forgets it when it ends, so no password is stored.
 VariantMaps settingsFor(const Request& request, const QString& password)
@@ -157,8 +63,9 @@ ModemValues NetworkClient::values(const QString& modem) const
     if (deviceOf(modem).isEmpty())
         return {};
     const Link link = m_links.value(modem);
-    const bool isWaiting = link.connecting != 0 && stateOf(modem) != Activated;
-    const QString state = isWaiting ? QStringLiteral("connecting") : connectionText(stateOf(modem));
+    const bool isWaiting = link.connecting != 0 && stateOf(modem) != NetworkStates::Activated;
+    const QString state =
+        isWaiting ? QStringLiteral("connecting") : NetworkStates::connectionText(stateOf(modem));
     ModemValues values = {{QStringLiteral("connection"), state}};
     if (link.error != QRVL_OK && state == QLatin1String("disconnected"))
         values.insert(QStringLiteral("connection.error"), QString::number(link.error));
@@ -180,7 +87,8 @@ ModemValues NetworkClient::values(const QString& modem) const
 
 QString NetworkClient::interfaceOf(const QString& modem) const
 {
-    return stateOf(modem) == Activated ? deviceValue(modem, "IpInterface").toString() : QString();
+    return stateOf(modem) == NetworkStates::Activated ? deviceValue(modem, "IpInterface").toString()
+                                                      : QString();
 }
 
 void NetworkClient::begin(const Request& request, const QString& modem)
@@ -201,10 +109,10 @@ void NetworkClient::connectModem(const Request& request, const QString& modem)
         return endConnecting(modem, QRVL_ERROR_SERVICE);
     if (device.isEmpty())
         return endConnecting(modem, QRVL_ERROR_UNSUPPORTED);
-    if (stateOf(modem) == Activated)
+    if (stateOf(modem) == NetworkStates::Activated)
         return endConnecting(modem, QRVL_OK);
     Q_EMIT changed();
-    if (!isConnecting(stateOf(modem))) // otherwise another program has begun
+    if (!NetworkStates::isConnecting(stateOf(modem))) // otherwise another program has begun
         activate(request, modem, device);
 }
 
@@ -256,7 +164,7 @@ void NetworkClient::disconnectModem(const Request& request, const QString& modem
         new QDBusPendingCallWatcher(manager.DeactivateConnection(QDBusObjectPath(active)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [=] {
         watcher->deleteLater();
-        if (watcher->isError() || stateOf(modem) <= Disconnected)
+        if (watcher->isError() || stateOf(modem) <= NetworkStates::Disconnected)
             endDisconnecting(modem, DBusResults::resultOf(watcher->error()));
     });
 }
@@ -269,16 +177,18 @@ void NetworkClient::onStateChanged(uint state, uint before, uint reason, const Q
     if (entry == m_links.end())
         return;
     const QString modem = entry.key();
-    const bool isUsers = reason == UserRequested && entry->disconnecting != 0;
-    if (state == Activated) {
+    const bool isUsers = reason == NetworkStates::UserRequested && entry->disconnecting != 0;
+    if (state == NetworkStates::Activated) {
         entry->since = QDateTime::currentSecsSinceEpoch();
         entry->error = QRVL_OK;
         endConnecting(modem, QRVL_OK);
-    } else if (state == Failed || (state <= Disconnected && before != Failed && before > Disconnected)) {
-        entry->error = isUsers ? long(QRVL_OK) : resultOf(reason);
+    } else if (state == NetworkStates::Failed ||
+               (state <= NetworkStates::Disconnected && before != NetworkStates::Failed &&
+                before > NetworkStates::Disconnected)) {
+        entry->error = isUsers ? long(QRVL_OK) : NetworkStates::resultOf(reason);
         endConnecting(modem, entry->error);
     }
-    if (state <= Disconnected)
+    if (state <= NetworkStates::Disconnected)
         endDisconnecting(modem, QRVL_OK);
     Q_EMIT changed();
 }
