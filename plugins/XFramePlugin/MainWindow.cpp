@@ -134,16 +134,17 @@ MenuCommands MainWindow::commands()
         connect(action, &QAction::triggered, this, &MainWindow::setCompact);
         connect(this, &MainWindow::compactChanged, action, &QAction::setChecked);
     };
+    const auto language = [languages](QAction* action, const QString&) {
+        delete action->menu(); // the sub-menu of the file has no entries
+        action->setMenu(languages);
+    };
     const auto page = [this](QAction* action, const QString& clsid) {
         connect(action, &QAction::triggered, this, [this, clsid] { Q_EMIT pageChosen(clsid); });
     };
     return {
         {QStringLiteral("About"), triggers([this] { showAbout(this); })},
         {QStringLiteral("Compact"), compact},
-        {QStringLiteral("Language"),
-         [languages](QAction* action, const QString&) {
-             action->setMenu(languages);
-         }},
+        {QStringLiteral("Language"), language},
         {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
         {QStringLiteral("Quit"), triggers(&QWidget::close)},
         {QStringLiteral("page:"), page},

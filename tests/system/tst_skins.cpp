@@ -71,6 +71,7 @@ QColor colorOf(const QString& value, const QPalette& palette)
     static const QMap<QString, QPalette::ColorRole> roles{
         {"base", QPalette::Base},
         {"window", QPalette::Window},
+        {"window-text", QPalette::WindowText},
         {"button", QPalette::Button},
         {"highlight", QPalette::Highlight},
         {"highlighted-text", QPalette::HighlightedText},
