@@ -14,7 +14,9 @@ install(TARGETS skylumecore qrvl SkylumePluginSupport EXPORT SkylumeTargets
     LIBRARY DESTINATION "${app_destination}"
     ARCHIVE DESTINATION "${app_destination}"
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume")
-install(DIRECTORY plugins/support DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume" FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY plugins/support DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume"
+    FILES_MATCHING PATTERN "*.h"
+    PATTERN "*_p.h" EXCLUDE) # private headers
 install(DIRECTORY src/core/ src/devicesdk/include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/skylume"
     FILES_MATCHING PATTERN "*.h"
     PATTERN "*_p.h" EXCLUDE) # private headers

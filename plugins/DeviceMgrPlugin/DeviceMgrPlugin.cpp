@@ -1,15 +1,11 @@
 #include "DeviceMgrPlugin.h"
 
 #include "PluginContainer/PluginIds.h"
-#include "common/CommonUtils.h"
-#include "support/Modems.h"
+#include "support/ModemInUse.h"
 
 #include <qrvl.h>
 
 namespace {
-
-constexpr QLatin1String SettingsSection("device");
-constexpr QLatin1String LastUsedKey("lastused");
 
 // Runs on a thread of the device service; settings may be used on any thread.
 int onDeviceEvent(int type, void*)
@@ -17,8 +13,8 @@ int onDeviceEvent(int type, void*)
     if (type != QRVL_EVENT_DEV_DETECTED)
         return 1;
     const Modems modems = attachedModems();
-    if (modems.size() == 1 && CommonUtils::GetSettings(SettingsSection, LastUsedKey) != modems.first().name)
-        CommonUtils::SetSettings(SettingsSection, LastUsedKey, modems.first().name);
+    if (modems.size() == 1)
+        rememberModem(modems.first());
     return 1;
 }
 
@@ -51,5 +47,5 @@ void DeviceMgrPlugin::StartDetection()
 
 QString DeviceMgrPlugin::GetLastUsedDevice()
 {
-    return CommonUtils::GetSettings(SettingsSection, LastUsedKey);
+    return lastUsedModem();
 }

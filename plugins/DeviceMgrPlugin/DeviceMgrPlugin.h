@@ -3,8 +3,8 @@
 #include "PluginContainer/BasePlugin.h"
 #include "PluginContainer/interfaces/IDeviceMgr.h"
 
-/// The device manager: starts the search for modems and remembers which one was used last, in the setting
-/// "device"/"lastused". A modem is considered used when it is the only one attached.
+/// The device manager: starts the search for modems and remembers which one was used last, see support/ModemInUse.h. A
+/// modem is considered used when it is the only one attached or the user has chosen it.
 class DeviceMgrPlugin : public BasePlugin, public IDeviceMgr
 {
     Q_OBJECT

@@ -1,7 +1,7 @@
 #include "SimInfoPlugin.h"
 
 #include "Imsi.h"
-#include "support/Modems.h"
+#include "support/ModemInUse.h"
 #include "support/Page.h"
 #include "support/Text.h"
 
@@ -29,10 +29,11 @@ void SimInfoPage::refresh()
 {
     clearContent();
     const Modems modems = attachedModems();
-    if (modems.isEmpty() || modems.first().imsi.isEmpty())
+    const Modem modem = modems.isEmpty() ? Modem() : modemInUse(modems);
+    if (modem.imsi.isEmpty())
         showNoSim();
     else
-        showSim(modems.first());
+        showSim(modem);
     content()->addStretch();
 }
 

@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page that shows the SIM card of the first attached modem.
+/// A page that shows the SIM card of the modem in use.
 class SimInfoPlugin : public PagePlugin
 {
     Q_OBJECT

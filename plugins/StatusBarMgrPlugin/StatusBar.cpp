@@ -1,9 +1,10 @@
 #include "StatusBar.h"
 
-#include "OperatorNames.h"
 #include "SignalBars.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
+#include "support/ModemInUse.h"
+#include "support/OperatorNames.h"
 #include "support/Text.h"
 
 #include <QHBoxLayout>
@@ -67,8 +68,9 @@ void StatusBar::refresh()
         showNoModem();
         return;
     }
-    showNetwork(modems.first());
-    showTransfer(modems.first());
+    const Modem modem = modemInUse(modems);
+    showNetwork(modem);
+    showTransfer(modem);
 }
 
 void StatusBar::showNetwork(const Modem& modem)
@@ -78,8 +80,9 @@ void StatusBar::showNetwork(const Modem& modem)
     m_signal->setStrength(strength);
     m_signal->setToolTip(text("IDS_STATUS_SIGNAL").arg(strength));
     m_signal->setAccessibleName(m_signal->toolTip());
-    m_network->setFullText(network.isEmpty() ? text("IDS_STATUS_NO_NETWORK")
-                                             : m_names->nameOf(network, modem.imsi));
+    m_network->setFullText(network.isEmpty()
+                               ? text("IDS_STATUS_NO_NETWORK")
+                               : m_names->nameOf(network, modem.imsi, value(modem, "network-name")));
     m_network->setAccessibleName(text("IDS_STATUS_NETWORK"));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Units.h"
 #include "support/Modems.h"
+#include "support/Units.h"
 
 #include <QWidget>
 
@@ -10,7 +10,7 @@ class OperatorNames;
 class QLabel;
 class SignalBars;
 
-/// The state of the first attached modem: network, signal strength, speeds and the volume since it was
+/// The state of the modem in use: network, signal strength, speeds and the volume since it was
 /// attached.
 class StatusBar : public QWidget
 {

@@ -47,9 +47,9 @@ void DeviceFollower::devicesChanged()
 {
     if (m_startPoll.isActive())
         return;
-    // Events are also sent for detections that found no change.
+    // Events are also sent for detections that found no change, and when the user has chosen one of several modems.
     const Modems modems = attachedModems();
-    if (!(modems == m_situation.modems))
+    if (!(modems == m_situation.modems) || customisationKey(m_container, modems) != m_situation.key)
         applyKeyOf(modems);
     else if (m_events.wasRefused() != m_situation.wasRefused)
         showSituation();

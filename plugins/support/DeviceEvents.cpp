@@ -21,12 +21,26 @@ auto signalOf(int event)
     }
 }
 
+/// Calls a function on the thread of the receiver, from its event loop.
+template <typename Call>
+void post(Call call)
+{
+    QMetaObject::invokeMethod(receiver, call, Qt::QueuedConnection);
+}
+
 } // namespace
 
-int DeviceEvents::onDeviceEvent(int type, void*)
+int DeviceEvents::onDeviceEvent(int type, void* data)
 {
-    QMetaObject::invokeMethod(
-        receiver, [events = receiver, type] { events->report(type); }, Qt::QueuedConnection);
+    if (type == QRVL_EVENT_DEV_REQUEST) {
+        const auto& end = *static_cast<const QRVL_RequestEnd*>(data); // valid until this returns
+        post([events = receiver, request = end.request, result = end.result,
+              text = QStringView(end.text).toString()] {
+            Q_EMIT events->requestEnded(request, result, text);
+        });
+    } else {
+        post([events = receiver, type] { events->report(type); });
+    }
     return 1;
 }
 

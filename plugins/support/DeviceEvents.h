@@ -37,8 +37,14 @@ Q_SIGNALS:
     /// Text messages of a modem were received, deleted or changed.
     void messagesChanged();
 
+    /// A request has ended, see class Requests. All changes that it caused have been reported before.
+    /// @param request number of the request
+    /// @param result  enum QRVL_Result
+    /// @param text    what the request says
+    void requestEnded(quint32 request, int result, const QString& text);
+
 private:
-    static int onDeviceEvent(int type, void*);
+    static int onDeviceEvent(int type, void* data);
     void report(int type);
 
     bool m_wasRefused = false;

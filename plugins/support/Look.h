@@ -49,7 +49,28 @@ QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont:
 QLabel* quietLabel(const QString& content, bool wrapped = false);
 
 /// The white sign of a tileIcon().
-enum class Sign { Signal, Modem, Sim, DialPad, Plugins, Help, Call, Message };
+enum class Sign {
+    Signal,
+    Modem,
+    Sim,
+    DialPad,
+    Plugins,
+    Help,
+    Call,
+    Message,
+    Globe,
+
+    // States of a connection.
+    NoModem,
+    NoSim,
+    Locked,
+    Searching,
+    Refused,
+    Disconnected,
+    Connecting,
+    Connected,
+    Failed,
+};
 
 /// A white sign on a coloured tile, in all usual sizes. The icon contains pixels only, so it may be kept after
 /// the plugin is unloaded.

@@ -20,6 +20,19 @@ Modem modemFromRecord(const QRVL_Device& device)
     return modem;
 }
 
+using ReadList = long (*)(QRVL_AvailableDeviceList*);
+
+Modems readModems(ReadList read)
+{
+    QRVL_AvailableDeviceList list = {};
+    Modems modems;
+    if (read(&list) != QRVL_OK)
+        return modems;
+    const auto end = list.devices + std::min<uint32_t>(list.count, QRVL_MAX_DEVICES);
+    std::transform(list.devices, end, std::back_inserter(modems), modemFromRecord);
+    return modems;
+}
+
 auto fields(const Modem& modem)
 {
     return std::tie(modem.id, modem.name, modem.imsi, modem.gid, modem.customizeName, modem.port);
@@ -34,13 +47,12 @@ bool operator==(const Modem& left, const Modem& right)
 
 Modems attachedModems()
 {
-    QRVL_AvailableDeviceList list = {};
-    Modems modems;
-    if (QRVL_DevSrv_GetAvailableDeviceList(&list) != QRVL_OK)
-        return modems;
-    const auto end = list.devices + std::min<uint32_t>(list.count, QRVL_MAX_DEVICES);
-    std::transform(list.devices, end, std::back_inserter(modems), modemFromRecord);
-    return modems;
+    return readModems(QRVL_DevSrv_GetAvailableDeviceList);
+}
+
+Modems unusableModems()
+{
+    return readModems(QRVL_DevSrv_GetUnusableDeviceList);
 }
 
 QString modemValue(quint32 id, const QString& key)
@@ -50,4 +62,9 @@ QString modemValue(quint32 id, const QString& key)
     const long result = QRVL_DevSrv_GetStatusValue(id, name, &buffer);
     const std::unique_ptr<char16_t[]> value(buffer);
     return result == QRVL_OK && value ? QStringView(value.get()).toString() : QString();
+}
+
+QString serviceValue(const QString& key)
+{
+    return modemValue(QRVL_SERVICE, key);
 }

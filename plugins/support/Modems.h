@@ -22,9 +22,15 @@ bool operator==(const Modem& left, const Modem& right);
 /// The modems that are attached and have not been rejected; none when the device service fails. Any thread.
 Modems attachedModems();
 
+/// The modems that are attached but were rejected or have failed; their value "state" says which. Any thread.
+Modems unusableModems();
+
 /// The value that a modem reports for a key of QRVL_DevSrv_GetStatusValue() (see qrvl.h). Any thread; do not
 /// read messages on the GUI thread, as each read can take a second.
 /// @param id  Modem::id
 /// @param key such as "network" or "signal"
 /// @return a null string when the modem has been removed or does not know the key
 QString modemValue(quint32 id, const QString& key);
+
+/// A value of the device service itself, such as "backend"; a null string if it has none. Any thread.
+QString serviceValue(const QString& key);

@@ -35,6 +35,11 @@ QString text(const char* id)
     return Change::tr(QString::fromLatin1(id), thisPlugin());
 }
 
+QString sharedText(const char* id)
+{
+    return Change::tr(QString::fromLatin1(id), SharedTexts);
+}
+
 Caption caption(const char* id)
 {
     Caption parts;

@@ -13,6 +13,12 @@ class QWidget;
 /// @return empty when the plugin has no such string; `skylume-lang check` reports missing strings
 QString text(const char* id);
 
+/// The name under which the language files of the strings are found that all plugins share.
+constexpr QLatin1String SharedTexts("PluginSupport");
+
+/// A string that all plugins share, otherwise like text(). Any thread.
+QString sharedText(const char* id);
+
 /// The name under which this plugin's language files are found: its SKYLUME_PLUGIN_NAME. Any thread.
 QString thisPlugin();
 

@@ -335,8 +335,12 @@ void TestMainWindow::menus()
 void TestMainWindow::lateWorker()
 {
     simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=1500\n[message 1]\nmodem=M\ntext=x\n");
-    const auto* const worker = m_window->findChild<QThread*>();
-    QVERIFY(worker);
+    const auto workers = m_window->findChildren<QThread*>();
+    const auto found = std::find_if(workers.begin(), workers.end(), [](const QThread* thread) {
+        return thread->inherits("MessageReader");
+    });
+    QVERIFY(found != workers.end());
+    const QThread* const worker = *found;
     QTRY_VERIFY(worker->isRunning());
     CommonUtils::SetShutDownFlag();
     QTest::ignoreMessage(QtWarningMsg,

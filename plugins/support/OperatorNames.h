@@ -17,10 +17,12 @@ public:
     ~OperatorNames() override;
 
     /// The name of the network in which a modem is registered, in the current language.
-    /// @param network MCC and MNC in one string
-    /// @param imsi    of the SIM: in its home country it names the operator of a network that is not listed
-    /// @return for an unlisted network its country and number, else the code; empty while the lists are read
-    QString nameOf(const QString& network, const QString& imsi) const;
+    /// @param network  MCC and MNC in one string
+    /// @param imsi     of the SIM: in its home country it names the operator of a network that is not listed
+    /// @param reported what the modem calls the network; used if the network is not listed
+    /// @return for an unlisted network without another name its country and number, else the code; empty while
+    ///         the lists are read
+    QString nameOf(const QString& network, const QString& imsi, const QString& reported) const;
 
 protected:
     void work() override;

@@ -1,4 +1,4 @@
-#include "OperatorNames.h"
+#include "support/OperatorNames.h"
 
 #include "common/StatusBarOpListParse.h"
 
@@ -27,7 +27,7 @@ void OperatorNames::work()
     m_areRead = true;
 }
 
-QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
+QString OperatorNames::nameOf(const QString& network, const QString& imsi, const QString& reported) const
 {
     if (!isFinished())
         return {};
@@ -40,7 +40,7 @@ QString OperatorNames::nameOf(const QString& network, const QString& imsi) const
         !item.descr.isEmpty() || item.fulldescr != country.fulldescr || item.langid != country.langid;
     const bool isHome = imsi.startsWith(network);
     for (const QString& name :
-         {isListed ? item.shortdescr : QString(), lists->GetCMCCMNCOperatorData(network),
+         {isListed ? item.shortdescr : QString(), lists->GetCMCCMNCOperatorData(network), reported,
           isHome ? lists->GetCPLMNOperatorData(imsi) : QString(), item.shortdescr}) {
         if (!name.isEmpty())
             return name;

@@ -1,4 +1,4 @@
-#include "Units.h"
+#include "support/Units.h"
 
 #include "common/CommonUtils.h"
 #include "common/StandardConfigParse.h"
@@ -59,11 +59,11 @@ QString Units::speed(const QString& bytesPerSecond) const
 {
     return bytesPerSecond.isEmpty()
                ? QString(QChar(0x2013)) + QLatin1Char(' ') +
-                     CommonUtils::SpeedUnitToString(m_speeds, thisPlugin())
-               : CommonUtils::SpeedFluxToString(m_speeds, bytesPerSecond.toULongLong(), thisPlugin());
+                     CommonUtils::SpeedUnitToString(m_speeds, SharedTexts)
+               : CommonUtils::SpeedFluxToString(m_speeds, bytesPerSecond.toULongLong(), SharedTexts);
 }
 
 QString Units::volume(quint64 bytes) const
 {
-    return CommonUtils::SpeedFluxToString(m_volumes, bytes, thisPlugin());
+    return CommonUtils::SpeedFluxToString(m_volumes, bytes, SharedTexts);
 }

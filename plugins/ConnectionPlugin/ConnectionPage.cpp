@@ -1,0 +1,189 @@
+#include "ConnectionPage.h"
+
+#include "AccessPoint.h"
+#include "AccessPointDialog.h"
+#include "FactsPanel.h"
+#include "ModemChooser.h"
+#include "PinDialog.h"
+#include "StatePanel.h"
+#include "common/CommonUtils.h"
+#include "support/DeviceEvents.h"
+#include "support/ModemInUse.h"
+#include "support/OperatorNames.h"
+#include "support/Text.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int Second = 1000; // milliseconds
+
+bool isOnScreen(const QWidget* window)
+{
+    return window && window->isVisible() && !window->isMinimized();
+}
+
+} // namespace
+
+ConnectionPage::ConnectionPage(DeviceEvents* events, QWidget* parent)
+    : Page("IDS_CONN_TITLE", "IDS_CONN_LEAD", Look::Sign::Globe, parent)
+    , m_events(events)
+    , m_requests(events)
+    , m_connector(m_requests, nullptr)
+    , m_names(new OperatorNames(this))
+    , m_chooser(new ModemChooser)
+    , m_state(new StatePanel)
+    , m_facts(new FactsPanel)
+{
+    content()->addWidget(m_chooser);
+    content()->addWidget(m_state, 1);
+    content()->addWidget(m_facts);
+    content()->addLayout(makeBottomLine());
+    connect(events, &DeviceEvents::changed, this, &ConnectionPage::refresh);
+    connect(events, &DeviceEvents::statusChanged, this, &ConnectionPage::refresh);
+    connect(&m_connector, &Connector::changed, this, &ConnectionPage::refresh);
+    connect(m_names, &QThread::finished, this, &ConnectionPage::refresh);
+    connect(m_chooser, &ModemChooser::chosen, this, &ConnectionPage::choose);
+    connect(m_state, &StatePanel::pressed, this, &ConnectionPage::act);
+    connect(&m_everySecond, &QTimer::timeout, this, &ConnectionPage::showState);
+    keepTranslated(this, [this] { refresh(); });
+}
+
+ConnectionPage::~ConnectionPage()
+{
+    delete m_pinDialog; // it uses the requests
+}
+
+QLayout* ConnectionPage::makeBottomLine()
+{
+    m_demonstration = Look::quietLabel(QString(), true);
+    m_accessPoint = new QPushButton;
+    m_accessPoint->setMinimumHeight(34);
+    connect(m_accessPoint, &QPushButton::clicked, this, &ConnectionPage::changeAccessPoint);
+    keepTranslated(m_accessPoint, [this] {
+        setCaption(m_accessPoint, "IDS_CONN_CHANGE_ACCESS_POINT");
+        m_demonstration->setText(text("IDS_CONN_DEMONSTRATION"));
+    });
+    auto* line = new QHBoxLayout;
+    line->setSpacing(Look::Gap);
+    line->addWidget(m_demonstration, 1);
+    line->addWidget(m_accessPoint);
+    return line;
+}
+
+void ConnectionPage::refresh()
+{
+    readModem();
+    offerUnlocking();
+    if (!m_isShown)
+        return; // whoever reads growing counters is told every second that they have grown
+    const bool hasFacts = m_modem.id != 0 && m_report.sim != QLatin1String("absent");
+    m_chooser->showModems(m_modems, m_modem);
+    m_facts->setVisible(hasFacts);
+    if (hasFacts)
+        m_facts->showFacts(readFacts(m_modem, *m_names, m_units));
+    m_accessPoint->setVisible(AccessPoint::isStorable(m_modem));
+    m_demonstration->setVisible(serviceValue(QStringLiteral("backend")) == QLatin1String("simulator"));
+    showState();
+}
+
+void ConnectionPage::readModem()
+{
+    m_modems = attachedModems();
+    m_modem = m_modems.isEmpty() ? Modem() : modemInUse(m_modems);
+    if (m_modem.imsi != m_imsi)
+        readAccessPoint();
+    m_report = readReport(m_modem);
+    m_report.isHomeOnly = m_isHomeOnly;
+    m_connector.complete(m_modem, m_report);
+}
+
+void ConnectionPage::readAccessPoint()
+{
+    m_imsi = m_modem.imsi;
+    m_isHomeOnly = AccessPoint::load(m_modem).isHomeOnly;
+}
+
+void ConnectionPage::showState()
+{
+    const Meaning meaning = meaningOf(m_report);
+    const QDateTime since = meaning.sign == Look::Sign::Connected ? connectedSince(m_modem) : QDateTime();
+    const bool hasDuration = since.isValid() && meaning.sentence;
+    m_state->showMeaning(
+        meaning,
+        hasDuration ? text("IDS_CONN_SINCE").arg(sinceText(since, QDateTime::currentDateTime())) : QString());
+    if (!hasDuration || !m_isShown)
+        m_everySecond.stop();
+    else if (!m_everySecond.isActive())
+        m_everySecond.start(Second);
+}
+
+void ConnectionPage::offerUnlocking()
+{
+    const Action action = meaningOf(m_report).action;
+    if (action != Action::EnterPin && action != Action::EnterPuk) {
+        m_offeredFor = 0;
+        return;
+    }
+    if (m_offeredFor == m_modem.id || !isOnScreen(CommonUtils::GetMainWindow()) ||
+        QApplication::activeModalWidget())
+        return;
+    m_offeredFor = m_modem.id;
+    askForCode();
+}
+
+void ConnectionPage::act(Action action)
+{
+    switch (action) {
+    case Action::Connect:
+        m_connector.connectModem(m_modem);
+        break;
+    case Action::Cancel:
+    case Action::Disconnect:
+        m_connector.disconnectModem(m_modem);
+        break;
+    case Action::EnterPin:
+    case Action::EnterPuk:
+        askForCode();
+        break;
+    }
+}
+
+void ConnectionPage::askForCode()
+{
+    if (m_pinDialog)
+        return;
+    m_pinDialog = new PinDialog(m_modem, m_requests, m_events, CommonUtils::GetMainWindow());
+    m_pinDialog->open();
+}
+
+void ConnectionPage::changeAccessPoint()
+{
+    showAccessPoint(m_modem, this, [this] {
+        readAccessPoint();
+        refresh();
+    });
+}
+
+void ConnectionPage::choose(const Modem& modem)
+{
+    useModem(modem);
+    refresh();
+}
+
+void ConnectionPage::showEvent(QShowEvent* event)
+{
+    Page::showEvent(event);
+    m_isShown = true;
+    refresh();
+}
+
+void ConnectionPage::hideEvent(QHideEvent* event)
+{
+    Page::hideEvent(event);
+    m_isShown = false;
+    m_everySecond.stop();
+}

@@ -1,0 +1,85 @@
+#include "FactsPanel.h"
+
+#include "support/ElidedLabel.h"
+#include "support/Text.h"
+
+#include <QGridLayout>
+#include <QResizeEvent>
+
+namespace {
+
+constexpr int NarrowPanel = 460; ///< narrower ones have two columns
+constexpr int Columns = 3;
+constexpr int NarrowColumns = 2;
+
+struct Fact
+{
+    const char* caption;
+    QString Facts::*value;
+};
+
+constexpr Fact AllFacts[] = {
+    {"IDS_CONN_NETWORK", &Facts::network}, {"IDS_CONN_TECHNOLOGY", &Facts::technology},
+    {"IDS_CONN_SIGNAL", &Facts::signal},   {"IDS_CONN_ROAMING", &Facts::roaming},
+    {"IDS_CONN_ADDRESS", &Facts::address}, {"IDS_CONN_TRAFFIC", &Facts::traffic},
+};
+
+QWidget* makeCell(const char* caption, ElidedLabel* value)
+{
+    auto* cell = new QWidget;
+    auto* column = new QVBoxLayout(cell);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    QLabel* const captionLabel = Look::quietLabel(QString());
+    Look::setFont(value, 1.1, QFont::DemiBold);
+    column->addWidget(captionLabel);
+    column->addWidget(value);
+    keepTranslated(captionLabel, [=] {
+        captionLabel->setText(text(caption));
+        value->setAccessibleName(captionLabel->text());
+    });
+    return cell;
+}
+
+} // namespace
+
+FactsPanel::FactsPanel(QWidget* parent)
+    : Surface(parent)
+    , m_grid(new QGridLayout(this))
+{
+    m_grid->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
+    m_grid->setHorizontalSpacing(Look::Margin);
+    m_grid->setVerticalSpacing(Look::Gap * 2);
+    for (const Fact& fact : AllFacts) {
+        auto* value = new ElidedLabel;
+        value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // columns are equally wide
+        m_values.append(value);
+        m_cells.append(makeCell(fact.caption, value));
+    }
+    arrange(Columns);
+}
+
+void FactsPanel::showFacts(const Facts& facts)
+{
+    for (int i = 0; i < m_values.size(); ++i) {
+        const QString value = facts.*AllFacts[i].value;
+        m_values[i]->setFullText(value.isEmpty() ? QStringLiteral("\u2013") : value);
+    }
+}
+
+void FactsPanel::arrange(int columns)
+{
+    if (m_columns == columns)
+        return;
+    m_columns = columns;
+    for (int i = 0; i < m_cells.size(); ++i)
+        m_grid->addWidget(m_cells[i], i / columns, i % columns);
+    for (int column = 0; column < Columns; ++column)
+        m_grid->setColumnStretch(column, column < columns ? 1 : 0);
+}
+
+void FactsPanel::resizeEvent(QResizeEvent* event)
+{
+    arrange(event->size().width() < NarrowPanel ? NarrowColumns : Columns);
+    Surface::resizeEvent(event);
+}

@@ -1,0 +1,154 @@
+#include "ModemReport.h"
+
+#include "support/OperatorNames.h"
+#include "support/Text.h"
+#include "support/Units.h"
+
+#include <qrvl.h>
+
+#include <QLocale>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr QLatin1String Connected("connected");
+
+QString value(const Modem& modem, const char* key)
+{
+    return modemValue(modem.id, QString::fromLatin1(key));
+}
+
+QString serviceWord(const char* key)
+{
+    return serviceValue(QString::fromLatin1(key));
+}
+
+struct Technology
+{
+    const char* value;
+    const char* name; ///< the same in all languages
+};
+
+constexpr Technology Technologies[] = {
+    {"gsm", "GSM (2G)"},   {"gprs", "GPRS (2G)"},   {"edge", "EDGE (2G)"}, {"umts", "UMTS (3G)"},
+    {"hspa", "HSPA (3G)"}, {"hspa+", "HSPA+ (3G)"}, {"lte", "LTE (4G)"},   {"5g", "5G"},
+};
+
+QString technologyName(const QString& reported)
+{
+    const auto* const found =
+        std::find_if(std::begin(Technologies), std::end(Technologies), [&](const Technology& technology) {
+            return reported == QLatin1String(technology.value);
+        });
+    return found == std::end(Technologies) ? reported.toUpper() : QString::fromLatin1(found->name);
+}
+
+struct SignalStep
+{
+    int least; ///< per cent
+    const char* words;
+};
+
+constexpr SignalStep SignalSteps[] = {
+    {75, "IDS_CONN_SIGNAL_EXCELLENT"},
+    {50, "IDS_CONN_SIGNAL_GOOD"},
+    {25, "IDS_CONN_SIGNAL_FAIR"},
+    {1, "IDS_CONN_SIGNAL_WEAK"},
+};
+
+QString signalWords(const QString& reported)
+{
+    const int strength = reported.toInt();
+    const auto* const step =
+        std::find_if(std::begin(SignalSteps), std::end(SignalSteps),
+                     [strength](const SignalStep& candidate) { return strength >= candidate.least; });
+    if (step == std::end(SignalSteps))
+        return reported.isEmpty() ? QString() : text("IDS_CONN_SIGNAL_NONE");
+    return text(step->words).arg(strength);
+}
+
+QString networkName(const Modem& modem, const OperatorNames& names)
+{
+    const QString network = value(modem, "network");
+    if (network.isEmpty())
+        return {};
+    const QString reported = value(modem, "network-name");
+    const QString name = names.nameOf(network, modem.imsi, reported);
+    return name.isEmpty() ? reported : name; // the lists may not have been read yet
+}
+
+QString roamingWords(const QString& registration)
+{
+    if (registration == QLatin1String("roaming"))
+        return text("IDS_CONN_ROAMING_YES");
+    return registration == QLatin1String("home") ? text("IDS_CONN_ROAMING_NO") : QString();
+}
+
+QString trafficWords(const Modem& modem, const Units& units)
+{
+    return QStringLiteral("\u2193 %1   \u2191 %2")
+        .arg(units.volume(value(modem, "received").toULongLong()),
+             units.volume(value(modem, "sent").toULongLong()));
+}
+
+QString stateOf(const Modem& modem, const Modems& unusable)
+{
+    if (modem.id != 0)
+        return QStringLiteral("available");
+    return unusable.isEmpty() ? QString() : value(unusable.first(), "state");
+}
+
+} // namespace
+
+ConnectionReport readReport(const Modem& modem)
+{
+    const Modems unusable = modem.id == 0 ? unusableModems() : Modems();
+    ConnectionReport report;
+    report.problem = modem.id == 0 ? serviceWord("problem") : QString();
+    report.connectionProblem = serviceWord("connection-problem");
+    report.state = stateOf(modem, unusable);
+    report.stateReason = unusable.isEmpty() ? QString() : value(unusable.first(), "state.reason");
+    if (modem.id == 0)
+        return report;
+    report.sim = value(modem, "sim");
+    report.registration = value(modem, "registration");
+    report.connection = value(modem, "connection");
+    report.failure = value(modem, "connection.error").toInt();
+    return report;
+}
+
+QDateTime connectedSince(const Modem& modem)
+{
+    bool isNumber = false;
+    const qint64 seconds = value(modem, "connection.since").toLongLong(&isNumber);
+    return isNumber ? QDateTime::fromSecsSinceEpoch(seconds) : QDateTime();
+}
+
+QString sinceText(const QDateTime& since, const QDateTime& now)
+{
+    constexpr int minute = 60;
+    constexpr int hour = 60 * minute;
+    const qint64 seconds = std::max<qint64>(0, since.secsTo(now));
+    const QString moment = since.date() == now.date() ? QLocale().toString(since.time(), QLocale::ShortFormat)
+                                                      : QLocale().toString(since, QLocale::ShortFormat);
+    return QStringLiteral("%1 (%2:%3:%4)")
+        .arg(moment)
+        .arg(seconds / hour)
+        .arg(seconds % hour / minute, 2, 10, QLatin1Char('0'))
+        .arg(seconds % minute, 2, 10, QLatin1Char('0'));
+}
+
+Facts readFacts(const Modem& modem, const OperatorNames& names, const Units& units)
+{
+    const bool isConnected = value(modem, "connection") == Connected;
+    Facts facts;
+    facts.network = networkName(modem, names);
+    facts.technology = technologyName(value(modem, "technology"));
+    facts.signal = facts.network.isEmpty() ? QString() : signalWords(value(modem, "signal"));
+    facts.roaming = roamingWords(value(modem, "registration"));
+    facts.address = isConnected ? value(modem, "connection.address") : QString();
+    facts.traffic = isConnected ? trafficWords(modem, units) : QString();
+    return facts;
+}

@@ -1,0 +1,241 @@
+#include "PinDialog.h"
+
+#include "support/DeviceEvents.h"
+#include "support/Dialog.h"
+#include "support/Look.h"
+#include "support/Requests.h"
+#include "support/ResultWords.h"
+#include "support/Secret.h"
+#include "support/Text.h"
+
+#include <qrvl.h>
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int Width = 380;
+constexpr int LeastPin = 4; // digits
+constexpr int MostDigits = 8;
+constexpr int FieldHeight = 36;
+
+QString value(const Modem& modem, const char* key)
+{
+    return modemValue(modem.id, QString::fromLatin1(key));
+}
+
+QLabel* makeNote()
+{
+    QLabel* const note = Look::label(QString(), 1.0, QFont::DemiBold);
+    note->setWordWrap(true);
+    return note;
+}
+
+} // namespace
+
+PinDialog::PinDialog(const Modem& modem, Requests& requests, const DeviceEvents* events, QWidget* parent)
+    : ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed)
+    , m_modem(modem)
+    , m_requests(requests)
+    , m_sentence(Look::label(QString(), 1.0))
+    , m_tries(Look::quietLabel(QString()))
+    , m_note(makeNote())
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_sentence->setWordWrap(true);
+    fillDialog(this, makeContent());
+    keepTranslated(this, [this] { showTexts(); });
+    connect(events, &DeviceEvents::changed, this, &PinDialog::followCard);
+    connect(events, &DeviceEvents::statusChanged, this, &PinDialog::followCard);
+    followCard();
+}
+
+PinDialog::~PinDialog()
+{
+    wipeFields();
+}
+
+QWidget* PinDialog::makeContent()
+{
+    auto* content = new QWidget;
+    content->setFixedWidth(Width);
+    m_form = new QFormLayout;
+    m_form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    m_form->setVerticalSpacing(Look::Gap / 2);
+    m_pin = addField(m_form, "IDS_CONN_PIN");
+    m_puk = addField(m_form, "IDS_CONN_PUK");
+    m_newPin = addField(m_form, "IDS_CONN_NEW_PIN");
+    m_repeatedPin = addField(m_form, "IDS_CONN_REPEATED_PIN");
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
+    layout->setSpacing(Look::Gap);
+    layout->addWidget(m_sentence);
+    layout->addLayout(m_form);
+    layout->addWidget(m_tries);
+    layout->addWidget(m_note);
+    layout->addSpacing(Look::Gap);
+    layout->addLayout(makeButtons());
+    return content;
+}
+
+QLineEdit* PinDialog::addField(QFormLayout* form, const char* caption)
+{
+    auto* field = new QLineEdit;
+    field->setEchoMode(QLineEdit::Password);
+    field->setMaxLength(MostDigits);
+    field->setMinimumHeight(FieldHeight);
+    field->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), field));
+    field->setInputMethodHints(Qt::ImhDigitsOnly | Qt::ImhHiddenText | Qt::ImhSensitiveData);
+    field->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
+    QLabel* const label = Look::quietLabel(QString());
+    label->setBuddy(field);
+    form->addRow(label, field);
+    connect(field, &QLineEdit::textChanged, this, &PinDialog::enable);
+    keepTranslated(label, [=] {
+        label->setText(text(caption));
+        field->setAccessibleName(label->text());
+    });
+    return field;
+}
+
+QLayout* PinDialog::makeButtons()
+{
+    m_unlock = new QPushButton;
+    m_unlock->setDefault(true);
+    m_unlock->setProperty("primary", true);
+    auto* cancel = new QPushButton;
+    cancel->setAutoDefault(false);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Look::Gap);
+    row->addStretch();
+    for (QPushButton* button : {cancel, m_unlock}) {
+        button->setMinimumSize(110, FieldHeight);
+        row->addWidget(button);
+    }
+    connect(m_unlock, &QPushButton::clicked, this, &PinDialog::submit);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::close);
+    keepTranslated(cancel, [=] {
+        setCaption(cancel, "IDS_CONN_CANCEL");
+        setCaption(m_unlock, "IDS_CONN_UNLOCK");
+    });
+    return row;
+}
+
+bool PinDialog::asksPuk() const
+{
+    return m_asksFor == QLatin1String("puk");
+}
+
+void PinDialog::followCard()
+{
+    const QString sim = value(m_modem, "sim");
+    const bool asks = sim == QLatin1String("pin") || sim == QLatin1String("puk");
+    if (!asks && sim != QLatin1String("blocked")) {
+        if (!m_isBusy)
+            close();
+        return;
+    }
+    if (sim != m_asksFor) {
+        m_asksFor = sim;
+        wipeFields();
+        m_pin->setVisible(!asksPuk() && asks);
+        for (QLineEdit* field : {m_puk, m_newPin, m_repeatedPin})
+            field->setVisible(asksPuk());
+        for (QLineEdit* field : {m_pin, m_puk, m_newPin, m_repeatedPin})
+            m_form->labelForField(field)->setVisible(!field->isHidden());
+        (asksPuk() ? m_puk : m_pin)->setFocus();
+    }
+    showTexts();
+    enable();
+}
+
+void PinDialog::showTexts()
+{
+    setWindowTitle(text("IDS_CONN_UNLOCK_TITLE"));
+    const bool isBlocked = m_asksFor == QLatin1String("blocked");
+    const char* const question = asksPuk() ? "IDS_CONN_ASK_PUK" : "IDS_CONN_ASK_PIN";
+    m_sentence->setText(isBlocked ? text("IDS_CONN_BLOCKED_HINT") : text(question).arg(m_modem.name));
+    const QString tries = value(m_modem, asksPuk() ? "puk-tries" : "pin-tries");
+    m_tries->setText(text("IDS_CONN_TRIES").arg(tries));
+    m_tries->setVisible(!isBlocked && !tries.isEmpty());
+    fitToContent();
+}
+
+void PinDialog::fitToContent()
+{
+    m_note->setVisible(!m_note->text().isEmpty());
+    QWidget* const content = GetMainWidget();
+    if (!content)
+        return;
+    content->layout()->activate();
+    changeSize({Width, content->layout()->totalHeightForWidth(Width)});
+}
+
+bool PinDialog::isComplete() const
+{
+    if (m_asksFor == QLatin1String("pin"))
+        return m_pin->text().size() >= LeastPin;
+    return asksPuk() && m_puk->text().size() == MostDigits && m_newPin->text().size() >= LeastPin &&
+           m_repeatedPin->text().size() >= LeastPin;
+}
+
+void PinDialog::enable()
+{
+    m_unlock->setEnabled(!m_isBusy && isComplete());
+    for (QLineEdit* field : {m_pin, m_puk, m_newPin, m_repeatedPin})
+        field->setReadOnly(m_isBusy);
+}
+
+void PinDialog::submit()
+{
+    if (m_isBusy || !isComplete())
+        return;
+    if (asksPuk() && m_newPin->text() != m_repeatedPin->text()) {
+        m_note->setText(text("IDS_CONN_PINS_DIFFER"));
+        fitToContent();
+        return;
+    }
+    m_isBusy = true;
+    m_requests.start(
+        [this](quint32* request) {
+            return asksPuk() ? QRVL_DevSrv_EnterPuk(m_modem.id, utf16(m_puk->text()), utf16(m_newPin->text()),
+                                                    request)
+                             : QRVL_DevSrv_EnterPin(m_modem.id, utf16(m_pin->text()), request);
+        },
+        this, [this](const RequestEnd& end) { finish(end); });
+    wipeFields();
+    m_note->setText(text("IDS_CONN_CHECKING"));
+    fitToContent();
+}
+
+void PinDialog::finish(const RequestEnd& end)
+{
+    m_isBusy = false;
+    if (end.result == QRVL_OK) {
+        close();
+        return;
+    }
+    m_note->setText(wordsFor(end.result));
+    followCard();
+}
+
+QString PinDialog::wordsFor(int result) const
+{
+    if (result == QRVL_ERROR_WRONG_CODE)
+        return text(asksPuk() ? "IDS_CONN_WRONG_PUK" : "IDS_CONN_WRONG_PIN");
+    if (result == QRVL_ERROR_BLOCKED) // if the card is beyond its PUK, the sentence says so
+        return asksPuk() ? text("IDS_CONN_PUK_HINT") : QString();
+    const ResultWords words = resultWords(result);
+    return words.title + QLatin1String(". ") + words.hint;
+}
+
+void PinDialog::wipeFields()
+{
+    for (QLineEdit* field : {m_pin, m_puk, m_newPin, m_repeatedPin})
+        wipe(field);
+}

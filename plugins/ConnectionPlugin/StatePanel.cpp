@@ -1,0 +1,111 @@
+#include "StatePanel.h"
+
+#include "support/ResultWords.h"
+#include "support/Text.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <QVariant>
+#include <QWindow>
+
+namespace {
+
+constexpr int PictureSize = 64;
+constexpr QSize ButtonSize{220, 44};
+constexpr int LongestLine = 460; ///< of the sentence, in pixels
+constexpr qreal TitleScale = 1.9;
+
+struct Button
+{
+    Action action;
+    const char* label;
+    bool isPrimary; ///< what most users want next, so that it is drawn in colour
+};
+
+constexpr Button Buttons[] = {
+    {Action::Connect, "IDS_CONN_CONNECT", true},        {Action::Cancel, "IDS_CONN_CANCEL", false},
+    {Action::Disconnect, "IDS_CONN_DISCONNECT", false}, {Action::EnterPin, "IDS_CONN_ENTER_PIN", true},
+    {Action::EnterPuk, "IDS_CONN_ENTER_PUK", true},
+};
+
+QLabel* centred(QLabel* label)
+{
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+QPushButton* makeButton()
+{
+    auto* button = new QPushButton;
+    button->setMinimumSize(ButtonSize);
+    button->setAutoDefault(true); // the Return key presses it while it has the focus
+    QFont font = button->font();
+    font.setPointSizeF(font.pointSizeF() * 1.15);
+    font.setWeight(QFont::DemiBold);
+    button->setFont(font);
+    return button;
+}
+
+/// Sets a property that style sheets ask for.
+void setStyleProperty(QWidget* widget, const char* name, bool isSet)
+{
+    if (widget->property(name) == isSet)
+        return;
+    widget->setProperty(name, isSet);
+    widget->style()->polish(widget);
+}
+
+} // namespace
+
+StatePanel::StatePanel(QWidget* parent)
+    : Surface(parent)
+    , m_picture(centred(new QLabel))
+    , m_title(centred(Look::label(QString(), TitleScale, QFont::DemiBold)))
+    , m_sentence(centred(Look::quietLabel(QString(), true)))
+    , m_button(makeButton())
+{
+    m_title->setWordWrap(true);
+    m_sentence->setMaximumWidth(LongestLine);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
+    layout->setSpacing(Look::Gap);
+    layout->addStretch();
+    layout->addWidget(m_picture);
+    layout->addWidget(m_title);
+    auto* line = new QHBoxLayout; // lets the sentence be as wide as it may
+    line->addWidget(m_sentence, 1);
+    layout->addLayout(line);
+    layout->addSpacing(Look::Gap);
+    layout->addWidget(m_button, 0, Qt::AlignHCenter);
+    layout->addStretch();
+    connect(m_button, &QPushButton::clicked, this, [this] { Q_EMIT pressed(m_action); });
+}
+
+void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
+{
+    const ResultWords words = meaning.failure ? resultWords(meaning.failure) : ResultWords();
+    m_picture->setPixmap(
+        Look::tileIcon(meaning.sign).pixmap(window()->windowHandle(), {PictureSize, PictureSize}));
+    m_title->setText(meaning.title ? text(meaning.title) : words.title);
+    if (sentence.isEmpty())
+        m_sentence->setText(meaning.sentence ? text(meaning.sentence) : words.hint);
+    else
+        m_sentence->setText(sentence);
+    m_button->setAccessibleDescription(m_sentence->text());
+    showButton(meaning);
+}
+
+void StatePanel::showButton(const Meaning& meaning)
+{
+    m_action = meaning.action;
+    for (const Button& button : Buttons) {
+        if (button.action != meaning.action)
+            continue;
+        setCaption(m_button, button.label);
+        setStyleProperty(m_button, "primary", button.isPrimary);
+    }
+    m_button->setEnabled(meaning.isPossible);
+    m_button->setToolTip(meaning.isPossible ? QString() : m_sentence->text());
+}
