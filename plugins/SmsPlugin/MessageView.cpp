@@ -1,13 +1,12 @@
 #include "MessageView.h"
 
-#include "Change/Change.h"
 #include "MessageText.h"
+#include "Shown.h"
 #include "common/CommonUtils.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
-#include <QDateTime>
 #include <QLabel>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -16,36 +15,32 @@
 
 namespace {
 
-QTextBrowser* makeText()
+void openLink(const QUrl& target)
 {
-    auto* browser = new QTextBrowser;
-    browser->setOpenLinks(false);
-    browser->setFrameShape(QFrame::NoFrame);
-    browser->document()->setDocumentMargin(0);
-    keepTranslated(browser, [browser] { browser->setAccessibleName(text("IDS_SMS_MESSAGE")); });
-    QObject::connect(browser, &QTextBrowser::anchorClicked, browser, [](const QUrl& target) {
+    const QStringList schemes{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("ftp"),
+                              QStringLiteral("mailto")};
+    if (schemes.contains(target.scheme()))
         CommonUtils::OpenUrl(urlToOpen(target.toString(QUrl::FullyEncoded)));
-    });
-    return browser;
 }
 
 } // namespace
 
-QString shownTime(const Message& message, QLocale::FormatType dateFormat)
+void prepareBrowser(QTextBrowser* browser)
 {
-    const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
-    const QLocale locale(Change::GetLangName());
-    return time.isValid() ? locale.toString(time.date(), dateFormat) + QLatin1Char(' ') +
-                                locale.toString(time.time(), QLocale::ShortFormat)
-                          : QString();
+    browser->setOpenLinks(false);
+    browser->setFrameShape(QFrame::NoFrame);
+    browser->document()->setDocumentMargin(0);
+    keepTranslated(browser, [browser] { browser->setAccessibleName(text("IDS_SMS_MESSAGE")); });
+    QObject::connect(browser, &QTextBrowser::anchorClicked, browser, openLink);
 }
 
 MessageView::MessageView(QWidget* parent)
     : QWidget(parent)
     , m_sender(new ElidedLabel)
     , m_time(Look::quietLabel(QString()))
-    , m_text(makeText())
+    , m_text(new QTextBrowser)
 {
+    prepareBrowser(m_text);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
     Look::setFont(m_sender, 1.0, QFont::DemiBold);
@@ -58,8 +53,8 @@ MessageView::MessageView(QWidget* parent)
 
 void MessageView::setMessage(const Message& message)
 {
-    m_sender->setFullText(message.sender);
-    m_time->setText(shownTime(message, QLocale::LongFormat));
+    m_sender->setFullText(shownAddress(message.address));
+    m_time->setText(shownFate(message));
     const QString rich = richMessage(message.text);
     if (m_shown == rich)
         return;

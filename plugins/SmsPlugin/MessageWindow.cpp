@@ -1,6 +1,7 @@
 #include "MessageWindow.h"
 
 #include "MessageView.h"
+#include "Shown.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Text.h"
@@ -14,21 +15,22 @@ constexpr QSize ContentSize{420, 280};
 MessageWindow::MessageWindow(const Message& message, QWidget* parent)
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetNormal)
 {
-    setObjectName(message.key);
+    setObjectName(message.key());
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     auto* view = new MessageView;
     view->setMinimumSize(ContentSize);
     fillDialog(this, view);
     keepTranslated(this, [=] {
-        setWindowTitle(text("IDS_SMS_FROM").arg(message.sender));
+        setWindowTitle(
+            text(message.isSent ? "IDS_SMS_TO" : "IDS_SMS_FROM").arg(shownAddress(message.address)));
         view->setMessage(message);
     });
 }
 
 void MessageWindow::open(const Message& message, QWidget* parent)
 {
-    auto* window = parent->findChild<MessageWindow*>(message.key, Qt::FindDirectChildrenOnly);
+    auto* window = parent->findChild<MessageWindow*>(message.key(), Qt::FindDirectChildrenOnly);
     if (!window)
         window = new MessageWindow(message, parent);
     else if (window->GetTileBar() && window->GetTileBar()->IsMinimized())

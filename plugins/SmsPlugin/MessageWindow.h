@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ExtendDialog/ExtendDialog.h"
-#include "MessageReader.h"
+#include "Message.h"
 
 /// A message in a window of its own, which can be minimised to a tile. Deleted when it is closed.
 class MessageWindow : public ExtendDialog
