@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -31,9 +32,11 @@ QLineEdit* makeNumberField()
     number->setAlignment(Qt::AlignCenter);
     number->setClearButtonEnabled(true);
     number->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
-    keepTranslated(number, [number] {
+    auto* clear = number->findChild<QToolButton*>();
+    keepTranslated(number, [number, clear] {
         number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         number->setAccessibleName(number->placeholderText());
+        clear->setAccessibleName(text("IDS_DIAL_CLEAR"));
     });
     // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
     // text changes.
@@ -59,6 +62,7 @@ DialPadPage::DialPadPage(QWidget* parent)
     content()->addWidget(pad);
     content()->addStretch();
     setFocusProxy(m_number);
+    setTabOrder(m_number, m_call); // whoever types the number does not need the keys
     connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::numberChanged);
     connect(m_number, &QLineEdit::returnPressed, this, &DialPadPage::call);
     numberChanged();
@@ -82,8 +86,7 @@ QPushButton* DialPadPage::makeKey(const QString& sign)
     key->setFont(scaledFont(key->font(), 1.4));
     key->setMinimumHeight(KeyHeight);
     key->setAccessibleName(sign);
-    // The number can be typed, so these keys are for the mouse and are skipped by the Tab key.
-    key->setFocusPolicy(Qt::ClickFocus);
+    key->setAutoDefault(true); // the Return key presses it while it has the focus
     connect(key, &QPushButton::clicked, this, [this, sign] { press(sign); });
     return key;
 }
@@ -93,6 +96,7 @@ QWidget* DialPadPage::makeCallRow()
     m_call = new QPushButton;
     m_call->setFont(scaledFont(m_call->font(), 1.2));
     m_call->setMinimumHeight(KeyHeight);
+    m_call->setAutoDefault(true);
     connect(m_call, &QPushButton::clicked, this, &DialPadPage::call);
     keepTranslated(m_call, [this] { setCaption(m_call, "IDS_DIAL_CALL"); });
     return m_call;

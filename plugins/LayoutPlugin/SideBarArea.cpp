@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QResizeEvent>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
@@ -107,6 +108,34 @@ SideBarArea::SideBarArea(QWidget* parent)
     connect(m_sideBar, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
     // Also emitted when a page is deleted without having been removed.
     connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::removeEntry);
+    setFocusProxy(m_sideBar);
+    connect(m_sideBar, &QListWidget::itemClicked, this, &SideBarArea::enterPage);
+    connect(m_sideBar, &QListWidget::itemActivated, this, &SideBarArea::enterPage);
+    addShortcut(Qt::CTRL + Qt::Key_Tab, 1);
+    addShortcut(Qt::CTRL + Qt::SHIFT + Qt::Key_Tab, -1);
+}
+
+void SideBarArea::addShortcut(const QKeySequence& keys, int step)
+{
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step] { turnPage(step); });
+}
+
+void SideBarArea::turnPage(int step)
+{
+    const int count = m_sideBar->count();
+    if (count == 0)
+        return;
+    m_sideBar->setCurrentRow((m_sideBar->currentRow() + step + count) % count);
+    m_sideBar->setFocus();
+    enterPage();
+}
+
+/// Moves the focus to the page's first field, if it has one.
+void SideBarArea::enterPage()
+{
+    const QWidget* const page = m_pages->currentWidget();
+    if (page && page->focusProxy())
+        page->focusProxy()->setFocus();
 }
 
 void SideBarArea::addPage(QWidget* page)

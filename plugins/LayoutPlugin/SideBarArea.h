@@ -24,6 +24,9 @@ protected:
 
 private:
     void removeEntry(int index);
+    void addShortcut(const QKeySequence& keys, int step);
+    void turnPage(int step);
+    void enterPage();
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;

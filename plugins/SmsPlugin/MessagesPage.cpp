@@ -21,6 +21,7 @@ constexpr int NarrowPage = 520; ///< below this width the conversation is under 
 QListView* makeList(QAbstractItemModel* model)
 {
     auto* list = new QListView;
+    list->setObjectName(QLatin1String("messageList"));
     list->setModel(model);
     list->setItemDelegate(new ConversationDelegate(list));
     list->setUniformItemSizes(true);

@@ -96,6 +96,7 @@ QWidget* MainWindow::pluginsPage() const
 void MainWindow::setArea(QWidget* area)
 {
     static_cast<QVBoxLayout*>(layout())->insertWidget(1, area, 1);
+    area->setFocus(); // instead of the first button of the header
 }
 
 void MainWindow::setStatusBar(QWidget* statusBar)

@@ -62,7 +62,7 @@ PluginsPage::PluginsPage(QWidget* parent)
     , m_model(new PluginStatusModel(this))
 {
     m_faults->setWordWrap(true);
-    m_faults->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    Look::makeSelectable(m_faults);
     content()->addWidget(m_faults);
     auto* panel = new Surface;
     auto* layout = new QVBoxLayout(panel);

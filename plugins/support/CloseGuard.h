@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
+
+class ExtendDialog;
+class QWidget;
 
 /// Asks the user before the main window closes while something would be lost. GUI thread only.
 class CloseGuard : public QObject
@@ -19,17 +23,21 @@ public:
         const char* stay;
     };
 
-    /// Watches the main window, which must exist, until this object is deleted.
+    /// Watches the main window, which must exist, until this object is deleted. A question that is shown then
+    /// disappears.
     /// @param isNeeded called on each attempt to close the window; true asks the question
     /// @param parent   owns this object
     CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent);
+    ~CloseGuard() override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool mayClose() const;
+    void ask(QWidget* window);
 
     Question m_question;
     std::function<bool()> m_isNeeded;
+    QPointer<ExtendDialog> m_dialog;
+    bool m_mayClose = false;
 };

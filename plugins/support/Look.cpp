@@ -108,6 +108,13 @@ void Look::makeQuiet(QLabel* label)
     new Dimmer(label);
 }
 
+void Look::makeSelectable(QLabel* label)
+{
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setFocusPolicy(Qt::StrongFocus);
+    label->setProperty("selectable", true);
+}
+
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
 {
     auto* label = new Label;

@@ -41,6 +41,10 @@ void setFont(QLabel* label, qreal scale, QFont::Weight weight = QFont::Normal);
 /// sheets.
 void makeQuiet(QLabel* label);
 
+/// Lets the user select and copy a label's text, with the keyboard as well. Gives it the property "selectable" for
+/// style sheets.
+void makeSelectable(QLabel* label);
+
 /// A new label for plain text; the caller owns it.
 /// @param scale factor for the size of the font
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);

@@ -70,7 +70,7 @@ void Card::addRow(const QString& caption, const QString& value)
 {
     const int row = m_rows->rowCount();
     QLabel* content = Look::label(value, 1.0);
-    content->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    Look::makeSelectable(content);
     content->setAccessibleName(caption);
     content->setAccessibleDescription(value);
     m_rows->addWidget(Look::quietLabel(caption), row, 0);

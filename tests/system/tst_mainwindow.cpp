@@ -1,31 +1,24 @@
 // The whole application in this process, with its main window at hand: languages and skins, status bar and
 // messages.
 #include "Change/Change.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "RunningApplication.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractItemView>
-#include <QAction>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDirIterator>
 #include <QListWidget>
-#include <QMenu>
-#include <QSaveFile>
 #include <QSet>
 #include <QStackedWidget>
-#include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QTextCursor>
 #include <QXmlStreamReader>
 #include <QtTest>
 
-#include <algorithm>
-#include <memory>
 #include <tuple>
 
-class TestMainWindow : public QObject
+class TestMainWindow : public RunningApplication
 {
     Q_OBJECT
 
@@ -51,22 +44,11 @@ protected:
     }
 
 private:
-    /// Lets the device service find this in its simulator's file.
-    void simulate(const QByteArray& modems) const;
-
-    /// Chooses a language as the user does, by its place among the languages' own names.
-    void choose(const QString& ownName);
-
     void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
 
     /// The page "Plugins" reports the damaged file and the plugin that throws.
     void checkFaults() const;
 
-    /// The action or button that has the shortcut; null when none has.
-    QObject* owner(const char* shortcut) const;
-
-    std::unique_ptr<Startup> m_startup;
-    QWidget* m_window = nullptr;
     QStringList m_openedUrls;
     QHash<int, int> m_events;
 };
@@ -122,33 +104,9 @@ QSet<QString> shownTexts(QWidget* window)
 void TestMainWindow::initTestCase()
 {
     qApp->installEventFilter(this);
-    m_startup = std::make_unique<Startup>(true);
-    QVERIFY(Startup::GetMainFrameService());
-    m_window = Startup::GetMainFrameService()->GetMainWindow();
+    start();
+    QVERIFY(window());
     QTRY_VERIFY(owner("Ctrl+D")); // the dial pad comes with the modem's customisation
-}
-
-void TestMainWindow::choose(const QString& ownName)
-{
-    for (QMenu* menu : m_window->findChildren<QMenu*>()) {
-        emit menu->aboutToShow();
-        for (QAction* choice : menu->actions()) {
-            if (choice->text() == ownName)
-                choice->trigger();
-        }
-        emit menu->aboutToHide();
-    }
-    QCoreApplication::processEvents();
-}
-
-QObject* TestMainWindow::owner(const char* shortcut) const
-{
-    const auto objects = m_window->findChildren<QObject*>();
-    const auto has = [shortcut](const QObject* object) {
-        return object->property("shortcut").value<QKeySequence>() == QKeySequence(shortcut);
-    };
-    const auto found = std::find_if(objects.begin(), objects.end(), has);
-    return found == objects.end() ? nullptr : *found;
 }
 
 void TestMainWindow::language()
@@ -174,9 +132,9 @@ void TestMainWindow::language()
         checkFaults();
         for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
             QVERIFY2(owner(shortcut), shortcut);
-        QCOMPARE(m_window->layoutDirection(), direction);
-        const auto* sideBar = m_window->findChild<QListWidget*>();
-        const auto* pages = m_window->findChild<QStackedWidget*>();
+        QCOMPARE(window()->layoutDirection(), direction);
+        const auto* sideBar = window()->findChild<QListWidget*>();
+        const auto* pages = window()->findChild<QStackedWidget*>();
         QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
         before = code;
     }
@@ -185,7 +143,7 @@ void TestMainWindow::language()
 /// No text of the language before is left.
 void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const
 {
-    const QSet<QString> shown = shownTexts(m_window);
+    const QSet<QString> shown = shownTexts(window());
     const QSet<QString> left = (before - expected) & shown;
     QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
     QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
@@ -199,7 +157,7 @@ void TestMainWindow::checkFaults() const
     const QString malformed = text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(brokenLine);
     for (const QString& cell :
          {malformed, text("IDS_STATE_FAILED"), text("IDS_FAULT_THREW"), QString("Init() threw: faulty")})
-        QTRY_VERIFY2(!cell.isEmpty() && shownTexts(m_window).contains(cell), qUtf8Printable(cell));
+        QTRY_VERIFY2(!cell.isEmpty() && shownTexts(window()).contains(cell), qUtf8Printable(cell));
 }
 
 namespace {
@@ -222,28 +180,15 @@ void TestMainWindow::compactWindow()
     for (const auto& [language, skin, usualSkin] : rows) {
         choose(language);
         QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-        const QSize usual = m_window->size();
+        const QSize usual = window()->size();
         QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
         QVERIFY(CommonUtils::IsMiniMode());
         QCOMPARE(qApp->styleSheet(), sheet(skin));
-        QVERIFY(m_window->width() < usual.width());
+        QVERIFY(window()->width() < usual.width());
         QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
         QVERIFY(!CommonUtils::IsMiniMode());
         QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-        QCOMPARE(m_window->size(), usual);
-    }
-}
-
-void TestMainWindow::simulate(const QByteArray& modems) const
-{
-    const auto write = [&modems] {
-        QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    };
-    // On Windows the file cannot be replaced while the service reads it.
-    for (int attempts = 1; !write(); ++attempts) {
-        QVERIFY(attempts < 250);
-        QTest::qSleep(20);
+        QCOMPARE(window()->size(), usual);
     }
 }
 
@@ -275,7 +220,7 @@ void TestMainWindow::statusBar()
         const QByteArray modem = "[modem " + QByteArray::number(++number) + "]\nmodel=M\n" + values;
         simulate(values.isEmpty() ? QByteArray() : modem);
         for (const char* text : texts)
-            QTRY_VERIFY2(shownTexts(m_window).contains(text), text);
+            QTRY_VERIFY2(shownTexts(window()).contains(text), text);
     }
 }
 
@@ -283,16 +228,16 @@ void TestMainWindow::statusBar()
 void TestMainWindow::messageLinks()
 {
     simulate("[modem M]\nmodel=M\nstate=attached\n");
-    QTRY_VERIFY(shownTexts(m_window).contains("Es sind keine Nachrichten da."));
+    QTRY_VERIFY(shownTexts(window()).contains("Es sind keine Nachrichten da."));
     simulate("[modem M]\nmodel=M\nstate=attached\n[message 1]\nmodem=M\nsender=A\n"
              "text=<b>\\n&lt; \"x\" https://a.example/?b=1&c=\"2\" https://a.example/c.html me@a.example "
              "\\ud83d\n");
-    auto* const text = m_window->findChild<QTextBrowser*>();
+    auto* const text = window()->findChild<QTextBrowser*>();
     QTRY_COMPARE(
         text->toPlainText().simplified(),
         QString(R"(<b> &lt; "x" https://a.example/?b=1&c="2" https://a.example/c.html me@a.example )") +
             QChar(0xd83d)); // of a message that was cut
-    auto* const pages = m_window->findChild<QStackedWidget*>();
+    auto* const pages = window()->findChild<QStackedWidget*>();
     for (int page = 0; page < pages->count() && !text->isVisible(); ++page)
         pages->setCurrentIndex(page);
     QVERIFY(text->isVisible());
@@ -335,7 +280,7 @@ void TestMainWindow::menus()
 void TestMainWindow::lateWorker()
 {
     simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=1500\n[message 1]\nmodem=M\ntext=x\n");
-    const auto workers = m_window->findChildren<QThread*>();
+    const auto workers = window()->findChildren<QThread*>();
     const auto found = std::find_if(workers.begin(), workers.end(), [](const QThread* thread) {
         return thread->inherits("MessageReader");
     });
@@ -345,7 +290,7 @@ void TestMainWindow::lateWorker()
     CommonUtils::SetShutDownFlag();
     QTest::ignoreMessage(QtWarningMsg,
                          QRegularExpression("worker MessageReader: messages has not ended in time"));
-    m_startup.reset();
+    end();
 }
 
 namespace {
@@ -367,13 +312,7 @@ bool breakConfiguration()
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QFile settings(home.filePath("settings.ini"));
-    if (!settings.open(QIODevice::WriteOnly) ||
-        settings.write("[language]\nactive=_de-de\n[MiniSkin]\nName=Graphite\n") < 0)
-        return EXIT_FAILURE;
-    settings.close();
+    const TestHome home("[language]\nactive=_de-de\n[MiniSkin]\nName=Graphite\n");
     QApplication application(argc, argv);
     if (!breakConfiguration())
         return EXIT_FAILURE;

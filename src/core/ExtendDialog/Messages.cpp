@@ -6,6 +6,7 @@
 #include "ExtendDialog/ExtendDialog.h"
 #include "common/Log.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QPushButton>
@@ -43,24 +44,19 @@ void placeOver(QDialog* dialog, const QWidget* reference, const QScreen* screen)
         DialogPlacement::centred(onScreen(reference), dialog->size(), screen->availableGeometry()));
 }
 
-/// Shows a message box in a dialog until it is answered or the dialog is closed.
+/// Shows a message until it is answered or its dialog is closed. QDialog::exec() would also end when the message
+/// is hidden together with a minimised main window.
 /// @return position of the pressed button in `order`, or -1
-int runMessage(QWidget* parent, const QString& title, DkMessageBox* box, bool canClose,
-               const QList<QAbstractButton*>& order)
+int runMessage(ExtendDialog* message, const DkMessageBox* box, const QList<QAbstractButton*>& order)
 {
-    const QPointer<ExtendDialog> dialog = new ExtendDialog(parent ? parent : CommonUtils::GetMainWindow(),
-                                                           Qt::WindowCloseButtonHint, enWidgetMessage);
-    dialog->setWindowTitle(title);
-    dialog->AddMainWidget(box);
-    box->m_bEscapeAllowed = true;
-    if (!canClose) {
-        dialog->EnableCloseButton(false);
-        box->m_bEscapeAllowed = false;
-    }
-    QObject::connect(box, &DkMessageBox::changeSize, dialog, &ExtendDialog::changeSize);
-    QObject::connect(box, &QDialog::finished, dialog, &QDialog::done);
-    box->show();
-    dialog->exec();
+    const QPointer<ExtendDialog> dialog(message);
+    QEventLoop loop;
+    QObject::connect(dialog, &QDialog::finished, &loop, &QEventLoop::quit);
+    QObject::connect(dialog, &ExtendDialog::dlgCloseEvent, &loop, &QEventLoop::quit);
+    QObject::connect(dialog, &QObject::destroyed, &loop, &QEventLoop::quit);
+    dialog->setModal(true);
+    dialog->show();
+    loop.exec(QEventLoop::DialogExec);
     if (!dialog)
         return -1; // deleted with its parent while it was shown
     const int answer = order.indexOf(box->clickedButton());
@@ -113,10 +109,29 @@ int CommonUtils::ShowMessage(QWidget* parent, QString title, QString text, QStri
     QList<QAbstractButton*> order = addMessageboxButton(box, buttons);
     if (order.isEmpty())
         order.append(box->addButton(QMessageBox::Ok));
-    return runMessage(parent, title, box, canClose, order);
+    return runMessage(MakeMessage(parent, title, box, canClose), box, order);
 }
 
 int CommonUtils::ShowMessageCustomize(QWidget* parent, QString title, DkMessageBox* box, bool canClose)
 {
-    return box ? runMessage(parent, title, box, canClose, box->buttons()) : -1;
+    return box ? runMessage(MakeMessage(parent, title, box, canClose), box, box->buttons()) : -1;
+}
+
+ExtendDialog* CommonUtils::MakeMessage(QWidget* parent, QString title, DkMessageBox* box, bool canClose)
+{
+    if (!box)
+        return nullptr;
+    auto* const dialog =
+        new ExtendDialog(parent ? parent : GetMainWindow(), Qt::WindowCloseButtonHint, enWidgetMessage);
+    dialog->setWindowTitle(title);
+    dialog->AddMainWidget(box);
+    box->m_bEscapeAllowed = true;
+    if (!canClose) {
+        dialog->EnableCloseButton(false);
+        box->m_bEscapeAllowed = false;
+    }
+    QObject::connect(box, &DkMessageBox::changeSize, dialog, &ExtendDialog::changeSize);
+    QObject::connect(box, &QDialog::finished, dialog, &QDialog::done);
+    box->show();
+    return dialog;
 }

@@ -14,6 +14,7 @@
 #include <QVector>
 
 class DkMessageBox;
+class ExtendDialog;
 class IDeviceMgr;
 class ILayout;
 class QAbstractButton;
@@ -135,6 +136,12 @@ public:
     /// @param box owned by the dialog, which deletes it before this returns; null is ignored
     /// @return index of the pressed button in box->buttons(); -1 as for ShowMessage(), or if the box is null
     static int ShowMessageCustomize(QWidget* parent, QString title, DkMessageBox* box, bool canClose = true);
+
+    /// Puts a message box into a dialog, for callers that do not wait for the answer: show the dialog with open()
+    /// and follow the signals of the box.
+    /// @param box owned by the dialog; null is ignored
+    /// @return owned by the parent; closes when the box is answered. Null if the box is null
+    static ExtendDialog* MakeMessage(QWidget* parent, QString title, DkMessageBox* box, bool canClose = true);
 
     /// Adds up to three buttons, with the roles YesRole, NoRole and RejectRole in this order; further texts
     /// are ignored.
