@@ -61,10 +61,10 @@ void ConversationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     painter->setLayoutDirection(Qt::LayoutDirectionAuto); // that of the text
     painter->setRenderHint(QPainter::Antialiasing);
     drawFrame(painter, option, frame);
-    painter->setFont(isUnread ? strong : option.font);
-    const int timeWidth = painter->fontMetrics().horizontalAdvance(time) + 2;
+    const int timeWidth = option.fontMetrics.horizontalAdvance(time) + 2;
     painter->setPen(quiet);
     drawLine(painter, option, content.adjusted(content.width() - timeWidth, 0, 0, -half), time);
+    painter->setFont(isUnread ? strong : option.font);
     painter->setPen(isUnread ? plain : quiet);
     drawLine(painter, option, content.adjusted(0, half, isUnread ? -2 * DotSize : 0, 0),
              index.data(ConversationModel::TextRole).toString());

@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a conversation of ConversationModel: its address and time, and its newest message below them. All bold while
+/// Draws a conversation of ConversationModel: its address and time, and its newest message below them, bold while
 /// something is unread.
 class ConversationDelegate : public QStyledItemDelegate
 {

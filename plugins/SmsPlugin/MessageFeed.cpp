@@ -6,6 +6,14 @@ namespace {
 
 constexpr int PutAtOnce = 20; // messages
 
+/// The IMSI of a modem; null if it is not attached.
+QString simOf(const Modems& modems, quint32 id)
+{
+    const auto found =
+        std::find_if(modems.begin(), modems.end(), [id](const Modem& modem) { return modem.id == id; });
+    return found == modems.end() ? QString() : found->imsi;
+}
+
 } // namespace
 
 MessageFeed::MessageFeed(QObject* parent)
@@ -27,16 +35,29 @@ void MessageFeed::devicesChanged()
 
 void MessageFeed::refresh()
 {
-    const Modems modems = attachedModems();
-    if (!(modems == m_modems)) // perhaps a modem has another SIM
-        m_seen.clear();
-    m_modems = modems;
+    takeModems(attachedModems());
     m_isOutdated = m_reader.isRunning();
     if (m_isOutdated)
         m_reader.finish(); // what has been read is kept, so starting again costs little
     else
         m_reader.read(m_model.messages());
     Q_EMIT changed();
+}
+
+/// A modem with another SIM has other messages, even if their identifiers are the same.
+void MessageFeed::takeModems(const Modems& modems)
+{
+    QSet<QString> kept;
+    const MessagesByKey& messages = m_model.messages();
+    for (const Message& message : messages) {
+        if (simOf(m_modems, message.modem) == simOf(modems, message.modem))
+            kept.insert(message.key());
+    }
+    if (kept.size() < messages.size())
+        m_model.keepOnly(kept);
+    if (!(modems == m_modems))
+        m_seen.clear();
+    m_modems = modems;
 }
 
 void MessageFeed::pump()
@@ -102,8 +123,5 @@ SeenMessages& MessageFeed::seenOf(quint32 modem)
     const auto known = m_seen.find(modem);
     if (known != m_seen.end())
         return known->second;
-    const auto attached = std::find_if(m_modems.begin(), m_modems.end(),
-                                       [modem](const Modem& entry) { return entry.id == modem; });
-    const QString imsi = attached == m_modems.end() ? QString() : attached->imsi;
-    return m_seen.emplace(modem, SeenMessages(imsi)).first->second;
+    return m_seen.emplace(modem, SeenMessages(simOf(m_modems, modem))).first->second;
 }

@@ -40,6 +40,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void takeModems(const Modems& modems);
     void pump();
     void finish();
     void dropGone();

@@ -16,6 +16,9 @@
 
 namespace {
 
+/// Milliseconds after which the application has been customised for another modem; nothing reports when.
+constexpr int CustomisationTime = 500;
+
 constexpr int NarrowPage = 520; ///< below this width the conversation is under the list
 
 QListView* makeList(QAbstractItemModel* model)
@@ -53,7 +56,9 @@ MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     connect(&m_feed, &MessageFeed::changed, this, &MessagesPage::refresh);
     connect(events, &DeviceEvents::messagesChanged, &m_feed, &MessageFeed::refresh);
     connect(events, &DeviceEvents::changed, &m_feed, &MessageFeed::devicesChanged);
-    connect(events, &DeviceEvents::changed, this, &MessagesPage::updateToolBar);
+    m_customised.setSingleShot(true);
+    connect(events, &DeviceEvents::changed, &m_customised, [this] { m_customised.start(CustomisationTime); });
+    connect(&m_customised, &QTimer::timeout, this, &MessagesPage::updateToolBar);
     keepTranslated(this, [this] { translate(); });
     m_feed.refresh();
 }

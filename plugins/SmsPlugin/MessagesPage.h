@@ -8,6 +8,7 @@
 #include "support/Requests.h"
 
 #include <QPointer>
+#include <QTimer>
 
 class ElidedLabel;
 class MessageToolBar;
@@ -63,6 +64,7 @@ private:
     ConversationFilter m_filter;
     QPointer<QWidget> m_windowParent; ///< of the windows for messages
     MessageToolBar* m_toolBar = nullptr;
+    QTimer m_customised; ///< to see which buttons are wanted
     QPointer<XmlMenu> m_menu;
     QLabel* m_note; ///< progress, a failure, or what there is instead of messages
     QString m_failure;

@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextFrame>
 #include <QUrl>
 
 #include <algorithm>
@@ -21,6 +22,7 @@ namespace {
 constexpr int ShownAtOnce = 30; // messages
 constexpr int Indent = 40;      // of the side away from the sender
 constexpr int Padding = 8;      // around the text of a message
+constexpr int Distance = 6;     // between messages
 constexpr QLatin1String EarlierScheme("earlier");
 
 bool isSame(const Message& left, const Message& right)
@@ -77,6 +79,10 @@ void ThreadView::build()
     m_entries.clear();
     clear();
     setUndoRedoEnabled(false);
+    QTextFrameFormat frame = document()->rootFrame()->frameFormat();
+    frame.setTopMargin(Padding + 1); // the first block's own margin is ignored
+    frame.setBottomMargin(2 * Padding);
+    document()->rootFrame()->setFrameFormat(frame);
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     if (m_messages.size() > m_shown)
@@ -131,7 +137,7 @@ void ThreadView::shapeBlocks(const Entry& entry, QTextCursor& cursor, int start)
     cursor.setPosition(start, QTextCursor::KeepAnchor);
     cursor.mergeBlockFormat(inner);
     QTextBlockFormat edge;
-    edge.setTopMargin(2 * Padding);
+    edge.setTopMargin(2 * Padding + Distance);
     QTextCursor(document()->findBlockByNumber(entry.firstBlock)).mergeBlockFormat(edge);
     QTextBlockFormat end;
     end.setBottomMargin(Padding);

@@ -1,7 +1,9 @@
 // The whole application in this process, with its main window at hand: languages and skins, status bar and
 // messages.
 #include "Change/Change.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
+#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractItemView>
@@ -258,7 +260,7 @@ void TestMainWindow::messageLinks()
 void TestMainWindow::menus()
 {
     const auto hasEntry = [this] {
-        return shownTexts(m_window).contains("northtel besuchen");
+        return shownTexts(window()).contains("northtel besuchen");
     };
     for (const auto& [modem, expected] :
          {std::pair("bluewave", false), std::pair("northtel", true), std::pair("bluewave", false)}) {
@@ -266,13 +268,13 @@ void TestMainWindow::menus()
         QTRY_COMPARE(hasEntry(), expected);
         QVERIFY(owner("Ctrl+Q")); // the operator moves the entry to the end
     }
-    auto* const pages = m_window->findChild<QStackedWidget*>();
+    auto* const pages = window()->findChild<QStackedWidget*>();
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
     pages->setCurrentIndex(0);
-    m_window->showMinimized();
+    window()->showMinimized();
     QVERIFY(mainFrame->ShowPage("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46"));
     QCOMPARE(pages->currentWidget()->windowTitle(), "Nachrichten");
-    QVERIFY(!m_window->isMinimized());
+    QVERIFY(!window()->isMinimized());
     QVERIFY(!mainFrame->ShowPage("unknown"));
 }
 
@@ -281,9 +283,8 @@ void TestMainWindow::lateWorker()
 {
     simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=1500\n[message 1]\nmodem=M\ntext=x\n");
     const auto workers = window()->findChildren<QThread*>();
-    const auto found = std::find_if(workers.begin(), workers.end(), [](const QThread* thread) {
-        return thread->inherits("MessageReader");
-    });
+    const auto found = std::find_if(workers.begin(), workers.end(),
+                                    [](const QThread* thread) { return thread->inherits("MessageReader"); });
     QVERIFY(found != workers.end());
     const QThread* const worker = *found;
     QTRY_VERIFY(worker->isRunning());
