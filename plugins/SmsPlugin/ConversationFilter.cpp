@@ -55,7 +55,7 @@ const Message* ConversationFilter::nextHit(const QString& key) const
                 return &message;
             if (found && !first)
                 first = &message;
-            isBehind |= message.key() == key;
+            isBehind |= message.key == key;
         }
     }
     return first;

@@ -77,17 +77,18 @@ void ConversationModel::put(const Message& message)
     const int end = m_conversations.size();
     beginInsertRows({}, end, end);
     m_conversations.append(Conversation());
+    m_conversations[end].key = addressKey(message.address);
     putInto(m_conversations[end], message);
-    m_rows.insert(addressKey(message.address), end);
+    m_rows.insert(m_conversations[end].key, end);
     endInsertRows();
 }
 
 void ConversationModel::putInto(Conversation& conversation, const Message& message)
 {
-    const QString key = message.key();
+    const QString key = message.key;
     Messages& all = conversation.messages;
     if (m_messages.contains(key))
-        *std::find_if(all.begin(), all.end(), [&](const Message& entry) { return entry.key() == key; }) =
+        *std::find_if(all.begin(), all.end(), [&](const Message& entry) { return entry.key == key; }) =
             message;
     else
         all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
@@ -106,6 +107,9 @@ void ConversationModel::countUnread(Conversation& conversation)
 
 void ConversationModel::keepOnly(const QSet<QString>& keys)
 {
+    if (std::all_of(m_messages.keyBegin(), m_messages.keyEnd(),
+                    [&](const QString& key) { return keys.contains(key); }))
+        return;
     for (int row = m_conversations.size() - 1; row >= 0; --row)
         removeGone(row, keys);
     numberRows();
@@ -113,16 +117,19 @@ void ConversationModel::keepOnly(const QSet<QString>& keys)
 
 void ConversationModel::removeGone(int row, const QSet<QString>& keys)
 {
-    Messages left;
+    const auto isKept = [&](const Message& message) {
+        return keys.contains(message.key);
+    };
     const Messages before = m_conversations[row].messages;
+    if (std::all_of(before.begin(), before.end(), isKept))
+        return;
+    Messages left;
     for (const Message& message : before) {
-        if (keys.contains(message.key()))
+        if (isKept(message))
             left.append(message);
         else
-            m_messages.remove(message.key());
+            m_messages.remove(message.key);
     }
-    if (left.size() == before.size())
-        return;
     if (!left.isEmpty()) {
         m_conversations[row].messages = left;
         countUnread(m_conversations[row]);
@@ -139,7 +146,7 @@ void ConversationModel::numberRows()
 {
     m_rows.clear();
     for (int row = 0; row < m_conversations.size(); ++row)
-        m_rows.insert(addressKey(m_conversations[row].address), row);
+        m_rows.insert(m_conversations[row].key, row);
 }
 
 void ConversationModel::markRead(int row)
@@ -149,7 +156,7 @@ void ConversationModel::markRead(int row)
         return;
     for (Message& message : conversation.messages) {
         message.isUnread = false;
-        m_messages[message.key()].isUnread = false;
+        m_messages[message.key].isUnread = false;
     }
     countUnread(conversation);
     reportChange(row);

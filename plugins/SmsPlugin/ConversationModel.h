@@ -8,6 +8,7 @@
 /// The messages to and from one address.
 struct Conversation
 {
+    QString key;       ///< addressKey() of the address
     QString address;   ///< as in the newest message
     Messages messages; ///< newest first, never empty
     int unread = 0;    ///< how many messages are unread

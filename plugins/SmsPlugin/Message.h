@@ -7,6 +7,8 @@
 /// A text message as stored by its modem.
 struct Message
 {
+    QString key;        ///< unique while the application is running
+    QString mark;       ///< by which SeenMessages remembers it
     quint32 modem = 0;  ///< Modem::id
     QString identifier; ///< unique for the modem as long as it is attached
     bool isSent = false;
@@ -16,9 +18,6 @@ struct Message
     QString state;         ///< of a message that was sent: sending, sent, delivered or failed
     int order = 0;         ///< grows from older to newer messages of a modem
     bool isUnread = false; ///< received and not shown yet
-
-    /// Unique while the application is running.
-    QString key() const { return QStringLiteral("%1 %2").arg(modem).arg(identifier); }
 };
 
 Q_DECLARE_TYPEINFO(Message, Q_MOVABLE_TYPE);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int PutAtOnce = 20; // messages
+constexpr int PutAtOnce = 10; // messages
 
 /// The IMSI of a modem; null if it is not attached.
 QString simOf(const Modems& modems, quint32 id)
@@ -47,16 +47,16 @@ void MessageFeed::refresh()
 /// A modem with another SIM has other messages, even if their identifiers are the same.
 void MessageFeed::takeModems(const Modems& modems)
 {
+    if (modems == m_modems)
+        return;
     QSet<QString> kept;
     const MessagesByKey& messages = m_model.messages();
     for (const Message& message : messages) {
         if (simOf(m_modems, message.modem) == simOf(modems, message.modem))
-            kept.insert(message.key());
+            kept.insert(message.key);
     }
-    if (kept.size() < messages.size())
-        m_model.keepOnly(kept);
-    if (!(modems == m_modems))
-        m_seen.clear();
+    m_model.keepOnly(kept);
+    m_seen.clear();
     m_modems = modems;
 }
 

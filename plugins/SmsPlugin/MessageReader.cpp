@@ -1,5 +1,6 @@
 #include "MessageReader.h"
 
+#include "SeenMessages.h"
 #include "support/Modems.h"
 
 #include <QMutexLocker>
@@ -76,6 +77,7 @@ void MessageReader::listFrom(quint32 modem, bool isSent, QVector<Entry>& entries
     const QStringList identifiers = list.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (int order = 0; order < identifiers.size(); ++order) {
         Message message;
+        message.key = QStringLiteral("%1 %2").arg(modem).arg(identifiers[order]);
         message.modem = modem;
         message.identifier = identifiers[order];
         message.isSent = isSent;
@@ -86,9 +88,8 @@ void MessageReader::listFrom(quint32 modem, bool isSent, QVector<Entry>& entries
 
 void MessageReader::listWanted(const Message& message, int fromEnd, QVector<Entry>& entries)
 {
-    const QString key = message.key();
-    m_present.insert(key);
-    const auto known = m_known.constFind(key);
+    m_present.insert(message.key);
+    const auto known = m_known.constFind(message.key);
     if (known == m_known.constEnd())
         entries.append({message, fromEnd});
     else if (isUnfinished(*known, fromEnd == 0))
@@ -105,6 +106,7 @@ void MessageReader::readMessage(Message message)
         message.address = value(message.isSent ? "recipient" : "sender");
         message.time = value("time");
         message.text = value("text");
+        message.mark = SeenMessages::markOf(message);
     }
     if (message.isSent)
         message.state = value("state");

@@ -17,6 +17,8 @@
 
 namespace {
 
+constexpr int NarrowestSearch = 120;
+
 QList<ToolItem> readItems()
 {
     QList<ToolItem> items;
@@ -47,6 +49,8 @@ MessageToolBar::MessageToolBar(QWidget* parent)
     setObjectName(ToolBarLogic::GetObjectName(thisPlugin()));
     ToolBarLogic::CreateToolBar(thisPlugin(), this, m_items, &m_group, &m_searchLayout, &m_searchEdit,
                                 &m_searchIcon);
+    layout()->setSizeConstraint(QLayout::SetDefaultConstraint); // so that it also fits into a narrow page
+    m_searchEdit->setMinimumWidth(NarrowestSearch);
     connect(m_group, &QButtonGroup::idClicked, this, [this](int button) {
         if (Command(button) == Command::Search)
             openSearch();

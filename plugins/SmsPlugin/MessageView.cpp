@@ -34,6 +34,12 @@ void prepareBrowser(QTextBrowser* browser)
     QObject::connect(browser, &QTextBrowser::anchorClicked, browser, openLink);
 }
 
+void colorLinks(QTextBrowser* browser)
+{
+    const QColor color = Look::toneColor(Look::Tone::Info, browser->palette());
+    browser->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1 }").arg(color.name()));
+}
+
 MessageView::MessageView(QWidget* parent)
     : QWidget(parent)
     , m_sender(new ElidedLabel)
@@ -58,6 +64,7 @@ void MessageView::setMessage(const Message& message)
     const QString rich = richMessage(message.text);
     if (m_shown == rich)
         return;
+    colorLinks(m_text);
     m_text->setHtml(rich);
     m_shown = rich;
 }

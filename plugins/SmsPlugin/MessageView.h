@@ -11,6 +11,9 @@ class QTextBrowser;
 /// Sets a browser up for messages. Links to web and mail addresses open outside the application.
 void prepareBrowser(QTextBrowser* browser);
 
+/// Gives the links of messages that are added from now on a colour that is readable on the browser's background.
+void colorLinks(QTextBrowser* browser);
+
 /// Sender, time and text of a message. Links in the text can be clicked.
 class MessageView : public QWidget
 {

@@ -15,7 +15,7 @@ constexpr QSize ContentSize{420, 280};
 MessageWindow::MessageWindow(const Message& message, QWidget* parent)
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetNormal)
 {
-    setObjectName(message.key());
+    setObjectName(message.key);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     auto* view = new MessageView;
@@ -30,7 +30,7 @@ MessageWindow::MessageWindow(const Message& message, QWidget* parent)
 
 void MessageWindow::open(const Message& message, QWidget* parent)
 {
-    auto* window = parent->findChild<MessageWindow*>(message.key(), Qt::FindDirectChildrenOnly);
+    auto* window = parent->findChild<MessageWindow*>(message.key, Qt::FindDirectChildrenOnly);
     if (!window)
         window = new MessageWindow(message, parent);
     else if (window->GetTileBar() && window->GetTileBar()->IsMinimized())

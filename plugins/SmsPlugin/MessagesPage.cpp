@@ -33,7 +33,7 @@ QListView* makeList(QAbstractItemModel* model)
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
-    list->setMinimumSize(200, 120);
+    list->setMinimumSize(200, 100);
     keepTranslated(list, [list] { list->setAccessibleName(text("IDS_SMS_TITLE")); });
     return list;
 }
@@ -69,6 +69,7 @@ QWidget* MessagesPage::makePane()
     m_address = new ElidedLabel;
     Look::setFont(m_address, 1.1, QFont::DemiBold);
     m_thread = new ThreadView;
+    m_thread->setMinimumHeight(100);
     auto* thread = new QVBoxLayout;
     thread->addWidget(m_address);
     thread->addWidget(m_thread, 1);
@@ -138,8 +139,8 @@ void MessagesPage::showThread()
 {
     const int row = m_list->currentIndex().row();
     const Conversation shown = row < 0 ? Conversation() : m_filter.conversation(row);
-    const bool isOther = addressKey(shown.address) != m_shownAddress || shown.messages.isEmpty();
-    m_shownAddress = addressKey(shown.address);
+    const bool isOther = shown.key != m_shownKey || shown.messages.isEmpty();
+    m_shownKey = shown.key;
     m_address->setFullText(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
     m_thread->setMessages(shown.messages, isOther);
     markShown();
@@ -192,7 +193,7 @@ void MessagesPage::showNextHit()
     const Message* const hit = m_filter.nextHit(m_thread->current());
     if (!hit)
         return;
-    const QString key = hit->key();
+    const QString key = hit->key;
     const int row = m_feed.model()->rowOf(hit->address);
     choose(m_filter.mapFromSource(m_feed.model()->index(row)).row());
     m_thread->setCurrent(key);

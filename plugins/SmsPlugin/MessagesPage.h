@@ -73,5 +73,5 @@ private:
     QListView* m_list;
     ElidedLabel* m_address;
     ThreadView* m_thread;
-    QString m_shownAddress; ///< of the conversation that is shown
+    QString m_shownKey; ///< Conversation::key of the one that is shown
 };

@@ -8,17 +8,13 @@
 namespace {
 
 constexpr QLatin1String Section("messages");
-constexpr int DigestSize = 8; // characters of 6 bits: no two of some thousand messages have the same
+constexpr int DigestSize = 8;      // characters of 6 bits: no two of some thousand messages have the same
+constexpr int MostForgotten = 100; // digests of deleted messages
 
 QString digest(const QString& text)
 {
     const QByteArray hash = QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256);
     return QString::fromLatin1(hash.toBase64(QByteArray::Base64UrlEncoding).left(DigestSize));
-}
-
-QString digest(const Message& message)
-{
-    return digest(addressKey(message.address) + QLatin1Char('\n') + message.time);
 }
 
 } // namespace
@@ -31,25 +27,27 @@ SeenMessages::SeenMessages(const QString& imsi)
     m_seen = {seen.begin(), seen.end()};
 }
 
-bool SeenMessages::contains(const Message& message) const
+QString SeenMessages::markOf(const Message& message)
 {
-    return m_seen.contains(digest(message));
+    return digest(addressKey(message.address) + QLatin1Char('\n') + message.time);
 }
 
 void SeenMessages::add(const Message& message)
 {
     const int before = m_seen.size();
-    m_seen.insert(digest(message));
+    m_seen.insert(message.mark);
     m_isChanged |= m_seen.size() != before;
 }
 
 void SeenMessages::keepOnly(const Messages& existing)
 {
-    QSet<QString> digests;
+    if (m_seen.size() <= existing.size() + MostForgotten)
+        return;
+    QSet<QString> marks;
     for (const Message& message : existing)
-        digests.insert(digest(message));
+        marks.insert(message.mark);
     const int before = m_seen.size();
-    m_seen &= digests;
+    m_seen &= marks;
     m_isChanged |= m_seen.size() != before;
 }
 

@@ -12,10 +12,13 @@ public:
     /// @param imsi of the SIM
     explicit SeenMessages(const QString& imsi);
 
-    bool contains(const Message& message) const;
+    /// The digest of a message, for Message::mark.
+    static QString markOf(const Message& message);
+
+    bool contains(const Message& message) const { return m_seen.contains(message.mark); }
     void add(const Message& message);
 
-    /// Forgets messages that no longer exist.
+    /// Forgets messages that no longer exist, once there are many of them.
     /// @param existing all messages of the SIM
     void keepOnly(const Messages& existing);
 

@@ -27,7 +27,7 @@ constexpr QLatin1String EarlierScheme("earlier");
 
 bool isSame(const Message& left, const Message& right)
 {
-    return left.key() == right.key() && left.state == right.state;
+    return left.key == right.key && left.state == right.state;
 }
 
 /// Whether the first messages are the same.
@@ -67,7 +67,7 @@ void ThreadView::setMessages(const Messages& messages, bool isOther)
     build();
     const bool isGone = !entryOf(m_current);
     if (!m_messages.isEmpty() && (isOther || isGone || wasAtEnd))
-        setCurrent(m_messages.first().key());
+        setCurrent(m_messages.first().key);
     else
         verticalScrollBar()->setValue(place);
     if (m_messages.isEmpty())
@@ -78,6 +78,7 @@ void ThreadView::build()
 {
     m_entries.clear();
     clear();
+    colorLinks(this);
     setUndoRedoEnabled(false);
     QTextFrameFormat frame = document()->rootFrame()->frameFormat();
     frame.setTopMargin(Padding + 1); // the first block's own margin is ignored
@@ -102,7 +103,7 @@ void ThreadView::addEarlierLink(QTextCursor& cursor)
     QTextCharFormat link;
     link.setAnchor(true);
     link.setAnchorHref(EarlierScheme + QLatin1Char(':'));
-    link.setForeground(palette().link());
+    link.setForeground(Look::toneColor(Look::Tone::Info, palette()));
     link.setFontUnderline(true);
     cursor.insertText(text("IDS_SMS_EARLIER"), link);
 }
@@ -122,7 +123,7 @@ void ThreadView::addMessage(const Message& message, QTextCursor& cursor)
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     }
     cursor.insertHtml(richMessage(message.text));
-    m_entries.append({message.key(), message.isSent, firstBlock, cursor.blockNumber()});
+    m_entries.append({message.key, message.isSent, firstBlock, cursor.blockNumber()});
     shapeBlocks(m_entries.last(), cursor, start);
 }
 
@@ -157,7 +158,7 @@ void ThreadView::showEarlier()
 void ThreadView::setCurrent(const QString& key)
 {
     const auto message = std::find_if(m_messages.cbegin(), m_messages.cend(),
-                                      [&](const Message& entry) { return entry.key() == key; });
+                                      [&](const Message& entry) { return entry.key == key; });
     if (message == m_messages.cend())
         return;
     const int index = int(message - m_messages.cbegin());
@@ -270,6 +271,13 @@ void ThreadView::changeEvent(QEvent* event)
     const auto type = event->type();
     if (type == QEvent::PaletteChange || type == QEvent::FontChange || type == QEvent::LayoutDirectionChange)
         retranslate();
+}
+
+void ThreadView::resizeEvent(QResizeEvent* event)
+{
+    QTextBrowser::resizeEvent(event);
+    if (const Entry* const entry = entryOf(m_current))
+        scrollTo(*entry);
 }
 
 void ThreadView::paintEvent(QPaintEvent* event)
