@@ -7,6 +7,7 @@
 #include "support/Look.h"
 #include "support/Text.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -64,7 +65,19 @@ void MessageView::setMessage(const Message& message)
     const QString rich = richMessage(message.text);
     if (m_shown == rich)
         return;
-    colorLinks(m_text);
-    m_text->setHtml(rich);
     m_shown = rich;
+    showText();
+}
+
+void MessageView::showText()
+{
+    colorLinks(m_text);
+    m_text->setHtml(m_shown);
+}
+
+void MessageView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        showText();
+    QWidget::changeEvent(event);
 }

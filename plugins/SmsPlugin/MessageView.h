@@ -25,7 +25,12 @@ public:
     /// Shows a message; the same one is left as the user has scrolled it.
     void setMessage(const Message& message);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void showText();
+
     ElidedLabel* m_sender;
     QLabel* m_time;
     QTextBrowser* m_text;

@@ -268,8 +268,9 @@ void ThreadView::keyPressEvent(QKeyEvent* event)
 void ThreadView::changeEvent(QEvent* event)
 {
     QTextBrowser::changeEvent(event);
-    const auto type = event->type();
-    if (type == QEvent::PaletteChange || type == QEvent::FontChange || type == QEvent::LayoutDirectionChange)
+    constexpr QEvent::Type looks[] = {QEvent::PaletteChange, QEvent::StyleChange, QEvent::FontChange,
+                                      QEvent::LayoutDirectionChange};
+    if (std::find(std::begin(looks), std::end(looks), event->type()) != std::end(looks))
         retranslate();
 }
 

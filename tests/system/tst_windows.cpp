@@ -7,8 +7,8 @@
 #include "ExtendDialog/ExtendDialog.h"
 #include "common/CommonUtils.h"
 
-#include <QAbstractItemView>
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
