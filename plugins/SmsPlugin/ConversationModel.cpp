@@ -13,8 +13,7 @@ constexpr int MostShown = 200; // characters of a line
 QString spoken(const Conversation& conversation)
 {
     const Message& newest = conversation.messages.first();
-    QStringList parts{shownAddress(conversation.address), shownTime(newest, QLocale::LongFormat),
-                      newest.text.left(MostShown)};
+    QStringList parts{shownAddress(conversation.address), shownTime(newest), newest.text.left(MostShown)};
     if (conversation.unread > 0)
         parts.insert(1, text("IDS_SMS_UNREAD").arg(shownNumber(conversation.unread)));
     parts.removeAll(QString());
@@ -50,7 +49,7 @@ QVariant ConversationModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return spoken(conversation);
     case TimeRole:
-        return shownTime(newest, QLocale::ShortFormat);
+        return shownDay(newest);
     case TextRole:
         return summary(newest);
     case UnreadRole:

@@ -4,6 +4,7 @@
 #include "support/Text.h"
 
 #include <QDateTime>
+#include <QLocale>
 
 namespace {
 
@@ -41,18 +42,28 @@ QString shownAddress(const QString& address)
     return address.isEmpty() ? text("IDS_SMS_UNKNOWN") : address;
 }
 
-QString shownTime(const Message& message, QLocale::FormatType dateFormat)
+QString shownTime(const Message& message)
 {
     const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
     const QLocale locale = currentLocale();
-    return time.isValid() ? locale.toString(time.date(), dateFormat) + QLatin1Char(' ') +
+    return time.isValid() ? locale.toString(time.date(), QLocale::LongFormat) + QLatin1Char(' ') +
                                 locale.toString(time.time(), QLocale::ShortFormat)
                           : QString();
 }
 
+QString shownDay(const Message& message)
+{
+    const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
+    const QLocale locale = currentLocale();
+    if (!time.isValid())
+        return {};
+    return time.date() == QDate::currentDate() ? locale.toString(time.time(), QLocale::ShortFormat)
+                                               : locale.toString(time.date(), QLocale::ShortFormat);
+}
+
 QString shownFate(const Message& message)
 {
-    QStringList parts{shownTime(message, QLocale::LongFormat), shownState(message.state)};
+    QStringList parts{shownTime(message), shownState(message.state)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" · "));
 }

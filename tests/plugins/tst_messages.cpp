@@ -217,6 +217,7 @@ void TestMessages::conversations()
     QCOMPARE(rows(TextRole), QStringList({"And bye", "Your code"}));
     QTRY_VERIFY(thread()->toPlainText().endsWith("And bye"));
     QVERIFY(thread()->toPlainText().contains("Hello from Berlin"));
+    QCOMPARE(rows(TimeRole).last(), QLocale("en-us").toString(QDate(2024, 3, 2), QLocale::ShortFormat));
     QVERIFY(rows(Qt::AccessibleTextRole).first().contains(QRegularExpression("\n.*2024.*\nAnd bye")));
     QTest::keyClick(thread(), Qt::Key_Up);
     click("Ctrl+O");
