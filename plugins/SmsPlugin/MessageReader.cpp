@@ -1,8 +1,21 @@
 #include "MessageReader.h"
 
+#include "SeenMessages.h"
 #include "support/Modems.h"
 
+#include <QMutexLocker>
+
 #include <algorithm>
+
+namespace {
+
+/// Whether the state of a known message can still change. Confirmations of delivery are expected for the latest one only.
+bool isUnfinished(const Message& message, bool isLatest)
+{
+    return message.state == QLatin1String("sending") || (isLatest && message.state == QLatin1String("sent"));
+}
+
+} // namespace
 
 MessageReader::MessageReader(QObject* parent)
     : BackgroundWork("messages", parent)
@@ -14,33 +27,101 @@ MessageReader::~MessageReader()
     stop();
 }
 
-void MessageReader::work()
+void MessageReader::read(const MessagesByKey& known)
 {
-    m_messages.clear();
-    const Modems modems = attachedModems();
-    for (const Modem& modem : modems) {
-        if (!isInterruptionRequested()) // a modem may take seconds to answer
-            readFrom(modem.id);
-    }
-    std::reverse(m_messages.begin(), m_messages.end());
-    std::stable_sort(m_messages.begin(), m_messages.end(),
-                     [](const Message& left, const Message& right) { return left.time > right.time; });
+    m_known = known;
+    m_present.clear();
+    m_isListed = false;
+    begin();
 }
 
-void MessageReader::readFrom(quint32 modem)
+Messages MessageReader::take(int most)
 {
-    const QStringList identifiers =
-        modemValue(modem, QStringLiteral("messages")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    for (const QString& identifier : identifiers) {
-        if (isInterruptionRequested())
+    const QMutexLocker lock(&m_mutex);
+    const Messages taken = m_found.mid(0, most);
+    m_found.remove(0, taken.size());
+    return taken;
+}
+
+void MessageReader::work()
+{
+    const QVector<Entry> wanted = listMessages();
+    m_isListed = !isInterruptionRequested();
+    m_total = m_present.size();
+    for (const Entry& entry : wanted) {
+        if (isInterruptionRequested()) // a modem may take seconds to answer
             return;
-        const auto value = [&](const char* field) { // null if the message has been deleted in the meantime
-            const QString key = QStringLiteral("message.%1.%2").arg(identifier, QLatin1String(field));
-            return isInterruptionRequested() ? QString() : modemValue(modem, key);
-        };
-        const Message message{QStringLiteral("%1 %2").arg(modem).arg(identifier), value("sender"),
-                              value("time"), value("text")};
-        if (!message.text.isNull())
-            m_messages.append(message);
+        readMessage(entry.message);
     }
+}
+
+/// What is to be read: from the ends of all lists to their beginnings, which is about newest first.
+QVector<MessageReader::Entry> MessageReader::listMessages()
+{
+    QVector<Entry> entries;
+    const Modems modems = attachedModems();
+    for (const Modem& modem : modems) {
+        for (const bool isSent : {false, true}) {
+            if (!isInterruptionRequested())
+                listFrom(modem.id, isSent, entries);
+        }
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry& left, const Entry& right) { return left.fromEnd < right.fromEnd; });
+    return entries;
+}
+
+void MessageReader::listFrom(quint32 modem, bool isSent, QVector<Entry>& entries)
+{
+    const QString list = modemValue(modem, QLatin1String(isSent ? "sent-messages" : "messages"));
+    const QStringList identifiers = list.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (int order = 0; order < identifiers.size(); ++order) {
+        Message message;
+        message.key = QStringLiteral("%1 %2").arg(modem).arg(identifiers[order]);
+        message.modem = modem;
+        message.identifier = identifiers[order];
+        message.isSent = isSent;
+        message.order = order;
+        listWanted(message, identifiers.size() - 1 - order, entries);
+    }
+}
+
+void MessageReader::listWanted(const Message& message, int fromEnd, QVector<Entry>& entries)
+{
+    m_present.insert(message.key);
+    const auto known = m_known.constFind(message.key);
+    if (known == m_known.constEnd())
+        entries.append({message, fromEnd});
+    else if (isUnfinished(*known, fromEnd == 0))
+        entries.append({*known, fromEnd});
+}
+
+void MessageReader::readMessage(Message message)
+{
+    const auto value = [&](const char* field) { // null if the message has been deleted in the meantime
+        const QString key = QStringLiteral("message.%1.%2").arg(message.identifier, QLatin1String(field));
+        return isInterruptionRequested() ? QString() : modemValue(message.modem, key);
+    };
+    if (message.text.isNull()) {
+        message.address = value(message.isSent ? "recipient" : "sender");
+        message.time = value("time");
+        message.text = value("text");
+        message.mark = SeenMessages::markOf(message);
+    }
+    if (message.isSent)
+        message.state = value("state");
+    if (!message.text.isNull() && !isInterruptionRequested())
+        addFound(message);
+}
+
+void MessageReader::addFound(const Message& message)
+{
+    bool isFirst = false;
+    {
+        const QMutexLocker lock(&m_mutex);
+        isFirst = m_found.isEmpty();
+        m_found.append(message);
+    }
+    if (isFirst)
+        Q_EMIT found();
 }

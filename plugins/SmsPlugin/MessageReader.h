@@ -1,22 +1,15 @@
 #pragma once
 
+#include "Message.h"
 #include "support/BackgroundWork.h"
 
-#include <QString>
-#include <QVector>
+#include <QMutex>
+#include <QSet>
 
-/// A text message as stored by its modem.
-struct Message
-{
-    QString key; ///< unique while the application is running
-    QString sender;
-    QString time; ///< ISO 8601 without a time zone
-    QString text;
-};
+#include <atomic>
 
-using Messages = QVector<Message>;
-
-/// Reads the messages of all attached modems. With a real modem this takes seconds.
+/// Reads the messages of all attached modems, those with a high place in the list first. With a real modem each message
+/// can take seconds, so messages that are known are not read again, and each one can be taken as soon as it is there.
 class MessageReader : public BackgroundWork
 {
     Q_OBJECT
@@ -25,14 +18,44 @@ public:
     explicit MessageReader(QObject* parent);
     ~MessageReader() override;
 
-    /// The messages, newest first. Call this only when the work is done.
-    const Messages& messages() const { return m_messages; }
+    /// Starts reading; not while it is running.
+    /// @param known messages that were taken before
+    void read(const MessagesByKey& known);
+
+    /// The messages read since the last call, at most this many.
+    Messages take(int most);
+
+    /// How many messages there are, also while reading; 0 until that is known.
+    int total() const { return m_total; }
+
+    /// Whether the keys of all messages are known. The two are for when reading has ended, perhaps early.
+    bool isListed() const { return m_isListed; }
+    const QSet<QString>& present() const { return m_present; }
+
+Q_SIGNALS:
+    /// There is something to take. Emitted on the worker thread.
+    void found();
 
 protected:
     void work() override;
 
 private:
-    void readFrom(quint32 modem);
+    struct Entry
+    {
+        Message message; ///< what is known without reading it
+        int fromEnd;     ///< place in its list
+    };
 
-    Messages m_messages;
+    QVector<Entry> listMessages();
+    void listFrom(quint32 modem, bool isSent, QVector<Entry>& entries);
+    void listWanted(const Message& message, int fromEnd, QVector<Entry>& entries);
+    void readMessage(Message message);
+    void addFound(const Message& message);
+
+    MessagesByKey m_known;
+    QSet<QString> m_present;
+    bool m_isListed = false;
+    std::atomic<int> m_total{0};
+    QMutex m_mutex; ///< for m_found
+    Messages m_found;
 };

@@ -4,9 +4,54 @@
 
 #include <QStringBuilder>
 
+#include <algorithm>
+
 namespace {
 
 constexpr QLatin1String LinkBegin("<a href = ");
+
+// Signs that stand around an address without being part of it, those of other scripts among them.
+constexpr char16_t Openers[] = u"([{<\"'“„«‚‘（【《";
+constexpr char16_t Closers[] = u".,;:!?…。，、！？；：、؟،؛)]}>\"'”“»’‘）】》";
+
+/// Pairs in which the closing sign belongs to the address if the opening one does: "x.example/A_(b)".
+constexpr QLatin1String Pairs[] = {QLatin1String("()"), QLatin1String("[]"), QLatin1String("{}"),
+                                   QLatin1String("\"\""), QLatin1String("''")};
+
+bool contains(QStringView signs, QChar sign)
+{
+    return std::find(signs.begin(), signs.end(), sign) != signs.end();
+}
+
+/// Whether the sign at the end of a word closes one within the word.
+bool isClosing(QStringView word)
+{
+    const auto count = [word](QChar sign) {
+        return std::count(word.begin(), word.end(), sign);
+    };
+    return std::any_of(std::begin(Pairs), std::end(Pairs), [&](QLatin1String pair) {
+        const auto openers = count(pair[0]);
+        return word.back() == pair[1] && (pair[0] == pair[1] ? openers % 2 == 0 : openers >= count(pair[1]));
+    });
+}
+
+/// The part of a word that may be an address.
+QStringView core(QStringView word)
+{
+    while (!word.isEmpty() && contains(Openers, word.front()))
+        word = word.mid(1);
+    while (!word.isEmpty() && contains(Closers, word.back()) && !isClosing(word))
+        word.chop(1);
+    return word;
+}
+
+/// The core library does not escape "&" and quotes, which have a meaning in rich text.
+QString escaped(QStringView text)
+{
+    return text.toString()
+        .replace(QLatin1Char('&'), QLatin1String("&amp;"))
+        .replace(QLatin1Char('"'), QLatin1String("&quot;"));
+}
 
 /// Puts the link targets in quotes, because Qt ends an unquoted target at "=". Done by hand, because regular
 /// expressions find nothing in a string with an unpaired surrogate.
@@ -25,19 +70,34 @@ QString withQuotedTargets(const QString& rich)
     return quoted + rich.midRef(done);
 }
 
+/// Appends a word, as a link if it is an address, perhaps with punctuation around it.
+void appendWord(QStringView word, QString& rich)
+{
+    const QStringView address = core(word);
+    const auto before = address.begin() - word.begin();
+    rich += word.left(before).toString().toHtmlEscaped();
+    rich += withQuotedTargets(CommonUtils::ParseAndCreateHyperLinks(escaped(address)));
+    rich += word.mid(before + address.size()).toString().toHtmlEscaped();
+}
+
 } // namespace
 
 QString richMessage(const QString& plain)
 {
-    // The core library does not escape these two, which have a meaning in rich text.
-    QString escaped = plain;
-    escaped.replace(QLatin1String("\r\n"), QLatin1String("\n"))
-        .replace(QLatin1Char('&'), QLatin1String("&amp;"))
-        .replace(QLatin1Char('"'), QLatin1String("&quot;"));
-    QString rich = withQuotedTargets(CommonUtils::ParseAndCreateHyperLinks(escaped));
-    // With non-breaking spaces the message would be a single line.
-    rich.replace(QLatin1String("&nbsp;"), QLatin1String(" "));
-    return QLatin1String("<p style=\"white-space: pre-wrap\">") + rich + QLatin1String("</p>");
+    QString text = plain;
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QString rich = QStringLiteral("<p style=\"white-space: pre-wrap\">");
+    for (int i = 0; i < text.size();) {
+        const auto end =
+            std::find_if(text.cbegin() + i, text.cend(), [](QChar sign) { return sign.isSpace(); });
+        const int wordEnd = int(end - text.cbegin());
+        if (wordEnd > i)
+            appendWord(QStringView(text).mid(i, wordEnd - i), rich);
+        if (wordEnd < text.size())
+            rich += text[wordEnd];
+        i = wordEnd + 1;
+    }
+    return rich + QLatin1String("</p>");
 }
 
 QString urlToOpen(const QString& target)

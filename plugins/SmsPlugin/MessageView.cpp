@@ -1,13 +1,12 @@
 #include "MessageView.h"
 
-#include "Change/Change.h"
 #include "MessageText.h"
+#include "Shown.h"
 #include "common/CommonUtils.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
-#include <QDateTime>
 #include <QEvent>
 #include <QLabel>
 #include <QTextBrowser>
@@ -17,36 +16,38 @@
 
 namespace {
 
-QTextBrowser* makeText()
+void openLink(const QUrl& target)
 {
-    auto* browser = new QTextBrowser;
-    browser->setOpenLinks(false);
-    browser->setFrameShape(QFrame::NoFrame);
-    browser->document()->setDocumentMargin(0);
-    keepTranslated(browser, [browser] { browser->setAccessibleName(text("IDS_SMS_MESSAGE")); });
-    QObject::connect(browser, &QTextBrowser::anchorClicked, browser, [](const QUrl& target) {
+    const QStringList schemes{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("ftp"),
+                              QStringLiteral("mailto")};
+    if (schemes.contains(target.scheme()))
         CommonUtils::OpenUrl(urlToOpen(target.toString(QUrl::FullyEncoded)));
-    });
-    return browser;
 }
 
 } // namespace
 
-QString shownTime(const Message& message, QLocale::FormatType dateFormat)
+void prepareBrowser(QTextBrowser* browser)
 {
-    const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
-    const QLocale locale(Change::GetLangName());
-    return time.isValid() ? locale.toString(time.date(), dateFormat) + QLatin1Char(' ') +
-                                locale.toString(time.time(), QLocale::ShortFormat)
-                          : QString();
+    browser->setOpenLinks(false);
+    browser->setFrameShape(QFrame::NoFrame);
+    browser->document()->setDocumentMargin(0);
+    keepTranslated(browser, [browser] { browser->setAccessibleName(text("IDS_SMS_MESSAGE")); });
+    QObject::connect(browser, &QTextBrowser::anchorClicked, browser, openLink);
+}
+
+void colorLinks(QTextBrowser* browser)
+{
+    const QColor color = Look::toneColor(Look::Tone::Info, browser->palette());
+    browser->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1 }").arg(color.name()));
 }
 
 MessageView::MessageView(QWidget* parent)
     : QWidget(parent)
     , m_sender(new ElidedLabel)
     , m_time(Look::quietLabel(QString()))
-    , m_text(makeText())
+    , m_text(new QTextBrowser)
 {
+    prepareBrowser(m_text);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
     Look::setFont(m_sender, 1.0, QFont::DemiBold);
@@ -57,11 +58,9 @@ MessageView::MessageView(QWidget* parent)
     layout->addWidget(m_text, 1);
 }
 
-/// Rich text takes the colour of links from the desktop, which does not suit every skin.
 void MessageView::showText()
 {
-    const QColor link = Look::toneColor(Look::Tone::Info, m_text->palette());
-    m_text->document()->setDefaultStyleSheet(QStringLiteral("a { color: %1 }").arg(link.name()));
+    colorLinks(m_text);
     m_text->setHtml(m_shown);
 }
 
@@ -74,8 +73,8 @@ void MessageView::changeEvent(QEvent* event)
 
 void MessageView::setMessage(const Message& message)
 {
-    m_sender->setFullText(message.sender);
-    m_time->setText(shownTime(message, QLocale::LongFormat));
+    m_sender->setFullText(shownAddress(message.address));
+    m_time->setText(shownFate(message));
     const QString rich = richMessage(message.text);
     if (m_shown == rich)
         return;

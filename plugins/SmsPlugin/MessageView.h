@@ -1,16 +1,18 @@
 #pragma once
 
-#include "MessageReader.h"
+#include "Message.h"
 
-#include <QLocale>
 #include <QWidget>
 
 class ElidedLabel;
 class QLabel;
 class QTextBrowser;
 
-/// The time of a message in the current language; empty when it has none.
-QString shownTime(const Message& message, QLocale::FormatType dateFormat);
+/// Sets a browser up for messages. Links to web and mail addresses open outside the application.
+void prepareBrowser(QTextBrowser* browser);
+
+/// Gives the links of messages that are added from now on a colour that is readable on the browser's background.
+void colorLinks(QTextBrowser* browser);
 
 /// Sender, time and text of a message. Links in the text can be clicked.
 class MessageView : public QWidget
@@ -20,7 +22,7 @@ class MessageView : public QWidget
 public:
     explicit MessageView(QWidget* parent = nullptr);
 
-    /// Shows another message; the same one is left as the user has scrolled it.
+    /// Shows a message; the same one is left as the user has scrolled it.
     void setMessage(const Message& message);
 
 protected:

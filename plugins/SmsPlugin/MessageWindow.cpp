@@ -1,6 +1,7 @@
 #include "MessageWindow.h"
 
 #include "MessageView.h"
+#include "Shown.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Text.h"
@@ -21,20 +22,19 @@ MessageWindow::MessageWindow(const Message& message, QWidget* parent)
     view->setMinimumSize(ContentSize);
     fillDialog(this, view);
     keepTranslated(this, [=] {
-        setWindowTitle(text("IDS_SMS_FROM").arg(message.sender));
+        setWindowTitle(
+            text(message.isSent ? "IDS_SMS_TO" : "IDS_SMS_FROM").arg(shownAddress(message.address)));
         view->setMessage(message);
     });
 }
 
-void MessageWindow::open(const Message& message, QWidget* parent, const QObject* page)
+void MessageWindow::open(const Message& message, QWidget* parent)
 {
     auto* window = parent->findChild<MessageWindow*>(message.key, Qt::FindDirectChildrenOnly);
-    if (!window) {
+    if (!window)
         window = new MessageWindow(message, parent);
-        connect(page, &QObject::destroyed, window, [window] { delete window; });
-    } else if (window->GetTileBar() && window->GetTileBar()->IsMinimized()) {
+    else if (window->GetTileBar() && window->GetTileBar()->IsMinimized())
         window->GetTileBar()->showRestore();
-    }
     window->show();
     window->activateWindow();
     window->raise();

@@ -1,149 +1,211 @@
+// The page's widgets and what they show. What its commands do is in MessageActions.cpp.
 #include "MessagesPage.h"
 
-#include "MessageDelegate.h"
-#include "MessageView.h"
-#include "MessageWindow.h"
-#include "common/CommonUtils.h"
+#include "ConversationDelegate.h"
+#include "MessageToolBar.h"
+#include "Shown.h"
+#include "ThreadView.h"
+#include "support/DeviceEvents.h"
+#include "support/ElidedLabel.h"
 #include "support/Text.h"
+#include "support/XmlMenu.h"
 
 #include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QSignalBlocker>
+#include <QListView>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr int NarrowPage = 520; ///< below this width the message is under the list
-constexpr int KeyRole = MessageDelegate::TextRole + 1;
+/// Milliseconds after which the application has been customised for another modem; nothing reports when.
+constexpr int CustomisationTime = 500;
 
-QListWidget* makeList()
+constexpr int NarrowPage = 520; ///< below this width the conversation is under the list
+
+QListView* makeList(QAbstractItemModel* model)
 {
-    auto* list = new QListWidget;
+    auto* list = new QListView;
     list->setObjectName(QLatin1String("messageList"));
-    list->setItemDelegate(new MessageDelegate(list));
+    list->setModel(model);
+    list->setItemDelegate(new ConversationDelegate(list));
+    list->setUniformItemSizes(true);
     list->setFrameShape(QFrame::NoFrame);
     list->setMouseTracking(true);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    list->setMinimumSize(200, 120);
+    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    list->setContextMenuPolicy(Qt::CustomContextMenu);
+    list->setMinimumSize(200, 100);
     keepTranslated(list, [list] { list->setAccessibleName(text("IDS_SMS_TITLE")); });
     return list;
 }
 
-QListWidgetItem* makeItem(const Message& message)
-{
-    auto* item = new QListWidgetItem;
-    item->setData(MessageDelegate::SenderRole, message.sender);
-    item->setData(MessageDelegate::TimeRole, shownTime(message, QLocale::ShortFormat));
-    item->setData(MessageDelegate::TextRole, message.text);
-    item->setData(KeyRole, message.key);
-    item->setData(Qt::AccessibleTextRole, QVariant(message.sender + QLatin1Char('\n') + message.text));
-    return item;
-}
-
 } // namespace
 
-MessagesPage::MessagesPage(QWidget* parent)
+MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     : Page("IDS_SMS_TITLE", "IDS_SMS_LEAD", Look::Sign::Message, parent)
-    , m_reader(new MessageReader(this))
+    , m_requests(events)
+    , m_feed(this)
+    , m_filter(m_feed.model())
     , m_note(Look::quietLabel(QString(), true))
     , m_panel(makePane())
 {
+    makeToolBar();
     content()->addWidget(m_note);
     content()->addWidget(m_panel, 1);
     content()->addStretch();
-    connect(m_reader, &QThread::finished, this, &MessagesPage::takeMessages);
-    connect(m_list, &QListWidget::currentRowChanged, this, &MessagesPage::showChosen);
-    connect(m_list, &QListWidget::itemActivated, this, &MessagesPage::openChosen);
-    keepTranslated(this, [this] { showMessages(); });
-    readMessages();
-}
-
-void MessagesPage::devicesChanged()
-{
-    // There are also events for detections that have found nothing new.
-    if (!(attachedModems() == m_modems))
-        readMessages();
+    connectViews();
+    connect(&m_feed, &MessageFeed::changed, this, &MessagesPage::refresh);
+    connect(events, &DeviceEvents::messagesChanged, &m_feed, &MessageFeed::refresh);
+    connect(events, &DeviceEvents::changed, &m_feed, &MessageFeed::devicesChanged);
+    m_customised.setSingleShot(true);
+    connect(events, &DeviceEvents::changed, &m_customised, [this] { m_customised.start(CustomisationTime); });
+    connect(&m_customised, &QTimer::timeout, this, &MessagesPage::updateToolBar);
+    keepTranslated(this, [this] { translate(); });
+    m_feed.refresh();
 }
 
 QWidget* MessagesPage::makePane()
 {
-    m_list = makeList();
-    m_view = new MessageView;
-    auto* message = new QVBoxLayout;
-    message->addWidget(m_view, 1);
-    message->addWidget(makeOpenButton(), 0, Qt::AlignTrailing);
+    m_list = makeList(&m_filter);
+    m_address = new ElidedLabel;
+    Look::setFont(m_address, 1.1, QFont::DemiBold);
+    m_thread = new ThreadView;
+    m_thread->setMinimumHeight(100);
+    auto* thread = new QVBoxLayout;
+    thread->addWidget(m_address);
+    thread->addWidget(m_thread, 1);
     auto* panel = new Surface;
     m_columns = new QHBoxLayout(panel);
     m_columns->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
+    m_columns->setSpacing(Look::Gap);
     m_columns->addWidget(m_list, 2);
-    m_columns->addLayout(message, 3);
+    m_columns->addLayout(thread, 3);
     return panel;
 }
 
-QWidget* MessagesPage::makeOpenButton()
+void MessagesPage::makeToolBar()
 {
-    auto* button = new QPushButton;
-    button->setAutoDefault(true); // the Return key presses it while it has the focus
-    connect(button, &QPushButton::clicked, this, &MessagesPage::openChosen);
-    keepTranslated(button, [button] { setCaption(button, "IDS_SMS_OPEN"); });
-    return button;
+    delete m_toolBar;
+    m_toolBar = new MessageToolBar;
+    content()->insertWidget(0, m_toolBar);
+    connect(m_toolBar, &MessageToolBar::pressed, this, &MessagesPage::run);
+    connect(m_toolBar, &MessageToolBar::searchChanged, this, &MessagesPage::search);
+    connect(m_toolBar, &MessageToolBar::nextWanted, this, &MessagesPage::showNextHit);
+    connect(m_toolBar, &MessageToolBar::searchClosed, m_list, [this] { m_list->setFocus(); });
 }
 
-void MessagesPage::openChosen()
+void MessagesPage::updateToolBar()
 {
-    if (m_messages.isEmpty())
+    if (!m_toolBar->isOutdated())
         return;
-    QWidget* const mainWindow = CommonUtils::GetMainWindow();
-    MessageWindow::open(m_messages.value(m_list->currentRow()), mainWindow ? mainWindow : window(), this);
+    m_toolBar->closeSearch();
+    makeToolBar();
+    m_toolBar->enableFor(currentMessage());
 }
 
-void MessagesPage::readMessages()
+void MessagesPage::connectViews()
 {
-    m_modems = attachedModems();
-    m_isOutdated = m_reader->isRunning();
-    if (!m_isOutdated)
-        m_reader->begin();
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &MessagesPage::showThread);
+    connect(m_list, &QListView::activated, this, [this] { run(Command::Open); });
+    connect(m_thread, &ThreadView::currentChanged, this, &MessagesPage::showState);
+    for (QWidget* view : {static_cast<QWidget*>(m_list), static_cast<QWidget*>(m_thread)})
+        connect(view, &QWidget::customContextMenuRequested, this,
+                [this, view](const QPoint& place) { showMenu(view->mapToGlobal(place)); });
+}
+
+void MessagesPage::translate()
+{
+    m_feed.model()->retranslate();
+    m_thread->retranslate();
+    delete m_menu;
+    m_failure.clear();
+    refresh();
+}
+
+void MessagesPage::refresh()
+{
+    const int row = m_list->currentIndex().row();
+    if (row < 0 && m_filter.rowCount() > 0)
+        choose(0);
+    else
+        showThread();
+}
+
+void MessagesPage::choose(int row)
+{
+    m_list->setCurrentIndex(m_filter.index(row, 0));
+}
+
+void MessagesPage::showThread()
+{
+    const int row = m_list->currentIndex().row();
+    const Conversation shown = row < 0 ? Conversation() : m_filter.conversation(row);
+    const bool isOther = shown.key != m_shownKey || shown.messages.isEmpty();
+    m_shownKey = shown.key;
+    m_address->setFullText(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
+    m_thread->setMessages(shown.messages, isOther);
+    markShown();
     showState();
 }
 
-void MessagesPage::takeMessages()
+/// The chosen conversation is read as soon as the user can see it.
+void MessagesPage::markShown()
 {
-    if (m_reader->isRunning())
-        return; // it has been started again and will emit finished() again
-    m_messages = m_reader->messages();
-    showMessages();
-    if (m_isOutdated)
-        readMessages();
-}
-
-void MessagesPage::showMessages()
-{
-    const QListWidgetItem* const before = m_list->currentItem();
-    const QString key = before ? before->data(KeyRole).toString() : QString();
-    const QSignalBlocker blocker(m_list);
-    m_list->clear();
-    int row = 0;
-    for (const Message& message : qAsConst(m_messages)) {
-        m_list->addItem(makeItem(message));
-        if (message.key == key)
-            row = m_list->count() - 1;
-    }
-    m_list->setCurrentRow(row);
-    showChosen();
-    showState();
-}
-
-void MessagesPage::showChosen()
-{
-    m_view->setMessage(m_messages.value(m_list->currentRow()));
+    const QModelIndex current = m_list->currentIndex();
+    if (current.isValid() && isVisible() && !window()->isMinimized())
+        m_feed.markRead(m_filter.mapToSource(current).row());
 }
 
 void MessagesPage::showState()
 {
-    m_panel->setVisible(!m_messages.isEmpty());
-    m_note->setVisible(m_messages.isEmpty());
-    m_note->setText(text(m_reader->isRunning() ? "IDS_SMS_READING" : "IDS_SMS_NONE"));
+    const int count = m_feed.model()->messages().size();
+    const int unread = m_feed.model()->unread();
+    setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(shownNumber(unread))
+                              : text("IDS_SMS_TITLE"));
+    m_panel->setVisible(count > 0);
+    m_toolBar->enableFor(currentMessage());
+    if (!m_failure.isEmpty())
+        showNote(m_failure);
+    else if (m_feed.isReading() && m_feed.total() > count)
+        showNote(text("IDS_SMS_PROGRESS").arg(shownNumber(count), shownNumber(m_feed.total())));
+    else if (count == 0)
+        showNote(text(m_feed.isReading() ? "IDS_SMS_READING" : "IDS_SMS_NONE"));
+    else
+        showNote(m_filter.rowCount() == 0 ? text("IDS_SMS_NOT_FOUND") : QString());
+}
+
+void MessagesPage::showNote(const QString& note)
+{
+    m_note->setText(note);
+    m_note->setVisible(!note.isEmpty());
+}
+
+void MessagesPage::search(const QString& text)
+{
+    m_filter.setSearch(text);
+    m_thread->setSearch(text);
+    if (!m_list->currentIndex().isValid() && m_filter.rowCount() > 0)
+        choose(0);
+    showState();
+}
+
+void MessagesPage::showNextHit()
+{
+    const Message* const hit = m_filter.nextHit(m_thread->current());
+    if (!hit)
+        return;
+    const QString key = hit->key;
+    const int row = m_feed.model()->rowOf(hit->address);
+    choose(m_filter.mapFromSource(m_feed.model()->index(row)).row());
+    m_thread->setCurrent(key);
+    showState();
+}
+
+void MessagesPage::showEvent(QShowEvent* event)
+{
+    Page::showEvent(event);
+    updateToolBar();
+    markShown();
+    showState();
 }
 
 void MessagesPage::resizeEvent(QResizeEvent* event)

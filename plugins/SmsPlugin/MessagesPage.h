@@ -1,47 +1,77 @@
 #pragma once
 
-#include "MessageReader.h"
-#include "support/Modems.h"
+#include "Commands.h"
+#include "ConversationFilter.h"
+#include "MessageFeed.h"
+#include "PluginContainer/interfaces/ICallUIPlugin.h"
 #include "support/Page.h"
+#include "support/Requests.h"
 
-class MessageView;
+#include <QPointer>
+#include <QTimer>
+
+class ElidedLabel;
+class MessageToolBar;
 class QBoxLayout;
 class QLabel;
-class QListWidget;
+class QListView;
+class ThreadView;
+class XmlMenu;
 
-/// The messages of the attached modems: a list, and the selected message next to it.
+/// The messages of the attached modems: a list of conversations, and the messages of the chosen one next to it.
 class MessagesPage : public Page
 {
     Q_OBJECT
 
 public:
-    explicit MessagesPage(QWidget* parent);
-
-    /// Reads the messages again in the background and then shows them.
-    void readMessages();
-
-    /// Does the same if other modems are attached now.
-    void devicesChanged();
+    /// @param events must be listening, and outlive the page
+    MessagesPage(DeviceEvents* events, QWidget* parent);
+    ~MessagesPage() override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     QWidget* makePane();
-    QWidget* makeOpenButton();
-    void openChosen();
-    void takeMessages();
-    void showMessages();
-    void showChosen();
-    void showState();
+    void makeToolBar();
+    void updateToolBar();
+    void connectViews();
+    void translate();
 
-    MessageReader* m_reader;
-    Modems m_modems;           ///< the modems whose messages are shown
-    bool m_isOutdated = false; ///< messages have changed since the reader started
-    Messages m_messages;
-    QLabel* m_note; ///< shown instead of messages
+    const Message* currentMessage() const;
+    QWidget* windowParent();
+    void run(Command command);
+    void openWindow(const Message& message);
+    void write(const QString& recipient, quint32 modem);
+    void call(const Message& message, _UI_EN_CALL_TYPE type);
+    void copy(const Message& message);
+    void remove(const Message& message);
+    void showMenu(const QPoint& place);
+
+    void search(const QString& text);
+    void showNextHit();
+
+    void refresh();
+    void choose(int row);
+    void showThread();
+    void markShown();
+    void showState();
+    void showNote(const QString& note);
+
+    Requests m_requests;
+    MessageFeed m_feed;
+    ConversationFilter m_filter;
+    QPointer<QWidget> m_windowParent; ///< of the windows for messages
+    MessageToolBar* m_toolBar = nullptr;
+    QTimer m_customised; ///< to see which buttons are wanted
+    QPointer<XmlMenu> m_menu;
+    QLabel* m_note; ///< progress, a failure, or what there is instead of messages
+    QString m_failure;
     QWidget* m_panel;
     QBoxLayout* m_columns;
-    QListWidget* m_list;
-    MessageView* m_view;
+    QListView* m_list;
+    ElidedLabel* m_address;
+    ThreadView* m_thread;
+    QString m_shownKey; ///< Conversation::key of the one that is shown
 };

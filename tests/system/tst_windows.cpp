@@ -8,6 +8,7 @@
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
@@ -104,13 +105,14 @@ void TestWindows::init()
     start();
     QVERIFY(window() && QTest::qWaitForWindowExposed(window()));
     QTRY_VERIFY(owner("Ctrl+D") && owner("Ctrl+O"));
-    QTRY_COMPARE(window()->findChild<QWidget*>("messageList")->property("count").toInt(), 2);
+    QTRY_COMPARE(window()->findChild<QAbstractItemView*>("messageList")->model()->rowCount(), 2);
     window()->setGeometry(Usual);
 }
 
 ExtendDialog* TestWindows::openMessage(int row) const
 {
-    window()->findChild<QWidget*>("messageList")->setProperty("currentRow", row);
+    auto* const list = window()->findChild<QAbstractItemView*>("messageList");
+    list->setCurrentIndex(list->model()->index(row, 0));
     click("Ctrl+O");
     const QString sender = QString("AB").mid(row, 1);
     for (ExtendDialog* dialog : dialogs("MessageView"))

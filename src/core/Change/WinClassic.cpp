@@ -2,6 +2,7 @@
 
 #include "common/CommonUtils.h"
 
+#include <QAbstractScrollArea>
 #include <QDir>
 #include <QPainter>
 #include <QStyleFactory>
@@ -46,6 +47,16 @@ const char* partState(const QStyleOptionSlider& option, QStyle::SubControl part)
     if (!(option.activeSubControls & part))
         return "";
     return option.state & QStyle::State_Sunken ? "_pressed" : "_hover";
+}
+
+/// The background of a scroll bar is that of the area it belongs to.
+QBrush backgroundOf(const QWidget* bar, const QPalette& palette)
+{
+    for (const QWidget* widget = bar; widget; widget = widget->parentWidget()) {
+        if (const auto* const area = qobject_cast<const QAbstractScrollArea*>(widget))
+            return area->viewport()->palette().brush(area->viewport()->backgroundRole());
+    }
+    return palette.brush(QPalette::Window);
 }
 
 } // namespace
@@ -97,6 +108,8 @@ void WinClassic::drawScrollBar(const QStyleOptionSlider& option, QPainter& paint
         std::swap(images.low, images.high);
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    // The images are translucent, and Qt draws nothing under a scroll bar.
+    painter.fillRect(option.rect, backgroundOf(widget, option.palette));
     drawStretched(painter, option.rect, image(images.back, ""));
     draw(SC_ScrollBarSubLine, images.low);
     draw(SC_ScrollBarAddLine, images.high);

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QScrollArea>
 #include <QScrollBar>
 
 class TestSkin : public CoreTest
@@ -18,6 +19,7 @@ private slots:
     void miniSkin();
     void scrollBar_data();
     void scrollBar();
+    void scrollBarBackground();
 };
 
 void TestSkin::cache()
@@ -104,6 +106,30 @@ void TestSkin::scrollBar()
         seen.append(parts.value(int(picture.pixel(place) - firstColor)));
     }
     QTEST(seen.join(' '), "look");
+}
+
+/// Translucent images are drawn on the background of the area, not on what was there before.
+void TestSkin::scrollBarBackground()
+{
+    for (const char* part : {"vertical_back", "vertical_slider", "up", "down"}) {
+        QImage image(16, 16, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QVERIFY(image.save(installed(QString("skin/default/images/scroll_") + part + ".png")));
+    }
+    WinClassic style;
+    for (const QColor& color : {QColor(Qt::yellow), QColor(Qt::black)}) {
+        QScrollArea area;
+        area.viewport()->setBackgroundRole(QPalette::Base);
+        area.setPalette(QPalette(color, color, color, color, color, color, color, color, color));
+        QScrollBar* const bar = area.verticalScrollBar();
+        bar->setStyle(&style);
+        bar->resize(16, 160);
+        QImage picture(bar->size(), QImage::Format_RGB32);
+        picture.fill(Qt::magenta);
+        bar->render(&picture, QPoint(), QRegion(), QWidget::RenderFlags());
+        for (int y = 0; y < picture.height(); ++y)
+            QCOMPARE(picture.pixelColor(8, y), color);
+    }
 }
 
 QTEST_MAIN(TestSkin)

@@ -2,14 +2,13 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a message in the list: sender and time, and the beginning of its text below them.
-class MessageDelegate : public QStyledItemDelegate
+/// Draws a conversation of ConversationModel: its address and time, and its newest message below them, bold while
+/// something is unread.
+class ConversationDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    enum Role { SenderRole = Qt::UserRole, TimeRole, TextRole };
-
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -1,0 +1,267 @@
+#include "ComposeWindow.h"
+
+#include "Drafts.h"
+#include "Message.h"
+#include "MessageLength.h"
+#include "Shown.h"
+#include "common/CommonUtils.h"
+#include "support/CloseGuard.h"
+#include "support/Dialog.h"
+#include "support/Look.h"
+#include "support/ModemInUse.h"
+#include "support/Requests.h"
+#include "support/ResultWords.h"
+#include "support/Text.h"
+
+#include <qrvl.h>
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize ContentSize{420, 300};
+constexpr int KeepAfter = 1000; // milliseconds
+
+QLabel* makeNote()
+{
+    QLabel* const note = Look::label(QString(), 1.0, QFont::DemiBold);
+    note->setWordWrap(true);
+    return note;
+}
+
+/// The modem to send with; 0 if there is none.
+quint32 sendingModem(quint32 wanted)
+{
+    const Modems modems = attachedModems();
+    for (const Modem& modem : modems) {
+        if (modem.id == wanted)
+            return wanted;
+    }
+    return modems.isEmpty() ? 0 : modemInUse(modems).id;
+}
+
+} // namespace
+
+ComposeWindow::ComposeWindow(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent)
+    : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetNormal)
+    , m_requests(requests)
+    , m_modem(modem)
+    , m_recipient(new QLineEdit)
+    , m_text(new QPlainTextEdit)
+    , m_length(Look::quietLabel(QString()))
+    , m_note(makeNote())
+    , m_send(new QPushButton)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(Look::tileIcon(Look::Sign::Message));
+    fillDialog(this, makeContent());
+    loadDraft(recipient);
+    m_keep.setSingleShot(true);
+    connect(&m_keep, &QTimer::timeout, this, &ComposeWindow::keepDraft);
+    connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
+    connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
+    connect(m_send, &QPushButton::clicked, this, &ComposeWindow::press);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(Qt::CTRL + key, this), &QShortcut::activated, this, &ComposeWindow::send);
+    keepTranslated(this, [this] { translate(); });
+    new CloseGuard(
+        {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", "IDS_SMS_LEAVE", "IDS_SMS_STAY"},
+        [this] { return isUnsaved() || m_isSending; }, this);
+}
+
+ComposeWindow::~ComposeWindow()
+{
+    if (m_keep.isActive())
+        keepDraft();
+}
+
+QWidget* ComposeWindow::makeContent()
+{
+    m_recipient->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
+    m_text->setTabChangesFocus(true);
+    auto* content = new QWidget;
+    content->setMinimumSize(ContentSize);
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    layout->setSpacing(Look::Gap);
+    layout->addWidget(m_recipient);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_note);
+    layout->addWidget(makeEnd());
+    return content;
+}
+
+QWidget* ComposeWindow::makeEnd()
+{
+    m_send->setAutoDefault(true);
+    m_send->setMinimumSize(110, 34);
+    auto* end = new QWidget;
+    auto* row = new QHBoxLayout(end);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_length, 1);
+    row->addWidget(m_send);
+    return end;
+}
+
+void ComposeWindow::open(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent)
+{
+    const QString name = QLatin1String("compose ") + addressKey(recipient);
+    auto* window = parent->findChild<ComposeWindow*>(name, Qt::FindDirectChildrenOnly);
+    if (!window) {
+        window = new ComposeWindow(recipient, modem, requests, parent);
+        window->setObjectName(name);
+    } else if (window->GetTileBar() && window->GetTileBar()->IsMinimized()) {
+        window->GetTileBar()->showRestore();
+    }
+    window->show();
+    window->activateWindow();
+    window->raise();
+    (window->m_recipient->text().isEmpty() ? static_cast<QWidget*>(window->m_recipient) : window->m_text)
+        ->setFocus();
+}
+
+void ComposeWindow::loadDraft(const QString& recipient)
+{
+    const Drafts::Draft draft = recipient.isEmpty() ? Drafts::latest() : Drafts::find(recipient);
+    m_recipient->setText(draft.recipient);
+    m_text->setPlainText(draft.text);
+    m_text->moveCursor(QTextCursor::End);
+    m_keptFor = draft.recipient;
+    m_keptText = draft.text;
+}
+
+void ComposeWindow::keepDraft()
+{
+    if (addressKey(m_keptFor) != addressKey(m_recipient->text()))
+        Drafts::keep({m_keptFor, QString()});
+    m_keptFor = m_recipient->text();
+    m_keptText = m_text->toPlainText();
+    Drafts::keep({m_keptFor, m_keptText});
+}
+
+void ComposeWindow::dropDraft()
+{
+    m_keep.stop();
+    Drafts::keep({m_keptFor, QString()});
+}
+
+bool ComposeWindow::isUnsaved() const
+{
+    return !m_isDone && !m_text->toPlainText().isEmpty();
+}
+
+/// Asks what is to become of a text that was not sent.
+bool ComposeWindow::mayClose()
+{
+    enum { Keep, Discard };
+    if (m_isSending)
+        return false; // it will be over soon, and the text is needed if it fails
+    if (!isUnsaved()) {
+        dropDraft();
+        return true;
+    }
+    const QPointer<ComposeWindow> self(this); // the application may end while the question is shown
+    const int answer = CommonUtils::ShowMessage(
+        this, text("IDS_SMS_CLOSE_TITLE"), text("IDS_SMS_CLOSE_TEXT"),
+        {text("IDS_SMS_KEEP"), text("IDS_SMS_DISCARD"), text("IDS_SMS_STAY")}, QMessageBox::Question, true);
+    if (!self || (answer != Keep && answer != Discard))
+        return false;
+    if (answer == Keep)
+        keepDraft();
+    else
+        dropDraft();
+    return true;
+}
+
+void ComposeWindow::closeEvent(QCloseEvent* event)
+{
+    if (!m_isDone && !mayClose()) {
+        event->ignore();
+        return;
+    }
+    m_isDone = true;
+    m_keep.stop();
+    ExtendDialog::closeEvent(event);
+}
+
+/// The Return key in the field for the recipient, which presses the button, leads to the text.
+void ComposeWindow::press()
+{
+    if (m_recipient->hasFocus())
+        m_text->setFocus();
+    else
+        send();
+}
+
+void ComposeWindow::send()
+{
+    if (!m_send->isEnabled())
+        return;
+    m_failure = QRVL_OK;
+    setSending(true);
+    keepDraft();
+    m_requests.start(
+        [this](quint32* request) {
+            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(m_keptFor), utf16(m_keptText),
+                                           request);
+        },
+        this, [this](const RequestEnd& end) { finish(end.result); });
+}
+
+void ComposeWindow::finish(int result)
+{
+    m_failure = result;
+    setSending(false);
+    if (result != QRVL_OK) {
+        m_text->setFocus();
+        return;
+    }
+    dropDraft();
+    m_isDone = true;
+    close();
+}
+
+void ComposeWindow::setSending(bool isSending)
+{
+    m_isSending = isSending;
+    m_recipient->setReadOnly(isSending);
+    m_text->setReadOnly(isSending);
+    showState();
+}
+
+void ComposeWindow::showState()
+{
+    const QString written = m_text->toPlainText();
+    const MessageLength length = messageLength(written);
+    m_length->setText(
+        text("IDS_SMS_LENGTH")
+            .arg(shownNumber(length.characters), shownNumber(length.left), shownNumber(length.parts)));
+    m_send->setEnabled(!m_isSending && !written.isEmpty() && isNumber(m_recipient->text()));
+    if (m_recipient->text() != m_keptFor || written != m_keptText)
+        m_keep.start(KeepAfter);
+    const ResultWords words = m_failure ? resultWords(m_failure) : ResultWords();
+    m_note->setText(m_isSending ? text("IDS_SMS_STATE_SENDING")
+                    : m_failure ? text("IDS_SMS_SEND_FAILED").arg(words.title, words.hint)
+                                : QString());
+    m_note->setVisible(!m_note->text().isEmpty());
+}
+
+void ComposeWindow::translate()
+{
+    setWindowTitle(text("IDS_SMS_NEW"));
+    m_recipient->setPlaceholderText(text("IDS_SMS_RECIPIENT"));
+    m_recipient->setAccessibleName(m_recipient->placeholderText());
+    m_text->setPlaceholderText(text("IDS_SMS_TEXT"));
+    m_text->setAccessibleName(m_text->placeholderText());
+    m_send->setText(text("IDS_SMS_SEND"));
+    m_send->setToolTip(QStringLiteral("%1 (%2)").arg(
+        m_send->text(), QKeySequence(Qt::CTRL + Qt::Key_Return).toString(QKeySequence::NativeText)));
+    showState();
+}

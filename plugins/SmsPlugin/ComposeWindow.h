@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ExtendDialog/ExtendDialog.h"
+
+#include <QTimer>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class Requests;
+
+/// A window to write a message in. What is written is kept as a draft from time to time, until it is sent or the user
+/// discards it. Deleted when it is closed. GUI thread only.
+class ComposeWindow : public ExtendDialog
+{
+    Q_OBJECT
+
+public:
+    /// Opens a window with the draft for a recipient, or the latest draft if the recipient is empty. If there is such a
+    /// window, it comes to the front.
+    /// @param modem    sends the message; 0 for the modem in use
+    /// @param requests must outlive the window
+    static void open(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent);
+
+    /// Keeps what has been written.
+    ~ComposeWindow() override;
+
+    /// What Escape does.
+    void reject() override { close(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    ComposeWindow(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent);
+
+    QWidget* makeContent();
+    QWidget* makeEnd();
+    void loadDraft(const QString& recipient);
+    void keepDraft();
+    void dropDraft();
+    bool mayClose();
+    bool isUnsaved() const;
+    void press();
+    void send();
+    void finish(int result);
+    void setSending(bool isSending);
+    void showState();
+    void translate();
+
+    Requests& m_requests;
+    quint32 m_modem;
+    QLineEdit* m_recipient;
+    QPlainTextEdit* m_text;
+    QLabel* m_length;
+    QLabel* m_note; ///< what is going on, or has failed
+    QPushButton* m_send;
+    QTimer m_keep;      ///< to keep the draft when nothing has been typed for a while
+    QString m_keptFor;  ///< recipient of the draft
+    QString m_keptText; ///< of the draft
+    int m_failure = 0;  ///< of the last attempt, enum QRVL_Result
+    bool m_isSending = false;
+    bool m_isDone = false; ///< may be closed without a question
+};

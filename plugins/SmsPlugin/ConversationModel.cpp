@@ -1,0 +1,173 @@
+#include "ConversationModel.h"
+
+#include "Shown.h"
+#include "support/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int MostShown = 200; // characters of a line
+
+/// What is spoken for a conversation.
+QString spoken(const Conversation& conversation)
+{
+    const Message& newest = conversation.messages.first();
+    QStringList parts{shownAddress(conversation.address), shownTime(newest), newest.text.left(MostShown)};
+    if (conversation.unread > 0)
+        parts.insert(1, text("IDS_SMS_UNREAD").arg(shownNumber(conversation.unread)));
+    parts.removeAll(QString());
+    return parts.join(QLatin1Char('\n'));
+}
+
+/// The beginning of the newest message; one's own is marked.
+QString summary(const Message& message)
+{
+    const QString line = message.text.left(MostShown).simplified();
+    return message.isSent ? text("IDS_SMS_YOU").arg(line) : line;
+}
+
+} // namespace
+
+int ConversationModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_conversations.size();
+}
+
+int ConversationModel::rowOf(const QString& address) const
+{
+    return m_rows.value(addressKey(address), -1);
+}
+
+QVariant ConversationModel::data(const QModelIndex& index, int role) const
+{
+    const Conversation& conversation = m_conversations[index.row()];
+    const Message& newest = conversation.messages.first();
+    switch (role) {
+    case Qt::DisplayRole:
+        return shownAddress(conversation.address);
+    case Qt::AccessibleTextRole:
+        return spoken(conversation);
+    case TimeRole:
+        return shownDay(newest);
+    case TextRole:
+        return summary(newest);
+    case UnreadRole:
+        return conversation.unread;
+    default:
+        return {};
+    }
+}
+
+void ConversationModel::put(const Messages& messages)
+{
+    for (const Message& message : messages)
+        put(message);
+}
+
+void ConversationModel::put(const Message& message)
+{
+    const int row = rowOf(message.address);
+    if (row >= 0) {
+        putInto(m_conversations[row], message);
+        reportChange(row);
+        return;
+    }
+    const int end = m_conversations.size();
+    beginInsertRows({}, end, end);
+    m_conversations.append(Conversation());
+    m_conversations[end].key = addressKey(message.address);
+    putInto(m_conversations[end], message);
+    m_rows.insert(m_conversations[end].key, end);
+    endInsertRows();
+}
+
+void ConversationModel::putInto(Conversation& conversation, const Message& message)
+{
+    const QString key = message.key;
+    Messages& all = conversation.messages;
+    if (m_messages.contains(key))
+        *std::find_if(all.begin(), all.end(), [&](const Message& entry) { return entry.key == key; }) =
+            message;
+    else
+        all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
+    m_messages.insert(key, message);
+    conversation.address = all.first().address;
+    countUnread(conversation);
+}
+
+void ConversationModel::countUnread(Conversation& conversation)
+{
+    m_unread -= conversation.unread;
+    conversation.unread = int(std::count_if(conversation.messages.begin(), conversation.messages.end(),
+                                            [](const Message& message) { return message.isUnread; }));
+    m_unread += conversation.unread;
+}
+
+void ConversationModel::keepOnly(const QSet<QString>& keys)
+{
+    if (std::all_of(m_messages.keyBegin(), m_messages.keyEnd(),
+                    [&](const QString& key) { return keys.contains(key); }))
+        return;
+    for (int row = m_conversations.size() - 1; row >= 0; --row)
+        removeGone(row, keys);
+    numberRows();
+}
+
+void ConversationModel::removeGone(int row, const QSet<QString>& keys)
+{
+    const auto isKept = [&](const Message& message) {
+        return keys.contains(message.key);
+    };
+    const Messages before = m_conversations[row].messages;
+    if (std::all_of(before.begin(), before.end(), isKept))
+        return;
+    Messages left;
+    for (const Message& message : before) {
+        if (isKept(message))
+            left.append(message);
+        else
+            m_messages.remove(message.key);
+    }
+    if (!left.isEmpty()) {
+        m_conversations[row].messages = left;
+        countUnread(m_conversations[row]);
+        reportChange(row);
+        return;
+    }
+    beginRemoveRows({}, row, row);
+    m_unread -= m_conversations[row].unread;
+    m_conversations.remove(row);
+    endRemoveRows();
+}
+
+void ConversationModel::numberRows()
+{
+    m_rows.clear();
+    for (int row = 0; row < m_conversations.size(); ++row)
+        m_rows.insert(m_conversations[row].key, row);
+}
+
+void ConversationModel::markRead(int row)
+{
+    Conversation& conversation = m_conversations[row];
+    if (conversation.unread == 0)
+        return;
+    for (Message& message : conversation.messages) {
+        message.isUnread = false;
+        m_messages[message.key].isUnread = false;
+    }
+    countUnread(conversation);
+    reportChange(row);
+}
+
+void ConversationModel::retranslate()
+{
+    if (!m_conversations.isEmpty())
+        Q_EMIT dataChanged(index(0), index(m_conversations.size() - 1));
+}
+
+void ConversationModel::reportChange(int row)
+{
+    Q_EMIT dataChanged(index(row), index(row));
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Message.h"
+
+#include <QAbstractListModel>
+#include <QSet>
+
+/// The messages to and from one address.
+struct Conversation
+{
+    QString key;       ///< addressKey() of the address
+    QString address;   ///< as in the newest message
+    Messages messages; ///< newest first, never empty
+    int unread = 0;    ///< how many messages are unread
+};
+
+/// The conversations, one row each, in no particular order. GUI thread only.
+class ConversationModel : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    enum Role { TimeRole = Qt::UserRole, TextRole, UnreadRole };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// Adds messages, or replaces those with the same keys.
+    void put(const Messages& messages);
+
+    /// Removes all messages but these.
+    void keepOnly(const QSet<QString>& keys);
+
+    /// Marks the messages of a conversation as read.
+    void markRead(int row);
+
+    const Conversation& conversation(int row) const { return m_conversations[row]; }
+
+    /// The row of an address; -1 without messages.
+    int rowOf(const QString& address) const;
+
+    const MessagesByKey& messages() const { return m_messages; }
+    int unread() const { return m_unread; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+
+    /// Display role: the address. The times are in the current language.
+    QVariant data(const QModelIndex& index, int role) const override;
+
+    /// Reports that all texts have changed, as when the language does.
+    void retranslate();
+
+private:
+    void put(const Message& message);
+    void putInto(Conversation& conversation, const Message& message);
+    void removeGone(int row, const QSet<QString>& keys);
+    void numberRows();
+    void countUnread(Conversation& conversation);
+    void reportChange(int row);
+
+    QVector<Conversation> m_conversations;
+    QHash<QString, int> m_rows; ///< by addressKey()
+    MessagesByKey m_messages;
+    int m_unread = 0;
+};

@@ -1,0 +1,159 @@
+// What the commands of the page do.
+#include "ComposeWindow.h"
+#include "MessageToolBar.h"
+#include "MessageWindow.h"
+#include "MessagesPage.h"
+#include "ThreadView.h"
+#include "common/CommonUtils.h"
+#include "support/ResultWords.h"
+#include "support/Text.h"
+#include "support/XmlMenu.h"
+
+#include <qrvl.h>
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QTextCursor>
+
+namespace {
+
+bool hasSearchSeparator()
+{
+    return CommonUtils::GetSettings(QStringLiteral("messages"), QStringLiteral("searchseparator")) !=
+           QLatin1String("false");
+}
+
+/// Deletes the windows of a class; their code is about to be unloaded.
+template <typename Window>
+void deleteWindows(const QWidget& parent)
+{
+    qDeleteAll(parent.findChildren<Window*>(QString(), Qt::FindDirectChildrenOnly));
+}
+
+} // namespace
+
+MessagesPage::~MessagesPage()
+{
+    if (!m_windowParent)
+        return;
+    deleteWindows<ComposeWindow>(*m_windowParent);
+    deleteWindows<MessageWindow>(*m_windowParent);
+}
+
+const Message* MessagesPage::currentMessage() const
+{
+    const auto& messages = m_feed.model()->messages();
+    const auto found = messages.constFind(m_thread->current());
+    return found == messages.constEnd() ? nullptr : &*found;
+}
+
+void MessagesPage::run(Command command)
+{
+    const Message* const current = currentMessage();
+    if (!isPossible(command, current))
+        return;
+    const Message message = current ? *current : Message(); // the original may go meanwhile
+    m_failure.clear();
+    switch (command) {
+    case Command::Open:
+        openWindow(message);
+        break;
+    case Command::Write:
+        write(QString(), 0);
+        break;
+    case Command::Reply:
+        write(message.address, message.modem);
+        break;
+    case Command::Call:
+        call(message, UI_CALL_VOICE);
+        break;
+    case Command::VideoCall:
+        call(message, UI_CALL_VIDEO);
+        break;
+    case Command::Delete:
+        remove(message);
+        break;
+    case Command::Search:
+        m_toolBar->openSearch();
+        break;
+    case Command::Copy:
+        copy(message);
+        break;
+    }
+    showState();
+}
+
+QWidget* MessagesPage::windowParent()
+{
+    if (!m_windowParent)
+        m_windowParent = CommonUtils::GetMainWindow() ? CommonUtils::GetMainWindow() : window();
+    return m_windowParent;
+}
+
+void MessagesPage::openWindow(const Message& message)
+{
+    MessageWindow::open(message, windowParent());
+}
+
+void MessagesPage::write(const QString& recipient, quint32 modem)
+{
+    ComposeWindow::open(recipient, modem, m_requests, windowParent());
+}
+
+void MessagesPage::call(const Message& message, _UI_EN_CALL_TYPE type)
+{
+    if (!CommonUtils::MakeCall(message.address, type))
+        m_failure = text("IDS_SMS_NO_CALL");
+}
+
+/// Copies what the user has selected, otherwise the whole message.
+void MessagesPage::copy(const Message& message)
+{
+    if (m_thread->textCursor().hasSelection())
+        m_thread->copy();
+    else
+        QGuiApplication::clipboard()->setText(message.text);
+}
+
+void MessagesPage::remove(const Message& message)
+{
+    constexpr int deleteButton = 0;
+    const QPointer<MessagesPage> self(this); // the application may end while the question is shown
+    const int answer = CommonUtils::ShowMessage(
+        windowParent(), text("IDS_SMS_DELETE_TITLE"), text("IDS_SMS_DELETE_TEXT"),
+        {text("IDS_SMS_DELETE_YES"), text("IDS_SMS_STAY")}, QMessageBox::Question, true);
+    if (!self || answer != deleteButton)
+        return;
+    m_requests.start(
+        [&](quint32* request) {
+            return QRVL_DevSrv_DeleteMessage(message.modem, utf16(message.identifier), request);
+        },
+        this,
+        [this](const RequestEnd& end) {
+            if (end.result == QRVL_OK || end.result == QRVL_ERROR_NOT_FOUND)
+                return; // an event reports that it has gone
+            const ResultWords words = resultWords(end.result);
+            m_failure = text("IDS_SMS_DELETE_FAILED").arg(words.title, words.hint);
+            showState();
+        });
+}
+
+void MessagesPage::showMenu(const QPoint& place)
+{
+    MenuCommands commands;
+    for (const CommandInfo& info : CommandInfos) {
+        const Command command = info.command;
+        commands.insert(QString::fromLatin1(info.menuName), [this, command](QAction* action, const QString&) {
+            action->setEnabled(isPossible(command, currentMessage()));
+            connect(action, &QAction::triggered, this, [this, command] { run(command); });
+        });
+    }
+    delete m_menu;
+    CommonUtils::SetSMSSeperatorConfigValue(hasSearchSeparator());
+    // Read each time, because the operator's changes come and go with the modem.
+    m_menu = new XmlMenu(QStringLiteral("MessageMenu.xml"), QStringLiteral("MessageMenu"), commands, this);
+    if (QMenu* const menu = m_menu->menu())
+        menu->popup(place);
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "ConversationModel.h"
+#include "MessageReader.h"
+#include "SeenMessages.h"
+#include "support/Modems.h"
+
+#include <QTimer>
+
+#include <map>
+
+/// Keeps a model up to date with the messages of the attached modems. They are put into it a few at a time, so that the
+/// window never waits. GUI thread only.
+class MessageFeed : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit MessageFeed(QObject* parent);
+
+    ConversationModel* model() { return &m_model; }
+    const ConversationModel* model() const { return &m_model; }
+
+    /// Looks for new and deleted messages.
+    void refresh();
+
+    /// Does so if other modems are attached now.
+    void devicesChanged();
+
+    /// Whether messages are being read, and how many there are then.
+    bool isReading() const { return m_reader.isRunning() || m_pump.isActive(); }
+    int total() const { return m_reader.total(); }
+
+    /// Marks the messages of a conversation as read and remembers that.
+    /// @param row of the model
+    void markRead(int row);
+
+Q_SIGNALS:
+    /// The model or the progress has changed.
+    void changed();
+
+private:
+    void takeModems(const Modems& modems);
+    void pump();
+    void finish();
+    void dropGone();
+    void forgetGone();
+    SeenMessages& seenOf(quint32 modem);
+
+    ConversationModel m_model;
+    Modems m_modems;                        ///< the modems whose messages are shown
+    std::map<quint32, SeenMessages> m_seen; ///< by Modem::id
+    MessageReader m_reader;
+    QTimer m_pump;
+    bool m_isOutdated = false; ///< messages have changed since the reader started
+};

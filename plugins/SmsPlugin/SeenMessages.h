@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Message.h"
+
+#include <QSet>
+
+/// Remembers in the user's settings which messages of a SIM have been shown. The settings hold digests, which name
+/// neither sender nor SIM, and which stay the same when a modem numbers its messages anew.
+class SeenMessages
+{
+public:
+    /// @param imsi of the SIM
+    explicit SeenMessages(const QString& imsi);
+
+    /// The digest of a message, for Message::mark.
+    static QString markOf(const Message& message);
+
+    bool contains(const Message& message) const { return m_seen.contains(message.mark); }
+    void add(const Message& message);
+
+    /// Forgets messages that no longer exist, once there are many of them.
+    /// @param existing all messages of the SIM
+    void keepOnly(const Messages& existing);
+
+    /// Stores what has changed. On disk it is written by another thread.
+    void save();
+
+private:
+    QString m_key; ///< of the setting
+    QSet<QString> m_seen;
+    bool m_isChanged = false;
+};

@@ -1,0 +1,303 @@
+#include "ThreadView.h"
+
+#include "MessageText.h"
+#include "MessageView.h"
+#include "Shown.h"
+#include "support/Look.h"
+#include "support/Text.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextFrame>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int ShownAtOnce = 30; // messages
+constexpr int Indent = 40;      // of the side away from the sender
+constexpr int Padding = 8;      // around the text of a message
+constexpr int Distance = 6;     // between messages
+constexpr QLatin1String EarlierScheme("earlier");
+
+bool isSame(const Message& left, const Message& right)
+{
+    return left.key == right.key && left.state == right.state;
+}
+
+/// Whether the first messages are the same.
+bool beginAlike(const Messages& left, const Messages& right, int count)
+{
+    return std::equal(left.begin(), left.begin() + std::min(count, left.size()), right.begin(),
+                      right.begin() + std::min(count, right.size()), isSame);
+}
+
+} // namespace
+
+ThreadView::ThreadView(QWidget* parent)
+    : QTextBrowser(parent)
+    , m_shown(ShownAtOnce)
+{
+    prepareBrowser(this);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setTextInteractionFlags(Qt::TextBrowserInteraction);
+    connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& target) {
+        if (target.scheme() == EarlierScheme)
+            showEarlier();
+    });
+}
+
+void ThreadView::setMessages(const Messages& messages, bool isOther)
+{
+    const bool hasMore = m_messages.size() > m_shown;
+    const bool isUnchanged =
+        !isOther && beginAlike(messages, m_messages, m_shown) && hasMore == (messages.size() > m_shown);
+    m_messages = messages;
+    if (isUnchanged)
+        return;
+    if (isOther)
+        m_shown = ShownAtOnce;
+    const bool wasAtEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
+    const int place = verticalScrollBar()->value();
+    build();
+    const bool isGone = !entryOf(m_current);
+    if (!m_messages.isEmpty() && (isOther || isGone || wasAtEnd))
+        setCurrent(m_messages.first().key);
+    else
+        verticalScrollBar()->setValue(place);
+    if (m_messages.isEmpty())
+        m_current.clear();
+}
+
+void ThreadView::build()
+{
+    m_entries.clear();
+    clear();
+    colorLinks(this);
+    setUndoRedoEnabled(false);
+    QTextFrameFormat frame = document()->rootFrame()->frameFormat();
+    frame.setTopMargin(Padding + 1); // the first block's own margin is ignored
+    frame.setBottomMargin(2 * Padding);
+    document()->rootFrame()->setFrameFormat(frame);
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    if (m_messages.size() > m_shown)
+        addEarlierLink(cursor);
+    for (int i = std::min(m_shown, m_messages.size()) - 1; i >= 0; --i)
+        addMessage(m_messages[i], cursor);
+    cursor.endEditBlock();
+    markSearch();
+}
+
+void ThreadView::addEarlierLink(QTextCursor& cursor)
+{
+    QTextBlockFormat format;
+    format.setAlignment(Qt::AlignHCenter);
+    format.setTopMargin(Look::Gap);
+    cursor.setBlockFormat(format);
+    QTextCharFormat link;
+    link.setAnchor(true);
+    link.setAnchorHref(EarlierScheme + QLatin1Char(':'));
+    link.setForeground(Look::toneColor(Look::Tone::Info, palette()));
+    link.setFontUnderline(true);
+    cursor.insertText(text("IDS_SMS_EARLIER"), link);
+}
+
+void ThreadView::addMessage(const Message& message, QTextCursor& cursor)
+{
+    if (!document()->isEmpty())
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    const int start = cursor.position();
+    const int firstBlock = cursor.blockNumber();
+    if (const QString fate = shownFate(message); !fate.isEmpty()) {
+        QTextCharFormat quiet;
+        quiet.setForeground(Look::toneColor(
+            message.state == QLatin1String("failed") ? Look::Tone::Bad : Look::Tone::Quiet, palette()));
+        quiet.setFontPointSize(font().pointSizeF() * 0.85);
+        cursor.insertText(fate, quiet);
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    }
+    cursor.insertHtml(richMessage(message.text));
+    m_entries.append({message.key, message.isSent, firstBlock, cursor.blockNumber()});
+    shapeBlocks(m_entries.last(), cursor, start);
+}
+
+void ThreadView::shapeBlocks(const Entry& entry, QTextCursor& cursor, int start)
+{
+    const bool isOnLeft = entry.isSent == isRightToLeft();
+    QTextBlockFormat inner;
+    inner.setLeftMargin(Padding + 2 + (isOnLeft ? 0 : Indent));
+    inner.setRightMargin(Padding + 2 + (isOnLeft ? Indent : 0));
+    inner.setTopMargin(0);
+    inner.setBottomMargin(0);
+    cursor.setPosition(start, QTextCursor::KeepAnchor);
+    cursor.mergeBlockFormat(inner);
+    QTextBlockFormat edge;
+    edge.setTopMargin(2 * Padding + Distance);
+    QTextCursor(document()->findBlockByNumber(entry.firstBlock)).mergeBlockFormat(edge);
+    QTextBlockFormat end;
+    end.setBottomMargin(Padding);
+    QTextCursor(document()->findBlockByNumber(entry.lastBlock)).mergeBlockFormat(end);
+    cursor.movePosition(QTextCursor::End);
+}
+
+void ThreadView::showEarlier()
+{
+    const QString oldest = m_entries.isEmpty() ? QString() : m_entries.first().key;
+    m_shown += ShownAtOnce;
+    build();
+    if (const Entry* const entry = entryOf(oldest))
+        scrollTo(*entry);
+}
+
+void ThreadView::setCurrent(const QString& key)
+{
+    const auto message = std::find_if(m_messages.cbegin(), m_messages.cend(),
+                                      [&](const Message& entry) { return entry.key == key; });
+    if (message == m_messages.cend())
+        return;
+    const int index = int(message - m_messages.cbegin());
+    if (index >= m_shown) {
+        m_shown = index + ShownAtOnce;
+        build();
+    }
+    m_current = key;
+    if (const Entry* const entry = entryOf(key))
+        scrollTo(*entry);
+    viewport()->update();
+}
+
+void ThreadView::setSearch(const QString& search)
+{
+    m_search = search;
+    markSearch();
+}
+
+void ThreadView::markSearch()
+{
+    QList<ExtraSelection> marks;
+    QTextCharFormat format;
+    format.setBackground(palette().highlight());
+    format.setForeground(palette().highlightedText());
+    QTextCursor place(document());
+    while (!m_search.isEmpty() && !(place = document()->find(m_search, place)).isNull())
+        marks.append({place, format});
+    setExtraSelections(marks);
+}
+
+void ThreadView::retranslate()
+{
+    const int place = verticalScrollBar()->value();
+    build();
+    verticalScrollBar()->setValue(place);
+}
+
+const ThreadView::Entry* ThreadView::entryOf(const QString& key) const
+{
+    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [&](const Entry& entry) { return entry.key == key; });
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+/// The place of a message in the document, with its padding.
+QRectF ThreadView::placeOf(const Entry& entry) const
+{
+    const auto* const layout = document()->documentLayout();
+    const QRectF first = layout->blockBoundingRect(document()->findBlockByNumber(entry.firstBlock));
+    const QRectF last = layout->blockBoundingRect(document()->findBlockByNumber(entry.lastBlock));
+    const bool isOnLeft = entry.isSent == isRightToLeft();
+    const qreal left = isOnLeft ? 2 : Indent + 2;
+    return QRectF(left, first.top() - Padding, document()->size().width() - Indent - 4,
+                  last.bottom() - first.top() + 2 * Padding);
+}
+
+void ThreadView::scrollTo(const Entry& entry)
+{
+    const QRectF place = placeOf(entry);
+    QScrollBar* const bar = verticalScrollBar();
+    const int height = viewport()->height();
+    if (place.top() < bar->value() || place.height() > height)
+        bar->setValue(int(place.top()) - Padding);
+    else if (place.bottom() > bar->value() + height)
+        bar->setValue(int(place.bottom()) + Padding - height);
+}
+
+void ThreadView::step(int direction)
+{
+    const Entry* const entry = entryOf(m_current);
+    const int index = entry ? int(entry - m_entries.constData()) + direction : -1;
+    if (index < 0 || index >= m_entries.size())
+        return;
+    setCurrent(m_entries[index].key);
+    Q_EMIT currentChanged();
+}
+
+void ThreadView::chooseAt(const QPoint& place)
+{
+    const qreal y = place.y() + verticalScrollBar()->value();
+    const auto found = std::find_if(m_entries.cbegin(), m_entries.cend(),
+                                    [&](const Entry& entry) { return y <= placeOf(entry).bottom(); });
+    if (found == m_entries.cend() || found->key == m_current)
+        return;
+    m_current = found->key;
+    viewport()->update();
+    Q_EMIT currentChanged();
+}
+
+void ThreadView::mousePressEvent(QMouseEvent* event)
+{
+    chooseAt(event->pos());
+    QTextBrowser::mousePressEvent(event);
+}
+
+void ThreadView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Up && event->modifiers() == Qt::NoModifier)
+        step(-1);
+    else if (event->key() == Qt::Key_Down && event->modifiers() == Qt::NoModifier)
+        step(1);
+    else
+        QTextBrowser::keyPressEvent(event);
+}
+
+void ThreadView::changeEvent(QEvent* event)
+{
+    QTextBrowser::changeEvent(event);
+    constexpr QEvent::Type looks[] = {QEvent::PaletteChange, QEvent::StyleChange, QEvent::FontChange,
+                                      QEvent::LayoutDirectionChange};
+    if (std::find(std::begin(looks), std::end(looks), event->type()) != std::end(looks))
+        retranslate();
+}
+
+void ThreadView::resizeEvent(QResizeEvent* event)
+{
+    QTextBrowser::resizeEvent(event);
+    if (const Entry* const entry = entryOf(m_current))
+        scrollTo(*entry);
+}
+
+void ThreadView::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0, -verticalScrollBar()->value());
+    const QColor base = palette().color(QPalette::Base);
+    const QColor received = Look::mixed(base, palette().color(QPalette::Text), 0.07);
+    const QColor sent = Look::mixed(base, palette().color(QPalette::Highlight), 0.16);
+    const QRectF visible(event->rect().translated(0, verticalScrollBar()->value()));
+    for (const Entry& entry : qAsConst(m_entries)) {
+        const QRectF place = placeOf(entry).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (!place.intersects(visible))
+            continue;
+        painter.setPen(entry.key == m_current ? QPen(palette().highlight(), 1.0) : QPen(Qt::NoPen));
+        painter.setBrush(entry.isSent ? sent : received);
+        painter.drawRoundedRect(place, Look::Radius, Look::Radius);
+    }
+    painter.end();
+    QTextBrowser::paintEvent(event);
+}

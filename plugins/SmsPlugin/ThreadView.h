@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Message.h"
+
+#include <QTextBrowser>
+
+/// The messages of a conversation, the newest at the end, each on a background with rounded corners. One of them is the
+/// current one, which commands are for: it has a frame, and is chosen with a click or the Up and Down keys. Of a long
+/// conversation the beginning is shown on request, so that each one appears at once. GUI thread only.
+class ThreadView : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    explicit ThreadView(QWidget* parent = nullptr);
+
+    /// Shows a conversation.
+    /// @param messages newest first; may be empty
+    /// @param isOther  whether it is not the one before: its newest message becomes the current one
+    void setMessages(const Messages& messages, bool isOther);
+
+    /// The key of the current message; empty when there is none.
+    const QString& current() const { return m_current; }
+
+    /// Makes a message the current one and scrolls to it.
+    void setCurrent(const QString& key);
+
+    /// Marks a text wherever it occurs; none if it is empty.
+    void setSearch(const QString& search);
+
+    /// Shows all texts again in the current language.
+    void retranslate();
+
+Q_SIGNALS:
+    /// Another message is the current one, by the user's choice.
+    void currentChanged();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    /// Where a message is in the document.
+    struct Entry
+    {
+        QString key;
+        bool isSent;
+        int firstBlock;
+        int lastBlock;
+    };
+
+    void build();
+    void addEarlierLink(QTextCursor& cursor);
+    void addMessage(const Message& message, QTextCursor& cursor);
+    void shapeBlocks(const Entry& entry, QTextCursor& cursor, int start);
+    void showEarlier();
+    void markSearch();
+    void scrollTo(const Entry& entry);
+    const Entry* entryOf(const QString& key) const;
+    QRectF placeOf(const Entry& entry) const;
+    void chooseAt(const QPoint& place);
+    void step(int direction);
+
+    Messages m_messages; ///< newest first
+    int m_shown;         ///< how many of them are in the document, at most
+    QVector<Entry> m_entries;
+    QString m_current;
+    QString m_search;
+};
