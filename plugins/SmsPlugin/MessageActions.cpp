@@ -14,6 +14,8 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QItemSelectionModel>
+#include <QListView>
 #include <QMenu>
 #include <QTextCursor>
 
@@ -36,6 +38,7 @@ void deleteWindows(const QWidget& parent)
 
 MessagesPage::~MessagesPage()
 {
+    m_list->selectionModel()->disconnect(this); // its model goes before it
     if (!m_windowParent)
         return;
     deleteWindows<ComposeWindow>(*m_windowParent);

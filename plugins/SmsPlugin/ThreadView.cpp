@@ -1,10 +1,8 @@
+// Which message is the current one, and where the messages are on the screen. The document is in ThreadDocument.cpp.
 #include "ThreadView.h"
 
-#include "MessageText.h"
 #include "MessageView.h"
-#include "Shown.h"
 #include "support/Look.h"
-#include "support/Text.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QEvent>
@@ -12,7 +10,6 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTextBlock>
-#include <QTextFrame>
 #include <QUrl>
 
 #include <algorithm>
@@ -20,10 +17,6 @@
 namespace {
 
 constexpr int ShownAtOnce = 30; // messages
-constexpr int Indent = 40;      // of the side away from the sender
-constexpr int Padding = 8;      // around the text of a message
-constexpr int Distance = 6;     // between messages
-constexpr QLatin1String EarlierScheme("earlier");
 
 bool isSame(const Message& left, const Message& right)
 {
@@ -47,7 +40,7 @@ ThreadView::ThreadView(QWidget* parent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     setTextInteractionFlags(Qt::TextBrowserInteraction);
     connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& target) {
-        if (target.scheme() == EarlierScheme)
+        if (target.scheme() == ThreadLayout::EarlierScheme)
             showEarlier();
     });
 }
@@ -72,78 +65,6 @@ void ThreadView::setMessages(const Messages& messages, bool isOther)
         verticalScrollBar()->setValue(place);
     if (m_messages.isEmpty())
         m_current.clear();
-}
-
-void ThreadView::build()
-{
-    m_entries.clear();
-    clear();
-    colorLinks(this);
-    setUndoRedoEnabled(false);
-    QTextFrameFormat frame = document()->rootFrame()->frameFormat();
-    frame.setTopMargin(Padding + 1); // the first block's own margin is ignored
-    frame.setBottomMargin(2 * Padding);
-    document()->rootFrame()->setFrameFormat(frame);
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    if (m_messages.size() > m_shown)
-        addEarlierLink(cursor);
-    for (int i = std::min(m_shown, m_messages.size()) - 1; i >= 0; --i)
-        addMessage(m_messages[i], cursor);
-    cursor.endEditBlock();
-    markSearch();
-}
-
-void ThreadView::addEarlierLink(QTextCursor& cursor)
-{
-    QTextBlockFormat format;
-    format.setAlignment(Qt::AlignHCenter);
-    format.setTopMargin(Look::Gap);
-    cursor.setBlockFormat(format);
-    QTextCharFormat link;
-    link.setAnchor(true);
-    link.setAnchorHref(EarlierScheme + QLatin1Char(':'));
-    link.setForeground(Look::toneColor(Look::Tone::Info, palette()));
-    link.setFontUnderline(true);
-    cursor.insertText(text("IDS_SMS_EARLIER"), link);
-}
-
-void ThreadView::addMessage(const Message& message, QTextCursor& cursor)
-{
-    if (!document()->isEmpty())
-        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    const int start = cursor.position();
-    const int firstBlock = cursor.blockNumber();
-    if (const QString fate = shownFate(message); !fate.isEmpty()) {
-        QTextCharFormat quiet;
-        quiet.setForeground(Look::toneColor(
-            message.state == QLatin1String("failed") ? Look::Tone::Bad : Look::Tone::Quiet, palette()));
-        quiet.setFontPointSize(font().pointSizeF() * 0.85);
-        cursor.insertText(fate, quiet);
-        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    }
-    cursor.insertHtml(richMessage(message.text));
-    m_entries.append({message.key, message.isSent, firstBlock, cursor.blockNumber()});
-    shapeBlocks(m_entries.last(), cursor, start);
-}
-
-void ThreadView::shapeBlocks(const Entry& entry, QTextCursor& cursor, int start)
-{
-    const bool isOnLeft = entry.isSent == isRightToLeft();
-    QTextBlockFormat inner;
-    inner.setLeftMargin(Padding + 2 + (isOnLeft ? 0 : Indent));
-    inner.setRightMargin(Padding + 2 + (isOnLeft ? Indent : 0));
-    inner.setTopMargin(0);
-    inner.setBottomMargin(0);
-    cursor.setPosition(start, QTextCursor::KeepAnchor);
-    cursor.mergeBlockFormat(inner);
-    QTextBlockFormat edge;
-    edge.setTopMargin(2 * Padding + Distance);
-    QTextCursor(document()->findBlockByNumber(entry.firstBlock)).mergeBlockFormat(edge);
-    QTextBlockFormat end;
-    end.setBottomMargin(Padding);
-    QTextCursor(document()->findBlockByNumber(entry.lastBlock)).mergeBlockFormat(end);
-    cursor.movePosition(QTextCursor::End);
 }
 
 void ThreadView::showEarlier()
@@ -211,9 +132,10 @@ QRectF ThreadView::placeOf(const Entry& entry) const
     const QRectF first = layout->blockBoundingRect(document()->findBlockByNumber(entry.firstBlock));
     const QRectF last = layout->blockBoundingRect(document()->findBlockByNumber(entry.lastBlock));
     const bool isOnLeft = entry.isSent == isRightToLeft();
-    const qreal left = isOnLeft ? 2 : Indent + 2;
-    return QRectF(left, first.top() - Padding, document()->size().width() - Indent - 4,
-                  last.bottom() - first.top() + 2 * Padding);
+    const qreal left = isOnLeft ? 2 : ThreadLayout::Indent + 2;
+    return QRectF(left, first.top() - ThreadLayout::Padding,
+                  document()->size().width() - ThreadLayout::Indent - 4,
+                  last.bottom() - first.top() + 2 * ThreadLayout::Padding);
 }
 
 void ThreadView::scrollTo(const Entry& entry)
@@ -222,9 +144,9 @@ void ThreadView::scrollTo(const Entry& entry)
     QScrollBar* const bar = verticalScrollBar();
     const int height = viewport()->height();
     if (place.top() < bar->value() || place.height() > height)
-        bar->setValue(int(place.top()) - Padding);
+        bar->setValue(int(place.top()) - ThreadLayout::Padding);
     else if (place.bottom() > bar->value() + height)
-        bar->setValue(int(place.bottom()) + Padding - height);
+        bar->setValue(int(place.bottom()) + ThreadLayout::Padding - height);
 }
 
 void ThreadView::step(int direction)

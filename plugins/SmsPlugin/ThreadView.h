@@ -4,6 +4,16 @@
 
 #include <QTextBrowser>
 
+/// Distances in a conversation, in device-independent pixels, and its own link.
+namespace ThreadLayout {
+
+constexpr int Indent = 40;  ///< of the side away from the sender
+constexpr int Padding = 8;  ///< around the text of a message
+constexpr int Distance = 6; ///< between messages
+constexpr QLatin1String EarlierScheme("earlier");
+
+} // namespace ThreadLayout
+
 /// The messages of a conversation, the newest at the end, each on a background with rounded corners. One of them is the
 /// current one, which commands are for: it has a frame, and is chosen with a click or the Up and Down keys. Of a long
 /// conversation the beginning is shown on request, so that each one appears at once. GUI thread only.
