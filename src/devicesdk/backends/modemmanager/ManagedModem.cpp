@@ -196,6 +196,11 @@ bool ManagedModem::isLocked(const DBusMirror& mirror, const QString& path)
     return valueOf(mirror, path, "State").toInt() == MM_MODEM_STATE_LOCKED;
 }
 
+QString ManagedModem::pukTries(const DBusMirror& mirror, const QString& path)
+{
+    return triesLeft(Reader(mirror, path), MM_MODEM_LOCK_SIM_PUK);
+}
+
 QVariant ManagedModem::valueOf(const DBusMirror& mirror, const QString& path, const char* property)
 {
     return mirror.value(path, QLatin1String(MM_DBUS_INTERFACE_MODEM), QLatin1String(property));

@@ -22,6 +22,9 @@ QString identityOf(const DBusMirror& mirror, const QString& path);
 /// Whether the SIM must be unlocked first.
 bool isLocked(const DBusMirror& mirror, const QString& path);
 
+/// How many wrong PUKs the SIM still accepts; empty if that is unknown.
+QString pukTries(const DBusMirror& mirror, const QString& path);
+
 /// A property of the modem itself.
 QVariant valueOf(const DBusMirror& mirror, const QString& path, const char* property);
 

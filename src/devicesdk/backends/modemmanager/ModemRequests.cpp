@@ -109,7 +109,7 @@ void ModemRequests::enterPin(const Request& request, const QString& modem)
     }
     const QString pin = request.secret.view().toString();
     auto sim = proxyFor<SimProxy>(m_mirror, ManagedModem::simOf(m_mirror, modem));
-    unlock(request.number, modem, sim.SendPin(pin), {pin});
+    unlock(request.number, modem, sim.SendPin(pin), {pin}, QRVL_ERROR_BLOCKED);
 }
 
 void ModemRequests::enterPuk(const Request& request, const QString& modem)
@@ -121,17 +121,20 @@ void ModemRequests::enterPuk(const Request& request, const QString& modem)
     const QString puk = request.secret.view().toString();
     const QString pin = request.newPin.view().toString();
     auto sim = proxyFor<SimProxy>(m_mirror, ManagedModem::simOf(m_mirror, modem));
-    unlock(request.number, modem, sim.SendPuk(puk, pin), {puk, pin});
+    const bool isLastTry = ManagedModem::pukTries(m_mirror, modem) == QLatin1String("1");
+    unlock(request.number, modem, sim.SendPuk(puk, pin), {puk, pin},
+           isLastTry ? QRVL_ERROR_BLOCKED : QRVL_ERROR_WRONG_CODE);
 }
 
+/// `refusal` is the result when the SIM asks for its PUK then: after a PIN that was the last try, after a PUK any.
 void ModemRequests::unlock(quint32 number, const QString& modem, const QDBusPendingCall& call,
-                           const QStringList& codes)
+                           const QStringList& codes, long refusal)
 {
     m_unlocking.insert(modem);
     await(call, [=](const QDBusPendingCall&, long result) {
         for (QString code : codes)
             Secret::wipe(code);
-        finishUnlocking(number, modem, result);
+        finishUnlocking(number, modem, result == QRVL_ERROR_BLOCKED ? refusal : result);
     });
 }
 
@@ -151,7 +154,12 @@ void ModemRequests::finishUnlocking(quint32 number, const QString& modem, long r
         const bool isNewlyBlocked = lock == MM_MODEM_LOCK_SIM_PUK && lockBefore != lock;
         m_unlocking.remove(modem);
         const bool isFailure = result != QRVL_OK && result != QRVL_ERROR_PERMISSION;
-        Q_EMIT ended(modem, {number, isFailure && isNewlyBlocked ? long(QRVL_ERROR_BLOCKED) : result, {}});
+        const bool isGone = !m_mirror.contains(modem, QStringLiteral(MM_DBUS_INTERFACE_MODEM)) &&
+                            (result == QRVL_ERROR_UNSUPPORTED || result == QRVL_ERROR_NOT_FOUND);
+        long meaning = isFailure && isNewlyBlocked ? long(QRVL_ERROR_BLOCKED) : result;
+        if (isGone) // it was removed before the code arrived
+            meaning = QRVL_ERROR_NO_DEVICE;
+        Q_EMIT ended(modem, {number, meaning, {}});
     });
 }
 

@@ -45,7 +45,8 @@ private:
 
     using Then = std::function<void(const QDBusPendingCall& call, long result)>;
     void await(const QDBusPendingCall& call, const Then& then);
-    void unlock(quint32 number, const QString& modem, const QDBusPendingCall& call, const QStringList& codes);
+    void unlock(quint32 number, const QString& modem, const QDBusPendingCall& call, const QStringList& codes,
+                long refusal);
     void finishUnlocking(quint32 number, const QString& modem, long result);
     void finishAfterRead(const RequestEnd& end, const QString& modem, const char* interface);
 
