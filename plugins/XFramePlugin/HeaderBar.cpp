@@ -107,6 +107,7 @@ QLayout* HeaderBar::makeModemColumn()
 QWidget* HeaderBar::makeFacts()
 {
     auto* facts = new QWidget;
+    facts->setMinimumWidth(1); // a narrow window hides them
     auto* layout = new QHBoxLayout(facts);
     layout->setContentsMargins(0, 0, Look::Gap, 0);
     layout->setSpacing(Look::Margin + Look::Gap);
