@@ -11,11 +11,19 @@ namespace FrameStyle {
 constexpr int BorderWidth = 4;        ///< around each window
 constexpr int DialogTitleHeight = 34; ///< of the title bars of dialogs
 
+constexpr QLatin1String Section("mainwindow");
+constexpr QLatin1String Key("systemframe");
+
 /// Whether windows draw their own frame. The setting "systemframe" of the section "mainwindow" switches it off.
 inline bool isOwn()
 {
-    return CommonUtils::GetSettings(QLatin1String("mainwindow"), QLatin1String("systemframe")) !=
-           QLatin1String("true");
+    return CommonUtils::GetSettings(Section, Key) != QLatin1String("true");
+}
+
+/// Stores that setting. The main window follows it at the next start.
+inline void useDesktopFrame(bool isUsed)
+{
+    CommonUtils::SetSettings(Section, Key, QLatin1String(isUsed ? "true" : "false"));
 }
 
 /// The picture of the application, in windows and title bars.

@@ -8,6 +8,7 @@
 #include "LanguageSwitch.h"
 #include "Menus.h"
 #include "PluginsPage.h"
+#include "SettingsDialog.h"
 #include "Skin.h"
 #include "WindowFrame.h"
 #include "common/CommonUtils.h"
@@ -147,6 +148,7 @@ MenuCommands MainWindow::commands()
         {QStringLiteral("Language"), language},
         {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
         {QStringLiteral("Quit"), triggers(&QWidget::close)},
+        {QStringLiteral("Settings"), triggers([this] { showSettings(this); })},
         {QStringLiteral("page:"), page},
     };
 }

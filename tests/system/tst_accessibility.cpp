@@ -268,9 +268,9 @@ void TestAccessibility::controls()
     });
     CommonUtils::ShowMessage(window(), "Title", "Text", {"Yes", "No"});
     QCOMPARE(faults, QString());
-    for (const bool isAbout : {false, true}) {
-        if (isAbout)
-            choose("About Skylume");
+    for (const char* entry : {"", "About Skylume", "Settings"}) {
+        if (*entry != '\0')
+            choose(entry);
         else
             QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+O"), "click"));
         const QPointer<ExtendDialog> dialog = visibleDialog();

@@ -1,0 +1,63 @@
+#include "SettingsDialog.h"
+
+#include "LoadedPage.h"
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
+#include "WindowSettings.h"
+#include "support/Dialog.h"
+#include "support/Text.h"
+
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize PagesSize{520, 360};
+
+void addTab(QTabWidget* tabs, QWidget* page)
+{
+    tabs->addTab(page, page->windowTitle());
+    QObject::connect(page, &QWidget::windowTitleChanged, tabs,
+                     [tabs, page](const QString& title) { tabs->setTabText(tabs->indexOf(page), title); });
+}
+
+/// A plugin that is unloaded deletes its page, which also removes the tab.
+QTabWidget* makeTabs()
+{
+    auto* tabs = new QTabWidget;
+    tabs->setDocumentMode(true);
+    tabs->setMinimumSize(PagesSize);
+    tabs->setFocusPolicy(Qt::NoFocus); // its bar takes the focus
+    addTab(tabs, new WindowSettings);
+    IPluginContainer& container = *Startup::GetPluginContainer();
+    const QStringList clsids = container.GetSettingsPlugins();
+    for (const QString& clsid : clsids) {
+        if (QWidget* const page = buildPage(container, clsid, tabs, PluginIds::SettingsPage))
+            addTab(tabs, page);
+    }
+    return tabs;
+}
+
+} // namespace
+
+void showSettings(QWidget* parent)
+{
+    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    auto* close = new QPushButton;
+    QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    QTabWidget* const tabs = makeTabs();
+    layout->addWidget(tabs, 1);
+    layout->addWidget(close, 0, Qt::AlignRight);
+    keepTranslated(dialog, [=] {
+        dialog->setWindowTitle(caption("IDS_MENU_SETTINGS").text);
+        tabs->setAccessibleName(dialog->windowTitle());
+        close->setText(text("IDS_ABOUT_CLOSE"));
+    });
+    fillDialog(dialog, content);
+    dialog->open();
+}
