@@ -2,7 +2,6 @@
 
 #include "FrameStyle.h"
 #include "PluginStatusText.h"
-#include "common/CommonUtils.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/Text.h"
@@ -157,13 +156,11 @@ void HeaderBar::resizeEvent(QResizeEvent* event)
 
 void HeaderBar::refresh()
 {
-    const QString operatorName =
-        CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
     const auto& [modems, key, wasRefused] = m_situation;
     m_modem->setFullText(modemName(modems, wasRefused));
     m_modemState->setFullText(modemState(modems, wasRefused));
-    m_operator->setFullText(operatorName.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : operatorName);
-    m_key->setFullText(key.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(key));
+    m_operator->setFullText(operatorInWords());
+    m_key->setFullText(keyInWords(key));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

@@ -4,6 +4,7 @@
 #include "Change/Change.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
+#include "InstallationDialog.h"
 #include "LanguageMenu.h"
 #include "LanguageSwitch.h"
 #include "Menus.h"
@@ -107,10 +108,10 @@ void MainWindow::setStatusBar(QWidget* statusBar)
 
 void MainWindow::showSituation(const Situation& situation)
 {
+    m_situation = situation;
     m_header->showSituation(situation);
     m_menus->follow();
-    if (m_pluginsPage)
-        m_pluginsPage->refresh();
+    Q_EMIT situationChanged();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -145,6 +146,7 @@ MenuCommands MainWindow::commands()
     return {
         {QStringLiteral("About"), triggers([this] { showAbout(this); })},
         {QStringLiteral("Compact"), compact},
+        {QStringLiteral("Installation"), triggers([this] { showInstallation(this); })},
         {QStringLiteral("Language"), language},
         {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
         {QStringLiteral("Quit"), triggers(&QWidget::close)},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Situation.h"
 #include "support/XmlMenu.h"
 
 #include <QPointer>
@@ -10,7 +11,6 @@ class LanguageSwitch;
 class PluginsPage;
 class Menus;
 class WindowFrame;
-struct Situation;
 
 /// The main window: a header with the menus, the pages below it, and the status bar at the bottom. The header
 /// is part of the title bar unless the desktop frames the window, see FrameStyle. The window can be made
@@ -27,7 +27,7 @@ public:
     MainWindow(LanguageSwitch& language, QWidget* parent);
     ~MainWindow() override;
 
-    /// The page "Plugins". The window owns it, even if a layout changes its parent.
+    /// A page for a window without any other. The window owns it, even if a layout changes its parent.
     QWidget* pluginsPage() const;
 
     /// Puts the area with the pages below the header. Delete an earlier area first.
@@ -38,6 +38,9 @@ public:
 
     /// Shows the attached modems and the current customisation key.
     void showSituation(const Situation& situation);
+
+    /// What was shown last.
+    const Situation& situation() const { return m_situation; }
 
     /// Shows the window if it is hidden or minimised, in front of others.
     void bringToFront();
@@ -50,6 +53,9 @@ Q_SIGNALS:
     void pageChosen(const QString& clsid);
 
     void compactChanged(bool isCompact);
+
+    /// Modems or plugins may have changed.
+    void situationChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -65,5 +71,6 @@ private:
     HeaderBar* m_header;
     Menus* m_menus;
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
+    Situation m_situation;
     QPointer<PluginsPage> m_pluginsPage;
 };

@@ -73,7 +73,8 @@ QVector<QWidget*> PageSet::wantedPages()
         if (page)
             pages.append(page);
     }
-    pages.append(m_window.pluginsPage());
+    if (pages.isEmpty())
+        pages.append(m_window.pluginsPage());
     return pages;
 }
 

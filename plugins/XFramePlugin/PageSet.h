@@ -15,8 +15,8 @@ class MainWindow;
 /// Clsid of the plugin that arranges the pages.
 constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
 
-/// The pages of the main window: those of the embedded plugins in the order of the plugin library file, then
-/// the window's own. The layout plugin arranges them. Without one, or after it has thrown an exception, they
+/// The pages of the main window: those of the embedded plugins in the order of the plugin library file; if
+/// there are none, the window's own. The layout plugin arranges them. Without one, or after it has thrown an exception, they
 /// are tabs. A page that cannot be built is left out.
 ///
 /// Pages and area may be deleted by their plugins at any time.

@@ -161,3 +161,14 @@ QString describeKey(const QString& key)
         return text("IDS_KEY_GROUP").arg(key.mid(CustomisationKeys::Gid.size()));
     return text("IDS_KEY_MODEM").arg(key);
 }
+
+QString keyInWords(const QString& key)
+{
+    return key.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(key);
+}
+
+QString operatorInWords()
+{
+    const QString name = CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
+    return name.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : name;
+}

@@ -22,3 +22,9 @@ QString describeFault(const ConfigurationFault& fault);
 
 /// The meaning of a customisation key, such as "modem Lume V2" or "SIM group NT-GOLD".
 QString describeKey(const QString& key);
+
+/// What describeKey() returns, or words for no key.
+QString keyInWords(const QString& key);
+
+/// The operator of the installation, or words for none.
+QString operatorInWords();

@@ -1,31 +1,13 @@
 #pragma once
 
-#include "PluginContainer/ConfigurationFault.h"
 #include "support/Page.h"
 
-class PluginStatusModel;
-class QLabel;
-class QTableView;
-
-/// The page of the main window itself: all plugins with their state and the reason for it, and the faults of
-/// the configuration files.
+/// The window's own page, for a window that would otherwise be empty: the plugins and why none of them has a
+/// page.
 class PluginsPage : public Page
 {
     Q_OBJECT
 
 public:
     explicit PluginsPage(QWidget* parent);
-
-    /// Updates the states. Also happens whenever the page becomes visible.
-    void refresh();
-
-protected:
-    void showEvent(QShowEvent* event) override;
-
-private:
-    QTableView* makeTable();
-    void showFaults(const ConfigurationFaultList& faults);
-
-    QLabel* m_faults;
-    PluginStatusModel* m_model;
 };

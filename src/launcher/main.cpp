@@ -6,6 +6,7 @@
 #include "TerminationSignals.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "common/RecentLog.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -84,6 +85,7 @@ int main(int argc, char** argv)
     if (!commandLine)
         return exitCode;
     configureLogging(commandLine->verbose);
+    RecentLog::start();
 
     std::optional<SingleInstance> instance;
     if (!commandLine->several)

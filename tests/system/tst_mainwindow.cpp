@@ -8,11 +8,14 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QDirIterator>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QSet>
 #include <QStackedWidget>
 #include <QTextBrowser>
@@ -20,6 +23,7 @@
 #include <QXmlStreamReader>
 #include <QtTest>
 
+#include <algorithm>
 #include <tuple>
 
 class TestMainWindow : public RunningApplication
@@ -51,7 +55,10 @@ protected:
 private:
     void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
 
-    /// The page "Plugins" reports the damaged file and the plugin that throws.
+    /// Opens "About this installation".
+    void openInstallation() const;
+
+    /// The dialog, and what it copies for support, report the damaged file and the plugin that throws.
     void checkFaults() const;
 
     QStringList m_openedUrls;
@@ -104,6 +111,22 @@ QSet<QString> shownTexts(QWidget* window)
     return texts;
 }
 
+QString text(const char* id)
+{
+    return Change::tr(id, "XFramePlugin");
+}
+
+template <typename Object>
+Object* withText(QWidget* window, const char* id)
+{
+    const auto objects = window->findChildren<Object*>();
+    const auto hasText = [shown = text(id)](const Object* object) {
+        return object->text() == shown;
+    };
+    const auto found = std::find_if(objects.begin(), objects.end(), hasText);
+    return found == objects.end() ? nullptr : *found;
+}
+
 } // namespace
 
 void TestMainWindow::initTestCase()
@@ -126,6 +149,7 @@ void TestMainWindow::language()
     const bool hasQtTexts =
         QFile::exists(QCoreApplication::applicationDirPath() + "/translations/qtbase_de.qm");
     QString before = "en-us";
+    openInstallation();
     for (const auto& [code, ownName, direction, copy, translations, reversals] : rows) {
         if (before != "en-us")
             choose(ownName);
@@ -143,6 +167,7 @@ void TestMainWindow::language()
         QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
         before = code;
     }
+    QVERIFY(withText<QPushButton>(window(), "IDS_INSTALLATION_COPY")->window()->close());
 }
 
 /// No text of the language before is left.
@@ -154,15 +179,27 @@ void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QStrin
     QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
 }
 
+void TestMainWindow::openInstallation() const
+{
+    auto* const action = withText<QAction>(window(), "IDS_MENU_INSTALLATION");
+    QVERIFY(action);
+    action->trigger();
+}
+
 void TestMainWindow::checkFaults() const
 {
-    const auto text = [](const char* id) {
-        return Change::tr(id, "XFramePlugin");
-    };
     const QString malformed = text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(brokenLine);
     for (const QString& cell :
          {malformed, text("IDS_STATE_FAILED"), text("IDS_FAULT_THREW"), QString("Init() threw: faulty")})
         QTRY_VERIFY2(!cell.isEmpty() && shownTexts(window()).contains(cell), qUtf8Printable(cell));
+    auto* const copy = withText<QPushButton>(window(), "IDS_INSTALLATION_COPY");
+    QVERIFY(copy);
+    copy->click();
+    const QString report = QGuiApplication::clipboard()->text();
+    const QString failed = ": " + text("IDS_STATE_FAILED") + ": Init() threw: faulty\n";
+    const QString rule = ": " + text("IDS_RULE_COMMON") + "; ";
+    for (const QString& line : {malformed, failed, rule, QString("northtel\n")})
+        QVERIFY2(report.contains(line), qUtf8Printable(line + " | " + report));
 }
 
 namespace {

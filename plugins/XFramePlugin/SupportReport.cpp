@@ -1,0 +1,56 @@
+#include "SupportReport.h"
+
+#include "PluginContainer/PluginContainer.h"
+#include "PluginStatusText.h"
+#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
+#include "common/RecentLog.h"
+#include "support/Text.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGuiApplication>
+#include <QSysInfo>
+
+namespace {
+
+QString versions()
+{
+    return QStringLiteral("%1 %2, Qt %3, %4, %5")
+        .arg(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationVersion(),
+             QLatin1String(qVersion()), QSysInfo::prettyProductName(), QSysInfo::buildCpuArchitecture());
+}
+
+QString fact(const char* caption, const QString& value)
+{
+    return text(caption) + QLatin1String(": ") + value;
+}
+
+/// The details have several lines for a plugin that has failed.
+QString describePlugin(const PluginStatus& plugin)
+{
+    const QString details = describeDetails(plugin).replace(QLatin1Char('\n'), QLatin1String("; "));
+    return QStringLiteral("  %1: %2: %3").arg(plugin.name, describeState(plugin), details);
+}
+
+} // namespace
+
+QString supportReport(const QString& key)
+{
+    QStringList lines = {
+        versions(),
+        fact("IDS_INSTALLATION_FOLDER", QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath())),
+        fact("IDS_HEADER_OPERATOR", operatorInWords()), fact("IDS_HEADER_CUSTOMISED_FOR", keyInWords(key))};
+    if (const auto* container = dynamic_cast<PluginContainer*>(Startup::GetPluginContainer())) {
+        const ConfigurationFaultList faults = container->GetConfigurationFaults();
+        for (const ConfigurationFault& fault : faults)
+            lines.append(describeFault(fault) + QLatin1String(": ") + fault.message);
+        lines.append({QString(), text("IDS_PLUGINS_TITLE")});
+        const PluginStatusList plugins = container->GetPluginStatus();
+        for (const PluginStatus& plugin : plugins)
+            lines.append(describePlugin(plugin));
+    }
+    lines.append({QString(), text("IDS_INSTALLATION_LOG")});
+    lines.append(RecentLog::lines());
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
