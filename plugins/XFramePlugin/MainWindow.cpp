@@ -11,6 +11,7 @@
 #include "SettingsDialog.h"
 #include "Skin.h"
 #include "WindowFrame.h"
+#include "WindowPlace.h"
 #include "common/CommonUtils.h"
 
 #include <QAction>
@@ -192,8 +193,7 @@ void MainWindow::adaptToForm()
 
 void MainWindow::restorePlace()
 {
-    const QString geometry = CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey);
-    if (!restoreGeometry(QByteArray::fromBase64(geometry.toLatin1()))) {
+    if (!WindowPlace::restore(*this, CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey))) {
         const QRect available = screen()->availableGeometry();
         const QSize size = currentForm().first.boundedTo(available.size());
         setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
@@ -208,6 +208,6 @@ void MainWindow::rememberPlace()
         CommonUtils::SetSettings(SettingsSection, MaximizedKey, m_frame->isMaximized() ? IsSet : IsNotSet);
     if (m_frame)
         m_frame->setMaximized(false); // the place to remember is the one that the window returns to
-    const QString geometry = QString::fromLatin1(saveGeometry().toBase64());
-    CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey, geometry);
+    CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey,
+                             WindowPlace::describe(*this, m_frame != nullptr));
 }

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
+#include <QStyle>
 #include <QTimer>
 #include <QWindow>
 
@@ -21,7 +22,7 @@ const QByteArray Modem = "[modem V]\nmodel=Lume V2\nstate=attached\n";
 const QByteArray OtherModem = "[modem S]\nmodel=Lume S1\nstate=attached\n"; // for neither messages nor calls
 const QByteArray Messages = "[message 1]\nmodem=V\nsender=A\ntext=first\ntime=2024-03-04T18:40:00\n"
                             "[message 2]\nmodem=V\nsender=B\ntext=second\n";
-constexpr QRect Usual(10, 30, 900, 560);
+constexpr QRect Usual(10, 30, 780, 560);
 
 /// Sends what the mouse would, through the window system's queue.
 /// @param from in coordinates of the window
@@ -81,6 +82,8 @@ private slots:
     void resizing();
     void dragging();
     void nextStart();
+    void places_data();
+    void places();
     void systemFrame();
     void minimising();
     void language();
@@ -136,7 +139,7 @@ void TestWindows::resizing_data()
     row("bottom right", {right - 12, bottom - 1}, {-6, 6}, Usual + QMargins(0, 0, -6, 6));
     row("no further than the smallest width", {1, 300}, {800, 0}, {Usual.right() + 1, Usual.top(), 0, 560});
     row("no further than the smallest height", {300, bottom - 1}, {0, -300},
-        {Usual.topLeft(), QSize(900, 0)});
+        {Usual.topLeft(), QSize(Usual.width(), 0)});
     row("inside the border", {4, 300}, {-8, 0}, Usual);
 }
 
@@ -179,6 +182,39 @@ void TestWindows::nextStart()
         QCOMPARE(window()->geometry(), isMaximized ? available : Usual);
         QCOMPARE(titleButton(window(), "Restore")->isHidden(), !isMaximized);
         titleButton(window(), "Restore")->click();
+    }
+}
+
+/// What becomes of the stored place at the next start. Empty: the middle of the screen.
+void TestWindows::places_data()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto row = dataTable<QString, QRect>("stored", "expected");
+    row("at the upper edge", "10 0 700 560", {10, 0, 700, 560});
+    row("as large as the screen", QString("0 0 %1 %2").arg(screen.width()).arg(screen.height()), screen);
+    row("on a screen that is gone", "5000 -900 700 560", {screen.right() - 699, 0, 700, 560});
+    row("larger than the screen", "-2147483648 2147483647 2147483647 9000", screen);
+    row("nonsense", "a b c d e", QRect());
+    row("without size", "10 20 0 0", QRect());
+}
+
+void TestWindows::places()
+{
+    QFETCH(QString, stored);
+    QFETCH(QRect, expected);
+    for (const bool isStored : {true, false}) { // then what the application has stored itself
+        end();
+        if (isStored)
+            CommonUtils::SetSettings("mainwindow", "geometry", stored);
+        start();
+        if (expected.isEmpty())
+            expected = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window()->size(),
+                                           window()->screen()->availableGeometry());
+        QCOMPARE(window()->geometry(), expected);
+        window()->showMinimized();
+        window()->showNormal();
+        QCOMPARE(window()->geometry(), expected);
+        window()->close();
     }
 }
 

@@ -213,7 +213,9 @@ void TestWindowsX11::systemMenu()
 
 void TestWindowsX11::minimising()
 {
+    window()->move(100, 0); // where a frame of the desktop would have no room
     const QRect before = window()->geometry();
+    QTRY_COMPARE(place(), before);
     click("Minimize");
     QTRY_VERIFY(window()->isMinimized() && !window()->isActiveWindow());
     input({QString("windowactivate --sync %1").arg(window()->winId())});
