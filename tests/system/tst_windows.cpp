@@ -5,6 +5,7 @@
 #include "../support/DataTable.h"
 #include "ExtendDialog/DkMessageBox.h"
 #include "ExtendDialog/ExtendDialog.h"
+#include "ExtendDialog/FaderWidget.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
@@ -12,6 +13,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
+#include <QStackedWidget>
 #include <QStyle>
 #include <QTimer>
 #include <QWindow>
@@ -88,6 +90,7 @@ private slots:
     void minimising();
     void language();
     void messageWindows();
+    void pageChange();
     void unloadedPlugin();
     void callGuard_data();
     void callGuard();
@@ -286,6 +289,26 @@ void TestWindows::messageWindows()
     QTRY_VERIFY(!first);
     titleButton(second, "Minimize")->click(); // takes the tile that is free again
     QCOMPARE(second->geometry(), tile);
+}
+
+/// A new page appears gently, can be used at once, and the style can switch this off.
+void TestWindows::pageChange()
+{
+    auto* const pages = window()->findChild<QStackedWidget*>();
+    const auto turn = [pages] {
+        pages->setCurrentIndex((pages->currentIndex() + 1) % pages->count());
+        return QPointer<FaderWidget>(pages->findChild<FaderWidget*>());
+    };
+    QVERIFY(!pages->findChild<FaderWidget*>());
+    for (int times = 1; times <= 2; ++times) {
+        QVERIFY(turn());
+        QCOMPARE(pages->findChildren<FaderWidget*>().size(), 1);
+        const QPoint centre = pages->rect().center();
+        QVERIFY(pages->childAt(centre) != pages->findChild<FaderWidget*>());
+    }
+    QTRY_VERIFY(!pages->findChild<FaderWidget*>());
+    qApp->setStyleSheet(qApp->styleSheet() + "SideBarArea { widget-animation-duration: 0; }");
+    QVERIFY(!turn());
 }
 
 /// The windows of a plugin go with it, even those that are tiles or hidden.
