@@ -4,9 +4,9 @@
 #include "FrameStyle.h"
 #include "HeaderBar.h"
 #include "TitleBar/TitleBar.h"
-#include "WindowEdges.h"
 #include "common/CommonUtils.h"
 #include "support/Look.h"
+#include "support/WindowEdges.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -18,7 +18,6 @@ WindowFrame::WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header
     : QObject(window)
     , m_window(window)
     , m_titleBar(new TitleBar(window, 0))
-    , m_edges(new WindowEdges(window, FrameStyle::BorderWidth))
 {
     constexpr int border = FrameStyle::BorderWidth;
     layout->setContentsMargins(border, border, border, border);
@@ -29,6 +28,7 @@ WindowFrame::WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header
     auto* const button = m_titleBar->findChild<QToolButton*>(QStringLiteral("Core_ButtonMinimize"));
     disconnect(button, &QToolButton::clicked, m_titleBar, nullptr);
     connect(button, &QToolButton::clicked, this, &WindowFrame::minimize);
+    new WindowEdges(m_titleBar, border);
     window->installEventFilter(this);
 }
 
@@ -75,7 +75,6 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
         paint();
         break;
     case QEvent::Resize: // also follows a change of TitleBar's state
-        m_edges->setEnabled(!isMaximized());
         roundCorners();
         break;
     case QEvent::WindowStateChange:

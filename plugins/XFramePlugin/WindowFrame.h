@@ -5,7 +5,6 @@
 class HeaderBar;
 class QVBoxLayout;
 class TitleBar;
-class WindowEdges;
 
 /// The application's own frame around the main window: one bar that is title bar and header, a border with
 /// which the window is resized, and rounded upper corners. Minimising the window hides the other windows of the
@@ -38,5 +37,4 @@ private:
 
     QWidget* m_window;
     TitleBar* m_titleBar;
-    WindowEdges* m_edges;
 };

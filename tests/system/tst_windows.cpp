@@ -90,6 +90,7 @@ private slots:
     void minimising();
     void language();
     void messageWindows();
+    void resizableDialogs();
     void pageChange();
     void unloadedPlugin();
     void callGuard_data();
@@ -289,6 +290,36 @@ void TestWindows::messageWindows()
     QTRY_VERIFY(!first);
     titleButton(second, "Minimize")->click(); // takes the tile that is free again
     QCOMPARE(second->geometry(), tile);
+}
+
+void TestWindows::resizableDialogs()
+{
+    ExtendDialog* const message = openMessage(0);
+    const QRect before = message->geometry();
+    const QPoint end = message->rect().bottomRight();
+    drag(message, end - QPoint(1, 20), {30, 20});
+    drag(message, {200, 1}, {5, -12}); // in the title bar
+    drag(message, {1, 200}, {400, 0}); // no smaller than its contents
+    const QRect resized(before.right() + 31 - before.width(), before.top() - 12, before.width(),
+                        before.height() + 12);
+    QCOMPARE(message->geometry(), resized);
+    QCOMPARE(message->GetMainWidget()->size(), message->minimumSizeHint() + QSize(0, 12) -
+                                                   (message->size() - message->GetMainWidget()->size()));
+    titleButton(message, "Minimize")->click();
+    const QRect tile = message->geometry();
+    drag(message, {tile.width() - 1, 15}, {30, 0});
+    QCOMPARE(message->size(), tile.size());
+    titleButton(message, "Restore")->click();
+    QCOMPARE(message->geometry(), resized);
+    for (const char* name : {"About Skylume", "Settings"}) {
+        choose(name);
+        QWidget* const dialog = QApplication::activeModalWidget();
+        QVERIFY2(dialog, name);
+        const QSize size = dialog->size();
+        drag(dialog, {dialog->width() - 2, 200}, {30, 0});
+        QCOMPARE(dialog->size(), size + QSize(30, 0));
+        dialog->close();
+    }
 }
 
 /// A new page appears gently, can be used at once, and the style can switch this off.
