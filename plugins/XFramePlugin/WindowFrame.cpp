@@ -12,6 +12,7 @@
 #include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <QWindowStateChangeEvent>
 
 WindowFrame::WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header)
@@ -75,7 +76,10 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
         paint();
         break;
     case QEvent::Resize: // also follows a change of TitleBar's state
-        roundCorners();
+        resized();
+        break;
+    case QEvent::WinIdChange:
+        attach();
         break;
     case QEvent::WindowStateChange:
         windowStateChanged(static_cast<QWindowStateChangeEvent*>(event)->oldState());
@@ -84,6 +88,12 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
         break;
     }
     return false;
+}
+
+void WindowFrame::attach()
+{
+    // The widget forgets that it is maximised when its geometry is set.
+    connect(m_window->windowHandle(), &QWindow::windowStateChanged, this, &WindowFrame::desktopRestored);
 }
 
 void WindowFrame::windowStateChanged(Qt::WindowStates before)
@@ -95,11 +105,33 @@ void WindowFrame::windowStateChanged(Qt::WindowStates before)
         else
             m_titleBar->RestoreAllPopupWindow();
     }
-    if ((now & ~before) & Qt::WindowMaximized) {
-        // The desktop has maximised the window, which the title bar does not see.
-        m_window->setWindowState(now & ~Qt::WindowMaximized);
-        setMaximized(true);
-    }
+    if ((now & ~before) & Qt::WindowMaximized)
+        desktopMaximized();
+}
+
+/// The desktop has maximised the window, which the title bar does not see.
+void WindowFrame::desktopMaximized()
+{
+    m_isMaximizedByDesktop = true;
+    if (!isMaximized())
+        m_window->setGeometry(m_window->normalGeometry()); // the title bar remembers this place
+    setMaximized(true);
+}
+
+void WindowFrame::desktopRestored(Qt::WindowState state)
+{
+    if (state != Qt::WindowNoState || !m_isMaximizedByDesktop)
+        return;
+    m_isMaximizedByDesktop = false;
+    setMaximized(false);
+}
+
+/// When the title bar restores a window, the desktop has to do so as well.
+void WindowFrame::resized()
+{
+    if (!isMaximized() && m_isMaximizedByDesktop)
+        m_window->windowHandle()->setWindowState(Qt::WindowNoState);
+    roundCorners();
 }
 
 void WindowFrame::roundCorners()

@@ -29,12 +29,17 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void attach();
     void takeHeader(HeaderBar* header);
     void minimize();
     void windowStateChanged(Qt::WindowStates before);
+    void desktopMaximized();
+    void desktopRestored(Qt::WindowState state);
+    void resized();
     void roundCorners();
     void paint();
 
     QWidget* m_window;
     TitleBar* m_titleBar;
+    bool m_isMaximizedByDesktop = false;
 };

@@ -193,6 +193,18 @@ void TestWindowsX11::maximising()
         click(button);
         QTRY_COMPARE(place(), expected);
     }
+    const auto* const bar = window()->findChild<TitleBar*>();
+    for (const bool isRestoredByDesktop : {true, false}) {
+        window()->showMaximized();
+        QTRY_COMPARE(place(), available);
+        QVERIFY(bar->IsMaximized());
+        if (isRestoredByDesktop)
+            window()->windowHandle()->setWindowState(Qt::WindowNoState);
+        else
+            click("Restore");
+        QTRY_COMPARE(place(), usual);
+        QVERIFY(!bar->IsMaximized() && window()->windowHandle()->windowState() == Qt::WindowNoState);
+    }
 }
 
 void TestWindowsX11::systemMenu()
