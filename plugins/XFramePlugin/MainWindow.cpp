@@ -114,6 +114,11 @@ void MainWindow::showSituation(const Situation& situation)
         m_pluginsPage->refresh();
 }
 
+bool MainWindow::nativeEvent(const QByteArray& type, void* message, long* result)
+{
+    return (m_frame && m_frame->nativeEvent(message, result)) || QWidget::nativeEvent(type, message, result);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     hide(); // remembering the place of a maximised window restores it

@@ -3,6 +3,7 @@
 #include "ExtendDialog/ExtendDialog.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
+#include "NativeFrame.h"
 #include "TitleBar/TitleBar.h"
 #include "common/CommonUtils.h"
 #include "support/Look.h"
@@ -49,6 +50,11 @@ void WindowFrame::setPictureSize(int size)
     m_titleBar->setCusTitleBarIcon({}, size, size);
 }
 
+bool WindowFrame::nativeEvent(void* message, long* result)
+{
+    return NativeFrame::handle(*m_titleBar, message, result);
+}
+
 bool WindowFrame::isMaximized() const
 {
     return m_titleBar->IsMaximized();
@@ -92,6 +98,7 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
 
 void WindowFrame::attach()
 {
+    NativeFrame::attach(*m_window);
     // The widget forgets that it is maximised when its geometry is set.
     connect(m_window->windowHandle(), &QWindow::windowStateChanged, this, &WindowFrame::desktopRestored);
 }

@@ -22,6 +22,9 @@ public:
     /// The height of the picture at the start of the title bar, in pixels.
     void setPictureSize(int size);
 
+    /// Handles a message of the window system to the window, see QWidget::nativeEvent().
+    bool nativeEvent(void* message, long* result);
+
     bool isMaximized() const;
     void setMaximized(bool isMaximized);
 
