@@ -1,5 +1,6 @@
 #include "SideBarArea.h"
 
+#include "ExtendDialog/FaderWidget.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
@@ -106,6 +107,7 @@ SideBarArea::SideBarArea(QWidget* parent)
     layout->addLayout(sideBarColumn);
     layout->addWidget(m_pages, 1);
     connect(m_sideBar, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+    connect(m_pages, &QStackedWidget::currentChanged, this, &SideBarArea::fadeIn);
     // Also emitted when a page is deleted without having been removed.
     connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::removeEntry);
     setFocusProxy(m_sideBar);
@@ -136,6 +138,19 @@ void SideBarArea::enterPage()
     const QWidget* const page = m_pages->currentWidget();
     if (page && page->focusProxy())
         page->focusProxy()->setFocus();
+}
+
+/// A page that takes the place of another one appears gently, unless the style wants no animations.
+void SideBarArea::fadeIn()
+{
+    const int duration = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this);
+    if (!isVisible() || m_pages->count() < 2 || duration <= 0)
+        return;
+    delete m_fader;
+    m_fader = new FaderWidget(m_pages);
+    m_fader->setAttribute(Qt::WA_DeleteOnClose);
+    m_fader->setAttribute(Qt::WA_TransparentForMouseEvents); // the page can be used at once
+    m_fader->start(palette().color(QPalette::Window), duration);
 }
 
 void SideBarArea::addPage(QWidget* page)

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class FaderWidget;
 class QListWidget;
 class QStackedWidget;
 
@@ -27,8 +28,10 @@ private:
     void addShortcut(const QKeySequence& keys, int step);
     void turnPage(int step);
     void enterPage();
+    void fadeIn();
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QPointer<QWidget> m_takenOut; ///< was the current page when it was removed
+    QPointer<QWidget> m_takenOut;  ///< was the current page when it was removed
+    QPointer<FaderWidget> m_fader; ///< over a page that has just become the current one
 };

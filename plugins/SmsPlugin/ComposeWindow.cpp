@@ -62,6 +62,7 @@ ComposeWindow::ComposeWindow(const QString& recipient, quint32 modem, Requests& 
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     fillDialog(this, makeContent());
+    makeResizable(this);
     loadDraft(recipient);
     m_keep.setSingleShot(true);
     connect(&m_keep, &QTimer::timeout, this, &ComposeWindow::keepDraft);

@@ -21,6 +21,7 @@ MessageWindow::MessageWindow(const Message& message, QWidget* parent)
     auto* view = new MessageView;
     view->setMinimumSize(ContentSize);
     fillDialog(this, view);
+    makeResizable(this);
     keepTranslated(this, [=] {
         setWindowTitle(
             text(message.isSent ? "IDS_SMS_TO" : "IDS_SMS_FROM").arg(shownAddress(message.address)));

@@ -83,9 +83,10 @@ QWidget* makeContent(QDialog* dialog)
 
 void showAbout(QWidget* parent)
 {
-    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed);
+    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     keepTranslated(dialog, [dialog] { dialog->setWindowTitle(caption("IDS_MENU_ABOUT").text); });
     fillDialog(dialog, makeContent(dialog));
+    makeResizable(dialog);
     dialog->open();
 }

@@ -12,6 +12,7 @@
 #include "SettingsDialog.h"
 #include "Skin.h"
 #include "WindowFrame.h"
+#include "WindowPlace.h"
 #include "common/CommonUtils.h"
 
 #include <QAction>
@@ -114,6 +115,11 @@ void MainWindow::showSituation(const Situation& situation)
     Q_EMIT situationChanged();
 }
 
+bool MainWindow::nativeEvent(const QByteArray& type, void* message, long* result)
+{
+    return (m_frame && m_frame->nativeEvent(message, result)) || QWidget::nativeEvent(type, message, result);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     hide(); // remembering the place of a maximised window restores it
@@ -194,8 +200,7 @@ void MainWindow::adaptToForm()
 
 void MainWindow::restorePlace()
 {
-    const QString geometry = CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey);
-    if (!restoreGeometry(QByteArray::fromBase64(geometry.toLatin1()))) {
+    if (!WindowPlace::restore(*this, CommonUtils::GetSettings(SettingsSection, currentForm().geometryKey))) {
         const QRect available = screen()->availableGeometry();
         const QSize size = currentForm().first.boundedTo(available.size());
         setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
@@ -210,6 +215,6 @@ void MainWindow::rememberPlace()
         CommonUtils::SetSettings(SettingsSection, MaximizedKey, m_frame->isMaximized() ? IsSet : IsNotSet);
     if (m_frame)
         m_frame->setMaximized(false); // the place to remember is the one that the window returns to
-    const QString geometry = QString::fromLatin1(saveGeometry().toBase64());
-    CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey, geometry);
+    CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey,
+                             WindowPlace::describe(*this, m_frame != nullptr));
 }

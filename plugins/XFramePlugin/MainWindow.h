@@ -59,6 +59,7 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool nativeEvent(const QByteArray& type, void* message, long* result) override;
 
 private:
     MenuCommands commands();

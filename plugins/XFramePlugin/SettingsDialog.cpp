@@ -44,7 +44,7 @@ QTabWidget* makeTabs()
 
 void showSettings(QWidget* parent)
 {
-    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed);
+    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     auto* close = new QPushButton;
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
@@ -59,5 +59,6 @@ void showSettings(QWidget* parent)
         close->setText(text("IDS_ABOUT_CLOSE"));
     });
     fillDialog(dialog, content);
+    makeResizable(dialog);
     dialog->open();
 }

@@ -3,22 +3,23 @@
 #include "ExtendDialog/ExtendDialog.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
+#include "NativeFrame.h"
 #include "TitleBar/TitleBar.h"
-#include "WindowEdges.h"
 #include "common/CommonUtils.h"
 #include "support/Look.h"
+#include "support/WindowEdges.h"
 
 #include <QLabel>
 #include <QPainter>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <QWindowStateChangeEvent>
 
 WindowFrame::WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header)
     : QObject(window)
     , m_window(window)
     , m_titleBar(new TitleBar(window, 0))
-    , m_edges(new WindowEdges(window, FrameStyle::BorderWidth))
 {
     constexpr int border = FrameStyle::BorderWidth;
     layout->setContentsMargins(border, border, border, border);
@@ -29,6 +30,7 @@ WindowFrame::WindowFrame(QWidget* window, QVBoxLayout* layout, HeaderBar* header
     auto* const button = m_titleBar->findChild<QToolButton*>(QStringLiteral("Core_ButtonMinimize"));
     disconnect(button, &QToolButton::clicked, m_titleBar, nullptr);
     connect(button, &QToolButton::clicked, this, &WindowFrame::minimize);
+    new WindowEdges(m_titleBar, border);
     window->installEventFilter(this);
 }
 
@@ -46,6 +48,11 @@ void WindowFrame::takeHeader(HeaderBar* header)
 void WindowFrame::setPictureSize(int size)
 {
     m_titleBar->setCusTitleBarIcon({}, size, size);
+}
+
+bool WindowFrame::nativeEvent(void* message, long* result)
+{
+    return NativeFrame::handle(*m_titleBar, message, result);
 }
 
 bool WindowFrame::isMaximized() const
@@ -75,8 +82,10 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
         paint();
         break;
     case QEvent::Resize: // also follows a change of TitleBar's state
-        m_edges->setEnabled(!isMaximized());
-        roundCorners();
+        resized();
+        break;
+    case QEvent::WinIdChange:
+        attach();
         break;
     case QEvent::WindowStateChange:
         windowStateChanged(static_cast<QWindowStateChangeEvent*>(event)->oldState());
@@ -85,6 +94,13 @@ bool WindowFrame::eventFilter(QObject*, QEvent* event)
         break;
     }
     return false;
+}
+
+void WindowFrame::attach()
+{
+    NativeFrame::attach(*m_window);
+    // The widget forgets that it is maximised when its geometry is set.
+    connect(m_window->windowHandle(), &QWindow::windowStateChanged, this, &WindowFrame::desktopRestored);
 }
 
 void WindowFrame::windowStateChanged(Qt::WindowStates before)
@@ -96,11 +112,33 @@ void WindowFrame::windowStateChanged(Qt::WindowStates before)
         else
             m_titleBar->RestoreAllPopupWindow();
     }
-    if ((now & ~before) & Qt::WindowMaximized) {
-        // The desktop has maximised the window, which the title bar does not see.
-        m_window->setWindowState(now & ~Qt::WindowMaximized);
-        setMaximized(true);
-    }
+    if ((now & ~before) & Qt::WindowMaximized)
+        desktopMaximized();
+}
+
+/// The desktop has maximised the window, which the title bar does not see.
+void WindowFrame::desktopMaximized()
+{
+    m_isMaximizedByDesktop = true;
+    if (!isMaximized())
+        m_window->setGeometry(m_window->normalGeometry()); // the title bar remembers this place
+    setMaximized(true);
+}
+
+void WindowFrame::desktopRestored(Qt::WindowState state)
+{
+    if (state != Qt::WindowNoState || !m_isMaximizedByDesktop)
+        return;
+    m_isMaximizedByDesktop = false;
+    setMaximized(false);
+}
+
+/// When the title bar restores a window, the desktop has to do so as well.
+void WindowFrame::resized()
+{
+    if (!isMaximized() && m_isMaximizedByDesktop)
+        m_window->windowHandle()->setWindowState(Qt::WindowNoState);
+    roundCorners();
 }
 
 void WindowFrame::roundCorners()

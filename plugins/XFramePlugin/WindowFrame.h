@@ -5,7 +5,6 @@
 class HeaderBar;
 class QVBoxLayout;
 class TitleBar;
-class WindowEdges;
 
 /// The application's own frame around the main window: one bar that is title bar and header, a border with
 /// which the window is resized, and rounded upper corners. Minimising the window hides the other windows of the
@@ -23,6 +22,9 @@ public:
     /// The height of the picture at the start of the title bar, in pixels.
     void setPictureSize(int size);
 
+    /// Handles a message of the window system to the window, see QWidget::nativeEvent().
+    bool nativeEvent(void* message, long* result);
+
     bool isMaximized() const;
     void setMaximized(bool isMaximized);
 
@@ -30,13 +32,17 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void attach();
     void takeHeader(HeaderBar* header);
     void minimize();
     void windowStateChanged(Qt::WindowStates before);
+    void desktopMaximized();
+    void desktopRestored(Qt::WindowState state);
+    void resized();
     void roundCorners();
     void paint();
 
     QWidget* m_window;
     TitleBar* m_titleBar;
-    WindowEdges* m_edges;
+    bool m_isMaximizedByDesktop = false;
 };

@@ -5,6 +5,7 @@
 #include "../support/DataTable.h"
 #include "ExtendDialog/DkMessageBox.h"
 #include "ExtendDialog/ExtendDialog.h"
+#include "ExtendDialog/FaderWidget.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
@@ -12,6 +13,8 @@
 #include <QApplication>
 #include <QPointer>
 #include <QScreen>
+#include <QStackedWidget>
+#include <QStyle>
 #include <QTimer>
 #include <QWindow>
 
@@ -21,7 +24,7 @@ const QByteArray Modem = "[modem V]\nmodel=Lume V2\nstate=attached\n";
 const QByteArray OtherModem = "[modem S]\nmodel=Lume S1\nstate=attached\n"; // for neither messages nor calls
 const QByteArray Messages = "[message 1]\nmodem=V\nsender=A\ntext=first\ntime=2024-03-04T18:40:00\n"
                             "[message 2]\nmodem=V\nsender=B\ntext=second\n";
-constexpr QRect Usual(10, 30, 900, 560);
+constexpr QRect Usual(10, 30, 780, 560);
 
 /// Sends what the mouse would, through the window system's queue.
 /// @param from in coordinates of the window
@@ -81,10 +84,14 @@ private slots:
     void resizing();
     void dragging();
     void nextStart();
+    void places_data();
+    void places();
     void systemFrame();
     void minimising();
     void language();
     void messageWindows();
+    void resizableDialogs();
+    void pageChange();
     void unloadedPlugin();
     void callGuard_data();
     void callGuard();
@@ -136,7 +143,7 @@ void TestWindows::resizing_data()
     row("bottom right", {right - 12, bottom - 1}, {-6, 6}, Usual + QMargins(0, 0, -6, 6));
     row("no further than the smallest width", {1, 300}, {800, 0}, {Usual.right() + 1, Usual.top(), 0, 560});
     row("no further than the smallest height", {300, bottom - 1}, {0, -300},
-        {Usual.topLeft(), QSize(900, 0)});
+        {Usual.topLeft(), QSize(Usual.width(), 0)});
     row("inside the border", {4, 300}, {-8, 0}, Usual);
 }
 
@@ -179,6 +186,39 @@ void TestWindows::nextStart()
         QCOMPARE(window()->geometry(), isMaximized ? available : Usual);
         QCOMPARE(titleButton(window(), "Restore")->isHidden(), !isMaximized);
         titleButton(window(), "Restore")->click();
+    }
+}
+
+/// What becomes of the stored place at the next start. Empty: the middle of the screen.
+void TestWindows::places_data()
+{
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto row = dataTable<QString, QRect>("stored", "expected");
+    row("at the upper edge", "10 0 700 560", {10, 0, 700, 560});
+    row("as large as the screen", QString("0 0 %1 %2").arg(screen.width()).arg(screen.height()), screen);
+    row("on a screen that is gone", "5000 -900 700 560", {screen.right() - 699, 0, 700, 560});
+    row("larger than the screen", "-2147483648 2147483647 2147483647 9000", screen);
+    row("nonsense", "a b c d e", QRect());
+    row("without size", "10 20 0 0", QRect());
+}
+
+void TestWindows::places()
+{
+    QFETCH(QString, stored);
+    QFETCH(QRect, expected);
+    for (const bool isStored : {true, false}) { // then what the application has stored itself
+        end();
+        if (isStored)
+            CommonUtils::SetSettings("mainwindow", "geometry", stored);
+        start();
+        if (expected.isEmpty())
+            expected = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window()->size(),
+                                           window()->screen()->availableGeometry());
+        QCOMPARE(window()->geometry(), expected);
+        window()->showMinimized();
+        window()->showNormal();
+        QCOMPARE(window()->geometry(), expected);
+        window()->close();
     }
 }
 
@@ -250,6 +290,56 @@ void TestWindows::messageWindows()
     QTRY_VERIFY(!first);
     titleButton(second, "Minimize")->click(); // takes the tile that is free again
     QCOMPARE(second->geometry(), tile);
+}
+
+void TestWindows::resizableDialogs()
+{
+    ExtendDialog* const message = openMessage(0);
+    const QRect before = message->geometry();
+    const QPoint end = message->rect().bottomRight();
+    drag(message, end - QPoint(1, 20), {30, 20});
+    drag(message, {200, 1}, {5, -12}); // in the title bar
+    drag(message, {1, 200}, {400, 0}); // no smaller than its contents
+    const QRect resized(before.right() + 31 - before.width(), before.top() - 12, before.width(),
+                        before.height() + 12);
+    QCOMPARE(message->geometry(), resized);
+    QCOMPARE(message->GetMainWidget()->size(), message->minimumSizeHint() + QSize(0, 12) -
+                                                   (message->size() - message->GetMainWidget()->size()));
+    titleButton(message, "Minimize")->click();
+    const QRect tile = message->geometry();
+    drag(message, {tile.width() - 1, 15}, {30, 0});
+    QCOMPARE(message->size(), tile.size());
+    titleButton(message, "Restore")->click();
+    QCOMPARE(message->geometry(), resized);
+    for (const char* name : {"About Skylume", "Settings"}) {
+        choose(name);
+        QWidget* const dialog = QApplication::activeModalWidget();
+        QVERIFY2(dialog, name);
+        const QSize size = dialog->size();
+        drag(dialog, {dialog->width() - 2, 200}, {30, 0});
+        QCOMPARE(dialog->size(), size + QSize(30, 0));
+        dialog->close();
+    }
+}
+
+/// A new page appears gently, can be used at once, and the style can switch this off.
+void TestWindows::pageChange()
+{
+    auto* const pages = window()->findChild<QStackedWidget*>();
+    const auto turn = [pages] {
+        pages->setCurrentIndex((pages->currentIndex() + 1) % pages->count());
+        return QPointer<FaderWidget>(pages->findChild<FaderWidget*>());
+    };
+    QVERIFY(!pages->findChild<FaderWidget*>());
+    for (int times = 1; times <= 2; ++times) {
+        QVERIFY(turn());
+        QCOMPARE(pages->findChildren<FaderWidget*>().size(), 1);
+        const QPoint centre = pages->rect().center();
+        QVERIFY(pages->childAt(centre) != pages->findChild<FaderWidget*>());
+    }
+    QTRY_VERIFY(!pages->findChild<FaderWidget*>());
+    qApp->setStyleSheet(qApp->styleSheet() + "SideBarArea { widget-animation-duration: 0; }");
+    QVERIFY(!turn());
 }
 
 /// The windows of a plugin go with it, even those that are tiles or hidden.

@@ -193,6 +193,18 @@ void TestWindowsX11::maximising()
         click(button);
         QTRY_COMPARE(place(), expected);
     }
+    const auto* const bar = window()->findChild<TitleBar*>();
+    for (const bool isRestoredByDesktop : {true, false}) {
+        window()->showMaximized();
+        QTRY_COMPARE(place(), available);
+        QVERIFY(bar->IsMaximized());
+        if (isRestoredByDesktop)
+            window()->windowHandle()->setWindowState(Qt::WindowNoState);
+        else
+            click("Restore");
+        QTRY_COMPARE(place(), usual);
+        QVERIFY(!bar->IsMaximized() && window()->windowHandle()->windowState() == Qt::WindowNoState);
+    }
 }
 
 void TestWindowsX11::systemMenu()
@@ -213,7 +225,9 @@ void TestWindowsX11::systemMenu()
 
 void TestWindowsX11::minimising()
 {
+    window()->move(100, 0); // where a frame of the desktop would have no room
     const QRect before = window()->geometry();
+    QTRY_COMPARE(place(), before);
     click("Minimize");
     QTRY_VERIFY(window()->isMinimized() && !window()->isActiveWindow());
     input({QString("windowactivate --sync %1").arg(window()->winId())});

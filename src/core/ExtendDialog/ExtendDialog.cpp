@@ -137,9 +137,19 @@ void ExtendDialog::EnableCloseButton(bool isEnabled)
 
 void ExtendDialog::changeSize(QSize widgetSize)
 {
-    if (m_bCusTitle)
-        widgetSize += QSize(2 * m_iFrameWidth, m_iFrameWidth + m_iTitleHeight);
-    resize(widgetSize);
+    resize(framed(widgetSize));
+}
+
+QSize ExtendDialog::minimumSizeHint() const
+{
+    if (!m_pMainWidget)
+        return QDialog::minimumSizeHint();
+    return framed(m_pMainWidget->minimumSizeHint().expandedTo(m_pMainWidget->minimumSize()));
+}
+
+QSize ExtendDialog::framed(const QSize& content) const
+{
+    return m_bCusTitle ? content + QSize(2 * m_iFrameWidth, m_iFrameWidth + m_iTitleHeight) : content;
 }
 
 void ExtendDialog::getCornerRegion(QRegion& left, QRegion& right) const

@@ -66,6 +66,12 @@ public:
     /// either way. Does nothing with the system's frame.
     void EnableCloseButton(bool isEnabled);
 
+    /// Sets whether the dialog centres itself over its window whenever its size changes; it does at first.
+    void SetCentreOnResize(bool centres) { m_bCentreOnResize = centres; }
+
+    /// The minimum size of the main widget with the frame around it. The dialog may be made smaller, as a tile is.
+    QSize minimumSizeHint() const override;
+
     /// Writes the parts of the upper corners that lie outside their rounding.
     void getCornerRegion(QRegion& left, QRegion& right) const;
 
@@ -90,6 +96,7 @@ protected:
 
 private:
     void fitToMainWidget();
+    QSize framed(const QSize& content) const;
 
     QFrame* m_pFrame = nullptr; ///< the background; null with the system's frame
     QPointer<TitleBar> m_pTitleBar;

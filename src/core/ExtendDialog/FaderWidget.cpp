@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int OpaqueAlpha = 255;
-constexpr int StepMs = 100;
+constexpr int Steps = 10;
 
 } // namespace
 
@@ -22,8 +22,15 @@ FaderWidget::FaderWidget(QWidget* parent)
 void FaderWidget::start()
 {
     m_iCurrentAlpha = OpaqueAlpha;
-    m_pTimer->start(StepMs);
+    m_pTimer->start(m_iDuration / Steps);
     show();
+}
+
+void FaderWidget::start(const QColor& color, int duration)
+{
+    m_colorFade = color;
+    m_iDuration = qMax(Steps, duration);
+    start();
 }
 
 void FaderWidget::paintEvent(QPaintEvent*)

@@ -20,6 +20,10 @@ public:
     /// Covers the parent with white, which fades away in about a second.
     void start();
 
+    /// Covers the parent with a colour.
+    /// @param duration until it has faded away, in milliseconds
+    void start(const QColor& color, int duration);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

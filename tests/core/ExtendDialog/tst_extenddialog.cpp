@@ -297,16 +297,24 @@ void TestExtendDialog::fader()
     covered.resize(40, 30);
     FaderWidget fader(&covered);
     QCOMPARE(fader.size(), covered.size());
-    fader.start();
-    const auto alpha = [&fader] {
-        QImage image(1, 1, QImage::Format_ARGB32);
-        image.fill(Qt::transparent);
-        fader.render(&image, {}, {0, 0, 1, 1}, QWidget::RenderFlags());
-        return qAlpha(image.pixel(0, 0));
+    auto* const timer = fader.findChild<QTimer*>();
+    const auto checkColors = [&](QColor color, int interval) {
+        QCOMPARE(timer->interval(), interval);
+        for (int alpha = 255; alpha > 0; alpha -= 25) {
+            QImage image(1, 1, QImage::Format_ARGB32);
+            image.fill(Qt::transparent);
+            fader.render(&image, {}, {0, 0, 1, 1}, QWidget::RenderFlags());
+            color.setAlpha(alpha);
+            QCOMPARE(image.pixelColor(0, 0), color);
+        }
+        QVERIFY(fader.isHidden() && !timer->isActive());
     };
-    for (int expected = 255; expected > 0; expected -= 25)
-        QCOMPARE(alpha(), expected);
-    QVERIFY(fader.isHidden() && !fader.findChild<QTimer*>()->isActive());
+    fader.start();
+    checkColors(Qt::white, 100);
+    fader.start(Qt::blue, 200);
+    checkColors(Qt::blue, 20);
+    fader.start(Qt::black, 0); // as short as possible
+    checkColors(Qt::black, 1);
 }
 
 void TestExtendDialog::lineEdit()

@@ -5,19 +5,18 @@
 
 class QMouseEvent;
 class QWidget;
+class TitleBar;
 
-/// Lets the user resize a frameless window by dragging its border.
+/// Lets the user resize a window that draws its own frame by dragging its border, down to its minimum size and minimum
+/// size hint. A maximised window and a tile keep their size. GUI thread only.
 class WindowEdges : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @param window owns this object; its layout must leave the border free
-    /// @param width  of the border in pixels
-    WindowEdges(QWidget* window, int width);
-
-    /// Switched off, the border does nothing, as around a maximised window.
-    void setEnabled(bool isEnabled) { m_isEnabled = isEnabled; }
+    /// @param titleBar of the window; it owns this object
+    /// @param width    of the border in pixels; nothing but the title bar may cover it
+    WindowEdges(TitleBar* titleBar, int width);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -28,9 +27,9 @@ private:
     bool press(const QMouseEvent& event);
     void drag(const QPoint& cursor);
 
+    TitleBar* m_titleBar;
     QWidget* m_window;
     int m_width;
-    bool m_isEnabled = true;
     bool m_hasCursor = false; ///< the window has the cursor of an edge
     Qt::Edges m_dragged;      ///< none while the button is up
     QPoint m_pressedAt;       ///< in screen coordinates

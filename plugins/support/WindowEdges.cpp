@@ -1,4 +1,6 @@
-#include "WindowEdges.h"
+#include "support/WindowEdges.h"
+
+#include "TitleBar/TitleBar.h"
 
 #include <QGuiApplication>
 #include <QHoverEvent>
@@ -37,13 +39,15 @@ QRect resized(QRect rect, Qt::Edges edges, const QPoint& way, const QSize& small
 
 } // namespace
 
-WindowEdges::WindowEdges(QWidget* window, int width)
-    : QObject(window)
-    , m_window(window)
+WindowEdges::WindowEdges(TitleBar* titleBar, int width)
+    : QObject(titleBar)
+    , m_titleBar(titleBar)
+    , m_window(titleBar->window())
     , m_width(width)
 {
-    window->setAttribute(Qt::WA_Hover); // reports moves over the widgets in the window as well
-    window->installEventFilter(this);
+    m_window->setAttribute(Qt::WA_Hover); // reports moves over the widgets in the window as well
+    m_window->installEventFilter(this);
+    titleBar->installEventFilter(this); // that of a dialog covers the upper border
 }
 
 Qt::Edges WindowEdges::edgesAt(const QPoint& point) const
@@ -52,7 +56,9 @@ Qt::Edges WindowEdges::edgesAt(const QPoint& point) const
     const auto without = [&window](int border) {
         return window.adjusted(border, border, -border, -border);
     };
-    if (!m_isEnabled || without(m_width).contains(point) || !window.contains(point))
+    if (m_titleBar->IsMaximized() || m_titleBar->IsMinimized())
+        return {};
+    if (without(m_width).contains(point) || !window.contains(point))
         return {};
     const QRect middle = without(CornerReach);
     Qt::Edges edges;
@@ -74,7 +80,7 @@ void WindowEdges::showCursor(Qt::Edges edges)
 
 bool WindowEdges::press(const QMouseEvent& event)
 {
-    const Qt::Edges edges = edgesAt(event.pos());
+    const Qt::Edges edges = edgesAt(m_window->mapFromGlobal(event.globalPos()));
     if (event.button() != Qt::LeftButton || !edges)
         return false;
     // A client of Wayland does not know where its window is; the compositor has to resize it.

@@ -1,0 +1,129 @@
+// What the system is told about the main window's own frame.
+#include "RunningApplication.h"
+
+#include "TitleBar/TitleBar.h"
+
+#include "../support/DataTable.h"
+#include "common/CommonUtils.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QScreen>
+
+#include <windows.h>
+
+namespace {
+
+constexpr QRect Usual(60, 50, 780, 560);
+
+} // namespace
+
+class TestWindowsWin : public RunningApplication
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void style();
+    void places_data();
+    void places();
+    void commands();
+
+private:
+    HWND handle() const { return reinterpret_cast<HWND>(window()->winId()); }
+    LRESULT send(UINT message, WPARAM wParam, LPARAM lParam = 0) const
+    {
+        return SendMessageW(handle(), message, wParam, lParam);
+    }
+    TitleBar* titleBar() const { return window()->findChild<TitleBar*>(); }
+};
+
+void TestWindowsWin::initTestCase()
+{
+    qApp->setQuitOnLastWindowClosed(false);
+    simulate({});
+    start();
+    QVERIFY(window() && QTest::qWaitForWindowExposed(window()));
+}
+
+void TestWindowsWin::init()
+{
+    window()->setGeometry(Usual);
+}
+
+/// The system snaps windows with these properties, and draws no frame around them.
+void TestWindowsWin::style()
+{
+    constexpr LONG wanted = WS_THICKFRAME | WS_MAXIMIZEBOX | WS_MINIMIZEBOX | WS_SYSMENU;
+    QCOMPARE(GetWindowLongW(handle(), GWL_STYLE) & wanted, wanted);
+    RECT whole;
+    RECT contents;
+    GetWindowRect(handle(), &whole);
+    GetClientRect(handle(), &contents);
+    QCOMPARE(QRect(whole.left, whole.top, contents.right, contents.bottom), Usual);
+    QCOMPARE(QSize(whole.right - whole.left, whole.bottom - whole.top), Usual.size());
+    QVERIFY(send(WM_NCACTIVATE, FALSE) && send(WM_NCACTIVATE, TRUE));
+}
+
+void TestWindowsWin::places_data()
+{
+    const auto row = dataTable<QString, QPoint, int, int>("part", "place", "normal", "maximised");
+    row("title", "", {400, 8}, HTCAPTION, HTCLIENT);
+    row("edge", "", {0, 300}, HTCLIENT, HTCLIENT);
+    row("page", "", {400, 300}, HTCLIENT, HTCLIENT);
+    row("icon", "Core_LabelTitleIcon", {5, 5}, HTCLIENT, HTCLIENT);
+    row("button", "Core_ButtonClose", {5, 5}, HTCLIENT, HTCLIENT);
+    row("menu", "mainMenu", {5, 5}, HTCLIENT, HTCLIENT);
+}
+
+void TestWindowsWin::places()
+{
+    QFETCH(QString, part);
+    QFETCH(QPoint, place);
+    const auto* const widget = part.isEmpty() ? window() : window()->findChild<QWidget*>(part);
+    const auto answer = [&] {
+        const QPoint point = widget->mapToGlobal(place);
+        return int(send(WM_NCHITTEST, 0, MAKELPARAM(point.x(), point.y())));
+    };
+    QTEST(answer(), "normal");
+    titleBar()->showMax();
+    QTEST(answer(), "maximised");
+    titleBar()->showRestore();
+}
+
+/// The entries of the system's menu do what the buttons of the title bar do.
+void TestWindowsWin::commands()
+{
+    const QRect available = window()->screen()->availableGeometry();
+    for (const auto& [command, expected] : {std::pair(SC_RESTORE, Usual),
+                                            {SC_MAXIMIZE, available},
+                                            {SC_MAXIMIZE, available},
+                                            {SC_RESTORE, Usual}}) {
+        send(WM_SYSCOMMAND, WPARAM(command));
+        QCOMPARE(window()->geometry(), expected);
+        QCOMPARE(titleBar()->IsMaximized(), expected == available);
+    }
+    send(WM_SYSCOMMAND, SC_MINIMIZE);
+    QTRY_VERIFY(window()->isMinimized());
+    send(WM_SYSCOMMAND, SC_RESTORE);
+    QTRY_VERIFY(!window()->isMinimized());
+    QCOMPARE(window()->geometry(), Usual);
+    for (int times = 1; times <= 2; ++times) {
+        ShowWindow(handle(), SW_MAXIMIZE); // as the keys of the desktop do
+        QTRY_VERIFY(titleBar()->IsMaximized());
+        QCOMPARE(window()->geometry(), available);
+        send(WM_SYSCOMMAND, SC_RESTORE);
+        QCOMPARE(window()->geometry(), Usual);
+        QVERIFY(!titleBar()->IsMaximized() && !IsZoomed(handle()));
+    }
+}
+
+int main(int argc, char** argv)
+{
+    const TestHome home("[system]\nEnableMaxButton=true\n");
+    QApplication application(argc, argv);
+    TestWindowsWin test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_windows_win.moc"
