@@ -6,9 +6,7 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "support/DialString.h"
-#include "support/Modems.h"
-
-#include <algorithm>
+#include "support/ModemInUse.h"
 
 namespace {
 
@@ -32,7 +30,8 @@ CallUIPlugin::~CallUIPlugin() = default;
 
 int CallUIPlugin::Init()
 {
-    connect(&m_events, &DeviceEvents::changed, this, &CallUIPlugin::devicesChanged);
+    connect(&m_events, &DeviceEvents::changed, this, &CallUIPlugin::followModem);
+    connect(&m_events, &DeviceEvents::statusChanged, this, &CallUIPlugin::followModem);
     m_events.listen();
     return BasePlugin::Init();
 }
@@ -42,13 +41,10 @@ void CallUIPlugin::UnSDKRegisterEvent()
     m_events.stop();
 }
 
-void CallUIPlugin::devicesChanged()
+void CallUIPlugin::followModem()
 {
-    const Modems modems = attachedModems();
-    const bool isAttached =
-        std::any_of(modems.begin(), modems.end(), [this](const Modem& modem) { return modem.id == m_modem; });
-    if (m_window && !isAttached)
-        m_window->modemRemoved();
+    if (m_window)
+        m_window->followModem();
 }
 
 void CallUIPlugin::Destroy()
@@ -60,12 +56,12 @@ void CallUIPlugin::Destroy()
 bool CallUIPlugin::Call(const QString& number, _UI_EN_CALL_TYPE type)
 {
     const QString dialled = dialString(number);
+    const Modems modems = attachedModems();
     const bool busy = m_window && m_window->isGoingOn();
-    if (dialled.isEmpty() || busy || attachedModems().isEmpty())
+    if (dialled.isEmpty() || isServiceCode(dialled) || busy || modems.isEmpty() || !canMakeCalls())
         return false;
     delete m_window;
-    m_modem = attachedModems().first().id;
-    m_window = new CallWindow(dialled, type, CommonUtils::GetMainWindow());
+    m_window = new CallWindow(dialled, type, modemInUse(modems).id, CommonUtils::GetMainWindow());
     m_window->show();
     playCallSound();
     return true;

@@ -9,7 +9,8 @@
 
 class CallWindow;
 
-/// Calls, one at a time, each in its own small window. A call ends when its modem is removed. Calls are simulated: there is no voice.
+/// Calls, one at a time, each in its own small window. A call ends when its modem is removed or loses its network. Calls
+/// are simulated: there is no voice.
 class CallUIPlugin : public BasePlugin, public ICallUIPlugin
 {
     Q_OBJECT
@@ -24,13 +25,13 @@ public:
     void Destroy() override;
     void UnSDKRegisterEvent() override;
 
-    /// Fails without a modem, for a number that cannot be dialled, and during another call.
+    /// Fails without a modem that can make calls, for a number that cannot be dialled or is a service code, and during
+    /// another call.
     bool Call(const QString& number, _UI_EN_CALL_TYPE type) override;
 
 private:
-    void devicesChanged();
+    void followModem();
 
     DeviceEvents m_events;
     QPointer<CallWindow> m_window;
-    quint32 m_modem = 0; ///< Modem::id of the modem that makes the call
 };

@@ -3,14 +3,18 @@
 #include "support/CloseGuard.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
+#include "support/Modems.h"
 #include "support/Text.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTime>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -18,6 +22,7 @@ constexpr int AnswerAfter = 2500; // milliseconds
 constexpr int CloseAfter = 2000;  // milliseconds
 constexpr int Second = 1000;      // milliseconds
 constexpr int PictureSize = 56;
+constexpr int Width = 300;
 
 QLabel* centred(QLabel* label)
 {
@@ -32,10 +37,18 @@ QLabel* makePicture()
     return picture;
 }
 
+bool isAttached(quint32 id)
+{
+    const Modems modems = attachedModems();
+    return std::any_of(modems.begin(), modems.end(), [id](const Modem& modem) { return modem.id == id; });
+}
+
 } // namespace
 
-CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* parent)
+CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, quint32 modem, QWidget* parent)
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetFixed)
+    , m_modem(modem)
+    , m_hadNetwork(hasNetwork(modem))
     , m_stateLabel(Look::quietLabel(QString()))
     , m_hangUp(makeHangUpButton())
 {
@@ -59,6 +72,7 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, QWidget* pa
 QWidget* CallWindow::makeContent(const QString& number)
 {
     auto* content = new QWidget;
+    content->setMinimumWidth(Width);
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(Look::Margin * 2, Look::Margin, Look::Margin * 2, Look::Margin);
     layout->setSpacing(Look::Gap);
@@ -94,18 +108,43 @@ void CallWindow::enter(State state)
         m_everySecond.start(Second);
         break;
     case State::Ended:
-        m_nextState.start(CloseAfter);
+        m_length = m_since.isValid() ? m_since.elapsed() : 0;
+        if (m_end == CallEnd::HungUp)
+            m_nextState.start(CloseAfter);
         break;
     }
+    // Red only while it ends the call; style sheets are not re-evaluated when a property changes.
+    m_hangUp->setProperty("call", isGoingOn() ? QStringLiteral("end") : QString());
+    m_hangUp->style()->unpolish(m_hangUp);
+    m_hangUp->style()->polish(m_hangUp);
     showState();
+}
+
+void CallWindow::end(CallEnd reason)
+{
+    if (!isGoingOn())
+        return;
+    m_end = reason;
+    enter(State::Ended);
 }
 
 void CallWindow::proceed()
 {
-    if (m_state == State::Dialling)
+    if (m_state == State::Ended) {
+        close();
+        return;
+    }
+    const CallEnd answer = m_hadNetwork ? simulatedEnd(m_modem) : CallEnd::NoNetwork;
+    if (answer == CallEnd::HungUp)
         enter(State::InCall);
     else
-        close();
+        end(answer);
+}
+
+QString CallWindow::duration() const
+{
+    const qint64 length = isGoingOn() ? m_since.elapsed() : m_length;
+    return QTime(0, 0).addMSecs(int(length)).toString(QLatin1String("hh:mm:ss"));
 }
 
 QString CallWindow::stateText() const
@@ -113,14 +152,13 @@ QString CallWindow::stateText() const
     switch (m_state) {
     case State::Dialling:
         return text("IDS_CALL_DIALLING");
-    case State::InCall: {
-        const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
-        return text("IDS_CALL_TALKING").arg(duration.toString(QLatin1String("hh:mm:ss")));
-    }
+    case State::InCall:
+        return text("IDS_CALL_TALKING").arg(duration());
     case State::Ended:
         break;
     }
-    return text(m_lostModem ? "IDS_CALL_NO_MODEM" : "IDS_CALL_ENDED");
+    const QString reason = wordsOf(m_end);
+    return m_length > 0 ? reason + QLatin1String("  ") + duration() : reason;
 }
 
 void CallWindow::showState()
@@ -129,25 +167,25 @@ void CallWindow::showState()
     m_stateLabel->setText(stateText());
 }
 
-void CallWindow::modemRemoved()
+void CallWindow::followModem()
 {
-    if (!isGoingOn())
-        return;
-    m_lostModem = true;
-    enter(State::Ended);
+    if (!isAttached(m_modem))
+        end(CallEnd::NoModem);
+    else if (m_hadNetwork && !hasNetwork(m_modem))
+        end(CallEnd::NoNetwork);
 }
 
 void CallWindow::hangUpOrClose()
 {
     if (isGoingOn())
-        enter(State::Ended);
+        end(CallEnd::HungUp);
     else
         close();
 }
 
 void CallWindow::closeEvent(QCloseEvent* event)
 {
-    enter(State::Ended);
+    end(CallEnd::HungUp);
     ExtendDialog::closeEvent(event);
 }
 

@@ -1,50 +1,30 @@
 #include "DialPadPage.h"
 
+#include "DialKeys.h"
+#include "NumberField.h"
+#include "PluginContainer/PluginIds.h"
+#include "RecentList.h"
+#include "RecentNumbers.h"
+#include "UssdDialog.h"
 #include "common/CommonUtils.h"
+#include "support/DeviceEvents.h"
 #include "support/DialString.h"
-#include "support/Modems.h"
+#include "support/ModemInUse.h"
 #include "support/Text.h"
 
-#include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr QLatin1String Keys("123456789*0#");
-constexpr int KeyColumns = 3;
-constexpr int PadWidth = 300;
-constexpr int KeyHeight = 52;
-
-QFont scaledFont(QFont font, qreal scale)
-{
-    font.setPointSizeF(font.pointSizeF() * scale);
-    return font;
-}
-
-QLineEdit* makeNumberField()
-{
-    auto* number = new QLineEdit;
-    number->setFont(scaledFont(number->font(), 1.6));
-    number->setMinimumHeight(KeyHeight);
-    number->setAlignment(Qt::AlignCenter);
-    number->setClearButtonEnabled(true);
-    number->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
-    auto* clear = number->findChild<QToolButton*>();
-    keepTranslated(number, [number, clear] {
-        number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
-        number->setAccessibleName(number->placeholderText());
-        clear->setAccessibleName(text("IDS_DIAL_CLEAR"));
-    });
-    // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
-    // text changes.
-    QObject::connect(number, &QLineEdit::textChanged, number, [number] { number->style()->polish(number); });
-    return number;
-}
+constexpr int SmallestPad = 220;
+constexpr int LargestPad = 300;
+constexpr int NarrowPage = 520; ///< narrower ones have the recent numbers below the keys
+constexpr int CallHeight = 48;
+constexpr int RecentHeight = 180;
 
 QLabel* makeMessage()
 {
@@ -53,68 +33,76 @@ QLabel* makeMessage()
     QPalette palette = message->palette();
     palette.setColor(QPalette::WindowText, Look::toneColor(Look::Tone::Bad, palette));
     message->setPalette(palette);
+    message->setProperty("error", true); // for style sheets with colours of their own
     return message;
 }
 
 } // namespace
 
-DialPadPage::DialPadPage(QWidget* parent)
+DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
     : Page("IDS_DIAL_TITLE", "IDS_DIAL_LEAD", Look::Sign::DialPad, parent)
-    , m_number(makeNumberField())
+    , m_events(events)
+    , m_requests(events)
+    , m_field(new NumberField)
+    , m_number(m_field->edit())
     , m_message(makeMessage())
+    , m_recent(new RecentList)
+    , m_columns(new QBoxLayout(QBoxLayout::LeftToRight))
 {
+    m_columns->setSpacing(Look::Margin);
+    m_columns->addWidget(makePad(), 3);
+    m_columns->addWidget(m_recent, 2);
+    m_columns->addStretch(0);
+    m_recent->setMinimumHeight(RecentHeight);
+    content()->addLayout(m_columns);
+    content()->addStretch();
+    m_recent->refresh();
+    setFocusProxy(m_number);
+    setTabOrder(m_number, m_call); // whoever types the number does not need the keys
+    connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::refresh);
+    connect(m_number, &QLineEdit::returnPressed, this, &DialPadPage::call);
+    connect(m_recent, &RecentList::chosen, m_number, &QLineEdit::setText);
+    connect(m_recent, &RecentList::callRequested, this, &DialPadPage::call);
+    connect(events, &DeviceEvents::changed, this, &DialPadPage::refresh);
+    keepTranslated(this, [this] { refresh(); });
+}
+
+DialPadPage::~DialPadPage()
+{
+    delete m_dialog; // it uses the requests
+}
+
+QWidget* DialPadPage::makePad()
+{
+    auto* keys = new DialKeys;
+    connect(keys, &DialKeys::entered, this, &DialPadPage::enter);
     auto* pad = new QWidget;
-    pad->setFixedWidth(PadWidth);
+    pad->setMinimumWidth(SmallestPad);
+    pad->setMaximumWidth(LargestPad);
     auto* column = new QVBoxLayout(pad);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Look::Gap * 2);
-    for (QWidget* part :
-         {static_cast<QWidget*>(m_number), static_cast<QWidget*>(m_message), makeKeys(), makeCallRow()})
+    for (QWidget* part : {static_cast<QWidget*>(m_field), static_cast<QWidget*>(m_message),
+                          static_cast<QWidget*>(keys), makeCallButton()})
         column->addWidget(part);
-    content()->addWidget(pad);
-    content()->addStretch();
-    setFocusProxy(m_number);
-    setTabOrder(m_number, m_call); // whoever types the number does not need the keys
-    connect(m_number, &QLineEdit::textChanged, this, &DialPadPage::devicesChanged);
-    connect(m_number, &QLineEdit::returnPressed, this, &DialPadPage::call);
-    keepTranslated(this, [this] { devicesChanged(); });
+    column->addStretch();
+    return pad;
 }
 
-QWidget* DialPadPage::makeKeys()
-{
-    auto* keys = new QWidget;
-    keys->setLayoutDirection(Qt::LeftToRight); // neither are the keys of a telephone
-    auto* grid = new QGridLayout(keys);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(Look::Gap);
-    for (int index = 0; index < Keys.size(); ++index)
-        grid->addWidget(makeKey(Keys.mid(index, 1)), index / KeyColumns, index % KeyColumns);
-    return keys;
-}
-
-QPushButton* DialPadPage::makeKey(const QString& sign)
-{
-    auto* key = new QPushButton(sign);
-    key->setFont(scaledFont(key->font(), 1.4));
-    key->setMinimumHeight(KeyHeight);
-    key->setAccessibleName(sign);
-    key->setAutoDefault(true); // the Return key presses it while it has the focus
-    connect(key, &QPushButton::clicked, this, [this, sign] { press(sign); });
-    return key;
-}
-
-QWidget* DialPadPage::makeCallRow()
+QWidget* DialPadPage::makeCallButton()
 {
     m_call = new QPushButton;
-    m_call->setFont(scaledFont(m_call->font(), 1.2));
-    m_call->setMinimumHeight(KeyHeight);
+    QFont font = m_call->font();
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    m_call->setFont(font);
+    m_call->setMinimumHeight(CallHeight);
     m_call->setAutoDefault(true);
+    m_call->setProperty("call", QStringLiteral("start")); // for style sheets
     connect(m_call, &QPushButton::clicked, this, &DialPadPage::call);
-    keepTranslated(m_call, [this] { setCaption(m_call, "IDS_DIAL_CALL"); });
     return m_call;
 }
 
-void DialPadPage::press(const QString& sign)
+void DialPadPage::enter(const QString& sign)
 {
     m_number->insert(sign);
     m_number->setFocus();
@@ -125,10 +113,40 @@ void DialPadPage::call()
     const QString number = m_number->text().trimmed();
     if (number.isEmpty() || attachedModems().isEmpty())
         return;
-    if (dialString(number).isEmpty())
+    m_message->hide();
+    const QString dialled = dialString(number);
+    if (dialled.isEmpty())
         showFault("IDS_DIAL_BAD_NUMBER");
-    else if (!CommonUtils::MakeCall(number, UI_CALL_VOICE))
+    else if (isServiceCode(dialled))
+        sendCode(dialled);
+    else
+        callNumber(dialled);
+}
+
+void DialPadPage::callNumber(const QString& dialled)
+{
+    if (CommonUtils::MakeCall(dialled, UI_CALL_VOICE))
+        remember(dialled);
+    else if (!canMakeCalls() || !CommonUtils::IsPluginAvailable(PluginIds::CallUI))
+        showFault("IDS_DIAL_NO_CALLS");
+    else
         showFault("IDS_DIAL_BUSY");
+}
+
+void DialPadPage::sendCode(const QString& dialled)
+{
+    if (m_dialog)
+        return;
+    remember(dialled);
+    m_dialog = new UssdDialog(dialled, modemInUse(attachedModems()), m_requests, m_events,
+                              CommonUtils::GetMainWindow());
+    m_dialog->open();
+}
+
+void DialPadPage::remember(const QString& dialled)
+{
+    RecentNumbers::add(dialled);
+    m_recent->refresh();
 }
 
 void DialPadPage::showFault(const char* id)
@@ -137,12 +155,30 @@ void DialPadPage::showFault(const char* id)
     m_message->show();
 }
 
-void DialPadPage::devicesChanged()
+void DialPadPage::refresh()
 {
     const bool hasModem = !attachedModems().isEmpty();
+    const bool isCode = isServiceCode(dialString(m_number->text()));
+    setCaption(m_call, isCode ? "IDS_DIAL_SEND" : "IDS_DIAL_CALL");
     m_call->setEnabled(hasModem && !m_number->text().trimmed().isEmpty());
     if (hasModem)
         m_message->hide();
     else
         showFault("IDS_DIAL_NO_MODEM");
+}
+
+/// The arrow key leads from the number to those that were dialled before.
+void DialPadPage::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Down && m_number->hasFocus() && m_recent->isVisible())
+        m_recent->enter();
+    else
+        Page::keyPressEvent(event);
+}
+
+void DialPadPage::resizeEvent(QResizeEvent* event)
+{
+    const bool isNarrow = event->size().width() < NarrowPage;
+    m_columns->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    Page::resizeEvent(event);
 }

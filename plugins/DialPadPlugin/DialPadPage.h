@@ -1,31 +1,52 @@
 #pragma once
 
 #include "support/Page.h"
+#include "support/Requests.h"
 
+#include <QPointer>
+
+class DeviceEvents;
+class NumberField;
+class QBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class RecentList;
+class UssdDialog;
 
-/// The page with the number field, the twelve keys and the call button.
+/// The page with the number field, the twelve keys, the call button and the numbers that were dialled last. It calls
+/// numbers, and sends service codes such as *100# to the network.
 class DialPadPage : public Page
 {
     Q_OBJECT
 
 public:
-    explicit DialPadPage(QWidget* parent);
+    /// @param events must outlive the page
+    DialPadPage(DeviceEvents* events, QWidget* parent);
+    ~DialPadPage() override;
 
-    /// Calls need a modem.
-    void devicesChanged();
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QWidget* makeKeys();
-    QPushButton* makeKey(const QString& sign);
-    QWidget* makeCallRow();
-    void press(const QString& sign);
+    QWidget* makePad();
+    QWidget* makeCallButton();
+    void enter(const QString& sign);
     void call();
+    void callNumber(const QString& dialled);
+    void sendCode(const QString& dialled);
+    void remember(const QString& dialled);
     void showFault(const char* id);
+    void refresh();
 
+    DeviceEvents* m_events;
+    Requests m_requests;
+    NumberField* m_field;
     QLineEdit* m_number;
-    QPushButton* m_call = nullptr;
     QLabel* m_message;
+    RecentList* m_recent;
+    QBoxLayout* m_columns;
+    QPushButton* m_call = nullptr;
+    QPointer<UssdDialog> m_dialog;
 };

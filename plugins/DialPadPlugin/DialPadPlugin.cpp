@@ -4,7 +4,5 @@
 
 QWidget* DialPadPlugin::createPage(QWidget* parent)
 {
-    auto* page = new DialPadPage(parent);
-    connect(followDevices(), &DeviceEvents::changed, page, &DialPadPage::devicesChanged);
-    return page;
+    return new DialPadPage(followDevices(), parent);
 }

@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page for dialling a number.
+/// A page for calling a number and for sending service codes to the network.
 class DialPadPlugin : public PagePlugin
 {
     Q_OBJECT

@@ -35,3 +35,10 @@ QString dialString(const QString& number)
     dialled.truncate(int(end - dialled.begin()));
     return canBeDialled(dialled) ? dialled : QString();
 }
+
+bool isServiceCode(const QString& dialString)
+{
+    const bool hasStart =
+        dialString.startsWith(QLatin1Char('*')) || dialString.startsWith(QLatin1Char('#'));
+    return hasStart && dialString.endsWith(QLatin1Char('#'));
+}

@@ -6,3 +6,6 @@
 /// @return at most 32 characters: digits, * and #, with at least one digit and an optional leading +; empty
 ///         when the number is invalid
 QString dialString(const QString& number);
+
+/// Whether a dial string is a service code such as "*100#", which is sent to the network instead of being called.
+bool isServiceCode(const QString& dialString);

@@ -68,3 +68,8 @@ QString serviceValue(const QString& key)
 {
     return modemValue(QRVL_SERVICE, key);
 }
+
+bool canMakeCalls()
+{
+    return serviceValue(QStringLiteral("backend")) == QLatin1String("simulator");
+}

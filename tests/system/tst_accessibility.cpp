@@ -25,8 +25,9 @@
 
 namespace {
 
-const QByteArray Modem = "[modem V]\nmodel=Lume V2\nstate=attached\nimsi=262011234567890\ngid=NT-GOLD\n"
-                         "[message 1]\nmodem=V\nsender=A\ntext=see https://a.example\n";
+const QByteArray Modem =
+    "[modem V]\nmodel=Lume V2\nstate=attached\nnetwork=26201\nimsi=262011234567890\ngid=NT-GOLD\n"
+    "[message 1]\nmodem=V\nsender=A\ntext=see https://a.example\n";
 
 using Interface = QAccessibleInterface;
 
@@ -294,7 +295,7 @@ void TestAccessibility::menus()
 
 int main(int argc, char** argv)
 {
-    const TestHome home("[system]\nEnableMaxButton=true\n");
+    const TestHome home("[system]\nEnableMaxButton=true\n[calls]\nrecent=112 *100#\n");
     QApplication application(argc, argv);
     TestAccessibility test;
     return QTest::qExec(&test, argc, argv);

@@ -1,5 +1,6 @@
 // The whole application in this process, with its main window at hand: languages and skins, status bar and
 // messages.
+#include "../support/DataTable.h"
 #include "Change/Change.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
@@ -15,6 +16,7 @@
 #include <QDirIterator>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QSet>
 #include <QStackedWidget>
@@ -42,6 +44,9 @@ private slots:
     void messageLinks();
     void menus();
     void calls();
+    void dialling();
+    void serviceCodes_data();
+    void serviceCodes();
     void lateWorker();
 
 protected:
@@ -318,16 +323,45 @@ void TestMainWindow::menus()
     QVERIFY(!mainFrame->ShowPage("unknown"));
 }
 
-/// What the dial pad says about numbers and modems, and that a call ends when its modem goes.
+namespace {
+
+const QByteArray CallModem =
+    "[modem M]\nmodel=Lume V2\nstate=attached\nimsi=262011234567890\nnetwork=26201\nrequest-time=20\n";
+constexpr int LongCall = 30000; // milliseconds; a call takes much less, on a busy machine too
+
+/// The visible window of a class; null if there is none.
+QWidget* topLevel(const char* className)
+{
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->inherits(className) && widget->isVisible())
+            return widget;
+    return nullptr;
+}
+
+QAbstractButton* named(const QWidget* parent, const QString& name)
+{
+    for (QAbstractButton* button : parent->findChildren<QAbstractButton*>())
+        if (button->accessibleName() == name || button->text() == name)
+            return button;
+    return nullptr;
+}
+
+QString dialText(const char* id)
+{
+    return Change::tr(id, "DialPadPlugin");
+}
+
+} // namespace
+
+/// What the dial pad says about numbers and modems, and why calls end.
 void TestMainWindow::calls()
 {
-    const QByteArray modem = "[modem M]\nmodel=Lume V2\nstate=attached\n";
-    simulate(modem);
+    simulate(CallModem);
     QTRY_VERIFY(owner("Ctrl+D"));
     auto* const number = window()->findChild<QLineEdit*>();
     auto* const call = qobject_cast<QAbstractButton*>(owner("Ctrl+D"));
-    const auto says = [this](const char* id) {
-        return shownTexts(window()).contains(Change::tr(id, "DialPadPlugin"));
+    const auto says = [this](const char* id, const char* plugin = "DialPadPlugin") {
+        return shownTexts(window()).contains(Change::tr(id, plugin));
     };
     QVERIFY(!call->isEnabled());
     number->setText("no number");
@@ -336,11 +370,135 @@ void TestMainWindow::calls()
     number->setText("+49 (30) 123");
     QVERIFY(call->isEnabled());
     call->click();
-    QVERIFY(shownTexts(window()).contains(Change::tr("IDS_CALL_DIALLING", "CallUIPlugin")));
+    QVERIFY(says("IDS_CALL_DIALLING", "CallUIPlugin"));
     call->click();
     QVERIFY(says("IDS_DIAL_BUSY"));
-    simulate({});
-    QTRY_VERIFY(shownTexts(window()).contains(Change::tr("IDS_CALL_NO_MODEM", "CallUIPlugin")));
+    QVERIFY(!CommonUtils::MakeCall("*100#", UI_CALL_VOICE));
+    topLevel("CallWindow")->close();
+    struct Row
+    {
+        QByteArray before; ///< the modem while the call is made
+        QByteArray during;
+        const char* reason;
+    };
+    const QByteArray busy = CallModem + "calls=busy\n";
+    const QByteArray offline = QByteArray(CallModem).replace("26201", "");
+    for (const Row& row :
+         {Row{busy, busy, "IDS_CALL_BUSY"}, Row{CallModem, offline, "IDS_CALL_NO_NETWORK"},
+          Row{CallModem, CallModem, "IDS_CALL_HUNG_UP"}, Row{CallModem, {}, "IDS_CALL_NO_MODEM"}}) {
+        simulate(row.before);
+        QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
+        simulate(row.during);
+        if (row.before == row.during && row.before == CallModem)
+            qobject_cast<QAbstractButton*>(owner("Ctrl+H"))->click();
+        QTRY_VERIFY_WITH_TIMEOUT(says(row.reason, "CallUIPlugin"), LongCall);
+        delete topLevel("CallWindow");
+    }
+}
+
+/// Keys that are held down, and the numbers that were dialled last.
+void TestMainWindow::dialling()
+{
+    CommonUtils::SetSettings("calls", "recent", "111 222 333 444 555 666 777 888 999 000");
+    simulate(CallModem);
+    QTRY_VERIFY(owner("Ctrl+D"));
+    auto* const number = window()->findChild<QLineEdit*>();
+    number->clear();
+    auto* const backspace = named(window(), dialText("IDS_DIAL_BACKSPACE"));
+    auto* const zero = named(window(), "0");
+    const auto hold = [](QAbstractButton* key, const QString& shown, const QLineEdit* field) {
+        QTest::mousePress(key, Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(field->text(), shown, LongCall);
+        QTest::mouseRelease(key, Qt::LeftButton);
+        QCOMPARE(field->text(), shown);
+    };
+    hold(zero, "+", number);
+    QTest::mouseClick(zero, Qt::LeftButton);
+    QTest::mouseClick(named(window(), "2"), Qt::LeftButton);
+    QCOMPARE(number->text(), "+02");
+    QTest::mouseClick(backspace, Qt::LeftButton);
+    QCOMPARE(number->text(), "+0");
+    hold(backspace, {}, number);
+    QVERIFY(!backspace->isEnabled());
+
+    QListWidget* recent = nullptr;
+    for (auto* list : window()->findChildren<QListWidget*>())
+        recent = list->accessibleName() == dialText("IDS_DIAL_RECENT") ? list : recent;
+    const auto numbers = [] {
+        return CommonUtils::GetUserSettings("calls", "recent");
+    };
+    for (const auto& [dialled, kept] :
+         {std::pair("222", "222 111 333 444 555 666 777 888 999 000"),
+          std::pair("**04*1234*4321*4321#", "222 111 333 444 555 666 777 888 999 000"), // has a PIN
+          std::pair("#31#", "#31# 222 111 333 444 555 666 777 888 999")}) {
+        number->setText(dialled);
+        qobject_cast<QAbstractButton*>(owner("Ctrl+D"))->click();
+        QCOMPARE(numbers(), kept);
+        QCOMPARE(recent->count(), 10);
+        delete topLevel("CallWindow");
+        QWidget* const dialog = topLevel("UssdDialog");
+        QTRY_VERIFY(!dialog || shownTexts(dialog).contains(dialText("IDS_USSD_REFUSED")));
+        delete dialog;
+    }
+    number->clear();
+    QTest::keyClick(recent, Qt::Key_Down);
+    QTest::keyClick(recent, Qt::Key_Down);
+    QCOMPARE(number->text(), "222");
+    QVERIFY(QMetaObject::invokeMethod(named(window(), dialText("IDS_DIAL_REMOVE")), "click"));
+    QCOMPARE(numbers(), "#31# 111 333 444 555 666 777 888 999");
+    QCOMPARE(recent->currentItem()->text(), "111");
+}
+
+void TestMainWindow::serviceCodes_data()
+{
+    const QByteArray menu = "[ussd *100#]\nanswer=menu\nasks=true\n[ussd *100# 1]\nanswer=balance\n";
+    const auto row = dataTable<QByteArray, QByteArray, QString, QString, QString>("modem", "later", "code",
+                                                                                  "reply", "end");
+    const QString refused = "IDS_USSD_REFUSED";
+    row("answer", CallModem + menu, {}, "*100#", "1", "balance");
+    row("answer after a dialogue that was cancelled", CallModem + menu, {}, "*1 00#", "", "menu");
+    row("another one", CallModem + menu, {}, "*100#", "1", "balance");
+    row("wrong reply", CallModem + menu, {}, "*100#", "9", refused);
+    row("unknown code", CallModem + menu, {}, "#9#", "", refused);
+    row("no network", CallModem + "failure=no-coverage\n", {}, "*100#", "", "IDS_RESULT_NO_COVERAGE");
+    row("another modem replaces it", CallModem + "request-time=50000\n",
+        QByteArray(CallModem).replace("[modem M]", "[modem N]"), "*100#", "", "IDS_RESULT_NO_DEVICE");
+}
+
+/// What a service code is answered with, and what failures are called.
+void TestMainWindow::serviceCodes()
+{
+    QFETCH(QByteArray, modem);
+    QFETCH(QByteArray, later);
+    QFETCH(QString, code);
+    QFETCH(QString, reply);
+    QFETCH(QString, end);
+    simulate(modem);
+    QTRY_VERIFY(owner("Ctrl+D"));
+    QTRY_VERIFY(shownTexts(window()).contains("T-Mobile"));
+    window()->findChild<QLineEdit*>()->setText(code);
+    auto* const send = qobject_cast<QAbstractButton*>(owner("Ctrl+D"));
+    QVERIFY(dialText("IDS_DIAL_SEND").startsWith(send->text()));
+    send->click();
+    const QPointer<QWidget> dialog = topLevel("UssdDialog");
+    QVERIFY(dialog);
+    const auto says = [dialog](const QString& words) {
+        for (const char* plugin : {"DialPadPlugin", "PluginSupport"})
+            if (const QString text = Change::tr(words, plugin); !text.isEmpty())
+                return shownTexts(dialog).contains(text);
+        return shownTexts(dialog).contains(words);
+    };
+    if (!later.isEmpty())
+        simulate(later);
+    auto* const field = dialog->findChild<QLineEdit*>();
+    if (!reply.isEmpty()) {
+        QTRY_VERIFY(field->isVisible());
+        QTest::keyClicks(field, reply);
+        QTest::keyClick(field, Qt::Key_Return);
+    }
+    QTRY_VERIFY2(says(end), qUtf8Printable(shownTexts(dialog).values().join(" | ")));
+    QCOMPARE(field->isVisible(), end == "menu");
+    delete dialog;
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.

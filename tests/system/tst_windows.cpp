@@ -20,7 +20,7 @@
 
 namespace {
 
-const QByteArray Modem = "[modem V]\nmodel=Lume V2\nstate=attached\n";
+const QByteArray Modem = "[modem V]\nmodel=Lume V2\nstate=attached\nnetwork=26201\n";
 const QByteArray OtherModem = "[modem S]\nmodel=Lume S1\nstate=attached\n"; // for neither messages nor calls
 const QByteArray Messages = "[message 1]\nmodem=V\nsender=A\ntext=first\ntime=2024-03-04T18:40:00\n"
                             "[message 2]\nmodem=V\nsender=B\ntext=second\n";

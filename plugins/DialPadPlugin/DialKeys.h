@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+
+/// The twelve keys of a telephone, with the letters below the digits. Holding the 0 enters a plus sign.
+class DialKeys : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DialKeys(QWidget* parent = nullptr);
+
+Q_SIGNALS:
+    void entered(const QString& sign);
+
+private:
+    QWidget* makeKey(const QString& sign, const QString& letters);
+};

@@ -1,0 +1,172 @@
+#include "UssdDialog.h"
+
+#include "support/DeviceEvents.h"
+#include "support/Dialog.h"
+#include "support/Look.h"
+#include "support/Requests.h"
+#include "support/ResultWords.h"
+#include "support/Text.h"
+
+#include <qrvl.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int Width = 380;
+constexpr int Height = 36; // of field and buttons
+constexpr int ButtonWidth = 110;
+constexpr int LongestReply = 182; // characters that fit into one request
+
+QLabel* wrapped(QLabel* label)
+{
+    label->setWordWrap(true);
+    return label;
+}
+
+/// Codes are never mirrored, not even in the middle of a sentence.
+QString isolated(const QString& code)
+{
+    return QChar(0x2066) + code + QChar(0x2069);
+}
+
+} // namespace
+
+UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& requests,
+                       const DeviceEvents* events, QWidget* parent)
+    : ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed)
+    , m_code(code)
+    , m_modem(modem)
+    , m_requests(requests)
+    , m_heading(wrapped(Look::label(QString(), 1.15, QFont::DemiBold)))
+    , m_content(wrapped(Look::label(QString(), 1.0)))
+    , m_reply(new QLineEdit)
+    , m_send(new QPushButton)
+    , m_close(new QPushButton)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    fillDialog(this, makeContent());
+    connect(events, &DeviceEvents::changed, this, &UssdDialog::followModem);
+    keepTranslated(this, [this] {
+        setWindowTitle(text("IDS_USSD_TITLE").arg(isolated(m_code)));
+        m_reply->setPlaceholderText(text("IDS_USSD_REPLY"));
+        m_reply->setAccessibleName(m_reply->placeholderText());
+        m_send->setText(text("IDS_USSD_SEND"));
+        m_close->setText(text(m_state == State::Ended ? "IDS_USSD_CLOSE" : "IDS_USSD_CANCEL"));
+    });
+    send(code);
+}
+
+UssdDialog::~UssdDialog()
+{
+    quint32 request = 0;
+    if (m_state != State::Ended)
+        QRVL_DevSrv_CancelUssd(m_modem.id, &request);
+}
+
+QWidget* UssdDialog::makeContent()
+{
+    Look::makeSelectable(m_content);
+    m_reply->setMinimumHeight(Height);
+    m_reply->setMaxLength(LongestReply);
+    m_send->setProperty("primary", true); // for style sheets
+    m_close->setAutoDefault(true);
+    connect(m_reply, &QLineEdit::textChanged, this,
+            [this](const QString& reply) { m_send->setEnabled(!reply.trimmed().isEmpty()); });
+    connect(m_send, &QPushButton::clicked, this, &UssdDialog::sendReply);
+    connect(m_close, &QPushButton::clicked, this, &QDialog::close);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Look::Gap);
+    buttons->addStretch();
+    for (QPushButton* button : {m_close, m_send}) {
+        button->setMinimumSize(ButtonWidth, Height);
+        buttons->addWidget(button);
+    }
+    auto* content = new QWidget;
+    content->setFixedWidth(Width);
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
+    column->setSpacing(Look::Gap);
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_heading), static_cast<QWidget*>(m_content), static_cast<QWidget*>(m_reply)})
+        column->addWidget(part);
+    column->addSpacing(Look::Gap);
+    column->addLayout(buttons);
+    return content;
+}
+
+void UssdDialog::send(const QString& text)
+{
+    enter(State::Waiting, ::text("IDS_USSD_WAITING"), {});
+    m_requests.start([&](quint32* request) { return QRVL_DevSrv_SendUssd(m_modem.id, utf16(text), request); },
+                     this, [this](const RequestEnd& end) { finish(end); });
+}
+
+void UssdDialog::sendReply()
+{
+    const QString reply = m_reply->text().trimmed();
+    if (m_state != State::Asked || reply.isEmpty())
+        return;
+    m_reply->clear();
+    send(reply);
+}
+
+void UssdDialog::finish(const RequestEnd& end)
+{
+    if (m_state != State::Waiting)
+        return; // the modem has been removed meanwhile
+    if (end.result != QRVL_OK) {
+        showFailure(end.result);
+        return;
+    }
+    const bool asks = modemValue(m_modem.id, QStringLiteral("ussd")) == QLatin1String("reply");
+    enter(asks ? State::Asked : State::Ended, {}, end.text.isEmpty() ? text("IDS_USSD_DONE") : end.text);
+}
+
+void UssdDialog::showFailure(int result)
+{
+    const ResultWords words = resultWords(result);
+    if (result == QRVL_ERROR_REFUSED)
+        enter(State::Ended, text("IDS_USSD_REFUSED"), text("IDS_USSD_REFUSED_HINT"));
+    else
+        enter(State::Ended, words.title, words.hint);
+}
+
+void UssdDialog::enter(State state, const QString& heading, const QString& content)
+{
+    m_state = state;
+    m_heading->setText(heading);
+    m_heading->setVisible(!heading.isEmpty());
+    m_content->setText(content);
+    m_content->setAccessibleName(content);
+    m_content->setVisible(!content.isEmpty());
+    m_reply->setVisible(state == State::Asked);
+    m_send->setVisible(state == State::Asked);
+    m_send->setEnabled(false);
+    m_close->setText(text(state == State::Ended ? "IDS_USSD_CLOSE" : "IDS_USSD_CANCEL"));
+    (state == State::Asked ? static_cast<QWidget*>(m_reply) : m_close)->setFocus();
+    (state == State::Asked ? m_send : m_close)->setDefault(true);
+    fitToContent();
+}
+
+void UssdDialog::followModem()
+{
+    const Modems modems = attachedModems();
+    const bool isAttached = std::any_of(modems.begin(), modems.end(),
+                                        [this](const Modem& modem) { return modem.id == m_modem.id; });
+    if (!isAttached && m_state != State::Ended)
+        showFailure(QRVL_ERROR_NO_DEVICE);
+}
+
+void UssdDialog::fitToContent()
+{
+    QLayout* const layout = GetMainWidget()->layout();
+    layout->activate();
+    changeSize({Width, layout->totalHeightForWidth(Width)});
+}
