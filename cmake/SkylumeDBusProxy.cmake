@@ -3,7 +3,7 @@
 # Generates a proxy class with the named methods of a D-Bus interface, from the description that the service's development
 # package installs, and adds it to the target. The header has the name of the class in lower case. qdbusxml2cpp refuses
 # interfaces with types that it does not know, so only the methods that are used are passed on. TYPES declares VariantMaps, the
-# type of a{sa{sv}}.
+# type of a{sa{sv}}, and VariantMapList, that of aa{sv}.
 
 set(SKYLUME_DBUS_INTERFACES "/usr/share/dbus-1/interfaces" CACHE PATH "Folder with descriptions of D-Bus interfaces")
 
@@ -31,6 +31,8 @@ function(skylume_dbus_method result description method)
                 set(type QVariantMap)
             elseif(argument MATCHES "type=\"a{sa{sv}}\"")
                 set(type VariantMaps)
+            elseif(argument MATCHES "type=\"aa{sv}\"")
+                set(type VariantMapList)
             endif()
             if(type)
                 string(APPEND types

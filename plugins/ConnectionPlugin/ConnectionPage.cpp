@@ -4,7 +4,6 @@
 #include "AccessPointDialog.h"
 #include "Change/Change.h"
 #include "FactsPanel.h"
-#include "ModemChooser.h"
 #include "PinDialog.h"
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
@@ -42,11 +41,9 @@ ConnectionPage::ConnectionPage(DeviceEvents* events, QWidget* parent)
     , m_requests(events)
     , m_connector(m_requests, nullptr)
     , m_names(new OperatorNames(this))
-    , m_chooser(new ModemChooser)
     , m_state(new StatePanel)
     , m_facts(new FactsPanel)
 {
-    setCorner(m_chooser);
     content()->addWidget(m_state, 1);
     content()->addWidget(m_facts);
     content()->addLayout(makeBottomLine());
@@ -54,7 +51,6 @@ ConnectionPage::ConnectionPage(DeviceEvents* events, QWidget* parent)
     connect(events, &DeviceEvents::statusChanged, this, &ConnectionPage::refresh);
     connect(&m_connector, &Connector::changed, this, &ConnectionPage::refresh);
     connect(m_names, &QThread::finished, this, &ConnectionPage::refresh);
-    connect(m_chooser, &ModemChooser::chosen, this, &ConnectionPage::choose);
     connect(m_state, &StatePanel::pressed, this, &ConnectionPage::act);
     connect(&m_everySecond, &QTimer::timeout, this, &ConnectionPage::showState);
     keepTranslated(this, [this] { refresh(); });
@@ -88,7 +84,6 @@ void ConnectionPage::refresh()
     offerUnlocking();
     if (!m_isShown)
         return; // whoever reads growing counters is told every second that they have grown
-    m_chooser->showModems(m_modems, m_modem);
     m_facts->showFacts(readFacts(m_modem, *m_names, m_units));
     m_accessPoint->setVisible(AccessPoint::isStorable(m_modem));
     m_demonstration->setVisible(serviceValue(QStringLiteral("backend")) == QLatin1String("simulator"));
@@ -97,8 +92,7 @@ void ConnectionPage::refresh()
 
 void ConnectionPage::readModem()
 {
-    m_modems = attachedModems();
-    m_modem = m_modems.isEmpty() ? Modem() : modemInUse(m_modems);
+    m_modem = modemInUse();
     if (m_modem.imsi != m_imsi)
         readAccessPoint();
     m_report = readReport(m_modem);
@@ -169,12 +163,6 @@ void ConnectionPage::changeAccessPoint()
         readAccessPoint();
         refresh();
     });
-}
-
-void ConnectionPage::choose(const Modem& modem)
-{
-    useModem(modem);
-    refresh();
 }
 
 void ConnectionPage::showEvent(QShowEvent* event)

@@ -11,7 +11,6 @@
 
 class DeviceEvents;
 class FactsPanel;
-class ModemChooser;
 class OperatorNames;
 class PinDialog;
 class QPushButton;
@@ -44,13 +43,11 @@ private:
     void act(Action action);
     void askForCode();
     void changeAccessPoint();
-    void choose(const Modem& modem);
 
     DeviceEvents* m_events;
     Requests m_requests;
     Connector m_connector;
     const Units m_units;
-    Modems m_modems;
     Modem m_modem; ///< in use; id 0 without one
     ConnectionReport m_report;
     QString m_imsi;            ///< of the SIM card that the next value belongs to
@@ -59,7 +56,6 @@ private:
     bool m_isShown = false;    ///< isVisible() is true for minimised windows too
     QTimer m_everySecond;      ///< runs while a duration is visible
     OperatorNames* m_names;
-    ModemChooser* m_chooser;
     StatePanel* m_state;
     FactsPanel* m_facts;
     QLabel* m_demonstration;

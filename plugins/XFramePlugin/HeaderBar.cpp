@@ -1,6 +1,7 @@
 #include "HeaderBar.h"
 
 #include "FrameStyle.h"
+#include "ModemChooser.h"
 #include "PluginStatusText.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
@@ -57,7 +58,7 @@ QString modemState(const Modems& modems, bool wasRefused)
     if (modems.isEmpty())
         return text(wasRefused ? "IDS_HEADER_REFUSED_HINT" : "IDS_HEADER_WAITING");
     if (modems.size() > 1)
-        return text("IDS_HEADER_LAST_USED");
+        return text("IDS_HEADER_IN_USE").arg(modems.size());
     const QString port = modems.first().port;
     return port.isEmpty() ? text("IDS_HEADER_ATTACHED") : text("IDS_HEADER_ATTACHED_AT").arg(port);
 }
@@ -66,7 +67,7 @@ QString modemName(const Modems& modems, bool wasRefused)
 {
     if (modems.isEmpty())
         return text(wasRefused ? "IDS_HEADER_REFUSED" : "IDS_HEADER_NO_MODEM");
-    return modems.size() == 1 ? modems.first().name : text("IDS_HEADER_MODEMS").arg(modems.size());
+    return modems.first().name;
 }
 
 } // namespace
@@ -75,6 +76,7 @@ HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
     , m_picture(new QLabel)
     , m_modem(makeValue(1.5, QFont::DemiBold))
+    , m_chooser(new ModemChooser)
     , m_modemState(makeValue(1.0, QFont::Normal))
     , m_operator(makeValue(1.1, QFont::DemiBold))
     , m_key(makeValue(1.1, QFont::DemiBold))
@@ -98,6 +100,7 @@ QLayout* HeaderBar::makeModemColumn()
     column->setSpacing(2);
     Look::makeQuiet(m_modemState);
     column->addWidget(m_modem);
+    column->addWidget(m_chooser);
     column->addWidget(m_modemState);
     keepTranslated(m_modem, [this] { m_modem->setAccessibleName(text("IDS_HEADER_MODEM")); });
     return column;
@@ -158,6 +161,10 @@ void HeaderBar::refresh()
 {
     const auto& [modems, key, wasRefused] = m_situation;
     m_modem->setFullText(modemName(modems, wasRefused));
+    m_modem->setVisible(modems.size() < 2);
+    m_chooser->setVisible(modems.size() > 1);
+    if (modems.size() > 1)
+        m_chooser->showModems(modems);
     m_modemState->setFullText(modemState(modems, wasRefused));
     m_operator->setFullText(operatorInWords());
     m_key->setFullText(keyInWords(key));

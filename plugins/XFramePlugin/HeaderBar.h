@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class ElidedLabel;
+class ModemChooser;
 class QLabel;
 class QToolButton;
 
@@ -43,7 +44,8 @@ private:
     bool m_isTitle = false;
     bool m_isCompact = false;
     QLabel* m_picture;
-    ElidedLabel* m_modem;
+    ElidedLabel* m_modem; ///< replaced by the next one if there are several
+    ModemChooser* m_chooser;
     ElidedLabel* m_modemState;
     ElidedLabel* m_operator;
     ElidedLabel* m_key;

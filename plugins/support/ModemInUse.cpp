@@ -40,6 +40,12 @@ Modem modemInUse(const Modems& modems)
     });
 }
 
+Modem modemInUse()
+{
+    const Modems modems = attachedModems();
+    return modems.isEmpty() ? Modem() : modemInUse(modems);
+}
+
 void rememberModem(const Modem& modem)
 {
     store(NameKey, modem.name);

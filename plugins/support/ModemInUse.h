@@ -11,6 +11,9 @@ QString lastUsedModem();
 /// The one of these modems that is in use, otherwise the first; `modems` must not be empty. Any thread.
 Modem modemInUse(const Modems& modems);
 
+/// The same for the attached modems; a modem with id 0 if there is none. Any thread.
+Modem modemInUse();
+
 /// Remembers that a modem is in use. Any thread.
 void rememberModem(const Modem& modem);
 

@@ -13,6 +13,8 @@ namespace {
 constexpr int ShortestPin = 4;
 constexpr int LongestPin = 8;
 constexpr int PukLength = 8;
+constexpr int ShortestNetwork = 5;
+constexpr int LongestNetwork = 6;
 
 bool isDigits(const char16_t* text, int shortest, int longest)
 {
@@ -146,4 +148,21 @@ long QRVL_DevSrv_CancelUssd(uint32_t device, uint32_t* request)
     if (!prepare(request))
         return QRVL_ERROR_ARGUMENT;
     return start(requestFor(Request::CancelUssd, device), request);
+}
+
+long QRVL_DevSrv_ScanNetworks(uint32_t device, uint32_t* request)
+{
+    if (!prepare(request))
+        return QRVL_ERROR_ARGUMENT;
+    return start(requestFor(Request::ScanNetworks, device), request);
+}
+
+long QRVL_DevSrv_Register(uint32_t device, const char16_t* network, uint32_t* request)
+{
+    const bool isAutomatic = isEmpty(network);
+    if (!prepare(request) || (!isAutomatic && !isDigits(network, ShortestNetwork, LongestNetwork)))
+        return QRVL_ERROR_ARGUMENT;
+    Request registration = requestFor(Request::Register, device);
+    registration.target = isAutomatic ? QString() : textOf(network);
+    return start(std::move(registration), request);
 }

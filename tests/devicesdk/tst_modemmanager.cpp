@@ -46,6 +46,17 @@ QString sendUssd(const char16_t* code)
         [=](uint32_t device, uint32_t* request) { return QRVL_DevSrv_SendUssd(device, code, request); });
 }
 
+QString scanNetworks()
+{
+    return outcome(&QRVL_DevSrv_ScanNetworks);
+}
+
+QString registerIn(const char16_t* network)
+{
+    return outcome(
+        [=](uint32_t device, uint32_t* request) { return QRVL_DevSrv_Register(device, network, request); });
+}
+
 AtModem::Sim lockedSim(int pinTries)
 {
     AtModem::Sim sim;
@@ -70,6 +81,7 @@ private slots:
     void receivedMessages();
     void sentMessages();
     void serviceCodes();
+    void networks();
     void withoutBus();
 };
 
@@ -209,6 +221,30 @@ void tst_ModemManager::serviceCodes()
     modem->setReply("+CUSD", "0,\"00620079\",72");
     QCOMPARE(sendUssd(u"1"), "0 by");
     QCOMPARE(values({"ussd"}), "idle");
+}
+
+void tst_ModemManager::networks()
+{
+    const auto modem = plugReady();
+    QTRY_COMPARE_WITH_TIMEOUT(values({"registration", "message-storage", "message-storages"}), "home sim sim",
+                              Patience);
+    QCOMPARE(values({"network-choice"}), "2");
+    modem->setReply("AT+COPS=?", "+COPS: (2,\"northtel\",\"nt\",\"26201\",2),(1,\"\",\"bw\",\"26202\",7),"
+                                 "(3,\"Greyline\",\"gl\",\"26207\",0),,(0,1,2,3,4),(0,1,2)");
+    QStringList lines = scanNetworks().mid(2).split('\n');
+    lines.sort();
+    QCOMPARE(lines.join('|'), "26201\tcurrent\tumts\tnorthtel|26202\tavailable\tlte\tbw|"
+                              "26207\tforbidden\tgsm\tGreyline");
+    modem->setReply("AT+COPS=1,2,\"26207\"", "+CME ERROR: 32");
+    QCOMPARE(registerIn(u"26207"), QString::number(QRVL_ERROR_REFUSED));
+    QCOMPARE(values({"registration", "network", "network-choice"}), "idle 2 2");
+    modem->setReply("AT+COPS? 2", "+COPS: 1,2,\"26202\",7");
+    QCOMPARE(registerIn(u"26202"), "0");
+    QTRY_COMPARE_WITH_TIMEOUT(values({"network", "network-choice"}), "26202 manual", Patience);
+    QCOMPARE(registerIn(nullptr), "0");
+    QCOMPARE(values({"network-choice"}), "automatic");
+    modem->setReply("AT+COPS=?", "+CME ERROR: 30");
+    QCOMPARE(scanNetworks(), QString::number(QRVL_ERROR_NO_COVERAGE));
 }
 
 void tst_ModemManager::withoutBus()

@@ -128,6 +128,18 @@ Ask deletion(const QString& identifier)
     };
 }
 
+long scanNetworks(uint32_t* request)
+{
+    return QRVL_DevSrv_ScanNetworks(modemId, request);
+}
+
+Ask registration(const char16_t* network)
+{
+    return [=](uint32_t* request) {
+        return QRVL_DevSrv_Register(modemId, network, request);
+    };
+}
+
 QRVL_AccessPoint homeOnly()
 {
     return {u"internet", nullptr, u"secret", QRVL_CONNECT_HOME_ONLY, 0};
@@ -141,13 +153,13 @@ class tst_Requests : public QObject
 
 private slots:
     void initTestCase();
-    /// On Windows the file cannot be removed while the service reads it.
-    void cleanup() { QTRY_VERIFY(QFile::remove(file()) || !QFile::exists(file())); }
+    void cleanup();
 
     void connection();
     void unlocking();
     void messages();
     void serviceCodes();
+    void networks();
     void cancelled();
     void refusedAtOnce();
     void statesOfModems();
@@ -172,6 +184,13 @@ void tst_Requests::initTestCase()
 {
     qputenv("QRVL_SIMULATOR_FILE", file().toUtf8());
     QCOMPARE(QRVL_DevSrv_RegisterDevMgrCallback(&record), long(QRVL_OK));
+}
+
+/// The next test begins with no request under way. On Windows the file cannot be removed while the service reads it.
+void tst_Requests::cleanup()
+{
+    QTRY_VERIFY(QFile::remove(file()) || !QFile::exists(file()));
+    QTRY_COMPARE(value("state", modemId), QString::number(QRVL_ERROR_NO_DEVICE));
 }
 
 void tst_Requests::simulate(const QString& lines, const QString& others) const
@@ -296,6 +315,35 @@ void tst_Requests::serviceCodes()
     QCOMPARE(outcome(ussd(u"*1#"), {"ussd"}), "0 1: a\n2: b reply");
     QCOMPARE(outcome([](uint32_t* request) { return QRVL_DevSrv_CancelUssd(modemId, request); }), "0");
     QCOMPARE(outcome(ussd(u"2"), {"ussd"}), "12 idle");
+}
+
+void tst_Requests::networks()
+{
+    const QString around = "[network 26201]\nname=Home\ntechnology=lte\n[network 26202]\nname=Other\n"
+                           "[network 26207]\nforbidden=true\n[network 20801]\n";
+    simulate("network=26203\nnetwork-name=Here\ntechnology=umts", around);
+    QCOMPARE(outcome(scanNetworks), "0 26203\tcurrent\tumts\tHere\n26201\tavailable\tlte\tHome\n"
+                                    "26202\tavailable\t\tOther\n26207\tforbidden");
+    const std::pair<const char16_t*, QString> rows[] = {
+        {u"26202", "0 26202 Other 2 manual"},
+        {u"26207", "12 26202 Other 2 manual"},
+        {u"26209", "11 26202 Other 2 manual"},
+        {u"2620", "not started 1 0 26202 Other 2 manual"},
+        {u"2620x", "not started 1 0 26202 Other 2 manual"},
+        {nullptr, "0 26201 Home lte automatic"},
+        {u"26201", "0 26201 Home lte manual"},
+        {u"", "0 26201 Home lte automatic"},
+    };
+    for (const auto& [network, expected] : rows)
+        QCOMPARE(outcome(registration(network), {"network", "network-name", "technology", "network-choice"}),
+                 expected);
+    simulate("sim=pin\nnetwork=26201", around);
+    QCOMPARE(outcome(scanNetworks) + outcome(registration(nullptr)) + value("network-choice"), "882");
+    simulate({}); // there is no network
+    QCOMPARE(outcome(registration(nullptr)), "11");
+    simulate("network=26201\nrequest-time=50000", around);
+    QVERIFY(started(scanNetworks) != 0);
+    QCOMPARE(outcome(registration(nullptr)), "not started 6 0");
 }
 
 /// Every request that was accepted ends exactly once, whatever happens to it.

@@ -1,58 +1,22 @@
 #include "devices/DeviceService.h"
 
 #include "Log.h"
+#include "devices/DeviceChanges.h"
 
 #include <algorithm>
 #include <thread>
 
 using namespace std::chrono_literals;
 
+using DeviceChanges::availableOf;
+using DeviceChanges::hasId;
+using DeviceChanges::unusableOf;
+
 namespace {
 
 constexpr auto DetectionTime = 300ms; // as real modems need; gives callers time to wait for the answer
 constexpr auto Patience = 2s;
 constexpr std::size_t DetectionsAtOnce = 2;
-
-Modems inState(const Modems& modems, Modem::State state)
-{
-    Modems found;
-    std::copy_if(modems.begin(), modems.end(), std::back_inserter(found),
-                 [&](const Modem& modem) { return modem.state == state; });
-    return found;
-}
-
-Modems unusableOf(const Modems& modems)
-{
-    return (inState(modems, Modem::Rejected) + inState(modems, Modem::Failed)).mid(0, QRVL_MAX_DEVICES);
-}
-
-Modems availableOf(const Modems& modems)
-{
-    return inState(modems, Modem::Attached).mid(0, QRVL_MAX_DEVICES);
-}
-
-bool hasId(const Modems& modems, quint32 id)
-{
-    return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) { return modem.id == id; });
-}
-
-/// Whether one of the modems is in neither of the other lists.
-bool isAnyMissing(const Modems& modems, const Modems& here, const Modems& orHere = {})
-{
-    return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) {
-        return !hasId(here, modem.id) && !hasId(orHere, modem.id);
-    });
-}
-
-/// Whether a modem that is in both lists has different values in them.
-bool isAnyChanged(const Modems& before, const Modems& after, ModemValues Modem::*values)
-{
-    return std::any_of(after.begin(), after.end(), [&](const Modem& modem) {
-        return std::any_of(before.begin(), before.end(), [&](const Modem& old) {
-            return old.id == modem.id && old.*values != modem.*values;
-        });
-    });
-}
 
 bool isAnyCounting(const Modems& modems)
 {
@@ -72,27 +36,6 @@ Modem serviceAsModem(const ModemValues& values)
 }
 
 } // namespace
-
-QVector<int> eventsBetween(const DeviceState& before, const DeviceState& after, bool reportAnyway)
-{
-    const Modems availableBefore = availableOf(before.modems);
-    const Modems available = availableOf(after.modems);
-    const Modems rejected = inState(after.modems, Modem::Rejected);
-    const Modems failed = inState(after.modems, Modem::Failed);
-    QVector<int> events;
-    if (isAnyMissing(availableBefore, available, rejected) ||
-        isAnyMissing(failed, inState(before.modems, Modem::Failed)))
-        events.append(QRVL_EVENT_DEV_DEVICE_INVALID);
-    if (isAnyMissing(rejected, inState(before.modems, Modem::Rejected)))
-        events.append(QRVL_EVENT_DEV_REJECT);
-    if (reportAnyway || available != availableBefore)
-        events.append(QRVL_EVENT_DEV_DETECTED);
-    if (before.service != after.service || isAnyChanged(availableBefore, available, &Modem::status))
-        events.append(QRVL_EVENT_DEV_STATUS);
-    if (isAnyChanged(availableBefore, available, &Modem::messages))
-        events.append(QRVL_EVENT_DEV_MESSAGES);
-    return events;
-}
 
 DeviceService::DeviceService(std::unique_ptr<Backend> backend)
     : m_backend(std::move(backend))
@@ -237,7 +180,7 @@ void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
     QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
-        events = eventsBetween(m_state, state, reportAnyway);
+        events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
         m_state = state;
         abandoned = m_requests.withoutDevice(
             [&](quint32 device) { return hasId(availableOf(m_state.modems), device); });

@@ -7,12 +7,23 @@
 /// Something that was asked of a modem, see the requests in qrvl.h.
 struct Request
 {
-    enum Kind { Connect, Disconnect, EnterPin, EnterPuk, SendMessage, DeleteMessage, SendUssd, CancelUssd };
+    enum Kind {
+        Connect,
+        Disconnect,
+        EnterPin,
+        EnterPuk,
+        SendMessage,
+        DeleteMessage,
+        SendUssd,
+        CancelUssd,
+        ScanNetworks,
+        Register,
+    };
 
     Kind kind = Connect;
     quint32 device = 0;
     quint32 number = 0;
-    QString target; ///< access point, recipient, identifier of a message, or service code
+    QString target; ///< access point, recipient, identifier of a message, service code, or code of a network
     QString text;   ///< user of the access point, or text of a message
     Secret secret;  ///< password, PIN or PUK
     Secret newPin;

@@ -6,15 +6,20 @@
 
 namespace {
 
-/// Requests of one kind exclude each other, as do both ways to unlock. Messages may be sent and deleted in any
-/// number.
+/// The first of the kinds that a modem cannot carry out at the same time: both ways to unlock, and to look for
+/// networks while it registers in one.
+Request::Kind groupOf(Request::Kind kind)
+{
+    if (kind == Request::EnterPuk)
+        return Request::EnterPin;
+    return kind == Request::Register ? Request::ScanNetworks : kind;
+}
+
+/// Messages may be sent and deleted in any number.
 bool exclude(Request::Kind a, Request::Kind b)
 {
-    const auto unlocks = [](Request::Kind kind) {
-        return kind == Request::EnterPin || kind == Request::EnterPuk;
-    };
     const bool isFree = a == Request::SendMessage || a == Request::DeleteMessage;
-    return (a == b && !isFree) || (unlocks(a) && unlocks(b));
+    return !isFree && groupOf(a) == groupOf(b);
 }
 
 } // namespace

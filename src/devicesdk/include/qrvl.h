@@ -202,6 +202,8 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  *   network-name        its name as the modem reports it; it may be an abbreviation
  *   signal              signal strength, 0 to 100
  *   technology          gsm, gprs, edge, umts, hspa, hspa+, lte, 5g: the fastest in use
+ *   network-choice      automatic (the modem chooses the network) or manual. Missing while it is unknown; real modems
+ *                       report it only after QRVL_DevSrv_Register().
  *
  * The connection to the Internet:
  *   connection          disconnected, connecting, connected, disconnecting
@@ -217,6 +219,8 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  *   ussd                idle; active (waiting for the network); reply (the network waits for an answer)
  *
  * Text messages:
+ *   message-storage     where new messages are stored: sim, modem or both
+ *   message-storages    where they can be stored, separated by spaces
  *   messages            identifiers of the received messages, oldest first, separated by spaces
  *   sent-messages       identifiers of the messages that were or are being sent, oldest first
  *   message.ID.sender   sender of the received message with that identifier
@@ -319,6 +323,17 @@ QRVL_API long QRVL_DevSrv_SendUssd(uint32_t device, const char16_t* text, uint32
 /* Ends the dialogue with the network; then "ussd" is "idle". A request that waits for the network ends with
  * QRVL_ERROR_CANCELLED. Without a dialogue it succeeds. */
 QRVL_API long QRVL_DevSrv_CancelUssd(uint32_t device, uint32_t* request);
+
+/* Looks for networks. That can take minutes, and modems may interrupt their connection meanwhile. RequestEnd.text has a
+ * line for each network: its code (MCC and MNC), its state, its technology as in "technology", and its name, separated by
+ * tabs. Technology and name may be empty. The state is current, available, forbidden (to this SIM) or unknown. The
+ * order means nothing, and a network may appear once for each technology. */
+QRVL_API long QRVL_DevSrv_ScanNetworks(uint32_t device, uint32_t* request);
+
+/* Registers the modem in the network with this code, 5 or 6 digits, and only there from now on; if it is null or empty,
+ * lets the modem choose again. QRVL_ERROR_BUSY also while networks are looked for. Other ends: QRVL_ERROR_NO_COVERAGE if
+ * the network is not there, _REFUSED. Modems may be in no network after a failure. */
+QRVL_API long QRVL_DevSrv_Register(uint32_t device, const char16_t* network, uint32_t* request);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -7,6 +7,7 @@ void DBusTypes::declare()
 {
     qDBusRegisterMetaType<VariantMaps>();
     qDBusRegisterMetaType<ManagedObjects>();
+    qDBusRegisterMetaType<VariantMapList>();
 }
 
 QDBusConnection DBusTypes::connectToBus()

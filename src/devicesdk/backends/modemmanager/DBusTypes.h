@@ -13,6 +13,9 @@ Q_DECLARE_METATYPE(VariantMaps)
 using ManagedObjects = QMap<QDBusObjectPath, VariantMaps>;
 Q_DECLARE_METATYPE(ManagedObjects)
 
+/// A list of maps: aa{sv}.
+using VariantMapList = QList<QVariantMap>;
+
 namespace DBusTypes {
 
 /// Lets Qt read and write the types above. May be called again.

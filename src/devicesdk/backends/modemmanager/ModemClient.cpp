@@ -38,6 +38,7 @@ ModemClient::ModemClient(const QDBusConnection& bus, const Customization& rules)
     connect(&m_mirror, &DBusMirror::objectChanged, this, &ModemClient::noteChange);
     connect(&m_mirror, &DBusMirror::presenceChanged, this, &ModemClient::schedule);
     connect(&m_requests, &ModemRequests::ended, this, &ModemClient::noteEnd);
+    connect(&m_requests, &ModemRequests::networkChosen, this, &ModemClient::noteChoice);
     connect(&m_network, &NetworkClient::ended, this, &ModemClient::noteEnd);
     connect(&m_network, &NetworkClient::changed, this, &ModemClient::schedule);
 }
@@ -52,6 +53,14 @@ void ModemClient::noteEnd(const QString& modem, const RequestEnd& end)
 {
     m_ends.emplace_back(modem, end);
     schedule();
+}
+
+/// ModemManager does not report how a modem chooses its network, so this is only known after a request.
+void ModemClient::noteChoice(const QString& modem, bool isManual)
+{
+    const auto followed = m_modems.find(modem);
+    if (followed != m_modems.end())
+        followed->second.networkChoice = isManual ? QStringLiteral("manual") : QStringLiteral("automatic");
 }
 
 void ModemClient::begin(const Request& request)
@@ -162,6 +171,8 @@ Modem ModemClient::snapshot(const QString& path, Followed& followed) const
     modem.name.clear(); // the path, which changes
     modem.messages = followed.messages.values(m_mirror);
     modem.trafficInterface = m_network.interfaceOf(path);
+    if (!followed.networkChoice.isEmpty())
+        modem.status.insert(QStringLiteral("network-choice"), followed.networkChoice);
     const ModemValues connection = m_network.values(path);
     for (auto value = connection.cbegin(); value != connection.cend(); ++value)
         modem.status.insert(value.key(), value.value());

@@ -34,10 +34,12 @@ private:
         QString sim;
         bool isLocked = false;
         bool wasEnabled = false; // this was tried
+        QString networkChoice;   // empty while it is unknown
         ModemMessages messages;
     };
 
     void noteChange(const QString& path);
+    void noteChoice(const QString& modem, bool isManual);
     void noteEnd(const QString& modem, const RequestEnd& end);
     void schedule() { m_publishing.start(); }
     void publish();

@@ -52,6 +52,18 @@ constexpr Name Dialogues[] = {
     {MM_MODEM_3GPP_USSD_SESSION_STATE_USER_RESPONSE, "reply"},
 };
 
+constexpr Name Availabilities[] = {
+    {MM_MODEM_3GPP_NETWORK_AVAILABILITY_AVAILABLE, "available"},
+    {MM_MODEM_3GPP_NETWORK_AVAILABILITY_CURRENT, "current"},
+    {MM_MODEM_3GPP_NETWORK_AVAILABILITY_FORBIDDEN, "forbidden"},
+};
+
+constexpr Name Storages[] = {
+    {MM_SMS_STORAGE_SM, "sim"},
+    {MM_SMS_STORAGE_ME, "modem"},
+    {MM_SMS_STORAGE_MT, "both"},
+};
+
 template <std::size_t size>
 QString nameOf(uint number, const Name (&names)[size], const char* fallback)
 {
@@ -101,6 +113,16 @@ QString ModemNames::connection(int state)
 QString ModemNames::dialogue(uint state)
 {
     return nameOf(state, Dialogues, "idle");
+}
+
+QString ModemNames::availability(uint state)
+{
+    return nameOf(state, Availabilities, "unknown");
+}
+
+QString ModemNames::storage(uint storage)
+{
+    return nameOf(storage, Storages, "");
 }
 
 QString ModemNames::technology(uint flags)

@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "backends/modemmanager/DBusResults.h"
+#include "backends/modemmanager/NetworkDevice.h"
 #include "backends/modemmanager/NetworkStates.h"
 #include "networkproxy.h"
 #include "qrvl.h"
@@ -17,11 +18,7 @@ namespace {
 
 const char Service[] = "org.freedesktop.NetworkManager";
 const char Path[] = "/org/freedesktop/NetworkManager";
-const char DeviceInterface[] = "org.freedesktop.NetworkManager.Device";
-const char ActiveInterface[] = "org.freedesktop.NetworkManager.Connection.Active";
-const char AddressInterface[] = "org.freedesktop.NetworkManager.IP4Config";
 const char Nothing[] = "/"; // a path
-constexpr uint ModemDevice = 8;
 
 /// The settings of a new connection. NetworkManager forgets it when it ends, so no password is stored.
 VariantMaps settingsFor(const Request& request, const QString& password)
@@ -44,9 +41,7 @@ VariantMaps settingsFor(const Request& request, const QString& password)
 } // namespace
 
 NetworkClient::NetworkClient(const QDBusConnection& bus)
-    : m_mirror(
-          bus, QLatin1String(Service), QStringLiteral("/org/freedesktop"),
-          {QLatin1String(DeviceInterface), QLatin1String(ActiveInterface), QLatin1String(AddressInterface)})
+    : m_mirror(bus, QLatin1String(Service), QStringLiteral("/org/freedesktop"), NetworkDevice::interfaces())
 {
     connect(&m_mirror, &DBusMirror::objectChanged, this, &NetworkClient::follow);
     connect(&m_mirror, &DBusMirror::presenceChanged, this, [this] {
@@ -54,29 +49,28 @@ NetworkClient::NetworkClient(const QDBusConnection& bus)
             loseService();
         Q_EMIT changed();
     });
-    m_mirror.connectTo(QLatin1String(DeviceInterface), QStringLiteral("StateChanged"), this,
+    m_mirror.connectTo(QLatin1String(NetworkDevice::Interface), QStringLiteral("StateChanged"), this,
                        SLOT(onStateChanged(uint, uint, uint, QDBusMessage)));
 }
 
 ModemValues NetworkClient::values(const QString& modem) const
 {
-    if (deviceOf(modem).isEmpty())
+    const NetworkDevice device = deviceOf(modem);
+    if (!device.isKnown())
         return {};
     const Link link = m_links.value(modem);
-    const bool isWaiting = link.connecting != 0 && stateOf(modem) != NetworkStates::Activated;
+    const bool isWaiting = link.connecting != 0 && device.state() != NetworkStates::Activated;
     const QString state =
-        isWaiting ? QStringLiteral("connecting") : NetworkStates::connectionText(stateOf(modem));
+        isWaiting ? QStringLiteral("connecting") : NetworkStates::connectionText(device.state());
     ModemValues values = {{QStringLiteral("connection"), state}};
     if (link.error != QRVL_OK && state == QLatin1String("disconnected"))
         values.insert(QStringLiteral("connection.error"), QString::number(link.error));
     if (state != QLatin1String("connected"))
         return values;
-    const QString active = deviceValue(modem, "ActiveConnection").value<QDBusObjectPath>().path();
     const std::pair<const char*, QString> details[] = {
         {"connection.since", link.since != 0 ? QString::number(link.since) : QString()},
-        {"connection.address", addressOf(modem)},
-        {"connection.name",
-         m_mirror.value(active, QLatin1String(ActiveInterface), QStringLiteral("Id")).toString()},
+        {"connection.address", device.address()},
+        {"connection.name", device.connectionName()},
     };
     for (const auto& [key, value] : details) {
         if (!value.isEmpty())
@@ -87,8 +81,8 @@ ModemValues NetworkClient::values(const QString& modem) const
 
 QString NetworkClient::interfaceOf(const QString& modem) const
 {
-    return stateOf(modem) == NetworkStates::Activated ? deviceValue(modem, "IpInterface").toString()
-                                                      : QString();
+    const NetworkDevice device = deviceOf(modem);
+    return device.state() == NetworkStates::Activated ? device.interface() : QString();
 }
 
 void NetworkClient::begin(const Request& request, const QString& modem)
@@ -101,29 +95,27 @@ void NetworkClient::begin(const Request& request, const QString& modem)
 
 void NetworkClient::connectModem(const Request& request, const QString& modem)
 {
-    const QString device = deviceOf(modem);
+    const NetworkDevice device = deviceOf(modem);
     Link& link = m_links[modem];
     link.connecting = request.number;
     link.error = QRVL_OK;
     if (!m_mirror.isPresent())
         return endConnecting(modem, QRVL_ERROR_SERVICE);
-    if (device.isEmpty())
+    if (!device.isKnown())
         return endConnecting(modem, QRVL_ERROR_UNSUPPORTED);
-    if (stateOf(modem) == NetworkStates::Activated)
+    if (device.state() == NetworkStates::Activated)
         return endConnecting(modem, QRVL_OK);
     Q_EMIT changed();
-    if (!NetworkStates::isConnecting(stateOf(modem))) // otherwise another program has begun
+    if (!NetworkStates::isConnecting(device.state())) // otherwise another program has begun
         activate(request, modem, device);
 }
 
 /// Without an access point a connection that the user has set up already is preferred.
-void NetworkClient::activate(const Request& request, const QString& modem, const QString& device)
+void NetworkClient::activate(const Request& request, const QString& modem, const NetworkDevice& device)
 {
     NetworkProxy manager(m_mirror.service(), QLatin1String(Path), m_mirror.bus());
-    const QDBusObjectPath devicePath(device), nothing{QLatin1String(Nothing)};
-    const bool isSetUp =
-        !qdbus_cast<QList<QDBusObjectPath>>(deviceValue(modem, "AvailableConnections")).isEmpty();
-    if (request.target.isEmpty() && isSetUp)
+    const QDBusObjectPath devicePath(device.path()), nothing{QLatin1String(Nothing)};
+    if (request.target.isEmpty() && device.isSetUp())
         return awaitActivation(manager.ActivateConnection(nothing, devicePath, nothing), modem, {});
     const QString password = request.secret.view().toString();
     const QVariantMap options = {{QStringLiteral("persist"), QStringLiteral("volatile")}};
@@ -156,15 +148,15 @@ void NetworkClient::disconnectModem(const Request& request, const QString& modem
     link.error = QRVL_OK;
     if (!m_mirror.isPresent())
         return endDisconnecting(modem, QRVL_ERROR_SERVICE);
-    const QString active = deviceValue(modem, "ActiveConnection").value<QDBusObjectPath>().path();
-    if (active.isEmpty() || active == QLatin1String(Nothing))
+    const QString active = deviceOf(modem).activeConnection();
+    if (active.isEmpty())
         return endDisconnecting(modem, QRVL_OK);
     NetworkProxy manager(m_mirror.service(), QLatin1String(Path), m_mirror.bus());
     auto* const watcher =
         new QDBusPendingCallWatcher(manager.DeactivateConnection(QDBusObjectPath(active)), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [=] {
         watcher->deleteLater();
-        if (watcher->isError() || stateOf(modem) <= NetworkStates::Disconnected)
+        if (watcher->isError() || deviceOf(modem).state() <= NetworkStates::Disconnected)
             endDisconnecting(modem, DBusResults::resultOf(watcher->error()));
     });
 }
@@ -212,20 +204,19 @@ void NetworkClient::finish(const QString& modem, quint32& number, long result)
     const RequestEnd end = {std::exchange(number, 0), result, {}};
     if (end.number == 0)
         return;
-    const QString device = deviceOf(modem);
-    if (device.isEmpty())
+    const NetworkDevice device = deviceOf(modem);
+    if (!device.isKnown())
         Q_EMIT ended(modem, end);
     else
-        m_mirror.fetch(device, QLatin1String(DeviceInterface), [=] { Q_EMIT ended(modem, end); });
+        m_mirror.fetch(device.path(), QLatin1String(NetworkDevice::Interface),
+                       [=] { Q_EMIT ended(modem, end); });
 }
 
 void NetworkClient::follow(const QString& path)
 {
-    const auto value = [&](const char* property) {
-        return m_mirror.value(path, QLatin1String(DeviceInterface), QLatin1String(property));
-    };
-    if (value("DeviceType").toUInt() == ModemDevice) {
-        Link& link = m_links[value("Udi").toString()];
+    const NetworkDevice device(m_mirror, path);
+    if (device.isModem()) {
+        Link& link = m_links[device.modem()];
         if (link.path != path)
             link = {};
         link.path = path;
@@ -243,24 +234,7 @@ void NetworkClient::loseService()
     m_links.clear();
 }
 
-QString NetworkClient::deviceOf(const QString& modem) const
+NetworkDevice NetworkClient::deviceOf(const QString& modem) const
 {
-    const QString path = m_links.value(modem).path;
-    return m_mirror.contains(path, QLatin1String(DeviceInterface)) ? path : QString();
-}
-
-QVariant NetworkClient::deviceValue(const QString& modem, const char* property) const
-{
-    return m_mirror.value(m_links.value(modem).path, QLatin1String(DeviceInterface), QLatin1String(property));
-}
-
-QString NetworkClient::addressOf(const QString& modem) const
-{
-    const QString path = deviceValue(modem, "Ip4Config").value<QDBusObjectPath>().path();
-    const QVariant list =
-        m_mirror.value(path, QLatin1String(AddressInterface), QStringLiteral("AddressData"));
-    QStringList addresses;
-    for (const QVariantMap& address : qdbus_cast<QList<QVariantMap>>(list))
-        addresses.append(address.value(QStringLiteral("address")).toString());
-    return addresses.join(QLatin1Char(' '));
+    return {m_mirror, m_links.value(modem).path};
 }

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+class NetworkDevice;
+
 /// Connects modems through NetworkManager, and follows their connections, whoever made them. Lives on one
 /// thread with an event loop.
 class NetworkClient : public QObject
@@ -52,17 +54,14 @@ private:
 
     void connectModem(const Request& request, const QString& modem);
     void disconnectModem(const Request& request, const QString& modem);
-    void activate(const Request& request, const QString& modem, const QString& device);
+    void activate(const Request& request, const QString& modem, const NetworkDevice& device);
     void awaitActivation(const QDBusPendingCall& call, const QString& modem, QString password);
     void endConnecting(const QString& modem, long result);
     void endDisconnecting(const QString& modem, long result);
     void finish(const QString& modem, quint32& number, long result);
     void follow(const QString& path);
     void loseService();
-    QString deviceOf(const QString& modem) const;
-    QVariant deviceValue(const QString& modem, const char* property) const;
-    uint stateOf(const QString& modem) const { return deviceValue(modem, "State").toUInt(); }
-    QString addressOf(const QString& modem) const;
+    NetworkDevice deviceOf(const QString& modem) const;
 
     DBusMirror m_mirror;
     QHash<QString, Link> m_links; // by the modem's path in ModemManager

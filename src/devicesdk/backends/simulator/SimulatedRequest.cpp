@@ -1,60 +1,22 @@
 #include "backends/simulator/SimulatedRequest.h"
 
-#include "backends/simulator/SimulatorFile.h"
-#include "files/IniDocument.h"
+#include "backends/simulator/FileModem.h"
+#include "backends/simulator/SimulatedNetworks.h"
+#include "backends/simulator/SimulatedValues.h"
 #include "qrvl.h"
 
 #include <QDateTime>
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
-
-constexpr int PinTries = 3;
-constexpr int PukTries = 10;
-
-/// The modem of a request, in the simulator's file.
-class FileModem
-{
-public:
-    FileModem(const QString& name, IniDocument& document)
-        : m_name(name)
-        , m_section(SimulatorFile::sectionOf(name))
-        , m_document(document)
-    {
-    }
-
-    const QString& name() const { return m_name; }
-    QString value(const char* key, const QString& fallback = {}) const
-    {
-        const QString* const found = m_document.find(m_section, QLatin1String(key));
-        return found && !found->isEmpty() ? *found : fallback;
-    }
-    int number(const char* key, int fallback) const { return value(key, QString::number(fallback)).toInt(); }
-    void set(const char* key, const QString& value) { m_document.set(m_section, QLatin1String(key), value); }
-    void set(const char* key, int value) { set(key, QString::number(value)); }
-
-    QString sim() const
-    {
-        return value("sim", value("imsi").isEmpty() ? QStringLiteral("absent") : QStringLiteral("ready"));
-    }
-    IniDocument& document() { return m_document; }
-
-private:
-    QString m_name;
-    QString m_section;
-    IniDocument& m_document;
-};
 
 /// Why nothing can be done that needs the network; QRVL_OK if it can.
 long networkResult(const FileModem& modem)
 {
-    const QString sim = modem.sim();
-    if (sim == QLatin1String("absent") || sim == QLatin1String("error"))
-        return QRVL_ERROR_NO_SIM;
-    if (sim != QLatin1String("ready"))
-        return QRVL_ERROR_LOCKED;
+    const long simResult = modem.simResult();
+    if (simResult != QRVL_OK)
+        return simResult;
     if (modem.value("network").isEmpty())
         return QRVL_ERROR_NO_COVERAGE;
     return SimulatorFile::failureOf(modem.value("failure"));
@@ -65,17 +27,13 @@ RequestEnd ended(const Request& request, long result, const QString& text = {})
     return {request.number, result, text};
 }
 
-bool isRoaming(const QString& imsi, const QString& network)
-{
-    return !imsi.startsWith(network);
-}
-
 RequestEnd connectModem(const Request& request, FileModem modem, QString&)
 {
     if (modem.value("connection") == QLatin1String("connected"))
         return ended(request, QRVL_OK);
     long result = networkResult(modem);
-    if (result == QRVL_OK && request.isHomeOnly && isRoaming(modem.value("imsi"), modem.value("network")))
+    if (result == QRVL_OK && request.isHomeOnly &&
+        SimulatedValues::isRoaming(modem.value("imsi"), modem.value("network")))
         result = QRVL_ERROR_ROAMING;
     const bool isConnected = result == QRVL_OK;
     modem.set("connection", isConnected ? QStringLiteral("connected") : QStringLiteral("disconnected"));
@@ -117,7 +75,7 @@ RequestEnd enterPin(const Request& request, FileModem modem, QString&)
     if (sim != QLatin1String("pin"))
         return ended(request, sim == QLatin1String("ready") ? QRVL_ERROR_NOT_FOUND : QRVL_ERROR_BLOCKED);
     const QString pin = modem.value("pin", QStringLiteral("1234"));
-    const long result = tryCode(modem, request.secret, pin, "pin-tries", PinTries, "puk");
+    const long result = tryCode(modem, request.secret, pin, "pin-tries", SimulatedValues::PinTries, "puk");
     if (result == QRVL_OK)
         modem.set("sim", QStringLiteral("ready"));
     return ended(request, result);
@@ -129,11 +87,12 @@ RequestEnd enterPuk(const Request& request, FileModem modem, QString&)
         return ended(request,
                      modem.sim() == QLatin1String("blocked") ? QRVL_ERROR_BLOCKED : QRVL_ERROR_NOT_FOUND);
     const QString puk = modem.value("puk", QStringLiteral("12345678"));
-    const long result = tryCode(modem, request.secret, puk, "puk-tries", PukTries, "blocked");
+    const long result =
+        tryCode(modem, request.secret, puk, "puk-tries", SimulatedValues::PukTries, "blocked");
     if (result == QRVL_OK) {
         modem.set("sim", QStringLiteral("ready"));
         modem.set("pin", request.newPin.view().toString()); // this is the SIM
-        modem.set("pin-tries", PinTries);
+        modem.set("pin-tries", SimulatedValues::PinTries);
     }
     return ended(request, result);
 }
@@ -183,30 +142,21 @@ RequestEnd cancelUssd(const Request& request, FileModem, QString& dialogue)
     return ended(request, QRVL_OK);
 }
 
+RequestEnd scanNetworks(const Request& request, FileModem modem, QString&)
+{
+    return SimulatedNetworks::scan(request, modem);
+}
+
+RequestEnd registerModem(const Request& request, FileModem modem, QString&)
+{
+    return SimulatedNetworks::registerIn(request, modem);
+}
+
 using Action = RequestEnd (*)(const Request&, FileModem, QString&);
 
 /// In the order of Request::Kind.
-constexpr Action Actions[] = {connectModem, disconnectModem, enterPin, enterPuk,
-                              sendMessage,  deleteMessage,   sendUssd, cancelUssd};
-
-QString registrationOf(const Modem& modem)
-{
-    const QString network = modem.status.value(QStringLiteral("network"));
-    if (network.isEmpty())
-        return QStringLiteral("searching");
-    return isRoaming(modem.imsi, network) ? QStringLiteral("roaming") : QStringLiteral("home");
-}
-
-/// Without its SIM a modem knows neither the user nor a network.
-void hideSim(Modem& modem)
-{
-    modem.imsi.clear();
-    modem.gid.clear();
-    for (const char* const key : {"network", "network-name", "number", "iccid", "technology"})
-        modem.status.remove(QLatin1String(key));
-    modem.status[QStringLiteral("registration")] = QStringLiteral("idle");
-    modem.status[QStringLiteral("connection")] = QStringLiteral("disconnected");
-}
+constexpr Action Actions[] = {connectModem,  disconnectModem, enterPin,   enterPuk,     sendMessage,
+                              deleteMessage, sendUssd,        cancelUssd, scanNetworks, registerModem};
 
 } // namespace
 
@@ -221,30 +171,4 @@ void SimulatedRequest::deliver(const QString& identifier, IniDocument& document)
     const QString section = SimulatorFile::messageSectionOf(identifier);
     if (document.find(section, QStringLiteral("state")))
         document.set(section, QStringLiteral("state"), QStringLiteral("delivered"));
-}
-
-void SimulatedRequest::completeValues(Modem& modem)
-{
-    const bool isHidden =
-        modem.status.value(QStringLiteral("sim"), QStringLiteral("ready")) != QLatin1String("ready");
-    if (isHidden || modem.status.value(QStringLiteral("connection")) == QLatin1String("disconnected")) {
-        modem.status.remove(QStringLiteral("receive-rate"));
-        modem.status.remove(QStringLiteral("send-rate"));
-    }
-    const auto fallBack = [&](const char* key, const QString& value) {
-        if (!modem.status.contains(QLatin1String(key)))
-            modem.status.insert(QLatin1String(key), value);
-    };
-    modem.status.insert(QStringLiteral("state"), modem.state == Modem::Attached
-                                                     ? QStringLiteral("available")
-                                                     : SimulatorFile::stateText(modem.state));
-    fallBack("sim", modem.imsi.isEmpty() ? QStringLiteral("absent") : QStringLiteral("ready"));
-    fallBack("pin-tries", QString::number(PinTries));
-    fallBack("puk-tries", QString::number(PukTries));
-    fallBack("registration", registrationOf(modem));
-    fallBack("ussd", QStringLiteral("idle"));
-    const bool isOnline = modem.status.contains(QStringLiteral("network"));
-    fallBack("connection", isOnline ? QStringLiteral("connected") : QStringLiteral("disconnected"));
-    if (isHidden)
-        hideSim(modem);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "devices/Modem.h"
 #include "devices/Request.h"
 
 class IniDocument;
@@ -14,9 +13,5 @@ RequestEnd carryOut(const Request& request, const QString& modem, QString& dialo
 
 /// Confirms the delivery of a message that was sent.
 void deliver(const QString& identifier, IniDocument& document);
-
-/// The values of the file with those that follow from them: what the modem reports. Values that need the SIM
-/// are missing while it is locked or absent.
-void completeValues(Modem& modem);
 
 } // namespace SimulatedRequest

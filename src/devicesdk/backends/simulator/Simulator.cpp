@@ -2,6 +2,7 @@
 
 #include "Log.h"
 #include "backends/simulator/SimulatedRequest.h"
+#include "backends/simulator/SimulatedValues.h"
 #include "backends/simulator/SimulatorFile.h"
 #include "backends/simulator/SimulatorStore.h"
 #include "files/IniDocument.h"
@@ -63,102 +64,46 @@ ModemValues Simulator::valuesDuringRequests(const Modem& modem)
     ModemValues values = modem.status;
     if (m_dialogues.contains(modem.id))
         values[QStringLiteral("ussd")] = QStringLiteral("reply");
-    const std::lock_guard lock(m_mutex);
-    for (const Task& task : m_tasks) {
-        const auto kind = task.request.kind;
-        if (task.request.device != modem.id)
-            continue;
-        if (kind == Request::Connect && values[QStringLiteral("connection")] != QLatin1String("connected")) {
-            values[QStringLiteral("connection")] = QStringLiteral("connecting");
-            values.remove(QStringLiteral("connection.error"));
-        }
-        if (kind == Request::Disconnect &&
-            values[QStringLiteral("connection")] != QLatin1String("disconnected"))
-            values[QStringLiteral("connection")] = QStringLiteral("disconnecting");
-        if (kind == Request::SendUssd)
-            values[QStringLiteral("ussd")] = QStringLiteral("active");
-    }
+    m_tasks.showIn(modem.id, values);
     return values;
 }
 
 bool Simulator::wait(Clock::time_point until)
 {
     const Clock::time_point next = nextTask();
-    bool mayDiffer = m_watch.wait(std::min(until, next)) || Clock::now() >= next;
-    const std::lock_guard lock(m_mutex);
-    mayDiffer |= std::exchange(m_haveTasksChanged, false);
-    return mayDiffer;
+    const bool mayDiffer = m_watch.wait(std::min(until, next)) || Clock::now() >= next;
+    return m_tasks.takeChanged() || mayDiffer;
 }
 
 void Simulator::start(Request request)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (request.kind == Request::Disconnect)
-            cancel(Request::Connect, request.device);
-        if (request.kind == Request::CancelUssd)
-            cancel(Request::SendUssd, request.device);
-        m_tasks.push_back({Clock::time_point::min(), std::move(request)});
-        m_haveTasksChanged = true;
-    }
+    m_tasks.add(std::move(request));
     wake();
-}
-
-void Simulator::cancel(Request::Kind kind, quint32 device)
-{
-    const auto isCancelled = [&](const Task& task) {
-        return task.request.kind == kind && task.request.device == device;
-    };
-    const auto task = std::find_if(m_tasks.begin(), m_tasks.end(), isCancelled);
-    if (task == m_tasks.end())
-        return;
-    m_cancelled.append({task->request.number, QRVL_ERROR_CANCELLED, {}});
-    m_tasks.erase(task);
 }
 
 Backend::Clock::time_point Simulator::nextTask()
 {
-    Clock::time_point next = Clock::time_point::max();
+    Clock::time_point next = m_tasks.next(Clock::now(), [this](quint32 id) {
+        const Modem* const modem = modemWithId(id);
+        return std::chrono::milliseconds(modem ? modem->requestTime : 0);
+    });
     for (const Delivery& delivery : m_deliveries)
         next = std::min(next, delivery.due);
-    const Clock::time_point now = Clock::now();
-    const std::lock_guard lock(m_mutex);
-    for (Task& task : m_tasks) {
-        const Modem* const modem = modemWithId(task.request.device);
-        if (task.due == Clock::time_point::min()) // new
-            task.due = now + std::chrono::milliseconds(modem ? modem->requestTime : 0);
-        next = std::min(next, task.due);
-    }
     return next;
 }
 
 QVector<RequestEnd> Simulator::takeEnds()
 {
     const Clock::time_point now = Clock::now();
-    QVector<RequestEnd> ends;
-    for (const Task& task : takeDue(now, ends))
-        ends.append(carryOut(task.request));
+    QVector<RequestEnd> ends = m_tasks.takeCancelled();
+    for (const Request& request : m_tasks.takeDue(now))
+        ends.append(carryOut(request));
     const auto waits = std::partition(m_deliveries.begin(), m_deliveries.end(),
                                       [&](const Delivery& delivery) { return delivery.due > now; });
     for (auto delivery = waits; delivery != m_deliveries.end(); ++delivery)
         deliver(delivery->message);
     m_deliveries.erase(waits, m_deliveries.end());
     return ends;
-}
-
-/// The tasks to carry out now, in the order in which they were started.
-std::vector<Simulator::Task> Simulator::takeDue(Clock::time_point now, QVector<RequestEnd>& cancelled)
-{
-    const std::lock_guard lock(m_mutex);
-    cancelled = std::exchange(m_cancelled, {});
-    const auto isDue = [&](const Task& task) {
-        return task.due != Clock::time_point::min() && task.due <= now;
-    };
-    const auto due =
-        std::stable_partition(m_tasks.begin(), m_tasks.end(), [&](const Task& task) { return !isDue(task); });
-    std::vector<Task> tasks(std::make_move_iterator(due), std::make_move_iterator(m_tasks.end()));
-    m_tasks.erase(due, m_tasks.end());
-    return tasks;
 }
 
 RequestEnd Simulator::carryOut(const Request& request)
@@ -210,7 +155,7 @@ void Simulator::adopt(Modems modems)
     const Clock::time_point now = Clock::now();
     for (Modem& modem : modems) {
         modem.id = idOf(modem);
-        SimulatedRequest::completeValues(modem);
+        SimulatedValues::complete(modem);
         startCounters(modem, now);
     }
     m_modems = std::move(modems);
@@ -229,10 +174,7 @@ void Simulator::forgetRequestsOfMissing()
         const Modem* const modem = modemWithId(id);
         return !modem || modem->state != Modem::Attached;
     };
-    const std::lock_guard lock(m_mutex);
-    m_tasks.erase(std::remove_if(m_tasks.begin(), m_tasks.end(),
-                                 [&](const Task& task) { return isMissing(task.request.device); }),
-                  m_tasks.end());
+    m_tasks.forget(isMissing);
     for (const quint32 id : m_dialogues.keys()) {
         if (isMissing(id))
             m_dialogues.remove(id);

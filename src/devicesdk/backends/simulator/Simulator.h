@@ -1,6 +1,7 @@
 #pragma once
 
 #include "backends/Backend.h"
+#include "backends/simulator/SimulatedTasks.h"
 #include "files/FileWatch.h"
 #include "files/KnownFile.h"
 
@@ -8,7 +9,6 @@
 #include <QPair>
 #include <QStringList>
 
-#include <mutex>
 #include <vector>
 
 /// Modems that exist only in a file, see SimulatorFile. Requests change the file, so that all processes see the
@@ -29,12 +29,6 @@ public:
     QVector<RequestEnd> takeEnds() override;
 
 private:
-    struct Task
-    {
-        Clock::time_point due;
-        Request request;
-    };
-
     /// The delivery of a message.
     struct Delivery
     {
@@ -48,8 +42,6 @@ private:
     void startCounters(Modem& modem, Clock::time_point now) const;
     const Modem* modemWithId(quint32 id) const;
     Clock::time_point nextTask();
-    void cancel(Request::Kind kind, quint32 device);
-    std::vector<Task> takeDue(Clock::time_point now, QVector<RequestEnd>& cancelled);
     RequestEnd carryOut(const Request& request);
     void deliver(const QString& message);
     ModemValues valuesDuringRequests(const Modem& modem);
@@ -61,9 +53,5 @@ private:
     QHash<QPair<QString, QString>, quint32> m_ids; // by name and model: another model is another modem
     QHash<quint32, QString> m_dialogues;           // service codes by modem
     std::vector<Delivery> m_deliveries;
-
-    std::mutex m_mutex; // guards what follows
-    std::vector<Task> m_tasks;
-    QVector<RequestEnd> m_cancelled;
-    bool m_haveTasksChanged = false;
+    SimulatedTasks m_tasks;
 };

@@ -21,7 +21,10 @@ struct CheckedKey
 };
 
 constexpr CheckedKey ImsiKey{"imsi", "[0-9]{1,15}", "digits, 15 at most", true};
+constexpr CheckedKey TechnologyKey{"technology", "gsm|gprs|edge|umts|hspa\\+?|lte|5g",
+                                   "gsm, gprs, edge, umts, hspa, hspa+, lte or 5g"};
 constexpr CheckedKey StatusKeys[] = {
+    TechnologyKey,
     {"network", "[0-9]{5,6}", "5 or 6 digits"},
     {"signal", "[0-9]{1,2}|100", "0 to 100"},
     {"received", "[0-9]{1,15}", "a number of 15 digits at most"},
@@ -29,7 +32,8 @@ constexpr CheckedKey StatusKeys[] = {
     {"receive-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
     {"send-rate", "[0-9]{1,12}", "a number of 12 digits at most"},
     {"network-name", ".*", "one line"},
-    {"technology", "gsm|gprs|edge|umts|hspa\\+?|lte|5g", "gsm, gprs, edge, umts, hspa, hspa+, lte or 5g"},
+    {"network-choice", "automatic|manual", "automatic or manual"},
+    {"message-storage", "sim|modem|both", "sim, modem or both"},
     {"registration", "home|roaming|searching|denied|idle", "home, roaming, searching, denied or idle"},
     {"sim", "ready|absent|pin|puk|blocked|locked|error", "ready, absent, pin, puk, blocked, locked or error"},
     {"pin-tries", "[0-9]", "0 to 9"},
@@ -176,6 +180,8 @@ Modems SimulatorFile::read(const IniDocument& document, QStringList& errors)
             modems.append(readModem(document, section, errors));
             modems.last().messages = readMessages(document, modems.last().name);
         }
+        if (section.startsWith(networkSectionOf({})))
+            checkedValue(document, section, TechnologyKey, errors);
         if (isMessage(section) && section.count(QLatin1Char(' ')) > 1)
             errors.append(
                 QStringLiteral("section [%1] has a space in the identifier of the message").arg(section));
@@ -206,6 +212,11 @@ QString SimulatorFile::freeMessage(const IniDocument& document)
 QString SimulatorFile::ussdSectionOf(const QString& codes)
 {
     return QStringLiteral("ussd ") + codes;
+}
+
+QString SimulatorFile::networkSectionOf(const QString& code)
+{
+    return QStringLiteral("network ") + code;
 }
 
 long SimulatorFile::failureOf(const QString& name)

@@ -30,6 +30,11 @@ class IniDocument;
 ///     [ussd *100# 1]
 ///     answer = Your balance is 4.20
 ///
+///     [network 26202]
+///     name = bluewave
+///     technology = lte
+///     forbidden = true
+///
 /// "model" and "state" (attached, detached, rejected or failed) are required. Identifiers of messages contain
 /// no spaces. Keys with the names of status values are reported as they are, see
 /// QRVL_DevSrv_GetStatusValue(); "received" and "sent" are the values at which the counters start when the
@@ -51,6 +56,9 @@ QString freeMessage(const IniDocument& document);
 
 /// The section of the answer to service codes, separated by spaces, that were sent in one dialogue.
 QString ussdSectionOf(const QString& codes);
+
+/// The section of the network with that code.
+QString networkSectionOf(const QString& code);
 
 /// The result of the C interface for a value of the key "failure"; QRVL_OK for an empty one.
 long failureOf(const QString& name);

@@ -1,0 +1,90 @@
+#include "ModemChooser.h"
+
+#include "support/ModemInUse.h"
+#include "support/Text.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int Widest = 280; ///< in pixels; modems can have names of any length
+constexpr int Narrowest = 80;
+constexpr qreal FontScale = 1.3;
+
+/// Modems of the same model differ by their ports.
+QString nameOf(const Modem& modem)
+{
+    return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
+}
+
+} // namespace
+
+ModemChooser::ModemChooser(QWidget* parent)
+    : QToolButton(parent)
+{
+    setObjectName(QStringLiteral("modemChooser")); // for style sheets
+    setMenu(new QMenu(this));
+    setPopupMode(InstantPopup);
+    setAutoRaise(true);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    QFont larger = font();
+    larger.setPointSizeF(larger.pointSizeF() * FontScale);
+    larger.setWeight(QFont::DemiBold);
+    setFont(larger);
+    hide();
+    keepTranslated(this, [this] { setToolTip(::text("IDS_HEADER_CHOOSE")); });
+}
+
+void ModemChooser::showModems(const Modems& modems)
+{
+    const Modem inUse = modemInUse(modems);
+    if (modems == m_modems && inUse == m_inUse)
+        return; // the menu may be open
+    m_modems = modems;
+    m_inUse = inUse;
+    setText(nameOf(inUse));
+    fillMenu();
+}
+
+void ModemChooser::fillMenu()
+{
+    menu()->clear();
+    auto* group = new QActionGroup(menu());
+    for (const Modem& modem : qAsConst(m_modems)) {
+        QAction* const entry = menu()->addAction(nameOf(modem));
+        entry->setCheckable(true);
+        entry->setChecked(modem == m_inUse);
+        group->addAction(entry);
+        connect(entry, &QAction::triggered, this, [this, modem] { use(modem); });
+    }
+}
+
+QSize ModemChooser::sizeHint() const
+{
+    return QToolButton::sizeHint().boundedTo({Widest, QWIDGETSIZE_MAX});
+}
+
+QSize ModemChooser::minimumSizeHint() const
+{
+    return sizeHint().boundedTo({Narrowest, QWIDGETSIZE_MAX});
+}
+
+void ModemChooser::paintEvent(QPaintEvent*)
+{
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    if (const int lacking = QToolButton::sizeHint().width() - width(); lacking > 0)
+        option.text = fontMetrics().elidedText(option.text, Qt::ElideRight,
+                                               fontMetrics().horizontalAdvance(option.text) - lacking);
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+}
+
+void ModemChooser::use(const Modem& modem)
+{
+    useModem(modem);
+    showModems(Modems(m_modems));
+}
