@@ -2,7 +2,6 @@
 
 #include "FrameStyle.h"
 #include "ModemChooser.h"
-#include "PluginStatusText.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/Text.h"
@@ -17,23 +16,7 @@ namespace {
 
 constexpr int PictureSize = 48;
 constexpr int CompactPictureSize = 32;
-constexpr int LongestValue = 240;
-constexpr int WidthWithFacts = 560; ///< a narrower header has only the modem
-
-/// A quiet caption above a value.
-QLayout* makeFact(const char* caption, QLabel* value)
-{
-    auto* column = new QVBoxLayout;
-    auto* captionLabel = Look::quietLabel(QString());
-    column->setSpacing(2);
-    column->addWidget(captionLabel);
-    column->addWidget(value);
-    keepTranslated(captionLabel, [=] {
-        captionLabel->setText(text(caption));
-        value->setAccessibleName(captionLabel->text());
-    });
-    return column;
-}
+constexpr int LongestValue = 400;
 
 ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {
@@ -78,9 +61,6 @@ HeaderBar::HeaderBar(QWidget* parent)
     , m_modem(makeValue(1.5, QFont::DemiBold))
     , m_chooser(new ModemChooser)
     , m_modemState(makeValue(1.0, QFont::Normal))
-    , m_operator(makeValue(1.1, QFont::DemiBold))
-    , m_key(makeValue(1.1, QFont::DemiBold))
-    , m_facts(makeFacts())
     , m_menuButton(makeMenuButton())
 {
     auto* layout = new QHBoxLayout(this);
@@ -88,7 +68,6 @@ HeaderBar::HeaderBar(QWidget* parent)
     layout->addWidget(m_picture);
     layout->addLayout(makeModemColumn());
     layout->addStretch();
-    layout->addWidget(m_facts);
     layout->addWidget(m_menuButton);
     setCompact(false);
     keepTranslated(this, [this] { refresh(); });
@@ -104,18 +83,6 @@ QLayout* HeaderBar::makeModemColumn()
     column->addWidget(m_modemState);
     keepTranslated(m_modem, [this] { m_modem->setAccessibleName(text("IDS_HEADER_MODEM")); });
     return column;
-}
-
-QWidget* HeaderBar::makeFacts()
-{
-    auto* facts = new QWidget;
-    facts->setMinimumWidth(1); // a narrow window hides them
-    auto* layout = new QHBoxLayout(facts);
-    layout->setContentsMargins(0, 0, Look::Gap, 0);
-    layout->setSpacing(Look::Margin + Look::Gap);
-    layout->addLayout(makeFact("IDS_HEADER_OPERATOR", m_operator));
-    layout->addLayout(makeFact("IDS_HEADER_CUSTOMISED_FOR", m_key));
-    return facts;
 }
 
 void HeaderBar::showSituation(const Situation& situation)
@@ -142,32 +109,18 @@ void HeaderBar::setCompact(bool isCompact)
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
     m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
     layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
-    m_isCompact = isCompact;
-    showFacts();
-}
-
-void HeaderBar::showFacts()
-{
-    m_facts->setVisible(!m_isCompact && width() >= WidthWithFacts);
-}
-
-void HeaderBar::resizeEvent(QResizeEvent* event)
-{
-    showFacts();
-    QWidget::resizeEvent(event);
 }
 
 void HeaderBar::refresh()
 {
-    const auto& [modems, key, wasRefused] = m_situation;
+    const Modems& modems = m_situation.modems;
+    const bool wasRefused = m_situation.wasRefused;
     m_modem->setFullText(modemName(modems, wasRefused));
     m_modem->setVisible(modems.size() < 2);
     m_chooser->setVisible(modems.size() > 1);
     if (modems.size() > 1)
         m_chooser->showModems(modems);
     m_modemState->setFullText(modemState(modems, wasRefused));
-    m_operator->setFullText(operatorInWords());
-    m_key->setFullText(keyInWords(key));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

@@ -9,8 +9,7 @@ class ModemChooser;
 class QLabel;
 class QToolButton;
 
-/// The top of the main window: the attached modem, the operator, what the application is customised for, and
-/// the menu button. A compact or narrow window has only the modem and the button.
+/// The top of the main window: the modem in use, and the button of the main menu.
 class HeaderBar : public QWidget
 {
     Q_OBJECT
@@ -32,23 +31,16 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     QLayout* makeModemColumn();
-    QWidget* makeFacts();
     void refresh();
-    void showFacts();
 
     Situation m_situation;
     bool m_isTitle = false;
-    bool m_isCompact = false;
     QLabel* m_picture;
     ElidedLabel* m_modem; ///< replaced by the next one if there are several
     ModemChooser* m_chooser;
     ElidedLabel* m_modemState;
-    ElidedLabel* m_operator;
-    ElidedLabel* m_key;
-    QWidget* m_facts;
     QToolButton* m_menuButton;
 };

@@ -39,11 +39,11 @@ constexpr Fact Facts[] = {
      [](const QString&) {
          return QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath());
      }},
-    {"IDS_HEADER_OPERATOR",
+    {"IDS_INSTALLATION_OPERATOR",
      [](const QString&) {
          return operatorInWords();
      }},
-    {"IDS_HEADER_CUSTOMISED_FOR", keyInWords},
+    {"IDS_INSTALLATION_CUSTOMISED_FOR", keyInWords},
 };
 
 /// A folder can be long; the others fit.

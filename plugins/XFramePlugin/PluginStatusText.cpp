@@ -164,11 +164,11 @@ QString describeKey(const QString& key)
 
 QString keyInWords(const QString& key)
 {
-    return key.isEmpty() ? text("IDS_HEADER_NO_KEY") : describeKey(key);
+    return key.isEmpty() ? text("IDS_INSTALLATION_NO_KEY") : describeKey(key);
 }
 
 QString operatorInWords()
 {
     const QString name = CommonUtils::GetSettings(QLatin1String("customize"), QLatin1String("operator"));
-    return name.isEmpty() ? text("IDS_HEADER_NO_OPERATOR") : name;
+    return name.isEmpty() ? text("IDS_INSTALLATION_NO_OPERATOR") : name;
 }

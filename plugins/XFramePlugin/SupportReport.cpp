@@ -40,7 +40,8 @@ QString supportReport(const QString& key)
     QStringList lines = {
         versions(),
         fact("IDS_INSTALLATION_FOLDER", QDir::toNativeSeparators(CommonUtils::GetPluginLibraryPath())),
-        fact("IDS_HEADER_OPERATOR", operatorInWords()), fact("IDS_HEADER_CUSTOMISED_FOR", keyInWords(key))};
+        fact("IDS_INSTALLATION_OPERATOR", operatorInWords()),
+        fact("IDS_INSTALLATION_CUSTOMISED_FOR", keyInWords(key))};
     if (const auto* container = dynamic_cast<PluginContainer*>(Startup::GetPluginContainer())) {
         const ConfigurationFaultList faults = container->GetConfigurationFaults();
         for (const ConfigurationFault& fault : faults)
