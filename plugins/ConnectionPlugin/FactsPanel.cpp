@@ -28,6 +28,12 @@ constexpr Fact AllFacts[] = {
     {"IDS_CONN_TRAFFIC", &Facts::traffic, &Facts::volume},
 };
 
+/// The last column has the longest values.
+int stretchOf(int column, int columns)
+{
+    return column == columns - 1 ? 3 : 2;
+}
+
 QWidget* makeCell(const char* caption, ElidedLabel* value)
 {
     auto* cell = new QWidget;
@@ -84,7 +90,7 @@ void FactsPanel::arrange(int columns)
     for (int i = 0; i < m_cells.size(); ++i)
         m_grid->addWidget(m_cells[i], i / columns, i % columns);
     for (int column = 0; column < Columns; ++column)
-        m_grid->setColumnStretch(column, column < columns ? 1 : 0);
+        m_grid->setColumnStretch(column, column < columns ? stretchOf(column, columns) : 0);
 }
 
 void FactsPanel::resizeEvent(QResizeEvent* event)

@@ -13,13 +13,24 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int SideBarWidth = 196;
+constexpr int SmallestSideBar = 196;
+constexpr int LargestSideBar = 300;    ///< longer titles are cut off
 constexpr int NarrowSideBarWidth = 60; ///< for icons only
 constexpr int NarrowArea = 640;        ///< areas narrower than this have a narrow side bar
 constexpr int EntryHeight = 44;
 constexpr int PictureSize = 28;
+constexpr int TitleMargins = PictureSize + 6 * Look::Gap; ///< what an entry needs beside its title
+
+/// The font of the current entry, the wider one.
+QFont currentFont(QFont font)
+{
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
 
 /// Draws an entry: icon and title on a rounded background.
 class EntryDelegate : public QStyledItemDelegate
@@ -66,8 +77,7 @@ void EntryDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& op
                                const QString& title)
 {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
-    QFont font = option.font;
-    font.setWeight(selected ? QFont::DemiBold : QFont::Normal);
+    const QFont font = selected ? currentFont(option.font) : option.font;
     painter->setFont(font);
     painter->setPen(option.palette.color(QPalette::WindowText));
     const QRect place =
@@ -81,7 +91,7 @@ QListWidget* makeSideBar()
 {
     auto* sideBar = new QListWidget;
     sideBar->setItemDelegate(new EntryDelegate(sideBar));
-    sideBar->setFixedWidth(SideBarWidth);
+    sideBar->setFixedWidth(SmallestSideBar);
     sideBar->setFrameShape(QFrame::NoFrame);
     sideBar->viewport()->setBackgroundRole(QPalette::Window);
     sideBar->setMouseTracking(true);
@@ -161,6 +171,7 @@ void SideBarArea::addPage(QWidget* page)
         QListWidgetItem* entry = m_sideBar->item(m_pages->indexOf(page));
         entry->setText(title);
         entry->setToolTip(title);
+        fitSideBar();
     };
     setTitle(page->windowTitle());
     connect(page, &QWidget::windowTitleChanged, this, setTitle);
@@ -192,8 +203,19 @@ void SideBarArea::showPage(QWidget* page)
 
 void SideBarArea::resizeEvent(QResizeEvent* event)
 {
-    m_sideBar->setFixedWidth(event->size().width() < NarrowArea ? NarrowSideBarWidth : SideBarWidth);
+    fitSideBar();
     QWidget::resizeEvent(event);
+}
+
+/// Makes the side bar wide enough for its titles, or for the icons only.
+void SideBarArea::fitSideBar()
+{
+    const QFontMetrics metrics(currentFont(m_sideBar->font()));
+    int longest = 0;
+    for (int row = 0; row < m_sideBar->count(); ++row)
+        longest = std::max(longest, metrics.horizontalAdvance(m_sideBar->item(row)->text()));
+    const int wide = qBound(SmallestSideBar, longest + TitleMargins, LargestSideBar);
+    m_sideBar->setFixedWidth(width() < NarrowArea ? NarrowSideBarWidth : wide);
 }
 
 void SideBarArea::removeEntry(int index)

@@ -29,6 +29,7 @@ private:
     void turnPage(int step);
     void enterPage();
     void fadeIn();
+    void fitSideBar();
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;

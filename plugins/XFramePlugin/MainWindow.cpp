@@ -38,7 +38,7 @@ struct Form
     QSize first;
 };
 
-constexpr Form UsualForm{QLatin1String("geometry"), {560, 360}, {960, 640}};
+constexpr Form UsualForm{QLatin1String("geometry"), {560, 360}, {960, 700}};
 constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
 
 Qt::WindowFlags windowFlags(bool hasOwnFrame)

@@ -42,7 +42,7 @@ const QByteArray Messages =
     "[message 1]\nmodem=Lume V2\nsender=northtel\ntime=2024-03-01T09:15:00\n"
     "text=Welcome! Questions? help@northtel.test\n"
     "[message 2]\nmodem=Lume V2\nsender=+493012345\ntime=2024-03-02T08:05:00\ntext=Hello\n";
-constexpr QSize WindowSize{960, 640};
+constexpr QSize WindowSize{960, 700};
 
 QByteArray setting(const char* name, const QByteArray& fallback)
 {
