@@ -2,6 +2,7 @@
 
 #include "ExtendDialog/ExtendDialog.h"
 
+#include <QPointer>
 #include <QTimer>
 
 class QLabel;
@@ -40,7 +41,7 @@ private:
     void loadDraft(const QString& recipient);
     void keepDraft();
     void dropDraft();
-    bool mayClose();
+    void askBeforeClosing();
     bool isUnsaved() const;
     void press();
     void send();
@@ -56,10 +57,11 @@ private:
     QLabel* m_length;
     QLabel* m_note; ///< what is going on, or has failed
     QPushButton* m_send;
-    QTimer m_keep;      ///< to keep the draft when nothing has been typed for a while
-    QString m_keptFor;  ///< recipient of the draft
-    QString m_keptText; ///< of the draft
-    int m_failure = 0;  ///< of the last attempt, enum QRVL_Result
+    QTimer m_keep;                ///< to keep the draft when nothing has been typed for a while
+    QString m_keptFor;            ///< recipient of the draft
+    QString m_keptText;           ///< of the draft
+    int m_failure = 0;            ///< of the last attempt, enum QRVL_Result
+    QPointer<QWidget> m_question; ///< what is to become of the text
     bool m_isSending = false;
     bool m_isDone = false; ///< may be closed without a question
 };
