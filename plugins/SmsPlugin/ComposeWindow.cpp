@@ -5,6 +5,7 @@
 #include "MessageLength.h"
 #include "Shown.h"
 #include "support/CloseGuard.h"
+#include "support/DialString.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/ModemInUse.h"
@@ -203,9 +204,8 @@ void ComposeWindow::send()
     setSending(true);
     keepDraft();
     m_requests.start(
-        [this](quint32* request) {
-            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(m_keptFor), utf16(m_keptText),
-                                           request);
+        [this, number = dialString(m_keptFor)](quint32* request) {
+            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(number), utf16(m_keptText), request);
         },
         this, [this](const RequestEnd& end) { finish(end.result); });
 }

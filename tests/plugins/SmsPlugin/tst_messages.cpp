@@ -386,7 +386,7 @@ void TestMessages::sending()
     QPointer<ExtendDialog> dialog = compose("Ctrl+R");
     QVERIFY(dialog);
     QCOMPARE(dialog->findChild<QLineEdit*>()->text(), QString("+49(30)1"));
-    fill(dialog, "+49 30 1", "On my way");
+    fill(dialog, "+49 30/1", "On my way");
     const auto note = [&dialog] {
         QStringList texts;
         for (const QLabel* label : dialog->findChildren<QLabel*>())
