@@ -26,7 +26,7 @@ public:
 
     /// Shows a conversation.
     /// @param messages newest first; may be empty
-    /// @param isOther  whether it is not the one before: its newest message becomes the current one
+    /// @param isOther  whether it is another one than before: its newest message becomes the current one
     void setMessages(const Messages& messages, bool isOther);
 
     /// The key of the current message; empty when there is none.
@@ -62,6 +62,7 @@ private:
         int lastBlock;
     };
 
+    void rebuild(bool wasNewest);
     void build();
     void addEarlierLink(QTextCursor& cursor);
     void addMessage(const Message& message, QTextCursor& cursor);

@@ -223,6 +223,11 @@ void TestMessages::conversations()
     QVERIFY(dialog<QTextBrowser>());
     QTRY_COMPARE(dialog<QTextBrowser>()->findChild<QTextBrowser*>()->toPlainText(),
                  QString("Hello from Berlin"));
+    dialog<QTextBrowser>()->close();
+    simulate(Modem + Three + "[message 4]\nmodem=M\nsender=+49 30 1\ntime=2024-03-05T09:00:00\ntext=New\n");
+    QTRY_VERIFY(thread()->toPlainText().endsWith("New"));
+    click("Ctrl+O"); // the chosen message, although a newer one has arrived
+    QCOMPARE(dialog<QTextBrowser>()->findChild<QTextBrowser*>()->toPlainText(), QString("Hello from Berlin"));
 }
 
 /// A message is read once: a text that changes in its place, which no modem does, is not noticed. Deleted ones go.
