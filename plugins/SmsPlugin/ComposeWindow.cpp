@@ -171,7 +171,7 @@ void ComposeWindow::askBeforeClosing()
         this, this, onAnswer);
 }
 
-/// While sending, the window stays: that is over soon, and the text is needed if it fails.
+/// The window stays open while it is sending: if that fails, the text is still there.
 void ComposeWindow::closeEvent(QCloseEvent* event)
 {
     if (m_isSending || isUnsaved()) {
@@ -187,7 +187,7 @@ void ComposeWindow::closeEvent(QCloseEvent* event)
     ExtendDialog::closeEvent(event);
 }
 
-/// The Return key in the field for the recipient, which presses the button, leads to the text.
+/// In the field for the recipient, the Return key, which presses the button, moves the focus to the text.
 void ComposeWindow::press()
 {
     if (m_recipient->hasFocus())

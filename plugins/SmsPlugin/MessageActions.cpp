@@ -28,7 +28,7 @@ bool hasSearchSeparator()
            QLatin1String("false");
 }
 
-/// Deletes the windows of a class; their code is about to be unloaded.
+/// Deletes the windows of a class, because their code is about to be unloaded.
 template <typename Window>
 void deleteWindows(const QWidget& parent)
 {
@@ -59,7 +59,7 @@ void MessagesPage::run(Command command)
     const Message* const current = currentMessage();
     if (!isPossible(command, current))
         return;
-    const Message message = current ? *current : Message(); // the original may go meanwhile
+    const Message message = current ? *current : Message(); // a command may change the model
     m_failure.clear();
     switch (command) {
     case Command::Open:
