@@ -5,7 +5,7 @@
 #include <memory>
 
 /// A notification that the desktop shows: through the notification service of the desktop on Linux, as a balloon of
-/// an icon in the taskbar on Windows. A desktop that shows none is no error. GUI thread.
+/// an icon in the taskbar on Windows. If the desktop shows none, nothing is reported. GUI thread.
 class DesktopNotification : public QObject
 {
     Q_OBJECT

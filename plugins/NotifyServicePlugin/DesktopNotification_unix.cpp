@@ -12,8 +12,8 @@
 
 namespace {
 
-// Strings are not literals of this plugin's library: Qt's D-Bus library keeps a message until it is answered, which
-// can be after this plugin is unloaded.
+// Plain constants instead of QStringLiteral: Qt's D-Bus library keeps a message until it is answered, which can be after
+// this plugin and its literals have been unloaded.
 constexpr QLatin1String Service("org.freedesktop.Notifications");
 constexpr QLatin1String Path("/org/freedesktop/Notifications");
 constexpr QLatin1String DefaultAction("default"); // a click on the notification
@@ -26,7 +26,7 @@ QDBusMessage methodCall(const char* method, const QVariantList& arguments)
     return message;
 }
 
-/// Threads of Qt's D-Bus library go on when this plugin is unloaded, so it must stay in memory.
+/// Qt's D-Bus library must stay in memory when this plugin is unloaded, because its threads go on.
 void keepDBusLoaded()
 {
     QLibrary library(QLatin1String("Qt5DBus"), 5);

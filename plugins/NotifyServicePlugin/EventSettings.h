@@ -11,7 +11,7 @@ constexpr Event AllEvents[] = {Event::Message, Event::Call, Event::ConnectionLos
 /// The user's choices, kept in the section "notifications" of the settings. GUI thread.
 namespace EventSettings {
 
-/// The value of a choice that means silence.
+/// The value that means no sound.
 constexpr QLatin1String NoSound("none");
 
 /// The key of an event in the settings, such as "connection-lost".

@@ -21,6 +21,7 @@ QString bodyOf(const NewMessages& messages)
     QStringList senders;
     for (const NewMessage& message : messages)
         senders.append(message.sender);
+    senders.removeAll(QString());
     senders.removeDuplicates();
     return senders.join(QLatin1Char('\n')).left(LongestBody);
 }
@@ -58,8 +59,10 @@ void MessageNotice::show(const NewMessages& messages)
 {
     if (!isNeeded())
         return;
-    const QString title = messages.size() == 1 ? text("IDS_NOTIFY_FROM").arg(messages.first().sender)
-                                               : text("IDS_NOTIFY_SEVERAL").arg(messages.size());
+    // The sender of a message that arrived while the window was visible was not read.
+    const bool isNamed = messages.size() == 1 && !messages.first().sender.isEmpty();
+    const QString title = isNamed ? text("IDS_NOTIFY_FROM").arg(messages.first().sender)
+                                  : text("IDS_NOTIFY_SEVERAL").arg(messages.size());
     m_notification.show(title, bodyOf(messages));
 }
 

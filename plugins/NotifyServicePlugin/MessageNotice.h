@@ -3,8 +3,8 @@
 #include "DesktopNotification.h"
 #include "MessageWatch.h"
 
-/// Tells the user on the desktop about messages that arrive while the main window is hidden or minimised. A click
-/// shows the page of messages. GUI thread.
+/// Shows messages on the desktop that arrive while the main window is hidden or minimised. A click on the notification
+/// opens the page of messages. GUI thread.
 class MessageNotice : public QObject
 {
     Q_OBJECT

@@ -15,11 +15,10 @@ MessageWatch::~MessageWatch()
 
 void MessageWatch::check(bool withTexts)
 {
-    m_isOutdated = isRunning();
-    if (m_isOutdated)
-        return;
     m_withTexts = withTexts;
-    begin();
+    m_isOutdated = isRunning();
+    if (!m_isOutdated)
+        begin();
 }
 
 void MessageWatch::work()

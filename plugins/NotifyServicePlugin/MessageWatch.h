@@ -6,6 +6,8 @@
 #include <QSet>
 #include <QVector>
 
+#include <atomic>
+
 /// A message that has arrived.
 struct NewMessage
 {
@@ -24,7 +26,7 @@ public:
     explicit MessageWatch(QObject* parent = nullptr);
     ~MessageWatch() override;
 
-    /// Looks for new messages, in the background. GUI thread.
+    /// Looks for new messages, in the background; again after a search that is under way. GUI thread.
     /// @param withTexts whether to read their senders and texts, which can take a second each
     void check(bool withTexts);
 
@@ -39,7 +41,7 @@ private:
     void takeResult();
     NewMessage read(quint32 modem, const QString& message) const;
 
-    bool m_withTexts = false;
+    std::atomic<bool> m_withTexts{false};
     bool m_isOutdated = false;             ///< check() was called during the work
     QHash<quint32, QSet<QString>> m_known; ///< identifiers of messages by modem
     NewMessages m_new;                     ///< found, but not yet reported

@@ -6,7 +6,7 @@
 #include "MessageWatch.h"
 #include "support/DeviceEvents.h"
 
-/// Tells the user about messages, calls and lost connections, from its construction to its end. GUI thread.
+/// Plays sounds and shows notifications for messages, calls and lost connections as long as it exists. GUI thread.
 class Notifications : public QObject
 {
     Q_OBJECT

@@ -48,7 +48,7 @@ public:
     /// @return null while the plugin is not initialised
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 
-    /// Sets what pages are about; null deletes the page.
+    /// Sets the object that plays the page's tests; must outlive the page. Null deletes the page.
     void setNotifications(Notifications* notifications);
 
 private:
@@ -56,8 +56,8 @@ private:
     QPointer<QWidget> m_page;
 };
 
-/// The notification service: asks the workers of all plugins to finish, and tells the user about messages, calls
-/// and lost connections.
+/// The notification service: asks the workers of all plugins to finish, and notifies the user of messages, calls and
+/// lost connections.
 class NotifyServicePlugin : public BasePlugin, public INotifyService
 {
     Q_OBJECT
@@ -74,7 +74,7 @@ public:
 
     void UnSDKRegisterEvent() override;
 
-    /// Also stops the workers if the application is closing, as nobody could do so afterwards.
+    /// Asks the workers to finish if the application is closing: after this nobody else can.
     void Destroy() override;
 
 private:

@@ -4,8 +4,8 @@
 #include "Message.h"
 #include "MessageLength.h"
 #include "Shown.h"
-#include "common/CommonUtils.h"
 #include "support/CloseGuard.h"
+#include "support/DialString.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/ModemInUse.h"
@@ -19,7 +19,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -118,12 +117,8 @@ void ComposeWindow::open(const QString& recipient, quint32 modem, Requests& requ
     if (!window) {
         window = new ComposeWindow(recipient, modem, requests, parent);
         window->setObjectName(name);
-    } else if (window->GetTileBar() && window->GetTileBar()->IsMinimized()) {
-        window->GetTileBar()->showRestore();
     }
-    window->show();
-    window->activateWindow();
-    window->raise();
+    bringToFront(window);
     (window->m_recipient->text().isEmpty() ? static_cast<QWidget*>(window->m_recipient) : window->m_text)
         ->setFocus();
 }
@@ -159,40 +154,41 @@ bool ComposeWindow::isUnsaved() const
 }
 
 /// Asks what is to become of a text that was not sent.
-bool ComposeWindow::mayClose()
+void ComposeWindow::askBeforeClosing()
 {
     enum { Keep, Discard };
-    if (m_isSending)
-        return false; // it will be over soon, and the text is needed if it fails
-    if (!isUnsaved()) {
-        dropDraft();
-        return true;
-    }
-    const QPointer<ComposeWindow> self(this); // the application may end while the question is shown
-    const int answer = CommonUtils::ShowMessage(
-        this, text("IDS_SMS_CLOSE_TITLE"), text("IDS_SMS_CLOSE_TEXT"),
-        {text("IDS_SMS_KEEP"), text("IDS_SMS_DISCARD"), text("IDS_SMS_STAY")}, QMessageBox::Question, true);
-    if (!self || (answer != Keep && answer != Discard))
-        return false;
-    if (answer == Keep)
-        keepDraft();
-    else
-        dropDraft();
-    return true;
+    const auto onAnswer = [this](int answer) {
+        if (answer != Keep && answer != Discard)
+            return;
+        if (answer == Keep)
+            keepDraft();
+        else
+            dropDraft();
+        m_isDone = true;
+        close();
+    };
+    m_question = ask(
+        {"IDS_SMS_CLOSE_TITLE", "IDS_SMS_CLOSE_TEXT", {"IDS_SMS_KEEP", "IDS_SMS_DISCARD", "IDS_SMS_STAY"}},
+        this, this, onAnswer);
 }
 
+/// The window stays open while it is sending: if that fails, the text is still there.
 void ComposeWindow::closeEvent(QCloseEvent* event)
 {
-    if (!m_isDone && !mayClose()) {
+    if (m_isSending || isUnsaved()) {
         event->ignore();
+        if (!m_isSending && !m_question)
+            askBeforeClosing();
         return;
     }
+    if (!m_isDone)
+        dropDraft();
     m_isDone = true;
     m_keep.stop();
     ExtendDialog::closeEvent(event);
 }
 
-/// The Return key in the field for the recipient, which presses the button, leads to the text.
+/// In the field for the recipient, the Return key, which presses the button, moves the focus to the text.
 void ComposeWindow::press()
 {
     if (m_recipient->hasFocus())
@@ -209,9 +205,8 @@ void ComposeWindow::send()
     setSending(true);
     keepDraft();
     m_requests.start(
-        [this](quint32* request) {
-            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(m_keptFor), utf16(m_keptText),
-                                           request);
+        [this, number = dialString(m_keptFor)](quint32* request) {
+            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(number), utf16(m_keptText), request);
         },
         this, [this](const RequestEnd& end) { finish(end.result); });
 }

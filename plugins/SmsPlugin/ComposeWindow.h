@@ -2,6 +2,7 @@
 
 #include "ExtendDialog/ExtendDialog.h"
 
+#include <QPointer>
 #include <QTimer>
 
 class QLabel;
@@ -10,20 +11,20 @@ class QPlainTextEdit;
 class QPushButton;
 class Requests;
 
-/// A window to write a message in. What is written is kept as a draft from time to time, until it is sent or the user
-/// discards it. Deleted when it is closed. GUI thread only.
+/// A window to write a message in. The text is saved as a draft about a second after the last key, until it is sent or
+/// the user discards it. The window is deleted when it is closed. GUI thread only.
 class ComposeWindow : public ExtendDialog
 {
     Q_OBJECT
 
 public:
-    /// Opens a window with the draft for a recipient, or the latest draft if the recipient is empty. If there is such a
-    /// window, it comes to the front.
+    /// Opens a window with the draft for a recipient, or with the latest draft if the recipient is empty. A window that was
+    /// opened for the same recipient comes to the front instead.
     /// @param modem    sends the message; 0 for the modem in use
     /// @param requests must outlive the window
     static void open(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent);
 
-    /// Keeps what has been written.
+    /// Saves what has been written since the draft was saved.
     ~ComposeWindow() override;
 
     /// What Escape does.
@@ -40,7 +41,7 @@ private:
     void loadDraft(const QString& recipient);
     void keepDraft();
     void dropDraft();
-    bool mayClose();
+    void askBeforeClosing();
     bool isUnsaved() const;
     void press();
     void send();
@@ -56,10 +57,11 @@ private:
     QLabel* m_length;
     QLabel* m_note; ///< what is going on, or has failed
     QPushButton* m_send;
-    QTimer m_keep;      ///< to keep the draft when nothing has been typed for a while
-    QString m_keptFor;  ///< recipient of the draft
-    QString m_keptText; ///< of the draft
-    int m_failure = 0;  ///< of the last attempt, enum QRVL_Result
+    QTimer m_keep;                ///< saves the draft when nothing has been typed for a while
+    QString m_keptFor;            ///< recipient of the draft
+    QString m_keptText;           ///< of the draft
+    int m_failure = 0;            ///< of the last attempt, enum QRVL_Result
+    QPointer<QWidget> m_question; ///< what is to become of the text
     bool m_isSending = false;
     bool m_isDone = false; ///< may be closed without a question
 };

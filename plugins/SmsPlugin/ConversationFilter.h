@@ -4,8 +4,8 @@
 
 #include <QSortFilterProxyModel>
 
-/// The conversations in the order of their newest messages, the newest first; all of them, or those in which a text is
-/// found. GUI thread only.
+/// The conversations with the newest messages first; all of them, or those that contain the text searched for. GUI
+/// thread only.
 class ConversationFilter : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -13,16 +13,17 @@ class ConversationFilter : public QSortFilterProxyModel
 public:
     explicit ConversationFilter(ConversationModel* model);
 
-    /// What is looked for, in upper or lower case; empty for all.
+    /// Shows only conversations with this text in an address or a message. Case is ignored; empty shows all.
     void setSearch(const QString& search);
     const QString& search() const { return m_search; }
 
     /// @param row of this model
+    /// @return valid until the model changes
     const Conversation& conversation(int row) const;
 
-    /// The next message in which the text is found, below a message and then from the top again.
-    /// @param key of a message; otherwise the first one is found
-    /// @return null if there is none
+    /// The next message that contains the text, searching downwards from a message and then from the top.
+    /// @param key of the message to start below; if it is unknown, the search starts at the top
+    /// @return null if no message contains it; valid until the model changes
     const Message* nextHit(const QString& key) const;
 
 protected:

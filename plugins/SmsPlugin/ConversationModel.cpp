@@ -9,7 +9,7 @@ namespace {
 
 constexpr int MostShown = 200; // characters of a line
 
-/// What is spoken for a conversation.
+/// What a screen reader says for a conversation.
 QString spoken(const Conversation& conversation)
 {
     const Message& newest = conversation.messages.first();

@@ -30,12 +30,12 @@ public:
     /// Removes all messages but these.
     void keepOnly(const QSet<QString>& keys);
 
-    /// Marks the messages of a conversation as read.
+    /// Marks the messages of a conversation as read. Does not remember it, see MessageFeed::markRead().
     void markRead(int row);
 
     const Conversation& conversation(int row) const { return m_conversations[row]; }
 
-    /// The row of an address; -1 without messages.
+    /// The row of the conversation with an address; -1 if there is none.
     int rowOf(const QString& address) const;
 
     const MessagesByKey& messages() const { return m_messages; }
@@ -46,7 +46,7 @@ public:
     /// Display role: the address. The times are in the current language.
     QVariant data(const QModelIndex& index, int role) const override;
 
-    /// Reports that all texts have changed, as when the language does.
+    /// Reports all texts as changed. Call it after a change of language.
     void retranslate();
 
 private:

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// Texts that were written but not sent, one for each recipient, kept in the user's settings.
+/// Texts that were written but not sent, one for each recipient, stored in the user's settings as plaintext. GUI thread
+/// only.
 namespace Drafts {
 
 struct Draft
@@ -14,10 +15,10 @@ struct Draft
 /// The draft for a recipient; without text if there is none.
 Draft find(const QString& recipient);
 
-/// The draft that was kept last; without text if there is none.
+/// The draft that was stored last; without text if there is none.
 Draft latest();
 
-/// Keeps a draft in place of an earlier one for the recipient. One without text is removed.
+/// Stores a draft and replaces an earlier one for the recipient. A draft without text only removes the earlier one.
 void keep(const Draft& draft);
 
 } // namespace Drafts

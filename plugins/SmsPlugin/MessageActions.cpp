@@ -5,6 +5,7 @@
 #include "MessagesPage.h"
 #include "ThreadView.h"
 #include "common/CommonUtils.h"
+#include "support/Dialog.h"
 #include "support/ResultWords.h"
 #include "support/Text.h"
 #include "support/XmlMenu.h"
@@ -27,7 +28,7 @@ bool hasSearchSeparator()
            QLatin1String("false");
 }
 
-/// Deletes the windows of a class; their code is about to be unloaded.
+/// Deletes the windows of a class, because their code is about to be unloaded.
 template <typename Window>
 void deleteWindows(const QWidget& parent)
 {
@@ -39,6 +40,7 @@ void deleteWindows(const QWidget& parent)
 MessagesPage::~MessagesPage()
 {
     m_list->selectionModel()->disconnect(this); // its model goes before it
+    delete m_question;
     if (!m_windowParent)
         return;
     deleteWindows<ComposeWindow>(*m_windowParent);
@@ -57,7 +59,7 @@ void MessagesPage::run(Command command)
     const Message* const current = currentMessage();
     if (!isPossible(command, current))
         return;
-    const Message message = current ? *current : Message(); // the original may go meanwhile
+    const Message message = current ? *current : Message(); // a command may change the model
     m_failure.clear();
     switch (command) {
     case Command::Open:
@@ -122,13 +124,17 @@ void MessagesPage::copy(const Message& message)
 
 void MessagesPage::remove(const Message& message)
 {
-    constexpr int deleteButton = 0;
-    const QPointer<MessagesPage> self(this); // the application may end while the question is shown
-    const int answer = CommonUtils::ShowMessage(
-        windowParent(), text("IDS_SMS_DELETE_TITLE"), text("IDS_SMS_DELETE_TEXT"),
-        {text("IDS_SMS_DELETE_YES"), text("IDS_SMS_STAY")}, QMessageBox::Question, true);
-    if (!self || answer != deleteButton)
-        return;
+    constexpr int deleteIt = 0;
+    const auto onAnswer = [this, message](int answer) {
+        if (answer == deleteIt)
+            requestDeletion(message);
+    };
+    m_question = ask({"IDS_SMS_DELETE_TITLE", "IDS_SMS_DELETE_TEXT", {"IDS_SMS_DELETE_YES", "IDS_SMS_STAY"}},
+                     windowParent(), this, onAnswer);
+}
+
+void MessagesPage::requestDeletion(const Message& message)
+{
     m_requests.start(
         [&](quint32* request) {
             return QRVL_DevSrv_DeleteMessage(message.modem, utf16(message.identifier), request);

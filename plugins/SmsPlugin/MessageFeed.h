@@ -9,8 +9,8 @@
 
 #include <map>
 
-/// Keeps a model up to date with the messages of the attached modems. They are put into it a few at a time, so that the
-/// window never waits. GUI thread only.
+/// Keeps a model up to date with the messages of the attached modems. Messages are added a few at a time, so that the
+/// window stays responsive. GUI thread only.
 class MessageFeed : public QObject
 {
     Q_OBJECT
@@ -24,11 +24,13 @@ public:
     /// Looks for new and deleted messages.
     void refresh();
 
-    /// Does so if other modems are attached now.
+    /// Calls refresh() if the attached modems have changed.
     void devicesChanged();
 
-    /// Whether messages are being read, and how many there are then.
+    /// Whether messages are being read or added to the model.
     bool isReading() const { return m_reader.isRunning() || m_pump.isActive(); }
+
+    /// How many messages the modems have; 0 until that is known.
     int total() const { return m_reader.total(); }
 
     /// Marks the messages of a conversation as read and remembers that.

@@ -8,8 +8,9 @@
 
 #include <atomic>
 
-/// Reads the messages of all attached modems, those with a high place in the list first. With a real modem each message
-/// can take seconds, so messages that are known are not read again, and each one can be taken as soon as it is there.
+/// Reads the messages of all attached modems on a worker thread, roughly the newest first. With a real modem each message
+/// can take seconds, so known messages are not read again, and each one can be taken as soon as it has been read. Call the
+/// operations on the GUI thread.
 class MessageReader : public BackgroundWork
 {
     Q_OBJECT
@@ -18,17 +19,19 @@ public:
     explicit MessageReader(QObject* parent);
     ~MessageReader() override;
 
-    /// Starts reading; not while it is running.
+    /// Starts reading. Do not call it while reading is under way.
     /// @param known messages that were taken before
     void read(const MessagesByKey& known);
 
-    /// The messages read since the last call, at most this many.
+    /// Removes and returns messages that have been read, in the order in which they were read.
+    /// @param most how many at most
     Messages take(int most);
 
     /// How many messages there are, also while reading; 0 until that is known.
     int total() const { return m_total; }
 
-    /// Whether the keys of all messages are known. The two are for when reading has ended, perhaps early.
+    /// Whether the lists of all modems were read to the end, and the keys of the messages in them. Call these only when
+    /// reading has ended, which may be early.
     bool isListed() const { return m_isListed; }
     const QSet<QString>& present() const { return m_present; }
 

@@ -35,7 +35,7 @@ Q_SIGNALS:
     void pressed(Command command);
 
     void searchChanged(const QString& text);
-    void nextWanted(); ///< to the next place where the text is found
+    void nextWanted(); ///< the user wants the next message that contains the text
     void searchClosed();
 
 protected:

@@ -11,7 +11,7 @@ class QTextBrowser;
 /// Sets a browser up for messages. Links to web and mail addresses open outside the application.
 void prepareBrowser(QTextBrowser* browser);
 
-/// Gives the links of messages that are added from now on a colour that is readable on the browser's background.
+/// Sets the colour of the links in messages that are added later to one that is readable on the browser's background.
 void colorLinks(QTextBrowser* browser);
 
 /// Sender, time and text of a message. Links in the text can be clicked.
@@ -22,7 +22,7 @@ class MessageView : public QWidget
 public:
     explicit MessageView(QWidget* parent = nullptr);
 
-    /// Shows a message; the same one is left as the user has scrolled it.
+    /// Shows a message. If its text is shown already, the scroll position is kept.
     void setMessage(const Message& message);
 
 protected:

@@ -34,9 +34,5 @@ void MessageWindow::open(const Message& message, QWidget* parent)
     auto* window = parent->findChild<MessageWindow*>(message.key, Qt::FindDirectChildrenOnly);
     if (!window)
         window = new MessageWindow(message, parent);
-    else if (window->GetTileBar() && window->GetTileBar()->IsMinimized())
-        window->GetTileBar()->showRestore();
-    window->show();
-    window->activateWindow();
-    window->raise();
+    bringToFront(window);
 }

@@ -16,7 +16,8 @@
 
 namespace {
 
-/// Milliseconds after which the application has been customised for another modem; nothing reports when.
+/// After a change of modems, milliseconds until the toolbar is checked: no event reports that the application has been
+/// customised for the new one.
 constexpr int CustomisationTime = 500;
 
 constexpr int NarrowPage = 520; ///< below this width the conversation is under the list

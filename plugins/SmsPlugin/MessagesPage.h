@@ -47,6 +47,7 @@ private:
     void call(const Message& message, _UI_EN_CALL_TYPE type);
     void copy(const Message& message);
     void remove(const Message& message);
+    void requestDeletion(const Message& message);
     void showMenu(const QPoint& place);
 
     void search(const QString& text);
@@ -66,7 +67,8 @@ private:
     MessageToolBar* m_toolBar = nullptr;
     QTimer m_customised; ///< to see which buttons are wanted
     QPointer<XmlMenu> m_menu;
-    QLabel* m_note; ///< progress, a failure, or what there is instead of messages
+    QPointer<QWidget> m_question; ///< whether to delete a message
+    QLabel* m_note;               ///< progress, a failure, or what there is instead of messages
     QString m_failure;
     QWidget* m_panel;
     QBoxLayout* m_columns;

@@ -22,7 +22,7 @@ public:
     /// @param existing all messages of the SIM
     void keepOnly(const Messages& existing);
 
-    /// Stores what has changed. On disk it is written by another thread.
+    /// Stores changes in the settings; returns without waiting for the disk.
     void save();
 
 private:

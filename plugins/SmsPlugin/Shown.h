@@ -15,7 +15,7 @@ QString shownTime(const Message& message);
 /// The time of a message of today, the date of an older one; empty when it has none.
 QString shownDay(const Message& message);
 
-/// The time of a message, and what has become of one that was sent.
+/// The time of a message and, if it was sent, its state.
 QString shownFate(const Message& message);
 
 /// A number in the digits of the language.

@@ -50,21 +50,32 @@ void ThreadView::setMessages(const Messages& messages, bool isOther)
     const bool hasMore = m_messages.size() > m_shown;
     const bool isUnchanged =
         !isOther && beginAlike(messages, m_messages, m_shown) && hasMore == (messages.size() > m_shown);
+    const bool wasNewest = !m_messages.isEmpty() && m_messages.first().key == m_current;
     m_messages = messages;
     if (isUnchanged)
         return;
     if (isOther)
         m_shown = ShownAtOnce;
-    const bool wasAtEnd = verticalScrollBar()->value() == verticalScrollBar()->maximum();
-    const int place = verticalScrollBar()->value();
-    build();
-    const bool isGone = !entryOf(m_current);
-    if (!m_messages.isEmpty() && (isOther || isGone || wasAtEnd))
-        setCurrent(m_messages.first().key);
-    else
-        verticalScrollBar()->setValue(place);
+    rebuild(wasNewest);
     if (m_messages.isEmpty())
         m_current.clear();
+}
+
+/// Fills the document anew. A message that the user has chosen stays the current one, so that a command does not get
+/// another.
+/// @param wasNewest whether the current message was the newest: then it is so again, if the end was visible
+void ThreadView::rebuild(bool wasNewest)
+{
+    const int place = verticalScrollBar()->value();
+    const bool wasAtEnd = place == verticalScrollBar()->maximum();
+    build();
+    const bool isGone = !entryOf(m_current);
+    if (m_entries.isEmpty() || !(isGone || wasAtEnd))
+        verticalScrollBar()->setValue(place);
+    else if (isGone || wasNewest)
+        setCurrent(m_messages.first().key);
+    else
+        scrollTo(m_entries.last());
 }
 
 void ThreadView::showEarlier()

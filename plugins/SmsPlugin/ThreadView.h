@@ -4,7 +4,7 @@
 
 #include <QTextBrowser>
 
-/// Distances in a conversation, in device-independent pixels, and its own link.
+/// Distances in a conversation, in device-independent pixels, and the scheme of its link to earlier messages.
 namespace ThreadLayout {
 
 constexpr int Indent = 40;  ///< of the side away from the sender
@@ -15,8 +15,8 @@ constexpr QLatin1String EarlierScheme("earlier");
 } // namespace ThreadLayout
 
 /// The messages of a conversation, the newest at the end, each on a background with rounded corners. One of them is the
-/// current one, which commands are for: it has a frame, and is chosen with a click or the Up and Down keys. Of a long
-/// conversation the beginning is shown on request, so that each one appears at once. GUI thread only.
+/// current one, which commands apply to: it has a frame, and is chosen with a click or the Up and Down keys. The beginning
+/// of a long conversation is shown on request, so that every conversation appears at once. GUI thread only.
 class ThreadView : public QTextBrowser
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
 
     /// Shows a conversation.
     /// @param messages newest first; may be empty
-    /// @param isOther  whether it is not the one before: its newest message becomes the current one
+    /// @param isOther  whether it is another one than before: its newest message becomes the current one
     void setMessages(const Messages& messages, bool isOther);
 
     /// The key of the current message; empty when there is none.
@@ -35,7 +35,7 @@ public:
     /// Makes a message the current one and scrolls to it.
     void setCurrent(const QString& key);
 
-    /// Marks a text wherever it occurs; none if it is empty.
+    /// Highlights a text wherever it occurs; an empty text removes the highlights.
     void setSearch(const QString& search);
 
     /// Shows all texts again in the current language.
@@ -62,6 +62,7 @@ private:
         int lastBlock;
     };
 
+    void rebuild(bool wasNewest);
     void build();
     void addEarlierLink(QTextCursor& cursor);
     void addMessage(const Message& message, QTextCursor& cursor);

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-/// The strength of a signal as four bars.
+/// The strength of a signal as four bars. GUI thread only.
 class SignalBars : public QWidget
 {
     Q_OBJECT

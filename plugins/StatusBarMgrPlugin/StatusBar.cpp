@@ -61,7 +61,7 @@ StatusBar::StatusBar(QWidget* parent)
 void StatusBar::refresh()
 {
     if (!m_isShown)
-        return; // whoever reads growing counters is told every second that they have grown
+        return; // reading the counters would make the device service report their growth every second
     const Modems modems = attachedModems();
     m_transfer->setVisible(!modems.isEmpty());
     if (modems.isEmpty()) {

@@ -10,8 +10,8 @@ class OperatorNames;
 class QLabel;
 class SignalBars;
 
-/// The state of the modem in use: network, signal strength, speeds and the volume since it was
-/// attached.
+/// The state of the modem in use: network, signal strength, speeds and the volume since it was attached. GUI thread
+/// only.
 class StatusBar : public QWidget
 {
     Q_OBJECT

@@ -1,12 +1,9 @@
 #include "support/CloseGuard.h"
 
-#include "ExtendDialog/DkMessageBox.h"
-#include "ExtendDialog/ExtendDialog.h"
 #include "common/CommonUtils.h"
-#include "support/Text.h"
+#include "support/Dialog.h"
 
 #include <QEvent>
-#include <QPushButton>
 
 CloseGuard::CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent)
     : QObject(parent)
@@ -22,23 +19,17 @@ CloseGuard::~CloseGuard()
     delete m_dialog;
 }
 
-/// Does not wait for the answer: this plugin may be unloaded while the question is shown.
 void CloseGuard::ask(QWidget* window)
 {
-    auto* const box = new DkMessageBox;
-    box->setIcon(QMessageBox::Question);
-    box->setText(text(m_question.text));
-    const QList<QAbstractButton*> buttons =
-        CommonUtils::addMessageboxButton(box, {text(m_question.leave), text(m_question.stay)});
-    box->setDefaultButton(static_cast<QPushButton*>(buttons.last()));
-    connect(buttons.first(), &QAbstractButton::clicked, this, [this, window] {
+    const auto onAnswer = [this, window](int answer) {
+        if (answer != 0)
+            return;
         m_mayClose = true;
         window->close();
         m_mayClose = false;
-    });
-    m_dialog = CommonUtils::MakeMessage(window, text(m_question.title), box);
-    m_dialog->setAttribute(Qt::WA_DeleteOnClose);
-    m_dialog->open();
+    };
+    m_dialog = ::ask({m_question.title, m_question.text, {m_question.leave, m_question.stay}}, window, this,
+                     onAnswer);
 }
 
 bool CloseGuard::eventFilter(QObject* watched, QEvent* event)

@@ -1,6 +1,11 @@
 #include "support/Dialog.h"
 
+#include "ExtendDialog/DkMessageBox.h"
+#include "common/CommonUtils.h"
+#include "support/Text.h"
 #include "support/WindowEdges.h"
+
+#include <QPushButton>
 
 void fillDialog(ExtendDialog* dialog, QWidget* content)
 {
@@ -16,4 +21,33 @@ void makeResizable(ExtendDialog* dialog)
         return;
     dialog->SetCentreOnResize(false); // the edge that is not dragged stays where it is
     new WindowEdges(dialog->GetTileBar(), dialog->GetMainWidget()->x());
+}
+
+void bringToFront(ExtendDialog* dialog)
+{
+    TitleBar* const titleBar = dialog->GetTileBar();
+    if (titleBar && titleBar->IsMinimized())
+        titleBar->showRestore();
+    dialog->show();
+    dialog->activateWindow();
+    dialog->raise();
+}
+
+ExtendDialog* ask(const Question& question, QWidget* window, QObject* receiver,
+                  const std::function<void(int answer)>& onAnswer)
+{
+    auto* const box = new DkMessageBox;
+    box->setIcon(QMessageBox::Question);
+    box->setText(text(question.text));
+    QStringList captions;
+    for (const char* id : question.answers)
+        captions.append(text(id));
+    const QList<QAbstractButton*> buttons = CommonUtils::addMessageboxButton(box, captions);
+    for (int i = 0; i < buttons.size(); ++i)
+        QObject::connect(buttons[i], &QAbstractButton::clicked, receiver, [onAnswer, i] { onAnswer(i); });
+    box->setDefaultButton(static_cast<QPushButton*>(buttons.last()));
+    ExtendDialog* const dialog = CommonUtils::MakeMessage(window, text(question.title), box);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+    return dialog;
 }

@@ -8,7 +8,8 @@
 /// The name of the modem that was used last, also in an earlier run; empty when there never was one. Any thread.
 QString lastUsedModem();
 
-/// The one of these modems that is in use, otherwise the first; `modems` must not be empty. Any thread.
+/// The modem in use; the first one if the modem in use is not among them. Any thread.
+/// @param modems must not be empty
 Modem modemInUse(const Modems& modems);
 
 /// The same for the attached modems; a modem with id 0 if there is none. Any thread.

@@ -16,15 +16,12 @@ OperatorNames::OperatorNames(QObject* parent)
 
 OperatorNames::~OperatorNames()
 {
-    stop();
-    if (m_areRead) // otherwise the thread may have been terminated while it held the lock of the instance
-        StatusBarOpListParse::DestroyInstance();
+    stop(); // the lists stay: other plugins may be using them
 }
 
 void OperatorNames::work()
 {
     StatusBarOpListParse::GetInstance(); // reads them
-    m_areRead = true;
 }
 
 QString OperatorNames::nameOf(const QString& network, const QString& imsi, const QString& reported) const

@@ -4,10 +4,8 @@
 
 #include <QString>
 
-#include <atomic>
-
-/// The names of mobile networks. The lists are read in the background; finished() is emitted when the names
-/// are available.
+/// The names of mobile networks. All plugins share one copy of the lists. It is read in the background if no plugin has
+/// done so; finished() is emitted when the names are available. GUI thread only.
 class OperatorNames : public BackgroundWork
 {
     Q_OBJECT
@@ -18,7 +16,7 @@ public:
 
     /// The name of the network in which a modem is registered, in the current language.
     /// @param network  MCC and MNC in one string
-    /// @param imsi     of the SIM: in its home country it names the operator of a network that is not listed
+    /// @param imsi     of the SIM: names the operator if an unlisted network is the SIM's home network
     /// @param reported what the modem calls the network; used if the network is not listed
     /// @return for an unlisted network without another name its country and number, else the code; empty while
     ///         the lists are read
@@ -26,7 +24,4 @@ public:
 
 protected:
     void work() override;
-
-private:
-    std::atomic<bool> m_areRead{false};
 };

@@ -9,5 +9,6 @@ struct ResultWords
     QString hint;  ///< what to do
 };
 
-/// @param result of a request of qrvl.h, except QRVL_OK; unknown results are those of QRVL_ERROR_FAILED
+/// Describes a failed request. Any thread.
+/// @param result enum QRVL_Result, except QRVL_OK; unknown results are described like QRVL_ERROR_FAILED
 ResultWords resultWords(int result);

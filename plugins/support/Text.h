@@ -13,13 +13,13 @@ class QWidget;
 /// @return empty when the plugin has no such string; `skylume-lang check` reports missing strings
 QString text(const char* id);
 
-/// The name under which the language files of the strings are found that all plugins share.
+/// The name of the language files with the strings that all plugins share.
 constexpr QLatin1String SharedTexts("PluginSupport");
 
 /// A string that all plugins share, otherwise like text(). Any thread.
 QString sharedText(const char* id);
 
-/// The name under which this plugin's language files are found: its SKYLUME_PLUGIN_NAME. Any thread.
+/// The name of this plugin's language files, its SKYLUME_PLUGIN_NAME. Any thread.
 QString thisPlugin();
 
 /// The label of a menu entry or button, and its keyboard shortcut.

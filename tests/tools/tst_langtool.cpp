@@ -140,6 +140,7 @@ void tst_LangTool::refuses()
         {{"check", "--languages", "de-de,x", SHIPPED_PLUGINS "/HelpPlugin"}, 1, "these languages: x\n"},
         {{"to-ts", "none_x.lang"}, 1, "none_en-us.lang:1: "},
         {{"from-ts", "none_x.ts"}, 1, "none_x.ts: "},
+        {{"from-ts", "none.ts"}, 2, "--output is needed"},
     };
     for (const auto& [arguments, exitCode, message] : rows) {
         const QByteArray output = run(arguments, exitCode);

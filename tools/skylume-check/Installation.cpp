@@ -12,7 +12,7 @@ struct FormatName
 {
     Format format;
     const char* schema;
-    const char* file; ///< relative to the installation; null if its content tells
+    const char* file; ///< relative to the installation; null if the content shows the format
 };
 
 constexpr FormatName FormatNames[] = {

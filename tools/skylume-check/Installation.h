@@ -27,7 +27,7 @@ enum class Format {
 
 struct InstalledXml
 {
-    QString path;   ///< for findings: begins like the installation's folder was given
+    QString path;   ///< for findings: begins with the installation's folder as the user gave it
     QString plugin; ///< name of the folder below "plugins"; empty outside of these
     Format format = Format::Unknown;
     XmlTree tree;

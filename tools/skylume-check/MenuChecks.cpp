@@ -1,5 +1,5 @@
-// Checks of menu files: what the menus' parser drops without a word, and where its search for an operator's block
-// surprises.
+// Checks of menu files: what the parser of menus drops without a message, and where its search for an operator's block
+// may surprise.
 #include "Checks.h"
 
 #include "Findings.h"

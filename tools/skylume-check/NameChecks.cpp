@@ -1,4 +1,4 @@
-// Checks of what several files name: modems, groups, operators, languages, skins.
+// Checks of names that occur in several files: of modems, groups, operators, languages and skins.
 #include "Checks.h"
 
 #include "Findings.h"
@@ -177,6 +177,6 @@ void checkSkins(const Installation& installation, Findings& findings)
         const QString name = sheet.chopped(4);
         if (!installation.has(QStringLiteral("skin/%1/%1_Arabic.qss").arg(name)))
             findings.add(Kind::SkinWithoutMirror, installation.path(QStringLiteral("skin/") + sheet), 1,
-                         QStringLiteral("the skin \"%1\" has no right-to-left half").arg(name));
+                         QStringLiteral("the skin \"%1\" has no right-to-left variant").arg(name));
     }
 }

@@ -1,4 +1,4 @@
-// Reads the schemas that are built into the tool. They are our own, so faults in them are not looked for.
+// Reads the schemas that are built into the tool. They are ours, so they are not checked for faults.
 #include "Schema.h"
 #include "XmlTree.h"
 

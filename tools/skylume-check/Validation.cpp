@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int UnknownType = -2; ///< of an element that has no place: what is in it is not checked
+constexpr int UnknownType =
+    -2; ///< of an element in a place where none is allowed; its content is not checked
 
 /// How far the children of an element have come in its type's sequence.
 struct Progress
@@ -138,7 +139,7 @@ int Validator::misplaced(const SchemaType& type, int node, Progress& parent)
         const bool isRepeated = slot == parent.slot;
         const Kind kind = isRepeated ? Kind::RepeatedElement : Kind::MisplacedElement;
         const bool hasOwnNote = element->notes.contains(Findings::nameOf(kind));
-        ++parent.counts[slot]; // it is not missing, too
+        ++parent.counts[slot]; // or it would be reported as missing as well
         add(kind, node,
             QStringLiteral("\"%1\" %2")
                 .arg(child.name, isRepeated ? QStringLiteral("is there more than once")

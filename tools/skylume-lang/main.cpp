@@ -84,6 +84,9 @@ int fromLinguist(const Request& request)
 {
     Faults faults;
     LanguageFile file = LanguageFile::named(request.paths.first());
+    if (file.plugin.isEmpty() && request.output.isEmpty())
+        return Tool::fail(file.path + QStringLiteral(": not named PLUGIN_LANGUAGE.ts, so --output is needed"),
+                          Tool::UsageError);
     QFile input(file.path);
     if (!input.open(QIODevice::ReadOnly))
         return Tool::fail(file.path + QStringLiteral(": ") + input.errorString(), Tool::Failure);

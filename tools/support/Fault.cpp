@@ -10,7 +10,7 @@ QString Fault::toString() const
     if (!effect.isEmpty())
         text += QStringLiteral("\n    At run time: ") + effect;
     if (!remedy.isEmpty())
-        text += QStringLiteral("\n    To mend it: ") + remedy;
+        text += QStringLiteral("\n    To fix it: ") + remedy;
     return text;
 }
 

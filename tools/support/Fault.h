@@ -10,9 +10,9 @@ struct Fault
     qint64 line = 1;
     QString message;
     QString effect = {}; ///< what happens at run time; may be empty
-    QString remedy = {}; ///< how to mend it; may be empty
+    QString remedy = {}; ///< how to fix it; may be empty
 
-    /// "file:line: message", which editors can follow, and a line each for effect and remedy.
+    /// "file:line: message", which editors recognise, and a line each for effect and remedy.
     QString toString() const;
 };
 

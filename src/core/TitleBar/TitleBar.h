@@ -34,9 +34,7 @@ class SKYLUME_EXPORT TitleBar : public QFrame
 public:
     /// Takes its title from the main frame's string "IDS_XFRAME_TITLE" and the icon of the installation.
     /// Windows can be maximised only if the setting "EnableMaxButton" of the section "system" is "true".
-    /// @param parent the window that the bar belongs to; it owns the bar
-    ///
-    /// The number is ignored.
+    /// @param parent the window that the bar belongs to; it owns the bar. The second argument is ignored.
     TitleBar(QWidget* parent, int);
 
     /// Gives back the tile that the window occupies.
@@ -56,12 +54,13 @@ public:
     void HideAllControl(); ///< hides the icon and all buttons; the title stays
     void ShowAllControl(); ///< shows the icon and the buttons that fit the state of the window
 
-    void EnableIcon(bool isVisible); ///< shows or hides the icon
-    void
-    EnableMaximizeButton(bool isVisible); ///< shows or hides it; always hidden while maximising is disabled
-    void
-    EnableMinimizeButton(bool isVisible);    ///< shows or hides it; always hidden while the window is a tile
-    void EnableCloseButton(bool isVisible);  ///< shows or hides it
+    // These show or hide a part. The maximise button stays hidden while maximising is disabled, the minimise button while
+    // the window is a tile.
+    void EnableIcon(bool isVisible);
+    void EnableMaximizeButton(bool isVisible);
+    void EnableMinimizeButton(bool isVisible);
+    void EnableCloseButton(bool isVisible);
+
     void GrayoutCloseButton(bool isEnabled); ///< false greys the button out
     bool IsCloseButtonEnable() const;        ///< whether the close button is not greyed out
 

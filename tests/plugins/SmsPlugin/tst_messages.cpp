@@ -64,7 +64,7 @@ private:
     template <typename Content>
     ExtendDialog* dialog() const;
 
-    /// Answers a question as soon as it is asked.
+    /// Answers the question that is shown.
     void answer(const QString& button);
 
     /// Opens the window for writing.
@@ -200,14 +200,13 @@ ExtendDialog* TestMessages::dialog() const
 
 void TestMessages::answer(const QString& button)
 {
-    QTimer::singleShot(0, this, [this, button] {
-        for (const DkMessageBox* box : window()->findChildren<DkMessageBox*>()) {
-            for (QAbstractButton* choice : box->buttons()) {
-                if (choice->text() == button)
-                    choice->click();
-            }
-        }
-    });
+    const QPointer<DkMessageBox> question = window()->findChild<DkMessageBox*>();
+    QVERIFY(question);
+    for (QAbstractButton* choice : question->buttons()) {
+        if (choice->text() == button)
+            choice->click();
+    }
+    QTRY_VERIFY(!question);
 }
 
 /// The spellings of a number are one conversation; the newest is first, its newest message at the end.
@@ -224,6 +223,11 @@ void TestMessages::conversations()
     QVERIFY(dialog<QTextBrowser>());
     QTRY_COMPARE(dialog<QTextBrowser>()->findChild<QTextBrowser*>()->toPlainText(),
                  QString("Hello from Berlin"));
+    dialog<QTextBrowser>()->close();
+    simulate(Modem + Three + "[message 4]\nmodem=M\nsender=+49 30 1\ntime=2024-03-05T09:00:00\ntext=New\n");
+    QTRY_VERIFY(thread()->toPlainText().endsWith("New"));
+    click("Ctrl+O"); // the chosen message, although a newer one has arrived
+    QCOMPARE(dialog<QTextBrowser>()->findChild<QTextBrowser*>()->toPlainText(), QString("Hello from Berlin"));
 }
 
 /// A message is read once: a text that changes in its place, which no modem does, is not noticed. Deleted ones go.
@@ -357,11 +361,16 @@ void TestMessages::menu()
 
 void TestMessages::deleting()
 {
+    click("Del");
     answer("Cancel");
     click("Del");
     answer("Delete");
-    click("Del");
     QTRY_COMPARE(rows(TextRole), QStringList({"Your code", "Hello from Berlin"}));
+    click("Del");
+    QVERIFY(dialog<DkMessageBox>());
+    simulate("[modem S]\nmodel=Lume S1\nstate=attached\n"); // its customisation unloads the plugin
+    QTRY_VERIFY(!owner("Ctrl+E"));
+    QVERIFY(!dialog<DkMessageBox>());
 }
 
 ExtendDialog* TestMessages::compose(const char* shortcut) const
@@ -382,7 +391,7 @@ void TestMessages::sending()
     QPointer<ExtendDialog> dialog = compose("Ctrl+R");
     QVERIFY(dialog);
     QCOMPARE(dialog->findChild<QLineEdit*>()->text(), QString("+49(30)1"));
-    fill(dialog, "+49 30 1", "On my way");
+    fill(dialog, "+49 30/1", "On my way");
     const auto note = [&dialog] {
         QStringList texts;
         for (const QLabel* label : dialog->findChildren<QLabel*>())
@@ -416,27 +425,27 @@ void TestMessages::drafts()
     QPointer<ExtendDialog> dialog = compose("Ctrl+E");
     QVERIFY(dialog);
     fill(dialog, "+49 30 1", "not yet");
-    answer("Cancel");
     dialog->reject();
+    answer("Cancel");
     QVERIFY(dialog && dialog->isVisible());
-    answer("Keep draft");
     dialog->close();
+    answer("Keep draft");
     QTRY_VERIFY(!dialog);
     for (const char* shortcut : {"Ctrl+R", "Ctrl+E"}) {
         dialog = compose(shortcut);
         QVERIFY(dialog);
         QCOMPARE(dialog->findChild<QLineEdit*>()->text(), QString("+49 30 1"));
         QCOMPARE(dialog->findChild<QPlainTextEdit*>()->toPlainText(), QString("not yet"));
-        answer("Keep draft");
         dialog->close();
+        answer("Keep draft");
         QTRY_VERIFY(!dialog);
     }
     dialog = compose("Ctrl+R");
-    answer("Cancel");
     window()->close(); // asks as well
+    answer("Cancel");
     QVERIFY(window()->isVisible());
-    answer("Discard");
     dialog->close();
+    answer("Discard");
     QTRY_VERIFY(!dialog);
     dialog = compose("Ctrl+E");
     QCOMPARE(dialog->findChild<QPlainTextEdit*>()->toPlainText(), QString());
