@@ -124,6 +124,9 @@ void TestToolBar::plugins()
         service().setSetting("callui", "callvideo", video);
         QCOMPARE(readIds(toolBar("5", items)), ids);
     }
+    const auto host = std::move(m_host); // the one that was taken first is kept
+    publish(nullptr);
+    QCOMPARE(readIds(toolBar("5", items)), (QList<int>{1, 2, 3, 4}));
     QCOMPARE(ToolBarLogic::GetObjectName("X"), "ToolBar_X");
     VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetObjectName Enter: plugin name:X",
                            "{time}: {file}: GetObjectName Exit: objectname:ToolBar_X");
