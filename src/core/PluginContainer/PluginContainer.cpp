@@ -6,6 +6,7 @@
 #include "PluginContainer/PluginContainer_p.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/PluginInfo.h"
+#include "ToolBar/ToolBarLogic.h"
 #include "common/CommonUtils.h"
 #include "common/Log.h"
 #include "common/settings/Setting_p.h"
@@ -62,6 +63,8 @@ PluginContainer::~PluginContainer()
     delete m_pCommonSet;
     delete m_pEnableTable;
     delete m_pDisableTable;
+    if (ToolBarLogic::m_pPluginContainer == this)
+        ToolBarLogic::m_pPluginContainer = nullptr;
 }
 
 void PluginContainer::create(const QString& pluginFolder)

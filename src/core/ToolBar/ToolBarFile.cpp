@@ -104,7 +104,8 @@ void ToolBarLogic::getToolBarCoount(QXmlStreamReader& reader, int& count)
 
 bool ToolBarLogic::getPlugin(QString name)
 {
-    m_pPluginContainer = Startup::GetPluginContainer(); // an earlier one may be gone
+    if (!m_pPluginContainer)
+        m_pPluginContainer = Startup::GetPluginContainer();
     if (!m_pPluginContainer) {
         LOG_DEBUG("%s: %s: Plugin container is null ", LOG_FILE, LOG_FUNCTION);
         return false;

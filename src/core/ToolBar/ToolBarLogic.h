@@ -81,5 +81,6 @@ public:
     /// Deletes the buttons and the group, and clears the pointers to them.
     static void DestroyToolButtonGroup(QList<ToolItem>& items, QButtonGroup** group);
 
-    static IPluginContainer* m_pPluginContainer; ///< the plugin host that getPlugin() asked last
+    /// The plugin host that getPlugin() asks: that of Startup, taken on first use and kept as long as it exists.
+    static IPluginContainer* m_pPluginContainer;
 };

@@ -7,6 +7,7 @@
 #include "ExtendDialog/ExtendLineEdit.h"
 #include "ExtendDialog/FaderWidget.h"
 #include "LogOrder.h"
+#include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
@@ -95,7 +96,7 @@ void TestExtendDialog::cleanup()
 void TestExtendDialog::placement()
 {
     const std::tuple<QRect, QSize, QPoint> rows[] = {
-        {{200, 300, 400, 200}, {100, 101}, {350, 349}},
+        {{200, 300, 400, 200}, {100, 101}, {350, 349}},   {{0, 300, 100, 100}, {100, 50}, {0, 325}},
         {{200, 300, 100, 100}, {201, 201}, {150, 250}},     // larger than the reference
         {{0, 300, 100, 100}, {200, 50}, {12, 325}},         // off to the left
         {{900, 300, 100, 100}, {300, 50}, {709, 325}},      // off to the right
@@ -138,6 +139,9 @@ void TestExtendDialog::ownFrame()
     QCOMPARE(inside, "--++++++++");
     delete content;
     dialog.resize(300, 300); // without its content
+    dialog.AddMainWidget(new QWidget);
+    dialog.AddMainWidget(nullptr);
+    QVERIFY(!dialog.GetMainWidget());
     auto* const layout = new QVBoxLayout;
     dialog.setLayout(nullptr);
     dialog.setLayout(layout);
@@ -185,8 +189,12 @@ void TestExtendDialog::windowFlags()
     QCOMPARE(system.windowFlags() & (OwnFrameFlags | AllButtons),
              Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
     ExtendDialog always(nullptr, Qt::WindowCloseButtonHint, enWidgetSystemFrame);
-    always.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    QCOMPARE(always.windowFlags(), Qt::Dialog | Qt::FramelessWindowHint);
+    always.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowCloseButtonHint);
+    QCOMPARE(always.windowFlags(), Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowCloseButtonHint);
+    m_mainFrame.usesCustomFrame = true;
+    always.getFrameValue(); // from now on flags choose the buttons of a title bar
+    always.setWindowFlags(Qt::WindowMinimizeButtonHint);
+    QCOMPARE(shownParts(always), "Min");
 }
 
 void TestExtendDialog::centring()
@@ -195,6 +203,7 @@ void TestExtendDialog::centring()
     main.setObjectName("miniplugin_subframedlg");
     main.setGeometry(200, 200, 400, 300);
     QWidget between(&main);
+    between.setObjectName("miniplugin_subframedlg2"); // another name
     ExtendDialog dialog(&between, {}, enWidgetMessage);
     dialog.resize(100, 100);
     dialog.move(0, 0);
@@ -202,6 +211,12 @@ void TestExtendDialog::centring()
     QCOMPARE(dialog.geometry(), QRect(350, 300, 100, 100));
     dialog.resize(200, 100);
     QCOMPARE(dialog.pos(), QPoint(300, 300));
+    VERIFY_LOGGED_IN_ORDER("{file}: MoveCentre: Enter", "{file}: MoveCentre: Exit");
+    m_mainFrame.usesCustomFrame = false;
+    ExtendDialog plain(&between, {}, enWidgetNormal); // stays where it is, and as small as it likes
+    plain.setGeometry(10, 20, 90, 90);
+    plain.show();
+    QVERIFY(plain.geometry() == QRect(10, 20, 90, 90) && plain.minimumSize().isNull());
 
     CommonUtils::MoveCentre(nullptr);
     QDialog alone;
@@ -211,6 +226,10 @@ void TestExtendDialog::centring()
     QCOMPARE(alone.pos(), QPoint(10, 10));
     CommonUtils::MoveRelatedCentre(&alone, &main);
     QCOMPARE(alone.pos(), CommonUtils::GetCentrePoint(&main, {50, 50}));
+    publish(makeContainer({{PluginIds::MainFrame, "TestMainFrame"}}));
+    recorder().setAnswer("TestMainFrame.GetMainWindow", QVariant::fromValue<QObject*>(&plain));
+    CommonUtils::MoveCentre(&alone);
+    QCOMPARE(alone.pos(), CommonUtils::GetCentrePoint(&plain, {50, 50}));
 }
 
 void TestExtendDialog::closing()
@@ -222,17 +241,23 @@ void TestExtendDialog::closing()
     dialog.show();
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QVERIFY(dialog.isVisible());
+    QKeyEvent other(QEvent::KeyPress, Qt::Key_F2, Qt::NoModifier);
+    QCoreApplication::sendEvent(&dialog, &other);
+    QVERIFY(!other.isAccepted());                          // left to the base, which has no use for it
     QTest::keyPress(&dialog, Qt::Key_F4, Qt::AltModifier); // sets the modifiers that the close event looks at
     QCOMPARE(dialog.close(), false);
-    QTest::keyRelease(&dialog, Qt::Key_F4, Qt::NoModifier);
+    QTest::keyPress(&dialog, Qt::Key_F4, Qt::AltModifier | Qt::ShiftModifier); // not exactly Alt
     QVERIFY(dialog.close());
     QCOMPARE(closed.count(), 1);
     VERIFY_LOGGED_IN_ORDER(
         "{file}, EnableCloseButton : grabKeyboard() call", "{file}, showEvent : grabKeyBoard() called",
         "key press 16777216", "{file}, keyPressEvent : Escape key pressed",
-        "{file}, closeEvent : close event ignored", "{file}, closeEvent : emit dlgCloseEvent ()");
+        "{file}, closeEvent : close event ignored", "{file}, closeEvent : releaseKeyboard() call",
+        "{file}, closeEvent : emit dlgCloseEvent ()", "{file}, hideEvent : entered",
+        "{file}, hideEvent : releaseKeyboard() called");
 
     dialog.EnableCloseButton(true);
+    QVERIFY(log().contains("{file}, EnableCloseButton : releaseKeyboard() called"));
     dialog.show();
     dialog.GetTileBar()->showSmall();
     const QRect tile = dialog.geometry();
@@ -241,8 +266,14 @@ void TestExtendDialog::closing()
     next.show();
     next.GetTileBar()->showSmall();
     QCOMPARE(next.geometry(), tile);
-    QTest::keyClick(&next, Qt::Key_Escape);
-    QVERIFY(!next.isVisible());
+    next.GetTileBar()->SetMinimizeBehavior(true);
+    QVERIFY(next.close()); // keeps its tile
+    ExtendDialog last(nullptr, AllButtons, enWidgetNormal);
+    last.show();
+    last.GetTileBar()->showSmall();
+    QVERIFY(last.geometry() != tile);
+    QTest::keyClick(&last, Qt::Key_Escape);
+    QVERIFY(!last.isVisible());
 }
 
 void TestExtendDialog::showMessage_data()
@@ -315,6 +346,9 @@ void TestExtendDialog::fader()
     checkColors(Qt::blue, 20);
     fader.start(Qt::black, 0); // as short as possible
     checkColors(Qt::black, 1);
+    covered.show();
+    fader.start();
+    QTRY_VERIFY_WITH_TIMEOUT(fader.isHidden(), 30000); // by its own clock
 }
 
 void TestExtendDialog::lineEdit()

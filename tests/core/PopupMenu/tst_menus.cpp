@@ -135,11 +135,15 @@ void TestMenus::reading()
         {custom(within("null", change("add", popup("T")), "M") + within("T", change("add", item("c")), "M")),
          unchanged + " T(IDS_T)[c(IDS_C)]"},
         {custom(within("null", change("rem", item("a")), "M")), "M: S(IDS_S)[b(IDS_B)]"},
+        {custom(within("null", change("rem", item("s")), "M")), "M: a(IDS_A)"}, // whatever has the identifier
         {custom(within("S", change("rem", item("b")), "M")), "M: a(IDS_A) S(IDS_S)[]"},
         {custom(within("null", change("rem", popup("S")), "M")), "M: a(IDS_A)"},
         {custom(within("null", change("rem", item("c") + popup("a")), "M") + // what is not there
                 within("T", change("rem", item("b")), "M") + within("null", change("rem", item("a")), "N")),
          unchanged},
+        {custom(add + within("null", change("add", item("d")))), unchanged + " c(IDS_C)"}, // names no menu
+        {custom(add + "</block><block name='redline'>" + within("null", change("add", item("d")), "M")),
+         unchanged + " c(IDS_C) d(IDS_D)"},                                 // to the end of the part
         {custom(within("null", item("c"), "M")), unchanged},                // no action
         {custom(within("null", change("add", item("c")), "N")), unchanged}, // makes no menu
         {custom(add, ""), "M: S(IDS_S)[b(IDS_B)] c(IDS_C)"}, // without a name: to the end of the part
@@ -180,8 +184,8 @@ void TestMenus::failures()
     write(menu("M", "") + "<customize>" + within("null", change("add", item("c")), "M") + "</customize>");
     QCOMPARE(outline(MenuParse("TestPlugin", "menu.xml")), "M: c(IDS_C)");
     QVERIFY(log().contains("{file}: CustomizeItemParse:ReadMenuItem "));
-    service().setCustomizeName("bluewave");
-    QCOMPARE(parser.GetOperator(), "bluewave");
+    service().setCustomizeName("blå");
+    QCOMPARE(parser.GetOperator(), "blå");
     service().setResult("QRVL_DevSrv_GetCustomizeName", 1);
     QCOMPARE(parser.GetOperator(), "");
 }
@@ -227,6 +231,7 @@ void TestMenus::building()
         {menu("M", search + Separator + item("a")), false, "menu_search a"},
         {menu("M", search + Separator + Separator + item("a")), false, "menu_search - a"},
         {menu("M", search + item("a") + Separator + item("b")), false, "menu_search a b"},
+        {menu("M", popup("menu_search") + Separator + item("a")), false, "menu_search[] a"},
         {menu("M", popup("S") + item("a")) + within("S", item("b") + Separator + item("c")), false,
          "S[b - c] a"},
     };
@@ -267,6 +272,9 @@ void TestMenus::nothingToBuild()
     QCOMPARE(builder.AddMenuItem(nullptr, &target, &parent, &actions), 1);
     QVERIFY(actions.isEmpty());
     QCOMPARE(builder.AddMenuItem(&menu, &target, &parent, &actions), 0); // a sub-menu without a list
+    menu.items->first()->SetPopupMenuList(new QList<MenuXmlInfo*>{new MenuXmlInfo}); // child of no type
+    QCOMPARE(builder.AddMenuItem(&menu, &target, &parent, &actions), 1);
+    QVERIFY(target.actions().last()->menu()->isEmpty());
 }
 
 QTEST_MAIN(TestMenus)

@@ -6,6 +6,7 @@
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 #include "Startup/Startup.h"
+#include "ToolBar/ToolBarLogic.h"
 
 #include <QRect>
 
@@ -50,8 +51,9 @@ void TestStartup::startAndEnd()
 
     service().setSetting("language", "active", "_x-y");
     QCOMPARE(Startup::tr("A"), QString("a"));
+    QVERIFY(ToolBarLogic::getPlugin("AlphaPlugin"));
     startup.reset();
-    QVERIFY(!Startup::GetPluginContainer());
+    QVERIFY(!Startup::GetPluginContainer() && !ToolBarLogic::m_pPluginContainer);
     VERIFY_LOGGED_IN_ORDER("10:23:53 : {file} : tr : Enter", "10:23:53 : {file} : ~Startup : Enter",
                            "{file}: ~Startup: entered", "{*}plugin MainFramePlugin unloaded");
     QCOMPARE(recorder().names({"constructed", "BuildFrame"}),

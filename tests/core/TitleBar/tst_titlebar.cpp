@@ -87,6 +87,8 @@ public:
         const QPoint onTitle = bar->mapToGlobal({200, 10});
         if (step == "hides")
             bar->SetMinimizeBehavior(true);
+        else if (step == "mini")
+            bar->setMiniState();
         else if (step == "hide")
             hide();
         else if (step == "occupy")
@@ -101,6 +103,11 @@ public:
 
     static constexpr QRect Normal{100, 120, 400, 300};
     TitleBar* const bar;
+};
+
+struct OpenBar : TitleBar
+{
+    using TitleBar::mousePressEvent;
 };
 
 /// The counts of all cells, row by row from the bottom.
@@ -165,6 +172,7 @@ void TestTitleBar::parts()
               "<l><item name='IDS_XFRAME_TITLE'>Connection</item></l>");
     QImage picture(64, 32, QImage::Format_RGB32);
     picture.fill(Qt::red);
+    picture.setPixelColor(0, 0, Qt::blue);
     QVERIFY(picture.save(installed("plugins/XFramePlugin/Startup.png")));
     Window window;
     const auto* const title = qobject_cast<QLabel*>(window.part("LabelTitle"));
@@ -173,6 +181,8 @@ void TestTitleBar::parts()
     QCOMPARE(title->minimumSize(), QSize(30, 15));
     QCOMPARE(icon->minimumHeight(), 16);
     QCOMPARE(icon->pixmap(Qt::ReturnByValue).size(), QSize(16, 8));
+    const QColor mixed = icon->pixmap(Qt::ReturnByValue).toImage().pixelColor(0, 0);
+    QVERIFY(mixed.red() > 0 && mixed.blue() > 0);
     QCOMPARE(window.bar->layout()->contentsMargins(), QMargins(1, 0, 5, 0));
     QStringList places;
     for (int i = 0; i < window.bar->layout()->count(); ++i) {
@@ -208,10 +218,12 @@ void TestTitleBar::parts()
     window.bar->showMax();
     window.bar->setMiniState();
     QVERIFY(!window.bar->isIconPressed({}));
+    (window.bar->*&OpenBar::mousePressEvent)(nullptr);
     VERIFY_LOGGED_IN_ORDER("{file}, SetWindowTitle : title label is null",
                            "{file}, showMax : maximize or restore button is null",
                            "{file}, setMiniState : restore button is null",
-                           "{file}, isIconPressed : title Icon is null");
+                           "{file}, isIconPressed : title Icon is null",
+                           "{file}, mousePressEvent QMouseEvent is NULL");
 }
 
 void TestTitleBar::states_data()
@@ -229,6 +241,7 @@ void TestTitleBar::states_data()
     row("maximised from a tile", "Minimize Maximize", "full maximised 0 MinResClo", "");
     row("no free tile", "occupy Minimize", "normal 1 MaxResClo", "");
     row("minimising hides", "hides Minimize", "normal 0 MinMaxClo", "{file}, showSmall : hide called");
+    row("minimising hides, no tile", "hides mini", "normal 0 MinMaxClo", "");
     row("tile that hides", "Minimize hides Maximize", "full maximised 1 MinResClo", "");
     row("disabled", "disabled Maximize", "normal 0 MinClo", "{file}, showMax : maximize is disabled");
     row("disabled, takes no second tile", "disabled Minimize Minimize", "tile 1 ResClo", "");
@@ -340,6 +353,7 @@ void TestTitleBar::systemMenu()
     writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), "<l>" + texts + "</l>");
     QCursor::setPos(700, 700);
     QCOMPARE(enabled(true), "- Move - Minimize -");
+    QCOMPARE(window.bar->findChild<QMenu*>()->pos(), QPoint(300, 300));
     QCOMPARE(enabled(false), "- Move Size Minimize Maximize");
     window.bar->findChild<QMenu*>()->actions().last()->trigger();
     QCOMPARE(enabled(true), "- Move - Minimize -");

@@ -25,7 +25,7 @@ QByteArray item(const QByteArray& plugin, const QByteArray& id, const QByteArray
 QByteArray toolBar(const QByteArray& count, const QByteArray& items)
 {
     return "<doc><ToolBar count='" + count + "'><note/>" + items +
-           "</ToolBar><GroupInGroup enable='1'/></doc>";
+           "</ToolBar><GroupInGroup enable='2'/></doc>";
 }
 
 /// A picture with a red left and a blue right half.
@@ -75,7 +75,7 @@ private:
 
 void TestToolBar::reading()
 {
-    const QByteArray items = item("", "7") + item("", "3", "THE_SEARCH_BOX") + item("", "x"),
+    const QByteArray items = item("", "7") + item("", "3", "THE_SEARCH_BOX") + item("", "x", "Search"),
                      single = item("", "4");
     const QString done = "Exit", isZero = "Exit: Item Count is ZERO!";
     const std::tuple<QByteArray, QList<int>, bool, QString> rows[] = {
@@ -87,7 +87,7 @@ void TestToolBar::reading()
         {toolBar("many", items), {}, false, "Exit: XML File Content is Wrong!"},
         {"<doc>" + items + "</doc>", {}, false, isZero},
         {"<doc><ToolBar count='1'/>" + single + "</doc>", {4}, false, done},
-        {toolBar("1", single).replace("enable='1'", "enable='0'"), {4}, false, done},
+        {toolBar("1", single).replace("enable='2'", "enable='0'"), {4}, false, done},
         {toolBar("3", single + "<"), {4}, false, "Enter"}, // a fault
     };
     for (const auto& [content, ids, isGroup, logged] : rows) {
@@ -100,7 +100,7 @@ void TestToolBar::reading()
     QVERIFY(log().contains("Error: {*}"));
     readIds(toolBar("3", items));
     QCOMPARE(m_items[1].resource + m_items[0].enabled + m_items[0].disabled, "THE_SEARCH_BOXon.pngoff.png");
-    QVERIFY(m_items[1].isSearch && !m_items[0].isSearch && !m_items[0].button);
+    QVERIFY(m_items[1].isSearch && !m_items[0].isSearch && !m_items[2].isSearch && !m_items[0].button);
     ToolBarLogic::GetXmlData(path("missing.xml"), m_items, m_groupInGroup, QString());
     QVERIFY(m_items.isEmpty() && log().contains("{file}: GetXmlData: Exit: XML File is not opened"));
 }
@@ -124,14 +124,18 @@ void TestToolBar::plugins()
         service().setSetting("callui", "callvideo", video);
         QCOMPARE(readIds(toolBar("5", items)), ids);
     }
+    const auto host = std::move(m_host); // the one that was taken first is kept
+    publish(nullptr);
+    QCOMPARE(readIds(toolBar("5", items)), (QList<int>{1, 2, 3, 4}));
     QCOMPARE(ToolBarLogic::GetObjectName("X"), "ToolBar_X");
-    QVERIFY(log().contains("{time}: {file}: GetObjectName Exit: objectname:ToolBar_X"));
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetObjectName Enter: plugin name:X",
+                           "{time}: {file}: GetObjectName Exit: objectname:ToolBar_X");
 }
 
 void TestToolBar::creating()
 {
     savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
-    readIds(toolBar("2", item("", "7") + item("", "3", "SEARCH")));
+    readIds(toolBar("2", item("", "7", "SEARCH") + item("", "3").replace("on.png", "missing.png")));
     QWidget parent;
     QButtonGroup* group = nullptr;
     QVERIFY(!ToolBarLogic::CreateToolBar("P", nullptr, m_items, &group, nullptr, nullptr, nullptr));
@@ -152,6 +156,8 @@ void TestToolBar::creating()
     QVERIFY(column.sizeConstraint() == QLayout::SetFixedSize && column.contentsMargins().isNull());
     QVERIFY(column.spacing() == 0 && row.spacing() == 0);
     QCOMPARE(row.count(), 3); // two buttons and a spacer
+    QVERIFY(row.contentsMargins().isNull() && row.itemAt(2)->sizeHint() == QSize(40, 20));
+    QCOMPARE(row.itemAt(2)->expandingDirections(), Qt::Horizontal);
     QCOMPARE(icon->pixmap(Qt::ReturnByValue).size(), QSize(20, 16));
 
     ToolBarLogic::DestroyToolButtonGroup(m_items, &group);
@@ -164,19 +170,20 @@ void TestToolBar::icons()
 {
     savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
     savePicture(installed("plugins/P/off.png"), {20, 16}, Qt::green);
-    readIds(toolBar("2", item("", "7") + item("", "3", "SEARCH")));
+    readIds(toolBar("2", item("", "3", "SEARCH") + item("", "7")));
     QWidget parent;
     QVERIFY(ToolBarLogic::CreateToolBar("P", &parent, m_items, nullptr, nullptr, nullptr, nullptr));
-    const QToolButton& button = *m_items[0].button;
+    const QToolButton& button = *m_items[1].button;
     QCOMPARE(leftColour(button), QColor(Qt::red));
     ToolBarLogic::EnableDisableItem("P", m_items, 7, false);
-    QVERIFY(!button.isEnabled() && m_items[1].button->isEnabled());
+    QVERIFY(!button.isEnabled() && m_items[0].button->isEnabled());
     QCOMPARE(leftColour(button, QIcon::Disabled), QColor(Qt::green));
     ToolBarLogic::EnableDisableItem("P", m_items, 99, false);
     QLabel icon;
     QLabel* searchIcon = &icon;
     ToolBarLogic::ChangeToolBarIconDirection("P", m_items, true, &searchIcon);
     QCOMPARE(leftColour(button), QColor(Qt::blue));
+    QCOMPARE(button.icon().availableSizes(QIcon::Active).size(), 1);
     QCOMPARE(button.icon().pixmap({20, 16}, QIcon::Active).toImage().pixelColor(19, 1), QColor(Qt::green));
     QCOMPARE(icon.pixmap(Qt::ReturnByValue).toImage().pixelColor(19, 1), QColor(Qt::red));
     QApplication::setLayoutDirection(Qt::RightToLeft);
@@ -187,7 +194,7 @@ void TestToolBar::icons()
     ToolBarLogic::ChangeToolBarIconDirection("P", m_items, false, nullptr);
     QCOMPARE(leftColour(button), QColor(Qt::red));
     ToolBarLogic::setIcon(nullptr, true, "missing.png");
-    ToolBarLogic::setMirrorIcon(m_items[0].button, true, "missing.png", true);
+    ToolBarLogic::setMirrorIcon(m_items[1].button, true, "missing.png", true);
     QVERIFY(button.icon().isNull());
 }
 
@@ -206,6 +213,7 @@ void TestToolBar::searchBox()
     QVERIFY(edit->maxLength() == 48 && !edit->acceptDrops());
     QVERIFY(layout->contentsMargins() == QMargins(0, 0, 0, 3) && layout->spacing() == 1);
     QVERIFY(layout->itemAt(0)->widget() == icon && layout->itemAt(1)->widget() == edit);
+    QVERIFY(layout->count() == 3 && layout->itemAt(2)->spacerItem());
 
     edit->setText("old");
     for (int i = 0; i < 2; ++i)
@@ -241,6 +249,9 @@ void TestToolBar::searchKeys()
         QTest::keyClick(&edit, key, modifier);
         QCOMPARE(edit.cursorPosition(), position);
         QCOMPARE(emitted, signal);
+        QKeyEvent event(QEvent::KeyPress, key, modifier);
+        edit.event(&event);
+        QVERIFY(signal.isEmpty() || !event.isAccepted()); // the line edit had no use for it
     }
     const QString line = "{time}: {file}: keyPressEvent Cntrl %1 pressed in the Search Edit Box";
     VERIFY_LOGGED_IN_ORDER(line.arg('N'), line.arg('F'));
