@@ -25,23 +25,35 @@ QString bodyOf(const NewMessages& messages)
     return senders.join(QLatin1Char('\n')).left(LongestBody);
 }
 
-/// Shows the page of messages.
 /// @return false if the main frame has no such page
-bool showMessages()
+bool hasShownPage(const QString& clsid)
 {
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
     bool isShown = false;
     if (mainFrame)
-        guardedCall("ShowPage", QStringLiteral("main frame"),
-                    [&] { isShown = mainFrame->ShowPage(MessagesClsid); });
+        guardedCall("ShowPage", QStringLiteral("main frame"), [&] { isShown = mainFrame->ShowPage(clsid); });
     return isShown;
 }
 
 } // namespace
 
+void showPage(const QString& clsid)
+{
+    QWidget* const window = CommonUtils::GetMainWindow();
+    if (!window || hasShownPage(clsid))
+        return;
+    window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
 MessageNotice::MessageNotice()
 {
-    connect(&m_notification, &DesktopNotification::activated, this, &MessageNotice::showMainWindow);
+    connect(&m_notification, &DesktopNotification::activated, this, [this] {
+        m_notification.close();
+        showPage(MessagesClsid);
+    });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             m_notification.close();
@@ -60,17 +72,5 @@ void MessageNotice::show(const NewMessages& messages)
         return;
     const QString title = messages.size() == 1 ? text("IDS_NOTIFY_FROM").arg(messages.first().sender)
                                                : text("IDS_NOTIFY_SEVERAL").arg(messages.size());
-    m_notification.show(title, bodyOf(messages));
-}
-
-void MessageNotice::showMainWindow()
-{
-    m_notification.close();
-    QWidget* const window = CommonUtils::GetMainWindow();
-    if (!window || showMessages())
-        return;
-    window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    m_notification.show(title, bodyOf(messages), "im.received");
 }
