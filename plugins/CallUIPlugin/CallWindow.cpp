@@ -3,6 +3,7 @@
 #include "support/CloseGuard.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QCloseEvent>
@@ -115,7 +116,7 @@ QString CallWindow::stateText() const
         return text("IDS_CALL_DIALLING");
     case State::InCall: {
         const QTime duration = QTime(0, 0).addMSecs(int(m_since.elapsed()));
-        return text("IDS_CALL_TALKING").arg(duration.toString(QLatin1String("hh:mm:ss")));
+        return text("IDS_CALL_TALKING").arg(languageLocale().toString(duration, QStringLiteral("hh:mm:ss")));
     }
     case State::Ended:
         break;

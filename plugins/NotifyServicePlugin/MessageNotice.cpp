@@ -4,6 +4,7 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
@@ -71,6 +72,6 @@ void MessageNotice::show(const NewMessages& messages)
     if (!isNeeded())
         return;
     const QString title = messages.size() == 1 ? text("IDS_NOTIFY_FROM").arg(messages.first().sender)
-                                               : text("IDS_NOTIFY_SEVERAL").arg(messages.size());
+                                               : text("IDS_NOTIFY_SEVERAL").arg(numberText(messages.size()));
     m_notification.show(title, bodyOf(messages), "im.received");
 }

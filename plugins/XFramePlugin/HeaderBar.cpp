@@ -5,6 +5,7 @@
 #include "common/CommonUtils.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QHBoxLayout>
@@ -67,7 +68,8 @@ QString modemName(const Modems& modems, bool wasRefused)
 {
     if (modems.isEmpty())
         return text(wasRefused ? "IDS_HEADER_REFUSED" : "IDS_HEADER_NO_MODEM");
-    return modems.size() == 1 ? modems.first().name : text("IDS_HEADER_MODEMS").arg(modems.size());
+    return modems.size() == 1 ? modems.first().name
+                              : text("IDS_HEADER_MODEMS").arg(numberText(modems.size()));
 }
 
 } // namespace
