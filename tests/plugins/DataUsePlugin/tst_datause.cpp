@@ -160,7 +160,7 @@ void TestDataUse::files()
                                         {date("2024-04-01"), {200, 50}},
                                         {date("2024-04-02"), {30, 5}}}));
     QVERIFY(read.counters == (Traffic{90, 5}));
-    QVERIFY(read.sum({date("2024-04-01"), date("2024-04-30")}) == (Traffic{230, 55}));
+    QVERIFY(read.sum({date("2024-04-01"), date("2024-04-02")}) == (Traffic{230, 55}));
 
     const History repaired = historyFrom("\xff\xfe 3\n2024-02-30 1 1\n2024-03-01 1\r\n2024-03-02 -1 1\n"
                                          "2024-03-03 5 6\r\nwarned 2024-03-01 7\ncounters x 1\n2024-03-04 1",
@@ -237,8 +237,8 @@ void TestDataUse::accounts()
         account.read({{6500, 510}, 200}, today, 3000);
         account.disconnect();
         QVERIFY(!account.isConnected());
-        account.read({{7000, 510}, 300}, today, 9000); // has gone on in between
-        account.read({{7000, 520}, 300}, today, 10000);
+        account.read({{7000, 510}, 200}, today, 9000); // has gone on in between
+        account.read({{7000, 520}, 200}, today, 10000);
         QVERIFY(account.sinceConnecting() == (Traffic{0, 10}));
         QCOMPARE(account.speeds().steps().last().begin, 9000);
         account.save();
