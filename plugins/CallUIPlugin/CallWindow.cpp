@@ -4,6 +4,7 @@
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Modems.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QCloseEvent>
@@ -144,7 +145,7 @@ void CallWindow::proceed()
 QString CallWindow::duration() const
 {
     const qint64 length = isGoingOn() ? m_since.elapsed() : m_length;
-    return QTime(0, 0).addMSecs(int(length)).toString(QLatin1String("hh:mm:ss"));
+    return languageLocale().toString(QTime(0, 0).addMSecs(int(length)), QStringLiteral("hh:mm:ss"));
 }
 
 QString CallWindow::stateText() const

@@ -1,5 +1,6 @@
 #include "ModemReport.h"
 
+#include "support/Numbers.h"
 #include "support/OperatorNames.h"
 #include "support/Text.h"
 #include "support/Units.h"
@@ -64,7 +65,7 @@ QString signalWords(const QString& reported)
                      [strength](const SignalStep& candidate) { return strength >= candidate.least; });
     if (step == std::end(SignalSteps))
         return reported.isEmpty() ? QString() : text("IDS_CONN_SIGNAL_NONE");
-    return text(step->words).arg(strength);
+    return text(step->words).arg(numberText(strength));
 }
 
 QString networkName(const Modem& modem, const OperatorNames& names)
@@ -119,17 +120,9 @@ QDateTime connectedSince(const Modem& modem)
 
 QString sinceText(const QDateTime& since, const QDateTime& now, const QLocale& locale)
 {
-    constexpr int minute = 60;
-    constexpr int hour = 60 * minute;
-    const int seconds = int(std::max<qint64>(0, since.secsTo(now)));
-    const auto twoDigits = [&locale](int number) {
-        return locale.toString(number).rightJustified(2, locale.zeroDigit());
-    };
     const QString moment = since.date() == now.date() ? locale.toString(since.time(), QLocale::ShortFormat)
                                                       : locale.toString(since, QLocale::ShortFormat);
-    return QStringLiteral("%1 (%2:%3:%4)")
-        .arg(moment, locale.toString(seconds / hour), twoDigits(seconds % hour / minute),
-             twoDigits(seconds % minute));
+    return QStringLiteral("%1 (%2)").arg(moment, durationText(since.secsTo(now), locale));
 }
 
 Facts readFacts(const Modem& modem, const OperatorNames& names, const Units& units)

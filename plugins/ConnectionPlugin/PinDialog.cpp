@@ -4,6 +4,7 @@
 #include "support/DeviceEvents.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
+#include "support/Numbers.h"
 #include "support/Requests.h"
 #include "support/ResultWords.h"
 #include "support/Secret.h"
@@ -125,7 +126,7 @@ void PinDialog::showTexts()
     const char* const question = asksPuk() ? "IDS_CONN_ASK_PUK" : "IDS_CONN_ASK_PIN";
     m_sentence->setText(isBlocked ? text("IDS_CONN_BLOCKED_HINT") : text(question).arg(m_modem.name));
     const QString tries = value(m_modem, asksPuk() ? "puk-tries" : "pin-tries");
-    m_tries->setText(text("IDS_CONN_TRIES").arg(tries));
+    m_tries->setText(text("IDS_CONN_TRIES").arg(numberText(tries.toInt())));
     m_tries->setVisible(!isBlocked && !tries.isEmpty());
     fitToContent();
 }

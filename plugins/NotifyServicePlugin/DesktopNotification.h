@@ -18,7 +18,8 @@ public:
 
     /// Shows a notification; it replaces the previous one. Returns without waiting for the desktop.
     /// @param title, body plain text
-    void show(const QString& title, const QString& body);
+    /// @param category    what it is about, in the words of desktops: "im.received", "device"
+    void show(const QString& title, const QString& body, const char* category);
 
     /// Withdraws the notification, if the user has not closed it already.
     void close();

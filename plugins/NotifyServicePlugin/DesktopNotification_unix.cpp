@@ -47,11 +47,12 @@ public:
     {
     }
 
-    void show(const QString& title, const QString& body)
+    void show(const QString& title, const QString& body, const char* category)
     {
         connectToDesktop();
         m_title = title;
         m_body = body;
+        m_category = QString::fromLatin1(category);
         m_isWanted = true;
         call("GetCapabilities", {}, [this](const QVariant& answer) {
             const bool hasMarkup = answer.toStringList().contains(QLatin1String("body-markup"));
@@ -97,7 +98,7 @@ private:
     {
         // The application plays the sound itself.
         const QVariantMap hints = {{QLatin1String("suppress-sound"), true},
-                                   {QLatin1String("category"), QString::fromLatin1("im.received")}};
+                                   {QLatin1String("category"), m_category}};
         const QStringList actions = {QString(DefaultAction), text("IDS_NOTIFY_SHOW")};
         call("Notify",
              {QGuiApplication::applicationDisplayName(), m_id, QString(), m_title, body, actions, hints,
@@ -129,6 +130,7 @@ private:
     uint m_id = 0;           ///< of the notification that is shown; 0 without one
     QString m_title;
     QString m_body;
+    QString m_category;
 };
 
 DesktopNotification::DesktopNotification()
@@ -141,9 +143,9 @@ DesktopNotification::~DesktopNotification()
     close();
 }
 
-void DesktopNotification::show(const QString& title, const QString& body)
+void DesktopNotification::show(const QString& title, const QString& body, const char* category)
 {
-    d->show(title, body);
+    d->show(title, body, category);
 }
 
 void DesktopNotification::close()

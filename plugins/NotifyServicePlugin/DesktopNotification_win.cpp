@@ -21,7 +21,7 @@ DesktopNotification::DesktopNotification()
 
 DesktopNotification::~DesktopNotification() = default;
 
-void DesktopNotification::show(const QString& title, const QString& body)
+void DesktopNotification::show(const QString& title, const QString& body, const char*)
 {
     const QIcon picture = Look::tileIcon(Look::Sign::Message);
     d->icon.setIcon(picture);

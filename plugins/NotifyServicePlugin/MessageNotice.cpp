@@ -4,6 +4,7 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
@@ -26,23 +27,35 @@ QString bodyOf(const NewMessages& messages)
     return senders.join(QLatin1Char('\n')).left(LongestBody);
 }
 
-/// Shows the page of messages.
 /// @return false if the main frame has no such page
-bool showMessages()
+bool hasShownPage(const QString& clsid)
 {
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
     bool isShown = false;
     if (mainFrame)
-        guardedCall("ShowPage", QStringLiteral("main frame"),
-                    [&] { isShown = mainFrame->ShowPage(MessagesClsid); });
+        guardedCall("ShowPage", QStringLiteral("main frame"), [&] { isShown = mainFrame->ShowPage(clsid); });
     return isShown;
 }
 
 } // namespace
 
+void showPage(const QString& clsid)
+{
+    QWidget* const window = CommonUtils::GetMainWindow();
+    if (!window || hasShownPage(clsid))
+        return;
+    window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
 MessageNotice::MessageNotice()
 {
-    connect(&m_notification, &DesktopNotification::activated, this, &MessageNotice::showMainWindow);
+    connect(&m_notification, &DesktopNotification::activated, this, [this] {
+        m_notification.close();
+        showPage(MessagesClsid);
+    });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             m_notification.close();
@@ -62,18 +75,6 @@ void MessageNotice::show(const NewMessages& messages)
     // The sender of a message that arrived while the window was visible was not read.
     const bool isNamed = messages.size() == 1 && !messages.first().sender.isEmpty();
     const QString title = isNamed ? text("IDS_NOTIFY_FROM").arg(messages.first().sender)
-                                  : text("IDS_NOTIFY_SEVERAL").arg(messages.size());
-    m_notification.show(title, bodyOf(messages));
-}
-
-void MessageNotice::showMainWindow()
-{
-    m_notification.close();
-    QWidget* const window = CommonUtils::GetMainWindow();
-    if (!window || showMessages())
-        return;
-    window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-    window->show();
-    window->raise();
-    window->activateWindow();
+                                  : text("IDS_NOTIFY_SEVERAL").arg(numberText(messages.size()));
+    m_notification.show(title, bodyOf(messages), "im.received");
 }

@@ -9,6 +9,10 @@ Notifications::Notifications()
         checkConnection();
         checkMessages(); // takes note of what a new modem holds
     });
+    connect(&m_notice, &DesktopNotification::activated, this, [this] {
+        m_notice.close();
+        showPage(m_noticeClsid);
+    });
     m_deviceEvents.listen();
     m_connections.hasLostOne();
     // Not from here: a worker asks the container for this plugin, which is being initialised.
@@ -21,6 +25,12 @@ void Notifications::playSound(const QString& key)
         if (EventSettings::key(event) == key)
             m_sounds.play(event);
     }
+}
+
+void Notifications::showNotice(const QString& title, const QString& body, const QString& clsid)
+{
+    m_noticeClsid = clsid;
+    m_notice.show(title, body, "device");
 }
 
 void Notifications::checkMessages()

@@ -20,6 +20,9 @@ public:
     /// @param key EventSettings::key() of the event; others are ignored
     void playSound(const QString& key);
 
+    /// Shows a notification on the desktop; a click on it shows the page of a plugin.
+    void showNotice(const QString& title, const QString& body, const QString& clsid);
+
     /// Unregisters from the device service.
     void stopListening() { m_deviceEvents.stop(); }
 
@@ -31,6 +34,8 @@ private:
     DeviceEvents m_deviceEvents;
     EventSounds m_sounds;
     MessageNotice m_messageNotice;
+    DesktopNotification m_notice;
+    QString m_noticeClsid; ///< of the plugin whose page a click on m_notice shows
     ConnectionWatch m_connections;
     MessageWatch m_messages; ///< the last member: its thread ends before the others are deleted
 };

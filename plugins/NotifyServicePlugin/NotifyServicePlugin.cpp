@@ -5,35 +5,10 @@
 #include "SoundsPage.h"
 #include "common/CommonUtils.h"
 
-#include <QRect>
-
 void Notifier::requestStop()
 {
     if (!m_stopping.exchange(true))
         Q_EMIT stopRequested();
-}
-
-SettingsPageBuilder::~SettingsPageBuilder()
-{
-    delete m_page;
-}
-
-QWidget* SettingsPageBuilder::BuildFrame(QWidget* parent, const QRect& geometry)
-{
-    delete m_page;
-    if (!m_notifications)
-        return nullptr;
-    m_page = new SoundsPage(m_notifications->sounds(), parent);
-    if (!geometry.isNull())
-        m_page->setGeometry(geometry);
-    return m_page;
-}
-
-void SettingsPageBuilder::setNotifications(Notifications* notifications)
-{
-    m_notifications = notifications;
-    if (!notifications)
-        delete m_page;
 }
 
 NotifyServicePlugin::NotifyServicePlugin()
@@ -49,7 +24,9 @@ int NotifyServicePlugin::Init()
 {
     m_notifications = std::make_unique<Notifications>();
     connect(&m_notifier, &Notifier::soundRequested, m_notifications.get(), &Notifications::playSound);
-    m_pageBuilder.setNotifications(m_notifications.get());
+    connect(&m_notifier, &Notifier::noticeRequested, m_notifications.get(), &Notifications::showNotice);
+    m_pageBuilder.start(
+        [this](QWidget* parent) { return new SoundsPage(m_notifications->sounds(), parent); });
     return BasePlugin::Init();
 }
 
@@ -68,6 +45,6 @@ void NotifyServicePlugin::Destroy()
 {
     if (CommonUtils::IsShuttingDown())
         StopThreads();
-    m_pageBuilder.setNotifications(nullptr);
+    m_pageBuilder.stop();
     m_notifications.reset();
 }

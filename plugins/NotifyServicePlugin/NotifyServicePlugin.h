@@ -2,10 +2,7 @@
 
 #include "PluginContainer/BasePlugin.h"
 #include "PluginContainer/interfaces/INotifyService.h"
-#include "PluginContainer/interfaces/IUIPlugin.h"
-
-#include <QPointer>
-#include <QWidget>
+#include "support/SettingsPageBuilder.h"
 
 #include <atomic>
 #include <memory>
@@ -28,32 +25,19 @@ public Q_SLOTS:
     /// Emits soundRequested().
     void playSound(const QString& event) { Q_EMIT soundRequested(event); }
 
+    /// Emits noticeRequested().
+    void showNotice(const QString& title, const QString& body, const QString& clsid)
+    {
+        Q_EMIT noticeRequested(title, body, clsid);
+    }
+
 Q_SIGNALS:
     void stopRequested();
     void soundRequested(const QString& event);
+    void noticeRequested(const QString& title, const QString& body, const QString& clsid);
 
 private:
     std::atomic<bool> m_stopping{false};
-};
-
-/// Builds the page for the settings dialog, available as PluginIds::SettingsPage.
-class SettingsPageBuilder : public QObject, public IUIPlugin
-{
-    Q_OBJECT
-    Q_INTERFACES(IUIPlugin)
-
-public:
-    ~SettingsPageBuilder() override;
-
-    /// @return null while the plugin is not initialised
-    QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
-
-    /// Sets the object that plays the page's tests; must outlive the page. Null deletes the page.
-    void setNotifications(Notifications* notifications);
-
-private:
-    Notifications* m_notifications = nullptr;
-    QPointer<QWidget> m_page;
 };
 
 /// The notification service: asks the workers of all plugins to finish, and notifies the user of messages, calls and

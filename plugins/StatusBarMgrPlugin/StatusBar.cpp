@@ -4,6 +4,7 @@
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
 #include "support/ModemInUse.h"
+#include "support/Numbers.h"
 #include "support/OperatorNames.h"
 #include "support/Text.h"
 
@@ -78,7 +79,7 @@ void StatusBar::showNetwork(const Modem& modem)
     const QString network = value(modem, "network");
     const int strength = network.isEmpty() ? 0 : value(modem, "signal").toInt();
     m_signal->setStrength(strength);
-    m_signal->setToolTip(text("IDS_STATUS_SIGNAL").arg(strength));
+    m_signal->setToolTip(text("IDS_STATUS_SIGNAL").arg(numberText(strength)));
     m_signal->setAccessibleName(m_signal->toolTip());
     m_network->setFullText(network.isEmpty()
                                ? text("IDS_STATUS_NO_NETWORK")

@@ -4,6 +4,7 @@
 #include "ModemChooser.h"
 #include "support/ElidedLabel.h"
 #include "support/Look.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QHBoxLayout>
@@ -41,7 +42,7 @@ QString modemState(const Modems& modems, bool wasRefused)
     if (modems.isEmpty())
         return text(wasRefused ? "IDS_HEADER_REFUSED_HINT" : "IDS_HEADER_WAITING");
     if (modems.size() > 1)
-        return text("IDS_HEADER_IN_USE").arg(modems.size());
+        return text("IDS_HEADER_IN_USE").arg(numberText(modems.size()));
     const QString port = modems.first().port;
     return port.isEmpty() ? text("IDS_HEADER_ATTACHED") : text("IDS_HEADER_ATTACHED_AT").arg(port);
 }

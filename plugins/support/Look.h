@@ -63,6 +63,7 @@ enum class Sign {
     Call,
     Message,
     Globe,
+    Data,
 
     // States of a connection.
     NoModem,

@@ -26,6 +26,7 @@ constexpr Picture Pictures[] = {
     {Look::Sign::Call, 0xff2e8b4a, TileSigns::call},
     {Look::Sign::Message, 0xff3a7ca5, TileSigns::message},
     {Look::Sign::Globe, 0xff2563c9, TileSigns::globe},
+    {Look::Sign::Data, 0xff5b7a1f, TileSigns::data},
     {Look::Sign::NoModem, 0xff6b7683, TileSigns::noModem},
     {Look::Sign::NoSim, 0xffc26a12, TileSigns::noSim},
     {Look::Sign::Locked, 0xffc26a12, TileSigns::locked},

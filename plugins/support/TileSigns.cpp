@@ -76,3 +76,11 @@ void TileSigns::message(QPainter& painter)
     painter.drawRoundedRect(QRectF(5, 7, 14, 10), 1.4, 1.4);
     painter.drawPolyline(QPolygonF({QPointF(5.4, 8), QPointF(12, 13), QPointF(18.6, 8)}));
 }
+
+void TileSigns::data(QPainter& painter)
+{
+    painter.drawLine(QPointF(5, 19), QPointF(19, 19));
+    painter.setBrush(Qt::white);
+    for (const auto& [x, top] : {std::pair(6.2, 13.0), {10.8, 9.5}, {15.4, 6.0}})
+        painter.drawRect(QRectF(x, top, 2.2, 16 - top));
+}

@@ -15,6 +15,7 @@ void help(QPainter& painter);
 void call(QPainter& painter);
 void message(QPainter& painter);
 void globe(QPainter& painter);
+void data(QPainter& painter);
 
 // States of a connection.
 void noModem(QPainter& painter);

@@ -2,6 +2,7 @@
 
 #include "common/CommonUtils.h"
 #include "common/StandardConfigParse.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 namespace {
@@ -46,24 +47,52 @@ int readBase()
     return value == QLatin1String("1000") ? 1000 : UsualBase;
 }
 
+/// The core writes numbers alike in all languages, as "1.40 MB".
+QString inLanguage(const QString& amount, char format, int precision)
+{
+    const int space = amount.indexOf(QLatin1Char(' '));
+    return languageLocale().toString(amount.left(space).toDouble(), format, precision) + amount.mid(space);
+}
+
+QString longAmount(const QVector<TagUnits>& units, quint64 value)
+{
+    return inLanguage(CommonUtils::SpeedFluxToString(units, value, SharedTexts), 'f', 2);
+}
+
+/// A full unit is one of it; the core writes it as 1024 of the smaller one.
+QString shortAmount(const QVector<TagUnits>& units, quint64 value, int base)
+{
+    const bool isFull = value > 0 && value % quint64(base) == 0;
+    return inLanguage(CommonUtils::SpeedFluxToString(units, isFull ? value + 1 : value, SharedTexts), 'g', 4);
+}
+
 } // namespace
 
 Units::Units()
+    : m_base(readBase())
+    , m_speeds(ladder(&Step::speed, m_base))
+    , m_volumes(ladder(&Step::volume, m_base))
 {
-    const int base = readBase();
-    m_speeds = ladder(&Step::speed, base);
-    m_volumes = ladder(&Step::volume, base);
 }
 
 QString Units::speed(const QString& bytesPerSecond) const
 {
-    return bytesPerSecond.isEmpty()
-               ? QString(QChar(0x2013)) + QLatin1Char(' ') +
-                     CommonUtils::SpeedUnitToString(m_speeds, SharedTexts)
-               : CommonUtils::SpeedFluxToString(m_speeds, bytesPerSecond.toULongLong(), SharedTexts);
+    return bytesPerSecond.isEmpty() ? QString(QChar(0x2013)) + QLatin1Char(' ') +
+                                          CommonUtils::SpeedUnitToString(m_speeds, SharedTexts)
+                                    : longAmount(m_speeds, bytesPerSecond.toULongLong());
 }
 
 QString Units::volume(quint64 bytes) const
 {
-    return CommonUtils::SpeedFluxToString(m_volumes, bytes, SharedTexts);
+    return longAmount(m_volumes, bytes);
+}
+
+QString Units::shortSpeed(quint64 bytesPerSecond) const
+{
+    return shortAmount(m_speeds, bytesPerSecond, m_base);
+}
+
+QString Units::shortVolume(quint64 bytes) const
+{
+    return shortAmount(m_volumes, bytes, m_base);
 }

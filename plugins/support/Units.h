@@ -5,8 +5,8 @@
 #include <QString>
 #include <QVector>
 
-/// Formats speeds and volumes with units in the current language, for example "1.40 MB/s". "Units.xml" in the folder of
-/// the language files selects factors of 1024 or 1000, for everyone or for single operators.
+/// Formats speeds and volumes, for example "1.40 MB/s", with digits, decimal point and units of the current language.
+/// "Units.xml" in the folder of the language files selects factors of 1024 or 1000, for everyone or for single operators.
 class Units
 {
 public:
@@ -18,7 +18,15 @@ public:
     /// @param bytes how many were transferred
     QString volume(quint64 bytes) const;
 
+    /// The label of an axis, without superfluous decimals: "1.5 MB/s", "500 MB".
+    QString shortSpeed(quint64 bytesPerSecond) const;
+    QString shortVolume(quint64 bytes) const;
+
+    /// The factor between two units: 1024 or 1000.
+    int base() const { return m_base; }
+
 private:
+    const int m_base;
     QVector<TagUnits> m_speeds;
     QVector<TagUnits> m_volumes;
 };

@@ -246,10 +246,10 @@ void TestMainWindow::statusBar()
         {"Deutsch", german + "network=26201\nsignal=50\n", {"T-Mobile", "Signal: 50 %", "↓ – B/s"}},
         {"Deutsch",
          german + "network=20801\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n",
-         {"Orange", "↓ 1.40 MB/s", "↑ 1024.00 B/s"}},
-        {"Deutsch", german + "network=310260\nreceived=1048577\nsent=524288\n", {"T-Mobile", "1.50 MB"}},
-        {"Français", german + "network=23205\nsent=2048\n", {"Drei", "2.00 Ko"}},
-        {"العربية", german + "network=23205\nsent=2048\n", {"Drei", "2.00 ك.ب"}},
+         {"Orange", "↓ 1,40 MB/s", "↑ 1024,00 B/s"}},
+        {"Deutsch", german + "network=310260\nreceived=1048577\nsent=524288\n", {"T-Mobile", "1,50 MB"}},
+        {"Français", german + "network=23205\nsent=2048\n", {"Drei", "2,00 Ko"}},
+        {"العربية", german + "network=23205\nsent=2048\n", {"Drei", "٢٫٠٠ ك.ب"}},
         {"Deutsch", german + "network=26298\n", {"DE98"}},  // an unlisted network
         {"Deutsch", german + "network=99901\n", {"99901"}}, // an unlisted country
         {"Deutsch", german + "network=\n", {"Kein Netz"}},

@@ -31,6 +31,7 @@ private slots:
     void settingsPage();
     void messages();
     void click();
+    void dataLimit();
     void lostConnections_data();
     void lostConnections();
     void call();
@@ -49,6 +50,8 @@ constexpr int LongestWait = 30000; // milliseconds
 constexpr double Audible = 0.1;    // seconds of a tone
 constexpr int ToneLength = 200;    // milliseconds
 
+const QString Connection = "227AB861-6F54-4094-857F-40B0663C5817";
+const QString DataUse = "C43A8D5E-07B1-4F92-86DA-3E51F9B27A60";
 const QByteArray Simulated = "[modem M]\nmodel=M\nstate=attached\nnetwork=26201\n";
 
 /// The modems from now on.
@@ -96,6 +99,9 @@ void TestNotifications::initTestCase()
     for (int frequency = 400; frequency <= 2000; frequency += 100)
         QVERIFY(writeTone(frequency));
     simulate(Simulated);
+    CommonUtils::SetSettings("data", "limit", "true");
+    CommonUtils::SetSettings("data", "amount", "1");
+    CommonUtils::SetSettings("data", "unit", "MB");
     m_startup = std::make_unique<Startup>(true);
     QVERIFY(Startup::GetMainFrameService());
     m_window = Startup::GetMainFrameService()->GetMainWindow();
@@ -214,6 +220,27 @@ void TestNotifications::click()
     QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait);
     NotificationDaemon::click(2);
     QTRY_VERIFY(!m_window->isMinimized());
+}
+
+// A notice of another plugin; a click shows that plugin's page.
+void TestNotifications::dataLimit()
+{
+    IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
+    QVERIFY(mainFrame->ShowPage(DataUse)); // counts every second from now on
+    simulate(Simulated + "imsi=262011234567890\nreceived=0\nsent=0\nreceive-rate=900000\n");
+    const QString limit = "Data limit used up|";
+    QTRY_VERIFY_WITH_TIMEOUT(shownTexts().last().startsWith(limit), LongestWait);
+    QVERIFY2(shownTexts().last().contains(" MB of 1 MB ("), qUtf8Printable(shownTexts().last()));
+    QVERIFY(mainFrame->ShowPage(Connection));
+    m_window->hide();
+    NotificationDaemon::click(3);
+    const auto isShown = [](const QWidget* widget) {
+        return widget->inherits("DataPage") && widget->isVisible();
+    };
+    const auto pages = m_window->findChildren<QWidget*>();
+    QTRY_VERIFY(std::any_of(pages.begin(), pages.end(), isShown));
+    QVERIFY(mainFrame->ShowPage(Connection));
+    QCOMPARE(shownTexts().filter(limit).size(), 1);
 }
 
 void TestNotifications::lostConnections_data()

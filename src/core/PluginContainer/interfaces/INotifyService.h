@@ -4,8 +4,8 @@
 
 #include <QtPlugin>
 
-/// The notification service: asks the worker threads of all plugins to finish when the application closes, and plays
-/// the sounds of events.
+/// The notification service: asks the worker threads of all plugins to finish when the application closes, plays
+/// the sounds of events and shows notifications on the desktop.
 /// Obtained with GetPlugin(PluginIds::NotifyService, PluginIds::NotifyStopService).
 ///
 /// ### How a worker is asked to finish
@@ -18,6 +18,7 @@
 /// | property `stopping` (bool) | true once the application is closing; never reset. Readable on any thread. |
 /// | signal `stopRequested()` | emitted once, when `stopping` becomes true, on the thread that closes the application |
 /// | slot `playSound(QString)` | GUI thread: plays the sound that the user has chosen for "message", "call" or "connection-lost" |
+/// | slot `showNotice(QString, QString, QString)` | GUI thread: shows a title and a text on the desktop; a click shows the page of the plugin with that clsid |
 ///
 /// Start workers on the GUI thread. Connect the signal directly, because the thread of a worker may not run an
 /// event loop:

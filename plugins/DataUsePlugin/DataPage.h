@@ -1,0 +1,71 @@
+#pragma once
+
+#include "DataLimit.h"
+#include "support/Page.h"
+
+class Account;
+class DataUse;
+class DayBars;
+class ElidedLabel;
+class LimitBar;
+class QFileDialog;
+class QPushButton;
+class SpeedGraph;
+class Swatch;
+
+/// What the SIM card in use transfers: in the last minutes, since connecting, this month and by day.
+class DataPage : public Page
+{
+    Q_OBJECT
+
+public:
+    /// @param dataUse must outlive the page
+    DataPage(DataUse& dataUse, QWidget* parent);
+    ~DataPage() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    struct Cell
+    {
+        QWidget* widget;
+        ElidedLabel* value;
+    };
+
+    static Cell makeCell(const char* caption);
+    QWidget* makeSpeeds();
+    QWidget* makeConnection();
+    QWidget* makePeriod();
+    QWidget* makeDays();
+
+    void refresh();
+    void showSpeeds(const Account& account);
+    void showConnection(const Account& account);
+    void showPeriod(const Account& account);
+    void showDays(const Account& account);
+    void showTitle(LimitState state, int share);
+
+    void askForFile();
+    void writeTable(const QString& path);
+
+    DataUse& m_dataUse;
+    QWidget* m_panels; ///< hidden while there is nothing to show
+    QLabel* m_nothing; ///< shown then
+    SpeedGraph* m_graph;
+    ElidedLabel* m_receiving;
+    ElidedLabel* m_sending;
+    Cell m_received;
+    Cell m_sent;
+    Cell m_duration;
+    QLabel* m_periodDays;
+    QLabel* m_usage;
+    LimitBar* m_bar;
+    Swatch* m_warning; ///< beside the advice
+    QLabel* m_advice;
+    DayBars* m_bars;
+    QPushButton* m_export;
+    QLabel* m_exported;
+    QFileDialog* m_files = nullptr;
+};

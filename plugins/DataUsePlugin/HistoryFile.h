@@ -1,0 +1,27 @@
+#pragma once
+
+#include "History.h"
+
+#include <QString>
+
+/// The file with the history of a SIM card, in the folder "data-use" of userFilesFolder(). Neither its name nor its
+/// content reveals the IMSI. Writing replaces it as a whole, so that a crash leaves the old or the new one. GUI thread.
+class HistoryFile
+{
+public:
+    explicit HistoryFile(const QString& imsi);
+
+    /// Reads the file. What makes no sense is logged and left out. A file that cannot be read is logged, too, and never
+    /// written.
+    History load();
+
+    /// Writes the file; failing is logged once.
+    void save(const History& history);
+
+private:
+    void complain(const char* problem, const QString& reason);
+
+    QString m_path;
+    bool m_isWritable = true;
+    bool m_hasComplained = false;
+};
