@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPointer>
+#include <QString>
 #include <QWidget>
 
 class QListWidget;
@@ -24,11 +24,14 @@ protected:
 
 private:
     void removeEntry(int index);
+    void selectRow(int row);
+    void forgetLost();
     void addShortcut(const QKeySequence& keys, int step);
     void turnPage(int step);
     void enterPage();
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QPointer<QWidget> m_takenOut; ///< was the current page when it was removed
+    QString
+        m_lost; ///< kind of the page that was current when it was removed; the user has chosen no other since
 };

@@ -6,7 +6,13 @@
 #include "support/Text.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPushButton>
+
+bool hidesOnClose(const QWidget* window)
+{
+    return window->property(HidesOnClose).toBool() && !qGuiApp->isSavingSession();
+}
 
 CloseGuard::CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent)
     : QObject(parent)
@@ -33,6 +39,7 @@ void CloseGuard::ask(QWidget* window)
     box->setDefaultButton(static_cast<QPushButton*>(buttons.last()));
     connect(buttons.first(), &QAbstractButton::clicked, this, [this, window] {
         m_mayClose = true;
+        window->setProperty(HidesOnClose, false); // the answer is about the end of the application
         window->close();
         m_mayClose = false;
     });
@@ -43,7 +50,8 @@ void CloseGuard::ask(QWidget* window)
 
 bool CloseGuard::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::Close || m_mayClose || !m_isNeeded())
+    const auto* const window = static_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Close || m_mayClose || hidesOnClose(window) || !m_isNeeded())
         return false;
     if (!m_dialog)
         ask(static_cast<QWidget*>(watched));
