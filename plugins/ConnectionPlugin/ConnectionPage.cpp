@@ -149,6 +149,14 @@ void ConnectionPage::act(Action action)
     }
 }
 
+void ConnectionPage::switchConnection()
+{
+    readModem();
+    const Meaning meaning = meaningOf(m_report);
+    if (meaning.isPossible)
+        act(meaning.action);
+}
+
 void ConnectionPage::askForCode()
 {
     if (m_pinDialog)

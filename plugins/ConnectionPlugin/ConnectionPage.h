@@ -27,6 +27,9 @@ public:
     ConnectionPage(DeviceEvents* events, QWidget* parent);
     ~ConnectionPage() override;
 
+    /// Does what the button does, if that is possible.
+    void switchConnection();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

@@ -4,5 +4,12 @@
 
 QWidget* ConnectionPlugin::createPage(QWidget* parent)
 {
-    return new ConnectionPage(followDevices(), parent);
+    m_connectionPage = new ConnectionPage(followDevices(), parent);
+    return m_connectionPage;
+}
+
+void ConnectionPlugin::switchConnection()
+{
+    if (m_connectionPage)
+        m_connectionPage->switchConnection();
 }

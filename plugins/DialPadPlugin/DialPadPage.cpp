@@ -26,17 +26,6 @@ constexpr int NarrowPage = 520; ///< narrower ones have the recent numbers below
 constexpr int CallHeight = 48;
 constexpr int RecentHeight = 180;
 
-QLabel* makeMessage()
-{
-    QLabel* const message = Look::label(QString(), 1.0);
-    message->setWordWrap(true);
-    QPalette palette = message->palette();
-    palette.setColor(QPalette::WindowText, Look::toneColor(Look::Tone::Bad, palette));
-    message->setPalette(palette);
-    message->setProperty("error", true); // for style sheets with colours of their own
-    return message;
-}
-
 } // namespace
 
 DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
@@ -45,7 +34,7 @@ DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
     , m_requests(events)
     , m_field(new NumberField)
     , m_number(m_field->edit())
-    , m_message(makeMessage())
+    , m_message(Look::errorLabel())
     , m_recent(new RecentList)
     , m_columns(new QBoxLayout(QBoxLayout::LeftToRight))
 {

@@ -22,7 +22,8 @@ public:
     QWidget* CreateArea(QWidget* parent) override;
     void AddPage(QWidget* area, QWidget* page) override;
 
-    /// If the current page is removed and then added again, it becomes the current page again.
+    /// If the current page is removed, the first page becomes the current one. If the page is then added again, also after
+    /// its plugin was unloaded, it becomes the current page again unless the user has chosen another in the meantime.
     void RemovePage(QWidget* area, QWidget* page) override;
     void ShowPage(QWidget* area, QWidget* page) override;
 

@@ -24,6 +24,7 @@ constexpr int NarrowArea = 640;        ///< areas narrower than this have a narr
 constexpr int EntryHeight = 44;
 constexpr int PictureSize = 28;
 constexpr int TitleMargins = PictureSize + 6 * Look::Gap; ///< what an entry needs beside its title
+constexpr int KindRole = Qt::UserRole;                    ///< see kindOf()
 
 /// The font of the current entry, the wider one.
 QFont currentFont(QFont font)
@@ -87,6 +88,12 @@ void EntryDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& op
     painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft, elided);
 }
 
+/// What identifies a page when its plugin has been loaded again.
+QString kindOf(const QWidget* page)
+{
+    return QString::fromLatin1(page->metaObject()->className());
+}
+
 QListWidget* makeSideBar()
 {
     auto* sideBar = new QListWidget;
@@ -121,6 +128,8 @@ SideBarArea::SideBarArea(QWidget* parent)
     // Also emitted when a page is deleted without having been removed.
     connect(m_pages, &QStackedWidget::widgetRemoved, this, &SideBarArea::removeEntry);
     setFocusProxy(m_sideBar);
+    connect(m_sideBar, &QListWidget::currentRowChanged, this, &SideBarArea::forgetLost);
+    connect(m_sideBar, &QListWidget::itemPressed, this, &SideBarArea::forgetLost);
     connect(m_sideBar, &QListWidget::itemClicked, this, &SideBarArea::enterPage);
     connect(m_sideBar, &QListWidget::itemActivated, this, &SideBarArea::enterPage);
     addShortcut(Qt::CTRL + Qt::Key_Tab, 1);
@@ -166,7 +175,8 @@ void SideBarArea::fadeIn()
 void SideBarArea::addPage(QWidget* page)
 {
     m_pages->addWidget(page);
-    m_sideBar->addItem(new QListWidgetItem(page->windowIcon(), QString()));
+    auto* const added = new QListWidgetItem(page->windowIcon(), QString(), m_sideBar);
+    added->setData(KindRole, kindOf(page));
     const auto setTitle = [this, page](const QString& title) {
         QListWidgetItem* entry = m_sideBar->item(m_pages->indexOf(page));
         entry->setText(title);
@@ -175,20 +185,31 @@ void SideBarArea::addPage(QWidget* page)
     };
     setTitle(page->windowTitle());
     connect(page, &QWidget::windowTitleChanged, this, setTitle);
-    if (m_sideBar->count() > 1 && page != m_takenOut)
-        return;
-    m_sideBar->setCurrentRow(m_sideBar->count() - 1);
-    if (page == m_takenOut)
-        m_takenOut = nullptr;
+    if (m_sideBar->count() == 1)
+        selectRow(0);
+    if (kindOf(page) == m_lost) {
+        selectRow(m_sideBar->count() - 1);
+        m_lost.clear();
+    }
+}
+
+/// Shows a page that the user has not chosen.
+void SideBarArea::selectRow(int row)
+{
+    const QString lost = m_lost;
+    m_sideBar->setCurrentRow(row);
+    m_lost = lost;
+}
+
+void SideBarArea::forgetLost()
+{
+    m_lost.clear();
 }
 
 void SideBarArea::removePage(QWidget* page)
 {
     if (m_pages->indexOf(page) < 0)
         return;
-    // When several pages are removed in turn, the first current one is the page the user was looking at.
-    if (m_pages->currentWidget() == page && !m_takenOut)
-        m_takenOut = page;
     page->disconnect(this);
     m_pages->removeWidget(page);
     page->hide();
@@ -197,8 +218,11 @@ void SideBarArea::removePage(QWidget* page)
 
 void SideBarArea::showPage(QWidget* page)
 {
-    if (const int row = m_pages->indexOf(page); row >= 0)
-        m_sideBar->setCurrentRow(row);
+    const int row = m_pages->indexOf(page);
+    if (row < 0)
+        return;
+    m_sideBar->setCurrentRow(row);
+    forgetLost();
 }
 
 void SideBarArea::resizeEvent(QResizeEvent* event)
@@ -220,6 +244,13 @@ void SideBarArea::fitSideBar()
 
 void SideBarArea::removeEntry(int index)
 {
-    delete m_sideBar->takeItem(index);
-    m_sideBar->setCurrentRow(m_pages->currentIndex());
+    const bool wasCurrent = m_sideBar->currentRow() == index;
+    // When several pages are removed in turn, the first current one is the page the user was looking at.
+    if (wasCurrent && m_lost.isEmpty())
+        m_lost = m_sideBar->item(index)->data(KindRole).toString();
+    const QString lost = m_lost;
+    delete m_sideBar->takeItem(index); // selects a neighbour
+    m_lost = lost;
+    selectRow(wasCurrent ? 0 : m_sideBar->currentRow());
+    m_pages->setCurrentIndex(m_sideBar->currentRow());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 class FaderWidget;
@@ -25,6 +26,8 @@ protected:
 
 private:
     void removeEntry(int index);
+    void selectRow(int row);
+    void forgetLost();
     void addShortcut(const QKeySequence& keys, int step);
     void turnPage(int step);
     void enterPage();
@@ -33,6 +36,6 @@ private:
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QPointer<QWidget> m_takenOut;  ///< was the current page when it was removed
+    QString m_lost; ///< kind of the page that was current when it was removed, until the user chooses another one
     QPointer<FaderWidget> m_fader; ///< over a page that has just become the current one
 };

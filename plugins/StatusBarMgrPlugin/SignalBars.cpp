@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int Bars = 4;
+constexpr int Bars = Look::SignalBars;
 constexpr int BarWidth = 3;
 constexpr int BarGap = 2;
 constexpr int Height = 14;
@@ -21,7 +21,7 @@ SignalBars::SignalBars(QWidget* parent)
 
 void SignalBars::setStrength(int percent)
 {
-    m_lit = percent > 0 ? qBound(1, qRound(percent * Bars / 100.0), Bars) : 0;
+    m_lit = Look::signalBars(percent);
     update();
 }
 

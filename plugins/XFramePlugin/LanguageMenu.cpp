@@ -9,9 +9,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// The languages that the main window has a file for, sorted by their own names.
 QStringList availableLanguages()
 {
     QStringList codes = LanguageFiles::languages(
@@ -21,8 +18,6 @@ QStringList availableLanguages()
     });
     return codes;
 }
-
-} // namespace
 
 LanguageMenu::LanguageMenu(QWidget* parent)
     : QMenu(parent)

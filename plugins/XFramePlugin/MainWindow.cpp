@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "AboutDialog.h"
+#include "Background.h"
 #include "Change/Change.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
@@ -10,10 +11,12 @@
 #include "Menus.h"
 #include "PluginsPage.h"
 #include "SettingsDialog.h"
+#include "SettingsNotice.h"
 #include "Skin.h"
 #include "WindowFrame.h"
 #include "WindowPlace.h"
 #include "common/CommonUtils.h"
+#include "support/CloseGuard.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -68,6 +71,7 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     : QWidget(parent, ::windowFlags(FrameStyle::isOwn()))
     , m_language(language)
     , m_header(new HeaderBar)
+    , m_notice(new SettingsNotice)
     , m_pluginsPage(new PluginsPage(nullptr))
 {
     readCompactSetting();
@@ -81,8 +85,10 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
         m_frame = new WindowFrame(this, layout, m_header);
     else
         layout->addWidget(m_header);
+    layout->addWidget(m_notice);
     m_menus = new Menus(commands(), m_header->menuButton(), this);
     connect(m_menus, &Menus::trayClicked, this, &MainWindow::bringToFront);
+    followBackground();
     adaptToForm();
 }
 
@@ -112,6 +118,7 @@ void MainWindow::showSituation(const Situation& situation)
     m_situation = situation;
     m_header->showSituation(situation);
     m_menus->follow();
+    showStatus();
     Q_EMIT situationChanged();
 }
 
@@ -120,8 +127,21 @@ bool MainWindow::nativeEvent(const QByteArray& type, void* message, long* result
     return (m_frame && m_frame->nativeEvent(message, result)) || QWidget::nativeEvent(type, message, result);
 }
 
+void MainWindow::showStatus()
+{
+    m_menus->showStatus();
+    m_notice->refresh();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    if (hidesOnClose(this)) {
+        hideInTray();
+        event->ignore();
+        return;
+    }
+    if (!isVisible())
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed); // see hideInTray()
     hide(); // remembering the place of a maximised window restores it
     rememberPlace();
     QWidget::closeEvent(event);
@@ -155,14 +175,60 @@ MenuCommands MainWindow::commands()
         {QStringLiteral("Installation"), triggers([this] { showInstallation(this); })},
         {QStringLiteral("Language"), language},
         {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
-        {QStringLiteral("Quit"), triggers(&QWidget::close)},
-        {QStringLiteral("Settings"), triggers([this] { showSettings(this); })},
+        {QStringLiteral("Quit"), triggers(&MainWindow::quit)},
+        {QStringLiteral("Settings"), triggers([this] { showSettings(*this); })},
         {QStringLiteral("page:"), page},
     };
 }
 
+bool MainWindow::hasTray() const
+{
+    return m_menus->hasTray();
+}
+
+void MainWindow::followBackground()
+{
+    setProperty(HidesOnClose, Background::isWanted() && hasTray());
+}
+
+/// The notification area can appear and disappear while the application runs.
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange)
+        followBackground();
+    QWidget::changeEvent(event);
+}
+
+void MainWindow::showAtStart()
+{
+    if (Background::isStart() && hidesOnClose(this))
+        hideInTray();
+    else
+        show();
+}
+
+/// The end of another window, such as that of a call, must not end the application meanwhile.
+void MainWindow::hideInTray()
+{
+    m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const bool isUnexpected = isVisible() && Background::isNew();
+    hide();
+    if (isUnexpected)
+        m_menus->tellThatHidden();
+}
+
+void MainWindow::quit()
+{
+    setProperty(HidesOnClose, false);
+    if (!close())
+        followBackground();
+}
+
 void MainWindow::bringToFront()
 {
+    if (!isVisible())
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
     if (isMinimized())
         showNormal();
     show();

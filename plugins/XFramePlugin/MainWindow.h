@@ -10,6 +10,7 @@ class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
 class Menus;
+class SettingsNotice;
 class WindowFrame;
 
 /// The main window: a header with the menus, the pages below it, and the status bar at the bottom. The header
@@ -42,11 +43,29 @@ public:
     /// What was shown last.
     const Situation& situation() const { return m_situation; }
 
+    /// Shows the state of the modem in use in the notification area, and a line if settings cannot be saved.
+    void showStatus();
+
+    /// Shows the window for the first time, unless the desktop has started the application and the user wants it to be in
+    /// the notification area.
+    void showAtStart();
+
     /// Shows the window if it is hidden or minimised, in front of others.
     void bringToFront();
 
     /// Stores size and position for the next start.
     void rememberPlace();
+
+    // ---- What the settings change
+
+    void useLanguage(const QString& code);
+    void setCompact(bool isCompact);
+
+    /// Whether the desktop shows the icon in the notification area.
+    bool hasTray() const;
+
+    /// Follows Background::isWanted().
+    void followBackground();
 
 Q_SIGNALS:
     /// The user wants to see the page of a plugin.
@@ -58,20 +77,23 @@ Q_SIGNALS:
     void situationChanged();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, long* result) override;
 
 private:
     MenuCommands commands();
-    void useLanguage(const QString& code);
-    void setCompact(bool isCompact);
+    void quit();
+    void hideInTray();
     void adaptToForm();
     void restorePlace();
 
     LanguageSwitch& m_language;
     HeaderBar* m_header;
+    SettingsNotice* m_notice;
     Menus* m_menus;
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     Situation m_situation;
     QPointer<PluginsPage> m_pluginsPage;
+    bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before the window was hidden
 };

@@ -1,12 +1,12 @@
 #include "Menus.h"
 
-#include "FrameStyle.h"
+#include "ConnectionSwitch.h"
 #include "PopupMenu/MenuParse.h"
+#include "TrayIcon.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
 #include <QMenu>
-#include <QSystemTrayIcon>
 #include <QToolButton>
 
 Menus::Menus(const MenuCommands& commands, QToolButton* button, QWidget* window)
@@ -14,11 +14,15 @@ Menus::Menus(const MenuCommands& commands, QToolButton* button, QWidget* window)
     , m_commands(commands)
     , m_button(button)
     , m_window(window)
+    , m_switch(new ConnectionSwitch(this))
+    , m_tray(new TrayIcon(this))
 {
-    if (QSystemTrayIcon::isSystemTrayAvailable())
-        m_icon = new QSystemTrayIcon(FrameStyle::picture(), this);
+    m_switch->addTo(m_commands);
+    connect(m_tray, &TrayIcon::clicked, this, &Menus::trayClicked);
     m_customisation = MENU::MenuParse().GetOperator();
     build();
+    m_status = readTrayStatus();
+    m_switch->follow(m_status);
     keepTranslated(button, [this] { translate(); });
 }
 
@@ -26,6 +30,7 @@ void Menus::translate()
 {
     m_button->setToolTip(text("IDS_MENU"));
     m_button->setAccessibleName(m_button->toolTip());
+    m_tray->showStatus(m_status);
     // A menu is aligned with the leading edge of its button. To keep this one within the window, the button has
     // the opposite direction, which aligns them at the other edge.
     const Qt::LayoutDirection direction = QGuiApplication::layoutDirection();
@@ -44,9 +49,24 @@ void Menus::follow()
     translate();
 }
 
+void Menus::showStatus()
+{
+    const TrayStatus status = readTrayStatus();
+    if (status == m_status)
+        return;
+    m_status = status;
+    m_tray->showStatus(status);
+    m_switch->follow(status);
+}
+
 bool Menus::hasTray() const
 {
-    return m_icon && m_icon->isVisible();
+    return m_tray->isShown();
+}
+
+void Menus::tellThatHidden()
+{
+    m_tray->notify(text("IDS_TRAY_HIDDEN"), text("IDS_TRAY_HIDDEN_HINT"));
 }
 
 void Menus::build()
@@ -58,20 +78,7 @@ void Menus::build()
     m_button->setMenu(m_main->menu());
     m_button->setVisible(m_main->menu());
 
-    if (!m_icon)
-        return;
-    delete m_tray;
-    m_tray = new XmlMenu(file, QStringLiteral("TrayMenu"), m_commands, m_window);
-    showInTray(m_tray);
-}
-
-void Menus::showInTray(XmlMenu* menu)
-{
-    m_icon->setContextMenu(menu->menu());
-    m_icon->setToolTip(QGuiApplication::applicationDisplayName());
-    connect(m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
-            Q_EMIT trayClicked();
-    });
-    m_icon->show();
+    delete m_trayMenu;
+    m_trayMenu = new XmlMenu(file, QStringLiteral("TrayMenu"), m_commands, m_window);
+    m_tray->setMenu(m_trayMenu->menu());
 }

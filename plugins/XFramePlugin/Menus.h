@@ -1,12 +1,14 @@
 #pragma once
 
+#include "TrayState.h"
 #include "support/XmlMenu.h"
 
 #include <QObject>
 #include <QString>
 
-class QSystemTrayIcon;
+class ConnectionSwitch;
 class QToolButton;
+class TrayIcon;
 
 /// The main menu behind its button, and the icon in the desktop's notification area with its menu. Both menus
 /// are read from the file Menus.xml, in which operators add and remove entries for their modems.
@@ -22,8 +24,14 @@ public:
     /// Builds the menus again if the attached modem asks for another customisation.
     void follow();
 
+    /// Shows the state of the modem in use in the notification area.
+    void showStatus();
+
     /// Whether the user can bring back a hidden window.
     bool hasTray() const;
+
+    /// Says in a notification that the window is hidden, but still running.
+    void tellThatHidden();
 
 Q_SIGNALS:
     /// The user has clicked on the icon in the notification area.
@@ -32,13 +40,14 @@ Q_SIGNALS:
 private:
     void build();
     void translate();
-    void showInTray(XmlMenu* menu);
 
     MenuCommands m_commands;
     QToolButton* m_button;
     QWidget* m_window;
     QString m_customisation; ///< the name that the menus were built for
     XmlMenu* m_main = nullptr;
-    XmlMenu* m_tray = nullptr;
-    QSystemTrayIcon* m_icon = nullptr; ///< null where the desktop has no notification area
+    XmlMenu* m_trayMenu = nullptr;
+    TrayStatus m_status;
+    ConnectionSwitch* m_switch;
+    TrayIcon* m_tray;
 };

@@ -1,6 +1,8 @@
 #include "SettingsDialog.h"
 
+#include "GeneralSettings.h"
 #include "LoadedPage.h"
+#include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
@@ -24,13 +26,14 @@ void addTab(QTabWidget* tabs, QWidget* page)
 }
 
 /// A plugin that is unloaded deletes its page, which also removes the tab.
-QTabWidget* makeTabs()
+QTabWidget* makeTabs(MainWindow& window)
 {
     auto* tabs = new QTabWidget;
     tabs->setDocumentMode(true);
     tabs->setMinimumSize(PagesSize);
     tabs->setFocusPolicy(Qt::NoFocus); // its bar takes the focus
-    addTab(tabs, new WindowSettings);
+    addTab(tabs, new GeneralSettings(window));
+    addTab(tabs, new WindowSettings(window));
     IPluginContainer& container = *Startup::GetPluginContainer();
     const QStringList clsids = container.GetSettingsPlugins();
     for (const QString& clsid : clsids) {
@@ -42,15 +45,15 @@ QTabWidget* makeTabs()
 
 } // namespace
 
-void showSettings(QWidget* parent)
+void showSettings(MainWindow& window)
 {
-    auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetNormal);
+    auto* dialog = new ExtendDialog(&window, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     auto* close = new QPushButton;
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
-    QTabWidget* const tabs = makeTabs();
+    QTabWidget* const tabs = makeTabs(window);
     layout->addWidget(tabs, 1);
     layout->addWidget(close, 0, Qt::AlignRight);
     keepTranslated(dialog, [=] {

@@ -1,6 +1,6 @@
 #pragma once
 
-class QWidget;
+class MainWindow;
 
-/// Opens the settings: a page of the main window's own, and those of the plugins that have one.
-void showSettings(QWidget* parent);
+/// Opens the settings: the main window's own pages, and those of the plugins that have one.
+void showSettings(MainWindow& window);

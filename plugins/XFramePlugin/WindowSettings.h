@@ -2,15 +2,14 @@
 
 #include "support/Page.h"
 
-/// The page of the settings about the main window: the colours of the compact window, and who frames windows.
+class MainWindow;
+
+/// The page of the settings about the look of the main window, and about who frames windows.
 class WindowSettings : public Page
 {
     Q_OBJECT
 
 public:
-    explicit WindowSettings(QWidget* parent = nullptr);
-
-private:
-    QWidget* makeSkins();
-    QWidget* makeFrame();
+    /// @param window must outlive this object
+    explicit WindowSettings(MainWindow& window, QWidget* parent = nullptr);
 };

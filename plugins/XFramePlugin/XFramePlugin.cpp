@@ -50,11 +50,12 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
     m_window = new MainWindow(*m_language, parent);
     if (!geometry.isNull())
         m_window->setGeometry(geometry);
-    m_window->show();
+    m_window->showAtStart();
 
     Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
     m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window, m_deviceEvents);
     connect(m_window, &MainWindow::pageChosen, this, &XFramePlugin::ShowPage);
+    connect(&m_deviceEvents, &DeviceEvents::statusChanged, m_window, &MainWindow::showStatus);
     m_deviceEvents.listen();
     closeSplashScreen();
     return m_window;

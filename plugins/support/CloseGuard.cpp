@@ -4,6 +4,12 @@
 #include "support/Dialog.h"
 
 #include <QEvent>
+#include <QGuiApplication>
+
+bool hidesOnClose(const QWidget* window)
+{
+    return window->property(HidesOnClose).toBool() && !qGuiApp->isSavingSession();
+}
 
 CloseGuard::CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent)
     : QObject(parent)
@@ -25,6 +31,7 @@ void CloseGuard::ask(QWidget* window)
         if (answer != 0)
             return;
         m_mayClose = true;
+        window->setProperty(HidesOnClose, false); // the answer is about the end of the application
         window->close();
         m_mayClose = false;
     };
@@ -34,7 +41,8 @@ void CloseGuard::ask(QWidget* window)
 
 bool CloseGuard::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::Close || m_mayClose || !m_isNeeded())
+    const auto* const window = static_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Close || m_mayClose || hidesOnClose(window) || !m_isNeeded())
         return false;
     if (!m_dialog)
         ask(static_cast<QWidget*>(watched));

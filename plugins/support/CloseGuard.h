@@ -8,6 +8,13 @@
 class ExtendDialog;
 class QWidget;
 
+/// The name of a property of the main window: whether closing it only hides it.
+constexpr char HidesOnClose[] = "hidesOnClose";
+
+/// Whether an attempt to close the window now only hides it, so that nothing is lost. The session of the desktop ends
+/// the application nevertheless.
+bool hidesOnClose(const QWidget* window);
+
 /// Asks the user before the main window closes while something would be lost. GUI thread only.
 class CloseGuard : public QObject
 {

@@ -130,3 +130,14 @@ QLabel* Look::quietLabel(const QString& content, bool wrapped)
     label->setWordWrap(wrapped);
     return label;
 }
+
+QLabel* Look::errorLabel()
+{
+    QLabel* label = Look::label(QString(), 1.0);
+    label->setWordWrap(true);
+    label->setProperty("error", true); // for style sheets with colours of their own
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, toneColor(Tone::Bad, palette));
+    label->setPalette(palette);
+    return label;
+}

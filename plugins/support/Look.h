@@ -52,6 +52,9 @@ QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont:
 /// A new label for captions and explanations, see makeQuiet(); the caller owns it.
 QLabel* quietLabel(const QString& content, bool wrapped = false);
 
+/// A new word-wrapped label for what went wrong, with the property "error" for style sheets; the caller owns it.
+QLabel* errorLabel();
+
 /// The white sign of a tileIcon().
 enum class Sign {
     Signal,
@@ -80,5 +83,14 @@ enum class Sign {
 /// A white sign on a coloured tile, in all usual sizes. The icon contains pixels only, so it may be kept after
 /// the plugin is unloaded.
 QIcon tileIcon(Sign sign);
+
+constexpr int SignalBars = 4;
+
+/// How many bars a signal strength has, 0 to SignalBars.
+/// @param percent 0 to 100
+int signalBars(int percent);
+
+/// A tile with signal bars, and a mark that says whether the modem is connected. Otherwise as tileIcon().
+QIcon signalIcon(int bars, bool isConnected);
 
 } // namespace Look

@@ -1,3 +1,4 @@
+#include "support/Look.h"
 #include "support/TileSigns_p.h"
 
 #include <QPainter>
@@ -80,4 +81,20 @@ void TileSigns::failed(QPainter& painter)
     painter.drawPolygon(QPolygonF({QPointF(12, 5), QPointF(19.5, 18.5), QPointF(4.5, 18.5)}));
     painter.drawLine(QPointF(12, 10.2), QPointF(12, 13));
     painter.drawPoint(QPointF(12, 15.8));
+}
+
+void TileSigns::signalBars(QPainter& painter, int bars, bool isConnected)
+{
+    if (isConnected) {
+        painter.drawPolyline(QPolygonF({QPointF(4.5, 7.6), QPointF(7, 10), QPointF(11, 5)}));
+    } else {
+        painter.drawLine(QPointF(5, 5), QPointF(10, 10));
+        painter.drawLine(QPointF(10, 5), QPointF(5, 10));
+    }
+    painter.setPen(Qt::NoPen);
+    for (int bar = 0; bar < Look::SignalBars; ++bar) {
+        painter.setBrush(QColor(255, 255, 255, bar < bars ? 255 : 90));
+        const qreal height = 3.5 * (bar + 1);
+        painter.drawRect(QRectF(4.4 + 4.1 * bar, 20 - height, 2.9, height));
+    }
 }

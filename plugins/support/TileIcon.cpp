@@ -38,7 +38,12 @@ constexpr Picture Pictures[] = {
     {Look::Sign::Failed, 0xffb3261e, TileSigns::failed},
 };
 
-QPixmap tile(const Picture& picture, int size)
+constexpr QRgb ConnectedColor = 0xff2e8b4a;
+constexpr QRgb DisconnectedColor = 0xff6b7683;
+
+/// @param draw draws the sign, as the functions of TileSigns do
+template <typename Draw>
+QPixmap tile(QRgb color, Draw draw, int size)
 {
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
@@ -46,30 +51,47 @@ QPixmap tile(const Picture& picture, int size)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 24.0, size / 24.0);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(picture.color));
+    painter.setBrush(QColor(color));
     painter.drawRoundedRect(QRectF(0, 0, 24, 24), 6, 6);
     painter.setPen(QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
-    painter.setBackground(QColor(picture.color));
-    picture.draw(painter);
+    painter.setBackground(QColor(color));
+    draw(painter);
     return pixmap;
+}
+
+template <typename Draw>
+QIcon icon(QRgb color, Draw draw)
+{
+    const int largest = qCeil(LargestTile * qGuiApp->devicePixelRatio()); // of the densest screen
+    QIcon made;
+    for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})
+        if (size <= largest)
+            made.addPixmap(tile(color, draw, size));
+    // The same pixels when selected: the tile carries its own background.
+    for (const QSize& size : made.availableSizes())
+        made.addPixmap(made.pixmap(size), QIcon::Selected);
+    return made;
 }
 
 } // namespace
 
 QIcon Look::tileIcon(Sign sign)
 {
-    const int largest = qCeil(LargestTile * qGuiApp->devicePixelRatio()); // of the densest screen
-    QIcon icon;
     for (const Picture& picture : Pictures) {
-        if (picture.sign != sign)
-            continue;
-        for (const int size : {16, 24, 28, 32, 48, 56, 64, 96, 128})
-            if (size <= largest)
-                icon.addPixmap(tile(picture, size));
+        if (picture.sign == sign)
+            return icon(picture.color, picture.draw);
     }
-    // The same pixels when selected: the tile carries its own background.
-    for (const QSize& size : icon.availableSizes())
-        icon.addPixmap(icon.pixmap(size), QIcon::Selected);
-    return icon;
+    return {};
+}
+
+int Look::signalBars(int percent)
+{
+    return percent > 0 ? qBound(1, qRound(percent * SignalBars / 100.0), SignalBars) : 0;
+}
+
+QIcon Look::signalIcon(int bars, bool isConnected)
+{
+    return icon(isConnected ? ConnectedColor : DisconnectedColor,
+                [=](QPainter& painter) { TileSigns::signalBars(painter, bars, isConnected); });
 }

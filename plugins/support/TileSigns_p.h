@@ -28,4 +28,7 @@ void connecting(QPainter& painter);
 void connected(QPainter& painter);
 void failed(QPainter& painter);
 
+/// Bars with a mark in the free corner.
+void signalBars(QPainter& painter, int bars, bool isConnected);
+
 } // namespace TileSigns

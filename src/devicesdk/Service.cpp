@@ -39,6 +39,10 @@ DeviceService& Service::devices()
     static DeviceService* const devices = [] {
         auto* const made = new DeviceService(Backends::create(backendName()));
         Platform::atExit([] { Service::devices().finish(); });
+        Service::settings().onFailing([made](bool isFailing) {
+            made->setServiceValue(QStringLiteral("settings-problem"),
+                                  isFailing ? QStringLiteral("not-writable") : QString());
+        });
         return made;
     }();
     return *devices;

@@ -25,6 +25,9 @@ bool CommandLine::asksForHelpOrVersion(int argc, const char* const* argv)
 
 std::optional<CommandLine> CommandLine::parse(const QCoreApplication& application, int& exitCode)
 {
+    const QCommandLineOption background(
+        QStringLiteral("background"),
+        QStringLiteral("Start in the notification area if closing the window hides it there."));
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Start without the splash screen."));
     const QCommandLineOption several(QStringLiteral("several"),
@@ -36,7 +39,7 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addOptions({help, noSplash, several, verbose});
+    parser.addOptions({help, background, noSplash, several, verbose});
 
     exitCode = EXIT_SUCCESS;
     if (!parser.parse(application.arguments())) {
@@ -51,7 +54,8 @@ std::optional<CommandLine> CommandLine::parse(const QCoreApplication& applicatio
         exitCode = EXIT_FAILURE;
         UserMessage::reportError(QStringLiteral("Unexpected argument '%1'.\n").arg(others.first()));
     } else {
-        return CommandLine{parser.isSet(noSplash), parser.isSet(several), parser.isSet(verbose)};
+        return CommandLine{parser.isSet(noSplash) || parser.isSet(background), parser.isSet(several),
+                           parser.isSet(verbose)};
     }
     return std::nullopt;
 }

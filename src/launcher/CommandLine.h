@@ -7,9 +7,9 @@ class QCoreApplication;
 /// What the user asked for on the command line.
 struct CommandLine
 {
-    bool noSplash = false;
-    bool several = false; ///< start even if the application is running
-    bool verbose = false; ///< write debug lines to the log
+    bool noSplash = false; ///< also when the desktop starts the application
+    bool several = false;  ///< start even if the application is running
+    bool verbose = false;  ///< write debug lines to the log
 
     /// Whether the arguments only ask for help or the version, which needs no display.
     static bool asksForHelpOrVersion(int argc, const char* const* argv);

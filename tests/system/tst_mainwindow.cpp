@@ -47,6 +47,8 @@ private slots:
     void dialling();
     void serviceCodes_data();
     void serviceCodes();
+    void pageOfLostModem();
+    void unwritableSettings();
     void lateWorker();
 
 protected:
@@ -499,6 +501,45 @@ void TestMainWindow::serviceCodes()
     QTRY_VERIFY2(says(end), qUtf8Printable(shownTexts(dialog).values().join(" | ")));
     QCOMPARE(field->isVisible(), end == "menu");
     delete dialog;
+}
+
+/// The first page takes the place of a page that goes with its modem; that one comes back with it, unless the user has
+/// chosen another one meanwhile.
+void TestMainWindow::pageOfLostModem()
+{
+    auto* const pages = window()->findChild<QStackedWidget*>();
+    IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
+    const auto shown = [pages] {
+        return QString(pages->currentWidget()->metaObject()->className());
+    };
+    for (const bool choosesAnother : {false, true}) {
+        simulate(CallModem);
+        QTRY_VERIFY(mainFrame->ShowPage("70B4D2F8-5E19-4A3C-9D66-C82E0F7A5B14"));
+        QCOMPARE(shown(), "DialPadPage");
+        simulate({});
+        QTRY_COMPARE(shown(), "ConnectionPage");
+        QVERIFY(!choosesAnother || mainFrame->ShowPage("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"));
+        const QString before = shown();
+        simulate(CallModem);
+        QTRY_VERIFY(owner("Ctrl+D"));
+        QCOMPARE(shown(), choosesAnother ? before : "DialPadPage");
+    }
+}
+
+/// The window says so while settings cannot be saved.
+void TestMainWindow::unwritableSettings()
+{
+    const auto widgets = window()->findChildren<QWidget*>();
+    auto* const notice = *std::find_if(widgets.begin(), widgets.end(), [](const QWidget* widget) {
+        return widget->inherits("SettingsNotice");
+    });
+    QVERIFY(notice && !notice->isVisible());
+    const QString file = QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/settings.ini";
+    QVERIFY(QTest::qWaitFor([&file] { return QFile::remove(file) && QDir().mkdir(file); }));
+    CommonUtils::SetSettings("test", "key", "value");
+    QTRY_VERIFY_WITH_TIMEOUT(notice->isVisible(), LongCall);
+    QVERIFY(QDir().rmdir(file));
+    QTRY_VERIFY_WITH_TIMEOUT(!notice->isVisible(), LongCall);
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.

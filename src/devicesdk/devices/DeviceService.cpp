@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -90,6 +91,21 @@ long DeviceService::read(quint32 device, const QString& key, QString& value)
     return QRVL_OK;
 }
 
+void DeviceService::setServiceValue(const QString& key, const QString& value)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_isFinished)
+            return;
+        if (value.isEmpty())
+            m_serviceValues.remove(key);
+        else
+            m_serviceValues.insert(key, value);
+        m_hasNewValues = true;
+    }
+    m_backend->wake();
+}
+
 long DeviceService::start(Request request, quint32& number)
 {
     {
@@ -145,10 +161,11 @@ void DeviceService::run()
         if (m_isFinished)
             return;
         const bool isAsked = takeDetection();
+        const bool hasNewValues = std::exchange(m_hasNewValues, false);
         const bool haveCountersGrown =
             m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_state.modems));
         lock.unlock();
-        if (mayDiffer || isAsked || !ends.isEmpty())
+        if (mayDiffer || isAsked || hasNewValues || !ends.isEmpty())
             look(isAsked, ends);
         if (haveCountersGrown)
             m_callbacks.dispatch(QRVL_EVENT_DEV_STATUS);
@@ -175,11 +192,13 @@ bool DeviceService::takeDetection()
 /// Also ends the requests of modems that were removed, unless they are among those that have ended.
 void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
-    const DeviceState state = m_backend->look();
+    DeviceState state = m_backend->look();
     QVector<int> events;
     QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
+        for (auto value = m_serviceValues.cbegin(); value != m_serviceValues.cend(); ++value)
+            state.service.insert(value.key(), value.value());
         events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
         m_state = state;
         abandoned = m_requests.withoutDevice(

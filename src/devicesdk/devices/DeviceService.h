@@ -35,6 +35,9 @@ public:
     /// Returns a result of the C interface; `value` is set on success only.
     long read(quint32 device, const QString& key, QString& value);
 
+    /// Sets a value of QRVL_SERVICE that the backend does not know; empty for none. May be called from any thread.
+    void setServiceValue(const QString& key, const QString& value);
+
     /// Begins a request. Returns a result of the C interface. On success `number` is set before the end of the
     /// request can be reported.
     long start(Request request, quint32& number);
@@ -59,6 +62,8 @@ private:
     std::deque<Clock::time_point> m_detections; // when to look
     CounterReport m_counterReport;
     DeviceState m_state;
+    ModemValues m_serviceValues; // beside those of the backend
+    bool m_hasNewValues = false;
     RequestTable m_requests;
     bool m_isFinished = false;
     ServiceThread m_thread;

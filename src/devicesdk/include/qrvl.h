@@ -234,6 +234,8 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  *   problem             why no modem can be found: no-bus (the system has no message bus), no-modemmanager (that
  *                       service is not installed or not running). Missing if there is no problem.
  *   connection-problem  why no modem can be connected: no-bus, no-networkmanager. Missing if there is no problem.
+ *   settings-problem    not-writable while the user's settings cannot be written, see QRVL_ERROR_STORE. Missing if there
+ *                       is no problem.
  *
  * Other implementations may have more keys and values.
  */

@@ -60,6 +60,25 @@ bool Settings::set(const QString& section, const QString& key, const QString& va
     return !isFailing;
 }
 
+void Settings::onFailing(std::function<void(bool isFailing)> report)
+{
+    {
+        const std::lock_guard lock(m_reportMutex);
+        m_report = std::move(report);
+    }
+    reportFailing();
+}
+
+void Settings::reportFailing()
+{
+    const std::lock_guard reportLock(m_reportMutex);
+    std::unique_lock lock(m_mutex);
+    const bool isFailing = m_isFailing;
+    lock.unlock();
+    if (m_report && isFailing != std::exchange(m_isReportedFailing, isFailing))
+        m_report(isFailing);
+}
+
 bool Settings::drain()
 {
     std::unique_lock lock(m_mutex);
@@ -94,6 +113,7 @@ void Settings::run()
             write();
         else if (m_watch.wait(next))
             look();
+        reportFailing();
         lock.lock();
     }
 }

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 
 /// The user's settings and the installation's defaults. Thread-safe.
@@ -37,6 +38,10 @@ public:
         return value;
     }
 
+    /// From now on calls a function, on any thread, when changes can no longer be written, and when they can be again;
+    /// at once if they cannot be now. The function must not use this object.
+    void onFailing(std::function<void(bool isFailing)> report);
+
     /// Changes one of the user's values. Returns false if it stays in memory for now because the store cannot
     /// be written.
     bool set(const QString& section, const QString& key, const QString& value);
@@ -58,8 +63,12 @@ private:
     void write();
     void scheduleRetry();
     void adopt(SettingsTable& entries);
+    void reportFailing();
 
-    FileWatch m_watch;      // before the files, so that no change after the first look is missed
+    FileWatch m_watch;        // before the files, so that no change after the first look is missed
+    std::mutex m_reportMutex; // orders the reports; locked before m_mutex
+    std::function<void(bool)> m_report;
+    bool m_isReportedFailing = false;
     std::mutex m_fileMutex; // guards the files; locked before m_mutex
     SettingsFile m_userFile;
     SettingsFile m_defaultsFile;

@@ -1,0 +1,53 @@
+#include "ConnectionSwitch.h"
+
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "Startup/Startup.h"
+
+#include <QAction>
+
+namespace {
+
+constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
+
+/// Does what the button of the page does. An operator's plugin without this slot is shown instead.
+void switchConnection()
+{
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    QObject* const plugin = container->GetPlugin(ConnectionClsid, PluginIds::FirstService);
+    if (!plugin || !QMetaObject::invokeMethod(plugin, "switchConnection"))
+        Startup::GetMainFrameService()->ShowPage(ConnectionClsid);
+}
+
+} // namespace
+
+void ConnectionSwitch::addTo(MenuCommands& commands)
+{
+    commands.insert(QStringLiteral("Connect"),
+                    [this](QAction* action, const QString&) { add(action, true); });
+    commands.insert(QStringLiteral("Disconnect"),
+                    [this](QAction* action, const QString&) { add(action, false); });
+}
+
+void ConnectionSwitch::add(QAction* action, bool connects)
+{
+    connect(action, &QAction::triggered, this, &switchConnection);
+    m_entries.append({action, connects});
+    update(m_entries.last());
+}
+
+void ConnectionSwitch::follow(const TrayStatus& status)
+{
+    m_status = status;
+    for (const Entry& entry : qAsConst(m_entries))
+        update(entry);
+}
+
+void ConnectionSwitch::update(const Entry& entry) const
+{
+    if (!entry.action)
+        return; // its menu has been built anew
+    entry.action->setVisible(entry.connects != m_status.canDisconnect);
+    entry.action->setEnabled(entry.connects ? m_status.canConnect : m_status.canDisconnect);
+}

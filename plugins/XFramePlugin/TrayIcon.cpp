@@ -1,0 +1,43 @@
+#include "TrayIcon.h"
+
+#include "FrameStyle.h"
+
+#include <QSystemTrayIcon>
+
+TrayIcon::TrayIcon(QObject* parent)
+    : QObject(parent)
+{
+    if (!QSystemTrayIcon::isSystemTrayAvailable())
+        return;
+    m_icon = new QSystemTrayIcon(this);
+    connect(m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger)
+            Q_EMIT clicked();
+    });
+}
+
+bool TrayIcon::isShown() const
+{
+    return m_icon && m_icon->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void TrayIcon::setMenu(QMenu* menu)
+{
+    if (m_icon)
+        m_icon->setContextMenu(menu);
+}
+
+void TrayIcon::showStatus(const TrayStatus& status)
+{
+    if (!m_icon)
+        return;
+    m_icon->setIcon(trayPicture(status));
+    m_icon->setToolTip(trayText(status));
+    m_icon->show();
+}
+
+void TrayIcon::notify(const QString& title, const QString& body)
+{
+    if (m_icon)
+        m_icon->showMessage(title, body, FrameStyle::picture());
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "TrayState.h"
+
+#include <QObject>
+
+class QMenu;
+class QSystemTrayIcon;
+
+/// The icon in the desktop's notification area: signal and state of the modem in use. Does nothing where the desktop has
+/// no such area.
+class TrayIcon : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TrayIcon(QObject* parent);
+
+    /// Whether the user can reach the icon.
+    bool isShown() const;
+
+    /// @param menu owned by the caller; null for none
+    void setMenu(QMenu* menu);
+
+    void showStatus(const TrayStatus& status);
+
+    /// Shows a notification at the icon.
+    void notify(const QString& title, const QString& body);
+
+Q_SIGNALS:
+    void clicked();
+
+private:
+    QSystemTrayIcon* m_icon = nullptr; ///< null where the desktop has no notification area
+};
