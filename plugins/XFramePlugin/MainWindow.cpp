@@ -10,8 +10,8 @@
 #include "LanguageSwitch.h"
 #include "Menus.h"
 #include "PluginsPage.h"
+#include "ProblemLine.h"
 #include "SettingsDialog.h"
-#include "SettingsNotice.h"
 #include "Skin.h"
 #include "WindowFrame.h"
 #include "WindowPlace.h"
@@ -71,7 +71,7 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     : QWidget(parent, ::windowFlags(FrameStyle::isOwn()))
     , m_language(language)
     , m_header(new HeaderBar)
-    , m_notice(new SettingsNotice)
+    , m_problems(new ProblemLine(this))
     , m_pluginsPage(new PluginsPage(nullptr))
 {
     readCompactSetting();
@@ -85,7 +85,7 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
         m_frame = new WindowFrame(this, layout, m_header);
     else
         layout->addWidget(m_header);
-    layout->addWidget(m_notice);
+    layout->addWidget(m_problems);
     m_menus = new Menus(commands(), m_header->menuButton(), this);
     connect(m_menus, &Menus::trayClicked, this, &MainWindow::bringToFront);
     followBackground();
@@ -130,7 +130,7 @@ bool MainWindow::nativeEvent(const QByteArray& type, void* message, long* result
 void MainWindow::showStatus()
 {
     m_menus->showStatus();
-    m_notice->refresh();
+    m_problems->refresh();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

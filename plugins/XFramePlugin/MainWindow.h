@@ -10,7 +10,7 @@ class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
 class Menus;
-class SettingsNotice;
+class ProblemLine;
 class WindowFrame;
 
 /// The main window: a header with the menus, the pages below it, and the status bar at the bottom. The header
@@ -90,7 +90,7 @@ private:
 
     LanguageSwitch& m_language;
     HeaderBar* m_header;
-    SettingsNotice* m_notice;
+    ProblemLine* m_problems;
     Menus* m_menus;
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     Situation m_situation;

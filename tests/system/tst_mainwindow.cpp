@@ -14,6 +14,7 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QDirIterator>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
@@ -48,7 +49,7 @@ private slots:
     void serviceCodes_data();
     void serviceCodes();
     void pageOfLostModem();
-    void unwritableSettings();
+    void problems();
     void lateWorker();
 
 protected:
@@ -526,20 +527,24 @@ void TestMainWindow::pageOfLostModem()
     }
 }
 
-/// The window says so while settings cannot be saved.
-void TestMainWindow::unwritableSettings()
+/// The window says so while settings cannot be saved, and that the configuration is damaged.
+void TestMainWindow::problems()
 {
-    const auto widgets = window()->findChildren<QWidget*>();
-    auto* const notice = *std::find_if(widgets.begin(), widgets.end(), [](const QWidget* widget) {
-        return widget->inherits("SettingsNotice");
-    });
-    QVERIFY(notice && !notice->isVisible());
+    const auto isTold = [this](const QString& problem) {
+        const auto labels = window()->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+            return label->isVisible() && label->text().contains(problem);
+        });
+    };
+    QVERIFY(isTold(text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(brokenLine)));
+    const QString notSaved = text("IDS_NOTICE_SETTINGS");
+    QVERIFY(!isTold(notSaved));
     const QString file = QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/settings.ini";
     QVERIFY(QTest::qWaitFor([&file] { return QFile::remove(file) && QDir().mkdir(file); }));
     CommonUtils::SetSettings("test", "key", "value");
-    QTRY_VERIFY_WITH_TIMEOUT(notice->isVisible(), LongCall);
+    QTRY_VERIFY_WITH_TIMEOUT(isTold(notSaved), LongCall);
     QVERIFY(QDir().rmdir(file));
-    QTRY_VERIFY_WITH_TIMEOUT(!notice->isVisible(), LongCall);
+    QTRY_VERIFY_WITH_TIMEOUT(!isTold(notSaved), LongCall);
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.
