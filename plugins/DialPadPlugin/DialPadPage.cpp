@@ -26,20 +26,28 @@ QFont scaledFont(QFont font, qreal scale)
     return font;
 }
 
+/// Not before it is needed: it takes long to find its icon among those of the desktop.
+void addClearButton(QLineEdit* number)
+{
+    if (number->isClearButtonEnabled())
+        return;
+    number->setClearButtonEnabled(true);
+    auto* const clear = number->findChild<QToolButton*>();
+    keepTranslated(clear, [clear] { clear->setAccessibleName(text("IDS_DIAL_CLEAR")); });
+}
+
 QLineEdit* makeNumberField()
 {
     auto* number = new QLineEdit;
     number->setFont(scaledFont(number->font(), 1.6));
     number->setMinimumHeight(KeyHeight);
     number->setAlignment(Qt::AlignCenter);
-    number->setClearButtonEnabled(true);
     number->setLayoutDirection(Qt::LeftToRight); // numbers are never mirrored
-    auto* clear = number->findChild<QToolButton*>();
-    keepTranslated(number, [number, clear] {
+    keepTranslated(number, [number] {
         number->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         number->setAccessibleName(number->placeholderText());
-        clear->setAccessibleName(text("IDS_DIAL_CLEAR"));
     });
+    QObject::connect(number, &QLineEdit::textChanged, number, [number] { addClearButton(number); });
     // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
     // text changes.
     QObject::connect(number, &QLineEdit::textChanged, number, [number] { number->style()->polish(number); });

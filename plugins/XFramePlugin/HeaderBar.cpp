@@ -89,7 +89,6 @@ HeaderBar::HeaderBar(QWidget* parent)
     layout->addStretch();
     layout->addWidget(m_facts);
     layout->addWidget(m_menuButton);
-    setCompact(false);
     keepTranslated(this, [this] { refresh(); });
 }
 
@@ -138,7 +137,8 @@ void HeaderBar::setCompact(bool isCompact)
     const int size = pictureSize(isCompact);
     const int side = isCompact ? Look::Gap * 2 : Look::Margin;
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
-    m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
+    if (!m_isTitle)
+        m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
     layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
     m_isCompact = isCompact;
     showFacts();
