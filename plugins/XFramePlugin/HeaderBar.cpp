@@ -70,7 +70,6 @@ HeaderBar::HeaderBar(QWidget* parent)
     layout->addLayout(makeModemColumn());
     layout->addStretch();
     layout->addWidget(m_menuButton);
-    setCompact(false);
     keepTranslated(this, [this] { refresh(); });
 }
 
@@ -108,7 +107,8 @@ void HeaderBar::setCompact(bool isCompact)
     const int size = pictureSize(isCompact);
     const int side = isCompact ? Look::Gap * 2 : Look::Margin;
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
-    m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
+    if (!m_isTitle)
+        m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
     layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
 }
 

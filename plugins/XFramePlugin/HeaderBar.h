@@ -15,6 +15,7 @@ class HeaderBar : public QWidget
     Q_OBJECT
 
 public:
+    /// Call setCompact() before it is shown.
     explicit HeaderBar(QWidget* parent = nullptr);
 
     /// Leaves picture and background to the title bar that the header has been put into.
