@@ -1,11 +1,11 @@
 #include "SettingsDialog.h"
 
-#include "LoadedPage.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
 #include "WindowSettings.h"
 #include "support/Dialog.h"
+#include "support/LoadedPage.h"
 #include "support/Text.h"
 
 #include <QPushButton>
