@@ -1,5 +1,6 @@
 #include "ModemReport.h"
 
+#include "support/NetworkWords.h"
 #include "support/Numbers.h"
 #include "support/OperatorNames.h"
 #include "support/Text.h"
@@ -24,26 +25,6 @@ QString serviceWord(const char* key)
     return serviceValue(QString::fromLatin1(key));
 }
 
-struct Technology
-{
-    const char* value;
-    const char* name; ///< the same in all languages
-};
-
-constexpr Technology Technologies[] = {
-    {"gsm", "GSM (2G)"},   {"gprs", "GPRS (2G)"},   {"edge", "EDGE (2G)"}, {"umts", "UMTS (3G)"},
-    {"hspa", "HSPA (3G)"}, {"hspa+", "HSPA+ (3G)"}, {"lte", "LTE (4G)"},   {"5g", "5G"},
-};
-
-QString technologyName(const QString& reported)
-{
-    const auto* const found =
-        std::find_if(std::begin(Technologies), std::end(Technologies), [&](const Technology& technology) {
-            return reported == QLatin1String(technology.value);
-        });
-    return found == std::end(Technologies) ? reported.toUpper() : QString::fromLatin1(found->name);
-}
-
 struct SignalStep
 {
     int least; ///< per cent
@@ -66,16 +47,6 @@ QString signalWords(const QString& reported)
     if (step == std::end(SignalSteps))
         return reported.isEmpty() ? QString() : text("IDS_CONN_SIGNAL_NONE");
     return text(step->words).arg(numberText(strength));
-}
-
-QString networkName(const Modem& modem, const OperatorNames& names)
-{
-    const QString network = value(modem, "network");
-    if (network.isEmpty())
-        return {};
-    const QString reported = value(modem, "network-name");
-    const QString name = names.nameOf(network, modem.imsi, reported);
-    return name.isEmpty() ? reported : name; // the lists may not have been read yet
 }
 
 QString roamingWords(const QString& registration)

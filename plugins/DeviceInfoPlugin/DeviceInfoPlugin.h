@@ -2,7 +2,7 @@
 
 #include "support/PagePlugin.h"
 
-/// A page that shows the attached modems.
+/// The page "Modem and SIM": what support asks for, and the choice of the network.
 class DeviceInfoPlugin : public PagePlugin
 {
     Q_OBJECT

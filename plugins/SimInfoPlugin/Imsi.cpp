@@ -32,8 +32,6 @@ Imsi Imsi::parse(const QString& digits)
 {
     Imsi imsi;
     imsi.countryCode = digits.left(3);
-    const int length = networkCodeLength(imsi.countryCode.toInt());
-    imsi.networkCode = digits.mid(3, length);
-    imsi.subscriberNumber = digits.mid(3 + length);
+    imsi.networkCode = digits.mid(3, networkCodeLength(imsi.countryCode.toInt()));
     return imsi;
 }

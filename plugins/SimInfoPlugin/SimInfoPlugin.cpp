@@ -1,69 +1,39 @@
 #include "SimInfoPlugin.h"
 
 #include "Imsi.h"
+#include "support/DetailsCard.h"
 #include "support/ModemInUse.h"
-#include "support/Page.h"
 #include "support/Text.h"
-
-#include <QVBoxLayout>
 
 namespace {
 
-class SimInfoPage : public Page
+QString homeNetwork(const QString& digits)
 {
-public:
-    explicit SimInfoPage(QWidget* parent)
-        : Page("IDS_SIM_TITLE", "IDS_SIM_LEAD", Look::Sign::Sim, parent)
-    {
-        keepTranslated(this, [this] { refresh(); });
-    }
-
-    void refresh();
-
-private:
-    void showSim(const Modem& modem);
-    void showNoSim();
-};
-
-void SimInfoPage::refresh()
-{
-    clearContent();
-    const Modems modems = attachedModems();
-    const Modem modem = modems.isEmpty() ? Modem() : modemInUse(modems);
-    if (modem.imsi.isEmpty())
-        showNoSim();
-    else
-        showSim(modem);
-    content()->addStretch();
+    const Imsi imsi = Imsi::parse(digits);
+    return digits.isEmpty() ? QString() : imsi.countryCode + QLatin1Char(' ') + imsi.networkCode;
 }
 
-void SimInfoPage::showSim(const Modem& modem)
+void showSim(DetailsCard* card)
 {
-    const Imsi imsi = Imsi::parse(modem.imsi);
-    auto* identity = new Card(text("IDS_SIM_IDENTITY"));
-    identity->addRow(text("IDS_SIM_IMSI"), modem.imsi);
-    identity->addRow(text("IDS_SIM_COUNTRY_CODE"), imsi.countryCode);
-    identity->addRow(text("IDS_SIM_NETWORK_CODE"), imsi.networkCode);
-    identity->addRow(text("IDS_SIM_SUBSCRIBER"), imsi.subscriberNumber);
-    content()->addWidget(identity);
-
-    auto* group = new Card(text("IDS_SIM_GROUP"));
-    group->addRow(text("IDS_SIM_GROUP_ID"), modem.gid.isEmpty() ? text("IDS_SIM_NO_GROUP") : modem.gid);
-    content()->addWidget(group);
-}
-
-void SimInfoPage::showNoSim()
-{
-    auto* card = new Card(text("IDS_SIM_NONE"));
-    card->addText(text("IDS_SIM_NONE_HINT"));
-    content()->addWidget(card);
+    const Modem modem = modemInUse();
+    card->showDetails(text("IDS_SIM_IDENTITY"),
+                      {{text("IDS_SIM_NUMBER"), modemValue(modem.id, QStringLiteral("number")), true},
+                       {text("IDS_SIM_IMSI"), modem.imsi, true},
+                       {text("IDS_SIM_ICCID"), modemValue(modem.id, QStringLiteral("iccid")), true},
+                       {text("IDS_SIM_HOME_NETWORK"), homeNetwork(modem.imsi)},
+                       {text("IDS_SIM_GROUP_ID"), modem.gid}});
 }
 
 } // namespace
 
 QWidget* SimInfoPlugin::createPage(QWidget* parent)
 {
-    auto* page = new SimInfoPage(parent);
-    connect(followDevices(), &DeviceEvents::changed, page, &SimInfoPage::refresh);
-    return page;
+    auto* card = new DetailsCard(parent);
+    const auto refresh = [card] {
+        showSim(card);
+    };
+    connect(followDevices(), &DeviceEvents::changed, card, refresh);
+    connect(followDevices(), &DeviceEvents::statusChanged, card, refresh);
+    keepTranslated(card, refresh);
+    return card;
 }

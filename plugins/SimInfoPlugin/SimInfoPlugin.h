@@ -2,7 +2,8 @@
 
 #include "support/PagePlugin.h"
 
-/// A page that shows the SIM card of the modem in use.
+/// What identifies the SIM card of the modem in use: a panel in the page "Modem and SIM" of DeviceInfoPlugin. Operators
+/// who do not want it to be shown remove this plugin.
 class SimInfoPlugin : public PagePlugin
 {
     Q_OBJECT

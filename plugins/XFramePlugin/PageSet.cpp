@@ -1,11 +1,11 @@
 #include "PageSet.h"
 
-#include "LoadedPage.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/interfaces/ILayout.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "support/LoadedPage.h"
 
 #include <algorithm>
 

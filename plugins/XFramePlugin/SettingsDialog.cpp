@@ -1,13 +1,13 @@
 #include "SettingsDialog.h"
 
 #include "GeneralSettings.h"
-#include "LoadedPage.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
 #include "WindowSettings.h"
 #include "support/Dialog.h"
+#include "support/LoadedPage.h"
 #include "support/Text.h"
 
 #include <QPushButton>

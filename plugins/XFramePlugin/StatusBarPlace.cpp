@@ -1,7 +1,7 @@
 #include "StatusBarPlace.h"
 
-#include "LoadedPage.h"
 #include "MainWindow.h"
+#include "support/LoadedPage.h"
 
 namespace {
 

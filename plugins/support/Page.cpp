@@ -82,9 +82,10 @@ void Card::addRow(const QString& caption, const QString& value)
     const int row = m_rows->rowCount();
     QLabel* content = Look::label(value, 1.0);
     Look::makeSelectable(content);
+    content->setWordWrap(true); // in narrow windows
     content->setAccessibleName(caption);
     content->setAccessibleDescription(value);
-    m_rows->addWidget(Look::quietLabel(caption), row, 0);
+    m_rows->addWidget(Look::quietLabel(caption), row, 0, Qt::AlignTop);
     m_rows->addWidget(content, row, 1);
 }
 

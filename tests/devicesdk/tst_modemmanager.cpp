@@ -3,6 +3,8 @@
 #include "RealModemTest.h"
 #include "backends/modemmanager/ModemManagerBackend.h"
 
+#include <tuple>
+
 using namespace std::chrono_literals;
 using namespace DeviceClient;
 
@@ -55,6 +57,40 @@ QString registerIn(const char16_t* network)
 {
     return outcome(
         [=](uint32_t device, uint32_t* request) { return QRVL_DevSrv_Register(device, network, request); });
+}
+
+const QByteArray ServiceCentre = "0791947106004034";
+const QByteArray Timestamp = "42209271050080";
+
+QByteArray hex(int byte)
+{
+    return QByteArray::number(0x100 | byte, 16).mid(1).toUpper();
+}
+
+/// Characters of 7 bits each, in hexadecimal digits. The first one begins at bit 1, after a header of 6 bytes.
+QByteArray packed(const QByteArray& text)
+{
+    QByteArray bytes((text.size() * 7 + 8) / 8, '\0');
+    for (int bit = 0; bit < text.size() * 7; ++bit)
+        bytes[(bit + 1) / 8] =
+            char(bytes[(bit + 1) / 8] | (((text[bit / 7] >> (bit % 7)) & 1) << ((bit + 1) % 8)));
+    return bytes.toHex().toUpper();
+}
+
+/// A part of a long message of two parts that was received, as AtModem::receive() takes it. A message is in one
+/// alphabet: that of 7 bits, or that of all other characters.
+QByteArray part(int number, const QString& text, bool isUsualAlphabet)
+{
+    constexpr int header = 6;
+    const QByteArray ucs2 =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    QByteArray swapped = ucs2;
+    for (int i = 0; i < swapped.size(); i += 2)
+        std::swap(swapped.data()[i], swapped.data()[i + 1]);
+    const QByteArray content = isUsualAlphabet ? packed(text.toLatin1()) : swapped.toHex().toUpper();
+    const int length = isUsualAlphabet ? text.size() + 7 : swapped.size() + header;
+    return ServiceCentre + "440B919471103254F600" + (isUsualAlphabet ? "00" : "08") + Timestamp +
+           hex(length) + "050003" + (isUsualAlphabet ? "11" : "22") + "02" + hex(number) + content;
 }
 
 AtModem::Sim lockedSim(int pinTries)
@@ -174,7 +210,7 @@ void tst_ModemManager::daemonDies()
     QCOMPARE(value("problem", QRVL_SERVICE), "2");
 }
 
-/// A message of two parts in another alphabet, and one in the usual one.
+/// A message of one part, and of two in each alphabet, which arrive in the wrong order.
 void tst_ModemManager::receivedMessages()
 {
     const auto modem = plugReady();
@@ -189,6 +225,25 @@ void tst_ModemManager::receivedMessages()
     QCOMPARE(deleteMessage(identifier), "0");
     QCOMPARE(values({"messages"}), "");
     QCOMPARE(deleteMessage(identifier), QString::number(QRVL_ERROR_NOT_FOUND));
+    const std::tuple<bool, QString, QString> rows[] = {
+        {true, "the first half, ", "the second"},
+        {false, QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d "),
+         QString::fromUtf8("and \xf0\x9f\x93\xb6")},
+    };
+    for (const auto& [isUsualAlphabet, first, second] : rows) {
+        modem->receive(part(2, second, isUsualAlphabet));
+        const QByteArray report = modem->receive(part(1, first, isUsualAlphabet));
+        const auto isReceived = [&] {
+            if (values({"messages"}).isEmpty())
+                modem->announce(report);
+            return !values({"messages"}).isEmpty();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isReceived(), Patience);
+        const QString id = values({"messages"});
+        QCOMPARE(values({"message." + id + ".text", "message." + id + ".sender"}),
+                 first + second + " +49170123456");
+        QCOMPARE(deleteMessage(id), "0");
+    }
 }
 
 /// Ten parts in two alphabets.
@@ -205,6 +260,15 @@ void tst_ModemManager::sentMessages()
     QCOMPARE(values({"sent-messages", prefix + "state", prefix + "recipient"}),
              words.value(1) + " sent +491234");
     QCOMPARE(values({prefix + "text"}), text);
+
+    const QStringList reported = sendMessage("short").split(' ');
+    QCOMPARE(reported.value(0), "0");
+    const QByteArray reference = hex(modem->sent().size());
+    modem->announce("+CDS: 24\r\n" + ServiceCentre + "06" + reference + "0691942143" + Timestamp + Timestamp +
+                    "00");
+    QTRY_COMPARE_WITH_TIMEOUT(values({"message." + reported.value(1) + ".state"}), "delivered", Patience);
+    QCOMPARE(values({prefix + "state", "messages"}), "sent "); // neither another one, nor a received one
+
     modem->setReply("AT+CMGS", "+CMS ERROR: 38");
     const QString refused = sendMessage("x");
     QVERIFY2(refused.startsWith(QString::number(QRVL_ERROR_REFUSED) + ' '), qPrintable(refused));

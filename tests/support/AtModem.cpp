@@ -120,11 +120,22 @@ void AtModem::setReply(const QByteArray& command, const QByteArray& reply)
     m_replies.insert(command, reply);
 }
 
-void AtModem::receive(const QByteArray& pdu)
+void AtModem::announce(const QByteArray& line)
 {
     const std::lock_guard lock(m_mutex);
-    m_stored.insert(++m_lastIndex, pdu);
-    writeAll(m_connection, "\r\n+CMTI: \"SM\"," + QByteArray::number(m_lastIndex) + "\r\n");
+    writeAll(m_connection, "\r\n" + line + "\r\n");
+}
+
+QByteArray AtModem::receive(const QByteArray& pdu)
+{
+    QByteArray report;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stored.insert(++m_lastIndex, pdu);
+        report = "+CMTI: \"SM\"," + QByteArray::number(m_lastIndex);
+    }
+    announce(report);
+    return report;
 }
 
 QByteArrayList AtModem::sent() const

@@ -37,8 +37,12 @@ public:
     /// answers to service codes.
     void setReply(const QByteArray& command, const QByteArray& reply);
 
-    /// A text message arrives: a PDU with the length of the service centre's address in front.
-    void receive(const QByteArray& pdu);
+    /// The modem reports something by itself, such as "+CREG: 1".
+    void announce(const QByteArray& line);
+
+    /// A text message arrives: a PDU with the length of the service centre's address in front. Returns
+    /// the report that announces it, to be repeated: ModemManager overlooks one that comes while it reads another message.
+    QByteArray receive(const QByteArray& pdu);
 
     /// Messages that were sent, as PDUs.
     QByteArrayList sent() const;

@@ -187,7 +187,7 @@ void TestAccessibility::initTestCase()
     simulate(Modem);
     start();
     QVERIFY(window() && QTest::qWaitForWindowActive(window()));
-    QTRY_COMPARE(window()->findChild<QStackedWidget*>()->count(), 6); // all that this SIM card gets
+    QTRY_COMPARE(window()->findChild<QStackedWidget*>()->count(), 5); // all that this SIM card gets
     QTRY_VERIFY(owner("Ctrl+O"));
 }
 

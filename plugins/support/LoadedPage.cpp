@@ -1,4 +1,4 @@
-#include "LoadedPage.h"
+#include "support/LoadedPage.h"
 
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"

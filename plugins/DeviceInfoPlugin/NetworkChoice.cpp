@@ -1,0 +1,207 @@
+#include "NetworkChoice.h"
+
+#include "support/NetworkWords.h"
+#include "support/OperatorNames.h"
+#include "support/Requests.h"
+#include "support/ResultWords.h"
+#include "support/Text.h"
+
+#include <QButtonGroup>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include <qrvl.h>
+
+namespace {
+
+constexpr QSize ButtonSize{130, 34};
+constexpr int AutomaticId = 0; ///< of a button; those of networks follow
+
+const char* wordFor(const QString& state, bool isCurrent)
+{
+    if (isCurrent)
+        return "IDS_MODEM_NETWORK_CURRENT";
+    return state == QLatin1String("forbidden") ? "IDS_MODEM_NETWORK_FORBIDDEN"
+                                               : "IDS_MODEM_NETWORK_AVAILABLE";
+}
+
+} // namespace
+
+NetworkChoice::NetworkChoice(Requests& requests, const OperatorNames& names, QWidget* parent)
+    : Surface(parent)
+    , m_requests(requests)
+    , m_names(names)
+    , m_title(Look::label(QString(), 1.15, QFont::DemiBold))
+    , m_automatic(new QRadioButton)
+    , m_choices(new QButtonGroup(this))
+    , m_list(new QVBoxLayout)
+    , m_note(Look::quietLabel(QString(), true))
+    , m_search(new QPushButton)
+    , m_apply(new QPushButton)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    column->setSpacing(Look::Gap);
+    m_list->setSpacing(Look::Gap);
+    column->addWidget(m_title);
+    column->addWidget(m_automatic);
+    column->addLayout(m_list);
+    column->addWidget(m_note);
+    column->addLayout(makeButtons());
+    m_automatic->setChecked(true);
+    m_choices->addButton(m_automatic, AutomaticId);
+    keepTranslated(this, [this] { translate(); });
+}
+
+QLayout* NetworkChoice::makeButtons()
+{
+    auto* line = new QHBoxLayout;
+    line->setSpacing(Look::Gap);
+    line->addStretch();
+    for (QPushButton* const button : {m_search, m_apply}) {
+        button->setMinimumSize(ButtonSize);
+        line->addWidget(button);
+    }
+    connect(m_search, &QPushButton::clicked, this, &NetworkChoice::search);
+    connect(m_apply, &QPushButton::clicked, this, &NetworkChoice::apply);
+    return line;
+}
+
+void NetworkChoice::translate()
+{
+    m_title->setText(text("IDS_MODEM_CHOOSE_NETWORK"));
+    m_automatic->setText(text("IDS_MODEM_AUTOMATIC"));
+    setCaption(m_search, "IDS_MODEM_SEARCH");
+    setCaption(m_apply, "IDS_MODEM_REGISTER");
+    describeFound();
+    setActivity(m_activity);
+}
+
+void NetworkChoice::showModem(const Modem& modem)
+{
+    if (modem.id != m_modem.id || modem.imsi != m_modem.imsi) {
+        clearFound();
+        setActivity(Activity::None); // the service ends the requests of a modem that was removed
+        m_automatic->setChecked(true);
+    }
+    m_modem = modem;
+    m_isReady = modemValue(modem.id, QStringLiteral("sim")) == QLatin1String("ready");
+    m_current = modemValue(modem.id, QStringLiteral("network"));
+    setVisible(m_isReady);
+    describeFound();
+    enable();
+}
+
+void NetworkChoice::search()
+{
+    setActivity(Activity::Searching);
+    const quint32 modem = m_modem.id;
+    m_requests.start([modem](quint32* request) { return QRVL_DevSrv_ScanNetworks(modem, request); }, this,
+                     [this, modem](const RequestEnd& end) {
+                         if (modem != m_modem.id)
+                             return;
+                         showEnd(end);
+                         if (end.result == QRVL_OK)
+                             showFound(end.text);
+                     });
+}
+
+void NetworkChoice::apply()
+{
+    setActivity(Activity::Registering);
+    const int choice = m_choices->checkedId();
+    const QString code = choice == AutomaticId ? QString() : m_found[choice - 1].code;
+    const quint32 modem = m_modem.id;
+    m_requests.start([&](quint32* request) { return QRVL_DevSrv_Register(modem, utf16(code), request); },
+                     this,
+                     [this, modem](const RequestEnd& end) {
+                         if (modem == m_modem.id)
+                             showEnd(end);
+                     });
+}
+
+void NetworkChoice::showEnd(const RequestEnd& end)
+{
+    setActivity(Activity::None);
+    if (end.result == QRVL_OK)
+        return;
+    const ResultWords words = resultWords(end.result);
+    showNote(words.title + QStringLiteral(". ") + words.hint);
+}
+
+void NetworkChoice::showNote(const QString& note)
+{
+    m_note->setText(note);
+    m_note->setVisible(!note.isEmpty());
+}
+
+void NetworkChoice::showFound(const QString& lines)
+{
+    clearFound();
+    m_found = readNetworks(lines);
+    for (int i = 0; i < m_found.size(); ++i)
+        m_choices->addButton(addChoice(m_found[i]), i + 1);
+    if (m_found.isEmpty())
+        showNote(text("IDS_MODEM_FOUND_NONE"));
+    enable();
+}
+
+QRadioButton* NetworkChoice::addChoice(const FoundNetwork& network)
+{
+    auto* const choice = new QRadioButton(describe(network));
+    m_list->addWidget(choice);
+    return choice;
+}
+
+QString NetworkChoice::describe(const FoundNetwork& network) const
+{
+    const QString name = m_names.nameOf(network.code, m_modem.imsi, network.name);
+    QStringList parts = {name.isEmpty() ? network.name : name};
+    QStringList technologies;
+    for (const QString& technology : network.technologies)
+        technologies.append(technologyName(technology));
+    parts.append(technologies.join(QStringLiteral(", ")));
+    parts.append(text(wordFor(network.state, network.code == m_current)));
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(" \u00b7 "));
+}
+
+void NetworkChoice::describeFound()
+{
+    for (int i = 0; i < m_found.size(); ++i)
+        m_choices->button(i + 1)->setText(describe(m_found[i]));
+}
+
+void NetworkChoice::clearFound()
+{
+    for (int i = 0; i < m_found.size(); ++i)
+        delete m_choices->button(i + 1);
+    m_found.clear();
+    if (!m_choices->checkedButton())
+        m_automatic->setChecked(true);
+}
+
+void NetworkChoice::setActivity(Activity activity)
+{
+    m_activity = activity;
+    if (activity == Activity::None)
+        showNote({});
+    else
+        showNote(text(activity == Activity::Searching ? "IDS_MODEM_SEARCHING" : "IDS_MODEM_REGISTERING"));
+    enable();
+}
+
+void NetworkChoice::enable()
+{
+    const bool isIdle = m_isReady && m_activity == Activity::None;
+    const auto buttons = m_choices->buttons();
+    for (QAbstractButton* const button : buttons) {
+        const int id = m_choices->id(button);
+        const bool isForbidden = id != AutomaticId && m_found[id - 1].state == QLatin1String("forbidden");
+        button->setEnabled(isIdle && !isForbidden);
+    }
+    m_search->setEnabled(isIdle);
+    m_apply->setEnabled(isIdle);
+}
