@@ -188,6 +188,8 @@ void MainWindow::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::ActivationChange)
         followBackground();
+    else if (event->type() == QEvent::WindowStateChange && isMinimized())
+        m_menus->keepTray(); // minimising hides all other windows
     QWidget::changeEvent(event);
 }
 
