@@ -23,6 +23,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr QLatin1String SettingsSection("mainwindow");
@@ -133,8 +135,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    if (!isVisible())
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed); // see hideInTray()
+    if (m_isInTray)
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
     hide(); // remembering the place of a maximised window restores it
     rememberPlace();
     QWidget::closeEvent(event);
@@ -206,10 +208,23 @@ void MainWindow::hideInTray()
 {
     m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    const bool isUnexpected = isVisible() && Background::isNew();
+    m_isInTray = true;
+    if (!isVisible())
+        return; // at the start
     hide();
-    if (isUnexpected)
+    rememberPlace(); // the session may end before the window is shown again
+    if (Background::isNew())
         m_menus->tellThatHidden();
+}
+
+/// Whoever shows the window need not know that it was in the notification area.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    if (std::exchange(m_isInTray, false)) {
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
+        restorePlace();
+    }
+    QWidget::showEvent(event);
 }
 
 void MainWindow::quit()
@@ -221,8 +236,6 @@ void MainWindow::quit()
 
 void MainWindow::bringToFront()
 {
-    if (!isVisible())
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
     if (isMinimized())
         showNormal();
     show();

@@ -73,6 +73,7 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     MenuCommands commands();
@@ -87,5 +88,6 @@ private:
     Menus* m_menus;
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     QPointer<PluginsPage> m_pluginsPage;
-    bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before the window was hidden
+    bool m_isInTray = false;       ///< hidden, but not closed
+    bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before that
 };

@@ -140,16 +140,19 @@ void TestWindowsX11::notificationArea()
         });
     };
     QTRY_VERIFY(hasIcon());
+    const QRect before = place();
     qApp->setQuitOnLastWindowClosed(true);
     QVERIFY(!window()->close() && !window()->isVisible() && !qApp->quitOnLastWindowClosed());
     QCOMPARE(CommonUtils::GetUserSettings("mainwindow", "closetotraytold"), "true");
-    QMetaObject::invokeMethod(window()->findChild<QSystemTrayIcon*>(), "activated",
-                              Q_ARG(QSystemTrayIcon::ActivationReason, QSystemTrayIcon::Trigger));
+    QVERIFY(!CommonUtils::GetUserSettings("mainwindow", "geometry").isEmpty());
+    emit window()->findChild<QSystemTrayIcon*>()->activated(QSystemTrayIcon::Trigger);
     QVERIFY(window()->isVisible() && qApp->quitOnLastWindowClosed());
     qApp->setQuitOnLastWindowClosed(false);
     QVERIFY(QTest::qWaitForWindowActive(window()));
-    click("Minimize");
-    QTRY_VERIFY(window()->isMinimized() && hasIcon());
+    QTRY_COMPARE(place(), before);
+    titleButton(window(), "Minimize")->click();
+    QTRY_VERIFY(window()->isMinimized());
+    QTRY_VERIFY(hasIcon());
     window()->close();
     QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+Q"), "trigger"));
     QVERIFY(!window()->isVisible());
