@@ -25,6 +25,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr QLatin1String SettingsSection("mainwindow");
@@ -140,8 +142,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    if (!isVisible())
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed); // see hideInTray()
+    if (m_isInTray)
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
     hide(); // remembering the place of a maximised window restores it
     rememberPlace();
     QWidget::closeEvent(event);
@@ -196,6 +198,8 @@ void MainWindow::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::ActivationChange)
         followBackground();
+    else if (event->type() == QEvent::WindowStateChange && isMinimized())
+        m_menus->keepTray(); // minimising hides all other windows
     QWidget::changeEvent(event);
 }
 
@@ -212,10 +216,23 @@ void MainWindow::hideInTray()
 {
     m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    const bool isUnexpected = isVisible() && Background::isNew();
+    m_isInTray = true;
+    if (!isVisible())
+        return; // at the start
     hide();
-    if (isUnexpected)
+    rememberPlace(); // the session may end before the window is shown again
+    if (Background::isNew())
         m_menus->tellThatHidden();
+}
+
+/// Whoever shows the window need not know that it was in the notification area.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    if (std::exchange(m_isInTray, false)) {
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
+        restorePlace();
+    }
+    QWidget::showEvent(event);
 }
 
 void MainWindow::quit()
@@ -227,8 +244,6 @@ void MainWindow::quit()
 
 void MainWindow::bringToFront()
 {
-    if (!isVisible())
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
     if (isMinimized())
         showNormal();
     show();

@@ -80,6 +80,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, long* result) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     MenuCommands commands();
@@ -95,5 +96,6 @@ private:
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     Situation m_situation;
     QPointer<PluginsPage> m_pluginsPage;
-    bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before the window was hidden
+    bool m_isInTray = false;       ///< hidden, but not closed
+    bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before that
 };

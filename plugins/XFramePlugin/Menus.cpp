@@ -64,6 +64,11 @@ bool Menus::hasTray() const
     return m_tray->isShown();
 }
 
+void Menus::keepTray()
+{
+    m_tray->keepShown();
+}
+
 void Menus::tellThatHidden()
 {
     m_tray->notify(text("IDS_TRAY_HIDDEN"), text("IDS_TRAY_HIDDEN_HINT"));

@@ -30,6 +30,9 @@ public:
     /// Whether the user can bring back a hidden window.
     bool hasTray() const;
 
+    /// See TrayIcon::keepShown().
+    void keepTray();
+
     /// Says in a notification that the window is hidden, but still running.
     void tellThatHidden();
 

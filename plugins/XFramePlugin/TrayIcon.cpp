@@ -2,7 +2,10 @@
 
 #include "FrameStyle.h"
 
+#include <QApplication>
 #include <QSystemTrayIcon>
+
+#include <algorithm>
 
 TrayIcon::TrayIcon(QObject* parent)
     : QObject(parent)
@@ -33,6 +36,18 @@ void TrayIcon::showStatus(const TrayStatus& status)
         return;
     m_icon->setIcon(trayPicture(status));
     m_icon->setToolTip(trayText(status));
+    m_icon->show();
+}
+
+void TrayIcon::keepShown()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const bool wasHidden = std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->inherits("QSystemTrayIconSys") && !window->isVisible();
+    });
+    if (!m_icon || !wasHidden)
+        return;
+    m_icon->hide();
     m_icon->show();
 }
 

@@ -24,6 +24,9 @@ public:
 
     void showStatus(const TrayStatus& status);
 
+    /// Shows the icon again after all windows of the application have been hidden: on some desktops it is one of them.
+    void keepShown();
+
     /// Shows a notification at the icon.
     void notify(const QString& title, const QString& body);
 

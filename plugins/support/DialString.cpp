@@ -38,7 +38,6 @@ QString dialString(const QString& number)
 
 bool isServiceCode(const QString& dialString)
 {
-    const bool hasStart =
-        dialString.startsWith(QLatin1Char('*')) || dialString.startsWith(QLatin1Char('#'));
+    const bool hasStart = dialString.startsWith(QLatin1Char('*')) || dialString.startsWith(QLatin1Char('#'));
     return hasStart && dialString.endsWith(QLatin1Char('#'));
 }

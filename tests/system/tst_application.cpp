@@ -24,7 +24,7 @@ void TestApplication::commandLine()
 {
     const std::tuple<QString, int, QStringList> rows[] = {
         {"--version", 0, {"skylume 0."}},
-        {"--help", 0, {"--no-splash", "--several", "--verbose", "--version"}},
+        {"--help", 0, {"--background", "--no-splash", "--several", "--verbose", "--version"}},
         {"--nonsense", 1, {"nonsense"}},
         {"nonsense", 1, {"nonsense"}},
     };

@@ -3,6 +3,7 @@
 #include "RunningApplication.h"
 
 #include "ExtendDialog/ExtendDialog.h"
+#include "common/CommonUtils.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -11,6 +12,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QScreen>
+#include <QSystemTrayIcon>
 #include <QWindow>
 #include <QtTest>
 
@@ -63,6 +65,8 @@ int runOnDisplay(int argc, char** argv)
     windowManager.start("openbox", {"--sm-disable"});
     if (number.isEmpty() || !isManaged())
         qFatal("Xvfb or openbox cannot be started");
+    Server notificationArea;
+    notificationArea.start("trayer", {"--edge", "bottom", "--height", "24"});
     QProcess test;
     test.setProcessChannelMode(QProcess::ForwardedChannels);
     test.start(application.applicationFilePath(), application.arguments().mid(1));
@@ -92,6 +96,7 @@ private slots:
     void minimising();
     void dialogs_data();
     void dialogs();
+    void notificationArea();
 
 private:
     /// Runs xdotool; each text is a command with its arguments.
@@ -118,6 +123,44 @@ void TestWindowsX11::init()
     QVERIFY(window() && QTest::qWaitForWindowActive(window()));
     window()->setGeometry(100, 80, 900, 560);
     QTRY_COMPARE(place(), QRect(100, 80, 900, 560));
+}
+
+/// Closing the window hides it only if the user wants that; minimising hides other windows, but not the icon.
+void TestWindowsX11::notificationArea()
+{
+    QTRY_VERIFY(QSystemTrayIcon::isSystemTrayAvailable());
+    end(); // the application looks for the area when it starts
+    CommonUtils::SetSettings("mainwindow", "closetotray", "true");
+    start();
+    QVERIFY(QTest::qWaitForWindowActive(window()));
+    const auto hasIcon = [] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return std::any_of(windows.begin(), windows.end(), [](const QWidget* widget) {
+            return widget->inherits("QSystemTrayIconSys") && widget->isVisible();
+        });
+    };
+    QTRY_VERIFY(hasIcon());
+    const QRect before = place();
+    qApp->setQuitOnLastWindowClosed(true);
+    QVERIFY(!window()->close() && !window()->isVisible() && !qApp->quitOnLastWindowClosed());
+    QCOMPARE(CommonUtils::GetUserSettings("mainwindow", "closetotraytold"), "true");
+    QVERIFY(!CommonUtils::GetUserSettings("mainwindow", "geometry").isEmpty());
+    emit window()->findChild<QSystemTrayIcon*>()->activated(QSystemTrayIcon::Trigger);
+    QVERIFY(window()->isVisible() && qApp->quitOnLastWindowClosed());
+    qApp->setQuitOnLastWindowClosed(false);
+    QVERIFY(QTest::qWaitForWindowActive(window()));
+    QTRY_COMPARE(place(), before);
+    titleButton(window(), "Minimize")->click();
+    QTRY_VERIFY(window()->isMinimized());
+    QTRY_VERIFY(hasIcon());
+    window()->close();
+    QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+Q"), "trigger"));
+    QVERIFY(!window()->isVisible());
+    CommonUtils::SetSettings("mainwindow", "closetotray", "false");
+    end();
+    start();
+    QTRY_VERIFY(hasIcon());
+    QVERIFY(window()->close());
 }
 
 void TestWindowsX11::input(const QStringList& commands)

@@ -1,0 +1,102 @@
+// What the icon in the notification area says about simulated modems, and starting with the computer.
+#include "../../support/DataTable.h"
+#include "Autostart.h"
+#include "TrayState.h"
+#include "support/Look.h"
+
+#include <QApplication>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+class TestTray : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void states_data();
+    void states();
+    void pictures();
+    void autostart();
+};
+
+void TestTray::states_data()
+{
+    const QByteArray modem = "[modem M]\nmodel=M\nstate=attached\nimsi=262011234567890\n";
+    const QByteArray online = modem + "network=26201\nsignal=60\n";
+    const auto row =
+        dataTable<QByteArray, int, bool, bool, int>("modems", "state", "canConnect", "canDisconnect", "bars");
+    row("no modem", {}, int(TrayState::NoModem), false, false, 0);
+    row("rejected", "[modem M]\nmodel=M\nstate=rejected\n", int(TrayState::Warning), false, false, 0);
+    row("no SIM", "[modem M]\nmodel=M\nstate=attached\n", int(TrayState::Warning), false, false, 0);
+    row("locked", online + "sim=pin\n", int(TrayState::Warning), false, false, 0);
+    row("searching", modem, int(TrayState::Searching), false, false, 0);
+    row("denied", modem + "registration=denied\n", int(TrayState::Warning), false, false, 0);
+    row("connected", online, int(TrayState::Connected), false, true, 2);
+    row("weak signal", QByteArray(online).replace("60", "1"), int(TrayState::Connected), false, true, 1);
+    row("not connected", online + "connection=disconnected\n", int(TrayState::NotConnected), true, false, 2);
+    row("connection lost", online + "connection=disconnected\nconnection.error=15\n", int(TrayState::Warning),
+        true, false, 2);
+}
+
+void TestTray::states()
+{
+    QFETCH(QByteArray, modems);
+    QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit());
+    QFETCH(int, state);
+    QFETCH(int, bars);
+    QTRY_VERIFY(int(readTrayStatus().state) == state && readTrayStatus().bars == bars);
+    QTEST(readTrayStatus().canConnect, "canConnect");
+    QTEST(readTrayStatus().canDisconnect, "canDisconnect");
+}
+
+/// No two states look alike, not even in the smallest size.
+void TestTray::pictures()
+{
+    QVector<QImage> seen;
+    for (const TrayState state : {TrayState::NoModem, TrayState::Searching, TrayState::Warning,
+                                  TrayState::Connected, TrayState::NotConnected}) {
+        const bool hasBars = state == TrayState::Connected || state == TrayState::NotConnected;
+        for (int bars = 0; bars <= (hasBars ? Look::SignalBars : 0); ++bars) {
+            TrayStatus status;
+            status.state = state;
+            status.bars = bars;
+            const QImage image = trayPicture(status).pixmap(16, 16).toImage();
+            QVERIFY(!image.isNull() && !seen.contains(image));
+            seen.append(image);
+        }
+    }
+}
+
+void TestTray::autostart()
+{
+    QVERIFY(!Autostart::isOn());
+    for (const bool isOn : {true, true, false, false}) {
+        QVERIFY(Autostart::setOn(isOn));
+        QCOMPARE(Autostart::isOn(), isOn);
+    }
+#ifdef Q_OS_UNIX
+    QFile folder(QString::fromLocal8Bit(qgetenv("XDG_CONFIG_HOME")) + "/autostart");
+    QFile entry(folder.fileName() + '/' + QCoreApplication::applicationName() + ".desktop");
+    QVERIFY(Autostart::setOn(true) && entry.open(QIODevice::ReadOnly));
+    const QString command = "\nExec=\"" + QCoreApplication::applicationFilePath() + "\" --background\n";
+    QVERIFY(QString::fromUtf8(entry.readAll()).contains(command));
+    entry.close();
+    QVERIFY(entry.open(QIODevice::Append) && entry.write("Hidden=true\n") > 0 && entry.flush());
+    QVERIFY(!Autostart::isOn()); // the desktop has switched it off
+    QVERIFY(entry.remove() && QDir().rmdir(folder.fileName()) && folder.open(QIODevice::WriteOnly));
+    QVERIFY(!Autostart::setOn(true) && !Autostart::isOn());
+#endif
+}
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    QApplication application(argc, argv);
+    QGuiApplication::setApplicationDisplayName("tst_tray");
+    TestTray test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_tray.moc"
