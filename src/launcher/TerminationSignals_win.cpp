@@ -6,10 +6,9 @@
 
 namespace {
 
-// Windows ends the process as soon as the handler for a closing console returns. The handler runs on its own
-// thread and waits there until the application has shut down. Windows allows it five seconds.
+// Windows ends the process as soon as the handler for a closing console returns. The handler runs on its own thread and
+// waits there; usually the application exits meanwhile, after it has saved the settings. Windows allows it five seconds.
 constexpr DWORD LongestWait = 5000;
-HANDLE closed = nullptr;
 LONG requests = 0;
 
 BOOL WINAPI onConsoleEvent(DWORD type)
@@ -18,7 +17,7 @@ BOOL WINAPI onConsoleEvent(DWORD type)
         return FALSE;
     QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
     if (type == CTRL_CLOSE_EVENT || type == CTRL_LOGOFF_EVENT || type == CTRL_SHUTDOWN_EVENT)
-        WaitForSingleObject(closed, LongestWait);
+        Sleep(LongestWait);
     return TRUE;
 }
 
@@ -26,13 +25,10 @@ BOOL WINAPI onConsoleEvent(DWORD type)
 
 TerminationSignals::TerminationSignals()
 {
-    closed = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SetConsoleCtrlHandler(onConsoleEvent, TRUE);
 }
 
 TerminationSignals::~TerminationSignals()
 {
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
-    SetEvent(closed);
-    CloseHandle(closed);
 }

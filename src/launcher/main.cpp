@@ -97,6 +97,7 @@ int main(int argc, char** argv)
     const TerminationSignals terminationSignals;
     auto startup = std::make_unique<Startup>(commandLine->noSplash);
     exitCode = runUntilClosed();
+    instance.reset(); // shutting down can take seconds, and this instance can no longer come to the front
     CommonUtils::SetShutDownFlag();
     CommonUtils::WaitThreadsStop(); // before the plugins are unloaded whose code they run
     startup.reset();
