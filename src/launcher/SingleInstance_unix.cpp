@@ -35,6 +35,26 @@ int makeSocket()
     return socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
 }
 
+/// Every user can bind any name, so who has done so is looked at.
+bool belongsToUser(int connection)
+{
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return getsockopt(connection, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+}
+
+/// Asks the first instance to come to the front.
+/// @return false if there is none of this user
+bool callFirst(const Address& address)
+{
+    const int connection = makeSocket();
+    const bool isCalled = connect(connection, address.get(), address.size) == 0;
+    const bool hasManyCalls = !isCalled && errno == EAGAIN; // it will come to the front for those
+    const bool isFound = hasManyCalls || (isCalled && belongsToUser(connection));
+    close(connection);
+    return isFound;
+}
+
 } // namespace
 
 /// Connections to it need no content: each is a start.
@@ -54,13 +74,16 @@ public:
 
     void listenFor(std::function<void()> raise)
     {
-        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier,
-                         [this, raise = std::move(raise)] {
-                             const int other = accept(m_descriptor, nullptr, nullptr);
-                             if (other >= 0)
-                                 close(other);
-                             raise();
-                         });
+        QObject::connect(
+            &m_notifier, &QSocketNotifier::activated, &m_notifier, [this, raise = std::move(raise)] {
+                const int other = accept(m_descriptor, nullptr, nullptr);
+                if (other < 0) {
+                    m_notifier.setEnabled(errno == EAGAIN); // else it would be called without end
+                    return;
+                }
+                close(other);
+                raise();
+            });
     }
 
 private:
@@ -76,13 +99,9 @@ SingleInstance::SingleInstance()
         m_link = std::make_unique<Link>(descriptor);
         return;
     }
-    m_isSecond = errno == EADDRINUSE;
+    const bool isTaken = errno == EADDRINUSE;
     close(descriptor);
-    if (!m_isSecond)
-        return; // without sockets there is nobody to find
-    const int other = makeSocket();
-    connect(other, address.get(), address.size);
-    close(other);
+    m_isSecond = isTaken && callFirst(address);
 }
 
 SingleInstance::~SingleInstance() = default;
