@@ -182,6 +182,9 @@ void TestExtendDialog::windowFlags()
     own.setWindowFlags(Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint);
     QVERIFY(own.windowFlags() & Qt::WindowStaysOnTopHint);
     QCOMPARE(shownParts(own), "Clo");
+    own.GetTileBar()->showSmall(); // a tile has a button to restore it
+    own.setWindowFlags(Qt::WindowCloseButtonHint);
+    QCOMPARE(shownParts(own), "Clo");
 
     m_mainFrame.usesCustomFrame = false;
     ExtendDialog system(nullptr, Qt::WindowCloseButtonHint, enWidgetNormal);
@@ -243,7 +246,9 @@ void TestExtendDialog::closing()
     QVERIFY(dialog.isVisible());
     QKeyEvent other(QEvent::KeyPress, Qt::Key_F2, Qt::NoModifier);
     QCoreApplication::sendEvent(&dialog, &other);
-    QVERIFY(!other.isAccepted());                          // left to the base, which has no use for it
+    QVERIFY(!other.isAccepted());     // left to the base, which has no use for it
+    dialog.GetTileBar()->showSmall(); // kept until the dialog may be closed
+
     QTest::keyPress(&dialog, Qt::Key_F4, Qt::AltModifier); // sets the modifiers that the close event looks at
     QCOMPARE(dialog.close(), false);
     QTest::keyPress(&dialog, Qt::Key_F4, Qt::AltModifier | Qt::ShiftModifier); // not exactly Alt
@@ -326,6 +331,7 @@ void TestExtendDialog::fader()
 {
     QWidget covered;
     covered.resize(40, 30);
+    covered.show();
     FaderWidget fader(&covered);
     QCOMPARE(fader.size(), covered.size());
     auto* const timer = fader.findChild<QTimer*>();
@@ -346,8 +352,7 @@ void TestExtendDialog::fader()
     checkColors(Qt::blue, 20);
     fader.start(Qt::black, 0); // as short as possible
     checkColors(Qt::black, 1);
-    covered.show();
-    fader.start();
+    fader.start(Qt::white, 0);
     QTRY_VERIFY_WITH_TIMEOUT(fader.isHidden(), 30000); // by its own clock
 }
 

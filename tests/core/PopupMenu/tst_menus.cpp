@@ -256,13 +256,14 @@ void TestMenus::building()
 
 void TestMenus::nothingToBuild()
 {
-    write(menu("M", item("a")));
+    write(menu("M", item("a")) + menu("", item("b")));
     QWidget parent;
     QList<QActionInfo> actions;
     QCOMPARE(QBuildMenu("", "menu.xml").CreateMenuBar("M", &parent, &actions), quintptr(0));
     QCOMPARE(QBuildMenu("TestPlugin", "").CreateMenuBar("M", &parent, &actions), quintptr(0));
     QBuildMenu builder("TestPlugin", "menu.xml");
     QCOMPARE(builder.CreateMenuBar("N", &parent, &actions), quintptr(0));
+    QCOMPARE(builder.CreateMenuBar("", &parent, &actions), quintptr(0));
     QCOMPARE(builder.CreateMenuBar("M", nullptr, &actions), quintptr(0));
     STMENUINFO menu;
     menu.items->append(new MenuXmlInfo);

@@ -210,6 +210,11 @@ void TestTitleBar::parts()
                                &TitleBar::EnableMinimizeButton, &TitleBar::EnableMaximizeButton})
         (window.bar->*enable)(false);
     QCOMPARE(window.shown(), "");
+    QWidget pane(&window);
+    const TitleBar inner(&pane, 3);
+    pane.show();
+    inner.findChild<QToolButton*>("Core_ButtonClose")->click();
+    QVERIFY(pane.isHidden() && window.isVisible());
     window.click("Close");
     QVERIFY(!window.isVisible());
     for (const QByteArray part : {"LabelTitle", "LabelTitleIcon", "ButtonRestore"})
@@ -239,6 +244,7 @@ void TestTitleBar::states_data()
     row("keeps the normal geometry", "Maximize Maximize Minimize Maximize Restore", "normal 0 MinMaxClo",
         "{*}");
     row("maximised from a tile", "Minimize Maximize", "full maximised 0 MinResClo", "");
+    row("restored from there", "Minimize Maximize Restore", "normal 0 MinMaxClo", "");
     row("no free tile", "occupy Minimize", "normal 1 MaxResClo", "");
     row("minimising hides", "hides Minimize", "normal 0 MinMaxClo", "{file}, showSmall : hide called");
     row("minimising hides, no tile", "hides mini", "normal 0 MinMaxClo", "");
