@@ -5,6 +5,7 @@
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
+#include "TitleBar/TitleBar.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
@@ -48,6 +49,7 @@ private slots:
     void dialling();
     void serviceCodes_data();
     void serviceCodes();
+    void connectingFromMenu();
     void pageOfLostModem();
     void problems();
     void lateWorker();
@@ -374,6 +376,10 @@ void TestMainWindow::calls()
     QVERIFY(call->isEnabled());
     call->click();
     QVERIFY(says("IDS_CALL_DIALLING", "CallUIPlugin"));
+    QWidget* const callWindow = topLevel("CallWindow");
+    const QRect place = callWindow->geometry();
+    QTest::mouseDClick(callWindow->findChild<TitleBar*>(), Qt::LeftButton); // does not maximise it
+    QCOMPARE(callWindow->geometry(), place);
     call->click();
     QVERIFY(says("IDS_DIAL_BUSY"));
     QVERIFY(!CommonUtils::MakeCall("*100#", UI_CALL_VOICE));
@@ -502,6 +508,34 @@ void TestMainWindow::serviceCodes()
     QTRY_VERIFY2(says(end), qUtf8Printable(shownTexts(dialog).values().join(" | ")));
     QCOMPARE(field->isVisible(), end == "menu");
     delete dialog;
+}
+
+/// Of the entries "Connect" and "Disconnect", the one that can be used is shown, and does it.
+void TestMainWindow::connectingFromMenu()
+{
+    const auto entry = [this](const char* id) {
+        const auto actions = window()->findChildren<QAction*>();
+        return *std::find_if(actions.begin(), actions.end(), [id](const QAction* action) {
+            return action->text() == Change::tr(id, "XFramePlugin");
+        });
+    };
+    const auto simulated = [] { // the modem keeps its state there
+        QFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QAction* const connectEntry = entry("IDS_MENU_CONNECT");
+    QAction* const disconnectEntry = entry("IDS_MENU_DISCONNECT");
+    simulate({});
+    QTRY_VERIFY(!connectEntry->isEnabled());
+    simulate(CallModem + "connection=disconnected\n");
+    for (int round = 0; round < 2; ++round) {
+        QTRY_VERIFY(connectEntry->isVisible() && connectEntry->isEnabled());
+        QVERIFY(!disconnectEntry->isVisible());
+        connectEntry->trigger();
+        QTRY_VERIFY(disconnectEntry->isVisible() && !connectEntry->isVisible());
+        QTRY_VERIFY(simulated().contains("connection=connected"));
+        disconnectEntry->trigger();
+    }
 }
 
 /// The first page takes the place of a page that goes with its modem; that one comes back with it, unless the user has

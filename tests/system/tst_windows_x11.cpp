@@ -150,7 +150,8 @@ void TestWindowsX11::notificationArea()
     qApp->setQuitOnLastWindowClosed(false);
     QVERIFY(QTest::qWaitForWindowActive(window()));
     QTRY_COMPARE(place(), before);
-    titleButton(window(), "Minimize")->click();
+    QTRY_COMPARE(window()->geometry(), before);
+    click("Minimize");
     QTRY_VERIFY(window()->isMinimized());
     QTRY_VERIFY(hasIcon());
     window()->close();
