@@ -41,7 +41,6 @@ DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
     m_columns->setSpacing(Look::Margin);
     m_columns->addWidget(makePad(), 3);
     m_columns->addWidget(m_recent, 2);
-    m_columns->addStretch(0);
     m_recent->setMinimumHeight(RecentHeight);
     content()->addLayout(m_columns);
     content()->addStretch();
@@ -159,10 +158,12 @@ void DialPadPage::refresh()
 /// The arrow key leads from the number to those that were dialled before.
 void DialPadPage::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Down && m_number->hasFocus() && m_recent->isVisible())
-        m_recent->enter();
-    else
+    if (event->key() != Qt::Key_Down || !m_number->hasFocus() || !m_recent->isVisible()) {
         Page::keyPressEvent(event);
+        return;
+    }
+    m_recent->enter();
+    ensureWidgetVisible(m_recent); // it may be below the keys
 }
 
 void DialPadPage::resizeEvent(QResizeEvent* event)
