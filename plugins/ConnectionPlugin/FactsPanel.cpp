@@ -31,7 +31,7 @@ constexpr Fact AllFacts[] = {
 /// The last column has the longest values.
 int stretchOf(int column, int columns)
 {
-    return column == columns - 1 ? 3 : 2;
+    return column == columns - 1 ? 5 : 3;
 }
 
 QWidget* makeCell(const char* caption, ElidedLabel* value)
@@ -40,13 +40,15 @@ QWidget* makeCell(const char* caption, ElidedLabel* value)
     auto* column = new QVBoxLayout(cell);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(2);
-    QLabel* const captionLabel = Look::quietLabel(QString());
+    auto* const captionLabel = new ElidedLabel;
+    Look::makeQuiet(captionLabel);
+    captionLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     Look::setFont(value, 1.1, QFont::DemiBold);
     column->addWidget(captionLabel);
     column->addWidget(value);
     keepTranslated(captionLabel, [=] {
-        captionLabel->setText(text(caption));
-        value->setAccessibleName(captionLabel->text());
+        captionLabel->setFullText(text(caption));
+        value->setAccessibleName(text(caption));
     });
     return cell;
 }

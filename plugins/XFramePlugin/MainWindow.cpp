@@ -44,7 +44,7 @@ struct Form
 };
 
 constexpr Form UsualForm{QLatin1String("geometry"), {560, 360}, {960, 700}};
-constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {440, 600}};
+constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {460, 620}};
 
 Qt::WindowFlags windowFlags(bool hasOwnFrame)
 {

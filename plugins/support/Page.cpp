@@ -7,6 +7,12 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
+
+} // namespace
+
 Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent)
     : QScrollArea(parent)
     , m_heading(new QHBoxLayout)
@@ -45,6 +51,13 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
 void Page::setCorner(QWidget* corner)
 {
     m_heading->addWidget(corner);
+}
+
+void Page::resizeEvent(QResizeEvent* event)
+{
+    const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
+    widget()->layout()->setContentsMargins(side, Look::Margin, side, Look::Margin);
+    QScrollArea::resizeEvent(event);
 }
 
 void Page::clearContent()

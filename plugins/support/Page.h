@@ -30,6 +30,8 @@ protected:
     /// Deletes all widgets in the column.
     void clearContent();
 
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     QHBoxLayout* m_heading;
     QVBoxLayout* m_content;

@@ -4,10 +4,12 @@
 #include "RunningApplication.h"
 #include "common/CommonUtils.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QImage>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QtTest>
 
@@ -28,6 +30,7 @@ private:
     void open(const QByteArray& modems);
     QImage rest() const;
     void press() const;
+    bool fitsSideways() const;
     void checkAndSave(const QImage& picture, const QString& name);
 
     QHash<QByteArray, QString> m_names; ///< of the pictures so far
@@ -128,6 +131,14 @@ void TestPages::checkAndSave(const QImage& picture, const QString& name)
         QVERIFY2(picture.save(folder + '/' + name + ".png"), qUtf8Printable(folder));
 }
 
+/// Whether nothing is hidden at the side of the current page.
+bool TestPages::fitsSideways() const
+{
+    const auto* const page = window()->findChild<QStackedWidget*>()->currentWidget();
+    const auto* const area = qobject_cast<const QAbstractScrollArea*>(page);
+    return area && area->horizontalScrollBar()->maximum() == 0;
+}
+
 void TestPages::states()
 {
     QFETCH(QByteArray, modem);
@@ -160,7 +171,9 @@ void TestPages::pages()
     auto* const sideBar = window()->findChild<QListWidget*>();
     for (int row = 0; row < sideBar->count(); ++row) {
         sideBar->setCurrentRow(row);
-        checkAndSave(rest(), QString("page %1, %2").arg(row + 1).arg(QTest::currentDataTag()));
+        const QString name = QString("page %1, %2").arg(row + 1).arg(QTest::currentDataTag());
+        checkAndSave(rest(), name);
+        QVERIFY2(fitsSideways(), qUtf8Printable(name));
     }
     if (!skin.isEmpty())
         QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
