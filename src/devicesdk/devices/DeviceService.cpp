@@ -175,17 +175,18 @@ bool DeviceService::takeDetection()
 /// Also ends the requests of modems that were removed, unless they are among those that have ended.
 void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
-    const DeviceState state = m_backend->look();
-    QVector<int> events;
+    DeviceState state = m_backend->look();
+    // Only this thread writes m_state. To compare and to release thousands of messages takes milliseconds, for which
+    // nobody else should wait.
+    const QVector<int> events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
     QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
-        events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
-        m_state = state;
+        std::swap(m_state, state);
         abandoned = m_requests.withoutDevice(
             [&](quint32 device) { return hasId(availableOf(m_state.modems), device); });
     }
-    for (const int event : qAsConst(events))
+    for (const int event : events)
         m_callbacks.dispatch(event);
     for (const RequestEnd& end : ends)
         abandoned.removeOne(end.number);
