@@ -162,8 +162,8 @@ bool measureChanges(ServiceBus& bus)
         const bool isRoaming = i % 2 == 0;
         const QByteArray state = isRoaming ? "5" : "1";
         const auto change = [&] {
-            modem.announce("+CREG: " + state + ",\"0001\",\"00000001\"");
-            modem.announce("+CGREG: " + state + ",\"0001\",\"00000001\",2");
+            modem.announce("+CREG: " + state + R"(,"0001","00000001")");
+            modem.announce("+CGREG: " + state + R"(,"0001","00000001",2)");
         };
         if (!watch.follow(change, isRoaming ? "roaming" : "home"))
             return false;
