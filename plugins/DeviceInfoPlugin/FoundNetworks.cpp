@@ -53,7 +53,7 @@ QVector<FoundNetwork> readNetworks(const QString& lines)
         const QStringList fields = line.split(QLatin1Char('\t'));
         if (fields.size() < FieldCount || fields[Code].isEmpty())
             continue;
-        const QString technology = fields[Technology];
+        const QString& technology = fields[Technology];
         add({fields[Code], fields[State], technology.isEmpty() ? QStringList() : QStringList(technology),
              fields[Name]},
             networks);

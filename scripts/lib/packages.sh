@@ -11,7 +11,7 @@
     test_packages=(python3-cryptography-vectors libxml2-utils pulseaudio pulseaudio-utils libcanberra-pulse
         modemmanager dbus python3-dbusmock xvfb openbox trayer xdotool)
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
-        libkf5xmlgui-dev qttools5-dev pkg-config python3 qt6-l10n-tools)
+        libkf5xmlgui-dev qttools5-dev pkg-config python3 qt6-l10n-tools modemmanager dbus python3-dbusmock)
     screenshot_packages=(xvfb xdotool imagemagick)
     format_packages=(clang-format shellcheck libxml2-utils)
     tidy_packages=(clang-tidy)

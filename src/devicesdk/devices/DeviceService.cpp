@@ -193,18 +193,22 @@ bool DeviceService::takeDetection()
 void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
     DeviceState state = m_backend->look();
-    QVector<int> events;
-    QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
         for (auto value = m_serviceValues.cbegin(); value != m_serviceValues.cend(); ++value)
             state.service.insert(value.key(), value.value());
-        events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
-        m_state = state;
+    }
+    // Only this thread writes m_state. To compare and to release thousands of messages takes milliseconds, for which
+    // nobody else should wait.
+    const QVector<int> events = DeviceChanges::eventsBetween(m_state, state, reportAnyway);
+    QVector<quint32> abandoned;
+    {
+        const std::lock_guard lock(m_mutex);
+        std::swap(m_state, state);
         abandoned = m_requests.withoutDevice(
             [&](quint32 device) { return hasId(availableOf(m_state.modems), device); });
     }
-    for (const int event : qAsConst(events))
+    for (const int event : events)
         m_callbacks.dispatch(event);
     for (const RequestEnd& end : ends)
         abandoned.removeOne(end.number);

@@ -72,11 +72,11 @@ void ModemManagerBackend::run(const QString& rulesFile)
     QDBusConnection::disconnectFromBus(bus.name());
 }
 
-void ModemManagerBackend::adopt(const DeviceState& state, const QVector<RequestEnd>& ends)
+void ModemManagerBackend::adopt(DeviceState state, const QVector<RequestEnd>& ends)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_state = state;
+        std::swap(m_state, state); // the old one is released without the lock
         m_ends += ends;
         m_hasChanged = true;
     }

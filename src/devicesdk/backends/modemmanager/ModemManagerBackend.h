@@ -33,7 +33,7 @@ public:
 
 private:
     void run(const QString& rulesFile);
-    void adopt(const DeviceState& state, const QVector<RequestEnd>& ends);
+    void adopt(DeviceState state, const QVector<RequestEnd>& ends);
     void end();
 
     template <typename Function>

@@ -73,6 +73,21 @@ bool isOlder(const Sms& a, const Sms& b)
     return a.time != b.time ? a.time < b.time : number(a) < number(b);
 }
 
+/// What the keys of its values begin with.
+QString prefixOf(const Sms& sms)
+{
+    return QStringLiteral("message.%1.").arg(ModemMessages::identifierOf(sms.path));
+}
+
+void addText(const Sms& sms, ModemValues& values)
+{
+    const QString prefix = prefixOf(sms);
+    values.insert(prefix + (sms.isSent() ? QStringLiteral("recipient") : QStringLiteral("sender")),
+                  sms.number);
+    values.insert(prefix + QStringLiteral("time"), sms.time);
+    values.insert(prefix + QStringLiteral("text"), sms.text);
+}
+
 } // namespace
 
 void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
@@ -123,15 +138,11 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
         if (!sms.isReceived() && !sms.isSent())
             continue;
         (sms.isSent() ? sent : received).append(identifierOf(sms.path));
-        const QString prefix = QStringLiteral("message.%1.").arg(identifierOf(sms.path));
-        m_values.insert(prefix + (sms.isSent() ? QStringLiteral("recipient") : QStringLiteral("sender")),
-                        sms.number);
-        m_values.insert(prefix + QStringLiteral("time"), sms.time);
-        m_values.insert(prefix + QStringLiteral("text"), sms.text);
         const bool isDelivered =
             sms.isSent() && std::any_of(reports.begin(), reports.end(),
                                         [&](const Sms& report) { return report.confirms(sms); });
-        m_values.insert(prefix + QStringLiteral("state"),
+        addText(sms, m_values);
+        m_values.insert(prefixOf(sms) + QStringLiteral("state"),
                         stateOf(sms.path, sms.state, sms.isSent(), isDelivered));
     }
     m_values.insert(QStringLiteral("messages"), received.join(QLatin1Char(' ')));

@@ -1,6 +1,7 @@
 #include "backends/modemmanager/NetworkClient.h"
 
 #include "Log.h"
+#include "backends/modemmanager/ConnectionSettings.h"
 #include "backends/modemmanager/DBusResults.h"
 #include "backends/modemmanager/NetworkDevice.h"
 #include "backends/modemmanager/NetworkStates.h"
@@ -19,24 +20,6 @@ namespace {
 const char Service[] = "org.freedesktop.NetworkManager";
 const char Path[] = "/org/freedesktop/NetworkManager";
 const char Nothing[] = "/"; // a path
-
-/// The settings of a new connection. NetworkManager forgets it when it ends, so no password is stored.
-VariantMaps settingsFor(const Request& request, const QString& password)
-{
-    const QVariantMap connection = {{QStringLiteral("id"), QStringLiteral("Skylume")},
-                                    {QStringLiteral("type"), QStringLiteral("gsm")},
-                                    {QStringLiteral("autoconnect"), false}};
-    QVariantMap gsm = {{QStringLiteral("home-only"), request.isHomeOnly}};
-    if (request.target.isEmpty())
-        gsm.insert(QStringLiteral("auto-config"), true);
-    else
-        gsm.insert(QStringLiteral("apn"), request.target);
-    if (!request.text.isEmpty())
-        gsm.insert(QStringLiteral("username"), request.text);
-    if (!password.isEmpty())
-        gsm.insert(QStringLiteral("password"), password);
-    return {{QStringLiteral("connection"), connection}, {QStringLiteral("gsm"), gsm}};
-}
 
 } // namespace
 
@@ -119,9 +102,9 @@ void NetworkClient::activate(const Request& request, const QString& modem, const
         return awaitActivation(manager.ActivateConnection(nothing, devicePath, nothing), modem, {});
     const QString password = request.secret.view().toString();
     const QVariantMap options = {{QStringLiteral("persist"), QStringLiteral("volatile")}};
-    awaitActivation(
-        manager.AddAndActivateConnection2(settingsFor(request, password), devicePath, nothing, options),
-        modem, password);
+    awaitActivation(manager.AddAndActivateConnection2(ConnectionSettings::newFor(request, password),
+                                                      devicePath, nothing, options),
+                    modem, password);
 }
 
 /// The success of the call is only the beginning: onStateChanged() reports the end.
