@@ -1,10 +1,12 @@
 #pragma once
 
 #include "CallRecorder.h"
+#include "DataTable.h"
 #include "LogCapture.h"
 #include "PluginFiles.h"
 #include "ScriptedDeviceService.h"
 #include "TestContainer.h"
+#include "TestFiles.h"
 
 #include <QObject>
 #include <QTemporaryDir>
@@ -12,6 +14,9 @@
 
 #include <functional>
 #include <memory>
+
+/// Fails, showing the first pattern that no log line matches after those of the previous ones.
+#define VERIFY_LOGGED_IN_ORDER(...) QCOMPARE(log().firstMissingInOrder({__VA_ARGS__}), QString())
 
 /// Base of the tests of the core library. Every test function begins with fresh stand-ins and an empty log,
 /// and fails when a warning or critical line came that it did not allow.

@@ -1,17 +1,10 @@
 #pragma once
 
-#include <QFile>
+#include "TestFiles.h"
 
 #include <unistd.h>
 
 #include <cstdio>
-
-/// The content of a file; empty if it cannot be read.
-inline QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// What a call writes to standard error, which is redirected to a file for that time.
 template <typename Call>

@@ -1,8 +1,5 @@
 #include "PluginFiles.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
 #include <QVariant>
 
 namespace {
@@ -45,12 +42,4 @@ QByteArray ruleXml(const char* element, const QString& name, const QStringList& 
 {
     return QByteArray("<") + element + " name=\"" + name.toUtf8() + "\"><plugin>" + references("add", add) +
            references("remove", remove) + "</plugin></" + element + '>';
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        qFatal("cannot write %s: %s", qUtf8Printable(path), qUtf8Printable(file.errorString()));
 }

@@ -28,6 +28,3 @@ QByteArray commonXml(const QStringList& clsids);
 /// Text of a "device", "IMSI", "GID" or "customize" element with its "plugin" child.
 QByteArray ruleXml(const char* element, const QString& name, const QStringList& add,
                    const QStringList& remove = {});
-
-/// Writes a file, making its folder; ends the test program when that fails.
-void writeFile(const QString& path, const QByteArray& content);

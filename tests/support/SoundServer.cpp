@@ -1,7 +1,8 @@
 #include "SoundServer.h"
 
+#include "TestFiles.h"
+
 #include <QDataStream>
-#include <QFile>
 #include <QtTest>
 
 #include <cmath>
@@ -44,9 +45,8 @@ SoundServer::SoundServer()
     const auto inFolder = [this](const char* name) {
         return QFile::encodeName(m_folder.filePath(name));
     };
-    QFile config(m_folder.filePath("client.conf"));
-    if (!config.open(QIODevice::WriteOnly) || config.write("autospawn=no\nenable-shm=no\n") < 0)
-        qFatal("cannot write to the temporary folder");
+    writeFile(m_folder.filePath("client.conf"), "autospawn=no\nenable-shm=no\n");
+    writeFile(m_folder.filePath("volumes"), "sink-input-by-media-role:event -200\n");
     qputenv("HOME", QFile::encodeName(m_folder.path()));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
     qputenv("PULSE_CLIENTCONFIG", inFolder("client.conf"));
@@ -68,11 +68,12 @@ bool SoundServer::start()
 {
     // It must not outlive a test that crashes.
     m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_server.start("setpriv",
-                   {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no",
-                    "--exit-idle-time=-1", "--disable-shm=yes", "--log-level=error", "-L",
-                    "module-null-sink sink_name=null", "-L",
-                    "module-native-protocol-unix auth-anonymous=1 socket=" + m_folder.filePath("native")});
+    m_server.start(
+        "setpriv",
+        {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
+         "--disable-shm=yes", "--log-level=error", "-L", "module-null-sink sink_name=null", "-L",
+         "module-stream-restore restore_device=no fallback_table=" + m_folder.filePath("volumes"), "-L",
+         "module-native-protocol-unix auth-anonymous=1 socket=" + m_folder.filePath("native")});
     const QString socket = m_folder.filePath("native");
     const auto isSettled = [&] {
         return QFile::exists(socket) || m_server.state() == QProcess::NotRunning;
@@ -119,6 +120,13 @@ double SoundServer::heard(int frequency)
         search.found += power > Quiet && powerAt(frequency, start) > Dominant * power;
     }
     return double(search.found) * WindowSize / Rate;
+}
+
+void SoundServer::forget()
+{
+    m_recorder.readAllStandardOutput();
+    m_recorded.clear();
+    m_searches.clear();
 }
 
 QString SoundServer::list(const QString& kind) const

@@ -7,7 +7,8 @@
 #include <QTemporaryDir>
 
 /// A PulseAudio server for the sounds of this process, without a sound card: its only output is a null sink. All
-/// that is played is recorded from the sink's monitor. Unix only.
+/// that is played is recorded from the sink's monitor. Event sounds are switched off, as the user of a desktop may
+/// have done. Unix only.
 class SoundServer
 {
 public:
@@ -27,6 +28,9 @@ public:
     /// For how many seconds a tone was to be heard since the recording began.
     /// @param frequency in hertz
     double heard(int frequency);
+
+    /// Forgets what was recorded until now.
+    void forget();
 
     /// What the server reports about a kind of objects, such as "sink-inputs".
     QString list(const QString& kind) const;

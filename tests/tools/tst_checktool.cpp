@@ -2,6 +2,7 @@
 // by another validator, which has to agree.
 #include "DataTable.h"
 #include "RunTool.h"
+#include "Samples.h"
 #include "Xmllint.h"
 
 #include <QDirIterator>
@@ -38,31 +39,14 @@ private:
 
 namespace {
 
-const QString Config = "config/PluginsConfig.xml";
 const QString Library = "config/pluginslib.xml";
 const QString Menu = "plugins/GoodPlugin/menu.xml";
-const QString ToolBar = "plugins/GoodPlugin/toolbar.xml";
-const QString Operators = "plugins/StatusBarMgrPlugin/OperatorList.xml";
-const QString Units = "plugins/StatusBarMgrPlugin/Units.xml";
-const QString Splash = "plugins/XFramePlugin/Config.xml";
-const QString Areas = "LangAreaForShort.xml";
-const QString Defaults = "config/defaults.ini";
-const QString Modems = "config/simulator.ini";
-const QString Texts = "plugins/XFramePlugin/XFramePlugin_en-us.lang";
-
-const QByteArray Clsid = "11111111-0000-0000-0000-000000000002";
 
 /// The kinds of findings that a schema decides.
-const QSet<QString> SchemaKinds = {"broken-xml",        "wrong-root",        "unknown-element",
-                                   "misplaced-element", "repeated-element",  "missing-element",
-                                   "unknown-attribute", "missing-attribute", "bad-value",
-                                   "stray-text",        "duplicate-entry"};
-
-QByteArray read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+const QSet<QByteArray> SchemaKinds = {"broken-xml",        "wrong-root",        "unknown-element",
+                                      "misplaced-element", "repeated-element",  "missing-element",
+                                      "unknown-attribute", "missing-attribute", "bad-value",
+                                      "stray-text",        "duplicate-entry"};
 
 /// The schema for a file: its name or its content tells.
 QString schemaOf(const QString& path)
@@ -72,17 +56,11 @@ QString schemaOf(const QString& path)
                                                          {"<customize_", "standard-configuration"},
                                                          {"<function", "main-window"},
                                                          {"<language>", "language"}};
-    const QByteArray content = read(path);
+    const QByteArray content = contentOf(path);
     for (const auto& [mark, schema] : marks)
         if (content.contains(mark))
             return schema;
     return QFileInfo(path).completeBaseName();
-}
-
-void write(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
 }
 
 void copy(const QString& from, const QString& to)
@@ -93,14 +71,14 @@ void copy(const QString& from, const QString& to)
 }
 
 /// "FILE:LINE KIND" for each finding.
-QStringList findingsIn(const QByteArray& output, const QString& folder)
+QByteArrayList findingsIn(const QByteArray& output, const QString& folder)
 {
     static const QRegularExpression line("^(.+:\\d+): (?!note: ).*\\[([a-z-]+)\\]$");
-    QStringList found;
+    QByteArrayList found;
     for (const QByteArray& text : output.split('\n')) {
         const QRegularExpressionMatch match = line.match(QString::fromLocal8Bit(text));
         if (match.hasMatch())
-            found.append(match.captured(1).mid(folder.size() + 1) + ' ' + match.captured(2));
+            found.append((match.captured(1).mid(folder.size() + 1) + ' ' + match.captured(2)).toUtf8());
     }
     return found;
 }
@@ -116,7 +94,7 @@ void checkSchema(const QString& file, bool isValid)
 void tst_CheckTool::init()
 {
     m_folder.reset(new QTemporaryDir);
-    const QString source = SOUND_INSTALLATION;
+    const QString source = DATA "/installation";
     for (QDirIterator files(source, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
         const QString file = files.next();
         copy(file, path(file.mid(source.size() + 1)));
@@ -140,137 +118,60 @@ void tst_CheckTool::shippedFiles()
         checkSchema(schema.key(), schema.value(), true);
 }
 
+/// Changes of one file each: "-" stands before what is replaced, "+" before the replacement, "!" before a finding, which
+/// is in this file if it names no other. Without "-" the file is removed.
 void tst_CheckTool::findings_data()
 {
-    // What to replace in a file and by what; without either the file is removed.
-    const auto row = dataTable<QString, QByteArray, QByteArray, QString>("file", "from", "to", "findings");
-    const QByteArray add = "<add clsid=\"" + Clsid + "\"/>";
-    row("nothing", Library, "<plugins>", "<plugins>", "");
-    row("missing file", Config, "", "", Config + ":1 missing-file");
-    row("broken XML", Config, "<plugin/>", "<plugin>", Config + ":22 broken-xml");
-    row("root", Operators, "OperatorList>", "Operators>", Operators + ":1 wrong-root");
-    row("root of no meaning", Library, "plugins>", "list>", Library + ":1 wrong-root");
-    row("element", Splash, "<splash>true</splash>", "<Splash/>", Splash + ":3 unknown-element");
-    row("after static", Library, "<active>true</active>\n    <static>true</static>",
-        "<static>true</static>\n    <active>true</active>", Library + ":8 misplaced-element");
-    row("before function", Splash, "<function>",
-        "<customize name=\"x\"><splash>true</splash></customize><function>", Splash + ":2 misplaced-element");
-    row("second plugin", Config, "<plugin/>", "<plugin/><plugin/>", Config + ":21 repeated-element");
-    row("second name", Library, "<type>0</type>", "<name>GoodPlugin</name>",
-        Library + ":13 repeated-element");
-    row("second item", Units, "value=\"1024\"/>", "value=\"1024\"/><item name=\"x\" value=\"y\"/>",
-        Units + ":3 repeated-element");
-    row("second part", Menu, "</customize>", "</customize><customize/>", Menu + ":18 repeated-element");
-    row("no static", Library, "<static>true</static>", "", Library + ":3 missing-element");
-    row("no name", Library, "<name>XFramePlugin</name>", "", Library + ":3 missing-element");
-    row("attribute", Config, "<common/>", "<common x=\"y\"/>", Config + ":23 unknown-attribute");
-    row("no attribute", Areas, "lang=\"English\" id=\"\"", "id=\"\"", Areas + ":3 missing-attribute");
-    row("flag", Library, "<active>true", "<active>True", Library + ":7 bad-value");
-    row("IMSI", Config, "\"00101\"", "\"001x\"", Config + ":15 bad-value");
-    row("count", ToolBar, "\"2\">", "\"-1\">", ToolBar + ":2 bad-value");
-    row("stray text", Config, "<common/>", "<common/> common", Config + ":1 stray-text");
-    row("duplicate network", Operators, "</MccMnc>",
-        "<Item mcc=\"001\" mnc=\"01\" shortdescr=\"Uno\"/></MccMnc>", Operators + ":5 duplicate-entry");
-    row("two conditions", Units, "</qrvldoc>",
-        "<customize_item><conditions><item name=\"operator\" "
-        "value=\"b\"/></conditions></customize_item></qrvldoc>",
-        Units + ":13 duplicate-entry");
-    row("repeated entry", Config, add, add + add, Config + ":7 repeated-entry");
-    row("clsid", Config, "<common/>", "<common><item clsid=\"X\"/></common>", Config + ":23 unknown-clsid");
-    row("main plugin", Library, "<mainplugin>1", "<mainplugin>2", Library + ":2 unknown-main-plugin");
-    row("library", Library, "Good.dll", "Bad.dll", Library + ":10 missing-library");
-
-    row("parent", Menu, "parent=\"More\"", "parent=\"more\"", Menu + ":8 unknown-parent");
-    row("menu", Menu, "name=\"Tray\">\n        ", "name=\"Main\">", Menu + ":13 unknown-menu");
-    row("removal of a sub-menu", Menu, "\"ITEM\" id=\"IDS_MENU_OPEN\" action",
-        "\"POPUP\" id=\"IDS_MENU_MORE\" action", "");
-    row("removal of nothing", Menu, "\"IDS_MENU_OPEN\" action", "\"IDS_NONE\" action",
-        Menu + ":14 nothing-to-remove");
-    row("action", Menu, " action=\"add\"", "", Menu + ":15 no-action");
-    row("text", Menu, "id=\"IDS_MENU_MORE\">More", "id=\"IDS_MENU_LESS\">More", Menu + ":6 unknown-text");
-    row("operator's text", Operators, "IDS_ONE", "IDS_TWO", Operators + ":4 unknown-text");
-    row("two blocks", Menu, "</block>", "</block><b name=\"x\"/>", Menu + ":12 block-runs-on");
-    row("hidden block", Menu, "<block name=\"northtel\">\n      <menu",
-        "<block name=\"x\"><menu parent=\"null\" name=\"northtel\"/>\n      <menu",
-        Menu + ":12 hidden-block; " + Menu + ":12 unknown-menu");
-    row("block of another", Menu, "name=\"northtel\">\n      <menu parent=\"null\" name=\"Tray\">",
-        "name=\"Tray\">\n      <menu parent=\"null\" name=\"Tray\">", "");
-    row("late menu", Menu, "</qrvldoc>", "<menu parent=\"null\" name=\"Late\"/></qrvldoc>",
-        Menu + ":19 menu-after-blocks");
-    row("no block", Menu, "<block name", "<block operator", Menu + ":12 nameless-block");
-    row("button's plugin", ToolBar, "\"GoodPlugin\"", "\"goodplugin\"", ToolBar + ":3 unknown-plugin");
-    row("icon", ToolBar, "\"OPEN\" enabled=\"on.png\"", "\"OPEN\" enabled=\"On.svg\"",
-        ToolBar + ":3 missing-icon");
-    row("wrong count", ToolBar, "\"2\">", "\"3\">", ToolBar + ":2 wrong-count");
-
-    row("INI line", Defaults, "Name=Blue", "Name Blue", Defaults + ":6 broken-line");
-    row("quotes", Defaults, "northtel", "\"northtel\"", Defaults + ":2 quoted-value");
-    row("modem", Modems, "state=attached", "state=on", Modems + ":2 modem-file");
-    row("modem's name", Config, "Lume S1", "Lume s1", Config + ":10 name-in-other-case");
-    row("group", Modems, "NT-GOLD", "NT-Gold", Config + ":20 name-in-other-case");
-    row("operator", Units, "northtel", "NorthTel", Units + ":10 name-in-other-case");
-    row("unit", Units, "\"1000\"", "\"1 000\"", Units + ":7 no-unit");
-    row("language", Defaults, "_en-us", "en-us", Defaults + ":4 unknown-language");
-    row("language of the list", "SysConfig.dat", "=English", "=english", "SysConfig.dat:2 unknown-language");
-    row("language of the table", Areas, "1033\">en-us", "1033\">en-gb", Areas + ":2 unknown-language");
-    row("skin", Defaults, "Name=Blue", "Name=Red", Defaults + ":6 unknown-skin");
-    row("mirrored skin", "skin/Blue/Blue_Arabic.qss", "", "", "skin/Blue.qss:1 skin-without-mirror");
-    row("empty text", Texts, ">Title<", "><", Texts + ":2 language-file");
-    row("text's element", Texts, "</language>", "<Item/></language>", Texts + ":3 unknown-element");
+    const auto row =
+        dataTable<QByteArray, QByteArray, QByteArray, QByteArray>("file", "from", "to", "findings");
+    for (const Sample& sample : samplesIn(DATA "/findings.txt")) {
+        const auto joined = [&sample](const QByteArray& mark) {
+            return sample.marked(mark).join('\n').toUtf8();
+        };
+        row(sample.name, sample.firstLine(), joined("- "), joined("+ "), joined("! "));
+    }
 }
 
 void tst_CheckTool::findings()
 {
-    QFETCH(QString, file);
+    QFETCH(QByteArray, file);
     QFETCH(QByteArray, from);
     QFETCH(QByteArray, to);
-    QFETCH(QString, findings);
-    QByteArray content = read(path(file));
-    if (from.isEmpty() && to.isEmpty()) {
-        QVERIFY(QFile::remove(path(file)));
-    } else {
-        QVERIFY(content.contains(from));
-        const bool isTag = from.endsWith('>') && !from.startsWith('<'); // its end is to change, too
-        const int place = content.indexOf(from);
-        write(path(file), isTag ? content.replace(from, to) : content.replace(place, from.size(), to));
-    }
+    const QString changed = path(file);
+    QByteArray content = contentOf(changed);
+    QVERIFY(content.contains(from));
+    const bool isTag = from.endsWith('>') && !from.startsWith('<'); // its end is to change, too
+    const int place = content.indexOf(from);
+    if (from.isEmpty())
+        QVERIFY(QFile::remove(changed));
+    else
+        writeFile(changed, isTag ? content.replace(from, to) : content.replace(place, from.size(), to));
+    QFETCH(QByteArray, findings);
     const QByteArray output = check(findings.isEmpty() ? 0 : 1);
-    const QStringList found = findingsIn(output, m_folder->path());
-    QVERIFY2(found.join("; ") == findings, "Found: " + found.join("; ").toUtf8());
-    const bool isValid = std::none_of(found.begin(), found.end(), [](const QString& finding) {
-        return SchemaKinds.contains(finding.section(' ', 1));
+    QByteArrayList found = findingsIn(output, m_folder->path());
+    const bool isValid = std::none_of(found.begin(), found.end(), [](const QByteArray& finding) {
+        return SchemaKinds.contains(finding.split(' ').last());
     });
-    if (QFile::exists(path(file)) && !file.endsWith(".ini") && !file.endsWith(".dat"))
-        checkSchema(path(file), isValid);
+    for (QByteArray& finding : found)
+        finding = finding.startsWith(file + ':') ? finding.mid(file.size() + 1) : finding;
+    QVERIFY2(found.join('\n') == findings, "Found: " + found.join("; "));
+    if (QFile::exists(changed) && !file.endsWith(".ini") && !file.endsWith(".dat"))
+        checkSchema(changed, isValid);
 }
 
+/// Other forms that are read without loss: a file of the installation, then its content.
 void tst_CheckTool::soundForms_data()
 {
-    // Other forms that are read without loss.
-    const auto row = dataTable<QString, QByteArray>("file", "content");
-    row("toolbar as root", ToolBar,
-        "<ToolBar count='1'><item id='1' enabled='on.png' disabled='off.png'/><GroupInGroup "
-        "enable='0'/></ToolBar>");
-    row("values in several blocks", Units,
-        "<qrvldoc><customize_Info/><customize_Info><item name='a' "
-        "value=''/></customize_Info><customize_item/></qrvldoc>");
-    row("only countries", Operators,
-        "<OperatorList><MccOnly><Item mcc='001' shortdescr='X'/></MccOnly></OperatorList>");
-    row("several lists", Operators, "<OperatorList><MccMnc/><MccMnc/></OperatorList>");
-    row("no rules", Config, "<config><GID name='a'><plugin/></GID><GID name='a'><plugin/></GID></config>");
-    row("no operators", Splash, "<config><function/></config>");
-    row("plain menus", Menu,
-        "<qrvldoc><menu parent='null' name='a'/><menu parent='null' name='b'/></qrvldoc>");
-    row("for an editor", Splash,
-        "<config xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
-        "xsi:noNamespaceSchemaLocation='x'><function/></config>");
+    const auto row = dataTable<QByteArray, QByteArray>("file", "content");
+    for (const Sample& sample : samplesIn(DATA "/forms.txt"))
+        row(sample.name, sample.firstLine(), sample.body());
 }
 
 void tst_CheckTool::soundForms()
 {
-    QFETCH(QString, file);
+    QFETCH(QByteArray, file);
     QFETCH(QByteArray, content);
-    write(path(file), content);
+    writeFile(path(file), content);
     check(0);
     checkSchema(path(file), true);
 }
@@ -278,7 +179,7 @@ void tst_CheckTool::soundForms()
 void tst_CheckTool::libraries_data()
 {
     const auto row =
-        dataTable<QString, QByteArray, QString, QByteArray>("plugin", "content", "kind", "words");
+        dataTable<QString, QByteArray, QByteArray, QByteArray>("plugin", "content", "kind", "words");
     const QByteArray iid =
         "com.velquor.skylume.plugin.IBasePlugin; found: com.velquor.skylume.test.BarePlugin";
     row("interface", "TestBare", "", "missing-interface", iid);
@@ -299,16 +200,16 @@ void tst_CheckTool::libraries()
 {
     QFETCH(QString, plugin);
     QFETCH(QByteArray, content);
-    QFETCH(QString, kind);
+    QFETCH(QByteArray, kind);
     QFETCH(QByteArray, words);
     const QString library = path(QString("Good") + LIBRARY_SUFFIX);
     QVERIFY(QFile::remove(library));
     if (plugin.isEmpty())
-        write(library, content);
+        writeFile(library, content);
     else
         copy(QString(TEST_PLUGINS "/%1" LIBRARY_SUFFIX).arg(plugin), library);
     const QByteArray output = check(1);
-    QCOMPARE(findingsIn(output, m_folder->path()).join("; "), Library + ":10 " + kind);
+    QCOMPARE(findingsIn(output, m_folder->path()).join("; "), Library.toUtf8() + ":10 " + kind);
     QVERIFY2(output.contains(words), output);
 
     // The same is said of a plugin that is on, and only of one.
@@ -335,8 +236,8 @@ void tst_CheckTool::report()
 void tst_CheckTool::deeplyNested()
 {
     constexpr int depth = 100000;
-    write(path(Menu), "<qrvldoc>" + QByteArray("<menu>").repeated(depth) +
-                          QByteArray("</menu>").repeated(depth) + "</qrvldoc>");
+    writeFile(path(Menu), "<qrvldoc>" + QByteArray("<menu>").repeated(depth) +
+                              QByteArray("</menu>").repeated(depth) + "</qrvldoc>");
     QVERIFY(check(1).contains("[unknown-element]"));
 }
 
@@ -369,7 +270,7 @@ void tst_CheckTool::explanation()
     QFETCH(QString, section);
     const QString folder = SHIPPED_INSTALLATION;
     const QString rules = folder + "/config/PluginsConfig.xml";
-    const QByteArrayList lines = read(rules).split('\n');
+    const QByteArrayList lines = contentOf(rules).split('\n');
     if (!section.isEmpty()) {
         const auto isIn = [](const QString& text) {
             return [bytes = text.toUtf8()](const QByteArray& line) {

@@ -1,10 +1,10 @@
 #include "RunTool.h"
+#include "TestFiles.h"
 
 #include <QMap>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <tuple>
 using Files = QMap<QString, QByteArray>; // content by name
 
 class tst_LangTool : public QObject
@@ -27,18 +27,6 @@ QByteArray language(const QByteArray& items)
     return "<language>\n" + items + "\n</language>\n";
 }
 
-bool write(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
 QByteArray run(const QStringList& arguments, int exitCode)
 {
     return runTool("skylume-lang", arguments, exitCode);
@@ -49,7 +37,7 @@ void check(const Files& files, const QByteArrayList& faults)
 {
     const QTemporaryDir folder;
     for (auto file = files.cbegin(); file != files.cend(); ++file)
-        QVERIFY(write(folder.filePath(file.key()), file.value()));
+        writeFile(folder.filePath(file.key()), file.value());
     const QByteArray output = run({"check", folder.path()}, faults.isEmpty() ? 0 : 1);
     for (const QByteArray& fault : faults)
         QVERIFY2(output.contains(fault), fault + " is not in: " + output);
@@ -110,24 +98,24 @@ void tst_LangTool::newLanguage()
     const QString translated = folder.filePath("P_pt-br.lang");
     const QByteArray second = "  <item name=\"IDS_B\">two</item>\n  <!-- behind -->\n  <!-- last -->";
     const QByteArray first = "  <!-- one -->\n  <!-- two -->\n  " + CleanText + '\n';
-    QVERIFY(write(folder.filePath("P_en-us.lang"), language(first + second)));
+    writeFile(folder.filePath("P_en-us.lang"), language(first + second));
     QCOMPARE(run({"to-ts", translated, "--output", linguist}, 0), QByteArray());
-    QByteArray content = read(linguist);
+    QByteArray content = contentOf(linguist);
     QVERIFY(content.contains(R"(language="pt_BR" sourcelanguage="en_US")"));
     QVERIFY(content.contains("<message id=\"IDS_A\">") && content.count("type=\"unfinished\"") == 2);
     content.replace(content.indexOf(" type=\"unfinished\">"), 19, ">um %1").replace("\n\ntwo", "\n\n--> -");
-    QVERIFY(write(linguist, content));
+    writeFile(linguist, content);
     QCOMPARE(run({"from-ts", linguist, "--output", translated}, 0), QByteArray());
     content = first + second.mid(second.indexOf('\n') + 1);
     content.replace("two", "- -> -").replace("one %1", "um %1");
-    QVERIFY2(read(translated).endsWith(language(content)), read(linguist));
+    QVERIFY2(contentOf(translated).endsWith(language(content)), contentOf(linguist));
 
-    QVERIFY(write(folder.filePath("P_en-us.lang"), language(second)));
+    writeFile(folder.filePath("P_en-us.lang"), language(second));
     run({"to-ts", translated}, 0);
-    QVERIFY(
-        read(folder.filePath("P_pt-br.ts")).contains("<translation type=\"vanished\">um %1</translation>"));
+    QVERIFY(contentOf(folder.filePath("P_pt-br.ts"))
+                .contains("<translation type=\"vanished\">um %1</translation>"));
     run({"from-ts", folder.filePath("P_pt-br.ts")}, 0);
-    QVERIFY(!read(translated).contains("<item"));
+    QVERIFY(!contentOf(translated).contains("<item"));
 }
 
 void tst_LangTool::refuses()

@@ -1,15 +1,17 @@
 // A file is valid by its schema exactly when the library reads every entry of it.
 #include "Change/Change.h"
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "PluginContainer/PluginInspection.h"
 #include "PopupMenu/MenuParse.h"
+#include "Samples.h"
+#include "Startup/Startup.h"
 #include "ToolBar/ToolBarLogic.h"
 #include "ToolBar/ToolItem.h"
 #include "Xmllint.h"
 #include "common/CommonUtils.h"
 #include "common/StandardConfigParse.h"
 #include "common/StatusBarOpListParse.h"
+#include "platform/LanguageId_p.h"
 
 class TestSchemas : public CoreTest
 {
@@ -94,6 +96,31 @@ int readLists()
     return names.size() - names.count(QString());
 }
 
+/// Everyone's switch is to be off, those of the operators a and b on.
+int readSplash()
+{
+    struct Splash : Startup
+    {
+        static bool isWantedBy(const QString& operatorName)
+        {
+            ScriptedDeviceService::instance().setSetting("customize", "operator", operatorName);
+            return haveSplashScreen();
+        }
+    };
+    const bool everyone = Splash::isWantedBy("nobody");
+    return (everyone ? 0 : 1) + (Splash::isWantedBy("a") != everyone) + (Splash::isWantedBy("b") != everyone);
+}
+
+/// The languages A and B, for this computer's language.
+int readAreas()
+{
+    TestContainer container({}, {}, false);
+    int count = 0;
+    for (const char* name : {"A", "B"})
+        count += container.decideDefaultLanguage({"other", name}).size() == 2 ? 1 : 0; // its code is a letter
+    return count;
+}
+
 struct Loader
 {
     const char* schema;
@@ -109,6 +136,8 @@ constexpr Loader Loaders[] = {
     {"toolbar", "plugins/P/file.xml", "<item", readToolBar},
     {"standard-configuration", "plugins/P/file.xml", "<item", readConfiguration},
     {"language", "plugins/P/P_en-us.lang", "<item", readTexts},
+    {"main-window", "plugins/XFramePlugin/Config.xml", "<splash", readSplash},
+    {"LangAreaForShort", "LangAreaForShort.xml", "<item", readAreas},
     {"OperatorList", "plugins/StatusBarMgrPlugin/OperatorList.xml", "<item", readLists},
     {"CPLMNOpList", "plugins/StatusBarMgrPlugin/CPLMNOpList.xml", "<item", readLists},
     {"CMCCMNCOpList", "plugins/StatusBarMgrPlugin/CMCCMNCOpList.xml", "<item", readLists},
@@ -118,98 +147,22 @@ constexpr Loader Loaders[] = {
 
 void TestSchemas::loaders_data()
 {
-    const auto row = dataTable<QString, QByteArray>("schema", "content");
-    const QByteArray a = "<plugin><name>A</name><clsid>A</clsid><url>A</url><static>true</static></plugin>";
-    row("plugins", "pluginslib", "<plugins><mainplugin>A</mainplugin>" + a + "</plugins>");
-    row("plugins, other order", "pluginslib",
-        "<plugins>" + a +
-            "<mainplugin>A</mainplugin><plugin><url>B</url><active>true</active><clsid>B</clsid>" +
-            "<type>1</type><name>B</name><static>false</static></plugin></plugins>");
-    row("no static", "pluginslib",
-        "<plugins><plugin><name>B</name><clsid>B</clsid><url>B</url></plugin>" + a +
-            "<mainplugin>A</mainplugin></plugins>");
-    row("after static", "pluginslib",
-        "<plugins><plugin><name>B</name><static/><clsid>B</clsid></plugin><mainplugin>B</mainplugin></"
-        "plugins>");
-
-    const QByteArray add = "<plugin><add clsid='B'/></plugin>";
-    row("rules", "PluginsConfig",
-        "<config><common><item clsid='A'/></common><device name='Lume'>" + add +
-            "</device><common/><customize name='northtel'><plugin><remove "
-            "clsid='C'/></plugin></customize></config>");
-    row("second plugin", "PluginsConfig",
-        "<config><device name='Lume'>" + add + "<plugin><add clsid='C'/></plugin></device></config>");
-    row("without plugin", "PluginsConfig", "<config><device name='Lume'><add clsid='C'/></device></config>");
-    row("item of a rule", "PluginsConfig",
-        "<config><device name='Lume'><plugin><item clsid='C'/></plugin></device></config>");
-
-    const QByteArray item = "<item type='ITEM' id='I'>i</item>";
-    const QByteArray menu = "<menu parent='null' name='M'><item type='POPUP'>Sub</item>" + item + "</menu>";
-    row("menus", "menu", "<qrvldoc>" + menu + "<menu parent='Sub'>" + item + "</menu></qrvldoc>");
-    row("menu after the blocks", "menu",
-        "<qrvldoc>" + menu + "<customize><b name='x'/></customize>" +
-            "<menu parent='null' name='N'/></qrvldoc>");
-    row("type of an item", "menu",
-        "<qrvldoc><menu parent='null' name='M'><item type='Item'/></menu></qrvldoc>");
-    row("item without a menu", "menu", "<qrvldoc>" + item + menu + "</qrvldoc>");
-    row("menu's root", "menu", "<qrvldocs>" + menu + "</qrvldocs>");
-
-    const QByteArray button = "<item id='1' enabled='a' disabled='b'/>";
-    row("toolbar", "toolbar",
-        "<qrvldoc><ToolBar count='1'>" + button + "</ToolBar><GroupInGroup enable='1'/></qrvldoc>");
-    row("count", "toolbar", "<qrvldoc><ToolBar count='one'>" + button + "</ToolBar></qrvldoc>");
-    row("negative count", "toolbar", "<ToolBar count='-1'>" + button + "</ToolBar>");
-    row("toolbar's name", "toolbar", "<qrvldoc><Toolbar count='1'>" + button + "</Toolbar></qrvldoc>");
-
-    const QByteArray condition = "<conditions><item name='c' value='1'/></conditions>";
-    const QByteArray result = "<results><item name='r' value='1'/></results>";
-    row("configuration", "standard-configuration",
-        "<qrvldoc><customize_Info><item name='i' value='1'/></customize_Info><customize_item>" + result +
-            condition +
-            "</customize_item><customize_Info><item name='j' value='1'/></customize_Info></qrvldoc>");
-    row("two items", "standard-configuration",
-        "<qrvldoc><customize_Info><item name='i' value='1'/><item name='j' "
-        "value='1'/></customize_Info></qrvldoc>");
-    row("two of a name", "standard-configuration",
-        "<qrvldoc><customize_item>" + condition + "</customize_item><customize_item>" + condition +
-            "</customize_item></qrvldoc>");
-    row("results outside", "standard-configuration", "<qrvldoc>" + result + "</qrvldoc>");
-
-    row("texts", "language", "<language><item name='A'>a</item><!-- --><item name='B'/></language>");
-    row("two of an identifier", "language",
-        "<language><item name='A'>a</item><item name='A'>b</item></language>");
-    row("no identifier", "language", "<language><item>a</item></language>");
-    row("other case", "language", "<language><Item name='A'>a</Item></language>");
-
-    const QByteArray network = "<Item mcc='001' mnc='01' shortdescr='A'/>";
-    const QByteArray countries = "<MccOnly><Item mcc='002' shortdescr='C'/></MccOnly>";
-    row("networks", "OperatorList",
-        "<OperatorList><MccMnc>" + network + "</MccMnc><MccMnc/>" + countries + "</OperatorList>");
-    row("two of a code", "OperatorList",
-        "<OperatorList><MccMnc>" + network + network + "</MccMnc></OperatorList>");
-    row("after the countries", "OperatorList",
-        "<OperatorList>" + countries + "<MccMnc>" + network + "</MccMnc></OperatorList>");
-    row("list's root", "OperatorList", "<List><MccMnc>" + network + "</MccMnc></List>");
-    row("prefixes", "CPLMNOpList",
-        "<CPLMN><Item IMSI='00101' operator='A'/><Item IMSI='002010123456789' operator='B'/></CPLMN>");
-    row("short prefix", "CPLMNOpList", "<CPLMN><Item IMSI='0010' operator='A'/></CPLMN>");
-    row("codes", "CMCCMNCOpList",
-        "<CMCCMNC><Item MCCMNC='00101' operator='A'/><Item MCCMNC='001010' operator='B'/></CMCCMNC>");
-    row("code without a value", "CMCCMNCOpList", "<CMCCMNC><Item mccmnc='00101' operator='A'/></CMCCMNC>");
+    const auto row = dataTable<int, QByteArray>("loader", "content");
+    const QByteArray language = QByteArray::number(Platform::systemLanguageId());
+    for (int i = 0; i < int(std::size(Loaders)); ++i) {
+        for (Sample& sample : samplesIn(QString(SAMPLES "/%1.txt").arg(Loaders[i].schema)))
+            row(sample.name, i, sample.text.replace("LANGID", language));
+    }
 }
 
 void TestSchemas::loaders()
 {
-    QFETCH(QString, schema);
+    QFETCH(int, loader);
     QFETCH(QByteArray, content);
-    const auto* const loader =
-        std::find_if(std::begin(Loaders), std::end(Loaders),
-                     [&](const Loader& candidate) { return schema == candidate.schema; });
-    const QString file = installed(loader->file);
+    const auto& [schema, name, entry, read] = Loaders[loader];
+    const QString file = installed(name);
     writeFile(file, content);
-    const int read = loader->read();
-    const int written = content.toLower().count(loader->entry);
-    checkSchema(schema, {file}, read == written);
+    checkSchema(schema, {file}, read() == content.toLower().count(entry));
     QFile::remove(file);
 }
 

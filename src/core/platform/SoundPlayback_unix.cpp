@@ -39,7 +39,6 @@ PropertyList propertiesFor(const QByteArray& path)
         {CA_PROP_APPLICATION_NAME, QGuiApplication::applicationDisplayName().toUtf8()},
         // Without a role it would be "event", and desktops mute all event sounds with one switch of theirs.
         {CA_PROP_MEDIA_ROLE, QByteArrayLiteral("alert")},
-        {CA_PROP_CANBERRA_ENABLE, QByteArrayLiteral("1")},
     };
     for (const auto& [key, value] : entries)
         ca_proplist_sets(list, key, value.constData());

@@ -2,7 +2,6 @@
 #include "Change/Change.h"
 #include "Change/WinClassic.h"
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "common/CommonUtils.h"
 
 #include <QApplication>

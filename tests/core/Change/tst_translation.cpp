@@ -2,7 +2,6 @@
 #include "Change/Change.h"
 #include "Change/LanguageFiles.h"
 #include "CoreTest.h"
-#include "LogOrder.h"
 
 #include <QDir>
 #include <QKeySequence>

@@ -1,12 +1,10 @@
 #include "ExtendDialog/ExtendDialog.h"
 
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "ExtendDialog/DialogPlacement_p.h"
 #include "ExtendDialog/DkMessageBox.h"
 #include "ExtendDialog/ExtendLineEdit.h"
 #include "ExtendDialog/FaderWidget.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"

@@ -1,7 +1,6 @@
 // Which plugins are enabled for the operator, the modem, the SIM and its group, and what a switch does to the
 // set.
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "XFramePlugin/CustomisationKey.h"
 

@@ -1,7 +1,5 @@
 // How the container learns from the device service which modem is attached.
 #include "CoreTest.h"
-#include "DataTable.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 
 #include <QElapsedTimer>

@@ -1,7 +1,6 @@
 // The start-up language: what the customisation asks for, what is installed, what is stored and loaded.
 #include "Change/Change.h"
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "platform/LanguageId_p.h"
 
 const bool IsGerman = qputenv("LC_ALL", "de_DE.UTF-8"); // the user's language, except on Windows

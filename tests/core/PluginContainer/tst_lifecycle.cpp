@@ -1,13 +1,11 @@
 // Loading, initialising, shutting down and unloading of real plugin libraries, faulty ones included.
 #include "CoreTest.h"
-#include "DataTable.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IBasePlugin.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "ProcessInfo.h"
+#include "Samples.h"
 
-#include <QFile>
 #include <QPluginLoader>
 
 #include <array>
@@ -29,7 +27,6 @@ private slots:
 
 private:
     static QString libraryFile(const QString& base) { return base + TEST_LIBRARY_SUFFIX; }
-    static QByteArray contentOf(const QString& base);
     static QString installed(const QString& base) { return CoreTest::installed(libraryFile(base)); }
 
     QVariant perform(const QString& operation, const QString& argument);
@@ -60,17 +57,13 @@ QString faultOf(const PluginContainer& host, const QString& clsid)
     const QStringList states = {"removed", "disabled", "enabled", "loaded", "initialised"};
     for (const PluginStatus& status : host.GetPluginStatus())
         if (status.clsid == clsid)
-            return faults[int(status.fault)] + ", " + states[int(status.state)] + ": " + status.error;
+            return QString("%1, %2: %3")
+                .arg(faults[int(status.fault)], states[int(status.state)], status.error)
+                .trimmed();
     return {};
 }
 
 } // namespace
-
-QByteArray TestLifecycle::contentOf(const QString& base)
-{
-    QFile file(installed(base));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QVariant TestLifecycle::perform(const QString& operation, const QString& argument)
 {
@@ -129,78 +122,13 @@ QString TestLifecycle::callsInShort() const
     return calls.join(' ').replace("Bu Au", "Au Bu").replace("Bd Ad", "Ad Bd");
 }
 
-void TestLifecycle::script_data() // NOLINT(readability-function-size): a table
+/// hook: a script that a plugin runs within a call; log: lines in this order, "{file}: " added
+void TestLifecycle::script_data()
 {
-    // hooks: scripts that a plugin runs within a call; log: lines in this order, "{file}: " added
     const auto row = dataTable<QString, QStringList, QString, QStringList>("script", "hooks", "calls", "log");
-    row("unknown, a name for a clsid, not enabled",
-        "get Z=0; available Z=0; loaded Z=0; type Z=-1; name Z=; unload Z=0; destroy Z=0; unregister Z=0; "
-        "available AlphaPlugin=0; loaded AlphaPlugin=0; get O=0; available O=0; type O=0; name O=OffPlugin",
-        {}, "",
-        {"GetPlugin: entered", "IsPluginAvailable: Z is not available", "getPlugin: O not enabled",
-         "GetPluginType: entered, strPluginClsid = O, 0"});
-    row("loaded first, initialised later",
-        "available A=1; loaded A=1; get AlphaPlugin=1; get A=1; service A=1", {}, "A+ Ai",
-        {"getPlugin: A plugin loaded,,,", "IsPluginAvailable: A is available",
-         "IsPluginLoaded: entered, strPluginClsid = A, 1",
-         "getPlugin: A already loaded,,,returning cached pointer"});
-    row("no library: tried again",
-        "get H=0; get H=0; fault H=no library, enabled: No library named TestNothing*", {}, "",
-        {"getPlugin: " + H + " plugin NOT LOADED !!!,,,", "loadPlugin: entered, {*}"});
-    row("no base interface",
-        "get X=0; fault X=no base interface, loaded: The root object is no IBasePlugin; "
-        "destroy X=0; unload X=1",
-        {}, "", {});
-    row("bulk load", "get M=1; bulk; bulk; list=A B M", {}, "M+ Mi A+ B+ Ai Bi",
-        {"loadAllStaticOrActivePlugin: TestAlpha to be loaded...",
-         "loadAllStaticOrActivePlugin: TestNothing is not going to be loaded at first...",
-         "loadAllStaticOrActivePlugin: MainFramePlugin calling initPlugin",
-         "LoadAllStaticOrActivePlugin: plugin count = 7", "GetLoadedPluginClsids: A loaded"});
-    row("unloaded and loaded again",
-        "unload A=0; get A=1; unload AlphaPlugin=1; loaded A=0; inMemory TestAlpha=0; get A=1; unload A=1",
-        {}, "A+ Ai A- A+ Ai A-", {"unloadPlugin: plugin AlphaPlugin unloaded"});
-    row("all unloaded, the records stay", "bulk; unloadAll=1; list=; get A=1; unloadAll=1", {},
-        "A+ B+ Ai Bi Au Bu Ad Bd M+ Mi Mu Md A- B- M- A+ Ai Au Ad M+ Mi Mu Md A- M-", {});
-    row("step by step",
-        "get A=1; get M=1; available B=1; unregister B=0; destroy B=0; unregister M=0; destroy M=0; "
-        "unregister A=1; destroy A=1; loaded A=1",
-        {}, "A+ Ai M+ Mi B+ Au Ad",
-        {"{*}UnSDKRegisterEvent Plugin Name: AlphaPlugin, Plugin ClsID: A",
-         "{*}Destroying Plugin Name: AlphaPlugin, Plugin ClsID: A"});
-    row("shut down; G is not initialised",
-        "bulk; get M=1; available G=1; end; inMemory TestAlpha=0; inMemory TestGamma=0; "
-        "inMemory TestMainFrame=0",
-        {}, "A+ B+ Ai Bi M+ Mi G+ Au Bu Ad Bd Mu Md A- B- G- M-", {"unloadAllPlugins: bUnloaded 1"});
-    row("another is loaded while stopping", "get A=1; unloadAll=1", {"TestAlpha.UnSDKRegisterEvent: get B=1"},
-        "A+ Ai Au B+ Bi Bu Ad Bd M+ Mi Mu Md A- B- M-", {});
-    row("all are disabled while stopping", "get A=1; unloadAll=1",
-        {"TestAlpha.UnSDKRegisterEvent: apply None"}, "A+ Ai Au Ad A-", {});
-    row("calls back from Init", "get A=1; list=A B; unloadAll=1",
-        {"TestAlpha.Init: get A=1; get BetaPlugin=1; bulk", "TestBeta.Init: get A=1",
-         "TestBeta.Destroy: get A=1"},
-        "A+ Ai B+ Bi Au Bu Ad Bd M+ Mi Mu Md A- B- M-", {});
-    row("update: out and in",
-        "bulk; get M=1; available A=1; apply Lume; update; list=B M G; apply Back; update; update", {},
-        "A+ B+ Ai Bi M+ Mi Ad A- G+ Gi A+ Gd G- Ai", // in one pass, so A is loaded before G is unloaded
-        {"UpdateAllStaticOrActivePlugins: Unload plugin AlphaPlugin bUnloaded 1",
-         "UpdateAllStaticOrActivePlugins: Loaded plugin: NothingPlugin.",
-         "UpdateAllStaticOrActivePlugins: GammaPlugin calling initPlugin"});
-    row("update: only loaded", "available A=1; apply Lume; update", {}, "A+ A- B+ G+ Bi Gi", {});
-    const QString wholeLife = "A+ B+ Ai Bi Au Bu Ad Bd M+ Mi Mu Md A- B- M-";
-    // Whatever a plugin throws affects no other: they start and end as always.
-    row("constructor throws",
-        "bulk; get A=0; fault A=constructor threw, enabled: The plugin's constructor threw: broken; "
-        "inMemory TestAlpha=0; end",
-        {"TestAlpha.constructed: throw"}, "A+ B+ Bi A+ Bu Bd M+ Mi Mu Md B- M-",
-        {"{*}load: plugin {*}TestAlpha{*} threw: broken"});
-    row("Init throws", "bulk; get A=1; fault A=Init threw, loaded: Init() threw: ; end; inMemory TestAlpha=0",
-        {"TestAlpha.Init: throwNumber"}, wholeLife, {"{*}Init: plugin AlphaPlugin threw"});
-    row("QueryInterface throws", "bulk; get A=0; fault A=none, initialised: ; end",
-        {"TestAlpha.QueryInterface(0x0): throw"}, wholeLife,
-        {"{*}QueryInterface: plugin AlphaPlugin threw: broken"});
-    row("both steps of the shut-down throw", "bulk; end; inMemory TestAlpha=0",
-        {"TestAlpha.UnSDKRegisterEvent: throw", "TestAlpha.Destroy: throwNumber"}, wholeLife,
-        {"{*}UnSDKRegisterEvent: plugin AlphaPlugin threw: broken", "{*}Destroy: plugin AlphaPlugin threw"});
+    for (const Sample& sample : samplesIn(SCRIPTS))
+        row(sample.name, sample.marked("> ").join("; "), sample.marked("hook: "),
+            sample.marked("calls: ").join(""), sample.marked("log: "));
 }
 
 void TestLifecycle::script()
@@ -253,8 +181,8 @@ void TestLifecycle::uselessLibraries()
         {foreignPe, "other platform"},
         {dosHeader + QByteArray(2, '\0'), "no plugin"},              // cut in its header
         {dosHeader + QByteArray("\xFF").repeated(100), "no plugin"}, // the header would be far behind
-        {contentOf("TestAlpha").left(9000), "no plugin"},
-        {contentOf("TestUndefined"), "unloadable"}, // a symbol is missing; not on every system
+        {contentOf(installed("TestAlpha")).left(9000), "no plugin"},
+        {contentOf(installed("TestUndefined")), "unloadable"}, // a symbol is missing; not on every system
     };
     const QString file = installed("TestUseless");
     for (const auto& [content, fault] : rows) {
@@ -268,8 +196,8 @@ void TestLifecycle::uselessLibraries()
         QVERIFY2(faultOf(*m_host, "U").startsWith(fault + ", enabled: "), qPrintable(faultOf(*m_host, "U")));
         QVERIFY(!status.error.isEmpty() && status.url == "TestUseless");
         QCOMPARE(log().count("{time}: {file}: loadPlugin: error : " + status.error), 2);
-        writeFile(file, contentOf("TestAlpha")); // repaired
-        expect("get U=1; fault U=none, initialised: ; end");
+        writeFile(file, contentOf(installed("TestAlpha"))); // repaired
+        expect("get U=1; fault U=none, initialised:; end");
         QFile::remove(file);
     }
 }

@@ -1,7 +1,6 @@
 // Reading of the plugin library file and the plugin configuration file, right ones and every kind of wrong
 // one.
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginInfo.h"
 
 #include <QDir>

@@ -2,7 +2,6 @@
 #include "PopupMenu/QBuildMenu.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "common/CommonUtils.h"
 
 #include <QAction>

@@ -1,6 +1,5 @@
 // The splash screen: who gets one, its program, its clock.
 #include "CoreTest.h"
-#include "DataTable.h"
 #include "Startup/Startup.h"
 
 #include <QProcess>

@@ -1,7 +1,5 @@
 // The start and the end of the application.
 #include "CoreTest.h"
-#include "DataTable.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"

@@ -1,8 +1,6 @@
 #include "TitleBar/TitleBar.h"
 
 #include "CoreTest.h"
-#include "DataTable.h"
-#include "LogOrder.h"
 #include "TitleBar/TileGrid_p.h"
 #include "common/CommonUtils.h"
 

@@ -1,7 +1,6 @@
 #include "ToolBar/ToolBarLogic.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "ToolBar/SearchLineEdit.h"
 #include "common/CommonUtils.h"
 

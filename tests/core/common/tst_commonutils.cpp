@@ -2,7 +2,6 @@
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 #include "common/SafeMemory.h"
 

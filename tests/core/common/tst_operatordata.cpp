@@ -4,10 +4,9 @@
 #include "common/StatusBarOpListParse.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
+#include "Samples.h"
 
 #include <QDir>
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 class TestOperatorData : public CoreTest
@@ -156,29 +155,13 @@ void TestOperatorData::shippedLists()
     QVERIFY(!log().contains("Error: {*}"));
 }
 
+/// The samples begin with the result, the values of the names a and b in conditions, results and custom info, and the
+/// number of errors that are logged.
 void TestOperatorData::standardConfig()
 {
-    // "[i [c a1" stands for <customize_item><conditions><item name='a' value='1'/>; expected: the result, the
-    // values of the names a and b in conditions, results and custom info, and the number of errors logged
-    const QPair<QString, QString> cases[] = {
-        {"", "0 ...... 0"},
-        {"[q [i [c a1 b2 c] [r b3 a4 r] i] [I a5 b6 I] q]", "0 1..35. 0"}, // the first of each block
-        {"[q [i [c a1 c] [c b2 c] i] [i [c a3 c] i] q]", "0 32.... 0"},    // blocks add up
-        {"<x> [i [c a1 c] i] [c a1 c] [q a1 <Customize_Info> a1 </Customize_Info> q] </x>", "0 ...... 0"},
-        {"[q [I <x/> a1 I] [I <item><x/></item> I] [I b2 I] q]", "0 .....2 0"},
-        {"[q q] [i [c a1 <", "0 ...... 0"}, // after the root's end
-        {"[q ", "-1 ...... 1"},
-        {"[q [i [c a1", "-1 1..... 2"},
-        {"[q [I a1 </x>", "-1 ....1. 1"}};
-    for (auto [content, expected] : cases) {
-        for (const char* name :
-             {"qrvldoc", "i customize_item", "I customize_Info", "conditions", "results"}) {
-            const QString element = QString(name).section(' ', -1) + '>';
-            content.replace(QString('[') + *name, '<' + element)
-                .replace(*name + QString(']'), "</" + element);
-        }
-        content.replace(QRegularExpression("\\b([ab])(\\d)"), R"(<item name="\1" value="\2"/>)");
-        writeList("standard.xml", content.toUtf8());
+    const QVector<Sample> samples = samplesIn(STANDARD_CONFIGURATIONS);
+    for (const Sample& sample : samples) {
+        writeList("standard.xml", sample.body());
         log().clear();
         StandardConfigParse config("/missing.xml");
         QVERIFY(log().contains("file not exist"));
@@ -190,7 +173,7 @@ void TestOperatorData::standardConfig()
                 found += (config.*get)(name).leftJustified(1, '.');
         }
         found += QString(" %1").arg(log().count("10:24:35: {file}: {func}: Read Error: "));
-        QCOMPARE(found, expected);
+        QVERIFY2(sample.firstLine() == "= " + found.toUtf8(), sample.name + ": " + found.toUtf8());
     }
 }
 

@@ -1,7 +1,6 @@
 // Byte strings, protected strings and files, device identities.
 #include "CoreTest.h"
 #include "ErrorCapture.h"
-#include "LogOrder.h"
 #include "ProtectedString.h"
 #include "common/ByteStrings.h"
 #include "common/CommonUtils.h"

@@ -24,9 +24,12 @@ namespace {
 constexpr int Unlimited = -1;
 int drawsLeft = Unlimited; ///< until the random source fails
 QVector<std::size_t> drawSizes;
+bool isInputBroken = false; ///< behind the first piece that is read
 
-std::atomic<const QByteArray*> secret{nullptr}; ///< looked for in every block that is freed
-std::atomic<bool> isSecretFreed{false};
+constexpr std::size_t StackSize = 1 << 20;
+alignas(4096) char stack[StackSize];            ///< of the thread that handles the secret
+std::atomic<const QByteArray*> secret{nullptr}; ///< looked for in all that is freed, and on the stack
+std::atomic<bool> isLeftBehind{false};
 
 bool contains(const void* memory, std::size_t size, const QByteArray& bytes)
 {
@@ -50,6 +53,20 @@ Q_DECL_EXPORT ssize_t getrandom(void* buffer, size_t size, unsigned)
     return ssize_t(size);
 }
 
+Q_DECL_EXPORT size_t fread(void* bytes, size_t size, size_t count, FILE* file)
+{
+    return isInputBroken && std::ftell(file) > 0 ? 0 : fread_unlocked(bytes, size, count, file);
+}
+
+/// The stack keeps no key of a file while the result is written. Later calls would overwrite its place.
+Q_DECL_EXPORT size_t fwrite(const void* bytes, size_t size, size_t count, FILE* file)
+{
+    const QByteArray* const wanted = secret;
+    if (file != stderr && wanted && contains(stack, StackSize, *wanted))
+        isLeftBehind = true;
+    return fwrite_unlocked(bytes, size, count, file);
+}
+
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool OwnsMemory = false; // the sanitizer does
 #else
@@ -62,7 +79,7 @@ Q_DECL_EXPORT void free(void* memory) noexcept
 {
     const QByteArray* const wanted = secret;
     if (memory && wanted && contains(memory, malloc_usable_size(memory), *wanted))
-        isSecretFreed = true;
+        isLeftBehind = true;
     __libc_free(memory);
 }
 }
@@ -75,25 +92,23 @@ using Call = std::function<void()>;
 /// Whether a call leaves bytes behind, in a block that it freed or on its stack.
 bool leavesBehind(const QByteArray& bytes, Call call)
 {
-    constexpr std::size_t stackSize = 1 << 20;
-    alignas(4096) static char stack[stackSize];
     call(); // what is resolved at the first call saves registers on the stack
-    std::memset(stack, 0, stackSize);
+    std::memset(stack, 0, StackSize);
     pthread_attr_t attributes;
     pthread_t thread = 0;
     pthread_attr_init(&attributes);
-    pthread_attr_setstack(&attributes, stack, stackSize);
+    pthread_attr_setstack(&attributes, stack, StackSize);
     const auto run = [](void* function) -> void* {
         (*static_cast<Call*>(function))();
         return nullptr;
     };
-    isSecretFreed = false;
+    isLeftBehind = false;
     secret = &bytes;
     const bool hasRun =
         pthread_create(&thread, &attributes, run, &call) == 0 && pthread_join(thread, nullptr) == 0;
     secret = nullptr;
     pthread_attr_destroy(&attributes);
-    return !hasRun || isSecretFreed || contains(stack, stackSize, bytes);
+    return !hasRun || isLeftBehind || contains(stack, StackSize, bytes);
 }
 
 /// A secret that is longer than what the compiler may keep of it in registers and save on the stack.
@@ -168,6 +183,19 @@ void TestProtectedDataFaults::nothingIsLeft()
     check("encrypted file", Part, [&] { CommonUtils::FileCrypt(1, plainFile, output); });
     check("decrypted file", Part, [&] { CommonUtils::FileCrypt(2, cryptFile, output); });
     check("file key", "Yx7!mRb2hK5&nGd8", [&] { CommonUtils::FileCrypt(1, plainFile, output); });
+    constexpr int piece = 128 * 1024;
+    const QByteArray twoPieces(2 * piece, 'x');
+    writeFile(path("plain"), twoPieces);
+    Sha256Context unfinished;
+    Sha256_Init(&unfinished);
+    Sha256_Update(&unfinished, bytesOf(twoPieces), piece);
+    const QByteArray state(reinterpret_cast<const char*>(unfinished.state), sizeof unfinished.state);
+    isInputBroken = true;
+    const QByteArray error = errorOutput(path("stderr"), [&] {
+        check("unfinished hash", state, [&] { CommonUtils::FileCrypt(3, plainFile, output); });
+    });
+    QCOMPARE(error, QByteArray("Reading error").repeated(2));
+    isInputBroken = false;
     check("IMEI", reversed, [&] { CommonUtils::Handle_IMEI_Hash("490154203237518", token); });
     check("digest", QCryptographicHash::hash(reversed, QCryptographicHash::Sha256),
           [&] { CommonUtils::Handle_IMEI_Hash("490154203237518", token); });

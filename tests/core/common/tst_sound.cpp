@@ -2,11 +2,10 @@
 #include "common/DkSoundWin.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
+#include "Silence.h"
 #include "platform/MediaControl_p.h"
 #include "platform/WindowProcedure_p.h"
 
-#include <QDir>
 #include <QSignalSpy>
 
 class TestSound : public CoreTest
@@ -19,22 +18,13 @@ private slots:
     void closing();
 
 private:
-    /// Three seconds of silence at 8000 bytes a second.
-    QString silence()
-    {
-        const QByteArray header = QByteArray::fromHex("52494646e45d000057415645666d742010000000"
-                                                      "01000100401f0000401f000001000800"
-                                                      "64617461c05d0000");
-        return write("Süd west.wav", header + QByteArray(3 * 8000, char(0x80)));
-    }
-
+    /// @return the file's path
     QString write(const QString& name, const QByteArray& content)
     {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write to the temporary folder");
-        return QDir::toNativeSeparators(file.fileName());
+        writeFile(path(name), content);
+        return QDir::toNativeSeparators(path(name));
     }
+    QString writeSilence() { return write("Süd west.wav", silence()); }
 };
 
 void TestSound::cannotBePlayed()
@@ -54,16 +44,16 @@ void TestSound::cannotBePlayed()
         QCOMPARE(finished.count(), 1);
         QCOMPARE(log().count("{file}: sendString: {*}"), 3); // and the error in words; nothing else was sent
         QVERIFY(!sound.isVisible());
-        sound.SetSoundFile(silence()); // it stays usable
+        sound.SetSoundFile(writeSilence()); // it stays usable
         QVERIFY(sound.Play() && sound.IsPlaying() && sound.Stop());
-        QVERIFY(QFile::remove(silence()));
+        QVERIFY(QFile::remove(path("Süd west.wav"))); // it is closed
     }
 }
 
 // Only the notice that the sound was played to its end closes the sound.
 void TestSound::notices()
 {
-    DkSound sound(silence()), silent({});
+    DkSound sound(writeSilence()), silent({});
     QSignalSpy finished(&sound, &DkSound::finished);
     const auto notify = [](const QWidget& window, quint32 message, quintptr outcome) {
         Platform::sendMessage(window.winId(), message, outcome, 0);
@@ -87,7 +77,7 @@ void TestSound::notices()
 void TestSound::closing()
 {
     const QString sent = "{file}: sendString: Play Return = 0 ";
-    DkSound sound(silence());
+    DkSound sound(writeSilence());
     QVERIFY(sound.Play());
     VERIFY_LOGGED_IN_ORDER("{file}: sendString: hwnd = 0x{*}", sent, sent);
     QVERIFY(sound.Play());

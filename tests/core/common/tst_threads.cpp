@@ -3,7 +3,6 @@
 #include "common/CommonUtils.h"
 
 #include "CoreTest.h"
-#include "LogOrder.h"
 #include "PluginContainer/PluginIds.h"
 
 #include <QElapsedTimer>

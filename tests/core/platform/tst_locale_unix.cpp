@@ -1,5 +1,5 @@
 // Language identifiers of locales, and the files and variables that set the locale.
-#include "PluginFiles.h"
+#include "TestFiles.h"
 #include "platform/LanguageId_p.h"
 #include "platform/LocaleLanguage_unix_p.h"
 

@@ -1,16 +1,15 @@
 // What belongs to a native window: its system menu, its procedure, and sounds that report their end to it.
+#include "Silence.h"
+#include "TestFiles.h"
 #include "common/DkSoundWin.h"
 #include "platform/SystemMenu_p.h"
 #include "platform/WindowProcedure_p.h"
 
-#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <windows.h>
-
-#include <mmsystem.h>
 
 using namespace Platform;
 
@@ -76,37 +75,26 @@ void TestNativeWindow::messageHandler()
     QVERIFY(isDestroyed);
 }
 
-// Sounds are opened again once they have ended; only the end of the whole sound is reported.
+// Only the end of the whole sound is reported, then it can be opened again. Windows itself says that the first of two
+// commands to play is superseded (Wine: aborted), and that a sound is aborted when it is stopped.
 void TestNativeWindow::sound()
 {
-    const QByteArray header = QByteArray::fromHex("52494646e45d000057415645666d742010000000"
-                                                  "01000100401f0000401f000001000800"
-                                                  "64617461c05d0000"); // one channel, 8000 bytes a second
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("Süd west.wav")));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(header + QByteArray(3 * 8000, char(0x80))) > 0);
-    file.close();
-    DkSound sound(QStringLiteral("missing.wav"));
-    QVERIFY(file.copy(folder.filePath(QStringLiteral("other.wav")))); // the same cannot be opened twice
-    DkSound other(QDir::toNativeSeparators(folder.filePath(QStringLiteral("other.wav"))));
+    const QString file = folder.filePath(QStringLiteral("Süd west.wav"));
+    writeFile(file, silence());
+    DkSound sound(QDir::toNativeSeparators(file));
     QSignalSpy finished(&sound, &DkSound::finished);
-    QVERIFY(!sound.Play());
-    sound.SetSoundFile(QDir::toNativeSeparators(file.fileName()));
     for (int times = 1; times <= 2; ++times) {
-        QVERIFY(sound.Play() && sound.Play() && sound.IsPlaying());
+        QVERIFY(sound.Play() && sound.Play());
+        QCoreApplication::processEvents();
+        QVERIFY(sound.IsPlaying());
         QTRY_VERIFY_WITH_TIMEOUT(!sound.IsPlaying(), 10000);
         QCOMPARE(finished.count(), times);
     }
-    QVERIFY(sound.Play() && other.Play() && sound.Stop());
-    QVERIFY(!sound.IsPlaying() && !sound.Stop() && other.IsPlaying());
-    QVERIFY(sound.Play());
+    QVERIFY(sound.Play() && sound.Stop());
+    QCoreApplication::processEvents();
+    QCOMPARE(finished.count(), 2);
     const auto window = reinterpret_cast<HWND>(sound.winId());
-    for (const WPARAM code : {MCI_NOTIFY_ABORTED, MCI_NOTIFY_SUPERSEDED, MCI_NOTIFY_FAILURE})
-        SendMessageW(window, MM_MCINOTIFY, code, 0);
-    SendMessageW(window, WM_NULL, MCI_NOTIFY_SUCCESSFUL, 0);
-    QVERIFY(sound.IsPlaying() && finished.count() == 2);
-    SendMessageW(window, MM_MCINOTIFY, MCI_NOTIFY_SUCCESSFUL, 0);
-    QVERIFY(!sound.IsPlaying() && finished.count() == 3);
     SetWindowTextW(window, L"Passed on");
     QCOMPARE(GetWindowTextLengthW(window), 9);
 }

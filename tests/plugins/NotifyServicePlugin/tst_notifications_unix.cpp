@@ -1,5 +1,6 @@
 // What the user hears and sees on the desktop when something happens, in the whole application: its modems are
 // simulated, its sounds go to a real sound server, its notifications to a stand-in for the desktop.
+#include "DataTable.h"
 #include "NotificationDaemon.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
@@ -8,6 +9,7 @@
 #include "ProcessInfo.h"
 #include "SoundServer.h"
 #include "Startup/Startup.h"
+#include "TestFiles.h"
 #include "common/CommonUtils.h"
 #include "support/Modems.h"
 
@@ -17,7 +19,6 @@
 #include <QDBusArgument>
 #include <QPushButton>
 #include <QRect>
-#include <QSaveFile>
 #include <QtTest>
 
 #include <memory>
@@ -48,7 +49,6 @@ namespace {
 
 constexpr int LongestWait = 30000; // milliseconds
 constexpr double Audible = 0.1;    // seconds of a tone
-constexpr int ToneLength = 200;    // milliseconds
 
 const QString Connection = "227AB861-6F54-4094-857F-40B0663C5817";
 const QString DataUse = "C43A8D5E-07B1-4F92-86DA-3E51F9B27A60";
@@ -57,9 +57,7 @@ const QByteArray Simulated = "[modem M]\nmodel=M\nstate=attached\nnetwork=26201\
 /// The modems from now on.
 void simulate(const QByteArray& modems)
 {
-    QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-    if (!file.open(QIODevice::WriteOnly) || file.write(modems) != modems.size() || !file.commit())
-        qFatal("cannot write to the temporary folder");
+    writeFile(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini", modems);
 }
 
 QByteArray message(const QByteArray& modem, int identifier, const QByteArray& sender, const QByteArray& text)
@@ -83,12 +81,6 @@ void choose(const QString& event, int frequency)
     CommonUtils::SetSettings("notifications", event, QString("%1 Hz.wav").arg(frequency));
 }
 
-bool writeTone(int frequency)
-{
-    QFile file(QString("%1/sounds/%2 Hz.wav").arg(QCoreApplication::applicationDirPath()).arg(frequency));
-    return file.open(QIODevice::WriteOnly) && file.write(waveFile(frequency, ToneLength)) > 0;
-}
-
 } // namespace
 
 void TestNotifications::initTestCase()
@@ -96,8 +88,9 @@ void TestNotifications::initTestCase()
     m_desktop = std::make_unique<NotificationDaemon>();
     m_sounds = std::make_unique<SoundServer>();
     QVERIFY(m_desktop->start() && m_sounds->start());
+    const QString sounds = QCoreApplication::applicationDirPath() + "/sounds";
     for (int frequency = 400; frequency <= 2000; frequency += 100)
-        QVERIFY(writeTone(frequency));
+        writeFile(sounds + QString("/%1 Hz.wav").arg(frequency), waveFile(frequency, 200));
     simulate(Simulated);
     CommonUtils::SetSettings("data", "limit", "true");
     CommonUtils::SetSettings("data", "amount", "1");
@@ -245,12 +238,11 @@ void TestNotifications::dataLimit()
 
 void TestNotifications::lostConnections_data()
 {
-    QTest::addColumn<int>("tone");
-    QTest::addColumn<QByteArray>("modems");
-    QTest::newRow("removed") << 1100 << QByteArray();
-    QTest::newRow("detached") << 1200 << QByteArray("[modem M]\nmodel=M\nstate=detached\n");
-    QTest::newRow("rejected") << 1300 << QByteArray("[modem M]\nmodel=M\nstate=rejected\n");
-    QTest::newRow("no network") << 1400 << QByteArray("[modem M]\nmodel=M\nstate=attached\n");
+    const auto row = dataTable<int, QByteArray>("tone", "modems");
+    row("removed", 1100, "");
+    row("detached", 1200, "[modem M]\nmodel=M\nstate=detached\n");
+    row("rejected", 1300, "[modem M]\nmodel=M\nstate=rejected\n");
+    row("no network", 1400, "[modem M]\nmodel=M\nstate=attached\n");
 }
 
 // Once for each loss. Other changes of a modem, and modems that come, are not heard.

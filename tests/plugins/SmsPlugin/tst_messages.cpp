@@ -294,19 +294,24 @@ void TestMessages::searching()
 
 void TestMessages::toolBar_data()
 {
-    const auto row = dataTable<QString, QByteArray, bool>("callvoice", "gid", "canCall");
-    row("calls", "1", "", true);
-    row("switched off", "0", "", false);
-    row("no plugin for them", "1", "BW-BIZ", false);
+    const auto row =
+        dataTable<QString, QString, QByteArray, QString>("callvoice", "callvideo", "gid", "buttons");
+    row("calls", "1", "1", "", "Call");
+    row("switched off", "0", "1", "", "");
+    row("no plugin for them", "1", "1", "BW-BIZ", "");
+    row("video calls", "0", "1", "NT-GOLD", "Video call");
+    row("no video calls", "0", "0", "NT-GOLD", "");
 }
 
 void TestMessages::toolBar()
 {
     QFETCH(QString, callvoice);
+    QFETCH(QString, callvideo);
     QFETCH(QByteArray, gid);
     simulate({});
     QTRY_VERIFY(!owner("Ctrl+D") && rows().isEmpty());
     CommonUtils::SetSettings("callui", "callvoice", callvoice);
+    CommonUtils::SetSettings("callui", "callvideo", callvideo);
     simulate(Modem + "gid=" + gid + '\n' + Three);
     QTRY_COMPARE(rows().size(), 2);
     const auto hasButton = [this](const QString& name) {
@@ -317,8 +322,11 @@ void TestMessages::toolBar()
         return false;
     };
     QVERIFY(hasButton("Reply") && hasButton("Search"));
-    QFETCH(bool, canCall);
-    QTRY_COMPARE(hasButton("Call"), canCall);
+    const auto callButtons = [&] {
+        return QString(hasButton("Call") ? "Call" : "") + (hasButton("Video call") ? "Video call" : "");
+    };
+    QFETCH(QString, buttons);
+    QTRY_COMPARE(callButtons(), buttons);
     choose(1); // a name cannot be called
     QVERIFY(!hasButton("Call") && !hasButton("Reply") && hasButton("Delete"));
 }
