@@ -215,9 +215,9 @@ void TestExtendDialog::centring()
     VERIFY_LOGGED_IN_ORDER("{file}: MoveCentre: Enter", "{file}: MoveCentre: Exit");
     m_mainFrame.usesCustomFrame = false;
     ExtendDialog plain(&between, {}, enWidgetNormal); // stays where it is, and as small as it likes
-    plain.setGeometry(10, 20, 90, 90);
+    plain.setGeometry(10, 20, 190, 90); // Windows does not let it be much narrower
     plain.show();
-    QVERIFY(plain.geometry() == QRect(10, 20, 90, 90) && plain.minimumSize().isNull());
+    QVERIFY(plain.geometry() == QRect(10, 20, 190, 90) && plain.minimumSize().isNull());
 
     CommonUtils::MoveCentre(nullptr);
     QDialog alone;

@@ -163,7 +163,7 @@ void TestModemPage::networks()
     QVERIFY(shows("Name | Beta"));
     QVERIFY2(shows("Alpha \u00b7 LTE (4G) \u00b7 available | Beta \u00b7 in use"), qPrintable(shown()));
     QVERIFY(shows("Choice | By hand"));
-    button("Let the modem choose")->click();
+    button("Automatic")->click();
     button("Apply")->click();
     QVERIFY(shows("Choice | Automatic"));
     QVERIFY(shows("Name | Alpha"));
