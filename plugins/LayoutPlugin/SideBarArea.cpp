@@ -1,16 +1,15 @@
 #include "SideBarArea.h"
 
+#include "EntryDelegate.h"
 #include "ExtendDialog/FaderWidget.h"
 #include "support/Look.h"
 #include "support/Text.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>
-#include <QPainter>
 #include <QResizeEvent>
 #include <QShortcut>
 #include <QStackedWidget>
-#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -19,74 +18,8 @@ namespace {
 
 constexpr int SmallestSideBar = 196;
 constexpr int LargestSideBar = 300;    ///< longer titles are cut off
-constexpr int NarrowSideBarWidth = 60; ///< for icons only
 constexpr int NarrowArea = 640;        ///< areas narrower than this have a narrow side bar
-constexpr int EntryHeight = 44;
-constexpr int PictureSize = 28;
-constexpr int TitleMargins = PictureSize + 6 * Look::Gap; ///< what an entry needs beside its title
-constexpr int KindRole = Qt::UserRole;                    ///< see kindOf()
-
-/// The font of the current entry, the wider one.
-QFont currentFont(QFont font)
-{
-    font.setWeight(QFont::DemiBold);
-    return font;
-}
-
-/// Draws an entry: icon and title on a rounded background.
-class EntryDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
-    {
-        return {NarrowSideBarWidth, EntryHeight}; // minimum
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override;
-
-private:
-    static void paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,
-                           const QString& title);
-};
-
-void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                          const QModelIndex& index) const
-{
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
-    const bool focused = option.state.testFlag(QStyle::State_HasFocus) && selected;
-    const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
-    painter->setBrush(Look::entryBackground(option, QPalette::Window));
-    painter->drawRoundedRect(frame, Look::Radius, Look::Radius);
-
-    QRect picture(0, 0, PictureSize, PictureSize);
-    picture.moveCenter(QPoint(int(frame.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
-    picture = QStyle::visualRect(option.direction, option.rect, picture);
-    index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
-
-    if (option.rect.width() > NarrowSideBarWidth)
-        paintTitle(painter, option, frame, index.data(Qt::DisplayRole).toString());
-    painter->restore();
-}
-
-void EntryDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,
-                               const QString& title)
-{
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
-    const QFont font = selected ? currentFont(option.font) : option.font;
-    painter->setFont(font);
-    painter->setPen(option.palette.color(QPalette::WindowText));
-    const QRect place =
-        QStyle::visualRect(option.direction, option.rect,
-                           frame.adjusted(PictureSize + 2.5 * Look::Gap, 0, -Look::Gap, 0).toRect());
-    const QString elided = QFontMetrics(font).elidedText(title, Qt::ElideRight, place.width());
-    painter->drawText(place, Qt::AlignVCenter | Qt::AlignLeft, elided);
-}
+constexpr int KindRole = Qt::UserRole; ///< see kindOf()
 
 /// What identifies a page when its plugin has been loaded again.
 QString kindOf(const QWidget* page)
@@ -234,12 +167,11 @@ void SideBarArea::resizeEvent(QResizeEvent* event)
 /// Makes the side bar wide enough for its titles, or for the icons only.
 void SideBarArea::fitSideBar()
 {
-    const QFontMetrics metrics(currentFont(m_sideBar->font()));
-    int longest = 0;
+    int widest = SmallestSideBar;
     for (int row = 0; row < m_sideBar->count(); ++row)
-        longest = std::max(longest, metrics.horizontalAdvance(m_sideBar->item(row)->text()));
-    const int wide = qBound(SmallestSideBar, longest + TitleMargins, LargestSideBar);
-    m_sideBar->setFixedWidth(width() < NarrowArea ? NarrowSideBarWidth : wide);
+        widest = std::max(widest, EntryDelegate::widthOf(m_sideBar->item(row)->text(), m_sideBar->font()));
+    m_sideBar->setFixedWidth(width() < NarrowArea ? EntryDelegate::NarrowWidth
+                                                  : std::min(widest, LargestSideBar));
 }
 
 void SideBarArea::removeEntry(int index)

@@ -36,6 +36,7 @@ private:
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QString m_lost; ///< kind of the page that was current when it was removed, until the user chooses another one
+    QString
+        m_lost; ///< kind of the page that was current when it was removed, until the user chooses another one
     QPointer<FaderWidget> m_fader; ///< over a page that has just become the current one
 };

@@ -1,31 +1,21 @@
 #include "MainWindow.h"
 
-#include "AboutDialog.h"
-#include "Background.h"
 #include "Change/Change.h"
 #include "FrameStyle.h"
 #include "HeaderBar.h"
-#include "InstallationDialog.h"
-#include "LanguageMenu.h"
 #include "LanguageSwitch.h"
 #include "Menus.h"
 #include "PluginsPage.h"
 #include "ProblemLine.h"
-#include "SettingsDialog.h"
 #include "Skin.h"
 #include "WindowFrame.h"
 #include "WindowPlace.h"
 #include "common/CommonUtils.h"
-#include "support/CloseGuard.h"
 
-#include <QAction>
-#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace {
 
@@ -133,113 +123,6 @@ void MainWindow::showStatus()
 {
     m_menus->showStatus();
     m_problems->refresh();
-}
-
-void MainWindow::closeEvent(QCloseEvent* event)
-{
-    if (hidesOnClose(this)) {
-        hideInTray();
-        event->ignore();
-        return;
-    }
-    if (m_isInTray)
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
-    hide(); // remembering the place of a maximised window restores it
-    rememberPlace();
-    QWidget::closeEvent(event);
-}
-
-MenuCommands MainWindow::commands()
-{
-    const auto triggers = [this](auto slot) {
-        return [this, slot](QAction* action, const QString&) {
-            connect(action, &QAction::triggered, this, slot);
-        };
-    };
-    auto* const languages = new LanguageMenu(this);
-    connect(languages, &LanguageMenu::chosen, this, &MainWindow::useLanguage);
-    const auto compact = [this](QAction* action, const QString&) {
-        action->setCheckable(true);
-        action->setChecked(CommonUtils::IsMiniMode());
-        connect(action, &QAction::triggered, this, &MainWindow::setCompact);
-        connect(this, &MainWindow::compactChanged, action, &QAction::setChecked);
-    };
-    const auto language = [languages](QAction* action, const QString&) {
-        delete action->menu(); // the sub-menu of the file has no entries
-        action->setMenu(languages);
-    };
-    const auto page = [this](QAction* action, const QString& clsid) {
-        connect(action, &QAction::triggered, this, [this, clsid] { Q_EMIT pageChosen(clsid); });
-    };
-    return {
-        {QStringLiteral("About"), triggers([this] { showAbout(this); })},
-        {QStringLiteral("Compact"), compact},
-        {QStringLiteral("Installation"), triggers([this] { showInstallation(this); })},
-        {QStringLiteral("Language"), language},
-        {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
-        {QStringLiteral("Quit"), triggers(&MainWindow::quit)},
-        {QStringLiteral("Settings"), triggers([this] { showSettings(*this); })},
-        {QStringLiteral("page:"), page},
-    };
-}
-
-bool MainWindow::hasTray() const
-{
-    return m_menus->hasTray();
-}
-
-void MainWindow::followBackground()
-{
-    setProperty(HidesOnClose, Background::isWanted() && hasTray());
-}
-
-/// The notification area can appear and disappear while the application runs.
-void MainWindow::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::ActivationChange)
-        followBackground();
-    else if (event->type() == QEvent::WindowStateChange && isMinimized())
-        m_menus->keepTray(); // minimising hides all other windows
-    QWidget::changeEvent(event);
-}
-
-void MainWindow::showAtStart()
-{
-    if (Background::isStart() && hidesOnClose(this))
-        hideInTray();
-    else
-        show();
-}
-
-/// The end of another window, such as that of a call, must not end the application meanwhile.
-void MainWindow::hideInTray()
-{
-    m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    m_isInTray = true;
-    if (!isVisible())
-        return; // at the start
-    hide();
-    rememberPlace(); // the session may end before the window is shown again
-    if (Background::isNew())
-        m_menus->tellThatHidden();
-}
-
-/// Whoever shows the window need not know that it was in the notification area.
-void MainWindow::showEvent(QShowEvent* event)
-{
-    if (std::exchange(m_isInTray, false)) {
-        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
-        restorePlace();
-    }
-    QWidget::showEvent(event);
-}
-
-void MainWindow::quit()
-{
-    setProperty(HidesOnClose, false);
-    if (!close())
-        followBackground();
 }
 
 void MainWindow::bringToFront()

@@ -215,7 +215,7 @@ void TestExtendDialog::centring()
     VERIFY_LOGGED_IN_ORDER("{file}: MoveCentre: Enter", "{file}: MoveCentre: Exit");
     m_mainFrame.usesCustomFrame = false;
     ExtendDialog plain(&between, {}, enWidgetNormal); // stays where it is, and as small as it likes
-    plain.setGeometry(10, 20, 190, 90); // Windows does not let it be much narrower
+    plain.setGeometry(10, 20, 190, 90);               // Windows does not let it be much narrower
     plain.show();
     QVERIFY(plain.geometry() == QRect(10, 20, 190, 90) && plain.minimumSize().isNull());
 

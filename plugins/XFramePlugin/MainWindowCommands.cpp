@@ -1,0 +1,45 @@
+// What the entries of the menus do.
+#include "MainWindow.h"
+
+#include "AboutDialog.h"
+#include "InstallationDialog.h"
+#include "LanguageMenu.h"
+#include "SettingsDialog.h"
+#include "common/CommonUtils.h"
+
+#include <QAction>
+#include <QMenu>
+
+MenuCommands MainWindow::commands()
+{
+    const auto triggers = [this](auto slot) {
+        return [this, slot](QAction* action, const QString&) {
+            connect(action, &QAction::triggered, this, slot);
+        };
+    };
+    auto* const languages = new LanguageMenu(this);
+    connect(languages, &LanguageMenu::chosen, this, &MainWindow::useLanguage);
+    const auto compact = [this](QAction* action, const QString&) {
+        action->setCheckable(true);
+        action->setChecked(CommonUtils::IsMiniMode());
+        connect(action, &QAction::triggered, this, &MainWindow::setCompact);
+        connect(this, &MainWindow::compactChanged, action, &QAction::setChecked);
+    };
+    const auto language = [languages](QAction* action, const QString&) {
+        delete action->menu(); // the sub-menu of the file has no entries
+        action->setMenu(languages);
+    };
+    const auto page = [this](QAction* action, const QString& clsid) {
+        connect(action, &QAction::triggered, this, [this, clsid] { Q_EMIT pageChosen(clsid); });
+    };
+    return {
+        {QStringLiteral("About"), triggers([this] { showAbout(this); })},
+        {QStringLiteral("Compact"), compact},
+        {QStringLiteral("Installation"), triggers([this] { showInstallation(this); })},
+        {QStringLiteral("Language"), language},
+        {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},
+        {QStringLiteral("Quit"), triggers(&MainWindow::quit)},
+        {QStringLiteral("Settings"), triggers([this] { showSettings(*this); })},
+        {QStringLiteral("page:"), page},
+    };
+}

@@ -1,0 +1,84 @@
+// Hiding in the notification area, and the way back.
+#include "MainWindow.h"
+
+#include "Background.h"
+#include "Menus.h"
+#include "support/CloseGuard.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+
+#include <utility>
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (hidesOnClose(this)) {
+        hideInTray();
+        event->ignore();
+        return;
+    }
+    if (m_isInTray)
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
+    hide(); // remembering the place of a maximised window restores it
+    rememberPlace();
+    QWidget::closeEvent(event);
+}
+
+bool MainWindow::hasTray() const
+{
+    return m_menus->hasTray();
+}
+
+void MainWindow::followBackground()
+{
+    setProperty(HidesOnClose, Background::isWanted() && hasTray());
+}
+
+/// The notification area can appear and disappear while the application runs.
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ActivationChange)
+        followBackground();
+    else if (event->type() == QEvent::WindowStateChange && isMinimized())
+        m_menus->keepTray(); // minimising hides all other windows
+    QWidget::changeEvent(event);
+}
+
+void MainWindow::showAtStart()
+{
+    if (Background::isStart() && hidesOnClose(this))
+        hideInTray();
+    else
+        show();
+}
+
+/// The end of another window, such as that of a call, must not end the application meanwhile.
+void MainWindow::hideInTray()
+{
+    m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    m_isInTray = true;
+    if (!isVisible())
+        return; // at the start
+    hide();
+    rememberPlace(); // the session may end before the window is shown again
+    if (Background::isNew())
+        m_menus->tellThatHidden();
+}
+
+/// Whoever shows the window need not know that it was in the notification area.
+void MainWindow::showEvent(QShowEvent* event)
+{
+    if (std::exchange(m_isInTray, false)) {
+        QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
+        restorePlace();
+    }
+    QWidget::showEvent(event);
+}
+
+void MainWindow::quit()
+{
+    setProperty(HidesOnClose, false);
+    if (!close())
+        followBackground();
+}
