@@ -4,12 +4,18 @@
 #include "common/CommonUtils.h"
 
 #include <QApplication>
+#include <QDir>
 
 namespace {
 
+QString skinFolder()
+{
+    return CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/");
+}
+
 QString defaultSkinFile()
 {
-    const QString folder = CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/");
+    const QString folder = skinFolder();
     const bool isMirrored = QGuiApplication::layoutDirection() == Qt::RightToLeft;
     return folder + QLatin1String(isMirrored ? "default/default_Arabic.qss" : "default.qss");
 }
@@ -18,6 +24,8 @@ QString defaultSkinFile()
 
 void applySkin()
 {
+    // Style sheets name pictures by this prefix. No string literal of this library: Qt keeps it after the unloading.
+    QDir::setSearchPaths(QLatin1String("skin"), {skinFolder() + QLatin1String("default/images")});
     if (CommonUtils::IsMiniMode())
         Change::LoadQss(enStyleMini, true);
     else
