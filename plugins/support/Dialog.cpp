@@ -2,10 +2,17 @@
 
 #include "ExtendDialog/DkMessageBox.h"
 #include "common/CommonUtils.h"
+#include "support/Look.h"
 #include "support/Text.h"
 #include "support/WindowEdges.h"
 
 #include <QPushButton>
+
+namespace {
+
+constexpr int PictureSize = 40;
+
+} // namespace
 
 void fillDialog(ExtendDialog* dialog, QWidget* content)
 {
@@ -37,7 +44,7 @@ ExtendDialog* ask(const Question& question, QWidget* window, QObject* receiver,
                   const std::function<void(int answer)>& onAnswer)
 {
     auto* const box = new DkMessageBox;
-    box->setIcon(QMessageBox::Question);
+    box->setIconPixmap(Look::tileIcon(Look::Sign::Help).pixmap(PictureSize, PictureSize));
     box->setText(text(question.text));
     QStringList captions;
     for (const char* id : question.answers)
