@@ -11,6 +11,7 @@
 #include "WindowFrame.h"
 #include "WindowPlace.h"
 #include "common/CommonUtils.h"
+#include "support/AccessibleRole.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -66,6 +67,7 @@ MainWindow::MainWindow(LanguageSwitch& language, QWidget* parent)
     , m_problems(new ProblemLine(this))
     , m_pluginsPage(new PluginsPage(nullptr))
 {
+    setAccessibleRole(this, QAccessible::Window);
     readCompactSetting();
     applySkin();
     setWindowTitle(QGuiApplication::applicationDisplayName());

@@ -1,5 +1,6 @@
 #include "support/Page.h"
 
+#include "support/AccessibleRole.h"
 #include "support/Text.h"
 
 #include <QGridLayout>
@@ -10,6 +11,13 @@
 namespace {
 
 constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
+
+QLabel* heading(const QString& title)
+{
+    QLabel* const label = Look::label(title, 1.15, QFont::DemiBold);
+    setAccessibleRole(label, QAccessible::Heading);
+    return label;
+}
 
 } // namespace
 
@@ -29,6 +37,7 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     auto* titles = new QVBoxLayout;
     titles->setSpacing(Look::Gap / 2);
     QLabel* titleLabel = Look::label(QString(), 1.5, QFont::DemiBold);
+    setAccessibleRole(titleLabel, QAccessible::Heading);
     QLabel* leadLabel = Look::quietLabel(QString(), true);
     titles->addWidget(titleLabel);
     titles->addWidget(leadLabel);
@@ -87,7 +96,7 @@ Card::Card(const QString& title, QWidget* parent)
     m_rows->setColumnStretch(1, 1);
     m_rows->setColumnMinimumWidth(0, 150);
     if (!title.isEmpty())
-        m_rows->addWidget(Look::label(title, 1.15, QFont::DemiBold), 0, 0, 1, 2);
+        m_rows->addWidget(heading(title), 0, 0, 1, 2);
 }
 
 void Card::addRow(const QString& caption, const QString& value)

@@ -153,6 +153,16 @@ QString faultsOf(QWidget* window)
         .join("; ");
 }
 
+/// How many accessible objects of a role are visible below a widget.
+int countOf(QAccessible::Role role, Interface* parent)
+{
+    int count = parent->role() == role && !parent->text(QAccessible::Name).isEmpty();
+    for (int i = 0; i < parent->childCount(); ++i)
+        if (Interface* const child = parent->child(i); child && !child->state().invisible)
+            count += countOf(role, child);
+    return count;
+}
+
 ExtendDialog* visibleDialog()
 {
     for (QWidget* widget : QApplication::topLevelWidgets())
@@ -173,6 +183,7 @@ private slots:
     void keyboard();
     void controls_data();
     void controls();
+    void structure();
     void menus();
 
 private:
@@ -279,6 +290,18 @@ void TestAccessibility::controls()
         QCOMPARE(faultsOf(dialog), QString());
         QTest::keyPress(dialog->windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!dialog);
+    }
+}
+
+void TestAccessibility::structure()
+{
+    Interface* const main = QAccessible::queryAccessibleInterface(window());
+    QCOMPARE(main->role(), QAccessible::Window);
+    QCOMPARE(main->text(QAccessible::Name), window()->windowTitle());
+    auto* const sideBar = window()->findChild<QListWidget*>();
+    for (int row = 0; row < sideBar->count(); ++row) {
+        sideBar->setCurrentRow(row);
+        QVERIFY2(countOf(QAccessible::Heading, main) >= 1, qUtf8Printable(sideBar->item(row)->text()));
     }
 }
 
