@@ -48,6 +48,16 @@ QVector<int> DeviceClient::takeEvents()
     return std::exchange(seenEvents, {});
 }
 
+QVector<int> DeviceClient::nextEvents(int count)
+{
+    std::unique_lock lock(seenMutex);
+    seenMore.wait_for(lock, std::chrono::milliseconds(Patience),
+                      [count] { return seenEvents.size() >= count; });
+    const QVector<int> events = seenEvents.mid(0, count);
+    seenEvents.remove(0, events.size());
+    return events;
+}
+
 QVector<QRVL_Device> DeviceClient::modems()
 {
     return listed(&QRVL_DevSrv_GetAvailableDeviceList);

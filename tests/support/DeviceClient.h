@@ -20,6 +20,9 @@ void listen();
 /// The events since the last call.
 QVector<int> takeEvents();
 
+/// Waits for as many events, which come after the values they report, and takes them. Fewer when they do not come.
+QVector<int> nextEvents(int count);
+
 QVector<QRVL_Device> modems();
 QVector<QRVL_Device> unusableModems();
 
