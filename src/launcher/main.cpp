@@ -78,6 +78,8 @@ int main(int argc, char** argv)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // Nothing is drawn with OpenGL. To load it for the first window would double the time of the start on X11.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     describeApplication();
     int exitCode = EXIT_SUCCESS;
