@@ -92,6 +92,13 @@ start_wine() {
     start_display
 }
 
+# hold_desktop PROGRAM: keeps Wine's desktop process running with a program that never exits. Otherwise the desktop
+# ends a second after its last user, and the next test that needs it starts it with the test's own output pipe. ctest
+# then waits for that pipe until no other test uses the desktop, which may exceed the time limit of the test.
+hold_desktop() {
+    "$SKYLUME_WINDOWS_KIT/run-under-wine.sh" "$1" </dev/null >/dev/null 2>&1 &
+}
+
 end_wine() {
     [[ ! -d $WINEPREFIX ]] || wineserver --kill || true # not running
 }
