@@ -1,5 +1,5 @@
 #include "RunTool.h"
-#include "TestFiles.h"
+#include "Samples.h"
 
 #include <QMap>
 #include <QTemporaryDir>
@@ -20,6 +20,7 @@ private slots:
 
 namespace {
 
+const QString Tool = "skylume-lang";
 const QByteArray CleanText = R"(<item name="IDS_A">one %1</item>)";
 
 QByteArray language(const QByteArray& items)
@@ -27,44 +28,27 @@ QByteArray language(const QByteArray& items)
     return "<language>\n" + items + "\n</language>\n";
 }
 
-QByteArray run(const QStringList& arguments, int exitCode)
-{
-    return runTool("skylume-lang", arguments, exitCode);
-}
-
 /// Checks a folder of these files and compares the reported faults.
-void check(const Files& files, const QByteArrayList& faults)
+void check(const Files& files, const QStringList& faults)
 {
     const QTemporaryDir folder;
     for (auto file = files.cbegin(); file != files.cend(); ++file)
         writeFile(folder.filePath(file.key()), file.value());
-    const QByteArray output = run({"check", folder.path()}, faults.isEmpty() ? 0 : 1);
-    for (const QByteArray& fault : faults)
-        QVERIFY2(output.contains(fault), fault + " is not in: " + output);
+    const QByteArray output = runTool(Tool, {"check", folder.path()}, faults.isEmpty() ? 0 : 1);
+    for (const QString& fault : faults)
+        QVERIFY2(output.contains(fault.toUtf8()), fault.toUtf8() + " is not in: " + output);
     QVERIFY2(output.count('\n') == (faults.isEmpty() ? 0 : faults.size() + 1), output);
 }
 
 } // namespace
 
-// A German file beside a sound English one.
+/// A German file beside a sound English one: "+" stands before its lines, "!" before what is said of it.
 void tst_LangTool::checkAgainstReference()
 {
-    const QByteArray inText = R"(P_de-de.lang:2: there is an element "b" within a text)";
-    const std::tuple<QByteArray, QByteArrayList> rows[] = {
-        {R"(<item name="IDS_A">%1 eins</item>)", {}},
-        {R"(<item name="IDS_B">zwei</item>)",
-         {R"(P_de-de.lang:2: "IDS_B" is unknown to the reference)", R"(P_de-de.lang:2: "IDS_A" is missing)"}},
-        {CleanText + "\n\n" + CleanText, {R"(P_de-de.lang:4: "IDS_A" is there twice)"}},
-        {CleanText + "\n<item>x</item>", {R"(P_de-de.lang:3: the text "x" has no identifier)"}},
-        {R"(<item name="IDS_A"/>)", {R"("IDS_A" has no text)", R"("IDS_A" has the placeholders none)"}},
-        {R"(<item name="IDS_A"><b><b>%1</b></b></item>)", {inText, inText}},
-        {CleanText + "\n<item name=\"IDS_B\">",
-         {"P_de-de.lang:4: broken XML in column", R"("IDS_B" is unknown)"}},
-        {R"(<item name="IDS_A">eins %2</item>)", {"has the placeholders %2, the reference has %1"}},
-        {R"(<item name="IDS_A">%1 (Strg+5)</item>)", {"has a shortcut, the reference"}},
-    };
-    for (const auto& [items, faults] : rows)
-        check({{"P_en-us.lang", language(CleanText)}, {"P_de-de.lang", language(items)}}, faults);
+    for (const Sample& sample : samplesIn(DATA "/translations.txt")) {
+        const QByteArray german = language(sample.marked("+ ").join('\n').toUtf8());
+        check({{"P_en-us.lang", language(CleanText)}, {"P_de-de.lang", german}}, sample.marked("! "));
+    }
 }
 
 void tst_LangTool::checkShortcuts()
@@ -99,22 +83,22 @@ void tst_LangTool::newLanguage()
     const QByteArray second = "  <item name=\"IDS_B\">two</item>\n  <!-- behind -->\n  <!-- last -->";
     const QByteArray first = "  <!-- one -->\n  <!-- two -->\n  " + CleanText + '\n';
     writeFile(folder.filePath("P_en-us.lang"), language(first + second));
-    QCOMPARE(run({"to-ts", translated, "--output", linguist}, 0), QByteArray());
+    QCOMPARE(runTool(Tool, {"to-ts", translated, "--output", linguist}, 0), QByteArray());
     QByteArray content = contentOf(linguist);
     QVERIFY(content.contains(R"(language="pt_BR" sourcelanguage="en_US")"));
     QVERIFY(content.contains("<message id=\"IDS_A\">") && content.count("type=\"unfinished\"") == 2);
     content.replace(content.indexOf(" type=\"unfinished\">"), 19, ">um %1").replace("\n\ntwo", "\n\n--> -");
     writeFile(linguist, content);
-    QCOMPARE(run({"from-ts", linguist, "--output", translated}, 0), QByteArray());
+    QCOMPARE(runTool(Tool, {"from-ts", linguist, "--output", translated}, 0), QByteArray());
     content = first + second.mid(second.indexOf('\n') + 1);
     content.replace("two", "- -> -").replace("one %1", "um %1");
     QVERIFY2(contentOf(translated).endsWith(language(content)), contentOf(linguist));
 
     writeFile(folder.filePath("P_en-us.lang"), language(second));
-    run({"to-ts", translated}, 0);
+    runTool(Tool, {"to-ts", translated}, 0);
     QVERIFY(contentOf(folder.filePath("P_pt-br.ts"))
                 .contains("<translation type=\"vanished\">um %1</translation>"));
-    run({"from-ts", folder.filePath("P_pt-br.ts")}, 0);
+    runTool(Tool, {"from-ts", folder.filePath("P_pt-br.ts")}, 0);
     QVERIFY(!contentOf(translated).contains("<item"));
 }
 
@@ -131,7 +115,7 @@ void tst_LangTool::refuses()
         {{"from-ts", "none.ts"}, 2, "--output is needed"},
     };
     for (const auto& [arguments, exitCode, message] : rows) {
-        const QByteArray output = run(arguments, exitCode);
+        const QByteArray output = runTool(Tool, arguments, exitCode);
         QVERIFY2(output.contains(message), output);
     }
     check({{"P.lang", language(CleanText)}},

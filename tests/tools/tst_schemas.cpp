@@ -101,14 +101,14 @@ int readSplash()
 {
     struct Splash : Startup
     {
-        static bool isWantedBy(const QString& operatorName)
-        {
-            ScriptedDeviceService::instance().setSetting("customize", "operator", operatorName);
-            return haveSplashScreen();
-        }
+        using Startup::haveSplashScreen;
     };
-    const bool everyone = Splash::isWantedBy("nobody");
-    return (everyone ? 0 : 1) + (Splash::isWantedBy("a") != everyone) + (Splash::isWantedBy("b") != everyone);
+    const auto isWantedBy = [](const QString& operatorName) {
+        ScriptedDeviceService::instance().setSetting("customize", "operator", operatorName);
+        return Splash::haveSplashScreen();
+    };
+    const bool everyone = isWantedBy("nobody");
+    return (everyone ? 0 : 1) + (isWantedBy("a") != everyone) + (isWantedBy("b") != everyone);
 }
 
 /// The languages A and B, for this computer's language.

@@ -7,7 +7,6 @@
 
 #include <QDesktopServices>
 #include <QElapsedTimer>
-#include <QSemaphore>
 #include <QThread>
 #include <QWidget>
 
@@ -55,28 +54,19 @@ const QString NoCall = "Null pointer returning from : {time}: {file}: MakeCall {
 class StubbornThread : public QThread
 {
 public:
-    StubbornThread()
-    {
-        start();
-        m_isRunning.acquire();
-    }
-
-    std::atomic<bool> m_mayEnd{false};
-    std::atomic<bool> m_hasEnded{false};
+    std::atomic<bool> m_isRunning{false}, m_mayEnd{false}, m_hasEnded{false};
 
 private:
     void run() override
     {
         setTerminationEnabled(false);
-        m_isRunning.release();
+        m_isRunning = true;
         for (; !m_mayEnd; setTerminationEnabled(false)) {
             msleep(10);
             setTerminationEnabled(true);
         }
         m_hasEnded = true;
     }
-
-    QSemaphore m_isRunning;
 };
 
 } // namespace
@@ -223,6 +213,8 @@ void TestCommonUtils::waitForThread()
     QVERIFY(withLoop.isFinished());
     for (const int seconds : {0, 1, 30}) {
         StubbornThread thread;
+        thread.start();
+        QTRY_VERIFY(thread.m_isRunning);
         const bool endsInTime = seconds == 30;
         std::thread other([&] { thread.m_mayEnd = endsInTime && log().waitFor(enter + "30"); });
         QElapsedTimer timer;

@@ -6,7 +6,6 @@
 #include "CoreTest.h"
 #include "Samples.h"
 
-#include <QDir>
 #include <QXmlStreamReader>
 
 class TestOperatorData : public CoreTest
@@ -28,14 +27,8 @@ private slots:
     void standardConfigSteps();
 
 private:
-    static QString folder()
-    {
-        return QCoreApplication::applicationDirPath() + "/plugins/StatusBarMgrPlugin/";
-    }
-    static void writeList(const char* name, const QByteArray& content)
-    {
-        writeFile(folder() + name, content);
-    }
+    static QString folder() { return installed("plugins/StatusBarMgrPlugin/"); }
+    static void writeList(const char* name, const QByteArray& text) { writeFile(folder() + name, text); }
     static StatusBarOpListParse& lists() { return *StatusBarOpListParse::GetInstance(); }
 
     /// Short and full name, region and language string of a network.
@@ -46,33 +39,18 @@ private:
     }
 };
 
+/// The samples are a list, then networks: their codes and names.
 void TestOperatorData::networks()
 {
     writeList("StatusBarMgrPlugin_en-us.lang",
               "<l><item name='one'>First</item><item name='kb'>kB</item></l>");
-    writeList("OperatorList.xml",
-              "<?xml version='1.0' encoding='UTF-8'?>\r\n<OperatorList><Item mcc='208' shortdescr='X'/>"
-              "<MccMnc><Item mcc='001' mnc='01' shortdescr='Test &amp; &lt;&quot;' langid='none'/>"
-              "<Region descr='Asia'/><Item mcc='460' mnc='00' shortdescr='One' fulldescr='One Ltd'/>"
-              "<Item mcc='460' mnc='01' shortdescr='Old' fulldescr='Old Ltd' langid='old'/><item/>"
-              "<Region descr='America'><Item mcc='460' mnc='01' shortdescr='New'/></Region>"
-              "<Item mcc='310' mnc='260' shortdescr='Six' langid='one'/></MccMnc><unknown>text</unknown>"
-              "<MccOnly><Region descr='Europe'/><Item mcc='460' shortdescr='CN' fulldescr='China'/>"
-              "<Item mcc='461' shortdescr='c' langid='one'/></MccOnly>"
-              "<MccMnc><Item mcc='460' mnc='77' shortdescr='Late'/></MccMnc></OperatorList>");
-    const std::tuple<const char*, const char*, QString> cases[] = {
-        {"460", "00", "One|One Ltd|Asia|"},
-        {"46", "000", "One|One Ltd|Asia|"},   // the codes are joined
-        {"001", "01", "Test & <\"|||none"},   // before the first region, without a translation
-        {"310", "260", "First||America|one"}, // after an item inside the region
-        {"460", "01", "New||America|"},       // the later entry applies
-        {"460", "000", "CN000|CN||"},         // a known country
-        {"461", "7", "First|c||one"},
-        {"460", "77", "CN77|CN||"}, // after the last section
-        {"208", "99", "|||"},       // outside the sections
-        {"x\u0416", "1234567890", "|||"}};
-    for (const auto& [mcc, mnc, expected] : cases)
-        QCOMPARE(names(mcc, mnc), expected);
+    const QVector<Sample> samples = samplesIn(SAMPLES "/operatorlist.txt");
+    writeList("OperatorList.xml", QByteArray(samples.first().text).replace("\n", "\r\n"));
+    for (const Sample& sample : samples.mid(1)) {
+        const QString codes = QString::fromUtf8(sample.firstLine());
+        const QString found = names(codes.section(' ', 0, 0), codes.section(' ', 1));
+        QVERIFY2(found == QString::fromUtf8(sample.body()), sample.name + ": " + found.toUtf8());
+    }
     QVERIFY(log().contains("{file}: LoadCPLMNOpListFile: File {*}CPLMNOpList.xml does not exist"));
     const QVector<TagUnits> units = {{"KB", 1, 0, "kb"}, {"MB", 1000, 1000, "none"}};
     QCOMPARE(CommonUtils::SpeedUnitToString(units, "StatusBarMgrPlugin"), QString("kB"));
@@ -142,10 +120,9 @@ void TestOperatorData::brokenLists()
 /// The lists of the installation agree with each other.
 void TestOperatorData::shippedLists()
 {
-    const QString shipped = QCoreApplication::applicationDirPath() + "/../../app/plugins/StatusBarMgrPlugin/";
     QVERIFY(QDir().mkpath(folder()));
-    for (const char* name : {"OperatorList.xml", "CPLMNOpList.xml", "CMCCMNCOpList.xml"})
-        QVERIFY(QFile::copy(shipped + name, folder() + name));
+    for (const QString name : {"OperatorList.xml", "CPLMNOpList.xml", "CMCCMNCOpList.xml"})
+        QVERIFY(QFile::copy(installed("../../app/plugins/StatusBarMgrPlugin/" + name), folder() + name));
     for (const char* code : {"26201", "310260", "46000", "50501"}) {
         const _ST_MCCMNC_ITEM item = lists().GetOperatorData(code, {});
         QVERIFY(!item.shortdescr.isEmpty() && !item.fulldescr.isEmpty() && !item.descr.isEmpty());
@@ -159,7 +136,7 @@ void TestOperatorData::shippedLists()
 /// number of errors that are logged.
 void TestOperatorData::standardConfig()
 {
-    const QVector<Sample> samples = samplesIn(STANDARD_CONFIGURATIONS);
+    const QVector<Sample> samples = samplesIn(SAMPLES "/standardconfig.txt");
     for (const Sample& sample : samples) {
         writeList("standard.xml", sample.body());
         log().clear();

@@ -23,119 +23,81 @@ using R = ConnectionReport;
 using Look::Sign;
 using Values = QVector<std::pair<QString R::*, const char*>>;
 
-/// A modem that could connect, with some values replaced.
-R reportWith(const Values& values, int failure, bool isHomeOnly)
-{
-    R report{{}, {}, "available", {}, "ready", "home", "disconnected", failure, isHomeOnly};
-    for (const auto& [key, value] : values)
-        report.*key = value;
-    return report;
-}
-
 /// "LOCKED PIN_HINT", with the button's action if it is on.
 QString said(const Meaning& meaning)
 {
-    const QMap<Action, QString> actions = {{Action::Connect, "connect"},
-                                           {Action::Cancel, "cancel"},
-                                           {Action::Disconnect, "disconnect"},
-                                           {Action::EnterPin, "pin"},
-                                           {Action::EnterPuk, "puk"}};
+    const char* const actions[] = {"connect", "cancel", "disconnect", "pin", "puk"}; // as in Action
     QStringList words;
     for (const char* id : {meaning.title, meaning.sentence})
         words << (id ? QString(id).remove("IDS_CONN_") : QString::number(meaning.failure));
-    return words.join(' ') + ": " + (meaning.isPossible ? actions[meaning.action] : "-");
+    return words.join(' ') + ": " + (meaning.isPossible ? actions[int(meaning.action)] : "-");
 }
 
 } // namespace
 
 void TestMeaning::states()
 {
-    const int none = QRVL_OK;
-    const int refused = QRVL_ERROR_REFUSED;
-    const std::tuple<Values, int, bool, Sign, const char*> rows[] = {
-        {{}, none, false, Sign::Disconnected, "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{}, none, true, Sign::Disconnected, "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{}, refused, false, Sign::Failed, "12 12: connect"},
-        {{{&R::registration, "idle"}},
-         none,
-         false,
-         Sign::Disconnected,
-         "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{{&R::registration, "roaming"}},
-         none,
-         false,
-         Sign::Disconnected,
-         "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{{&R::registration, "roaming"}}, refused, true, Sign::Disconnected, "DISCONNECTED ROAMING_HINT: -"},
-        {{{&R::registration, "searching"}}, refused, false, Sign::Searching, "SEARCHING SEARCHING_HINT: -"},
-        {{{&R::registration, "denied"}}, none, false, Sign::Refused, "DENIED DENIED_HINT: -"},
-        {{{&R::connectionProblem, "no-networkmanager"}},
-         none,
-         false,
-         Sign::Failed,
-         "DISCONNECTED NO_NETWORKMANAGER_HINT: -"},
-        {{{&R::connectionProblem, "no-bus"}}, none, false, Sign::Failed, "DISCONNECTED NO_BUS_HINT: -"},
-        {{{&R::connection, "connecting"}, {&R::registration, "searching"}},
-         none,
-         false,
-         Sign::Connecting,
-         "CONNECTING CONNECTING_HINT: cancel"},
-        {{{&R::connection, "connected"}, {&R::registration, "roaming"}},
-         none,
-         true,
-         Sign::Connected,
-         "CONNECTED CONNECTED_HINT: disconnect"},
-        {{{&R::connection, "connected"}}, refused, false, Sign::Connected, "CONNECTED 12: disconnect"},
-        {{{&R::connection, "disconnecting"}},
-         none,
-         false,
-         Sign::Connecting,
-         "DISCONNECTING DISCONNECTING_HINT: -"},
-        {{{&R::sim, "absent"}, {&R::connection, ""}}, none, false, Sign::NoSim, "NO_SIM NO_SIM_HINT: -"},
-        {{{&R::sim, "pin"}, {&R::registration, "searching"}},
-         refused,
-         false,
-         Sign::Locked,
-         "LOCKED PIN_HINT: pin"},
-        {{{&R::sim, "puk"}}, none, false, Sign::Locked, "LOCKED PUK_HINT: puk"},
-        {{{&R::sim, "locked"}}, none, false, Sign::Locked, "LOCKED OTHER_LOCK_HINT: -"},
-        {{{&R::sim, "blocked"}}, none, false, Sign::Refused, "BLOCKED BLOCKED_HINT: -"},
-        {{{&R::sim, "error"}}, none, false, Sign::NoSim, "SIM_ERROR SIM_ERROR_HINT: -"},
-        {{{&R::sim, ""}}, none, false, Sign::Disconnected, "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{{&R::state, ""}}, none, false, Sign::NoModem, "NO_MODEM NO_MODEM_HINT: -"},
-        {{{&R::state, "rejected"}}, none, false, Sign::Refused, "REJECTED REJECTED_HINT: -"},
-        {{{&R::state, "failed"}}, none, false, Sign::Failed, "FAILED FAILED_HINT: -"},
-        {{{&R::state, "failed"}, {&R::stateReason, "unknown"}},
-         none,
-         false,
-         Sign::Failed,
-         "FAILED FAILED_HINT: -"},
-        {{{&R::state, "failed"}, {&R::stateReason, "sim-error"}},
-         none,
-         false,
-         Sign::Failed,
-         "FAILED SIM_ERROR_HINT: -"},
-        {{{&R::state, "failed"}, {&R::stateReason, "no-profile"}},
-         none,
-         false,
-         Sign::NoSim,
-         "FAILED NO_PROFILE_HINT: -"},
-        {{{&R::state, "failed"}, {&R::stateReason, "capabilities"}},
-         none,
-         false,
-         Sign::Failed,
-         "FAILED CAPABILITIES_HINT: -"},
-        {{{&R::state, ""}, {&R::problem, "no-bus"}}, none, false, Sign::Failed, "NO_SEARCH NO_BUS_HINT: -"},
-        {{{&R::state, ""}, {&R::problem, "no-modemmanager"}},
-         none,
-         false,
-         Sign::Failed,
-         "NO_SEARCH NO_MODEMMANAGER_HINT: -"},
+    constexpr int refused = QRVL_ERROR_REFUSED;
+    const QString ready = "DISCONNECTED DISCONNECTED_HINT: connect";
+    struct Row
+    {
+        Sign sign;
+        QString said;
+        Values values = {};
+        int failure = QRVL_OK;
+        bool isHomeOnly = false;
     };
-    for (const auto& [values, failure, isHomeOnly, sign, expected] : rows) {
-        const Meaning meaning = meaningOf(reportWith(values, failure, isHomeOnly));
-        QCOMPARE(said(meaning), QString(expected));
-        QVERIFY2(meaning.sign == sign, expected);
+    const Row rows[] = {
+        {Sign::Disconnected, ready},
+        {Sign::Disconnected, ready, {}, QRVL_OK, true},
+        {Sign::Failed, "12 12: connect", {}, refused},
+        {Sign::Disconnected, ready, {{&R::registration, "idle"}}},
+        {Sign::Disconnected, ready, {{&R::registration, "roaming"}}},
+        {Sign::Disconnected, "DISCONNECTED ROAMING_HINT: -", {{&R::registration, "roaming"}}, refused, true},
+        {Sign::Searching, "SEARCHING SEARCHING_HINT: -", {{&R::registration, "searching"}}, refused},
+        {Sign::Refused, "DENIED DENIED_HINT: -", {{&R::registration, "denied"}}},
+        {Sign::Failed,
+         "DISCONNECTED NO_NETWORKMANAGER_HINT: -",
+         {{&R::connectionProblem, "no-networkmanager"}}},
+        {Sign::Failed, "DISCONNECTED NO_BUS_HINT: -", {{&R::connectionProblem, "no-bus"}}},
+        {Sign::Connecting,
+         "CONNECTING CONNECTING_HINT: cancel",
+         {{&R::connection, "connecting"}, {&R::registration, "searching"}}},
+        {Sign::Connected,
+         "CONNECTED CONNECTED_HINT: disconnect",
+         {{&R::connection, "connected"}, {&R::registration, "roaming"}},
+         QRVL_OK,
+         true},
+        {Sign::Connected, "CONNECTED 12: disconnect", {{&R::connection, "connected"}}, refused},
+        {Sign::Connecting, "DISCONNECTING DISCONNECTING_HINT: -", {{&R::connection, "disconnecting"}}},
+        {Sign::NoSim, "NO_SIM NO_SIM_HINT: -", {{&R::sim, "absent"}, {&R::connection, ""}}},
+        {Sign::Locked, "LOCKED PIN_HINT: pin", {{&R::sim, "pin"}, {&R::registration, "searching"}}, refused},
+        {Sign::Locked, "LOCKED PUK_HINT: puk", {{&R::sim, "puk"}}},
+        {Sign::Locked, "LOCKED OTHER_LOCK_HINT: -", {{&R::sim, "locked"}}},
+        {Sign::Refused, "BLOCKED BLOCKED_HINT: -", {{&R::sim, "blocked"}}},
+        {Sign::NoSim, "SIM_ERROR SIM_ERROR_HINT: -", {{&R::sim, "error"}}},
+        {Sign::Disconnected, ready, {{&R::sim, ""}}},
+        {Sign::NoModem, "NO_MODEM NO_MODEM_HINT: -", {{&R::state, ""}}},
+        {Sign::Refused, "REJECTED REJECTED_HINT: -", {{&R::state, "rejected"}}},
+        {Sign::Failed, "FAILED FAILED_HINT: -", {{&R::state, "failed"}}},
+        {Sign::Failed, "FAILED SIM_ERROR_HINT: -", {{&R::state, "failed"}, {&R::stateReason, "sim-error"}}},
+        {Sign::NoSim, "FAILED NO_PROFILE_HINT: -", {{&R::state, "failed"}, {&R::stateReason, "no-profile"}}},
+        {Sign::Failed,
+         "FAILED CAPABILITIES_HINT: -",
+         {{&R::state, "failed"}, {&R::stateReason, "capabilities"}}},
+        {Sign::Failed, "NO_SEARCH NO_BUS_HINT: -", {{&R::state, ""}, {&R::problem, "no-bus"}}},
+        {Sign::Failed,
+         "NO_SEARCH NO_MODEMMANAGER_HINT: -",
+         {{&R::state, ""}, {&R::problem, "no-modemmanager"}}},
+    };
+    for (const Row& row : rows) {
+        // A modem that could connect, with some values replaced.
+        R report{{}, {}, "available", {}, "ready", "home", "disconnected", row.failure, row.isHomeOnly};
+        for (const auto& [key, value] : row.values)
+            report.*key = value;
+        const Meaning meaning = meaningOf(report);
+        QCOMPARE(said(meaning), row.said);
+        QVERIFY2(meaning.sign == row.sign, qPrintable(row.said));
     }
 }
 

@@ -1,29 +1,25 @@
 // What the user hears and sees on the desktop when something happens, in the whole application: its modems are
 // simulated, its sounds go to a real sound server, its notifications to a stand-in for the desktop.
-#include "DataTable.h"
 #include "NotificationDaemon.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 #include "ProcessInfo.h"
+#include "RunningApplication.h"
 #include "SoundServer.h"
 #include "Startup/Startup.h"
 #include "TestFiles.h"
 #include "common/CommonUtils.h"
 #include "support/Modems.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDBusArgument>
 #include <QPushButton>
-#include <QRect>
-#include <QtTest>
 
-#include <memory>
+#include <tuple>
 
-class TestNotifications : public QObject
+class TestNotifications : public RunningApplication
 {
     Q_OBJECT
 
@@ -33,32 +29,24 @@ private slots:
     void messages();
     void click();
     void dataLimit();
-    void lostConnections_data();
     void lostConnections();
     void call();
     void unloading();
 
 private:
-    std::unique_ptr<SoundServer> m_sounds;
-    std::unique_ptr<NotificationDaemon> m_desktop;
-    std::unique_ptr<Startup> m_startup;
-    QWidget* m_window = nullptr;
+    SoundServer m_sounds;
+    NotificationDaemon m_desktop;
 };
 
 namespace {
 
-constexpr int LongestWait = 30000; // milliseconds
-constexpr double Audible = 0.1;    // seconds of a tone
+const TestHome Home("[data]\nlimit=true\namount=1\nunit=MB\n");
+
+constexpr double Audible = 0.1; // seconds of a tone
 
 const QString Connection = "227AB861-6F54-4094-857F-40B0663C5817";
 const QString DataUse = "C43A8D5E-07B1-4F92-86DA-3E51F9B27A60";
 const QByteArray Simulated = "[modem M]\nmodel=M\nstate=attached\nnetwork=26201\n";
-
-/// The modems from now on.
-void simulate(const QByteArray& modems)
-{
-    writeFile(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini", modems);
-}
 
 QByteArray message(const QByteArray& modem, int identifier, const QByteArray& sender, const QByteArray& text)
 {
@@ -76,7 +64,7 @@ QStringList shownTexts()
 }
 
 /// Makes a tone the sound of an event.
-void choose(const QString& event, int frequency)
+void chooseSound(const QString& event, int frequency)
 {
     CommonUtils::SetSettings("notifications", event, QString("%1 Hz.wav").arg(frequency));
 }
@@ -85,20 +73,14 @@ void choose(const QString& event, int frequency)
 
 void TestNotifications::initTestCase()
 {
-    m_desktop = std::make_unique<NotificationDaemon>();
-    m_sounds = std::make_unique<SoundServer>();
-    QVERIFY(m_desktop->start() && m_sounds->start());
+    QVERIFY(m_desktop.start() && m_sounds.start());
     const QString sounds = QCoreApplication::applicationDirPath() + "/sounds";
     for (int frequency = 400; frequency <= 2000; frequency += 100)
         writeFile(sounds + QString("/%1 Hz.wav").arg(frequency), waveFile(frequency, 200));
     simulate(Simulated);
-    CommonUtils::SetSettings("data", "limit", "true");
-    CommonUtils::SetSettings("data", "amount", "1");
-    CommonUtils::SetSettings("data", "unit", "MB");
-    m_startup = std::make_unique<Startup>(true);
-    QVERIFY(Startup::GetMainFrameService());
-    m_window = Startup::GetMainFrameService()->GetMainWindow();
-    QTRY_VERIFY(m_startup->GetPluginContainer()->IsPluginsConfigInitialized());
+    start();
+    QVERIFY(window());
+    QTRY_VERIFY(Startup::GetPluginContainer()->IsPluginsConfigInitialized());
 }
 
 // Choices are stored at once, and can be heard.
@@ -106,10 +88,10 @@ void TestNotifications::settingsPage()
 {
     IPluginContainer* const container = Startup::GetPluginContainer();
     QVERIFY(container->GetSettingsPlugins().contains(PluginIds::NotifyService));
-    auto* const builder =
-        qobject_cast<IUIPlugin*>(container->GetPlugin(PluginIds::NotifyService, PluginIds::SettingsPage));
+    QObject* const plugin = container->GetPlugin(PluginIds::NotifyService, PluginIds::SettingsPage);
+    auto* const builder = qobject_cast<IUIPlugin*>(plugin);
     QVERIFY(builder);
-    QWidget* page = builder->BuildFrame(nullptr, QRect());
+    QWidget* page = builder->BuildFrame(nullptr, {});
     QCOMPARE(page->windowTitle(), QString("Sounds"));
     const auto lists = page->findChildren<QComboBox*>();
     const auto buttons = page->findChildren<QPushButton*>();
@@ -130,7 +112,7 @@ void TestNotifications::settingsPage()
     mute->click();
     QCOMPARE(CommonUtils::GetUserSettings("notifications", "mute"), QString("true"));
     buttons.first()->click(); // is heard nevertheless
-    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(400) > Audible, LongestWait);
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(400) > Audible, LongestWait);
     list->setCurrentIndex(0);
     QVERIFY(!buttons.first()->isEnabled());
     QCOMPARE(CommonUtils::GetUserSettings("notifications", "message"), QString("none"));
@@ -148,46 +130,30 @@ void TestNotifications::messages()
     const QByteArray old = message("M", 1, "A", "<b>1 & 2</b>\\nwww.example.org"),
                      second = message("M", 2, "B", "b");
     const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nnetwork=26201\n";
-    struct Step
-    {
-        QByteArray modems;
-        bool isMuted;
-        int tone;
-        QStringList shown;
-    };
-    const Step steps[] = {
-        {Simulated + old,
-         false,
-         500,
-         {"New message from A", "&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"}},
-        {Simulated + old + second, true, 600, {"New message from B", "b"}},
+    const std::tuple<QByteArray, bool, int, QString> steps[] = {
+        {Simulated + old, false, 500, "New message from A|&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"},
+        {Simulated + old + second, true, 600, "New message from B|b"},
         // One is deleted, one is changed, one modem is attached with a message; only the last one is new.
         {Simulated + other + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
              message("M", 4, "D", "d"),
-         false,
-         700,
-         {"New message from D", "d"}},
-        {Simulated + other + message("N", 3, "C", "c") + message("N", 5, "E", "e"),
-         false,
-         800,
-         {"New message from E", "e"}},
-        {Simulated + message("M", 6, "F", "f") + message("M", 7, "G", "g") + message("M", 8, "F", "h"),
-         false,
-         900,
-         {"New messages: 3", "F\nG"}},
+         false, 700, "New message from D|d"},
+        {Simulated + other + message("N", 3, "C", "c") + message("N", 5, "E", "e"), false, 800,
+         "New message from E|e"},
+        {Simulated + message("M", 6, "F", "f") + message("M", 7, "G", "g") + message("M", 8, "F", "h"), false,
+         900, "New messages: 3|F\nG"},
     };
-    m_window->hide();
+    window()->hide();
     QStringList expected;
-    for (const Step& step : steps) {
-        CommonUtils::SetSettings("notifications", "mute", step.isMuted ? "true" : "false");
-        choose("message", step.tone);
-        expected += step.shown.join('|');
-        simulate(step.modems);
+    for (const auto& [modems, isMuted, tone, shown] : steps) {
+        CommonUtils::SetSettings("notifications", "mute", isMuted ? "true" : "false");
+        chooseSound("message", tone);
+        expected += shown;
+        simulate(modems);
         QTRY_COMPARE_WITH_TIMEOUT(shownTexts().join("; "), expected.join("; "), LongestWait);
-        if (!step.isMuted)
-            QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(step.tone) > Audible, LongestWait);
+        if (!isMuted)
+            QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(tone) > Audible, LongestWait);
     }
-    QCOMPARE(m_sounds->heard(600), 0.0);
+    QCOMPARE(m_sounds.heard(600), 0.0);
 }
 
 // A click shows the window and withdraws the notification. While the window is visible there is none.
@@ -199,20 +165,20 @@ void TestNotifications::click()
     NotificationDaemon::click(1, "another");
     NotificationDaemon::click(77);
     QCoreApplication::processEvents();
-    QVERIFY(!m_window->isVisible());
+    QVERIFY(!window()->isVisible());
     NotificationDaemon::click(1);
-    QTRY_VERIFY(m_window->isVisible());
+    QTRY_VERIFY(window()->isVisible());
     QTRY_COMPARE(NotificationDaemon::calls("CloseNotification"), QVector<QVariantList>({{1u}}));
     const int before = shownTexts().size();
-    choose("message", 1000);
+    chooseSound("message", 1000);
     simulate(Simulated + message("M", 9, "H", "h"));
-    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1000) > Audible, LongestWait);
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(1000) > Audible, LongestWait);
     QCOMPARE(shownTexts().size(), before);
-    m_window->showMinimized();
+    window()->showMinimized();
     simulate(Simulated + message("M", 10, "I", "i"));
     QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait);
     NotificationDaemon::click(2);
-    QTRY_VERIFY(!m_window->isMinimized());
+    QTRY_VERIFY(!window()->isMinimized());
 }
 
 // A notice of another plugin; a click shows that plugin's page.
@@ -225,71 +191,54 @@ void TestNotifications::dataLimit()
     QTRY_VERIFY_WITH_TIMEOUT(shownTexts().last().startsWith(limit), LongestWait);
     QVERIFY2(shownTexts().last().contains(" MB of 1 MB ("), qUtf8Printable(shownTexts().last()));
     QVERIFY(mainFrame->ShowPage(Connection));
-    m_window->hide();
+    window()->hide();
     NotificationDaemon::click(3);
-    const auto isShown = [](const QWidget* widget) {
-        return widget->inherits("DataPage") && widget->isVisible();
-    };
-    const auto pages = m_window->findChildren<QWidget*>();
-    QTRY_VERIFY(std::any_of(pages.begin(), pages.end(), isShown));
+    QTRY_VERIFY(Part{"DataPage"}.widget());
     QVERIFY(mainFrame->ShowPage(Connection));
     QCOMPARE(shownTexts().filter(limit).size(), 1);
-}
-
-void TestNotifications::lostConnections_data()
-{
-    const auto row = dataTable<int, QByteArray>("tone", "modems");
-    row("removed", 1100, "");
-    row("detached", 1200, "[modem M]\nmodel=M\nstate=detached\n");
-    row("rejected", 1300, "[modem M]\nmodel=M\nstate=rejected\n");
-    row("no network", 1400, "[modem M]\nmodel=M\nstate=attached\n");
 }
 
 // Once for each loss. Other changes of a modem, and modems that come, are not heard.
 void TestNotifications::lostConnections()
 {
-    QFETCH(const int, tone);
-    QFETCH(const QByteArray, modems);
-    choose("message", 1500);
-    choose("connection-lost", tone);
-    m_window->hide();
-    const int before = shownTexts().size();
-    simulate(Simulated + "signal=10\n");
-    QTRY_COMPARE_WITH_TIMEOUT(attachedModems().size(), 1, LongestWait);
-    QCoreApplication::processEvents();
-    simulate(Simulated + "signal=90\n" + message("M", tone, "A", "a"));
-    QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait); // all of that has been seen
-    QCOMPARE(m_sounds->heard(tone), 0.0);
-    simulate(modems);
-    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(tone) > Audible, LongestWait);
+    chooseSound("message", 1500);
+    window()->hide();
+    const std::pair<int, QByteArray> rows[] = {{1100, ""},
+                                               {1200, "[modem M]\nmodel=M\nstate=detached\n"},
+                                               {1300, "[modem M]\nmodel=M\nstate=rejected\n"},
+                                               {1400, "[modem M]\nmodel=M\nstate=attached\n"}}; // no network
+    for (const auto& [tone, modems] : rows) {
+        chooseSound("connection-lost", tone);
+        const int before = shownTexts().size();
+        simulate(Simulated + "signal=10\n");
+        QTRY_COMPARE_WITH_TIMEOUT(attachedModems().size(), 1, LongestWait);
+        QCoreApplication::processEvents();
+        simulate(Simulated + "signal=90\n" + message("M", tone, "A", "a"));
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait); // all of that has been seen
+        QCOMPARE(m_sounds.heard(tone), 0.0);
+        simulate(modems);
+        QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(tone) > Audible, LongestWait);
+    }
 }
 
 void TestNotifications::call()
 {
-    choose("call", 1800);
+    chooseSound("call", 1800);
     simulate(Simulated);
     QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("123", UI_CALL_VOICE); }, LongestWait));
-    QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1800) > Audible, LongestWait);
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(1800) > Audible, LongestWait);
 }
 
 // What the desktop reports after that meets nobody.
 void TestNotifications::unloading()
 {
     QVERIFY(isLibraryInMemory("NotifyServicePlugin.so"));
-    m_startup.reset();
+    end();
     QVERIFY(!isLibraryInMemory("NotifyServicePlugin.so"));
     NotificationDaemon::click(1);
     NotificationDaemon::click(2);
     QCoreApplication::processEvents();
 }
 
-int main(int argc, char** argv)
-{
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QApplication application(argc, argv);
-    TestNotifications test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestNotifications)
 #include "tst_notifications_unix.moc"

@@ -18,78 +18,61 @@ class TestPluginSupport : public QObject
 
 private slots:
     void requestEnds();
-    void refusedRequest();
     void requestWithoutReceiver();
     void modemsInUse();
     void secrets();
+
+private:
+    /// Starts a request that ends before its operation returns, as can happen with another thread.
+    Requests::Start endingAtOnce(quint32 number)
+    {
+        return [this, number](quint32* request) {
+            *request = number;
+            const auto end = [this, number] {
+                emit m_events.requestEnded(number, int(number), "text");
+            };
+            QMetaObject::invokeMethod(&m_events, end, Qt::QueuedConnection);
+            return long(QRVL_OK);
+        };
+    }
+
+    static long refuse(quint32*) { return QRVL_ERROR_BUSY; }
+
+    DeviceEvents m_events;
+    Requests m_requests{&m_events};
 };
-
-namespace {
-
-/// Starts a request that ends before its operation returns, as can happen with another thread.
-Requests::Start endingAtOnce(DeviceEvents& events, quint32 number, int result)
-{
-    return [&events, number, result](quint32* request) {
-        *request = number;
-        QMetaObject::invokeMethod(
-            &events, [&events, number, result] { emit events.requestEnded(number, result, "text"); },
-            Qt::QueuedConnection);
-        return long(QRVL_OK);
-    };
-}
-
-} // namespace
 
 void TestPluginSupport::requestEnds()
 {
-    DeviceEvents events;
-    Requests requests(&events);
     QStringList ends;
-    for (const quint32 number : {7U, 8U}) {
-        requests.start(endingAtOnce(events, number, int(number)), this,
-                       [&ends](const RequestEnd& end) { ends << QString::number(end.result) + end.text; });
+    for (const Requests::Start& start : {endingAtOnce(7), endingAtOnce(8), Requests::Start(&refuse)}) {
+        m_requests.start(start, this,
+                         [&ends](const RequestEnd& end) { ends << QString::number(end.result) + end.text; });
     }
-    QVERIFY(ends.isEmpty());
-    QTRY_COMPARE(ends, QStringList({"7text", "8text"}));
-    emit events.requestEnded(7, 0, {}); // of somebody else
-    QCOMPARE(ends.size(), 2);
-}
-
-void TestPluginSupport::refusedRequest()
-{
-    DeviceEvents events;
-    Requests requests(&events);
-    int result = -1;
-    requests.start([](quint32*) { return long(QRVL_ERROR_BUSY); }, this,
-                   [&result](const RequestEnd& end) { result = end.result; });
-    QCOMPARE(result, -1); // the caller is not called while it is still asking
-    QTRY_COMPARE(result, int(QRVL_ERROR_BUSY));
+    QVERIFY(ends.isEmpty()); // the caller is not called while it is still asking
+    QTRY_COMPARE(ends, QStringList({"7text", "8text", QString::number(QRVL_ERROR_BUSY)}));
+    emit m_events.requestEnded(7, 0, {}); // of somebody else
+    QCOMPARE(ends.size(), 3);
 }
 
 void TestPluginSupport::requestWithoutReceiver()
 {
-    DeviceEvents events;
-    Requests requests(&events);
     int calls = 0;
     const auto count = [&calls](const RequestEnd&) {
         ++calls;
     };
     auto receiver = std::make_unique<QObject>();
-    requests.start(endingAtOnce(events, 1, QRVL_OK), receiver.get(), count);
-    requests.start([](quint32*) { return long(QRVL_ERROR_BUSY); }, receiver.get(), count);
+    m_requests.start(endingAtOnce(1), receiver.get(), count);
+    m_requests.start(&refuse, receiver.get(), count);
     receiver.reset();
-    requests.start(endingAtOnce(events, 2, QRVL_OK), this, count);
+    m_requests.start(endingAtOnce(2), this, count);
     QTRY_COMPARE(calls, 1);
 }
 
 void TestPluginSupport::modemsInUse()
 {
     const auto modem = [](quint32 id, const char* name, const char* port) {
-        Modem made;
-        made.id = id;
-        made.name = name;
-        made.port = port;
-        return made;
+        return Modem{id, name, {}, {}, {}, port};
     };
     const Modems modems = {modem(1, "A", "p1"), modem(2, "B", "p2"), modem(3, "B", "p3"), modem(4, "C", "")};
     QCOMPARE(modemInUse(modems).id, 1U);
