@@ -282,6 +282,9 @@ void TestCiphers::invalidArguments()
     for (const auto process : {des3_encrypt, des3_decrypt})
         process(in, nullptr, bytesOf(out));
     QVERIFY(sha256(nullptr, 3, bytesOf(out)) == -1 && sha256(in, 3, nullptr) == -1);
+    Sha256Context context256{};
+    Sha256_Final(&context256, nullptr);
+    Sha256_Final(nullptr, bytesOf(out));
     const auto checkBase64 = [&](auto code) {
         unsigned sizes[] = {8, 8, 8, 0};
         QVERIFY(code(nullptr, 4, bytesOf(out), &sizes[0]) == 1 && sizes[0] == 0);
