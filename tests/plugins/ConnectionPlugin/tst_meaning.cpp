@@ -35,15 +35,14 @@ R reportWith(const Values& values, int failure, bool isHomeOnly)
 /// "LOCKED PIN_HINT", with the button's action if it is on.
 QString said(const Meaning& meaning)
 {
-    const QMap<Action, QString> actions = {{Action::Connect, "connect"},
-                                           {Action::Cancel, "cancel"},
-                                           {Action::Disconnect, "disconnect"},
-                                           {Action::EnterPin, "pin"},
-                                           {Action::EnterPuk, "puk"}};
+    const QMap<Action, QString> actions = {
+        {Action::Connect, "connect"},      {Action::Cancel, "cancel"}, {Action::Disconnect, "disconnect"},
+        {Action::EnterPin, "pin"},         {Action::EnterPuk, "puk"},  {Action::ChooseNetwork, "network"},
+        {Action::AllowRoaming, "roaming"}, {Action::Help, "help"}};
     QStringList words;
     for (const char* id : {meaning.title, meaning.sentence})
         words << (id ? QString(id).remove("IDS_CONN_") : QString::number(meaning.failure));
-    return words.join(' ') + ": " + (meaning.isPossible ? actions[meaning.action] : "-");
+    return words.join(' ') + ": " + (meaning.isPossible ? actions.value(meaning.action, "-") : "off");
 }
 
 } // namespace
@@ -66,9 +65,17 @@ void TestMeaning::states()
          false,
          Sign::Disconnected,
          "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{{&R::registration, "roaming"}}, refused, true, Sign::Disconnected, "DISCONNECTED ROAMING_HINT: -"},
-        {{{&R::registration, "searching"}}, refused, false, Sign::Searching, "SEARCHING SEARCHING_HINT: -"},
-        {{{&R::registration, "denied"}}, none, false, Sign::Refused, "DENIED DENIED_HINT: -"},
+        {{{&R::registration, "roaming"}},
+         refused,
+         true,
+         Sign::Disconnected,
+         "DISCONNECTED ROAMING_HINT: roaming"},
+        {{{&R::registration, "searching"}},
+         refused,
+         false,
+         Sign::Searching,
+         "SEARCHING SEARCHING_HINT: network"},
+        {{{&R::registration, "denied"}}, none, false, Sign::Refused, "DENIED DENIED_HINT: network"},
         {{{&R::connectionProblem, "no-networkmanager"}},
          none,
          false,
@@ -90,7 +97,7 @@ void TestMeaning::states()
          none,
          false,
          Sign::Connecting,
-         "DISCONNECTING DISCONNECTING_HINT: -"},
+         "DISCONNECTING DISCONNECTING_HINT: off"},
         {{{&R::sim, "absent"}, {&R::connection, ""}}, none, false, Sign::NoSim, "NO_SIM NO_SIM_HINT: -"},
         {{{&R::sim, "pin"}, {&R::registration, "searching"}},
          refused,
@@ -102,14 +109,14 @@ void TestMeaning::states()
         {{{&R::sim, "blocked"}}, none, false, Sign::Refused, "BLOCKED BLOCKED_HINT: -"},
         {{{&R::sim, "error"}}, none, false, Sign::NoSim, "SIM_ERROR SIM_ERROR_HINT: -"},
         {{{&R::sim, ""}}, none, false, Sign::Disconnected, "DISCONNECTED DISCONNECTED_HINT: connect"},
-        {{{&R::state, ""}}, none, false, Sign::NoModem, "NO_MODEM NO_MODEM_HINT: -"},
-        {{{&R::state, "rejected"}}, none, false, Sign::Refused, "REJECTED REJECTED_HINT: -"},
-        {{{&R::state, "failed"}}, none, false, Sign::Failed, "FAILED FAILED_HINT: -"},
+        {{{&R::state, ""}}, none, false, Sign::NoModem, "NO_MODEM NO_MODEM_HINT: help"},
+        {{{&R::state, "rejected"}}, none, false, Sign::Refused, "REJECTED REJECTED_HINT: help"},
+        {{{&R::state, "failed"}}, none, false, Sign::Failed, "FAILED FAILED_HINT: help"},
         {{{&R::state, "failed"}, {&R::stateReason, "unknown"}},
          none,
          false,
          Sign::Failed,
-         "FAILED FAILED_HINT: -"},
+         "FAILED FAILED_HINT: help"},
         {{{&R::state, "failed"}, {&R::stateReason, "sim-error"}},
          none,
          false,
