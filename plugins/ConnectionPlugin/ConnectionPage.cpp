@@ -5,6 +5,9 @@
 #include "Change/Change.h"
 #include "FactsPanel.h"
 #include "PinDialog.h"
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
+#include "Startup/Startup.h"
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
 #include "support/DeviceEvents.h"
@@ -25,6 +28,24 @@ constexpr QSize AccessPointButtonSize{130, 34};
 bool isOnScreen(const QWidget* window)
 {
     return window && window->isVisible() && !window->isMinimized();
+}
+
+/// The plugin whose page has what the user needs next; empty if this page has it.
+QLatin1String pageFor(Action action)
+{
+    if (action == Action::ChooseNetwork)
+        return QLatin1String("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"); // modem and SIM
+    if (action == Action::Help)
+        return QLatin1String("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
+    return {};
+}
+
+/// @return false for what needs a page that this installation lacks
+bool isOffered(Action action)
+{
+    const QLatin1String page = pageFor(action);
+    IPluginContainer* const container = Startup::GetPluginContainer();
+    return page.isEmpty() || (container && container->IsPluginAvailable(page));
 }
 
 QString durationText(const QDateTime& since)
@@ -108,7 +129,9 @@ void ConnectionPage::readAccessPoint()
 
 void ConnectionPage::showState()
 {
-    const Meaning meaning = meaningOf(m_report);
+    Meaning meaning = meaningOf(m_report);
+    if (!isOffered(meaning.action))
+        meaning.action = Action::None;
     const bool isConnected = meaning.sign == Look::Sign::Connected && meaning.sentence;
     const QDateTime since = isConnected ? connectedSince(m_modem) : QDateTime();
     m_state->showMeaning(meaning, since.isValid() ? durationText(since) : QString());
@@ -145,6 +168,15 @@ void ConnectionPage::act(Action action)
     case Action::EnterPin:
     case Action::EnterPuk:
         askForCode();
+        break;
+    case Action::AllowRoaming:
+        changeAccessPoint();
+        break;
+    case Action::ChooseNetwork:
+    case Action::Help:
+        Startup::GetMainFrameService()->ShowPage(pageFor(action));
+        break;
+    case Action::None:
         break;
     }
 }

@@ -17,10 +17,11 @@ struct Rule
     Meaning meaning;
 };
 
-constexpr Meaning NoModem{Sign::NoModem, "IDS_CONN_NO_MODEM", "IDS_CONN_NO_MODEM_HINT"};
+constexpr Meaning NoModem{Sign::NoModem, "IDS_CONN_NO_MODEM", "IDS_CONN_NO_MODEM_HINT", Action::Help};
 constexpr Meaning ReadyToConnect{Sign::Disconnected, "IDS_CONN_DISCONNECTED", "IDS_CONN_DISCONNECTED_HINT",
-                                 Action::Connect, true};
-constexpr Meaning RoamingExcluded{Sign::Disconnected, "IDS_CONN_DISCONNECTED", "IDS_CONN_ROAMING_HINT"};
+                                 Action::Connect};
+constexpr Meaning RoamingExcluded{Sign::Disconnected, "IDS_CONN_DISCONNECTED", "IDS_CONN_ROAMING_HINT",
+                                  Action::AllowRoaming};
 
 using R = ConnectionReport;
 
@@ -31,7 +32,9 @@ const Rule Rules[] = {
      QLatin1String("no-modemmanager"),
      {Sign::Failed, "IDS_CONN_NO_SEARCH", "IDS_CONN_NO_MODEMMANAGER_HINT"}},
     {&R::state, QLatin1String(), NoModem},
-    {&R::state, QLatin1String("rejected"), {Sign::Refused, "IDS_CONN_REJECTED", "IDS_CONN_REJECTED_HINT"}},
+    {&R::state,
+     QLatin1String("rejected"),
+     {Sign::Refused, "IDS_CONN_REJECTED", "IDS_CONN_REJECTED_HINT", Action::Help}},
     {&R::stateReason,
      QLatin1String("sim-error"),
      {Sign::Failed, "IDS_CONN_FAILED", "IDS_CONN_SIM_ERROR_HINT"}},
@@ -41,28 +44,26 @@ const Rule Rules[] = {
     {&R::stateReason,
      QLatin1String("capabilities"),
      {Sign::Failed, "IDS_CONN_FAILED", "IDS_CONN_CAPABILITIES_HINT"}},
-    {&R::state, QLatin1String("failed"), {Sign::Failed, "IDS_CONN_FAILED", "IDS_CONN_FAILED_HINT"}},
+    {&R::state,
+     QLatin1String("failed"),
+     {Sign::Failed, "IDS_CONN_FAILED", "IDS_CONN_FAILED_HINT", Action::Help}},
 
     {&R::sim, QLatin1String("absent"), {Sign::NoSim, "IDS_CONN_NO_SIM", "IDS_CONN_NO_SIM_HINT"}},
-    {&R::sim,
-     QLatin1String("pin"),
-     {Sign::Locked, "IDS_CONN_LOCKED", "IDS_CONN_PIN_HINT", Action::EnterPin, true}},
-    {&R::sim,
-     QLatin1String("puk"),
-     {Sign::Locked, "IDS_CONN_LOCKED", "IDS_CONN_PUK_HINT", Action::EnterPuk, true}},
+    {&R::sim, QLatin1String("pin"), {Sign::Locked, "IDS_CONN_LOCKED", "IDS_CONN_PIN_HINT", Action::EnterPin}},
+    {&R::sim, QLatin1String("puk"), {Sign::Locked, "IDS_CONN_LOCKED", "IDS_CONN_PUK_HINT", Action::EnterPuk}},
     {&R::sim, QLatin1String("blocked"), {Sign::Refused, "IDS_CONN_BLOCKED", "IDS_CONN_BLOCKED_HINT"}},
     {&R::sim, QLatin1String("locked"), {Sign::Locked, "IDS_CONN_LOCKED", "IDS_CONN_OTHER_LOCK_HINT"}},
     {&R::sim, QLatin1String("error"), {Sign::NoSim, "IDS_CONN_SIM_ERROR", "IDS_CONN_SIM_ERROR_HINT"}},
 
     {&R::connection,
      QLatin1String("connecting"),
-     {Sign::Connecting, "IDS_CONN_CONNECTING", "IDS_CONN_CONNECTING_HINT", Action::Cancel, true}},
+     {Sign::Connecting, "IDS_CONN_CONNECTING", "IDS_CONN_CONNECTING_HINT", Action::Cancel}},
     {&R::connection,
      QLatin1String("connected"),
-     {Sign::Connected, "IDS_CONN_CONNECTED", "IDS_CONN_CONNECTED_HINT", Action::Disconnect, true}},
+     {Sign::Connected, "IDS_CONN_CONNECTED", "IDS_CONN_CONNECTED_HINT", Action::Disconnect}},
     {&R::connection,
      QLatin1String("disconnecting"),
-     {Sign::Connecting, "IDS_CONN_DISCONNECTING", "IDS_CONN_DISCONNECTING_HINT", Action::Disconnect}},
+     {Sign::Connecting, "IDS_CONN_DISCONNECTING", "IDS_CONN_DISCONNECTING_HINT", Action::Disconnect, false}},
 
     {&R::connectionProblem,
      QLatin1String("no-bus"),
@@ -72,8 +73,10 @@ const Rule Rules[] = {
      {Sign::Failed, "IDS_CONN_DISCONNECTED", "IDS_CONN_NO_NETWORKMANAGER_HINT"}},
     {&R::registration,
      QLatin1String("searching"),
-     {Sign::Searching, "IDS_CONN_SEARCHING", "IDS_CONN_SEARCHING_HINT"}},
-    {&R::registration, QLatin1String("denied"), {Sign::Refused, "IDS_CONN_DENIED", "IDS_CONN_DENIED_HINT"}},
+     {Sign::Searching, "IDS_CONN_SEARCHING", "IDS_CONN_SEARCHING_HINT", Action::ChooseNetwork}},
+    {&R::registration,
+     QLatin1String("denied"),
+     {Sign::Refused, "IDS_CONN_DENIED", "IDS_CONN_DENIED_HINT", Action::ChooseNetwork}},
 };
 
 /// A connection that could not be ended.

@@ -19,18 +19,28 @@ struct ConnectionReport
     bool isHomeOnly = false; ///< the user wants no connections while roaming
 };
 
-/// What the page's button does.
-enum class Action { Connect, Cancel, Disconnect, EnterPin, EnterPuk };
+/// What the page's button does; without an action there is no button.
+enum class Action {
+    None,
+    Connect,
+    Cancel,
+    Disconnect,
+    EnterPin,
+    EnterPuk,
+    ChooseNetwork,
+    AllowRoaming, ///< in the dialog for the access point
+    Help
+};
 
 /// What the page says. The strings are identifiers of the plugin's strings.
 struct Meaning
 {
     Look::Sign sign;
     const char* title;    ///< null: that of the failure
-    const char* sentence; ///< what to do, or why the button is off; null: the hint of the failure
-    Action action = Action::Connect;
-    bool isPossible = false; ///< whether the button is on
-    int failure = 0;         ///< for resultWords()
+    const char* sentence; ///< what to do; null: the hint of the failure
+    Action action = Action::None;
+    bool isPossible = true; ///< whether the button is on
+    int failure = 0;        ///< for resultWords()
 };
 
 Meaning meaningOf(const ConnectionReport& report);

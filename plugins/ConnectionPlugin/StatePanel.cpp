@@ -29,9 +29,14 @@ struct Button
 };
 
 constexpr Button Buttons[] = {
-    {Action::Connect, "IDS_CONN_CONNECT", true},        {Action::Cancel, "IDS_CONN_CANCEL", false},
-    {Action::Disconnect, "IDS_CONN_DISCONNECT", false}, {Action::EnterPin, "IDS_CONN_ENTER_PIN", true},
+    {Action::Connect, "IDS_CONN_CONNECT", true},
+    {Action::Cancel, "IDS_CONN_CANCEL", false},
+    {Action::Disconnect, "IDS_CONN_DISCONNECT", false},
+    {Action::EnterPin, "IDS_CONN_ENTER_PIN", true},
     {Action::EnterPuk, "IDS_CONN_ENTER_PUK", true},
+    {Action::ChooseNetwork, "IDS_CONN_CHOOSE_NETWORK", false},
+    {Action::AllowRoaming, "IDS_CONN_ALLOW_ROAMING", false},
+    {Action::Help, "IDS_CONN_HELP", false},
 };
 
 QLabel* centred(QLabel* label)
@@ -141,5 +146,5 @@ void StatePanel::showButton(const Meaning& meaning)
         setStyleProperty(m_button, "primary", button.isPrimary);
     }
     m_button->setEnabled(meaning.isPossible);
-    m_button->setToolTip(meaning.isPossible ? QString() : m_sentence->text());
+    m_button->setVisible(meaning.action != Action::None);
 }

@@ -26,11 +26,12 @@ using Values = QVector<std::pair<QString R::*, const char*>>;
 /// "LOCKED PIN_HINT", with the button's action if it is on.
 QString said(const Meaning& meaning)
 {
-    const char* const actions[] = {"connect", "cancel", "disconnect", "pin", "puk"}; // as in Action
+    const char* const actions[] = {"-",   "connect", "cancel",  "disconnect", "pin",
+                                   "puk", "network", "roaming", "help"}; // as in Action
     QStringList words;
     for (const char* id : {meaning.title, meaning.sentence})
         words << (id ? QString(id).remove("IDS_CONN_") : QString::number(meaning.failure));
-    return words.join(' ') + ": " + (meaning.isPossible ? actions[int(meaning.action)] : "-");
+    return words.join(' ') + ": " + (meaning.isPossible ? actions[int(meaning.action)] : "off");
 }
 
 } // namespace
@@ -53,9 +54,13 @@ void TestMeaning::states()
         {Sign::Failed, "12 12: connect", {}, refused},
         {Sign::Disconnected, ready, {{&R::registration, "idle"}}},
         {Sign::Disconnected, ready, {{&R::registration, "roaming"}}},
-        {Sign::Disconnected, "DISCONNECTED ROAMING_HINT: -", {{&R::registration, "roaming"}}, refused, true},
-        {Sign::Searching, "SEARCHING SEARCHING_HINT: -", {{&R::registration, "searching"}}, refused},
-        {Sign::Refused, "DENIED DENIED_HINT: -", {{&R::registration, "denied"}}},
+        {Sign::Disconnected,
+         "DISCONNECTED ROAMING_HINT: roaming",
+         {{&R::registration, "roaming"}},
+         refused,
+         true},
+        {Sign::Searching, "SEARCHING SEARCHING_HINT: network", {{&R::registration, "searching"}}, refused},
+        {Sign::Refused, "DENIED DENIED_HINT: network", {{&R::registration, "denied"}}},
         {Sign::Failed,
          "DISCONNECTED NO_NETWORKMANAGER_HINT: -",
          {{&R::connectionProblem, "no-networkmanager"}}},
@@ -69,7 +74,7 @@ void TestMeaning::states()
          QRVL_OK,
          true},
         {Sign::Connected, "CONNECTED 12: disconnect", {{&R::connection, "connected"}}, refused},
-        {Sign::Connecting, "DISCONNECTING DISCONNECTING_HINT: -", {{&R::connection, "disconnecting"}}},
+        {Sign::Connecting, "DISCONNECTING DISCONNECTING_HINT: off", {{&R::connection, "disconnecting"}}},
         {Sign::NoSim, "NO_SIM NO_SIM_HINT: -", {{&R::sim, "absent"}, {&R::connection, ""}}},
         {Sign::Locked, "LOCKED PIN_HINT: pin", {{&R::sim, "pin"}, {&R::registration, "searching"}}, refused},
         {Sign::Locked, "LOCKED PUK_HINT: puk", {{&R::sim, "puk"}}},
@@ -77,9 +82,9 @@ void TestMeaning::states()
         {Sign::Refused, "BLOCKED BLOCKED_HINT: -", {{&R::sim, "blocked"}}},
         {Sign::NoSim, "SIM_ERROR SIM_ERROR_HINT: -", {{&R::sim, "error"}}},
         {Sign::Disconnected, ready, {{&R::sim, ""}}},
-        {Sign::NoModem, "NO_MODEM NO_MODEM_HINT: -", {{&R::state, ""}}},
-        {Sign::Refused, "REJECTED REJECTED_HINT: -", {{&R::state, "rejected"}}},
-        {Sign::Failed, "FAILED FAILED_HINT: -", {{&R::state, "failed"}}},
+        {Sign::NoModem, "NO_MODEM NO_MODEM_HINT: help", {{&R::state, ""}}},
+        {Sign::Refused, "REJECTED REJECTED_HINT: help", {{&R::state, "rejected"}}},
+        {Sign::Failed, "FAILED FAILED_HINT: help", {{&R::state, "failed"}}},
         {Sign::Failed, "FAILED SIM_ERROR_HINT: -", {{&R::state, "failed"}, {&R::stateReason, "sim-error"}}},
         {Sign::NoSim, "FAILED NO_PROFILE_HINT: -", {{&R::state, "failed"}, {&R::stateReason, "no-profile"}}},
         {Sign::Failed,
