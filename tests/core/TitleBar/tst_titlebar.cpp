@@ -50,6 +50,17 @@ struct Window : QWidget
         return names;
     }
 
+    /// The place, the number of windows in the first tile, and the buttons.
+    QString state(const TileCell* first) const
+    {
+        QString text = geometry() == Normal ? "normal" : "full";
+        if (bar->IsMinimized())
+            text = geometry() == tile(0, 0) && first->window == this ? "tile" : "lost";
+        text += bar->IsMaximized() ? " maximised " : " ";
+        text += QString::number(first ? first->count : 0) + ' ' + shown();
+        return text + (isHidden() ? " hidden" : "");
+    }
+
     /// @param at on the screen
     void send(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::LeftButton) const
     {
@@ -214,7 +225,7 @@ void TestTitleBar::parts()
                            "{file}, mousePressEvent QMouseEvent is NULL");
 }
 
-/// Samples give steps and the state after them: place, number of windows in the first tile, shown buttons.
+/// Samples give steps, the state after them, and what is logged.
 void TestTitleBar::states()
 {
     for (const Sample& sample : samplesIn(STATES)) {
@@ -225,14 +236,7 @@ void TestTitleBar::states()
         for (const QString& step : steps)
             window->perform(step.toLatin1());
         const TileCell* const cell = TitleBar::s_ppMatrixOccupy ? TitleBar::s_ppMatrixOccupy[0] : nullptr;
-        QString state = window->geometry() == Window::Normal ? "normal" : "full";
-        if (window->geometry() == tile(0, 0))
-            state = "tile";
-        QCOMPARE(window->bar->IsMinimized() ? cell->window : nullptr,
-                 state == "tile" ? window.get() : nullptr);
-        state += window->bar->IsMaximized() ? " maximised " : " ";
-        state += QString::number(cell ? cell->count : 0) + ' ' + window->shown();
-        state += window->isHidden() ? " hidden" : "";
+        const QString state = window->state(cell);
         QVERIFY2(sample.marked("= ") == QStringList(state), sample.name + ": " + state.toUtf8());
         QVERIFY2(log().firstMissingInOrder(sample.marked("log: ")).isEmpty(), sample.name);
         if (steps[0] == "occupy")
