@@ -12,15 +12,6 @@ struct PublishedHost : private Startup
     static void set(IPluginContainer* host) { m_pPluginContainer = host; }
 };
 
-void resetFlags()
-{
-    CommonUtils::ResetShutDownFlag();
-    CommonUtils::ResetMiniModeFlag();
-    CommonUtils::setCloseValue(false);
-    CommonUtils::SetFrameStyle(1);
-    CommonUtils::SetSMSSeperatorConfigValue(true);
-}
-
 } // namespace
 
 void CoreTest::init()
@@ -28,22 +19,32 @@ void CoreTest::init()
     recorder().reset();
     service().reset();
     PluginContainer::m_strDeviceName.clear();
-    resetFlags();
+    CommonUtils::ResetShutDownFlag();
+    CommonUtils::ResetMiniModeFlag();
+    CommonUtils::setCloseValue(false);
+    CommonUtils::SetFrameStyle(1);
+    CommonUtils::SetSMSSeperatorConfigValue(true);
     m_folder = std::make_unique<QTemporaryDir>();
     m_log = std::make_unique<LogCapture>();
     // What every start says: plugins report their initialisation at critical level, most settings are absent,
     // and most tests do without a device manager and a screen.
-    m_log->allow(QStringLiteral("{file}: {func}: base IBasePlugin load success, {*}"));
-    m_log->allow(QStringLiteral("{time}: {file}: {func}: QRVL_GetSettings returned 2"));
-    m_log->allow(QStringLiteral("{file}: getDeviceName: init deviceMgr failed"));
-    m_log->allow(QStringLiteral("This plugin does not support {*}"));
+    m_log->allow("{file}: {func}: base IBasePlugin load success, {*}");
+    m_log->allow("{time}: {file}: {func}: QRVL_GetSettings returned 2");
+    m_log->allow("{file}: getDeviceName: init deviceMgr failed");
+    m_log->allow("This plugin does not support {*}");
 }
 
 void CoreTest::cleanup()
 {
     recorder().reset();
     publish(nullptr);
-    checkLog();
+    const QStringList lines = m_log->lines(), unexpected = m_log->unexpected();
+    m_log.reset();
+    if (!QTest::currentTestFailed())
+        QVERIFY2(unexpected.isEmpty(), qUtf8Printable(unexpected.join('\n')));
+    else
+        for (const QString& line : lines.mid(qMax(0, lines.size() - 60)))
+            qInfo("log | %s", qUtf8Printable(line));
 }
 
 void CoreTest::publish(std::unique_ptr<TestContainer> host)
@@ -54,21 +55,7 @@ void CoreTest::publish(std::unique_ptr<TestContainer> host)
 
 QString CoreTest::installed(const QString& fileName)
 {
-    return QCoreApplication::applicationDirPath() + QLatin1Char('/') + fileName;
-}
-
-void CoreTest::checkLog()
-{
-    if (QTest::currentTestFailed()) {
-        const QStringList lines = m_log->lines();
-        m_log.reset();
-        for (const QString& line : lines.mid(qMax(0, lines.size() - 60)))
-            qInfo("log | %s", qUtf8Printable(line));
-        return;
-    }
-    const QStringList unexpected = m_log->unexpected();
-    m_log.reset();
-    QVERIFY2(unexpected.isEmpty(), qUtf8Printable(unexpected.join(QLatin1Char('\n'))));
+    return QCoreApplication::applicationDirPath() + '/' + fileName;
 }
 
 std::unique_ptr<TestContainer> CoreTest::openContainer(const QString& libraryFile, const QString& configFile)
@@ -98,6 +85,6 @@ std::unique_ptr<TestContainer> CoreTest::makeContainer(const QVector<PluginEntry
 {
     QStringList clsids;
     for (const PluginEntry& entry : entries)
-        clsids.append(entry.clsid);
+        clsids += entry.clsid;
     return makeContainer(pluginLibraryXml(entries, mainPlugin), commonXml(clsids));
 }

@@ -8,11 +8,9 @@
 #include "TestContainer.h"
 #include "TestFiles.h"
 
-#include <QObject>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 /// Fails, showing the first pattern that no log line matches after those of the previous ones.
@@ -56,13 +54,12 @@ protected:
     std::unique_ptr<TestContainer> m_host; ///< ends with the test
 
 protected slots:
-    void init();    ///< a test that has more to prepare calls it first
-    void cleanup(); ///< a test that has more to clean up calls it last
+    void init(); ///< a test that has more to prepare calls it first
+    /// Fails if an unexpected line came; shows the latest lines if the test has failed. A test that has more to
+    /// clean up calls it last.
+    void cleanup();
 
 private:
-    /// Verifies that no unexpected line came, or shows the latest lines when the test has failed.
-    void checkLog();
-
     std::unique_ptr<LogCapture> m_log;
     std::unique_ptr<QTemporaryDir> m_folder;
 };

@@ -12,13 +12,12 @@ LogCapture* current = nullptr;
 
 QRegularExpression expression(const QString& pattern)
 {
-    QString text = QRegularExpression::escape(pattern);
-    for (const auto& [name, meaning] : {std::pair{"{time}", R"(\d\d:\d\d:\d\d:\d\d\d)"},
-                                        {"{file}", R"(src/core/[\w/]+\.(cpp|h))"},
-                                        {"{func}", R"(~?\w+)"},
-                                        {"{n}", R"(-?\d+)"},
-                                        {"{*}", ".*"}})
-        text.replace(QRegularExpression::escape(QLatin1String(name)), QLatin1String(meaning));
+    const QString text = QRegularExpression::escape(pattern)
+                             .replace(R"(\{time\})", R"(\d\d:\d\d:\d\d:\d\d\d)")
+                             .replace(R"(\{file\})", R"(src/core/[\w/]+\.(cpp|h))")
+                             .replace(R"(\{func\})", R"(~?\w+)")
+                             .replace(R"(\{n\})", R"(-?\d+)")
+                             .replace(R"(\{\*\})", ".*");
     return QRegularExpression(QRegularExpression::anchoredPattern(text),
                               QRegularExpression::DotMatchesEverythingOption);
 }
@@ -86,10 +85,9 @@ void LogCapture::allow(const QString& pattern)
 QStringList LogCapture::unexpected() const
 {
     QStringList unexpected = lines(QtWarningMsg) + lines(QtCriticalMsg);
-    for (const QRegularExpression& allowed : m_allowed) {
+    for (const QRegularExpression& allowed : m_allowed)
         for (const QString& line : unexpected.filter(allowed))
             unexpected.removeAll(line);
-    }
     return unexpected;
 }
 

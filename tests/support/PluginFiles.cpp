@@ -14,21 +14,15 @@ QByteArray references(const char* name, const QStringList& clsids)
 
 } // namespace
 
-QString PluginEntry::name() const
-{
-    return url.mid(url.startsWith(QLatin1String("Test")) ? 4 : 0) + QLatin1String("Plugin");
-}
-
 QByteArray pluginLibraryXml(const QVector<PluginEntry>& entries, const QString& mainPlugin)
 {
     QString xml = "<pluginlib><mainplugin>" + mainPlugin + "</mainplugin>\n";
     for (const PluginEntry& entry : entries)
-        xml += QString("<plugin><name>%1</name><clsid>%2</clsid><url>.\\%3.dll</url><active>%4</"
-                       "active><type>%5</type>"
-                       "<setting_title>false</setting_title><static>%6</static></plugin>\n")
-                   .arg(entry.name(), entry.clsid, entry.url, QVariant(entry.isActive).toString())
-                   .arg(entry.type)
-                   .arg(QVariant(entry.isStatic).toString());
+        xml += QString("<plugin><name>%1</name><clsid>%2</clsid><url>.\\%3.dll</url><active>%4</active>"
+                       "<type>%5</type><setting_title>false</setting_title><static>%6</static></plugin>\n")
+                   .arg(QString(entry.url).remove("Test") + "Plugin", entry.clsid, entry.url,
+                        QVariant(entry.isActive).toString(), QString::number(entry.type),
+                        QVariant(entry.isStatic).toString());
     return (xml + "</pluginlib>").toUtf8();
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
 #include <QStringList>
 #include <QVector>
 
@@ -10,13 +8,10 @@
 struct PluginEntry
 {
     QString clsid;
-    QString url; ///< also what the name is made from: "TestAlpha" is named "AlphaPlugin"
+    QString url; ///< without "Test" it begins the name: "TestAlpha" is named "AlphaPlugin"
     bool isActive = false;
     bool isStatic = false;
     int type = 0;
-
-    /// The plugin's name, the "Test" of the library's name taken off.
-    QString name() const;
 };
 
 /// The text of a plugin library file.

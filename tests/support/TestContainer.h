@@ -32,10 +32,9 @@ public:
     QStringList enabled() const
     {
         QStringList clsids;
-        for (const PluginStatus& status : GetPluginStatus()) {
+        for (const PluginStatus& status : GetPluginStatus())
             if (status.state > PluginStatus::State::Disabled)
-                clsids.append(status.clsid);
-        }
+                clsids += status.clsid;
         return clsids;
     }
 

@@ -1,6 +1,7 @@
 #include "TitleBar/TitleBar.h"
 
 #include "CoreTest.h"
+#include "Samples.h"
 #include "TitleBar/TileGrid_p.h"
 #include "common/CommonUtils.h"
 
@@ -25,9 +26,8 @@ QRect tile(int row, int column)
 }
 
 /// A window with a title bar.
-class Window : public QWidget
+struct Window : QWidget
 {
-public:
     Window()
         : QWidget(nullptr, Qt::FramelessWindowHint)
         , bar(new TitleBar(this, 3))
@@ -38,19 +38,27 @@ public:
     }
 
     QWidget* part(const QByteArray& name) const { return bar->findChild<QWidget*>("Core_" + name); }
-    void click(const QByteArray& button) const
-    {
-        qobject_cast<QToolButton*>(part("Button" + button))->click();
-    }
+    void click(const QByteArray& name) const { bar->findChild<QToolButton*>("Core_Button" + name)->click(); }
 
-    /// The parts that are shown.
+    /// The buttons that are shown.
     QString shown() const
     {
         QString names;
-        for (const char* name : {"Minimize", "Maximize", "Restore", "Close"})
-            if (!part(QByteArray("Button") + name)->isHidden())
-                names += QString(name).left(3);
-        return names + (part("LabelTitleIcon")->isHidden() ? "" : " icon");
+        for (const QByteArray name : {"Minimize", "Maximize", "Restore", "Close"})
+            if (!part("Button" + name)->isHidden())
+                names += name.left(3);
+        return names;
+    }
+
+    /// The place, the number of windows in the first tile, and the buttons.
+    QString state(const TileCell* first) const
+    {
+        QString text = geometry() == Normal ? "normal" : "full";
+        if (bar->IsMinimized())
+            text = geometry() == tile(0, 0) && first->window == this ? "tile" : "lost";
+        text += bar->IsMaximized() ? " maximised " : " ";
+        text += QString::number(first ? first->count : 0) + ' ' + shown();
+        return text + (isHidden() ? " hidden" : "");
     }
 
     /// @param at on the screen
@@ -82,7 +90,7 @@ public:
 
     void perform(const QByteArray& step)
     {
-        const QPoint onTitle = bar->mapToGlobal({200, 10});
+        const auto button = step == "right" ? Qt::RightButton : Qt::LeftButton;
         if (step == "hides")
             bar->SetMinimizeBehavior(true);
         else if (step == "mini")
@@ -91,10 +99,8 @@ public:
             hide();
         else if (step == "occupy")
             occupyAll(false);
-        else if (step == "double")
-            send(QEvent::MouseButtonDblClick, onTitle);
-        else if (step == "right")
-            send(QEvent::MouseButtonDblClick, onTitle, Qt::RightButton);
+        else if (step == "double" || step == "right")
+            send(QEvent::MouseButtonDblClick, bar->mapToGlobal({200, 10}), button);
         else if (step != "disabled")
             click(step);
     }
@@ -112,10 +118,10 @@ struct OpenBar : TitleBar
 QString counts(TileCell* const* matrix, int rows, int columns)
 {
     QString text;
-    for (int i = 0; i < rows * columns; ++i)
-        text +=
-            (i > 0 && i % columns == 0 ? " " : "") + QString::number(matrix[i / columns][i % columns].count);
-    return text;
+    for (int row = 0; row < rows; ++row, text += ' ')
+        for (int column = 0; column < columns; ++column)
+            text += QString::number(matrix[row][column].count);
+    return text.trimmed();
 }
 
 } // namespace
@@ -128,7 +134,6 @@ private slots:
     void init();
     void grid();
     void parts();
-    void states_data();
     void states();
     void dragging();
     void popups();
@@ -139,6 +144,10 @@ void TestTitleBar::init()
 {
     CoreTest::init();
     service().setSetting("system", "EnableMaxButton", "true");
+    QByteArray texts = "<item name='IDS_XFRAME_TITLE'>Connection</item>";
+    for (const QByteArray name : {"Restore", "Move", "Size", "Minimize", "Maximize"})
+        texts += "<item name='IDS_SYSMENU_" + name.toUpper() + "'>" + name + "</item>";
+    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), "<l>" + texts + "</l>");
 }
 
 void TestTitleBar::grid()
@@ -159,15 +168,11 @@ void TestTitleBar::grid()
         QCOMPARE(counts(grid.matrix(), grid.rows(), grid.columns()), occupied);
         const TileCell* const cell = grid.firstFree();
         QCOMPARE(cell ? cell->rect : QRect(), free);
-        grid.change(true, rect);
-        QVERIFY(!counts(grid.matrix(), grid.rows(), grid.columns()).contains('1'));
     }
 }
 
 void TestTitleBar::parts()
 {
-    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"),
-              "<l><item name='IDS_XFRAME_TITLE'>Connection</item></l>");
     QImage picture(64, 32, QImage::Format_RGB32);
     picture.fill(Qt::red);
     picture.setPixelColor(0, 0, Qt::blue);
@@ -183,13 +188,11 @@ void TestTitleBar::parts()
     QVERIFY(mixed.red() > 0 && mixed.blue() > 0);
     QCOMPARE(window.bar->layout()->contentsMargins(), QMargins(1, 0, 5, 0));
     QStringList places;
-    for (int i = 0; i < window.bar->layout()->count(); ++i) {
-        QLayoutItem* const place = window.bar->layout()->itemAt(i);
-        places +=
-            place->widget() ? place->widget()->objectName() : QString::number(place->sizeHint().width());
-    }
-    QCOMPARE(places.join(' '), "Core_LabelTitleIcon 2 Core_LabelTitle 0 Core_ButtonMinimize "
-                               "Core_ButtonMaximize 2 Core_ButtonRestore Core_ButtonClose");
+    for (int i = 0; QLayoutItem* const place = window.bar->layout()->itemAt(i); ++i)
+        places += place->widget() ? place->widget()->objectName().mid(5)
+                                  : QString::number(place->sizeHint().width());
+    QCOMPARE(places.join(' '), "LabelTitleIcon 2 LabelTitle 0 ButtonMinimize ButtonMaximize 2 "
+                               "ButtonRestore ButtonClose");
     for (const QWidget* part : window.bar->findChildren<QWidget*>())
         QCOMPARE(part->focusPolicy(), Qt::NoFocus);
 
@@ -197,17 +200,10 @@ void TestTitleBar::parts()
     QCOMPARE(title->text(), "<b>New");
     window.bar->setCusTitleBarIcon(installed("missing.png"), 16, 16);
     QVERIFY(icon->pixmap(Qt::ReturnByValue).isNull());
-    window.bar->GrayoutCloseButton(false);
-    QVERIFY(!window.bar->IsCloseButtonEnable());
-    window.bar->GrayoutCloseButton(true);
     window.bar->HideAllControl();
-    QVERIFY(window.shown().isEmpty() && !title->isHidden());
+    QVERIFY(window.shown().isEmpty() && icon->isHidden() && !title->isHidden());
     window.bar->ShowAllControl();
-    QCOMPARE(window.shown(), "MinMaxClo icon");
-    for (const auto& enable : {&TitleBar::EnableIcon, &TitleBar::EnableCloseButton,
-                               &TitleBar::EnableMinimizeButton, &TitleBar::EnableMaximizeButton})
-        (window.bar->*enable)(false);
-    QCOMPARE(window.shown(), "");
+    QVERIFY(window.shown() == "MinMaxClo" && !icon->isHidden());
     QWidget pane(&window);
     const TitleBar inner(&pane, 3);
     pane.show();
@@ -229,57 +225,25 @@ void TestTitleBar::parts()
                            "{file}, mousePressEvent QMouseEvent is NULL");
 }
 
-void TestTitleBar::states_data()
-{
-    const auto row = dataTable<QString, QString, QString>("steps", "state", "logged");
-    row("normal", "", "normal 0 MinMaxClo", "");
-    row("tile", "Minimize", "tile 1 MaxResClo", "{file}, showSmall : entered");
-    row("restored", "Minimize Restore", "normal 0 MinMaxClo", "");
-    row("restored while hidden", "Minimize hide Restore", "normal 1 MinMaxClo", "");
-    row("maximised", "Maximize", "full maximised 0 MinResClo", "");
-    row("maximised tile", "Maximize Minimize", "tile maximised 1 MaxResClo", "");
-    row("maximised again", "Maximize Minimize Restore", "full maximised 0 MinResClo", "");
-    row("keeps the normal geometry", "Maximize Maximize Minimize Maximize Restore", "normal 0 MinMaxClo",
-        "{*}");
-    row("maximised from a tile", "Minimize Maximize", "full maximised 0 MinResClo", "");
-    row("restored from there", "Minimize Maximize Restore", "normal 0 MinMaxClo", "");
-    row("no free tile", "occupy Minimize", "normal 1 MaxResClo", "");
-    row("minimising hides", "hides Minimize", "normal 0 MinMaxClo", "{file}, showSmall : hide called");
-    row("minimising hides, no tile", "hides mini", "normal 0 MinMaxClo", "");
-    row("tile that hides", "Minimize hides Maximize", "full maximised 1 MinResClo", "");
-    row("disabled", "disabled Maximize", "normal 0 MinClo", "{file}, showMax : maximize is disabled");
-    row("disabled, takes no second tile", "disabled Minimize Minimize", "tile 1 ResClo", "");
-    row("disabled, restored", "disabled Minimize Restore", "normal 0 MinClo", "");
-    row("double click", "double", "full maximised 0 MinResClo", "");
-    row("two double clicks", "double double", "normal 0 MinMaxClo", "");
-    row("double click on a tile", "Minimize double", "normal 0 MinMaxClo", "");
-    row("with another button", "right", "normal 0 MinMaxClo", "");
-    row("without buttons", "disabled double", "normal 0 MinClo", "");
-}
-
+/// Samples give steps, the state after them, and what is logged.
 void TestTitleBar::states()
 {
-    QFETCH(QString, steps);
-    QFETCH(QString, logged);
-    if (steps.startsWith("disabled"))
-        service().setSetting("system", "EnableMaxButton", "True");
-    auto window = std::make_unique<Window>();
-    for (const QString& step : steps.split(' ', Qt::SkipEmptyParts))
-        window->perform(step.toLatin1());
-    const TileCell* const cell = TitleBar::s_ppMatrixOccupy ? &TitleBar::s_ppMatrixOccupy[0][0] : nullptr;
-    QString state = window->geometry() == Window::Normal ? "normal" : "full";
-    if (window->geometry() == tile(0, 0))
-        state = "tile";
-    QCOMPARE(window->bar->IsMinimized(), state == "tile");
-    QVERIFY(state != "tile" || cell->window == window.get());
-    state += window->bar->IsMaximized() ? " maximised " : " ";
-    QTEST(state + QString::number(cell ? cell->count : 0) + ' ' + window->shown().remove(" icon"), "state");
-    QCOMPARE(window->isHidden(), steps.contains("hide ") || steps == "hides Minimize");
-    QVERIFY(logged.isEmpty() || log().contains(logged));
-    if (steps.startsWith("occupy"))
-        window->occupyAll(true);
-    window.reset(); // gives its tile back
-    QVERIFY(!cell || cell->count == 0);
+    for (const Sample& sample : samplesIn(STATES)) {
+        const QStringList steps = sample.marked("> ").join(' ').split(' ');
+        service().setSetting("system", "EnableMaxButton", steps[0] == "disabled" ? "True" : "true");
+        log().clear();
+        auto window = std::make_unique<Window>();
+        for (const QString& step : steps)
+            window->perform(step.toLatin1());
+        const TileCell* const cell = TitleBar::s_ppMatrixOccupy ? TitleBar::s_ppMatrixOccupy[0] : nullptr;
+        const QString state = window->state(cell);
+        QVERIFY2(sample.marked("= ") == QStringList(state), sample.name + ": " + state.toUtf8());
+        QVERIFY2(log().firstMissingInOrder(sample.marked("log: ")).isEmpty(), sample.name);
+        if (steps[0] == "occupy")
+            window->occupyAll(true);
+        window.reset(); // gives its tile back
+        QVERIFY2(!cell || cell->count == 0, sample.name);
+    }
 }
 
 void TestTitleBar::dragging()
@@ -307,8 +271,6 @@ void TestTitleBar::dragging()
     QCOMPARE(window.geometry(), tile(0, 1));
     QCOMPARE(window.drag({240, 0}), QPoint(240, 0)); // over two other tiles
     QCOMPARE(counts(TitleBar::s_ppMatrixOccupy, 1, 4), "1011");
-    window.bar->showRestore();
-    QCOMPARE(counts(TitleBar::s_ppMatrixOccupy, 1, 4), "1000");
 }
 
 void TestTitleBar::popups()
@@ -351,10 +313,6 @@ void TestTitleBar::systemMenu()
         menu->hide();
         return names.join(' ');
     };
-    QByteArray texts;
-    for (const QByteArray name : {"Restore", "Move", "Size", "Minimize", "Maximize"})
-        texts += "<item name='IDS_SYSMENU_" + name.toUpper() + "'>" + name + "</item>";
-    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), "<l>" + texts + "</l>");
     QCursor::setPos(700, 700);
     QCOMPARE(enabled(true), "- Move - Minimize -");
     QCOMPARE(window.bar->findChild<QMenu*>()->pos(), QPoint(300, 300));

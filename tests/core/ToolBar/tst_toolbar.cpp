@@ -1,8 +1,8 @@
 #include "ToolBar/ToolBarLogic.h"
 
 #include "CoreTest.h"
+#include "Samples.h"
 #include "ToolBar/SearchLineEdit.h"
-#include "common/CommonUtils.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -11,30 +11,15 @@
 #include <QPainter>
 #include <QToolButton>
 
-#include <tuple>
-
 namespace {
 
-QByteArray item(const QByteArray& plugin, const QByteArray& id, const QByteArray& resource = "RES")
-{
-    return "<item pluginname='" + plugin + "' resource='" + resource +
-           "' enabled='on.png' disabled='off.png' id='" + id + "'/>";
-}
-
-QByteArray toolBar(const QByteArray& count, const QByteArray& items)
-{
-    return "<doc><ToolBar count='" + count + "'><note/>" + items +
-           "</ToolBar><GroupInGroup enable='2'/></doc>";
-}
-
 /// A picture with a red left and a blue right half.
-void savePicture(const QString& path, const QSize& size, Qt::GlobalColor left)
+void savePicture(const QString& path, Qt::GlobalColor left)
 {
-    QImage picture(size, QImage::Format_RGB32);
+    QImage picture(20, 16, QImage::Format_RGB32);
     picture.fill(Qt::blue);
-    QPainter(&picture).fillRect(0, 0, size.width() / 2, size.height(), left);
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QVERIFY(picture.save(path));
+    QPainter(&picture).fillRect(0, 0, 10, 16, left);
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()) && picture.save(path));
 }
 
 QColor leftColour(const QToolButton& button, QIcon::Mode mode = QIcon::Active)
@@ -57,75 +42,64 @@ private slots:
     void searchKeys();
 
 private:
-    QList<int> readIds(const QByteArray& content)
+    /// The identifiers of the buttons in a file, with a mark at that of the search box.
+    QString read(const QByteArray& content)
     {
         writeFile(path("toolbar.xml"), content);
         m_items = {ToolItem()};
         ToolBarLogic::GetXmlData(path("toolbar.xml"), m_items, m_groupInGroup, QString());
-        QList<int> ids;
-        for (const ToolItem& entry : qAsConst(m_items))
-            ids.append(entry.id);
-        return ids;
+        QStringList ids;
+        for (const ToolItem& item : qAsConst(m_items))
+            ids += QString::number(item.id) + (item.isSearch ? "*" : "");
+        return ids.join(' ');
     }
 
     QList<ToolItem> m_items;
     bool m_groupInGroup = false;
 };
 
+/// Samples give the buttons of a file, whether they are in a group, and the last line of the log.
 void TestToolBar::reading()
 {
-    const QByteArray items = item("", "7") + item("", "3", "THE_SEARCH_BOX") + item("", "x", "Search"),
-                     single = item("", "4");
-    const QString done = "Exit", isZero = "Exit: Item Count is ZERO!";
-    const std::tuple<QByteArray, QList<int>, bool, QString> rows[] = {
-        {toolBar("3", items), {7, 3, 0}, true, done},
-        {toolBar("2", items), {7, 3}, true, done},
-        {toolBar("2000000000", items), {7, 3, 0}, false, done}, // more than there are
-        {toolBar("0", items), {}, false, isZero},
-        {toolBar("-1", items), {}, true, done},
-        {toolBar("many", items), {}, false, "Exit: XML File Content is Wrong!"},
-        {"<doc>" + items + "</doc>", {}, false, isZero},
-        {"<doc><ToolBar count='1'/>" + single + "</doc>", {4}, false, done},
-        {toolBar("1", single).replace("enable='2'", "enable='0'"), {4}, false, done},
-        {toolBar("3", single + "<"), {4}, false, "Enter"}, // a fault
-    };
-    for (const auto& [content, ids, isGroup, logged] : rows) {
+    for (const Sample& sample : samplesIn(SAMPLES)) {
         log().clear();
         m_groupInGroup = false;
-        QCOMPARE(readIds(content), ids);
-        QCOMPARE(m_groupInGroup, isGroup);
-        QVERIFY2(log().contains("{file}: {func}: " + logged), content);
+        const QByteArray ids = read(sample.body()).toLatin1();
+        const QByteArray result = "= " + ids + (m_groupInGroup ? " in a group: " : ": ");
+        QVERIFY2(sample.firstLine().startsWith(result), sample.name + ": " + result);
+        QVERIFY2(log().contains("{file}: {func}: " + sample.firstLine().mid(result.size())), sample.name);
     }
     QVERIFY(log().contains("Error: {*}"));
-    readIds(toolBar("3", items));
-    QCOMPARE(m_items[1].resource + m_items[0].enabled + m_items[0].disabled, "THE_SEARCH_BOXon.pngoff.png");
-    QVERIFY(m_items[1].isSearch && !m_items[0].isSearch && !m_items[2].isSearch && !m_items[0].button);
+    QCOMPARE(m_items[0].resource + ' ' + m_items[0].enabled + ' ' + m_items[0].disabled,
+             "RES on.png off.png");
     ToolBarLogic::GetXmlData(path("missing.xml"), m_items, m_groupInGroup, QString());
     QVERIFY(m_items.isEmpty() && log().contains("{file}: GetXmlData: Exit: XML File is not opened"));
 }
 
 void TestToolBar::plugins()
 {
-    const QByteArray items = item("CallUIPlugin", "1") + item("VideoCallUIPlugin", "2") +
-                             item("GammaPlugin", "3") + item("", "4") + item("DeltaPlugin", "5");
-    QCOMPARE(readIds(toolBar("5", items)), QList<int>{4}); // there is no container
+    QByteArray content = "<doc><ToolBar count='5'/>";
+    int id = 0;
+    for (const QByteArray name : {"CallUIPlugin", "VideoCallUIPlugin", "GammaPlugin", "", "DeltaPlugin"})
+        content += "<item pluginname='" + name + "' id='" + QByteArray::number(++id) + "'/>";
+    QCOMPARE(read(content), "4"); // there is no container
     QCOMPARE(log().count("{file}: getPlugin: Plugin container is null "), 4);
     publish(makeContainer(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}})
                               .replace("AlphaPlugin", "CallUIPlugin")
                               .replace("BetaPlugin", "VideoCallUIPlugin"),
                           commonXml({"A", "B", "C"})));
-    QCOMPARE(readIds(toolBar("5", items)), (QList<int>{3, 4}));
+    QCOMPARE(read(content), "3 4");
     QCOMPARE(log().count("{file}: getPlugin: plugin is not loaded "), 1);
-    const std::tuple<const char*, const char*, QList<int>> rows[] = {
-        {"0", "no1", {3, 4}}, {"10", "0", {1, 3, 4}}, {"", "1 ", {2, 3, 4}}, {"1", "1", {1, 2, 3, 4}}};
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"0", "no1", "3 4"}, {"10", "0", "1 3 4"}, {"", "1 ", "2 3 4"}, {"1", "1", "1 2 3 4"}};
     for (const auto& [voice, video, ids] : rows) {
         service().setSetting("callui", "callvoice", voice);
         service().setSetting("callui", "callvideo", video);
-        QCOMPARE(readIds(toolBar("5", items)), ids);
+        QCOMPARE(read(content), ids);
     }
     const auto host = std::move(m_host); // the one that was taken first is kept
     publish(nullptr);
-    QCOMPARE(readIds(toolBar("5", items)), (QList<int>{1, 2, 3, 4}));
+    QCOMPARE(read(content), "1 2 3 4");
     QCOMPARE(ToolBarLogic::GetObjectName("X"), "ToolBar_X");
     VERIFY_LOGGED_IN_ORDER("{time}: {file}: GetObjectName Enter: plugin name:X",
                            "{time}: {file}: GetObjectName Exit: objectname:ToolBar_X");
@@ -133,8 +107,8 @@ void TestToolBar::plugins()
 
 void TestToolBar::creating()
 {
-    savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
-    readIds(toolBar("2", item("", "7", "SEARCH") + item("", "3").replace("on.png", "missing.png")));
+    savePicture(installed("plugins/P/on.png"), Qt::red);
+    m_items = {{7, "", "on.png", "", true}, {3, "", "missing.png", "", false}};
     QWidget parent;
     QButtonGroup* group = nullptr;
     QVERIFY(!ToolBarLogic::CreateToolBar("P", nullptr, m_items, &group, nullptr, nullptr, nullptr));
@@ -142,9 +116,8 @@ void TestToolBar::creating()
     SearchLineEdit* edit = nullptr;
     QLabel* icon = nullptr;
     QVERIFY(ToolBarLogic::CreateToolBar("P", &parent, m_items, &group, &searchLayout, &edit, &icon));
-    const std::unique_ptr<QHBoxLayout> ownedLayout(searchLayout);
-    const std::unique_ptr<QWidget> ownedEdit(edit);
-    const std::unique_ptr<QWidget> ownedIcon(icon);
+    QWidget searchBox;
+    searchBox.setLayout(searchLayout);
     const QToolButton& button = *m_items[0].button;
     QVERIFY(group->button(7) == &button && group->button(3) == m_items[1].button);
     QVERIFY(button.size() == QSize(30, 30) && button.iconSize() == QSize(20, 16));
@@ -167,9 +140,9 @@ void TestToolBar::creating()
 
 void TestToolBar::icons()
 {
-    savePicture(installed("plugins/P/on.png"), {20, 16}, Qt::red);
-    savePicture(installed("plugins/P/off.png"), {20, 16}, Qt::green);
-    readIds(toolBar("2", item("", "3", "SEARCH") + item("", "7")));
+    savePicture(installed("plugins/P/on.png"), Qt::red);
+    savePicture(installed("plugins/P/off.png"), Qt::green);
+    m_items = {{3, "", "on.png", "off.png", true}, {7, "", "on.png", "off.png", false}};
     QWidget parent;
     QVERIFY(ToolBarLogic::CreateToolBar("P", &parent, m_items, nullptr, nullptr, nullptr, nullptr));
     const QToolButton& button = *m_items[1].button;
@@ -240,7 +213,7 @@ void TestToolBar::searchKeys()
         {Qt::Key_Up, Qt::NoModifier, 1, ""},      {Qt::Key_Down, Qt::NoModifier, 3, ""},
         {Qt::Key_Home, Qt::NoModifier, 0, ""},    {Qt::Key_Up, Qt::ControlModifier, 0, ""},
         {Qt::Key_N, Qt::ControlModifier, 2, "N"}, {Qt::Key_F, Qt::ControlModifier, 2, "F"},
-        {Qt::Key_N, Qt::NoModifier, 3, ""}};
+        {Qt::Key_N, Qt::NoModifier, 3, ""},       {Qt::Key_F, Qt::NoModifier, 3, ""}};
     for (const auto& [key, modifier, position, signal] : rows) {
         edit.setText("abcd");
         edit.setCursorPosition(2);

@@ -8,7 +8,6 @@
 #include "PluginContainer/interfaces/INotifyService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 
-#include <QRect>
 #include <QWidget>
 
 extern const char testPluginName[];
@@ -95,11 +94,11 @@ public:
                                                {PluginIds::FirstService, &m_first},
                                                {PluginIds::MainFrameService, &m_mainFrame},
                                                {PluginIds::NotifyStopService, &m_notify}};
-        const QVariant answer =
-            record("QueryInterface(0x" + QString::number(iid, 16) + ')', {iid}, object(services.value(iid)));
-        if (auto* const service = answer.value<QObject*>())
+        const QString call = "QueryInterface(0x" + QString::number(iid, 16) + ')';
+        auto* const service = record(call, {iid}, object(services.value(iid))).value<QObject*>();
+        if (service)
             *out = service;
-        return answer.value<QObject*>();
+        return service;
     }
 
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override
