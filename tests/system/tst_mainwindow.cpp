@@ -386,23 +386,18 @@ void TestMainWindow::calls()
     QVERIFY(says("IDS_DIAL_BUSY"));
     QVERIFY(!CommonUtils::MakeCall("*100#", UI_CALL_VOICE));
     topLevel("CallWindow")->close();
-    struct Row
-    {
-        QByteArray before; ///< the modem while the call is made
-        QByteArray during;
-        const char* reason;
-    };
     const QByteArray busy = CallModem + "calls=busy\n";
     const QByteArray offline = QByteArray(CallModem).replace("26201", "");
-    for (const Row& row :
-         {Row{busy, busy, "IDS_CALL_BUSY"}, Row{CallModem, offline, "IDS_CALL_NO_NETWORK"},
-          Row{CallModem, CallModem, "IDS_CALL_HUNG_UP"}, Row{CallModem, {}, "IDS_CALL_NO_MODEM"}}) {
-        simulate(row.before);
+    for (const auto& [before, during, reason] : {std::tuple(busy, busy, "IDS_CALL_BUSY"),
+                                                 {CallModem, offline, "IDS_CALL_NO_NETWORK"},
+                                                 {CallModem, CallModem, "IDS_CALL_HUNG_UP"},
+                                                 {CallModem, {}, "IDS_CALL_NO_MODEM"}}) {
+        simulate(before);
         QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
-        simulate(row.during);
-        if (row.before == row.during && row.before == CallModem)
+        simulate(during);
+        if (during == CallModem)
             qobject_cast<QAbstractButton*>(owner("Ctrl+H"))->click();
-        QTRY_VERIFY_WITH_TIMEOUT(says(row.reason, "CallUIPlugin"), LongCall);
+        QTRY_VERIFY_WITH_TIMEOUT(says(reason, "CallUIPlugin"), LongCall);
         delete topLevel("CallWindow");
     }
 }
