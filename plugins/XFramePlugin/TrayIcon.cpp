@@ -7,6 +7,17 @@
 
 #include <algorithm>
 
+namespace {
+
+/// On X11, Qt shows the icon as soon as there is a notification area. Elsewhere it only complains if there is none.
+bool canAppear()
+{
+    return QSystemTrayIcon::isSystemTrayAvailable() ||
+           QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+} // namespace
+
 TrayIcon::TrayIcon(QObject* parent)
     : QObject(parent)
     , m_icon(new QSystemTrayIcon(this))
@@ -31,7 +42,8 @@ void TrayIcon::showStatus(const TrayStatus& status)
 {
     m_icon->setIcon(trayPicture(status));
     m_icon->setToolTip(trayText(status));
-    m_icon->show();
+    if (!m_icon->isVisible() && canAppear())
+        m_icon->show();
 }
 
 void TrayIcon::keepShown()
