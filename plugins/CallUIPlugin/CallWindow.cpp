@@ -12,7 +12,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStyle>
-#include <QTime>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -145,7 +144,7 @@ void CallWindow::proceed()
 QString CallWindow::duration() const
 {
     const qint64 length = isGoingOn() ? m_since.elapsed() : m_length;
-    return languageLocale().toString(QTime(0, 0).addMSecs(int(length)), QStringLiteral("hh:mm:ss"));
+    return durationText(length / Second, languageLocale());
 }
 
 QString CallWindow::stateText() const

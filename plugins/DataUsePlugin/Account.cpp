@@ -9,6 +9,7 @@ Account::Account(const QString& imsi)
 void Account::read(const Reading& reading, const QDate& today, qint64 now)
 {
     const bool isNew = !m_isConnected || reading.since != m_since;
+    m_isChanged |= !(m_history.counters == reading.counters);
     const Traffic added = m_history.take(reading.counters, today);
     if (isNew) {
         // The counters of a connection that is older than this run say what it has transferred.
@@ -20,7 +21,12 @@ void Account::read(const Reading& reading, const QDate& today, qint64 now)
     }
     m_since = reading.since;
     m_isConnected = m_wasSeen = true;
-    m_isChanged = true; // the counters at least
+}
+
+void Account::forgetCounters()
+{
+    m_history.counters.reset();
+    m_wasSeen = true; // what the counters show was not transferred by a connection of this SIM card
 }
 
 void Account::disconnect()

@@ -19,6 +19,9 @@ public:
     /// @param now in milliseconds of a clock that never goes back
     void read(const Reading& reading, const QDate& today, qint64 now);
 
+    /// What the counters show at the next reading was transferred by another SIM card. Only their growth counts.
+    void forgetCounters();
+
     /// Takes note that there is no connection.
     void disconnect();
 
@@ -44,6 +47,6 @@ private:
     Traffic m_sinceConnecting;
     qint64 m_since = 0;
     bool m_isConnected = false;
-    bool m_wasSeen = false; ///< connected or not
+    bool m_wasSeen = false; ///< in this run, connected or not
     bool m_isChanged = false;
 };

@@ -1,38 +1,20 @@
 #include "DataPage.h"
 
 #include "DataUse.h"
-#include "DayBars.h"
+#include "DaysPanel.h"
 #include "LimitBar.h"
-#include "LimitNotice.h"
+#include "Panel.h"
 #include "SpeedGraph.h"
 #include "Swatch.h"
+#include "Words.h"
 #include "support/ElidedLabel.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QDateTime>
-#include <QFileDialog>
-#include <QPushButton>
-#include <QSaveFile>
 #include <QVBoxLayout>
 
 namespace {
-
-/// A panel with a heading, and a corner at the other end of its line.
-QVBoxLayout* makePanel(QWidget* panel, const char* title, QWidget* corner)
-{
-    auto* column = new QVBoxLayout(panel);
-    column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
-    column->setSpacing(Look::Gap);
-    auto* line = new QHBoxLayout;
-    QLabel* const heading = Look::label(QString(), 1.15, QFont::DemiBold);
-    line->addWidget(heading, 1);
-    if (corner)
-        line->addWidget(corner);
-    column->addLayout(line);
-    keepTranslated(heading, [=] { heading->setText(text(title)); });
-    return column;
-}
 
 /// The whole seconds since a moment, in seconds since 1970.
 qint64 secondsSince(qint64 moment)
@@ -47,11 +29,12 @@ DataPage::DataPage(DataUse& dataUse, QWidget* parent)
     , m_dataUse(dataUse)
     , m_panels(new QWidget)
     , m_nothing(Look::quietLabel(QString(), true))
+    , m_days(new DaysPanel(dataUse))
 {
     auto* column = new QVBoxLayout(m_panels);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Look::Gap * 2);
-    for (QWidget* panel : {makePeriod(), makeSpeeds(), makeConnection(), makeDays()})
+    for (QWidget* panel : {makePeriod(), makeSpeeds(), makeConnection(), static_cast<QWidget*>(m_days)})
         column->addWidget(panel);
     content()->addWidget(m_nothing);
     content()->addWidget(m_panels);
@@ -101,7 +84,7 @@ QWidget* DataPage::makeSpeeds()
         legend->addSpacing(Look::Gap);
     }
     legend->addStretch();
-    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_SPEEDS", nullptr);
+    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_SPEEDS");
     column->addLayout(legend);
     column->addWidget(m_graph);
     return panel;
@@ -117,7 +100,7 @@ QWidget* DataPage::makeConnection()
     m_duration = makeCell("IDS_DATA_DURATION");
     for (const Cell& cell : {m_received, m_sent, m_duration})
         line->addWidget(cell.widget);
-    makePanel(panel, "IDS_DATA_CONNECTION", nullptr)->addLayout(line);
+    makePanel(panel, "IDS_DATA_CONNECTION")->addLayout(line);
     return panel;
 }
 
@@ -142,24 +125,6 @@ QWidget* DataPage::makePeriod()
     return panel;
 }
 
-QWidget* DataPage::makeDays()
-{
-    auto* panel = new Surface;
-    m_bars = new DayBars;
-    m_export = new QPushButton;
-    m_exported = Look::quietLabel(QString(), true);
-    connect(m_export, &QPushButton::clicked, this, &DataPage::askForFile);
-    keepTranslated(m_export, [this] {
-        setCaption(m_export, "IDS_DATA_EXPORT");
-        m_exported->clear();
-    });
-    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_DAYS", m_export);
-    column->addWidget(m_bars);
-    column->addWidget(m_exported);
-    m_exported->hide();
-    return panel;
-}
-
 void DataPage::refresh()
 {
     const Account* const account = m_dataUse.account();
@@ -170,7 +135,7 @@ void DataPage::refresh()
     showSpeeds(*account);
     showConnection(*account);
     showPeriod(*account);
-    showDays(*account);
+    m_days->refresh();
 }
 
 void DataPage::showSpeeds(const Account& account)
@@ -207,16 +172,12 @@ void DataPage::showConnection(const Account& account)
 
 void DataPage::showPeriod(const Account& account)
 {
-    const QLocale locale = languageLocale();
     const Units& units = m_dataUse.units();
     const Period period = m_dataUse.period();
     const quint64 used = account.history().sum(period).total();
     const quint64 limit = m_dataUse.limitBytes();
     const LimitState state = m_dataUse.stateOf(account);
-    const auto date = [&locale](const QDate& day) {
-        return locale.toString(day, QLocale::ShortFormat);
-    };
-    m_periodDays->setText(text("IDS_DATA_FROM_TO").arg(date(period.first), date(period.last)));
+    m_periodDays->setText(periodText(period));
     m_usage->setText(usageText(used, limit, units));
     m_bar->setVisible(limit > 0);
     m_bar->showShare(shareOf(used, limit), m_dataUse.limit().warnAt, state);
@@ -227,7 +188,8 @@ void DataPage::showPeriod(const Account& account)
     else if (state == LimitState::Reached)
         m_advice->setText(text("IDS_DATA_REACHED"));
     else
-        m_advice->setText(text("IDS_DATA_LEFT").arg(isolated(units.volume(limit - used)), date(period.last)));
+        m_advice->setText(
+            text("IDS_DATA_LEFT").arg(isolated(units.volume(limit - used)), dateText(period.last)));
     m_warning->setVisible(state != LimitState::Below);
 }
 
@@ -236,45 +198,6 @@ void DataPage::showTitle(LimitState state, int share)
 {
     setWindowTitle(state == LimitState::Below ? text("IDS_DATA_TITLE")
                                               : text("IDS_DATA_TITLE_SHARE").arg(numberText(share)));
-}
-
-void DataPage::showDays(const Account& account)
-{
-    const History::Days& days = account.history().days;
-    const QDate today = QDate::currentDate();
-    const Traffic shown = account.history().sum({today.addDays(1 - DayBars::Shown), today});
-    m_bars->showDays(days, today, m_dataUse.units());
-    m_bars->setAccessibleName(text("IDS_DATA_DAYS"));
-    m_bars->setAccessibleDescription(m_dataUse.units().volume(shown.total()));
-    m_export->setEnabled(!days.isEmpty());
-}
-
-/// Without waiting for the answer, as the plugin may be unloaded meanwhile.
-void DataPage::askForFile()
-{
-    delete m_files;
-    m_files =
-        new QFileDialog(this, caption("IDS_DATA_EXPORT").text, QString(), QStringLiteral("CSV (*.csv)"));
-    m_files->setAcceptMode(QFileDialog::AcceptSave);
-    m_files->setDefaultSuffix(QStringLiteral("csv"));
-    m_files->selectFile(QStringLiteral("data-use.csv"));
-    connect(m_files, &QFileDialog::fileSelected, this, &DataPage::writeTable);
-    m_files->open();
-}
-
-void DataPage::writeTable(const QString& path)
-{
-    const Account* const account = m_dataUse.account();
-    if (!account)
-        return;
-    const QByteArray table =
-        csvOf(account->history().days,
-              {text("IDS_DATA_CSV_DAY"), text("IDS_DATA_CSV_RECEIVED"), text("IDS_DATA_CSV_SENT")});
-    QSaveFile file(path);
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(table) == table.size() && file.commit();
-    m_exported->setText(text(isWritten ? "IDS_DATA_EXPORTED" : "IDS_DATA_NOT_EXPORTED").arg(path));
-    m_exported->show();
 }
 
 void DataPage::showEvent(QShowEvent* event)

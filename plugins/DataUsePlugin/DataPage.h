@@ -5,11 +5,9 @@
 
 class Account;
 class DataUse;
-class DayBars;
+class DaysPanel;
 class ElidedLabel;
 class LimitBar;
-class QFileDialog;
-class QPushButton;
 class SpeedGraph;
 class Swatch;
 
@@ -38,21 +36,17 @@ private:
     QWidget* makeSpeeds();
     QWidget* makeConnection();
     QWidget* makePeriod();
-    QWidget* makeDays();
 
     void refresh();
     void showSpeeds(const Account& account);
     void showConnection(const Account& account);
     void showPeriod(const Account& account);
-    void showDays(const Account& account);
     void showTitle(LimitState state, int share);
-
-    void askForFile();
-    void writeTable(const QString& path);
 
     DataUse& m_dataUse;
     QWidget* m_panels; ///< hidden while there is nothing to show
     QLabel* m_nothing; ///< shown then
+    DaysPanel* m_days;
     SpeedGraph* m_graph;
     ElidedLabel* m_receiving;
     ElidedLabel* m_sending;
@@ -64,8 +58,4 @@ private:
     LimitBar* m_bar;
     Swatch* m_warning; ///< beside the advice
     QLabel* m_advice;
-    DayBars* m_bars;
-    QPushButton* m_export;
-    QLabel* m_exported;
-    QFileDialog* m_files = nullptr;
 };

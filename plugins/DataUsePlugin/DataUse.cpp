@@ -138,6 +138,7 @@ void DataUse::count()
     QSet<QString> present;
     for (const Modem& modem : countable()) {
         present.insert(modem.imsi);
+        noteCard(modem);
         countModem(modem);
     }
     endMissing(present);
@@ -151,6 +152,16 @@ void DataUse::keepTime()
         m_everyMinute.stop();
     else if (!m_everyMinute.isActive())
         m_everyMinute.start();
+}
+
+/// A modem's counters go on when its SIM card is exchanged, but the new card has not caused what they show.
+void DataUse::noteCard(const Modem& modem)
+{
+    // A modem can be detected anew with its new card, so its port identifies it.
+    QString& card = m_cards[modem.port.isEmpty() ? QString::number(modem.id) : modem.port];
+    if (!card.isEmpty() && card != modem.imsi)
+        accountOf(modem.imsi).forgetCounters();
+    card = modem.imsi;
 }
 
 void DataUse::countModem(const Modem& modem)

@@ -6,6 +6,7 @@
 #include "support/Units.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -60,6 +61,7 @@ private:
     void update();
     void count();
     void countModem(const Modem& modem);
+    void noteCard(const Modem& modem);
     void keepTime();
     void endMissing(const QSet<QString>& present);
     void warn();
@@ -71,6 +73,7 @@ private:
     QElapsedTimer m_clock;
     QTimer m_everyMinute;                  ///< runs while there is a connection
     std::map<QString, Account> m_accounts; ///< by IMSI
+    QHash<QString, QString> m_cards;       ///< the IMSI that each modem had last
     QString m_imsi;                        ///< of the account()
     bool m_isWatched = false;
 };

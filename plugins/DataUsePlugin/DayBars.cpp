@@ -1,6 +1,7 @@
 #include "DayBars.h"
 
 #include "SpeedLog.h"
+#include "Words.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
 #include "support/Units.h"
@@ -18,19 +19,20 @@ constexpr int DaysPerTick = 5;
 
 } // namespace
 
-void DayBars::showDays(const History::Days& days, const QDate& today, const Units& units)
+void DayBars::showDays(const History::Days& days, const Period& month, const Units& units)
 {
     m_units = &units;
-    m_first = today.addDays(1 - Shown);
+    m_first = month.first;
     m_days.clear();
     quint64 largest = 0;
     QVector<Tick> ticks;
-    for (int i = 0; i < Shown; ++i) {
+    const auto count = int(month.first.daysTo(month.last)) + 1;
+    for (int i = 0; i < count; ++i) {
         const QDate day = m_first.addDays(i);
         m_days.append(days.value(day));
         largest = std::max(largest, m_days.last().total());
-        if ((Shown - 1 - i) % DaysPerTick == 0)
-            ticks.append({(i + 0.5) / Shown, numberText(day.day())});
+        if (i % DaysPerTick == 0)
+            ticks.append({(i + 0.5) / count, numberText(day.day())});
     }
     m_top = axisTop(largest, units.base());
     setAxes(units.shortVolume(m_top), units.shortVolume(m_top / 2), ticks);
@@ -38,7 +40,7 @@ void DayBars::showDays(const History::Days& days, const QDate& today, const Unit
 
 void DayBars::drawContent(QPainter& painter, const QRectF& plot)
 {
-    const qreal width = plot.width() / Shown;
+    const qreal width = plot.width() / std::max(1, m_days.size());
     const auto heightOf = [&](quint64 bytes) {
         return qreal(bytes) / qreal(m_top) * plot.height();
     };
@@ -64,11 +66,11 @@ QString DayBars::tipAt(const QPoint& position) const
 {
     const QRectF area = plot();
     const int x = layoutDirection() == Qt::RightToLeft ? width() - position.x() : position.x();
-    const int index = int((x - area.left()) / area.width() * Shown);
+    const int index = int((x - area.left()) / area.width() * m_days.size());
     if (x < area.left() || index >= m_days.size())
         return {};
     const Traffic& day = m_days[index];
     return text("IDS_DATA_ON_DAY")
-        .arg(languageLocale().toString(m_first.addDays(index), QLocale::ShortFormat),
-             m_units->volume(day.received), m_units->volume(day.sent));
+        .arg(dateText(m_first.addDays(index)), isolated(m_units->volume(day.received)),
+             isolated(m_units->volume(day.sent)));
 }

@@ -5,16 +5,14 @@
 
 class Units;
 
-/// What was transferred on each of the last days: bars, of which the upper part was sent. A tool tip has the numbers.
+/// What was transferred on each day of a month: bars, of which the upper part was sent. A tool tip has the numbers.
 class DayBars : public Chart
 {
     Q_OBJECT
 
 public:
-    static constexpr int Shown = 31; ///< days
-
     /// @param units must outlive this object
-    void showDays(const History::Days& days, const QDate& today, const Units& units);
+    void showDays(const History::Days& days, const Period& month, const Units& units);
 
 protected:
     void drawContent(QPainter& painter, const QRectF& plot) override;
@@ -25,6 +23,6 @@ private:
 
     const Units* m_units = nullptr;
     QDate m_first;
-    QVector<Traffic> m_days; ///< from m_first on
+    QVector<Traffic> m_days; ///< of the month, from m_first on
     quint64 m_top = 1;
 };

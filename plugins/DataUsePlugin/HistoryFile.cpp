@@ -32,15 +32,19 @@ History HistoryFile::load()
     QFile file(m_path);
     if (!file.exists())
         return {};
-    m_isWritable = file.open(QIODevice::ReadOnly) && file.size() <= MostBytes;
+    const bool isOpen = file.open(QIODevice::ReadOnly) && file.size() <= MostBytes;
+    const QByteArray text = isOpen ? file.readAll() : QByteArray();
+    m_isWritable = isOpen && file.error() == QFile::NoError;
     if (!m_isWritable) {
         complain("cannot be read", file.errorString());
         return {};
     }
     int badLines = 0;
-    const History history = historyFrom(file.readAll(), badLines);
-    if (badLines > 0)
+    const History history = historyFrom(text, badLines);
+    if (badLines > 0) {
         LOG_WARNING("%s: %s: %d lines are ignored", LOG_FUNCTION, qUtf8Printable(m_path), badLines);
+        file.copy(m_path + QLatin1String(".damaged")); // unless there is one already
+    }
     return history;
 }
 

@@ -11,8 +11,8 @@ class HistoryFile
 public:
     explicit HistoryFile(const QString& imsi);
 
-    /// Reads the file. What makes no sense is logged and left out. A file that cannot be read is logged, too, and never
-    /// written.
+    /// Reads the file. Lines that make no sense are logged and left out; the first file with such lines is kept as a copy
+    /// with the suffix ".damaged". A file that cannot be read is logged, too, and never written.
     History load();
 
     /// Writes the file; failing is logged once.

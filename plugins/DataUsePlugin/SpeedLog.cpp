@@ -10,7 +10,7 @@ constexpr quint64 LargestShown = quint64(1) << 60;
 Traffic perSecond(const Traffic& grown, qint64 milliseconds)
 {
     const auto rate = [milliseconds](quint64 bytes) {
-        return quint64(double(bytes) * 1000.0 / double(milliseconds));
+        return quint64(std::min(double(bytes) * 1000.0 / double(milliseconds), double(LargestShown)));
     };
     return {rate(grown.received), rate(grown.sent)};
 }

@@ -2,18 +2,27 @@
 
 #include <QtGlobal>
 
+#include <algorithm>
+#include <limits>
+
+/// The sum of two volumes, or the largest number: a damaged file can contain any.
+inline quint64 saturatedSum(quint64 left, quint64 right)
+{
+    return left + std::min(right, std::numeric_limits<quint64>::max() - left);
+}
+
 /// Bytes in both directions.
 struct Traffic
 {
     quint64 received = 0;
     quint64 sent = 0;
 
-    quint64 total() const { return received + sent; }
+    quint64 total() const { return saturatedSum(received, sent); }
 
     Traffic& operator+=(const Traffic& other)
     {
-        received += other.received;
-        sent += other.sent;
+        received = saturatedSum(received, other.received);
+        sent = saturatedSum(sent, other.sent);
         return *this;
     }
 };

@@ -126,8 +126,7 @@ void DialPadPage::sendCode(const QString& dialled)
     if (m_dialog)
         return;
     remember(dialled);
-    m_dialog = new UssdDialog(dialled, modemInUse(attachedModems()), m_requests, m_events,
-                              CommonUtils::GetMainWindow());
+    m_dialog = new UssdDialog(dialled, modemInUse(), m_requests, m_events, CommonUtils::GetMainWindow());
     m_dialog->open();
 }
 

@@ -1,6 +1,7 @@
 #include "RecentList.h"
 
 #include "RecentNumbers.h"
+#include "support/DialString.h"
 #include "support/Text.h"
 
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -41,6 +43,18 @@ private:
     std::function<void()> m_moved;
 };
 
+/// Shows numbers that are never mirrored.
+class NumberDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale&) const override
+    {
+        return unmirrored(value.toString());
+    }
+};
+
 } // namespace
 
 RecentList::RecentList(QWidget* parent)
@@ -52,6 +66,7 @@ RecentList::RecentList(QWidget* parent)
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setItemDelegate(new NumberDelegate(m_list));
     m_remove->setAutoDefault(true);
     m_remove->setMinimumWidth(ButtonWidth);
     setMaximumWidth(LargestWidth);

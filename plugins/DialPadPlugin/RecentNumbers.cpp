@@ -2,12 +2,17 @@
 
 #include "common/CommonUtils.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 constexpr QLatin1String Section("calls");
 constexpr QLatin1String Key("recent");
 constexpr QLatin1Char Separator(' '); // dial strings contain none
-constexpr QLatin1String PasswordCode("**0");
+
+/// Codes for changing or unblocking a PIN and for call barring, if they go on with a password: "**04*1234*...",
+/// "*33*0000#". Without one, as in "*#33#", they only ask.
+constexpr QLatin1String PasswordCode("^[*#]{1,3}(0[345]\\d?|33\\d?|35\\d?)\\*");
 constexpr int Most = 10;
 
 void store(const QStringList& numbers)
@@ -24,7 +29,7 @@ QStringList RecentNumbers::load()
 
 void RecentNumbers::add(const QString& dialString)
 {
-    if (dialString.startsWith(PasswordCode))
+    if (QRegularExpression(PasswordCode).match(dialString).hasMatch())
         return;
     QStringList numbers = load();
     numbers.removeAll(dialString);

@@ -1,6 +1,7 @@
 #include "UssdDialog.h"
 
 #include "support/DeviceEvents.h"
+#include "support/DialString.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Requests.h"
@@ -29,12 +30,6 @@ QLabel* wrapped(QLabel* label)
     return label;
 }
 
-/// Codes are never mirrored, not even in the middle of a sentence.
-QString isolated(const QString& code)
-{
-    return QChar(0x2066) + code + QChar(0x2069);
-}
-
 } // namespace
 
 UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& requests,
@@ -53,7 +48,7 @@ UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& reques
     fillDialog(this, makeContent());
     connect(events, &DeviceEvents::changed, this, &UssdDialog::followModem);
     keepTranslated(this, [this] {
-        setWindowTitle(text("IDS_USSD_TITLE").arg(isolated(m_code)));
+        setWindowTitle(text("IDS_USSD_TITLE").arg(unmirrored(m_code)));
         m_reply->setPlaceholderText(text("IDS_USSD_REPLY"));
         m_reply->setAccessibleName(m_reply->placeholderText());
         m_send->setText(text("IDS_USSD_SEND"));

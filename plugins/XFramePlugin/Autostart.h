@@ -1,7 +1,8 @@
 #pragma once
 
 /// Whether the application starts when the user logs in to the computer. The system keeps this: an XDG autostart entry on
-/// Linux, the registry's Run key on Windows. The desktop's own settings can change it, too.
+/// Linux, the registry's Run key on Windows. The desktop's own settings can change it, too. An entry for another copy of the
+/// application, for example in the folder from which it was moved, does not count and is replaced.
 namespace Autostart {
 
 bool isOn();

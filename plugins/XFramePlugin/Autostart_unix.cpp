@@ -7,6 +7,9 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 QDir folder()
@@ -35,18 +38,29 @@ QString quoted(const QString& path)
     return QLatin1Char('"') + result + QLatin1Char('"');
 }
 
-QString entry()
+QByteArray execLine()
 {
-    return QStringLiteral("[Desktop Entry]\nType=Application\nName=%1\nExec=%2 --background\n")
-        .arg(QGuiApplication::applicationDisplayName(), quoted(QCoreApplication::applicationFilePath()));
+    return "\nExec=" + quoted(QCoreApplication::applicationFilePath()).toUtf8() + " --background\n";
 }
+
+QByteArray entry()
+{
+    return "[Desktop Entry]\nType=Application\nName=" + QGuiApplication::applicationDisplayName().toUtf8() +
+           execLine();
+}
+
+/// What desktops add to an entry that the user has switched off in their settings.
+constexpr const char* SwitchedOff[] = {"\nHidden=true", "\nX-GNOME-Autostart-enabled=false"};
 
 } // namespace
 
 bool Autostart::isOn()
 {
     QFile file(entryFile());
-    return file.open(QIODevice::ReadOnly) && !file.readAll().contains("\nHidden=true");
+    const QByteArray lines = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return lines.contains(execLine()) &&
+           std::none_of(std::begin(SwitchedOff), std::end(SwitchedOff),
+                        [&lines](const char* line) { return lines.contains(line); });
 }
 
 bool Autostart::setOn(bool isOn)
@@ -56,5 +70,5 @@ bool Autostart::setOn(bool isOn)
     if (!folder().mkpath(QStringLiteral(".")))
         return false;
     QSaveFile file(entryFile());
-    return file.open(QIODevice::WriteOnly) && file.write(entry().toUtf8()) > 0 && file.commit();
+    return file.open(QIODevice::WriteOnly) && file.write(entry()) > 0 && file.commit();
 }

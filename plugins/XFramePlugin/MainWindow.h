@@ -3,6 +3,7 @@
 #include "Situation.h"
 #include "support/XmlMenu.h"
 
+#include <QBasicTimer>
 #include <QPointer>
 #include <QWidget>
 
@@ -47,7 +48,7 @@ public:
     void showStatus();
 
     /// Shows the window for the first time, unless the desktop has started the application and the user wants it to be in
-    /// the notification area.
+    /// the notification area. If there is no such area for ten seconds, the window is shown after all.
     void showAtStart();
 
     /// Shows the window if it is hidden or minimised, in front of others.
@@ -81,11 +82,13 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, long* result) override;
     void showEvent(QShowEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     MenuCommands commands();
     void quit();
     void hideInTray();
+    void hideAndRemember();
     void adaptToForm();
     void restorePlace();
 
@@ -98,4 +101,5 @@ private:
     QPointer<PluginsPage> m_pluginsPage;
     bool m_isInTray = false;       ///< hidden, but not closed
     bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before that
+    QBasicTimer m_waitForTray;
 };

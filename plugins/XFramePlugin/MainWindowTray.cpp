@@ -10,6 +10,13 @@
 
 #include <utility>
 
+namespace {
+
+/// The desktop may start the application before its notification area. In milliseconds.
+constexpr int LongestTrayStart = 10000;
+
+} // namespace
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (hidesOnClose(this)) {
@@ -19,8 +26,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     if (m_isInTray)
         QGuiApplication::setQuitOnLastWindowClosed(m_quitsWhenClosed);
-    hide(); // remembering the place of a maximised window restores it
-    rememberPlace();
+    else
+        hideAndRemember();
     QWidget::closeEvent(event);
 }
 
@@ -46,24 +53,46 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::showAtStart()
 {
-    if (Background::isStart() && hidesOnClose(this))
-        hideInTray();
-    else
+    if (!Background::isStart() || !Background::isWanted()) {
+        show();
+        return;
+    }
+    hideInTray();
+    if (!hasTray())
+        m_waitForTray.start(LongestTrayStart, this);
+}
+
+void MainWindow::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_waitForTray.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    m_waitForTray.stop();
+    followBackground();
+    if (!hasTray())
         show();
 }
 
 /// The end of another window, such as that of a call, must not end the application meanwhile.
 void MainWindow::hideInTray()
 {
+    if (std::exchange(m_isInTray, true))
+        return;
     m_quitsWhenClosed = QGuiApplication::quitOnLastWindowClosed();
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    m_isInTray = true;
     if (!isVisible())
-        return; // at the start
-    hide();
-    rememberPlace(); // the session may end before the window is shown again
+        return;        // at the start
+    hideAndRemember(); // the session may end before the window is shown again
     if (Background::isNew())
         m_menus->tellThatHidden();
+}
+
+/// In this order, because remembering the place of a maximised window restores it.
+void MainWindow::hideAndRemember()
+{
+    hide();
+    rememberPlace();
 }
 
 /// Whoever shows the window need not know that it was in the notification area.

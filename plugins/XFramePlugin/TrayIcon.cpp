@@ -7,12 +7,21 @@
 
 #include <algorithm>
 
+namespace {
+
+/// On X11, Qt shows the icon as soon as there is a notification area. Elsewhere it only complains if there is none.
+bool canAppear()
+{
+    return QSystemTrayIcon::isSystemTrayAvailable() ||
+           QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+} // namespace
+
 TrayIcon::TrayIcon(QObject* parent)
     : QObject(parent)
+    , m_icon(new QSystemTrayIcon(this))
 {
-    if (!QSystemTrayIcon::isSystemTrayAvailable())
-        return;
-    m_icon = new QSystemTrayIcon(this);
     connect(m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
         if (reason == QSystemTrayIcon::Trigger)
             Q_EMIT clicked();
@@ -21,22 +30,20 @@ TrayIcon::TrayIcon(QObject* parent)
 
 bool TrayIcon::isShown() const
 {
-    return m_icon && m_icon->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
+    return m_icon->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void TrayIcon::setMenu(QMenu* menu)
 {
-    if (m_icon)
-        m_icon->setContextMenu(menu);
+    m_icon->setContextMenu(menu);
 }
 
 void TrayIcon::showStatus(const TrayStatus& status)
 {
-    if (!m_icon)
-        return;
     m_icon->setIcon(trayPicture(status));
     m_icon->setToolTip(trayText(status));
-    m_icon->show();
+    if (!m_icon->isVisible() && canAppear())
+        m_icon->show();
 }
 
 void TrayIcon::keepShown()
@@ -45,7 +52,7 @@ void TrayIcon::keepShown()
     const bool wasHidden = std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
         return window->inherits("QSystemTrayIconSys") && !window->isVisible();
     });
-    if (!m_icon || !wasHidden)
+    if (!wasHidden)
         return;
     m_icon->hide();
     m_icon->show();
@@ -53,6 +60,5 @@ void TrayIcon::keepShown()
 
 void TrayIcon::notify(const QString& title, const QString& body)
 {
-    if (m_icon)
-        m_icon->showMessage(title, body, FrameStyle::picture());
+    m_icon->showMessage(title, body, FrameStyle::picture());
 }

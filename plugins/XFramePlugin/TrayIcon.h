@@ -7,8 +7,8 @@
 class QMenu;
 class QSystemTrayIcon;
 
-/// The icon in the desktop's notification area: signal and state of the modem in use. Does nothing where the desktop has
-/// no such area.
+/// The icon in the desktop's notification area: signal and state of the modem in use. It appears as soon as the desktop has
+/// such an area, which can be later than the application when both start with the session.
 class TrayIcon : public QObject
 {
     Q_OBJECT
@@ -34,5 +34,5 @@ Q_SIGNALS:
     void clicked();
 
 private:
-    QSystemTrayIcon* m_icon = nullptr; ///< null where the desktop has no notification area
+    QSystemTrayIcon* m_icon;
 };

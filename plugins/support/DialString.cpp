@@ -11,9 +11,17 @@ bool isDigit(QChar sign)
     return sign >= QLatin1Char('0') && sign <= QLatin1Char('9');
 }
 
+/// Also the invisible characters and the dashes that come along when a number is copied from a document.
 bool isSeparator(QChar sign)
 {
-    return sign.isSpace() || QLatin1String("-./()").contains(sign);
+    return sign.isSpace() || QLatin1String("./()").contains(sign) ||
+           sign.category() == QChar::Punctuation_Dash || sign.category() == QChar::Other_Format;
+}
+
+/// Digits of all scripts as dialled ones: Arabic keyboards have their own.
+QChar withLatinDigit(QChar sign)
+{
+    return sign.isDigit() ? QChar(QLatin1Char(char('0' + sign.digitValue()))) : sign;
 }
 
 bool canBeDialled(const QString& dialled)
@@ -33,6 +41,7 @@ QString dialString(const QString& number)
     QString dialled = number;
     const auto end = std::remove_if(dialled.begin(), dialled.end(), isSeparator);
     dialled.truncate(int(end - dialled.begin()));
+    std::transform(dialled.begin(), dialled.end(), dialled.begin(), withLatinDigit);
     return canBeDialled(dialled) ? dialled : QString();
 }
 
@@ -40,4 +49,11 @@ bool isServiceCode(const QString& dialString)
 {
     const bool hasStart = dialString.startsWith(QLatin1Char('*')) || dialString.startsWith(QLatin1Char('#'));
     return hasStart && dialString.endsWith(QLatin1Char('#'));
+}
+
+QString unmirrored(const QString& dialString)
+{
+    constexpr QChar leftToRightIsolate(0x2066);
+    constexpr QChar popDirectionalIsolate(0x2069);
+    return leftToRightIsolate + dialString + popDirectionalIsolate;
 }

@@ -81,8 +81,10 @@ public:
                     m_notifier.setEnabled(errno == EAGAIN); // else it would be called without end
                     return;
                 }
+                const bool isUsers = belongsToUser(other);
                 close(other);
-                raise();
+                if (isUsers)
+                    raise();
             });
     }
 

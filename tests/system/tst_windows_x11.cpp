@@ -65,8 +65,6 @@ int runOnDisplay(int argc, char** argv)
     windowManager.start("openbox", {"--sm-disable"});
     if (number.isEmpty() || !isManaged())
         qFatal("Xvfb or openbox cannot be started");
-    Server notificationArea;
-    notificationArea.start("trayer", {"--edge", "bottom", "--height", "24"});
     QProcess test;
     test.setProcessChannelMode(QProcess::ForwardedChannels);
     test.start(application.applicationFilePath(), application.arguments().mid(1));
@@ -125,27 +123,40 @@ void TestWindowsX11::init()
     QTRY_COMPARE(place(), QRect(100, 80, 900, 560));
 }
 
-/// Closing the window hides it only if the user wants that; minimising hides other windows, but not the icon.
+/// The notification area can appear later than the application, or never. Closing the window hides it only if the user
+/// wants that; minimising hides other windows, but not the icon.
 void TestWindowsX11::notificationArea()
 {
-    QTRY_VERIFY(QSystemTrayIcon::isSystemTrayAvailable());
-    end(); // the application looks for the area when it starts
-    CommonUtils::SetSettings("mainwindow", "closetotray", "true");
-    start();
-    QVERIFY(QTest::qWaitForWindowActive(window()));
     const auto hasIcon = [] {
         const QWidgetList windows = QApplication::topLevelWidgets();
         return std::any_of(windows.begin(), windows.end(), [](const QWidget* widget) {
             return widget->inherits("QSystemTrayIconSys") && widget->isVisible();
         });
     };
+    const auto clickIcon = [this] {
+        emit window()->findChild<QSystemTrayIcon*>()->activated(QSystemTrayIcon::Trigger);
+    };
+    const auto restart = [this] {
+        end();
+        start();
+    };
+    CommonUtils::SetSettings("mainwindow", "closetotray", "true");
+    restart();
+    QVERIFY(!window()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(window()->isVisible(), 60000); // there is no area
+    Server area;
+    area.start("trayer", {"--edge", "bottom", "--height", "24"});
     QTRY_VERIFY(hasIcon());
-    const QRect before = place();
     qApp->setQuitOnLastWindowClosed(true);
-    QVERIFY(!window()->close() && !window()->isVisible() && !qApp->quitOnLastWindowClosed());
+    restart();
+    QVERIFY(!window()->isVisible() && !qApp->quitOnLastWindowClosed());
+    clickIcon();
+    QVERIFY(QTest::qWaitForWindowActive(window()));
+    const QRect before = place();
+    QVERIFY(!window()->close() && !window()->close() && !window()->isVisible());
     QCOMPARE(CommonUtils::GetUserSettings("mainwindow", "closetotraytold"), "true");
     QVERIFY(!CommonUtils::GetUserSettings("mainwindow", "geometry").isEmpty());
-    emit window()->findChild<QSystemTrayIcon*>()->activated(QSystemTrayIcon::Trigger);
+    clickIcon();
     QVERIFY(window()->isVisible() && qApp->quitOnLastWindowClosed());
     qApp->setQuitOnLastWindowClosed(false);
     QVERIFY(QTest::qWaitForWindowActive(window()));
@@ -154,12 +165,14 @@ void TestWindowsX11::notificationArea()
     click("Minimize");
     QTRY_VERIFY(window()->isMinimized());
     QTRY_VERIFY(hasIcon());
+    window()->showMaximized();
+    QTRY_VERIFY(window()->findChild<TitleBar*>()->IsMaximized());
     window()->close();
     QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+Q"), "trigger"));
     QVERIFY(!window()->isVisible());
+    QCOMPARE(CommonUtils::GetUserSettings("mainwindow", "maximized"), "true");
     CommonUtils::SetSettings("mainwindow", "closetotray", "false");
-    end();
-    start();
+    restart();
     QTRY_VERIFY(hasIcon());
     QVERIFY(window()->close());
 }
@@ -307,7 +320,10 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet(HasDisplay))
         return runOnDisplay(argc, argv);
     const TestHome home("[system]\nEnableMaxButton=true\n");
-    QApplication application(argc, argv);
+    char background[] = "--background"; // has no effect unless the user wants that
+    char* arguments[] = {argv[0], background};
+    int count = 2;
+    QApplication application(count, arguments);
     TestWindowsX11 test;
     return QTest::qExec(&test, argc, argv);
 }

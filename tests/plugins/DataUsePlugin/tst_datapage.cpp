@@ -11,6 +11,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QPushButton>
 #include <QRect>
 #include <QSpinBox>
 #include <QtTest>
@@ -25,11 +26,14 @@ private slots:
     void initTestCase();
     void counting();
     void limit();
-    void leaving();
+    void months();
+    void exchangedCards();
 
 private:
     QWidget* page() const;
-    QString words() const;
+    QString words() const { return words(page()); }
+    static QString words(const QWidget* parent);
+    void open();
 };
 
 namespace {
@@ -54,23 +58,28 @@ QWidget* TestDataPage::page() const
     return nullptr;
 }
 
-/// What can be read on the page.
-QString TestDataPage::words() const
+/// What can be read on labels.
+QString TestDataPage::words(const QWidget* parent)
 {
     QStringList words;
-    for (const QLabel* label : page()->findChildren<QLabel*>())
+    for (const QLabel* label : parent->findChildren<QLabel*>())
         if (label->isVisible())
-            words << label->text();
+            words << label->text().replace(QChar::Nbsp, ' ');
     return words.join('|');
+}
+
+void TestDataPage::open()
+{
+    start();
+    QTRY_VERIFY_WITH_TIMEOUT(page(), LongestWait);
+    QVERIFY(Startup::GetMainFrameService()->ShowPage(Clsid));
 }
 
 void TestDataPage::initTestCase()
 {
     qApp->setQuitOnLastWindowClosed(false);
     simulate({});
-    start();
-    QTRY_VERIFY_WITH_TIMEOUT(page(), LongestWait);
-    QVERIFY(Startup::GetMainFrameService()->ShowPage(Clsid));
+    open();
     QTRY_VERIFY(words().contains("no unlocked SIM card"));
 }
 
@@ -108,20 +117,55 @@ void TestDataPage::limit()
     QVERIFY2(words().contains("Das Datenlimit ist aufgebraucht."), qUtf8Printable(words()));
 }
 
-/// A history names no SIM card and is kept when the application ends.
-void TestDataPage::leaving()
+/// The buttons lead to each month in which something was transferred, and keep the focus.
+void TestDataPage::months()
 {
     simulate(Modem);
     QTRY_VERIFY_WITH_TIMEOUT(!words().contains("↓ – B/s"), LongestWait);
-    end();
-    const QStringList files = folder().entryList(QDir::Files);
-    QCOMPARE(files.size(), 1);
-    QFile file(folder().filePath(files.first()));
-    QVERIFY(file.open(QIODevice::ReadOnly));
+    end(); // keeps what was counted
+    const QDate today = QDate::currentDate();
+    QFile file(folder().filePath(folder().entryList(QDir::Files).value(0)));
+    QVERIFY(file.open(QIODevice::ReadWrite));
     const QByteArray content = file.readAll();
-    QVERIFY(!content.contains("262011234567890"));
-    QVERIFY(content.contains(QDate::currentDate().toString(Qt::ISODate).toLatin1() + ' '));
+    QVERIFY(content.contains(today.toString(Qt::ISODate).toLatin1() + ' '));
     QVERIFY(content.contains(" 2\n")); // the user has seen that the limit is reached
+    const QDate thisMonth(today.year(), today.month(), 1);
+    for (const auto& [months, bytes] : {std::pair(-1, "1572864 0"), std::pair(-2, "0 2621440")})
+        file.write(thisMonth.addMonths(months).toString(Qt::ISODate).toLatin1() + ' ' + bytes + '\n');
+    file.close();
+    simulate(Modem + "connection=disconnected\n");
+    open();
+    QTRY_VERIFY(words().contains("Dieser Monat"));
+    const auto button = [this](const QString& name) {
+        const auto buttons = page()->findChildren<QPushButton*>();
+        return *std::find_if(buttons.begin(), buttons.end(),
+                             [&](const QPushButton* one) { return one->accessibleName() == name; });
+    };
+    QPushButton* const earlier = button("Voriger Monat");
+    QPushButton* const later = button("Nächster Monat");
+    QVERIFY(earlier->isEnabled() && !later->isEnabled());
+    earlier->setFocus();
+    for (const char* sum : {": 1,50 MB", ": 2,50 MB"}) {
+        QVERIFY2(!words().contains(sum), qUtf8Printable(words()));
+        QTest::keyClick(earlier, Qt::Key_Return);
+        QVERIFY2(words().contains(sum), qUtf8Printable(words()));
+    }
+    QVERIFY(!earlier->isEnabled() && later->hasFocus());
+    later->click();
+    QVERIFY(words().contains(": 1,50 MB") && earlier->isEnabled() && later->isEnabled());
+}
+
+/// A SIM card does not inherit what the modem has transferred with another one.
+void TestDataPage::exchangedCards()
+{
+    for (const auto& [imsi, rate, used] :
+         {std::tuple("262019", "3145728", "MB"), std::tuple("262018", "999999999", "GB"),
+          std::tuple("262019", "0", "MB")}) {
+        simulate(QByteArray(Modem).replace("262011", imsi).replace("3145728", rate));
+        const QRegularExpression usage(QString("[|][1-9][0-9]*,[0-9]{2} %1 von 1 MB").arg(used));
+        QTRY_VERIFY_WITH_TIMEOUT(words().contains(usage), LongestWait);
+    }
+    end();
 }
 
 int main(int argc, char** argv)

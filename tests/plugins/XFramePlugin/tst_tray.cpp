@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QSaveFile>
+#include <QSettings>
 #include <QTemporaryDir>
 
 class TestTray : public QObject
@@ -78,14 +79,30 @@ void TestTray::autostart()
 #ifdef Q_OS_UNIX
     QFile folder(QString::fromLocal8Bit(qgetenv("XDG_CONFIG_HOME")) + "/autostart");
     QFile entry(folder.fileName() + '/' + QCoreApplication::applicationName() + ".desktop");
-    QVERIFY(Autostart::setOn(true) && entry.open(QIODevice::ReadOnly));
-    const QString command = "\nExec=\"" + QCoreApplication::applicationFilePath() + "\" --background\n";
-    QVERIFY(QString::fromUtf8(entry.readAll()).contains(command));
-    entry.close();
-    QVERIFY(entry.open(QIODevice::Append) && entry.write("Hidden=true\n") > 0 && entry.flush());
-    QVERIFY(!Autostart::isOn()); // the desktop has switched it off
+    const QByteArray command =
+        "\nExec=\"" + QCoreApplication::applicationFilePath().toUtf8() + "\" --background\n";
+    // The desktop has switched it off, and another copy of the application is started.
+    for (const QByteArray& changed :
+         {command + "Hidden=true\n", command + "X-GNOME-Autostart-enabled=false\n",
+          QByteArray(command).replace("Exec=\"", "Exec=\"/old")}) {
+        QVERIFY(Autostart::setOn(true) && Autostart::isOn() && entry.open(QIODevice::ReadWrite));
+        const QByteArray written = entry.readAll();
+        QVERIFY(written.contains(command) && entry.seek(0));
+        QVERIFY(entry.write(QByteArray(written).replace(command, changed)) > 0);
+        entry.close();
+        QVERIFY(!Autostart::isOn());
+    }
     QVERIFY(entry.remove() && QDir().rmdir(folder.fileName()) && folder.open(QIODevice::WriteOnly));
     QVERIFY(!Autostart::setOn(true) && !Autostart::isOn());
+#else
+    QSettings approved(
+        "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\StartupApproved\\Run",
+        QSettings::NativeFormat);
+    QVERIFY(Autostart::setOn(true));
+    approved.setValue("tst_tray",
+                      QString(QChar(3)) + QString(5, QChar(0))); // switched off in the Task Manager
+    approved.sync();
+    QVERIFY(!Autostart::isOn() && Autostart::setOn(true) && Autostart::isOn() && Autostart::setOn(false));
 #endif
 }
 
