@@ -150,10 +150,45 @@ private:
 
 Watch* Watch::s_watch = nullptr;
 
+/// A modem that answers the daemon without taking time from the page's thread.
+class ModemThread
+{
+public:
+    explicit ModemThread(const QByteArray& name)
+    {
+        m_context.moveToThread(&m_thread);
+        m_thread.start();
+        run([=] { m_modem = std::make_unique<AtModem>(name, AtModem::Sim()); }, Qt::BlockingQueuedConnection);
+    }
+    ~ModemThread()
+    {
+        run([this] { m_modem.reset(); }, Qt::BlockingQueuedConnection);
+        m_thread.quit();
+        m_thread.wait();
+    }
+    Q_DISABLE_COPY_MOVE(ModemThread)
+
+    QByteArray port() const { return m_modem->port(); }
+    void announce(const QByteArray& line)
+    {
+        run([=] { m_modem->announce(line); }, Qt::QueuedConnection);
+    }
+
+private:
+    void run(const std::function<void()>& job, Qt::ConnectionType type)
+    {
+        QMetaObject::invokeMethod(&m_context, job, type);
+    }
+
+    QThread m_thread;
+    QObject m_context;
+    std::unique_ptr<AtModem> m_modem;
+};
+
 /// With the real daemon, whose modem goes into a foreign network and back.
 bool measureChanges(ServiceBus& bus)
 {
-    AtModem modem("bench-" + QByteArray::number(QCoreApplication::applicationPid()), {});
+    ModemThread modem("bench-" + QByteArray::number(QCoreApplication::applicationPid()));
     if (!bus.startModemManager() || !waitUntil([] { return value("problem", QRVL_SERVICE) == "2"; }) ||
         !bus.addModem("bench", modem.port()) || !waitUntil([] { return values({"registration"}) == "home"; }))
         return false;

@@ -1,9 +1,9 @@
+#include "DeviceClient.h"
 #include "LogCapture.h"
+#include "ReplaceFile.h"
 #include "devices/CounterReport.h"
 #include "devices/DeviceRecord.h"
 #include "devices/DeviceService.h"
-#include "files/FileAccess.h"
-#include "qrvl.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -16,32 +16,14 @@
 #include <tuple>
 #include <utility>
 
+using namespace DeviceClient;
 using namespace std::chrono_literals;
 
 namespace {
 
-std::mutex seenMutex;
-std::condition_variable seenMore;
-QStringList seenEvents; // as "event:number of modems at that moment"
 std::atomic<long> unregisterResult{-1};
 std::promise<void> isInside;
 std::promise<void> mayReturn;
-
-QRVL_AvailableDeviceList available()
-{
-    QRVL_AvailableDeviceList list;
-    std::memset(&list, 0x7f, sizeof list);
-    QRVL_DevSrv_GetAvailableDeviceList(&list);
-    return list;
-}
-
-int record(int type, void*)
-{
-    const std::lock_guard lock(seenMutex);
-    seenEvents << QString("%1:%2").arg(type).arg(available().count);
-    seenMore.notify_all();
-    return 1;
-}
 
 int linger(int, void*)
 {
@@ -54,24 +36,6 @@ int removeItselfAndFail(int, void*)
 {
     unregisterResult = QRVL_DevSrv_UnRegisterDevInitEventCallback(&removeItselfAndFail);
     throw std::runtime_error("oops");
-}
-
-/// The events up to this one, which it waits for.
-QStringList eventsUntil(const QString& last)
-{
-    std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, 10s, [&] { return seenEvents.contains(last); });
-    return std::exchange(seenEvents, {});
-}
-
-/// A value as the caller gets it; the number of the result if that is not success.
-QString value(uint32_t device, const char16_t* key)
-{
-    char16_t* buffer = nullptr;
-    const long result = QRVL_DevSrv_GetStatusValue(device, key, &buffer);
-    const QString text = buffer ? QString::fromUtf16(buffer) : QString("none");
-    delete[] buffer;
-    return result == QRVL_OK ? text : text + QString::number(result);
 }
 
 /// The simulator's file for "<model> <state> [<key>=<value> ...]; ...".
@@ -95,7 +59,6 @@ class tst_DeviceService : public QObject
 private slots:
     void initTestCase() { qputenv("QRVL_SIMULATOR_FILE", m_folder.filePath("simulator.ini").toUtf8()); }
     void init();
-    void cleanup() { QRVL_DevSrv_UnRegisterDevMgrCallback(&record); }
 
     void eventsOfChanges();
     void brokenFileKeepsModems();
@@ -111,9 +74,8 @@ private:
     /// Writes the simulator's file and returns the events up to `last`.
     QStringList describe(const QByteArray& content, const QString& last) const
     {
-        QString error;
-        const bool isWritten = FileAccess::replace(m_folder.filePath("simulator.ini"), content, error);
-        return isWritten && !last.isEmpty() ? eventsUntil(last) : QStringList();
+        replaceFile(m_folder.filePath("simulator.ini"), content);
+        return last.isEmpty() ? QStringList() : eventsUntil(last);
     }
 
     QTemporaryDir m_folder;
@@ -121,10 +83,10 @@ private:
 
 void tst_DeviceService::init()
 {
-    QCOMPARE(QRVL_DevSrv_RegisterDevMgrCallback(&record), long(QRVL_OK));
-    if (available().count > 0)
+    listen();
+    if (!modems().isEmpty())
         describe({}, "6606:0");
-    seenEvents.clear();
+    takeEvents();
 }
 
 /// During each event the list of modems is already the new one. Each change also adds a message, which is
@@ -173,20 +135,20 @@ void tst_DeviceService::brokenFileKeepsModems()
         log.clear();
         describe(modem + rest, {});
         QVERIFY2(log.waitFor("Simulator file {*} is ignored while {*}"), rest);
-        QCOMPARE(available().count, 1u);
+        QCOMPARE(modems().size(), 1);
     }
 }
 
 void tst_DeviceService::tooManyModems()
 {
     LogCapture log;
-    QString modems;
+    QString many;
     for (int i = 0; i < 20; ++i)
-        modems += QString("Model%1 attached; ").arg(i);
-    QCOMPARE(describe(simulatorFile(modems), "6606:16"), QStringList("6606:16"));
+        many += QString("Model%1 attached; ").arg(i);
+    QCOMPARE(describe(simulatorFile(many), "6606:16"), QStringList("6606:16"));
     QVERIFY(log.contains("Simulator file {*} attaches 20 modems; the first 16 are available"));
-    QCOMPARE(available().devices[15].name, "Model15");
-    describe(simulatorFile(modems + "Model16 attached signal=1"), {}); // is not available
+    QCOMPARE(modems()[15].name, "Model15");
+    describe(simulatorFile(many + "Model16 attached signal=1"), {}); // is not available
     QCOMPARE(describe({}, "6606:0"), QStringList({"6601:0", "6606:0"}));
 }
 
@@ -212,7 +174,9 @@ void tst_DeviceService::recordHoldsModem()
     describe("[modem 1]\nmodel = Lume, \"V2\"\nimsi=262011234567890\ngid=NT-GOLD\ncustomize=north\xc3\xa9\n"
              "port=sim2\nstate=attached\n[modem 2]\nmodel=Other\nimsi=1\nstate=attached\n",
              "6606:2");
-    const QRVL_AvailableDeviceList list = available();
+    QRVL_AvailableDeviceList list;
+    std::memset(&list, 0x7f, sizeof list);
+    QRVL_DevSrv_GetAvailableDeviceList(&list);
     const QRVL_Device& first = list.devices[0];
     const auto* const bytes = reinterpret_cast<const char*>(&list);
     QCOMPARE(list.count, 2u);
@@ -234,12 +198,14 @@ void tst_DeviceService::recordHoldsModem()
     describe({}, "6606:0");
     QCOMPARE(texts(), QString("4: 4:"));
 
-    const std::pair<QByteArray, int> cuts[] = {{"1234567", 7},
-                                               {"12345678", 7},
-                                               {"123456\xc3\xa4", 6},
-                                               {"1234\xf0\x9f\x93\xb6", 4},
-                                               {"123\xf0\x9f\x93\xb6", 7},
-                                               {"1234567\xf0\x9f\x93\xb6", 7}};
+    const std::pair<QByteArray, int> cuts[] = {
+        {"1234567", 7},
+        {"12345678", 7},
+        {"123456\xc3\xa4", 6},
+        {"1234\xf0\x9f\x93\xb6", 4},
+        {"123\xf0\x9f\x93\xb6", 7},
+        {"1234567\xf0\x9f\x93\xb6", 7},
+    };
     for (const auto& [text, length] : cuts) {
         QByteArray buffer(8, 'x');
         DeviceRecord::fillText(QString::fromUtf8(text), &DeviceRecord::inUtf8, buffer.data(), buffer.size());
@@ -253,18 +219,15 @@ void tst_DeviceService::statusValues()
                             "[message b]\nmodem=A\nsender=+1\ntext=1\\n\xc3\xa9\n[message a]\nmodem=A\n"
                             "[message c]\nmodem=B\n";
     describe(file, "6606:1");
-    const uint32_t id = available().devices[0].id;
-    QStringList values = {value(id + 1000, u"signal"), value(id, nullptr)};
-    for (const char16_t* const key : {u"signal", u"network", u"sent", u"received", u"message.c.text"})
-        values << value(id, key);
+    const QString before = values({"signal", "network", "sent", "received", "message.c.text"});
     QElapsedTimer timer;
     timer.start();
-    for (const char16_t* const key : {u"messages", u"message.b.sender", u"message.a.text", u"message.b.text"})
-        values << value(id, key);
+    const QString texts = values({"messages", "message.b.sender", "message.a.text", "message.b.text"});
     QVERIFY(timer.elapsed() >= 4 * 40 - 1);
-    QCOMPARE(values.join('|'), QString::fromUtf8("none4|none1|7|none2|5|none2|none2|b a|+1||1\n\xc3\xa9"));
+    QCOMPARE(before + '|' + texts, QString::fromUtf8("7 2 5 2 2|b a +1  1\n\xc3\xa9"));
+    QCOMPARE(value("signal", modemId() + 1000), QString::number(QRVL_ERROR_NO_DEVICE));
     describe(QByteArray(file).replace("=7", "=9").replace("[message a]", "[message d]"), "6612:1");
-    QCOMPARE(value(id, u"signal") + value(id, u"messages"), "9b d");
+    QCOMPARE(values({"signal", "messages"}), "9 b d");
 }
 
 /// They grow while the modem is attached, whatever else changes, and start anew when it is attached again.
@@ -274,9 +237,9 @@ void tst_DeviceService::counters()
     Counter counter{5, 1000, 0, start};
     Counter next{7, 10, 0, start};
     next.resume(counter, start + 2500ms);
-    const QVector<quint64> values = {counter.valueAt(start + 1999ms), next.valueAt(start + 2500ms),
-                                     next.valueAt(start + 3s)}; // full seconds stay the same
-    QCOMPARE(values, QVector<quint64>({1005, 2007, 2017}));
+    const QVector<quint64> counted = {counter.valueAt(start + 1999ms), next.valueAt(start + 2500ms),
+                                      next.valueAt(start + 3s)}; // full seconds stay the same
+    QCOMPARE(counted, QVector<quint64>({1005, 2007, 2017}));
     CounterReport report;
     QVERIFY(report.next() == Counter::Clock::time_point::max());
     QVERIFY(report.noteReading(start) && !report.noteReading(start));
@@ -288,8 +251,8 @@ void tst_DeviceService::counters()
     const QByteArray file = simulatorFile("T attached received=5 receive-rate=1000");
     const QByteArray still = QByteArray(file).replace("1000", "0");
     describe(file, "6606:1");
-    const auto received = [id = available().devices[0].id] {
-        return value(id, u"received").toInt();
+    const auto received = [] {
+        return value("received").toInt();
     };
     QVERIFY(received() % 1000 == 5);
     QCOMPARE(eventsUntil("6611:1"), QStringList("6611:1")); // because somebody reads it
@@ -334,10 +297,12 @@ void tst_DeviceService::callbacks()
         for (quintptr i = 1; i <= 33; ++i)
             QCOMPARE(operation(reinterpret_cast<QRVL_DevCallback>(i)), long(i <= 32 ? QRVL_OK : failure));
     }
+    char16_t* buffer = nullptr;
     for (const long result :
          {QRVL_DevSrv_RegisterDevMgrCallback(nullptr), QRVL_DevSrv_UnRegisterDevMgrCallback(nullptr),
           QRVL_DevSrv_GetAvailableDeviceList(nullptr), QRVL_DevSrv_GetCustomizeName(nullptr),
-          QRVL_DevSrv_GetImsiInfo(nullptr), QRVL_DevSrv_GetStatusValue(1, u"signal", nullptr)})
+          QRVL_DevSrv_GetImsiInfo(nullptr), QRVL_DevSrv_GetStatusValue(1, u"signal", nullptr),
+          QRVL_DevSrv_GetStatusValue(1, nullptr, &buffer)})
         QCOMPARE(result, long(QRVL_ERROR_ARGUMENT));
 }
 

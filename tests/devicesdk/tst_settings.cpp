@@ -1,5 +1,5 @@
 #include "LogCapture.h"
-#include "files/FileAccess.h"
+#include "ReplaceFile.h"
 #include "files/IniDocument.h"
 #include "settings/Settings.h"
 
@@ -28,11 +28,7 @@ private slots:
 
 private:
     QString path(const QString& name) const { return m_folder->filePath(name); }
-    void write(const QString& name, const QByteArray& content) const
-    {
-        QString error;
-        QVERIFY2(FileAccess::replace(path(name), content, error), qPrintable(error));
-    }
+    void write(const QString& name, const QByteArray& content) const { replaceFile(path(name), content); }
     QString stored(const QString& key) const
     {
         const IniDocument document(FileAccess::read(path("user/settings.ini")).bytes);

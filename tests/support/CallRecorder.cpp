@@ -2,6 +2,8 @@
 
 #include <QThread>
 
+#include <algorithm>
+
 CallRecorder& CallRecorder::instance()
 {
     static CallRecorder recorder;
@@ -13,54 +15,32 @@ QVariant CallRecorder::record(const QString& name, const QVariantList& arguments
     std::function<void()> hook;
     QVariant answer;
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_calls.append({name, arguments, QThread::currentThreadId()});
-        hook = m_hooks.value(name);
-        answer = m_answers.value(name, fallback);
+        auto state = m_state.lock();
+        state->calls.append({name, arguments, QThread::currentThreadId()});
+        hook = state->hooks.value(name);
+        answer = state->answers.value(name, fallback);
     }
     if (hook)
         hook();
     return answer;
 }
 
-void CallRecorder::setAnswer(const QString& name, const QVariant& answer)
+QStringList CallRecorder::names(const QStringList& operations)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_answers.insert(name, answer);
-}
-
-void CallRecorder::setHook(const QString& name, const std::function<void()>& hook)
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_hooks.insert(name, hook);
-}
-
-QStringList CallRecorder::names(const QStringList& operations) const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
     QStringList names;
-    for (const RecordedCall& call : m_calls) {
+    const QVector<RecordedCall> calls = m_state.lock()->calls;
+    for (const RecordedCall& call : calls) {
         if (operations.isEmpty() || operations.contains(call.name.section(QLatin1Char('.'), 1)))
             names.append(call.name);
     }
     return names;
 }
 
-QVector<RecordedCall> CallRecorder::calls(const QString& name) const
+QVector<RecordedCall> CallRecorder::calls(const QString& name)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    QVector<RecordedCall> calls;
-    for (const RecordedCall& call : m_calls) {
-        if (call.name == name)
-            calls.append(call);
-    }
+    QVector<RecordedCall> calls = m_state.lock()->calls;
+    calls.erase(std::remove_if(calls.begin(), calls.end(),
+                               [&](const RecordedCall& call) { return call.name != name; }),
+                calls.end());
     return calls;
-}
-
-void CallRecorder::reset()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_calls.clear();
-    m_answers.clear();
-    m_hooks.clear();
 }

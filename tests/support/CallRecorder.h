@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Guarded.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -7,7 +9,6 @@
 #include <QVector>
 
 #include <functional>
-#include <mutex>
 
 #if defined(CALLRECORDER_BUILD)
 #define CALLRECORDER_EXPORT Q_DECL_EXPORT
@@ -35,23 +36,29 @@ public:
     QVariant record(const QString& name, const QVariantList& arguments = {}, const QVariant& fallback = {});
 
     /// What the call answers from now on.
-    void setAnswer(const QString& name, const QVariant& answer);
+    void setAnswer(const QString& name, const QVariant& answer) { m_state.lock()->answers[name] = answer; }
 
     /// Runs within every such call, before it returns; may throw.
-    void setHook(const QString& name, const std::function<void()>& hook);
+    void setHook(const QString& name, const std::function<void()>& hook)
+    {
+        m_state.lock()->hooks[name] = hook;
+    }
 
     /// The names of all calls, or of those of the given operations ("Init"), in order.
-    QStringList names(const QStringList& operations = {}) const;
+    QStringList names(const QStringList& operations = {});
 
     /// All calls of that name, in order.
-    QVector<RecordedCall> calls(const QString& name) const;
+    QVector<RecordedCall> calls(const QString& name);
 
     /// Forgets calls, answers and hooks.
-    void reset();
+    void reset() { m_state.lock().value = {}; }
 
 private:
-    mutable std::mutex m_mutex;
-    QVector<RecordedCall> m_calls;
-    QHash<QString, QVariant> m_answers;
-    QHash<QString, std::function<void()>> m_hooks;
+    struct State
+    {
+        QVector<RecordedCall> calls;
+        QHash<QString, QVariant> answers;
+        QHash<QString, std::function<void()>> hooks;
+    };
+    Guarded<State> m_state;
 };

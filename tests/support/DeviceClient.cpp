@@ -1,31 +1,22 @@
 #include "DeviceClient.h"
 
-#include <QHash>
+#include "Guarded.h"
 
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <QHash>
+#include <QtTest>
+
 #include <utility>
 
 namespace {
 
-std::mutex seenMutex;
-std::condition_variable seenMore;
-QHash<uint32_t, QString> seenEnds;
-QVector<int> seenEvents;
-
-int record(int type, void* data)
+struct Seen
 {
-    const std::lock_guard lock(seenMutex);
-    seenEvents << type;
-    if (type == QRVL_EVENT_DEV_REQUEST) {
-        const auto* const end = static_cast<const QRVL_RequestEnd*>(data);
-        seenEnds.insert(end->request,
-                        QString("%1 %2").arg(end->result).arg(QString::fromUtf16(end->text)).trimmed());
-    }
-    seenMore.notify_all();
-    return 1;
-}
+    QStringList events;
+    QHash<uint32_t, QString> ends;
+};
+
+Guarded<Seen> seen;
+std::function<QString()> noteOf;
 
 QVector<QRVL_Device> listed(long (*list)(QRVL_AvailableDeviceList*))
 {
@@ -35,28 +26,6 @@ QVector<QRVL_Device> listed(long (*list)(QRVL_AvailableDeviceList*))
 }
 
 } // namespace
-
-void DeviceClient::listen()
-{
-    if (QRVL_DevSrv_RegisterDevMgrCallback(&record) != QRVL_OK)
-        qFatal("The device service does not report events");
-}
-
-QVector<int> DeviceClient::takeEvents()
-{
-    const std::lock_guard lock(seenMutex);
-    return std::exchange(seenEvents, {});
-}
-
-QVector<int> DeviceClient::nextEvents(int count)
-{
-    std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, std::chrono::milliseconds(Patience),
-                      [count] { return seenEvents.size() >= count; });
-    const QVector<int> events = seenEvents.mid(0, count);
-    seenEvents.remove(0, events.size());
-    return events;
-}
 
 QVector<QRVL_Device> DeviceClient::modems()
 {
@@ -70,15 +39,13 @@ QVector<QRVL_Device> DeviceClient::unusableModems()
 
 uint32_t DeviceClient::modemId()
 {
-    const QVector<QRVL_Device> devices = modems();
-    return devices.isEmpty() ? 0 : devices.first().id;
+    return modems().value(0).id;
 }
 
 QString DeviceClient::value(const QString& key, uint32_t device)
 {
     char16_t* buffer = nullptr;
-    const long result =
-        QRVL_DevSrv_GetStatusValue(device, reinterpret_cast<const char16_t*>(key.utf16()), &buffer);
+    const long result = QRVL_DevSrv_GetStatusValue(device, utf16(key), &buffer);
     const QString text = buffer ? QString::fromUtf16(buffer) : QString::number(result);
     delete[] buffer;
     return text;
@@ -88,20 +55,63 @@ QString DeviceClient::values(const QStringList& keys)
 {
     QStringList words;
     for (const QString& key : keys)
-        words << value(key, modemId());
+        words << value(key);
     return words.join(' ');
+}
+
+void DeviceClient::listen(const std::function<QString()>& note)
+{
+    noteOf = note;
+    if (QRVL_DevSrv_RegisterDevMgrCallback(&record) != QRVL_OK)
+        qFatal("The device service does not report events");
+}
+
+int DeviceClient::record(int type, void* data)
+{
+    const QString note = noteOf();
+    auto access = seen.lock();
+    access->events << QString::number(type) + ':' + note;
+    if (type == QRVL_EVENT_DEV_REQUEST) {
+        const auto* const end = static_cast<const QRVL_RequestEnd*>(data);
+        access->ends.insert(end->request,
+                            QString("%1 %2").arg(end->result).arg(QString::fromUtf16(end->text)).trimmed());
+    }
+    return 1;
+}
+
+QStringList DeviceClient::events()
+{
+    return seen.lock()->events;
+}
+
+QStringList DeviceClient::takeEvents()
+{
+    return std::exchange(seen.lock()->events, {});
+}
+
+QStringList DeviceClient::eventsUntil(const QString& last)
+{
+    const bool hasCome = QTest::qWaitFor([&] { return events().contains(last); }, Patience);
+    return hasCome ? takeEvents() : takeEvents() << last + " is missing";
+}
+
+uint32_t DeviceClient::started(const Ask& ask)
+{
+    uint32_t number = 0;
+    return ask(modemId(), &number) == QRVL_OK ? number : 0;
 }
 
 QString DeviceClient::endOf(uint32_t request)
 {
-    std::unique_lock lock(seenMutex);
-    seenMore.wait_for(lock, std::chrono::milliseconds(Patience), [&] { return seenEnds.contains(request); });
-    return seenEnds.value(request, "no end");
+    const auto end = [request] {
+        return seen.lock()->ends.value(request, "no end");
+    };
+    return QTest::qWaitFor([&] { return end() != "no end"; }, Patience) ? end() : "no end";
 }
 
 QString DeviceClient::outcome(const Ask& ask)
 {
-    uint32_t number = 0;
+    uint32_t number = 7;
     const long result = ask(modemId(), &number);
-    return result == QRVL_OK ? endOf(number) : QString("not started %1").arg(result);
+    return result == QRVL_OK ? endOf(number) : QString("not started %1 %2").arg(result).arg(number);
 }

@@ -15,18 +15,16 @@ class RealModemTest : public QObject
     Q_OBJECT
 
 protected:
-    ServiceBus& bus() { return *m_bus; }
+    /// Plugs in a modem, and waits until it is shown with this state of its SIM, and perhaps a registration.
+    std::unique_ptr<AtModem> plug(const AtModem::Sim& sim, const QString& state);
 
-    /// Plugs in a modem, and waits until it is shown with this state of its SIM.
-    std::unique_ptr<AtModem> plug(const AtModem::Sim& sim, const QString& simState);
-    std::unique_ptr<AtModem> plugReady() { return plug({}, "ready"); }
+    /// A modem that ModemManager has enabled, so that it can be used.
+    std::unique_ptr<AtModem> plugReady() { return plug({}, "ready home"); }
+
+    ServiceBus m_bus;
 
 private slots:
     void initTestCase();
     void init();
     void cleanup();
-
-private:
-    std::unique_ptr<ServiceBus> m_bus;
-    int m_count = 0;
 };

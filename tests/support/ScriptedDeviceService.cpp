@@ -11,7 +11,7 @@ namespace {
 
 enum CallbackList { Initialisation, Manager };
 
-Service::Locked locked()
+Guarded<Service::State>::Access locked()
 {
     return Service::instance().lock();
 }
@@ -19,7 +19,7 @@ Service::Locked locked()
 /// Records a call and returns its result.
 long record(const char* operation, const QString& arguments = {})
 {
-    Service::Locked state = locked();
+    auto state = locked();
     state->calls.append(QLatin1String(operation) + arguments);
     return state->results.value(QLatin1String(operation), QRVL_OK);
 }
@@ -27,17 +27,17 @@ long record(const char* operation, const QString& arguments = {})
 long read(const char* operation, Service::View view, const char16_t* section, const char16_t* key,
           char16_t** value)
 {
-    *value = nullptr;
-    Service::Locked state = locked();
-    const auto found = state->settings[view].constFind({textOf(section), textOf(key)});
-    const bool isFound = found != state->settings[view].constEnd();
+    static char16_t notForTheCaller[] = u"error"; // freeing it would end the process
+    auto state = locked();
+    const QPair<QString, QString> name(textOf(section), textOf(key));
+    const bool isFound = state->settings[view].contains(name);
+    const QString text = state->settings[view].value(name);
     const long result =
         state->results.value(QLatin1String(operation), isFound ? QRVL_OK : QRVL_ERROR_NOT_FOUND);
-    if (result == QRVL_OK && isFound && !found->isNull())
-        *value = newTextBuffer(*found);
-    static char16_t notForTheCaller[] = u"error";
-    if (result != QRVL_OK && isFound)
-        *value = notForTheCaller; // freeing it would end the process
+    if (result != QRVL_OK)
+        *value = isFound ? notForTheCaller : nullptr;
+    else
+        *value = text.isNull() ? nullptr : newTextBuffer(text);
     return result;
 }
 
@@ -100,12 +100,12 @@ long QRVL_GetIniSettings(const char16_t* section, const char16_t* key, char16_t*
 
 long QRVL_SetSettings(const char16_t* section, const char16_t* key, const char16_t* value)
 {
-    const QString sectionText = textOf(section), keyText = textOf(key), text = textOf(value);
+    const QStringList words = {textOf(section), textOf(key), textOf(value)};
     const long result =
-        record("QRVL_SetSettings", QStringLiteral("(%1, %2, %3)").arg(sectionText, keyText, text));
+        record("QRVL_SetSettings", QLatin1Char('(') + words.join(QStringLiteral(", ")) + QLatin1Char(')'));
     for (const Service::View view : {Service::User, Service::Merged}) {
         if (result == QRVL_OK)
-            Service::instance().setSetting(sectionText, keyText, text, view);
+            Service::instance().setSetting(words[0], words[1], words[2], view);
     }
     return result;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "Guarded.h"
 #include "qrvl.h"
 
 #include <QHash>
 #include <QStringList>
 
 #include <initializer_list>
-#include <mutex>
 #include <set>
 #include <utility>
 
@@ -29,19 +29,12 @@ public:
         QStringList calls;
     };
 
-    /// The state, locked as long as this object lives.
-    struct Locked
-    {
-        State& state;
-        const std::lock_guard<std::mutex> lock;
-        State* operator->() { return &state; }
-    };
-    Locked lock() { return {m_state, std::lock_guard(m_mutex)}; }
+    Guarded<State>::Access lock() { return m_state.lock(); }
 
     static ScriptedDeviceService& instance();
 
     /// Forgets settings, devices, results, registrations and calls.
-    void reset() { lock().state = {}; }
+    void reset() { lock().value = {}; }
 
     /// With a null `value`, reading succeeds without a buffer.
     void setSetting(const QString& section, const QString& key, const QString& value, View view = Merged)
@@ -73,6 +66,5 @@ public:
     QStringList calls() { return lock()->calls; }
 
 private:
-    State m_state;
-    std::mutex m_mutex;
+    Guarded<State> m_state;
 };

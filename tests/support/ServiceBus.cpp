@@ -1,29 +1,32 @@
 #include "ServiceBus.h"
 
+#include "TestFiles.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QFile>
-#include <QStandardPaths>
 #include <QtTest>
 
 namespace {
 
 const char Connection[] = "test";
-const char Service[] = "org.freedesktop.ModemManager1";
+const char ModemService[] = "org.freedesktop.ModemManager1";
+const char ModemPath[] = "/org/freedesktop/ModemManager1";
+const char NetworkService[] = "org.freedesktop.NetworkManager";
+const char Mock[] = "org.freedesktop.DBus.Mock.";
 
-QString programPath(const QString& name)
+QStringList mockOf(const QString& fileName)
 {
-    const QString found = QStandardPaths::findExecutable(name);
-    return found.isEmpty() ? QStandardPaths::findExecutable(name, {"/usr/sbin", "/usr/libexec"}) : found;
+    return {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/" + fileName};
 }
 
 } // namespace
 
 ServiceBus::ServiceBus()
 {
-    m_bus.start(programPath("dbus-daemon"), {"--session", "--nofork", "--print-address"});
-    if (!m_bus.waitForStarted() || !m_bus.waitForReadyRead())
+    qputenv("PATH", qgetenv("PATH") + ":/usr/sbin");
+    m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    if (!m_bus.waitForReadyRead())
         qFatal("dbus-daemon does not start");
     m_address = QString::fromLocal8Bit(m_bus.readLine().trimmed());
     QDBusConnection::connectToBus(m_address, Connection);
@@ -31,14 +34,14 @@ ServiceBus::ServiceBus()
 
 ServiceBus::~ServiceBus()
 {
-    killModemManager();
-    killNetworkManager();
+    end(m_modemManager);
+    end(m_networkManager);
     QDBusConnection::disconnectFromBus(Connection);
-    m_bus.kill();
-    m_bus.waitForFinished();
+    end(m_bus);
 }
 
-void ServiceBus::start(QProcess& process, const QString& program, const QStringList& arguments)
+bool ServiceBus::start(QProcess& process, const QString& service, const QString& program,
+                       const QStringList& arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_address);
@@ -46,79 +49,64 @@ void ServiceBus::start(QProcess& process, const QString& program, const QStringL
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
-    process.start(program.startsWith(QLatin1Char('/')) ? program : programPath(program), arguments);
+    process.start(program, arguments);
+    const QDBusConnection bus(Connection);
+    return QTest::qWaitFor([&] { return bus.interface()->isServiceRegistered(service).value(); }, 20000);
 }
 
 bool ServiceBus::startModemManager()
 {
-    start(m_modemManager, "ModemManager",
-          {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume", "--test-no-qrtr",
-           "--debug"});
-    return waitForName(Service);
-}
-
-void ServiceBus::killModemManager()
-{
-    m_modemManager.kill();
-    m_modemManager.waitForFinished();
-}
-
-bool ServiceBus::startNetworkManager()
-{
-    start(m_networkManager, "/usr/bin/python3",
-          {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/networkmanager_modem.py"});
-    return waitForName("org.freedesktop.NetworkManager");
+    return start(m_modemManager, ModemService, "ModemManager",
+                 {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume",
+                  "--test-no-qrtr", "--debug"});
 }
 
 bool ServiceBus::startFakeModemManager()
 {
-    start(m_modemManager, "/usr/bin/python3",
-          {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/modemmanager_fake.py"});
-    return waitForName(Service);
+    return start(m_modemManager, ModemService, "/usr/bin/python3", mockOf("modemmanager_fake.py"));
 }
 
-void ServiceBus::killNetworkManager()
+bool ServiceBus::startNetworkManager()
 {
-    m_networkManager.kill();
-    m_networkManager.waitForFinished();
+    return start(m_networkManager, NetworkService, "/usr/bin/python3", mockOf("networkmanager_modem.py"));
 }
 
-QString ServiceBus::controlNetwork(const QString& method, const QVariantList& arguments)
+void ServiceBus::end(QProcess& process)
 {
-    return control("org.freedesktop.NetworkManager", "/org/freedesktop", method, arguments);
+    process.kill();
+    process.waitForFinished();
 }
 
 QString ServiceBus::controlModems(const QString& method, const QVariantList& arguments)
 {
-    return control(Service, "/org/freedesktop/ModemManager1", method, arguments);
+    return call(ModemService, ModemPath, Mock + method, arguments);
 }
 
-QString ServiceBus::control(const QString& service, const QString& path, const QString& method,
-                            const QVariantList& arguments) const
+QString ServiceBus::controlNetwork(const QString& method, const QVariantList& arguments)
 {
-    auto call = QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Mock", method);
+    return call(NetworkService, "/org/freedesktop", Mock + method, arguments);
+}
+
+bool ServiceBus::addModem(const QString& name, const QByteArray& port)
+{
+    return call(ModemService, ModemPath, "org.freedesktop.ModemManager1.Test.SetProfile",
+                {name, "generic", QStringList(port)})
+        .isEmpty();
+}
+
+/// Returns the answer, or the message of an error.
+QString ServiceBus::call(const QString& service, const QString& path, const QString& method,
+                         const QVariantList& arguments) const
+{
+    auto call =
+        QDBusMessage::createMethodCall(service, path, method.section('.', 0, -2), method.section('.', -1));
     call.setArguments(arguments);
     const QDBusMessage reply = QDBusConnection(Connection).call(call);
     return reply.type() == QDBusMessage::ErrorMessage ? reply.errorMessage()
                                                       : reply.arguments().value(0).toString();
 }
 
-bool ServiceBus::addModem(const QString& name, const QByteArray& port)
-{
-    auto call = QDBusMessage::createMethodCall(Service, "/org/freedesktop/ModemManager1",
-                                               "org.freedesktop.ModemManager1.Test", "SetProfile");
-    call << name << "generic" << QStringList(port);
-    return QDBusConnection(Connection).call(call).type() == QDBusMessage::ReplyMessage;
-}
-
 QByteArray ServiceBus::log() const
 {
-    QFile file(m_folder.filePath("log"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll().right(6000) : QByteArray();
-}
-
-bool ServiceBus::waitForName(const QString& name) const
-{
-    const QDBusConnection bus(Connection);
-    return QTest::qWaitFor([&] { return bus.interface()->isServiceRegistered(name).value(); }, 20000);
+    return contentOf(m_folder.filePath("log")).right(6000);
 }

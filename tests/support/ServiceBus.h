@@ -24,14 +24,14 @@ public:
     QString controlModems(const QString& method, const QVariantList& arguments);
 
     /// Ends ModemManager as if it had crashed.
-    void killModemManager();
+    void killModemManager() { end(m_modemManager); }
 
     /// Gives ModemManager a modem behind these ports.
     bool addModem(const QString& name, const QByteArray& port);
 
     /// Starts a NetworkManager that does what the test says, see networkmanager_modem.py.
     bool startNetworkManager();
-    void killNetworkManager();
+    void killNetworkManager() { end(m_networkManager); }
 
     /// Calls a method of that NetworkManager's control interface. Returns what it answers.
     QString controlNetwork(const QString& method, const QVariantList& arguments = {});
@@ -40,10 +40,12 @@ public:
     QByteArray log() const;
 
 private:
-    void start(QProcess& process, const QString& program, const QStringList& arguments);
-    QString control(const QString& service, const QString& path, const QString& method,
-                    const QVariantList& arguments) const;
-    bool waitForName(const QString& name) const;
+    /// Starts a program and waits until it has its name on the bus.
+    bool start(QProcess& process, const QString& service, const QString& program,
+               const QStringList& arguments);
+    static void end(QProcess& process);
+    QString call(const QString& service, const QString& path, const QString& method,
+                 const QVariantList& arguments) const;
 
     QTemporaryDir m_folder;
     QString m_address;

@@ -2,11 +2,11 @@
 
 #include "TestFiles.h"
 
-#include <QDataStream>
+#include <QtEndian>
 #include <QtTest>
 
 #include <cmath>
-#include <csignal>
+#include <complex>
 
 namespace {
 
@@ -16,43 +16,30 @@ constexpr double Quiet = 0.01;      // power of a window that counts as silence,
 constexpr double Dominant = 0.5;    // share of a window's power that a tone must have
 constexpr double FullScale = 32768; // of a sample
 
-/// Power of one frequency in a window, by Goertzel's algorithm; 0.5 for a full tone.
-double powerAt(double frequency, const qint16* samples)
+/// Whether a window is not silent, and most of its power is at this frequency.
+bool isTone(int frequency, const qint16* samples)
 {
-    const double factor = 2 * std::cos(2 * M_PI * frequency / SoundServer::Rate);
-    double last = 0, secondLast = 0;
+    double power = 0;
+    std::complex<double> tone;
     for (int at = 0; at < WindowSize; ++at) {
-        const double next = samples[at] / FullScale + factor * last - secondLast;
-        secondLast = last;
-        last = next;
+        const double value = samples[at] / FullScale;
+        power += value * value / WindowSize;
+        tone += value / WindowSize * std::polar(1.0, 2 * M_PI * frequency * at / SoundServer::Rate);
     }
-    const double power = last * last + secondLast * secondLast - factor * last * secondLast;
-    return 2 * power / (double(WindowSize) * WindowSize);
-}
-
-double powerOf(const qint16* samples)
-{
-    double sum = 0;
-    for (int at = 0; at < WindowSize; ++at)
-        sum += (samples[at] / FullScale) * (samples[at] / FullScale);
-    return sum / WindowSize;
+    return power > Quiet && 2 * std::norm(tone) > Dominant * power;
 }
 
 } // namespace
 
 SoundServer::SoundServer()
 {
-    const auto inFolder = [this](const char* name) {
-        return QFile::encodeName(m_folder.filePath(name));
-    };
     writeFile(m_folder.filePath("client.conf"), "autospawn=no\nenable-shm=no\n");
     writeFile(m_folder.filePath("volumes"), "sink-input-by-media-role:event -200\n");
-    qputenv("HOME", QFile::encodeName(m_folder.path()));
-    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
-    qputenv("PULSE_CLIENTCONFIG", inFolder("client.conf"));
-    qputenv("PULSE_RUNTIME_PATH", inFolder("run"));
-    qputenv("PULSE_STATE_PATH", inFolder("state"));
-    qputenv("PULSE_SERVER", "unix:" + inFolder("native"));
+    const QByteArray folder = QFile::encodeName(m_folder.path());
+    for (const char* const variable : {"HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH", "PULSE_STATE_PATH"})
+        qputenv(variable, folder);
+    qputenv("PULSE_CLIENTCONFIG", folder + "/client.conf");
+    qputenv("PULSE_SERVER", "unix:" + folder + "/native");
     qputenv("ALSA_CONFIG_PATH", "/dev/null"); // otherwise it takes over while there is no server
     qunsetenv("CANBERRA_DRIVER");
 }
@@ -66,19 +53,16 @@ SoundServer::~SoundServer()
 
 bool SoundServer::start()
 {
-    // It must not outlive a test that crashes.
-    m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_server.start(
-        "setpriv",
-        {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
-         "--disable-shm=yes", "--log-level=error", "-L", "module-null-sink sink_name=null", "-L",
-         "module-stream-restore restore_device=no fallback_table=" + m_folder.filePath("volumes"), "-L",
-         "module-native-protocol-unix auth-anonymous=1 socket=" + m_folder.filePath("native")});
     const QString socket = m_folder.filePath("native");
-    const auto isSettled = [&] {
-        return QFile::exists(socket) || m_server.state() == QProcess::NotRunning;
-    };
-    if (!m_server.waitForStarted() || !QTest::qWaitFor(isSettled, LongestWait) || !QFile::exists(socket)) {
+    m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // It must not outlive a test that crashes.
+    m_server.start("setpriv",
+                   {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no",
+                    "--exit-idle-time=-1", "--disable-shm=yes", "--log-level=error", "-L",
+                    "module-null-sink sink_name=null", "-L",
+                    "module-stream-restore restore_device=no fallback_table=" + m_folder.filePath("volumes"),
+                    "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket});
+    if (!m_server.waitForStarted() || !QTest::qWaitFor([&] { return QFile::exists(socket); }, LongestWait)) {
         qWarning("pulseaudio: %s", qUtf8Printable(m_server.errorString()));
         return false;
     }
@@ -93,16 +77,6 @@ void SoundServer::kill()
     m_server.waitForFinished();
 }
 
-void SoundServer::freeze()
-{
-    signalServer(SIGSTOP);
-}
-
-void SoundServer::thaw()
-{
-    signalServer(SIGCONT);
-}
-
 void SoundServer::signalServer(int signal) const
 {
     ::kill(pid_t(m_server.processId()), signal);
@@ -113,13 +87,10 @@ double SoundServer::heard(int frequency)
     m_recorded += m_recorder.readAllStandardOutput();
     const auto* const samples = reinterpret_cast<const qint16*>(m_recorded.constData());
     const int windows = m_recorded.size() / int(sizeof(qint16)) / WindowSize;
-    Search& search = m_searches[frequency];
-    for (; search.windows < windows; ++search.windows) {
-        const qint16* const start = samples + search.windows * WindowSize;
-        const double power = powerOf(start);
-        search.found += power > Quiet && powerAt(frequency, start) > Dominant * power;
-    }
-    return double(search.found) * WindowSize / Rate;
+    auto& [searched, found] = m_searches[frequency];
+    for (; searched < windows; ++searched)
+        found += isTone(frequency, samples + searched * WindowSize);
+    return double(found) * WindowSize / Rate;
 }
 
 void SoundServer::forget()
@@ -139,24 +110,17 @@ QString SoundServer::list(const QString& kind) const
 
 QByteArray waveFile(int frequency, int milliseconds)
 {
-    constexpr quint32 headerSize = 36;
-    constexpr quint16 pcm = 1, oneChannel = 1, sampleSize = 2, bitsOfSample = 16;
-    const int count = SoundServer::Rate * milliseconds / 1000;
-    QByteArray content;
-    QDataStream out(&content, QIODevice::WriteOnly);
-    out.setByteOrder(QDataStream::LittleEndian);
-    const auto tag = [&out](const char* name) {
-        out.writeRawData(name, 4);
+    const auto bytes = [](auto number) {
+        number = qToLittleEndian(number);
+        return QByteArray(reinterpret_cast<const char*>(&number), sizeof number);
     };
-    tag("RIFF");
-    out << quint32(headerSize + sampleSize * count);
-    tag("WAVE");
-    tag("fmt ");
-    out << quint32(16) << pcm << oneChannel << quint32(SoundServer::Rate)
-        << quint32(SoundServer::Rate * sampleSize) << sampleSize << bitsOfSample;
-    tag("data");
-    out << quint32(sampleSize * count);
-    for (int at = 0; at < count; ++at)
-        out << qint16(FullScale / 2 * std::sin(2 * M_PI * frequency * at / SoundServer::Rate));
-    return content;
+    constexpr quint16 pcm = 1, oneChannel = 1, sampleSize = 2, bitsOfSample = 16;
+    const QByteArray format = bytes(pcm) + bytes(oneChannel) + bytes(SoundServer::Rate) +
+                              bytes(SoundServer::Rate * sampleSize) + bytes(sampleSize) + bytes(bitsOfSample);
+    QByteArray samples;
+    for (int at = 0; at < SoundServer::Rate * milliseconds / 1000; ++at)
+        samples += bytes(qint16(FullScale / 2 * std::sin(2 * M_PI * frequency * at / SoundServer::Rate)));
+    const QByteArray content =
+        "WAVEfmt " + bytes(format.size()) + format + "data" + bytes(samples.size()) + samples;
+    return "RIFF" + bytes(content.size()) + content;
 }

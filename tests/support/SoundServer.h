@@ -2,9 +2,12 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QPair>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
+
+#include <csignal>
 
 /// A PulseAudio server for the sounds of this process, without a sound card: its only output is a null sink. All
 /// that is played is recorded from the sink's monitor. Event sounds are switched off, as the user of a desktop may
@@ -22,8 +25,8 @@ public:
     bool start();
 
     void kill();
-    void freeze(); ///< it no longer answers
-    void thaw();
+    void freeze() { signalServer(SIGSTOP); } ///< it no longer answers
+    void thaw() { signalServer(SIGCONT); }
 
     /// For how many seconds a tone was to be heard since the recording began.
     /// @param frequency in hertz
@@ -43,13 +46,8 @@ private:
     QProcess m_recorder;
     QByteArray m_recorded;
 
-    /// How much of the recording has been searched for a tone, and in how much of it the tone was found.
-    struct Search
-    {
-        int windows = 0;
-        int found = 0;
-    };
-    QHash<int, Search> m_searches; ///< by frequency
+    /// By frequency: in how many windows of the recording a tone was looked for, and in how many it was found.
+    QHash<int, QPair<int, int>> m_searches;
 };
 
 /// A sound file with one tone.

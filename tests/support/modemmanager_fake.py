@@ -4,17 +4,14 @@ import dbus
 import dbusmock
 from dbusmock import MOCK_IFACE
 
-BUS_NAME = "org.freedesktop.ModemManager1"
+BUS_NAME = MAIN_IFACE = "org.freedesktop.ModemManager1"
 MAIN_OBJ = "/org/freedesktop/ModemManager1"
-MAIN_IFACE = "org.freedesktop.ModemManager1"
 SYSTEM_BUS = True
 IS_OBJECT_MANAGER = True
 
 MODEM = MAIN_OBJ + "/Modem/0"
 SIM = MAIN_OBJ + "/SIM/0"
 MODEM_IFACE = MAIN_IFACE + ".Modem"
-MESSAGING_IFACE = MODEM_IFACE + ".Messaging"
-SMS_IFACE = MAIN_IFACE + ".Sms"
 
 
 def load(mock, _parameters):
@@ -23,7 +20,7 @@ def load(mock, _parameters):
 
 @dbus.service.method(MOCK_IFACE, in_signature="a{sv}a{sv}u", out_signature="")
 def Plug(self, properties, sim, messages):
-    """Adds a modem with these properties besides the usual ones, its SIM, and received messages."""
+    """Adds a modem with these properties besides the usual ones, its SIM, and received messages, the newest first."""
     usual = {
         "Model": "Fake",
         "State": 8,
@@ -34,20 +31,14 @@ def Plug(self, properties, sim, messages):
     }
     paths = [dbus.ObjectPath(f"{MAIN_OBJ}/SMS/{number}") for number in range(messages)]
     for number, path in enumerate(paths):
-        self.AddObject(
-            path,
-            SMS_IFACE,
-            {
-                "State": dbus.UInt32(3),
-                "PduType": dbus.UInt32(1),
-                "Text": f"text {number}",
-                "Timestamp": f"2024-01-01T{number // 3600:02}:{number // 60 % 60:02}:{number % 60:02}+00",
-            },
-            [],
-        )
+        second = messages - number
+        time = f"2024-01-01T{second // 3600:02}:{second // 60 % 60:02}:{second % 60:02}+00"
+        sms = {"State": dbus.UInt32(3), "PduType": dbus.UInt32(1), "Text": f"text {number}", "Timestamp": time}
+        self.AddObject(path, MAIN_IFACE + ".Sms", sms, [])
     self.AddObject(SIM, MAIN_IFACE + ".Sim", sim, [])
     self.AddObject(MODEM, MODEM_IFACE, {**usual, **properties}, [("Enable", "b", "", "")])
-    dbusmock.get_object(MODEM).AddProperties(MESSAGING_IFACE, {"Messages": dbus.Array(paths, signature="o")})
+    messaging = {"Messages": dbus.Array(paths, signature="o")}
+    dbusmock.get_object(MODEM).AddProperties(MODEM_IFACE + ".Messaging", messaging)
     self.object_manager_emit_added(MODEM)
 
 
