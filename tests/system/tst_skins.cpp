@@ -1,12 +1,13 @@
 // Whether the text of every skin can be read: contrasts between the colours of the style sheets, and between those
 // that plugins derive from them.
 #include "../support/DataTable.h"
+#include "../support/TestFiles.h"
 #include "Contrast.h"
 #include "support/Look.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QMap>
+#include <QMetaEnum>
 #include <QPalette>
 #include <QRegularExpression>
 #include <QStyle>
@@ -22,11 +23,9 @@ using Rules = QVector<QPair<QString, Rule>>;
 
 Rules readRules(const QString& name)
 {
-    QFile file(QCoreApplication::applicationDirPath() + "/skin/" + name);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
+    const QByteArray content = contentOf(QCoreApplication::applicationDirPath() + "/skin/" + name);
+    const QString text = QString::fromUtf8(content).remove(QRegularExpression(R"((?s)/\*.*?\*/)"));
     Rules rules;
-    const QString text = QString::fromUtf8(file.readAll()).remove(QRegularExpression(R"((?s)/\*.*?\*/)"));
     auto blocks = QRegularExpression(R"(([^{}]+)\{([^}]*)\})").globalMatch(text);
     while (blocks.hasNext()) {
         const QRegularExpressionMatch block = blocks.next();
@@ -65,22 +64,21 @@ QPalette desktop(bool isDark)
     return palette;
 }
 
+/// The role "tool-tip-base" of style sheets is ToolTipBase.
+QPalette::ColorRole roleOf(const QString& name)
+{
+    QString key;
+    for (const QString& word : name.split('-'))
+        key += word.at(0).toUpper() + word.mid(1);
+    return QPalette::ColorRole(QMetaEnum::fromType<QPalette::ColorRole>().keyToValue(key.toLatin1()));
+}
+
 /// A value of a style sheet. No value means transparent.
 QColor colorOf(const QString& value, const QPalette& palette)
 {
-    static const QMap<QString, QPalette::ColorRole> roles{
-        {"base", QPalette::Base},
-        {"window", QPalette::Window},
-        {"window-text", QPalette::WindowText},
-        {"button", QPalette::Button},
-        {"highlight", QPalette::Highlight},
-        {"highlighted-text", QPalette::HighlightedText},
-        {"tool-tip-base", QPalette::ToolTipBase},
-        {"tool-tip-text", QPalette::ToolTipText},
-    };
     const QStringList parts = value.split(QRegularExpression("[(),\\s]+"), Qt::SkipEmptyParts);
     if (parts.value(0) == "palette")
-        return palette.color(roles.value(parts.value(1), QPalette::NoRole));
+        return palette.color(roleOf(parts.value(1)));
     if (parts.value(0) == "rgba")
         return {parts[1].toInt(), parts[2].toInt(), parts[3].toInt(), parts[4].toInt()};
     return value.isEmpty() ? QColor(Qt::transparent) : QColor(value);
