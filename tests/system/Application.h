@@ -55,15 +55,11 @@ public:
     /// Whether a line that contains the text has been written since the last mark; waits for it.
     bool waitFor(const QString& text)
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!hasWritten(text)) {
-            if (timer.hasExpired(LongestWait) || m_process.state() == QProcess::NotRunning)
-                return false;
-            m_process.waitForReadyRead(100);
+        const auto isOver = [&] {
             readMore();
-        }
-        return true;
+            return hasWritten(text) || m_process.state() == QProcess::NotRunning;
+        };
+        return QTest::qWaitFor(isOver, LongestWait) && hasWritten(text);
     }
     bool hasWritten(const QString& text) const { return m_log.indexOf(text, m_mark) >= 0; }
 
@@ -78,8 +74,10 @@ public:
     /// @return its exit code; -1 when it crashed or had to be killed
     int waitForEnd()
     {
-        const bool hasEnded = m_process.waitForFinished(LongestWait);
+        m_process.waitForFinished(LongestWait); // at once if it has ended already
         readMore();
+        const bool hasEnded =
+            m_process.state() == QProcess::NotRunning && m_process.error() != QProcess::FailedToStart;
         return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 

@@ -168,13 +168,13 @@ void TestAccessibility::keyboard()
     auto* const sideBar = window()->findChild<QListWidget*>();
     const auto* const pages = window()->findChild<QStackedWidget*>();
     QCOMPARE(QApplication::focusWidget(), sideBar);
-    const int count = pages->count();
-    for (const bool isForward : {true, false}) {
-        for (int i = 1; i <= count; ++i) {
-            QTest::keyClick(window()->windowHandle(), Qt::Key_Tab,
-                            isForward ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
-            QCOMPARE(pages->currentIndex(), (isForward ? i : count - i) % count);
-        }
+    for (const int page : {1, 2, 3, 4, 0}) { // and back
+        QTest::keyClick(window()->windowHandle(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(pages->currentIndex(), page);
+    }
+    for (const int page : {4, 3, 2, 1, 0}) {
+        QTest::keyClick(window()->windowHandle(), Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(pages->currentIndex(), page);
     }
     const int dialPad = pages->indexOf(part("DialPadPage"));
     QTest::mouseClick(sideBar->viewport(), Qt::LeftButton, {},

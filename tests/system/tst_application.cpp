@@ -80,10 +80,8 @@ void TestApplication::damagedInstallation()
         Application application(installation);
         application.start({"--no-splash"});
         for (const QString& text : texts)
-            QVERIFY2(exitCode == 1 || application.waitFor(text), qUtf8Printable(text));
+            QVERIFY2(application.waitFor(text), qUtf8Printable(text));
         QCOMPARE(exitCode == 1 ? application.waitForEnd() : application.close(), exitCode);
-        for (const QString& text : texts)
-            QVERIFY2(application.hasWritten(text), qUtf8Printable(text));
         QCOMPARE(application.log().count(texts.first()), 1);
     }
 }
@@ -99,7 +97,7 @@ void TestApplication::secondStart()
         Application second(Application::usualInstallation(), Application::SameUser);
         second.start({"--no-splash", "--verbose", option});
         QCOMPARE(second.waitFor(started), qstrcmp(option, "--several") == 0);
-        second.close();
+        QCOMPARE(second.close(), 0);
     }
     QVERIFY(application.waitFor("Another start brings the window to the front"));
     QCOMPARE(application.close(), 0);

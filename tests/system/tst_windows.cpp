@@ -161,9 +161,6 @@ void TestWindows::places()
             expected = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window()->size(),
                                            window()->screen()->availableGeometry());
         QCOMPARE(window()->geometry(), expected);
-        window()->showMinimized();
-        window()->showNormal();
-        QCOMPARE(window()->geometry(), expected);
         window()->close();
     }
 }
@@ -174,25 +171,22 @@ void TestWindows::systemFrame()
         end();
         QVERIFY(!CommonUtils::SetSettings("mainwindow", "systemframe", isOwn ? "false" : "true"));
         start();
+        QCOMPARE(window()->windowFlags().testFlag(Qt::FramelessWindowHint), isOwn);
         QCOMPARE(window()->findChildren<TitleBar*>().size(), int(isOwn));
         QTRY_VERIFY(owner("Ctrl+O"));
         QTRY_VERIFY(openMessage(0));
         QCOMPARE(openMessage(0)->IsCusTitle(), isOwn);
-        for (const QWidget* widget : {window(), static_cast<QWidget*>(openMessage(0))})
-            QCOMPARE(widget->windowFlags().testFlag(Qt::FramelessWindowHint), isOwn);
     }
 }
 
 void TestWindows::minimising()
 {
     const QPointer<ExtendDialog> message = openMessage(0);
-    const QPointer<ExtendDialog> closed = openMessage(1);
     QTimer::singleShot(0, this, [&] { // while a message waits for its answer
         const auto* const question = window()->findChild<DkMessageBox*>();
         QVERIFY(question);
         titleButton(window(), "Minimize")->click();
         QVERIFY(window()->isMinimized() && !message->isVisible() && !question->isVisible());
-        delete closed;
         window()->showNormal();
         QVERIFY(message->isVisible() && question->isVisible());
         question->buttons().first()->click();
@@ -224,6 +218,7 @@ void TestWindows::resizableDialogs()
 {
     ExtendDialog* const message = openMessage(0);
     const QRect before = message->geometry();
+    const int contentHeight = message->GetMainWidget()->height();
     const QPoint end = message->rect().bottomRight();
     drag(message, end - QPoint(1, 20), {30, 20});
     drag(message, {200, 1}, {5, -12}); // in the title bar
@@ -231,8 +226,7 @@ void TestWindows::resizableDialogs()
     const QRect resized(before.right() + 31 - before.width(), before.top() - 12, before.width(),
                         before.height() + 12);
     QCOMPARE(message->geometry(), resized);
-    QCOMPARE(message->GetMainWidget()->size(), message->minimumSizeHint() + QSize(0, 12) -
-                                                   (message->size() - message->GetMainWidget()->size()));
+    QCOMPARE(message->GetMainWidget()->height(), contentHeight + 12);
     titleButton(message, "Minimize")->click();
     const QRect tile = message->geometry();
     drag(message, {tile.width() - 1, 15}, {30, 0});
