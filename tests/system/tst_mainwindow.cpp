@@ -152,8 +152,7 @@ void TestMainWindow::language()
         {"zh-cn", "简体中文", Qt::LeftToRight, "复制(&C)", 1, 1},
         {"fr-fr", "Français", Qt::LeftToRight, "Cop&ier", 1, 0},
     };
-    const bool hasQtTexts =
-        QFile::exists(QCoreApplication::applicationDirPath() + "/translations/qtbase_de.qm");
+    const bool hasQtTexts = QDir(qApp->applicationDirPath()).exists("translations/qtbase_de.qm");
     QString before = "en-us";
     choose(text("IDS_MENU_INSTALLATION"));
     for (const auto& [code, ownName, direction, copy, translations, reversals] : rows) {

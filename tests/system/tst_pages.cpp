@@ -37,7 +37,6 @@ const QByteArray Messages =
     "[message 1]\nmodem=Lume V2\nsender=northtel\ntime=2024-03-01T09:15:00\n"
     "text=Welcome! Questions? help@northtel.test\n"
     "[message 2]\nmodem=Lume V2\nsender=+493012345\ntime=2024-03-02T08:05:00\ntext=Hello\n";
-constexpr QSize WindowSize{960, 700};
 
 } // namespace
 
@@ -47,7 +46,7 @@ void TestPages::open(const QByteArray& modems)
     simulate(modems);
     start();
     QVERIFY(window());
-    window()->resize(WindowSize);
+    window()->resize(960, 700);
     window()->findChild<QListWidget*>()->setFocus();
 }
 

@@ -173,8 +173,7 @@ void TestWindows::systemFrame()
         start();
         QCOMPARE(window()->windowFlags().testFlag(Qt::FramelessWindowHint), isOwn);
         QCOMPARE(window()->findChildren<TitleBar*>().size(), int(isOwn));
-        QTRY_VERIFY(owner("Ctrl+O"));
-        QTRY_VERIFY(openMessage(0));
+        QTRY_VERIFY(owner("Ctrl+O") && openMessage(0));
         QCOMPARE(openMessage(0)->IsCusTitle(), isOwn);
     }
 }
