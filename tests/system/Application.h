@@ -12,14 +12,16 @@
 class Application
 {
 public:
+    enum User { NewUser, SameUser };
+
     /// @param installation folder of the launcher
-    explicit Application(const QString& installation = usualInstallation())
+    /// @param user         whether it has a home of its own, or that of the application before
+    explicit Application(const QString& installation = usualInstallation(), User user = NewUser)
         : m_installation(installation)
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("QRVL_USER_DIR", m_home.path());
-        environment.insert("QT_LOGGING_TO_CONSOLE", "1");
-        m_process.setProcessEnvironment(environment);
+        if (user == NewUser)
+            qputenv("QRVL_USER_DIR", m_home.path().toLocal8Bit());
+        qputenv("QT_LOGGING_TO_CONSOLE", "1");
     }
 
     /// Kills the program if it still runs, and shows its latest lines when the test has failed.
@@ -28,7 +30,7 @@ public:
         m_process.kill();
         waitForEnd();
         if (QTest::currentTestFailed())
-            qInfo("%s", qUtf8Printable(lines().mid(qMax(0, lines().size() - 60)).join('\n')));
+            qInfo("%s", qUtf8Printable(m_log.section('\n', -60)));
     }
 
     /// The installation that the build made, or the installed copy if the environment asks for it.
@@ -45,36 +47,19 @@ public:
         return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
     }
 
-    void start(const QStringList& arguments) { m_process.start(program("skylume"), arguments); }
-
-    /// Starts the program once more, for the same user, and ends it when it has written the text.
-    /// @return whether it has
-    bool startAgain(const QStringList& arguments, const QString& text) const
+    void start(const QStringList& arguments, const QString& name = "skylume")
     {
-        QProcess again;
-        again.setProcessEnvironment(m_process.processEnvironment());
-        again.setProcessChannelMode(QProcess::MergedChannels);
-        again.start(program("skylume"), arguments);
-        QString output;
-        while (!output.contains(text) && again.waitForReadyRead(LongestWait))
-            output += QString::fromUtf8(again.readAll());
-        again.terminate();
-        again.waitForFinished(LongestWait);
-        return output.contains(text);
+        m_process.start(program(name), arguments);
     }
 
     /// Whether a line that contains the text has been written since the last mark; waits for it.
     bool waitFor(const QString& text)
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!hasWritten(text)) {
-            if (timer.hasExpired(LongestWait) || m_process.state() == QProcess::NotRunning)
-                return false;
-            m_process.waitForReadyRead(100);
+        const auto isOver = [&] {
             readMore();
-        }
-        return true;
+            return hasWritten(text) || m_process.state() == QProcess::NotRunning;
+        };
+        return QTest::qWaitFor(isOver, LongestWait) && hasWritten(text);
     }
     bool hasWritten(const QString& text) const { return m_log.indexOf(text, m_mark) >= 0; }
 
@@ -89,8 +74,10 @@ public:
     /// @return its exit code; -1 when it crashed or had to be killed
     int waitForEnd()
     {
-        const bool hasEnded = m_process.waitForFinished(LongestWait);
+        m_process.waitForFinished(LongestWait); // at once if it has ended already
         readMore();
+        const bool hasEnded =
+            m_process.state() == QProcess::NotRunning && m_process.error() != QProcess::FailedToStart;
         return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
@@ -101,19 +88,16 @@ public:
         return waitForEnd();
     }
 
+    void closeInput() { m_process.closeWriteChannel(); }
+
     /// What came on either stream; of standard error the lines alone.
     QString output() const { return m_output; }
-    QStringList lines() const { return m_log.split('\n'); }
+    QString log() const { return m_log; }
 
     /// Runs the modem tool on this application's modems. False when it reports an error.
     bool modem(const QStringList& arguments) const
     {
-        QProcess tool;
-        tool.setProcessEnvironment(m_process.processEnvironment());
-        tool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        tool.start(program("skylume-modem"), arguments);
-        return tool.waitForFinished(LongestWait) && tool.exitStatus() == QProcess::NormalExit &&
-               tool.exitCode() == 0;
+        return QProcess::execute(program("skylume-modem"), arguments) == 0;
     }
 
 private:

@@ -1,14 +1,12 @@
 #include "RunningApplication.h"
 
+#include "../support/TestFiles.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "common/CommonUtils.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QMenu>
-#include <QSaveFile>
-#include <QtTest>
-
-#include <algorithm>
 
 namespace {
 
@@ -28,16 +26,12 @@ struct MainFrame : private Startup
 TestHome::TestHome(const QByteArray& settings)
 {
     qputenv("QRVL_USER_DIR", m_folder.path().toLocal8Bit());
-    QFile file(m_folder.filePath("settings.ini"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(settings) != settings.size())
-        qFatal("the settings cannot be written");
+    writeFile(m_folder.filePath("settings.ini"), settings);
 }
-
-RunningApplication::RunningApplication() = default;
-RunningApplication::~RunningApplication() = default;
 
 void RunningApplication::start()
 {
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     m_startup = std::make_unique<Startup>(true);
 }
 
@@ -53,38 +47,59 @@ QWidget* RunningApplication::window() const
     return mainFrame ? mainFrame->GetMainWindow() : nullptr;
 }
 
-void RunningApplication::simulate(const QByteArray& modems)
+QWidgetList RunningApplication::windows(const char* className)
 {
-    const auto write = [&modems] {
-        QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    };
-    // On Windows the file cannot be replaced while the service reads it.
-    for (int attempts = 1; !write(); ++attempts) {
-        QVERIFY(attempts < 250);
-        QTest::qSleep(20);
-    }
+    QWidgetList found;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->inherits(className) && widget->isVisible())
+            found.append(widget);
+    return found;
 }
 
-void RunningApplication::choose(const QString& ownName) const
+QAbstractButton* RunningApplication::titleButton(const QWidget* window, const char* name)
+{
+    return window->findChild<QAbstractButton*>(QString("Core_Button") + name);
+}
+
+QString RunningApplication::homeFile(const QString& name)
+{
+    return QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + '/' + name;
+}
+
+void RunningApplication::simulate(const QByteArray& modems)
+{
+    // On Windows the file cannot be replaced while the service reads it.
+    QVERIFY(QTest::qWaitFor([&modems] {
+        QSaveFile file(homeFile("simulator.ini"));
+        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
+    }));
+}
+
+void RunningApplication::choose(const QString& entry) const
 {
     for (QMenu* menu : window()->findChildren<QMenu*>()) {
         emit menu->aboutToShow();
-        for (QAction* choice : menu->actions()) {
-            if (choice->text() == ownName)
-                choice->trigger();
-        }
+        for (QAction* action : menu->actions())
+            if (action->text() == entry)
+                action->trigger();
         emit menu->aboutToHide();
     }
     QCoreApplication::processEvents();
 }
 
+void RunningApplication::useSkin(const QByteArray& name) const
+{
+    CommonUtils::SetSettings("MiniSkin", "Name", name);
+    for (const bool isCompact : {name.isEmpty(), !name.isEmpty()}) // there and back, to read the skin
+        if (CommonUtils::IsMiniMode() != isCompact)
+            QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+    QCOMPARE(CommonUtils::IsMiniMode(), !name.isEmpty());
+}
+
 QObject* RunningApplication::owner(const char* shortcut) const
 {
-    const auto objects = window()->findChildren<QObject*>();
-    const auto has = [shortcut](const QObject* object) {
-        return object->property("shortcut").value<QKeySequence>() == QKeySequence(shortcut);
-    };
-    const auto found = std::find_if(objects.begin(), objects.end(), has);
-    return found == objects.end() ? nullptr : *found;
+    for (QObject* object : window()->findChildren<QObject*>())
+        if (object->property("shortcut").value<QKeySequence>() == QKeySequence(shortcut))
+            return object;
+    return nullptr;
 }

@@ -1,12 +1,15 @@
 #pragma once
 
-#include <QObject>
+#include "Startup/Startup.h"
+
+#include <QApplication>
 #include <QTemporaryDir>
+#include <QWidget>
+#include <QtTest>
 
 #include <memory>
 
-class QWidget;
-class Startup;
+class QAbstractButton;
 
 /// An empty home for the application in this process. Create it before QApplication.
 class TestHome
@@ -24,12 +27,8 @@ class RunningApplication : public QObject
 {
     Q_OBJECT
 
-public:
-    RunningApplication();
-    ~RunningApplication() override;
-
 protected:
-    /// Starts the application, which shows its main window.
+    /// Starts the application, which shows its main window. It goes on when its windows are closed.
     void start();
 
     /// Ends it, as the launcher does.
@@ -38,11 +37,33 @@ protected:
     /// The main window; null until the application has been started.
     QWidget* window() const;
 
+    /// The first object in the main window that is of a plugin's class; null when there is none.
+    template <typename Base = QWidget>
+    Base* part(const char* className) const
+    {
+        for (Base* object : window()->findChildren<Base*>())
+            if (object->inherits(className))
+                return object;
+        return nullptr;
+    }
+
+    /// The visible windows of a class.
+    static QWidgetList windows(const char* className);
+
+    /// A button in the frame of a window.
+    static QAbstractButton* titleButton(const QWidget* window, const char* name);
+
+    /// The path of a file of the user's.
+    static QString homeFile(const QString& name);
+
     /// Lets the device service find this in its simulator's file.
     static void simulate(const QByteArray& modems);
 
-    /// Chooses a language as the user does, by its place among the languages' own names.
-    void choose(const QString& ownName) const;
+    /// Chooses an entry of the menus as the user does, such as a language by its own name.
+    void choose(const QString& entry) const;
+
+    /// Changes to the compact window with a skin, or to the usual one if the name is empty.
+    void useSkin(const QByteArray& name) const;
 
     /// The action or button of the main window that has the shortcut; null when none has.
     QObject* owner(const char* shortcut) const;
@@ -50,3 +71,15 @@ protected:
 private:
     std::unique_ptr<Startup> m_startup;
 };
+
+/// The main function of such a test.
+/// @param settings content of the user's settings file
+template <typename Test>
+int runTest(int argc, char** argv, const QByteArray& settings)
+{
+    const TestHome home(settings);
+    QApplication application(argc, argv);
+    QApplication::setCursorFlashTime(0); // pictures of windows can be compared
+    Test test;
+    return QTest::qExec(&test, argc, argv);
+}

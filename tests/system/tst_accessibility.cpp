@@ -10,7 +10,6 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -21,8 +20,6 @@
 #include <QTextCursor>
 #include <QTimer>
 
-#include <algorithm>
-
 namespace {
 
 const QByteArray Modem =
@@ -31,46 +28,38 @@ const QByteArray Modem =
 
 using Interface = QAccessibleInterface;
 
-QString describe(const Interface& control)
+QString describe(const QObject* object)
 {
-    const QObject* const object = control.object();
-    return QString("%1 %2 in %3")
-        .arg(object ? object->metaObject()->className() : "item", object ? object->objectName() : QString(),
-             control.parent() && control.parent()->object()
-                 ? control.parent()->object()->metaObject()->className()
-                 : "");
+    return object ? QString(object->metaObject()->className()) + ' ' + object->objectName() : "item";
+}
+
+/// What is shown in a window and wanted, without scroll bars and separators.
+QVector<Interface*> shownIn(Interface* parent, bool (*isWanted)(const Interface&))
+{
+    const bool isExempt = !parent || !parent->isValid() || parent->state().invisible ||
+                          parent->role() == QAccessible::ScrollBar ||
+                          parent->role() == QAccessible::Separator;
+    if (isExempt)
+        return {};
+    QVector<Interface*> shown;
+    if (isWanted(*parent))
+        shown.append(parent);
+    for (int i = 0; i < parent->childCount(); ++i)
+        shown += shownIn(parent->child(i), isWanted);
+    return shown;
+}
+
+bool isNamedHeading(const Interface& part)
+{
+    return part.role() == QAccessible::Heading && !part.text(QAccessible::Name).isEmpty();
 }
 
 bool canBeOperated(const Interface& control)
 {
+    const QVector<QAccessible::Role> roles = {QAccessible::Window, QAccessible::Dialog, QAccessible::Button,
+                                              QAccessible::ButtonMenu, QAccessible::MenuItem};
     const QAccessible::State state = control.state();
-    const bool isWindow = control.role() == QAccessible::Window || control.role() == QAccessible::Dialog;
-    const bool isButton = control.role() == QAccessible::Button || control.role() == QAccessible::ButtonMenu;
-    const bool isEntry = control.role() == QAccessible::MenuItem;
-    return !state.disabled && (isWindow || isButton || isEntry || state.focusable || state.selectable);
-}
-
-bool isExempt(const Interface& control)
-{
-    return control.role() == QAccessible::ScrollBar || control.role() == QAccessible::Separator;
-}
-
-/// All controls in a window that are shown and can be operated.
-void addControls(Interface* parent, QVector<Interface*>& controls)
-{
-    if (!parent || !parent->isValid() || parent->state().invisible || isExempt(*parent))
-        return;
-    if (canBeOperated(*parent))
-        controls.append(parent);
-    for (int i = 0; i < parent->childCount(); ++i)
-        addControls(parent->child(i), controls);
-}
-
-QVector<Interface*> controlsOf(QWidget* window)
-{
-    QVector<Interface*> controls;
-    addControls(QAccessible::queryAccessibleInterface(window), controls);
-    return controls;
+    return !state.disabled && (roles.contains(control.role()) || state.focusable || state.selectable);
 }
 
 QStringList withoutNameOrRole(const QVector<Interface*>& controls)
@@ -81,7 +70,7 @@ QStringList withoutNameOrRole(const QVector<Interface*>& controls)
         const bool hasRole = isArea || (control->role() != QAccessible::NoRole && // what Qt takes by default:
                                         control->role() != QAccessible::Client);
         if (control->text(QAccessible::Name).isEmpty() || !hasRole)
-            faults.append(describe(*control));
+            faults.append(describe(control->object()) + " in " + describe(control->parent()->object()));
     }
     return faults;
 }
@@ -112,18 +101,9 @@ QStringList withoutFocus(const QVector<Interface*>& controls, const QWidgetList&
         const bool isExpected = parent && !widget->isWindow() && !qobject_cast<const TitleBar*>(parent) &&
                                 !qobject_cast<const QLineEdit*>(parent);
         if (isExpected && !stops.contains(widget) && !stops.contains(widget->focusProxy()))
-            faults.append(describe(*control));
+            faults.append(describe(widget));
     }
     return faults;
-}
-
-int differentPixels(const QImage& left, const QImage& right)
-{
-    int count = 0;
-    for (int y = 0; y < left.height(); ++y)
-        for (int x = 0; x < left.width(); ++x)
-            count += left.pixel(x, y) != right.pixel(x, y);
-    return count;
 }
 
 /// The widgets that look the same with and without the focus.
@@ -135,8 +115,13 @@ QStringList withoutFocusFrame(const QWidgetList& stops)
         stop->setFocus(Qt::TabFocusReason);
         const QImage focused = stop->grab().toImage();
         stop->clearFocus();
-        if (differentPixels(focused, stop->grab().toImage()) < frame)
-            faults.append(QString(stop->metaObject()->className()) + ' ' + stop->objectName());
+        const QImage plain = stop->grab().toImage();
+        int differences = 0;
+        for (int y = 0; y < plain.height(); ++y)
+            for (int x = 0; x < plain.width(); ++x)
+                differences += focused.pixel(x, y) != plain.pixel(x, y);
+        if (differences < frame)
+            faults.append(describe(stop));
     }
     return faults;
 }
@@ -145,30 +130,13 @@ QString faultsOf(QWidget* window)
 {
     window->activateWindow();
     const bool isActive = QTest::qWaitFor([window] { return QApplication::activeWindow() == window; });
-    const QVector<Interface*> controls = controlsOf(window);
+    const QVector<Interface*> controls =
+        shownIn(QAccessible::queryAccessibleInterface(window), canBeOperated);
     if (!isActive || controls.size() < 2)
         return "cannot be examined";
     const QWidgetList stops = tabStops(window);
     return (withoutNameOrRole(controls) + withoutFocus(controls, stops) + withoutFocusFrame(stops))
         .join("; ");
-}
-
-/// How many accessible objects of a role are visible below a widget.
-int countOf(QAccessible::Role role, Interface* parent)
-{
-    int count = parent->role() == role && !parent->text(QAccessible::Name).isEmpty();
-    for (int i = 0; i < parent->childCount(); ++i)
-        if (Interface* const child = parent->child(i); child && !child->state().invisible)
-            count += countOf(role, child);
-    return count;
-}
-
-ExtendDialog* visibleDialog()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* const dialog = qobject_cast<ExtendDialog*>(widget); dialog && dialog->isVisible())
-            return dialog;
-    return nullptr;
 }
 
 } // namespace
@@ -179,22 +147,15 @@ class TestAccessibility : public RunningApplication
 
 private slots:
     void initTestCase();
-    void cleanupTestCase() { end(); }
     void keyboard();
     void controls_data();
     void controls();
     void structure();
     void menus();
-
-private:
-    void useForm(bool isCompact, const char* skin) const;
-    QWidget* page(const char* kind) const;
 };
 
 void TestAccessibility::initTestCase()
 {
-    qApp->setQuitOnLastWindowClosed(false);
-    qApp->setCursorFlashTime(0);
     simulate(Modem);
     start();
     QVERIFY(window() && QTest::qWaitForWindowActive(window()));
@@ -202,33 +163,25 @@ void TestAccessibility::initTestCase()
     QTRY_VERIFY(owner("Ctrl+O"));
 }
 
-QWidget* TestAccessibility::page(const char* kind) const
-{
-    for (QWidget* widget : window()->findChildren<QWidget*>())
-        if (widget->inherits(kind))
-            return widget;
-    return nullptr;
-}
-
 void TestAccessibility::keyboard()
 {
     auto* const sideBar = window()->findChild<QListWidget*>();
     const auto* const pages = window()->findChild<QStackedWidget*>();
     QCOMPARE(QApplication::focusWidget(), sideBar);
-    const int count = pages->count();
-    for (const bool isForward : {true, false}) {
-        for (int i = 1; i <= count; ++i) {
-            QTest::keyClick(window()->windowHandle(), Qt::Key_Tab,
-                            isForward ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier);
-            QCOMPARE(pages->currentIndex(), (isForward ? i : count - i) % count);
-        }
+    for (const int page : {1, 2, 3, 4, 0}) { // and back
+        QTest::keyClick(window()->windowHandle(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(pages->currentIndex(), page);
     }
-    const int dialPad = pages->indexOf(page("DialPadPage"));
+    for (const int page : {4, 3, 2, 1, 0}) {
+        QTest::keyClick(window()->windowHandle(), Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(pages->currentIndex(), page);
+    }
+    const int dialPad = pages->indexOf(part("DialPadPage"));
     QTest::mouseClick(sideBar->viewport(), Qt::LeftButton, {},
                       sideBar->visualItemRect(sideBar->item(dialPad)).center());
     for (const char key : {'1', '1', '0'})
         QTest::keyClick(window()->windowHandle(), key);
-    QCOMPARE(page("DialPadPage")->findChild<QLineEdit*>()->text(), "110");
+    QCOMPARE(part("DialPadPage")->findChild<QLineEdit*>()->text(), "110");
     QTest::keyClick(window()->windowHandle(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), owner("Ctrl+D"));
     QTest::keyClick(window()->windowHandle(), Qt::Key_Return);
@@ -240,35 +193,25 @@ void TestAccessibility::keyboard()
     delete call;
 }
 
-void TestAccessibility::useForm(bool isCompact, const char* skin) const
-{
-    CommonUtils::SetSettings("MiniSkin", "Name", skin);
-    for (const bool form : {!isCompact, isCompact})
-        if (CommonUtils::IsMiniMode() != form)
-            QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-    QCOMPARE(CommonUtils::IsMiniMode(), isCompact);
-}
-
 void TestAccessibility::controls_data()
 {
-    const auto row = dataTable<bool, QByteArray>("compact", "skin");
-    row("usual window", false, "Blue");
-    row("compact window", true, "Blue");
-    row("compact window, dark", true, "Graphite");
+    const auto row = dataTable<QByteArray>("skin");
+    row("usual window", "");
+    row("compact window", "Blue");
+    row("compact window, dark", "Graphite");
 }
 
 void TestAccessibility::controls()
 {
-    QFETCH(bool, compact);
     QFETCH(QByteArray, skin);
-    useForm(compact, skin);
+    useSkin(skin);
     auto* const sideBar = window()->findChild<QListWidget*>();
     for (int row = 0; row < sideBar->count(); ++row) {
         sideBar->setCurrentRow(row);
         sideBar->setFocus();
         QCOMPARE(faultsOf(window()), QString());
     }
-    const auto* const text = page("MessagesPage")->findChild<QTextBrowser*>();
+    const auto* const text = part("MessagesPage")->findChild<QTextBrowser*>();
     const QColor link = text->document()->find("a.example").charFormat().foreground().color();
     QVERIFY2(Contrast::of(link, text->palette().color(QPalette::Base)) >= Contrast::ForText,
              qPrintable(link.name()));
@@ -285,7 +228,7 @@ void TestAccessibility::controls()
             choose(entry);
         else
             QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+O"), "click"));
-        const QPointer<ExtendDialog> dialog = visibleDialog();
+        const QPointer<QWidget> dialog = windows("ExtendDialog").value(0);
         QVERIFY(dialog);
         QCOMPARE(faultsOf(dialog), QString());
         QTest::keyPress(dialog->windowHandle(), Qt::Key_Escape);
@@ -301,7 +244,7 @@ void TestAccessibility::structure()
     auto* const sideBar = window()->findChild<QListWidget*>();
     for (int row = 0; row < sideBar->count(); ++row) {
         sideBar->setCurrentRow(row);
-        QVERIFY2(countOf(QAccessible::Heading, main) >= 1, qUtf8Printable(sideBar->item(row)->text()));
+        QVERIFY2(!shownIn(main, isNamedHeading).isEmpty(), qUtf8Printable(sideBar->item(row)->text()));
     }
 }
 
@@ -309,7 +252,8 @@ void TestAccessibility::menus()
 {
     for (QMenu* menu : window()->findChildren<QMenu*>()) {
         menu->popup({});
-        const QVector<Interface*> controls = controlsOf(menu);
+        const QVector<Interface*> controls =
+            shownIn(QAccessible::queryAccessibleInterface(menu), canBeOperated);
         QVERIFY(controls.size() >= qMin(menu->actions().size(), 2)); // the menu itself is one
         QCOMPARE(withoutNameOrRole(controls), QStringList());
         menu->hide();
@@ -318,9 +262,7 @@ void TestAccessibility::menus()
 
 int main(int argc, char** argv)
 {
-    const TestHome home("[system]\nEnableMaxButton=true\n[calls]\nrecent=112 *100#\n");
-    QApplication application(argc, argv);
-    TestAccessibility test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<TestAccessibility>(argc, argv,
+                                      "[system]\nEnableMaxButton=true\n[calls]\nrecent=112 *100#\n");
 }
 #include "tst_accessibility.moc"

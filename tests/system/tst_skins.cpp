@@ -1,12 +1,13 @@
 // Whether the text of every skin can be read: contrasts between the colours of the style sheets, and between those
 // that plugins derive from them.
 #include "../support/DataTable.h"
+#include "../support/TestFiles.h"
 #include "Contrast.h"
 #include "support/Look.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QMap>
+#include <QMetaEnum>
 #include <QPalette>
 #include <QRegularExpression>
 #include <QStyle>
@@ -22,11 +23,9 @@ using Rules = QVector<QPair<QString, Rule>>;
 
 Rules readRules(const QString& name)
 {
-    QFile file(QCoreApplication::applicationDirPath() + "/skin/" + name);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
+    const QByteArray content = contentOf(QCoreApplication::applicationDirPath() + "/skin/" + name);
+    const QString text = QString::fromUtf8(content).remove(QRegularExpression(R"((?s)/\*.*?\*/)"));
     Rules rules;
-    const QString text = QString::fromUtf8(file.readAll()).remove(QRegularExpression(R"((?s)/\*.*?\*/)"));
     auto blocks = QRegularExpression(R"(([^{}]+)\{([^}]*)\})").globalMatch(text);
     while (blocks.hasNext()) {
         const QRegularExpressionMatch block = blocks.next();
@@ -65,22 +64,21 @@ QPalette desktop(bool isDark)
     return palette;
 }
 
+/// The role "tool-tip-base" of style sheets is ToolTipBase.
+QPalette::ColorRole roleOf(const QString& name)
+{
+    QString key;
+    for (const QString& word : name.split('-'))
+        key += word.at(0).toUpper() + word.mid(1);
+    return QPalette::ColorRole(QMetaEnum::fromType<QPalette::ColorRole>().keyToValue(key.toLatin1()));
+}
+
 /// A value of a style sheet. No value means transparent.
 QColor colorOf(const QString& value, const QPalette& palette)
 {
-    static const QMap<QString, QPalette::ColorRole> roles{
-        {"base", QPalette::Base},
-        {"window", QPalette::Window},
-        {"window-text", QPalette::WindowText},
-        {"button", QPalette::Button},
-        {"highlight", QPalette::Highlight},
-        {"highlighted-text", QPalette::HighlightedText},
-        {"tool-tip-base", QPalette::ToolTipBase},
-        {"tool-tip-text", QPalette::ToolTipText},
-    };
     const QStringList parts = value.split(QRegularExpression("[(),\\s]+"), Qt::SkipEmptyParts);
     if (parts.value(0) == "palette")
-        return palette.color(roles.value(parts.value(1), QPalette::NoRole));
+        return palette.color(roleOf(parts.value(1)));
     if (parts.value(0) == "rgba")
         return {parts[1].toInt(), parts[2].toInt(), parts[3].toInt(), parts[4].toInt()};
     return value.isEmpty() ? QColor(Qt::transparent) : QColor(value);
@@ -104,9 +102,11 @@ QPalette paletteOf(const Rules& rules, QPalette palette)
     return palette;
 }
 
-QVector<QColor> surfaces(const QPalette& palette)
+/// What text can stand on, with something over it.
+QVector<QColor> surfaces(const QPalette& palette, const QColor& over = Qt::transparent)
 {
-    return {palette.color(QPalette::Window), palette.color(QPalette::Base), palette.color(QPalette::Button)};
+    return {blend(over, palette.color(QPalette::Window)), blend(over, palette.color(QPalette::Base)),
+            blend(over, palette.color(QPalette::Button))};
 }
 
 /// The smallest contrast of a colour with backgrounds.
@@ -133,9 +133,7 @@ private slots:
 private:
     static void check(const QString& what, double contrast, double required = Contrast::ForText)
     {
-        if (contrast < required)
-            QTest::qFail(qPrintable(QString("%1: %2").arg(what).arg(contrast, 0, 'f', 2)), __FILE__,
-                         __LINE__);
+        QVERIFY2(contrast >= required, qPrintable(QString("%1: %2").arg(what).arg(contrast, 0, 'f', 2)));
     }
 };
 
@@ -160,10 +158,7 @@ void TestSkins::contrast()
         const bool isDesktops = rule["color"] == "palette(highlighted-text)"; // and so is its background
         if (selector.contains("QScrollBar") || isDesktops)
             continue;
-        const QColor own = colorOf(rule["background"], palette);
-        QVector<QColor> backgrounds = surfaces(palette);
-        for (QColor& background : backgrounds)
-            background = blend(own, background);
+        const QVector<QColor> backgrounds = surfaces(palette, colorOf(rule["background"], palette));
         const QColor text =
             rule.contains("color") ? colorOf(rule["color"], palette) : palette.color(QPalette::WindowText);
         const bool isDisabled = selector.contains(":disabled");
@@ -172,10 +167,9 @@ void TestSkins::contrast()
             check(selector + " frame", smallest(colorOf(rule["border-color"], palette), backgrounds),
                   Contrast::ForOthers);
     }
-    if (valueOf(rules, "QWidget", "selection-color").isEmpty())
-        return; // the desktop's
-    check("selection",
-          Contrast::of(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)));
+    if (!valueOf(rules, "QWidget", "selection-color").isEmpty()) // else the desktop's
+        check("selection",
+              Contrast::of(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)));
 }
 
 /// Quiet text and coloured states, also on the entry of a list that is chosen.

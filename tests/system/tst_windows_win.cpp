@@ -7,7 +7,6 @@
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QScreen>
 
 #include <windows.h>
@@ -41,7 +40,6 @@ private:
 
 void TestWindowsWin::initTestCase()
 {
-    qApp->setQuitOnLastWindowClosed(false);
     simulate({});
     start();
     QVERIFY(window() && QTest::qWaitForWindowExposed(window()));
@@ -121,9 +119,6 @@ void TestWindowsWin::commands()
 
 int main(int argc, char** argv)
 {
-    const TestHome home("[system]\nEnableMaxButton=true\n");
-    QApplication application(argc, argv);
-    TestWindowsWin test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<TestWindowsWin>(argc, argv, "[system]\nEnableMaxButton=true\n");
 }
 #include "tst_windows_win.moc"
