@@ -23,7 +23,6 @@
 namespace {
 
 constexpr int Second = 1000; // milliseconds
-constexpr QSize AccessPointButtonSize{130, 34};
 
 bool isOnScreen(const QWidget* window)
 {
@@ -86,7 +85,7 @@ QLayout* ConnectionPage::makeBottomLine()
 {
     m_demonstration = Look::quietLabel(QString(), true);
     m_accessPoint = new QPushButton;
-    m_accessPoint->setMinimumSize(AccessPointButtonSize);
+    m_accessPoint->setMinimumSize(Look::ButtonSize);
     connect(m_accessPoint, &QPushButton::clicked, this, &ConnectionPage::changeAccessPoint);
     keepTranslated(m_accessPoint, [this] {
         setCaption(m_accessPoint, "IDS_CONN_CHANGE_ACCESS_POINT");

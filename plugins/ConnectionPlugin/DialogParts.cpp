@@ -10,17 +10,10 @@
 #include <QVBoxLayout>
 #include <QVariant>
 
-namespace {
-
-constexpr int Height = 36;
-constexpr int ButtonWidth = 110;
-
-} // namespace
-
 QLineEdit* addField(QVBoxLayout* column, const char* caption)
 {
     auto* field = new QLineEdit;
-    field->setMinimumHeight(Height);
+    field->setMinimumHeight(Look::FieldHeight);
     QLabel* const label = Look::quietLabel(QString());
     label->setBuddy(field);
     auto* block = new QWidget;
@@ -48,7 +41,7 @@ QLayout* makeButtons(QDialog* dialog, QPushButton* primary, const char* label)
     row->setSpacing(Look::Gap);
     row->addStretch();
     for (QPushButton* button : {cancel, primary}) {
-        button->setMinimumSize(ButtonWidth, Height);
+        button->setMinimumSize(Look::ButtonSize);
         row->addWidget(button);
     }
     keepTranslated(cancel, [=] {

@@ -28,10 +28,10 @@ constexpr Fact AllFacts[] = {
     {"IDS_CONN_TRAFFIC", &Facts::traffic, &Facts::volume},
 };
 
-/// The last column has the longest values.
+/// The last of three columns has the longest values.
 int stretchOf(int column, int columns)
 {
-    return column == columns - 1 ? 5 : 3;
+    return column == Columns - 1 && columns == Columns ? 5 : 3;
 }
 
 QWidget* makeCell(const char* caption, ElidedLabel* value)
@@ -39,11 +39,11 @@ QWidget* makeCell(const char* caption, ElidedLabel* value)
     auto* cell = new QWidget;
     auto* column = new QVBoxLayout(cell);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(2);
+    column->setSpacing(0);
     auto* const captionLabel = new ElidedLabel;
     Look::makeQuiet(captionLabel);
     captionLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    Look::setFont(value, 1.1, QFont::DemiBold);
+    Look::setFont(value, Look::NormalText, QFont::DemiBold);
     column->addWidget(captionLabel);
     column->addWidget(value);
     keepTranslated(captionLabel, [=] {
@@ -59,7 +59,6 @@ FactsPanel::FactsPanel(QWidget* parent)
     : Surface(parent)
     , m_grid(new QGridLayout(this))
 {
-    m_grid->setHorizontalSpacing(Look::Margin);
     for (const Fact& fact : AllFacts) {
         auto* value = new ElidedLabel;
         value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // columns are equally wide
@@ -86,8 +85,10 @@ void FactsPanel::arrange(int columns)
 {
     m_columns = columns;
     const bool isNarrow = columns == NarrowColumns; // that takes more height
+    const int side = isNarrow ? Look::Gap * 2 : Look::Margin;
     const int margin = isNarrow ? Look::Gap * 3 / 2 : Look::Gap * 2;
-    m_grid->setContentsMargins(Look::Margin, margin, Look::Margin, margin);
+    m_grid->setContentsMargins(side, margin, side, margin);
+    m_grid->setHorizontalSpacing(isNarrow ? Look::Gap : Look::Margin);
     m_grid->setVerticalSpacing(isNarrow ? Look::Gap : Look::Gap * 2);
     for (int i = 0; i < m_cells.size(); ++i)
         m_grid->addWidget(m_cells[i], i / columns, i % columns);

@@ -31,7 +31,7 @@ QString value(const Modem& modem, const char* key)
 
 QLabel* makeNote()
 {
-    QLabel* const note = Look::label(QString(), 1.0, QFont::DemiBold);
+    QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
     note->setWordWrap(true);
     return note;
 }
@@ -42,7 +42,7 @@ PinDialog::PinDialog(const Modem& modem, Requests& requests, const DeviceEvents*
     : ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed)
     , m_modem(modem)
     , m_requests(requests)
-    , m_sentence(Look::label(QString(), 1.0))
+    , m_sentence(Look::label(QString(), Look::NormalText))
     , m_tries(Look::quietLabel(QString()))
     , m_note(makeNote())
     , m_unlock(new QPushButton)

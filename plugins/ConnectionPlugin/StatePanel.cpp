@@ -15,11 +15,9 @@
 namespace {
 
 constexpr int NarrowPanel = 460; ///< narrower ones save height
-constexpr int PictureSize = 64;
+constexpr int PictureSize = 56;
 constexpr int NarrowPictureSize = 48;
-constexpr QSize ButtonSize{220, 44};
-constexpr int LongestLine = 520; ///< of the sentence, in pixels
-constexpr qreal TitleScale = 1.9;
+constexpr int LongestLine = 600; ///< of the sentence, in pixels
 
 struct Button
 {
@@ -48,13 +46,17 @@ QLabel* centred(QLabel* label)
 QPushButton* makeButton()
 {
     auto* button = new QPushButton;
-    button->setMinimumSize(ButtonSize);
+    button->setMinimumSize(Look::LargeButtonSize);
     button->setAutoDefault(true); // the Return key presses it while it has the focus
-    QFont font = button->font();
-    font.setPointSizeF(font.pointSizeF() * 1.15);
-    font.setWeight(QFont::DemiBold);
-    button->setFont(font);
+    Look::setFont(button, Look::HeadingText, QFont::DemiBold);
     return button;
+}
+
+/// Makes the lines of a longer sentence equally long: no single word remains for the last one.
+int lineWidth(const QLabel& sentence)
+{
+    const int whole = sentence.fontMetrics().horizontalAdvance(sentence.text());
+    return qMin(LongestLine, whole / (whole / LongestLine + 1) + Look::Margin * 2);
 }
 
 /// Sets a property that style sheets ask for.
@@ -71,12 +73,11 @@ void setStyleProperty(QWidget* widget, const char* name, bool isSet)
 StatePanel::StatePanel(QWidget* parent)
     : Surface(parent)
     , m_picture(centred(new QLabel))
-    , m_title(centred(Look::label(QString(), TitleScale, QFont::DemiBold)))
+    , m_title(centred(Look::label(QString(), Look::StateText, QFont::DemiBold)))
     , m_sentence(centred(Look::quietLabel(QString(), true)))
     , m_button(makeButton())
 {
     m_title->setWordWrap(true);
-    m_sentence->setMaximumWidth(LongestLine);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     layout->setSpacing(Look::Gap);
@@ -105,6 +106,7 @@ void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
         m_sentence->setText(meaning.sentence ? text(meaning.sentence) : words.hint);
     else
         m_sentence->setText(sentence);
+    m_sentence->setMaximumWidth(lineWidth(*m_sentence));
     setAccessibleName(m_title->text());
     setAccessibleDescription(m_sentence->text());
     m_button->setAccessibleDescription(m_sentence->text());

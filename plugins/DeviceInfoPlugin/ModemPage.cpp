@@ -19,7 +19,6 @@ namespace {
 constexpr QLatin1String SimInfoClsid("E5F09A6B-1C83-4D7E-A240-7B8D3F61C095");
 constexpr const char* RevealedProperty = "revealed"; // see DetailsCard
 constexpr const char* PlainTextProperty = "plainText";
-constexpr QSize ButtonSize{110, 34};
 constexpr int CopiedTime = 2000; // milliseconds
 
 /// The modem in use or, without one, one that cannot be used; id 0 if no modem is attached.
@@ -68,7 +67,7 @@ QLayout* ModemPage::makeButtons()
     auto* line = new QHBoxLayout;
     line->setSpacing(Look::Gap);
     for (QPushButton* const button : {m_reveal, m_copy}) {
-        button->setMinimumSize(ButtonSize);
+        button->setMinimumSize(Look::ButtonSize);
         line->addWidget(button);
     }
     line->addStretch();

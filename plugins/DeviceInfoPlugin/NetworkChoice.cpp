@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr QSize ButtonSize{130, 34};
 constexpr int AutomaticId = 0; ///< of a button; those of networks follow
 
 const char* wordFor(const QString& state, bool isCurrent)
@@ -33,7 +32,7 @@ NetworkChoice::NetworkChoice(Requests& requests, const OperatorNames& names, QWi
     : Surface(parent)
     , m_requests(requests)
     , m_names(names)
-    , m_title(Look::label(QString(), 1.15, QFont::DemiBold))
+    , m_title(Look::label(QString(), Look::HeadingText, QFont::DemiBold))
     , m_automatic(new QRadioButton)
     , m_choices(new QButtonGroup(this))
     , m_list(new QVBoxLayout)
@@ -61,7 +60,7 @@ QLayout* NetworkChoice::makeButtons()
     line->setSpacing(Look::Gap);
     line->addStretch();
     for (QPushButton* const button : {m_search, m_apply}) {
-        button->setMinimumSize(ButtonSize);
+        button->setMinimumSize(Look::ButtonSize);
         line->addWidget(button);
     }
     connect(m_search, &QPushButton::clicked, this, &NetworkChoice::search);

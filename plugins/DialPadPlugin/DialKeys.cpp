@@ -12,8 +12,6 @@ namespace {
 
 constexpr int KeyColumns = 3;
 constexpr int KeyHeight = 52;
-constexpr qreal SignScale = 1.4;
-constexpr qreal LettersScale = 0.8;
 constexpr QLatin1String Plus("+");
 
 struct Key
@@ -58,10 +56,10 @@ QWidget* DialKeys::makeKey(const QString& sign, const QString& letters)
     auto* lines = new QVBoxLayout(key);
     lines->setContentsMargins(0, Look::Gap / 2, 0, Look::Gap / 2);
     lines->setSpacing(0);
-    addLine(lines, Look::label(sign, SignScale));
+    addLine(lines, Look::label(sign, Look::TitleText));
     if (!letters.isEmpty()) {
         QLabel* const line = Look::quietLabel(letters);
-        Look::setFont(line, LettersScale);
+        Look::setFont(line, Look::SmallText);
         addLine(lines, line);
     }
     connect(key, &HoldButton::tapped, this, [this, sign] { Q_EMIT entered(sign); });

@@ -23,7 +23,6 @@ namespace {
 constexpr int SmallestPad = 220;
 constexpr int LargestPad = 300;
 constexpr int NarrowPage = 520; ///< narrower ones have the recent numbers below the keys
-constexpr int CallHeight = 48;
 constexpr int RecentHeight = 180;
 
 } // namespace
@@ -80,10 +79,8 @@ QWidget* DialPadPage::makePad()
 QWidget* DialPadPage::makeCallButton()
 {
     m_call = new QPushButton;
-    QFont font = m_call->font();
-    font.setPointSizeF(font.pointSizeF() * 1.2);
-    m_call->setFont(font);
-    m_call->setMinimumHeight(CallHeight);
+    Look::setFont(m_call, Look::HeadingText);
+    m_call->setMinimumHeight(Look::LargeButtonSize.height());
     m_call->setAutoDefault(true);
     m_call->setProperty("call", QStringLiteral("start")); // for style sheets
     connect(m_call, &QPushButton::clicked, this, &DialPadPage::call);

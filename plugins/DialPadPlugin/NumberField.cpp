@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int Height = 52;
-constexpr qreal NumberScale = 1.6;
 
 /// Draws the usual sign for "delete backwards" in the colour of the button's text.
 class BackspaceButton : public HoldButton
@@ -39,9 +38,7 @@ protected:
 QLineEdit* makeEdit()
 {
     auto* edit = new QLineEdit;
-    QFont font = edit->font();
-    font.setPointSizeF(font.pointSizeF() * NumberScale);
-    edit->setFont(font);
+    Look::setFont(edit, Look::TitleText);
     edit->setMinimumHeight(Height);
     edit->setAlignment(Qt::AlignCenter);
     keepTranslated(edit, [edit] {

@@ -18,7 +18,6 @@ namespace {
 
 constexpr int EntryHeight = 32;
 constexpr int LargestWidth = 300;
-constexpr int ButtonWidth = 96;
 
 /// Calls a function when an arrow key has moved to another entry. The focus alone makes the first entry the current one,
 /// which must not replace what the user has typed.
@@ -62,13 +61,13 @@ RecentList::RecentList(QWidget* parent)
     , m_list(new ArrowList([this] { choose(); }))
     , m_remove(new QPushButton)
 {
-    QLabel* const caption = Look::label(QString(), 1.0, QFont::DemiBold);
+    QLabel* const caption = Look::label(QString(), Look::NormalText, QFont::DemiBold);
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setItemDelegate(new NumberDelegate(m_list));
     m_remove->setAutoDefault(true);
-    m_remove->setMinimumWidth(ButtonWidth);
+    m_remove->setMinimumSize(Look::ButtonSize);
     setMaximumWidth(LargestWidth);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);

@@ -20,8 +20,6 @@
 namespace {
 
 constexpr int Width = 380;
-constexpr int Height = 36; // of field and buttons
-constexpr int ButtonWidth = 110;
 constexpr int LongestReply = 182; // characters that fit into one request
 
 QLabel* wrapped(QLabel* label)
@@ -38,8 +36,8 @@ UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& reques
     , m_code(code)
     , m_modem(modem)
     , m_requests(requests)
-    , m_heading(wrapped(Look::label(QString(), 1.15, QFont::DemiBold)))
-    , m_content(wrapped(Look::label(QString(), 1.0)))
+    , m_heading(wrapped(Look::label(QString(), Look::HeadingText, QFont::DemiBold)))
+    , m_content(wrapped(Look::label(QString(), Look::NormalText)))
     , m_reply(new QLineEdit)
     , m_send(new QPushButton)
     , m_close(new QPushButton)
@@ -67,7 +65,7 @@ UssdDialog::~UssdDialog()
 QWidget* UssdDialog::makeContent()
 {
     Look::makeSelectable(m_content);
-    m_reply->setMinimumHeight(Height);
+    m_reply->setMinimumHeight(Look::FieldHeight);
     m_reply->setMaxLength(LongestReply);
     m_send->setProperty("primary", true); // for style sheets
     m_close->setAutoDefault(true);
@@ -80,7 +78,7 @@ QWidget* UssdDialog::makeContent()
     buttons->setSpacing(Look::Gap);
     buttons->addStretch();
     for (QPushButton* button : {m_close, m_send}) {
-        button->setMinimumSize(ButtonWidth, Height);
+        button->setMinimumSize(Look::ButtonSize);
         buttons->addWidget(button);
     }
     auto* content = new QWidget;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int EntryHeight = 44;
+constexpr int EntryHeight = 40;
 constexpr int PictureSize = 28;
 constexpr int TitleMargins = PictureSize + 6 * Look::Gap; ///< what an entry needs beside its title
 
@@ -34,7 +34,7 @@ void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 {
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     const bool focused = option.state.testFlag(QStyle::State_HasFocus) && selected;
-    const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
+    const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -1.5);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));

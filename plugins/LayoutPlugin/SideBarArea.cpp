@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -65,6 +66,7 @@ SideBarArea::SideBarArea(QWidget* parent)
     connect(m_sideBar, &QListWidget::itemPressed, this, &SideBarArea::forgetLost);
     connect(m_sideBar, &QListWidget::itemClicked, this, &SideBarArea::enterPage);
     connect(m_sideBar, &QListWidget::itemActivated, this, &SideBarArea::enterPage);
+    connect(m_sideBar->verticalScrollBar(), &QScrollBar::rangeChanged, this, &SideBarArea::fitSideBar);
     addShortcut(Qt::CTRL + Qt::Key_Tab, 1);
     addShortcut(Qt::CTRL + Qt::SHIFT + Qt::Key_Tab, -1);
 }
@@ -164,14 +166,15 @@ void SideBarArea::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
 }
 
-/// Makes the side bar wide enough for its titles, or for the icons only.
+/// Makes the side bar wide enough for its titles, or for the icons only, and for its scroll bar if there is one.
 void SideBarArea::fitSideBar()
 {
     int widest = SmallestSideBar;
     for (int row = 0; row < m_sideBar->count(); ++row)
         widest = std::max(widest, EntryDelegate::widthOf(m_sideBar->item(row)->text(), m_sideBar->font()));
-    m_sideBar->setFixedWidth(width() < NarrowArea ? EntryDelegate::NarrowWidth
-                                                  : std::min(widest, LargestSideBar));
+    const int entries = width() < NarrowArea ? EntryDelegate::NarrowWidth : std::min(widest, LargestSideBar);
+    const QScrollBar* const scrollBar = m_sideBar->verticalScrollBar();
+    m_sideBar->setFixedWidth(entries + (scrollBar->maximum() > 0 ? scrollBar->sizeHint().width() : 0));
 }
 
 void SideBarArea::removeEntry(int index)

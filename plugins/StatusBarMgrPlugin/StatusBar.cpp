@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int BarHeight = 34;
+constexpr int BarHeight = 36;
 
 QString value(const Modem& modem, const char* key)
 {
@@ -37,8 +37,8 @@ StatusBar::StatusBar(QWidget* parent)
     , m_signal(new SignalBars)
     , m_network(new ElidedLabel)
     , m_transfer(new QWidget)
-    , m_receiving(Look::label(QString(), 1.0))
-    , m_sending(Look::label(QString(), 1.0))
+    , m_receiving(Look::label(QString(), Look::NormalText))
+    , m_sending(Look::label(QString(), Look::NormalText))
     , m_volume(Look::quietLabel(QString()))
 {
     setFixedHeight(BarHeight);

@@ -30,8 +30,9 @@ QLayout* makeHead()
     picture->setPixmap(FrameStyle::picture().pixmap(PictureSize, PictureSize));
     QLabel* const version = Look::quietLabel(QString());
     auto* column = new QVBoxLayout;
-    column->setSpacing(2);
-    column->addWidget(Look::label(QGuiApplication::applicationDisplayName(), 1.6, QFont::DemiBold));
+    column->setSpacing(Look::Gap / 2);
+    column->addWidget(
+        Look::label(QGuiApplication::applicationDisplayName(), Look::TitleText, QFont::DemiBold));
     column->addWidget(version);
     auto* head = new QHBoxLayout;
     head->setSpacing(Look::Gap * 2);
@@ -60,8 +61,9 @@ QPlainTextEdit* makeNotices()
 QWidget* makeContent(QDialog* dialog)
 {
     auto* content = new QWidget;
-    QLabel* const caption = Look::label(QString(), 1.0, QFont::DemiBold);
+    QLabel* const caption = Look::label(QString(), Look::NormalText, QFont::DemiBold);
     auto* close = new QPushButton;
+    close->setMinimumSize(Look::ButtonSize);
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);

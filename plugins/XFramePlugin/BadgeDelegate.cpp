@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int DotSize = 7;
-constexpr int BadgePadding = 10;
+constexpr int DotSize = 8;
+constexpr int BadgePadding = Look::Gap;
 constexpr int BadgeHeightOverText = 8;
 
 int badgeWidth(const QFontMetrics& metrics, const QString& content)

@@ -9,7 +9,7 @@ namespace FrameStyle {
 
 // In device-independent pixels.
 constexpr int BorderWidth = 4;        ///< around each window
-constexpr int DialogTitleHeight = 34; ///< of the title bars of dialogs
+constexpr int DialogTitleHeight = 36; ///< of the title bars of dialogs
 
 constexpr QLatin1String Section("mainwindow");
 constexpr QLatin1String Key("systemframe");

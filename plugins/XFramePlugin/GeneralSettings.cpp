@@ -35,7 +35,7 @@ QWidget* GeneralSettings::makeLanguages()
         choice->addItem(LanguageFiles::ownName(code), code);
     connect(choice, qOverload<int>(&QComboBox::activated), this,
             [this, choice] { m_window.useLanguage(choice->currentData().toString()); });
-    QLabel* const caption = Look::label(QString(), 1.0);
+    QLabel* const caption = Look::label(QString(), Look::NormalText);
     caption->setBuddy(choice);
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);

@@ -32,6 +32,7 @@ QToolButton* makeMenuButton()
     auto* button = new QToolButton;
     button->setObjectName(QLatin1String("mainMenu")); // for style sheets
     button->setText(QString(QChar(0x2261)));          // three bars
+    Look::setFont(button, Look::TitleText);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setAutoRaise(true);
     return button;
@@ -59,9 +60,9 @@ QString modemName(const Modems& modems, bool wasRefused)
 HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
     , m_picture(new QLabel)
-    , m_modem(makeValue(1.5, QFont::DemiBold))
+    , m_modem(makeValue(Look::TitleText, QFont::DemiBold))
     , m_chooser(new ModemChooser)
-    , m_modemState(makeValue(1.0, QFont::Normal))
+    , m_modemState(makeValue(Look::NormalText, QFont::Normal))
     , m_menuButton(makeMenuButton())
 {
     auto* layout = new QHBoxLayout(this);
@@ -76,7 +77,7 @@ HeaderBar::HeaderBar(QWidget* parent)
 QLayout* HeaderBar::makeModemColumn()
 {
     auto* column = new QVBoxLayout;
-    column->setSpacing(2);
+    column->setSpacing(0);
     Look::makeQuiet(m_modemState);
     column->addWidget(m_modem);
     column->addWidget(m_chooser);

@@ -16,6 +16,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -23,6 +24,7 @@
 namespace {
 
 constexpr QSize Size{640, 420};
+constexpr QSize FrameSize{16, 48}; ///< at most
 
 struct Fact
 {
@@ -73,6 +75,8 @@ QLayout* makeButtons(QDialog* dialog, MainWindow* window)
     auto* copy = new QPushButton;
     auto* close = new QPushButton;
     QLabel* const hint = Look::quietLabel(QString());
+    for (QPushButton* const button : {copy, close})
+        button->setMinimumSize(Look::ButtonSize);
     QObject::connect(copy, &QPushButton::clicked, dialog, [=] {
         QGuiApplication::clipboard()->setText(supportReport(window->situation().key));
         hint->setText(text("IDS_INSTALLATION_COPIED"));
@@ -106,7 +110,7 @@ void showInstallation(MainWindow* window)
     layout->addWidget(makeFacts(window));
     layout->addWidget(plugins, 1);
     layout->addLayout(makeButtons(dialog, window));
-    content->setMinimumSize(Size.boundedTo(window->size()));
+    content->setMinimumSize(Size.boundedTo(window->screen()->availableSize() - FrameSize));
     fillDialog(dialog, content);
     dialog->open();
 }

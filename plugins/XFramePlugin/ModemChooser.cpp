@@ -1,5 +1,6 @@
 #include "ModemChooser.h"
 
+#include "support/Look.h"
 #include "support/ModemInUse.h"
 #include "support/Text.h"
 
@@ -12,7 +13,6 @@ namespace {
 
 constexpr int Widest = 280; ///< in pixels; modems can have names of any length
 constexpr int Narrowest = 80;
-constexpr qreal FontScale = 1.3;
 
 /// Modems of the same model differ by their ports.
 QString nameOf(const Modem& modem)
@@ -30,10 +30,7 @@ ModemChooser::ModemChooser(QWidget* parent)
     setPopupMode(InstantPopup);
     setAutoRaise(true);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
-    QFont larger = font();
-    larger.setPointSizeF(larger.pointSizeF() * FontScale);
-    larger.setWeight(QFont::DemiBold);
-    setFont(larger);
+    Look::setFont(this, Look::TitleText, QFont::DemiBold);
     hide();
     keepTranslated(this, [this] { setToolTip(::text("IDS_HEADER_CHOOSE")); });
 }
@@ -77,10 +74,14 @@ void ModemChooser::paintEvent(QPaintEvent*)
     QStylePainter painter(this);
     QStyleOptionToolButton option;
     initStyleOption(&option);
-    if (const int lacking = QToolButton::sizeHint().width() - width(); lacking > 0)
-        option.text = fontMetrics().elidedText(option.text, Qt::ElideRight,
-                                               fontMetrics().horizontalAdvance(option.text) - lacking);
+    const int lacking = qMax(0, QToolButton::sizeHint().width() - width());
+    const QString name = fontMetrics().elidedText(option.text, Qt::ElideRight,
+                                                  fontMetrics().horizontalAdvance(option.text) - lacking);
+    option.text.clear();
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
+    // Where other names begin; the style would centre it.
+    painter.drawItemText(rect(), Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft),
+                         palette(), isEnabled(), name, QPalette::ButtonText);
 }
 
 void ModemChooser::use(const Modem& modem)

@@ -19,8 +19,7 @@ namespace {
 
 constexpr int RowHeight = 40;
 constexpr int CellMargin = 4;
-constexpr int NameWidth = 170;
-constexpr int StateWidth = 130;
+constexpr int WidestColumn = 200; ///< longer names are cut off
 
 /// Column titles on the background of the table, with a line below.
 class FlatHeader : public QHeaderView
@@ -47,10 +46,10 @@ void setUpColumns(QTableView* table)
 {
     QHeaderView* columns = table->horizontalHeader();
     columns->setHighlightSections(false);
-    columns->setStretchLastSection(true);
+    columns->setMaximumSectionSize(WidestColumn);
+    columns->setSectionResizeMode(QHeaderView::ResizeToContents);
+    columns->setSectionResizeMode(PluginStatusModel::ReasonColumn, QHeaderView::Stretch);
     columns->setMinimumHeight(RowHeight - Look::Gap);
-    columns->resizeSection(PluginStatusModel::NameColumn, NameWidth);
-    columns->resizeSection(PluginStatusModel::StateColumn, StateWidth);
     table->verticalHeader()->hide();
     table->verticalHeader()->setDefaultSectionSize(RowHeight);
 }
@@ -59,7 +58,7 @@ void setUpColumns(QTableView* table)
 
 PluginsView::PluginsView(QWidget* parent)
     : QWidget(parent)
-    , m_faults(Look::label(QString(), 1.0, QFont::DemiBold))
+    , m_faults(Look::label(QString(), Look::NormalText, QFont::DemiBold))
     , m_model(new PluginStatusModel(this))
 {
     m_faults->setWordWrap(true);

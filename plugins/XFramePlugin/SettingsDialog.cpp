@@ -50,6 +50,7 @@ void showSettings(MainWindow& window)
     auto* dialog = new ExtendDialog(&window, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     auto* close = new QPushButton;
+    close->setMinimumSize(Look::ButtonSize);
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);

@@ -65,7 +65,7 @@ QWidget* makeHeader()
 {
     auto* header = new Surface;
     auto* lines = new QVBoxLayout(header);
-    lines->addWidget(Look::label(QStringLiteral("\u2015\u2015\u2015\u2015"), 1.4, QFont::Bold));
+    lines->addWidget(Look::label(QStringLiteral("\u2015\u2015\u2015\u2015"), Look::TitleText, QFont::Bold));
     return header;
 }
 

@@ -20,5 +20,6 @@ void Label::align()
 {
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     if (!(alignment() & Qt::AlignHCenter))
-        setAlignment((isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute | Qt::AlignVCenter);
+        setAlignment((isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                     (alignment() & Qt::AlignVertical_Mask));
 }

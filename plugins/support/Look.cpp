@@ -94,12 +94,12 @@ QColor Look::entryBackground(const QStyleOptionViewItem& option, QPalette::Color
     return option.state.testFlag(QStyle::State_MouseOver) ? mixed(normal, highlight, 0.09) : normal;
 }
 
-void Look::setFont(QLabel* label, qreal scale, QFont::Weight weight)
+void Look::setFont(QWidget* widget, qreal scale, QFont::Weight weight)
 {
-    QFont font = label->font();
+    QFont font = widget->font();
     font.setPointSizeF(font.pointSizeF() * scale);
     font.setWeight(weight);
-    label->setFont(font);
+    widget->setFont(font);
 }
 
 void Look::makeQuiet(QLabel* label)
@@ -125,7 +125,7 @@ QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
 
 QLabel* Look::quietLabel(const QString& content, bool wrapped)
 {
-    QLabel* label = Look::label(content, 1.0);
+    QLabel* label = Look::label(content, NormalText);
     makeQuiet(label);
     label->setWordWrap(wrapped);
     return label;
@@ -133,7 +133,7 @@ QLabel* Look::quietLabel(const QString& content, bool wrapped)
 
 QLabel* Look::errorLabel()
 {
-    QLabel* label = Look::label(QString(), 1.0);
+    QLabel* label = Look::label(QString(), NormalText);
     label->setWordWrap(true);
     label->setProperty("error", true); // for style sheets with colours of their own
     QPalette palette = label->palette();

@@ -4,6 +4,7 @@
 #include <QFont>
 #include <QIcon>
 #include <QPalette>
+#include <QSize>
 
 class QLabel;
 class QStyleOptionViewItem;
@@ -12,10 +13,21 @@ class QStyleOptionViewItem;
 /// that they suit light and dark skins. GUI thread only.
 namespace Look {
 
-// In device-independent pixels.
+// Distances in device-independent pixels, all of them multiples of Gap / 2.
 constexpr int Gap = 8;     ///< between related elements
 constexpr int Margin = 24; ///< around a page
 constexpr int Radius = 8;  ///< of rounded corners
+
+constexpr QSize ButtonSize{112, 36};      ///< buttons are at least as large
+constexpr QSize LargeButtonSize{220, 48}; ///< of the button that a page is about
+constexpr int FieldHeight = 36;           ///< fields for text are at least as high
+
+// The sizes of text, as multiples of the desktop's.
+constexpr qreal SmallText = 0.85;
+constexpr qreal NormalText = 1;
+constexpr qreal HeadingText = 1.15; ///< headings of panels, large buttons
+constexpr qreal TitleText = 1.5;    ///< titles of windows and pages, telephone numbers
+constexpr qreal StateText = 1.8;    ///< the state of the connection
 
 /// The meaning of a colour.
 enum class Tone { Good, Info, Quiet, Bad };
@@ -34,8 +46,8 @@ QColor lineColor(const QPalette& palette);
 /// @param role of the normal background
 QColor entryBackground(const QStyleOptionViewItem& option, QPalette::ColorRole role);
 
-/// Multiplies the size of a label's font by `scale`.
-void setFont(QLabel* label, qreal scale, QFont::Weight weight = QFont::Normal);
+/// Multiplies the size of a widget's font by `scale`, which is one of the sizes above.
+void setFont(QWidget* widget, qreal scale, QFont::Weight weight = QFont::Normal);
 
 /// Gives a label a dimmed text colour, also after changes of the palette, and the property "quiet" for style
 /// sheets.
@@ -46,7 +58,7 @@ void makeQuiet(QLabel* label);
 void makeSelectable(QLabel* label);
 
 /// A new label for plain text; the caller owns it.
-/// @param scale factor for the size of the font
+/// @param scale one of the sizes above
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);
 
 /// A new label for captions and explanations, see makeQuiet(); the caller owns it.

@@ -14,7 +14,7 @@ constexpr int NarrowPage = 420; ///< narrower ones have less space at their side
 
 QLabel* heading(const QString& title)
 {
-    QLabel* const label = Look::label(title, 1.15, QFont::DemiBold);
+    QLabel* const label = Look::label(title, Look::HeadingText, QFont::DemiBold);
     setAccessibleRole(label, QAccessible::Heading);
     return label;
 }
@@ -36,7 +36,7 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     layout->setSpacing(0);
     auto* titles = new QVBoxLayout;
     titles->setSpacing(Look::Gap / 2);
-    QLabel* titleLabel = Look::label(QString(), 1.5, QFont::DemiBold);
+    QLabel* titleLabel = Look::label(QString(), Look::TitleText, QFont::DemiBold);
     setAccessibleRole(titleLabel, QAccessible::Heading);
     QLabel* leadLabel = Look::quietLabel(QString(), true);
     titles->addWidget(titleLabel);
@@ -44,7 +44,7 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     m_heading->setSpacing(Look::Gap * 2);
     m_heading->addLayout(titles, 1);
     layout->addLayout(m_heading);
-    layout->addSpacing(Look::Gap * 2 + Look::Gap / 2);
+    layout->addSpacing(Look::Gap * 2);
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
@@ -93,8 +93,8 @@ Card::Card(const QString& title, QWidget* parent)
     m_rows->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
     m_rows->setHorizontalSpacing(Look::Margin);
     m_rows->setVerticalSpacing(Look::Gap);
-    m_rows->setColumnStretch(1, 1);
-    m_rows->setColumnMinimumWidth(0, 150);
+    m_rows->setColumnStretch(0, 1); // the same columns in all panels of a page
+    m_rows->setColumnStretch(1, 2);
     if (!title.isEmpty())
         m_rows->addWidget(heading(title), 0, 0, 1, 2);
 }
@@ -102,18 +102,21 @@ Card::Card(const QString& title, QWidget* parent)
 void Card::addRow(const QString& caption, const QString& value)
 {
     const int row = m_rows->rowCount();
-    QLabel* content = Look::label(value, 1.0);
+    QLabel* content = Look::label(value, Look::NormalText);
     Look::makeSelectable(content);
     content->setWordWrap(true); // in narrow windows
+    content->setAlignment((content->alignment() & ~Qt::AlignVertical_Mask) | Qt::AlignTop);
     content->setAccessibleName(caption);
     content->setAccessibleDescription(value);
-    m_rows->addWidget(Look::quietLabel(caption), row, 0, Qt::AlignTop);
+    QLabel* captionLabel = Look::quietLabel(caption);
+    captionLabel->setContentsMargins(0, 1, 0, 0); // the value has a frame for the focus
+    m_rows->addWidget(captionLabel, row, 0, Qt::AlignTop);
     m_rows->addWidget(content, row, 1);
 }
 
 void Card::addText(const QString& content)
 {
-    QLabel* paragraph = Look::label(content, 1.0);
+    QLabel* paragraph = Look::label(content, Look::NormalText);
     paragraph->setWordWrap(true);
     m_rows->addWidget(paragraph, m_rows->rowCount(), 0, 1, 2);
 }

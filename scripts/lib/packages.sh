@@ -7,9 +7,9 @@
     build_packages=(cmake ninja-build g++ qtbase5-dev libicu-dev libcanberra-dev
         modemmanager-dev network-manager-dev) # descriptions of D-Bus interfaces
     # Published test vectors; xmllint; a sound server; ModemManager and a bus for it; stand-ins for other services; a
-    # display with a window manager and a notification area, and input.
+    # display with a window manager and a notification area, and input; the font of stored pictures.
     test_packages=(python3-cryptography-vectors libxml2-utils pulseaudio pulseaudio-utils libcanberra-pulse
-        modemmanager dbus python3-dbusmock xvfb openbox trayer xdotool)
+        modemmanager dbus python3-dbusmock xvfb openbox trayer xdotool fonts-dejavu-core)
     benchmark_packages=(libbenchmark-dev libglib2.0-dev libssl-dev libgcrypt20-dev nettle-dev libkf5coreaddons-dev
         libkf5xmlgui-dev qttools5-dev pkg-config python3 qt6-l10n-tools modemmanager dbus python3-dbusmock)
     screenshot_packages=(xvfb xdotool imagemagick)

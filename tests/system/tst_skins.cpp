@@ -1,5 +1,5 @@
-// Whether the text of every skin can be read: contrasts between the colours of the style sheets, and between those
-// that plugins derive from them.
+// The style sheets of the skins: whether text can be read, from contrasts between their colours and between those that
+// plugins derive from them, and whether distances are on the grid.
 #include "../support/DataTable.h"
 #include "../support/TestFiles.h"
 #include "Contrast.h"
@@ -129,6 +129,8 @@ private slots:
     void contrast();
     void derivedColours_data() { contrast_data(); }
     void derivedColours();
+    void distances_data() { contrast_data(); }
+    void distances();
 
 private:
     static void check(const QString& what, double contrast, double required = Contrast::ForText)
@@ -191,6 +193,23 @@ void TestSkins::derivedColours()
         const QColor color = Look::toneColor(tone, palette);
         const QColor badge = Look::mixed(palette.color(QPalette::Base), color, 0.14);
         check(QString("tone %1").arg(int(tone)), smallest(color, {badge, palette.color(QPalette::Base)}));
+    }
+}
+
+/// One grid: thin lines or multiples of 4 pixels. Sizes of text come from the code.
+void TestSkins::distances()
+{
+    QFETCH(QString, file);
+    static const QRegularExpression pixels(R"((\d+)px)");
+    for (const auto& [selector, rule] : readRules(file)) {
+        QVERIFY2(!rule.contains("font-size"), qPrintable(selector));
+        for (const QString& property : rule.keys()) {
+            auto numbers = pixels.globalMatch(rule[property]);
+            while (numbers.hasNext() && !property.contains("radius")) {
+                const int number = numbers.next().captured(1).toInt();
+                QVERIFY2(number <= 2 || number % 4 == 0, qPrintable(selector + ' ' + property));
+            }
+        }
     }
 }
 
