@@ -38,6 +38,7 @@ RunningApplication::~RunningApplication() = default;
 
 void RunningApplication::start()
 {
+    end(); // it still runs if a test has failed early
     m_startup = std::make_unique<Startup>(true);
 }
 
