@@ -54,7 +54,7 @@ void MessageReader::work()
     }
 }
 
-/// What is to be read: from the ends of all lists to their beginnings, which is about newest first.
+/// The messages to read, roughly the newest first: the ends of all lists before their beginnings.
 QVector<MessageReader::Entry> MessageReader::listMessages()
 {
     QVector<Entry> entries;

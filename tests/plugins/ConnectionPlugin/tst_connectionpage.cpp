@@ -1,6 +1,6 @@
 // The page "Connection" in the whole application, with simulated modems.
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "RunningApplication.h"
+#include "TestFiles.h"
 #include "common/CommonUtils.h"
 
 #include <QApplication>
@@ -11,16 +11,13 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSaveFile>
-#include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
 
 #include <functional>
-#include <memory>
 #include <tuple>
 
-class TestConnectionPage : public QObject
+class TestConnectionPage : public RunningApplication
 {
     Q_OBJECT
 
@@ -37,7 +34,8 @@ private slots:
     void cleanupTestCase();
 
 private:
-    std::unique_ptr<Startup> m_startup;
+    /// Replaces all modems by one, and waits until the page shows its network.
+    static bool show(const QByteArray& lines);
 };
 
 namespace {
@@ -49,20 +47,9 @@ bool soon(const std::function<bool()>& condition)
     return QTest::qWaitFor(condition, LongestWait);
 }
 
-QString homePath(const QString& name)
-{
-    return QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + '/' + name;
-}
-
 QByteArray homeFile(const QString& name)
 {
-    QFile file(homePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QWidget* window()
-{
-    return CommonUtils::GetMainWindow();
+    return contentOf(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + '/' + name);
 }
 
 /// The visible widget of a class of the plugin; null if there is none.
@@ -149,17 +136,9 @@ QByteArray modem(const QByteArray& name, const QByteArray& lines)
            "\nsignal=60\nrequest-time=20\npin=4711\npuk=87654321\nconnection=disconnected\n" + lines + '\n';
 }
 
-void simulate(const QByteArray& modems)
-{
-    const auto write = [&modems] {
-        QSaveFile file(homePath("simulator.ini"));
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    };
-    QVERIFY(soon(write)); // on Windows the file cannot be replaced while the service reads it
-}
+} // namespace
 
-/// Replaces all modems by one, and waits until the page shows its network.
-bool show(const QByteArray& lines)
+bool TestConnectionPage::show(const QByteArray& lines)
 {
     static int number = 0;
     const QByteArray name = "Modem " + QByteArray::number(++number);
@@ -167,12 +146,10 @@ bool show(const QByteArray& lines)
     return soon([&] { return textsOf(part("FactsPanel")).contains("Net " + name); });
 }
 
-} // namespace
-
 void TestConnectionPage::initTestCase()
 {
-    m_startup = std::make_unique<Startup>(true);
-    QVERIFY(Startup::GetMainFrameService() && window());
+    simulate({});
+    start();
     QVERIFY(state("No modem | Plug in")); // the first page, and the one that is shown
     QVERIFY(textsOf(window()).contains("Demonstration"));
     QVERIFY(!mainButton()->isEnabled());
@@ -338,7 +315,7 @@ void TestConnectionPage::accessPoint()
 /// The choice of a modem changes what the page shows and what the application is customised for.
 void TestConnectionPage::twoModems()
 {
-    const auto hasPage = [](const QString& title) {
+    const auto hasPage = [this](const QString& title) {
         return !window()->findChild<QListWidget*>()->findItems(title, Qt::MatchExactly).isEmpty();
     };
     simulate(modem("Lume V2", {}));
@@ -364,17 +341,12 @@ void TestConnectionPage::twoModems()
 void TestConnectionPage::cleanupTestCase()
 {
     CommonUtils::SetShutDownFlag();
-    m_startup.reset();
+    end();
 }
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QFile modems(home.filePath("simulator.ini"));
-    if (!modems.open(QIODevice::WriteOnly))
-        return EXIT_FAILURE;
-    modems.close();
+    const TestHome home({});
     QApplication application(argc, argv);
     TestConnectionPage test;
     return QTest::qExec(&test, argc, argv);

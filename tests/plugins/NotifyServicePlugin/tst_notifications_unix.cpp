@@ -7,6 +7,7 @@
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "PluginContainer/interfaces/IUIPlugin.h"
 #include "ProcessInfo.h"
+#include "RunningApplication.h"
 #include "SoundServer.h"
 #include "Startup/Startup.h"
 #include "TestFiles.h"
@@ -23,7 +24,7 @@
 
 #include <memory>
 
-class TestNotifications : public QObject
+class TestNotifications : public RunningApplication
 {
     Q_OBJECT
 
@@ -42,7 +43,6 @@ private slots:
 private:
     std::unique_ptr<SoundServer> m_sounds;
     std::unique_ptr<NotificationDaemon> m_desktop;
-    std::unique_ptr<Startup> m_startup;
     QWidget* m_window = nullptr;
 };
 
@@ -54,12 +54,6 @@ constexpr double Audible = 0.1;    // seconds of a tone
 const QString Connection = "227AB861-6F54-4094-857F-40B0663C5817";
 const QString DataUse = "C43A8D5E-07B1-4F92-86DA-3E51F9B27A60";
 const QByteArray Simulated = "[modem M]\nmodel=M\nstate=attached\nnetwork=26201\n";
-
-/// The modems from now on.
-void simulate(const QByteArray& modems)
-{
-    writeFile(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini", modems);
-}
 
 QByteArray message(const QByteArray& modem, int identifier, const QByteArray& sender, const QByteArray& text)
 {
@@ -77,7 +71,7 @@ QStringList shownTexts()
 }
 
 /// Makes a tone the sound of an event.
-void choose(const QString& event, int frequency)
+void chooseTone(const QString& event, int frequency)
 {
     CommonUtils::SetSettings("notifications", event, QString("%1 Hz.wav").arg(frequency));
 }
@@ -96,10 +90,9 @@ void TestNotifications::initTestCase()
     CommonUtils::SetSettings("data", "limit", "true");
     CommonUtils::SetSettings("data", "amount", "1");
     CommonUtils::SetSettings("data", "unit", "MB");
-    m_startup = std::make_unique<Startup>(true);
-    QVERIFY(Startup::GetMainFrameService());
-    m_window = Startup::GetMainFrameService()->GetMainWindow();
-    QTRY_VERIFY(m_startup->GetPluginContainer()->IsPluginsConfigInitialized());
+    start();
+    m_window = window();
+    QTRY_VERIFY(Startup::GetPluginContainer()->IsPluginsConfigInitialized());
 }
 
 // Choices are stored at once, and can be heard.
@@ -181,7 +174,7 @@ void TestNotifications::messages()
     QStringList expected;
     for (const Step& step : steps) {
         CommonUtils::SetSettings("notifications", "mute", step.isMuted ? "true" : "false");
-        choose("message", step.tone);
+        chooseTone("message", step.tone);
         expected += step.shown.join('|');
         simulate(step.modems);
         QTRY_COMPARE_WITH_TIMEOUT(shownTexts().join("; "), expected.join("; "), LongestWait);
@@ -205,7 +198,7 @@ void TestNotifications::click()
     QTRY_VERIFY(m_window->isVisible());
     QTRY_COMPARE(NotificationDaemon::calls("CloseNotification"), QVector<QVariantList>({{1u}}));
     const int before = shownTexts().size();
-    choose("message", 1000);
+    chooseTone("message", 1000);
     simulate(Simulated + message("M", 9, "H", "h"));
     QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1000) > Audible, LongestWait);
     QCOMPARE(shownTexts().size(), before);
@@ -251,8 +244,8 @@ void TestNotifications::lostConnections()
 {
     QFETCH(const int, tone);
     QFETCH(const QByteArray, modems);
-    choose("message", 1500);
-    choose("connection-lost", tone);
+    chooseTone("message", 1500);
+    chooseTone("connection-lost", tone);
     m_window->hide();
     const int before = shownTexts().size();
     simulate(Simulated + "signal=10\n");
@@ -267,7 +260,7 @@ void TestNotifications::lostConnections()
 
 void TestNotifications::call()
 {
-    choose("call", 1800);
+    chooseTone("call", 1800);
     simulate(Simulated);
     QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("123", UI_CALL_VOICE); }, LongestWait));
     QTRY_VERIFY_WITH_TIMEOUT(m_sounds->heard(1800) > Audible, LongestWait);
@@ -293,7 +286,7 @@ void TestNotifications::noticesAtOnce()
 void TestNotifications::unloading()
 {
     QVERIFY(isLibraryInMemory("NotifyServicePlugin.so"));
-    m_startup.reset();
+    end();
     QVERIFY(!isLibraryInMemory("NotifyServicePlugin.so"));
     NotificationDaemon::click(1);
     NotificationDaemon::click(2);
@@ -302,8 +295,7 @@ void TestNotifications::unloading()
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
+    const TestHome home({});
     QApplication application(argc, argv);
     TestNotifications test;
     return QTest::qExec(&test, argc, argv);

@@ -512,7 +512,8 @@ void TestMessages::failing()
     QCOMPARE(says("Sending"), task == "send");
     if (task == "delete")
         answer("Delete");
-    simulate(next);
+    if (next != modem) // else the modem keeps its messages
+        simulate(next);
     QTRY_VERIFY_WITH_TIMEOUT(reason.isEmpty() ? !owner("Ctrl+E") : says(reason), LongestWait);
     QVERIFY(!this->dialog<DkMessageBox>());
     QCOMPARE(bool(dialog), isWritten && !reason.isEmpty());
