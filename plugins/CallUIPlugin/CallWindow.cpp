@@ -65,7 +65,7 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, quint32 mod
     fillDialog(this, makeContent(number));
     m_hangUp->setFocus();
     new CloseGuard(
-        {"IDS_CALL_LEAVE_TITLE", "IDS_CALL_LEAVE_TEXT", "IDS_CALL_LEAVE", "IDS_CALL_STAY"},
+        {"IDS_CALL_LEAVE_TITLE", "IDS_CALL_LEAVE_TEXT", {"IDS_CALL_LEAVE", "IDS_CALL_STAY"}},
         [this] { return isGoingOn(); }, this);
 }
 

@@ -1,7 +1,7 @@
 #include "AccessPoint.h"
 
 #include "common/CommonUtils.h"
-#include "common/SafeMemory.h"
+#include "support/Secret.h"
 
 namespace {
 
@@ -21,25 +21,6 @@ QString sectionFor(const Modem& modem)
     char token[tokenSize] = {};
     CommonUtils::Handle_IMEI_Hash(modem.imsi.toLatin1().constData(), token);
     return QLatin1String("accesspoint ") + QString::fromLatin1(token, tokenSize);
-}
-
-using Convert = void (*)(const char*, const char*, char*&);
-
-/// Encrypts or decrypts with the SIM card's key, and leaves no copy behind.
-QByteArray converted(Convert convert, const QByteArray& input, const Modem& modem)
-{
-    char* result = nullptr;
-    convert(input.constData(), modem.imsi.toLatin1().constData(), result);
-    const QByteArray output(result);
-    CommonUtils::CryptLocalFree(result);
-    return output;
-}
-
-void wipe(const QByteArray& bytes)
-{
-    const auto size = unsigned(bytes.size());
-    if (size > 0)
-        QRVL_memset(const_cast<char*>(bytes.constData()), size, 0, size);
 }
 
 } // namespace
@@ -78,18 +59,10 @@ void AccessPoint::save(const Modem& modem) const
 
 QString AccessPoint::password(const Modem& modem) const
 {
-    if (protectedPassword.isEmpty())
-        return {};
-    const QByteArray bytes = converted(CommonUtils::Decrypt, protectedPassword.toLatin1(), modem);
-    const QString plain = QString::fromUtf8(bytes);
-    wipe(bytes);
-    return plain;
+    return plainText(protectedPassword, modem.imsi.toLatin1());
 }
 
 void AccessPoint::setPassword(const Modem& modem, const QString& plain)
 {
-    const QByteArray bytes = plain.toUtf8();
-    protectedPassword =
-        bytes.isEmpty() ? QString() : QString::fromLatin1(converted(CommonUtils::Encrypt, bytes, modem));
-    wipe(bytes);
+    protectedPassword = protectedText(plain, modem.imsi.toLatin1());
 }

@@ -36,7 +36,8 @@ void keepDBusLoaded()
 
 } // namespace
 
-/// Asks the desktop what it can show, then shows the latest notification.
+/// Asks the desktop what it can show, then shows the latest notification. Until the desktop has named the notification,
+/// a later one could not replace it and waits.
 class DesktopNotification::Private : public QObject
 {
     Q_OBJECT
@@ -53,12 +54,9 @@ public:
         m_title = title;
         m_body = body;
         m_category = QString::fromLatin1(category);
-        m_isWanted = true;
-        call("GetCapabilities", {}, [this](const QVariant& answer) {
-            const bool hasMarkup = answer.toStringList().contains(QLatin1String("body-markup"));
-            if (m_isWanted)
-                notify(hasMarkup ? m_body.toHtmlEscaped() : m_body);
-        });
+        m_isWanted = m_isOutdated = true;
+        if (!m_isBusy)
+            begin();
     }
 
     void close()
@@ -94,8 +92,21 @@ private:
                     SLOT(takeEnd(uint, uint)));
     }
 
+    void begin()
+    {
+        m_isBusy = true;
+        call("GetCapabilities", {}, [this](const QVariant& answer) {
+            const bool hasMarkup = answer.toStringList().contains(QLatin1String("body-markup"));
+            if (m_isWanted && answer.isValid())
+                notify(hasMarkup ? m_body.toHtmlEscaped() : m_body);
+            else
+                m_isBusy = false;
+        });
+    }
+
     void notify(const QString& body)
     {
+        m_isOutdated = false;
         // The application plays the sound itself.
         const QVariantMap hints = {{QLatin1String("suppress-sound"), true},
                                    {QLatin1String("category"), m_category}};
@@ -105,12 +116,15 @@ private:
               DesktopDecides},
              [this](const QVariant& answer) {
                  m_id = answer.toUInt();
+                 m_isBusy = false;
                  if (!m_isWanted)
                      close();
+                 else if (m_isOutdated)
+                     begin();
              });
     }
 
-    /// @param onAnswer is not called if the call fails
+    /// @param onAnswer receives an invalid value if the call fails
     void call(const char* method, const QVariantList& arguments,
               const std::function<void(const QVariant&)>& onAnswer)
     {
@@ -119,15 +133,16 @@ private:
         auto* const watcher = new QDBusPendingCallWatcher(pending, this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [=] {
             watcher->deleteLater();
-            if (!watcher->isError())
-                onAnswer(watcher->reply().arguments().value(0));
+            onAnswer(watcher->isError() ? QVariant() : watcher->reply().arguments().value(0));
         });
     }
 
     DesktopNotification& m_owner;
     bool m_isConnected = false;
-    bool m_isWanted = false; ///< not closed since show()
-    uint m_id = 0;           ///< of the notification that is shown; 0 without one
+    bool m_isWanted = false;   ///< not closed since show()
+    bool m_isOutdated = false; ///< the desktop does not know the latest notification yet
+    bool m_isBusy = false;     ///< a notification is on its way to the desktop
+    uint m_id = 0;             ///< of the notification that is shown; 0 without one
     QString m_title;
     QString m_body;
     QString m_category;

@@ -4,6 +4,7 @@
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "common/ShowInFront.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
 
@@ -42,12 +43,8 @@ bool hasShownPage(const QString& clsid)
 void showPage(const QString& clsid)
 {
     QWidget* const window = CommonUtils::GetMainWindow();
-    if (!window || hasShownPage(clsid))
-        return;
-    window->setWindowState((window->windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    if (window && !hasShownPage(clsid))
+        showInFront(window);
 }
 
 MessageNotice::MessageNotice()

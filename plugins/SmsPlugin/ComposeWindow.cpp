@@ -1,15 +1,13 @@
 #include "ComposeWindow.h"
 
-#include "Drafts.h"
 #include "Message.h"
 #include "MessageLength.h"
-#include "Shown.h"
+#include "SenderChooser.h"
 #include "support/CloseGuard.h"
+#include "support/DeviceEvents.h"
 #include "support/DialString.h"
-#include "support/Dialog.h"
 #include "support/Look.h"
-#include "support/ModemInUse.h"
-#include "support/Requests.h"
+#include "support/Numbers.h"
 #include "support/ResultWords.h"
 #include "support/Text.h"
 
@@ -23,6 +21,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr QSize ContentSize{420, 300};
@@ -35,24 +35,26 @@ QLabel* makeNote()
     return note;
 }
 
-/// The modem to send with; 0 if there is none.
-quint32 sendingModem(quint32 wanted)
+/// Why a message was not sent.
+/// @param result of the attempt, enum QRVL_Result
+QString shownFailure(int result)
 {
-    const Modems modems = attachedModems();
-    for (const Modem& modem : modems) {
-        if (modem.id == wanted)
-            return wanted;
-    }
-    return modems.isEmpty() ? 0 : modemInUse(modems).id;
+    if (result == QRVL_OK)
+        return {};
+    if (result == QRVL_ERROR_NO_DEVICE)
+        return text("IDS_SMS_SEND_LOST"); // the network may have accepted it
+    const ResultWords words = resultWords(result);
+    return text("IDS_SMS_SEND_FAILED").arg(words.title, words.hint);
 }
 
 } // namespace
 
-ComposeWindow::ComposeWindow(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent)
+ComposeWindow::ComposeWindow(const Drafts::Draft& draft, const Modem& sender, DeviceEvents* events,
+                             QWidget* parent)
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetNormal)
-    , m_requests(requests)
-    , m_modem(modem)
+    , m_requests(events)
     , m_recipient(new QLineEdit)
+    , m_sender(new SenderChooser(sender))
     , m_text(new QPlainTextEdit)
     , m_length(Look::quietLabel(QString()))
     , m_note(makeNote())
@@ -62,17 +64,22 @@ ComposeWindow::ComposeWindow(const QString& recipient, quint32 modem, Requests& 
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     fillDialog(this, makeContent());
     makeResizable(this);
-    loadDraft(recipient);
+    load(draft);
     m_keep.setSingleShot(true);
     connect(&m_keep, &QTimer::timeout, this, &ComposeWindow::keepDraft);
     connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
     connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
+    connect(m_sender, &SenderChooser::chosen, this, &ComposeWindow::showState);
     connect(m_send, &QPushButton::clicked, this, &ComposeWindow::press);
+    connect(events, &DeviceEvents::changed, this, [this] {
+        m_sender->follow();
+        showState();
+    });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(Qt::CTRL + key, this), &QShortcut::activated, this, &ComposeWindow::send);
     keepTranslated(this, [this] { translate(); });
     new CloseGuard(
-        {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", "IDS_SMS_LEAVE", "IDS_SMS_STAY"},
+        {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", {"IDS_SMS_LEAVE", "IDS_SMS_STAY"}},
         [this] { return isUnsaved() || m_isSending; }, this);
 }
 
@@ -92,6 +99,7 @@ QWidget* ComposeWindow::makeContent()
     layout->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
     layout->setSpacing(Look::Gap);
     layout->addWidget(m_recipient);
+    layout->addWidget(m_sender);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_note);
     layout->addWidget(makeEnd());
@@ -110,22 +118,29 @@ QWidget* ComposeWindow::makeEnd()
     return end;
 }
 
-void ComposeWindow::open(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent)
+void ComposeWindow::open(const QString& recipient, const Modem& sender, DeviceEvents* events, QWidget* parent)
 {
-    const QString name = QLatin1String("compose ") + addressKey(recipient);
-    auto* window = parent->findChild<ComposeWindow*>(name, Qt::FindDirectChildrenOnly);
-    if (!window) {
-        window = new ComposeWindow(recipient, modem, requests, parent);
-        window->setObjectName(name);
-    }
+    const Drafts::Draft draft = recipient.isEmpty() ? Drafts::latest() : Drafts::find(recipient);
+    ComposeWindow* window = find(draft.recipient, parent);
+    if (!window)
+        window = new ComposeWindow(draft, sender, events, parent);
     bringToFront(window);
     (window->m_recipient->text().isEmpty() ? static_cast<QWidget*>(window->m_recipient) : window->m_text)
         ->setFocus();
 }
 
-void ComposeWindow::loadDraft(const QString& recipient)
+/// The window with a message to this recipient; null if there is none.
+ComposeWindow* ComposeWindow::find(const QString& recipient, const QWidget* parent)
 {
-    const Drafts::Draft draft = recipient.isEmpty() ? Drafts::latest() : Drafts::find(recipient);
+    const auto windows = parent->findChildren<ComposeWindow*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto found = std::find_if(windows.begin(), windows.end(), [&](const ComposeWindow* window) {
+        return addressKey(window->m_recipient->text()) == addressKey(recipient);
+    });
+    return found == windows.end() ? nullptr : *found;
+}
+
+void ComposeWindow::load(const Drafts::Draft& draft)
+{
     m_recipient->setText(draft.recipient);
     m_text->setPlainText(draft.text);
     m_text->moveCursor(QTextCursor::End);
@@ -206,7 +221,7 @@ void ComposeWindow::send()
     keepDraft();
     m_requests.start(
         [this, number = dialString(m_keptFor)](quint32* request) {
-            return QRVL_DevSrv_SendMessage(sendingModem(m_modem), utf16(number), utf16(m_keptText), request);
+            return QRVL_DevSrv_SendMessage(m_sender->modem(), utf16(number), utf16(m_keptText), request);
         },
         this, [this](const RequestEnd& end) { finish(end.result); });
 }
@@ -229,6 +244,7 @@ void ComposeWindow::setSending(bool isSending)
     m_isSending = isSending;
     m_recipient->setReadOnly(isSending);
     m_text->setReadOnly(isSending);
+    m_sender->setEnabled(!isSending);
     showState();
 }
 
@@ -238,15 +254,22 @@ void ComposeWindow::showState()
     const MessageLength length = messageLength(written);
     m_length->setText(
         text("IDS_SMS_LENGTH")
-            .arg(shownNumber(length.characters), shownNumber(length.left), shownNumber(length.parts)));
-    m_send->setEnabled(!m_isSending && !written.isEmpty() && isNumber(m_recipient->text()));
+            .arg(numberText(length.characters), numberText(length.left), numberText(length.parts)));
+    m_send->setEnabled(!m_isSending && m_sender->modem() != 0 && !written.isEmpty() &&
+                       isNumber(m_recipient->text()));
     if (m_recipient->text() != m_keptFor || written != m_keptText)
         m_keep.start(KeepAfter);
-    const ResultWords words = m_failure ? resultWords(m_failure) : ResultWords();
-    m_note->setText(m_isSending ? text("IDS_SMS_STATE_SENDING")
-                    : m_failure ? text("IDS_SMS_SEND_FAILED").arg(words.title, words.hint)
-                                : QString());
+    m_note->setText(note());
     m_note->setVisible(!m_note->text().isEmpty());
+}
+
+QString ComposeWindow::note() const
+{
+    if (m_isSending)
+        return text("IDS_SMS_STATE_SENDING");
+    QStringList reasons{shownFailure(m_failure), m_sender->problem()};
+    reasons.removeAll(QString());
+    return reasons.join(QLatin1Char('\n'));
 }
 
 void ComposeWindow::translate()

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Drafts.h"
 #include "ExtendDialog/ExtendDialog.h"
+#include "support/Modems.h"
+#include "support/Requests.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -9,7 +12,7 @@ class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
-class Requests;
+class SenderChooser;
 
 /// A window to write a message in. The text is saved as a draft about a second after the last key, until it is sent or
 /// the user discards it. The window is deleted when it is closed. GUI thread only.
@@ -18,11 +21,11 @@ class ComposeWindow : public ExtendDialog
     Q_OBJECT
 
 public:
-    /// Opens a window with the draft for a recipient, or with the latest draft if the recipient is empty. A window that was
-    /// opened for the same recipient comes to the front instead.
-    /// @param modem    sends the message; 0 for the modem in use
-    /// @param requests must outlive the window
-    static void open(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent);
+    /// Opens a window with the draft for a recipient, or with the latest draft if the recipient is empty. If there is
+    /// already a window for that recipient, it comes to the front instead.
+    /// @param sender sends the message unless the user chooses another modem; without an id, the modem in use does
+    /// @param events must be listening, and outlive the window
+    static void open(const QString& recipient, const Modem& sender, DeviceEvents* events, QWidget* parent);
 
     /// Saves what has been written since the draft was saved.
     ~ComposeWindow() override;
@@ -34,11 +37,12 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    ComposeWindow(const QString& recipient, quint32 modem, Requests& requests, QWidget* parent);
+    ComposeWindow(const Drafts::Draft& draft, const Modem& sender, DeviceEvents* events, QWidget* parent);
 
+    static ComposeWindow* find(const QString& recipient, const QWidget* parent);
     QWidget* makeContent();
     QWidget* makeEnd();
-    void loadDraft(const QString& recipient);
+    void load(const Drafts::Draft& draft);
     void keepDraft();
     void dropDraft();
     void askBeforeClosing();
@@ -48,11 +52,12 @@ private:
     void finish(int result);
     void setSending(bool isSending);
     void showState();
+    QString note() const;
     void translate();
 
-    Requests& m_requests;
-    quint32 m_modem;
+    Requests m_requests;
     QLineEdit* m_recipient;
+    SenderChooser* m_sender;
     QPlainTextEdit* m_text;
     QLabel* m_length;
     QLabel* m_note; ///< what is going on, or has failed

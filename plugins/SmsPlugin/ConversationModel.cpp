@@ -1,6 +1,7 @@
 #include "ConversationModel.h"
 
 #include "Shown.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ QString spoken(const Conversation& conversation)
     const Message& newest = conversation.messages.first();
     QStringList parts{shownAddress(conversation.address), shownTime(newest), newest.text.left(MostShown)};
     if (conversation.unread > 0)
-        parts.insert(1, text("IDS_SMS_UNREAD").arg(shownNumber(conversation.unread)));
+        parts.insert(1, text("IDS_SMS_UNREAD").arg(numberText(conversation.unread)));
     parts.removeAll(QString());
     return parts.join(QLatin1Char('\n'));
 }

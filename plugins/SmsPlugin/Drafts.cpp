@@ -2,10 +2,13 @@
 
 #include "Message.h"
 #include "common/CommonUtils.h"
+#include "support/Secret.h"
 
+#include <QCryptographicHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSysInfo>
 
 namespace {
 
@@ -14,10 +17,27 @@ constexpr QLatin1String Key("drafts");
 constexpr QLatin1String Recipient("to");
 constexpr QLatin1String Text("text");
 
+constexpr QLatin1Char PlainStart('['); ///< earlier versions did not encrypt
+
+/// A pass phrase that differs between computers and is not in the settings. It need not be kept from the user's programs.
+QByteArray passPhrase()
+{
+    const QByteArray computer = "drafts " + QSysInfo::machineUniqueId();
+    return QCryptographicHash::hash(computer, QCryptographicHash::Sha256).toBase64();
+}
+
 /// The latest draft first.
 QJsonArray load()
 {
-    return QJsonDocument::fromJson(CommonUtils::GetUserSettings(Section, Key).toUtf8()).array();
+    const QString stored = CommonUtils::GetUserSettings(Section, Key);
+    const QString plain = stored.startsWith(PlainStart) ? stored : plainText(stored, passPhrase());
+    return QJsonDocument::fromJson(plain.toUtf8()).array();
+}
+
+void save(const QJsonArray& drafts)
+{
+    const QByteArray plain = drafts.isEmpty() ? "" : QJsonDocument(drafts).toJson(QJsonDocument::Compact);
+    CommonUtils::SetSettings(Section, Key, protectedText(QString::fromUtf8(plain), passPhrase()));
 }
 
 Drafts::Draft draftFrom(const QJsonValue& value)
@@ -57,8 +77,6 @@ void Drafts::keep(const Draft& draft)
         if (!isFor(value, draft.recipient))
             kept.append(value);
     }
-    if (kept == before)
-        return;
-    CommonUtils::SetSettings(Section, Key,
-                             QString::fromUtf8(QJsonDocument(kept).toJson(QJsonDocument::Compact)));
+    if (kept != before)
+        save(kept);
 }

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// Texts that were written but not sent, one for each recipient, stored in the user's settings as plaintext. GUI thread
-/// only.
+/// Texts that were written but not sent, one for each recipient. They are encrypted in the user's settings, so that copies of
+/// these do not reveal them; only this computer can decrypt them. GUI thread only.
 namespace Drafts {
 
 struct Draft

@@ -10,7 +10,8 @@ struct Message
     QString key;        ///< unique while the application is running
     QString mark;       ///< by which SeenMessages remembers it
     quint32 modem = 0;  ///< Modem::id
-    QString identifier; ///< unique for the modem as long as it is attached
+    QString imsi;       ///< of the SIM in the modem
+    QString identifier; ///< unique for the modem and its SIM while they are attached
     bool isSent = false;
     QString address; ///< sender, or recipient of a message that was sent: a number or a name
     QString time;    ///< ISO 8601 without a time zone; may be empty

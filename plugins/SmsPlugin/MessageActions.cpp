@@ -28,6 +28,15 @@ bool hasSearchSeparator()
            QLatin1String("false");
 }
 
+/// The modem that holds a message, as far as the message says.
+Modem modemOf(const Message& message)
+{
+    Modem modem;
+    modem.id = message.modem;
+    modem.imsi = message.imsi;
+    return modem;
+}
+
 /// Deletes the windows of a class, because their code is about to be unloaded.
 template <typename Window>
 void deleteWindows(const QWidget& parent)
@@ -66,10 +75,10 @@ void MessagesPage::run(Command command)
         openWindow(message);
         break;
     case Command::Write:
-        write(QString(), 0);
+        write(QString(), Modem());
         break;
     case Command::Reply:
-        write(message.address, message.modem);
+        write(message.address, modemOf(message));
         break;
     case Command::Call:
         call(message, UI_CALL_VOICE);
@@ -102,9 +111,9 @@ void MessagesPage::openWindow(const Message& message)
     MessageWindow::open(message, windowParent());
 }
 
-void MessagesPage::write(const QString& recipient, quint32 modem)
+void MessagesPage::write(const QString& recipient, const Modem& sender)
 {
-    ComposeWindow::open(recipient, modem, m_requests, windowParent());
+    ComposeWindow::open(recipient, sender, m_events, windowParent());
 }
 
 void MessagesPage::call(const Message& message, _UI_EN_CALL_TYPE type)
@@ -129,6 +138,7 @@ void MessagesPage::remove(const Message& message)
         if (answer == deleteIt)
             requestDeletion(message);
     };
+    m_questioned = message.key;
     m_question = ask({"IDS_SMS_DELETE_TITLE", "IDS_SMS_DELETE_TEXT", {"IDS_SMS_DELETE_YES", "IDS_SMS_STAY"}},
                      windowParent(), this, onAnswer);
 }

@@ -6,12 +6,13 @@ namespace {
 
 constexpr int PutAtOnce = 10; // messages
 
-/// The IMSI of a modem; null if it is not attached.
-QString simOf(const Modems& modems, quint32 id)
+/// Whether the SIM with a message is attached. Another SIM in the same modem has other messages, even if their identifiers
+/// are the same.
+bool isAttached(const Message& message, const Modems& modems)
 {
-    const auto found =
-        std::find_if(modems.begin(), modems.end(), [id](const Modem& modem) { return modem.id == id; });
-    return found == modems.end() ? QString() : found->imsi;
+    return std::any_of(modems.begin(), modems.end(), [&](const Modem& modem) {
+        return modem.id == message.modem && modem.imsi == message.imsi;
+    });
 }
 
 } // namespace
@@ -44,20 +45,19 @@ void MessageFeed::refresh()
     Q_EMIT changed();
 }
 
-/// A modem with another SIM has other messages, even if their identifiers are the same.
 void MessageFeed::takeModems(const Modems& modems)
 {
     if (modems == m_modems)
         return;
+    m_modems = modems;
     QSet<QString> kept;
     const MessagesByKey& messages = m_model.messages();
     for (const Message& message : messages) {
-        if (simOf(m_modems, message.modem) == simOf(modems, message.modem))
+        if (isAttached(message, modems))
             kept.insert(message.key);
     }
     m_model.keepOnly(kept);
-    m_seen.clear();
-    m_modems = modems;
+    Q_EMIT modemsChanged();
 }
 
 void MessageFeed::pump()
@@ -68,8 +68,11 @@ void MessageFeed::pump()
         finish();
         return;
     }
+    messages.erase(std::remove_if(messages.begin(), messages.end(),
+                                  [this](const Message& message) { return !isAttached(message, m_modems); }),
+                   messages.end());
     for (Message& message : messages)
-        message.isUnread = !message.isSent && !seenOf(message.modem).contains(message);
+        message.isUnread = !message.isSent && !seenOf(message.imsi).contains(message);
     m_model.put(messages);
     Q_EMIT changed();
 }
@@ -95,13 +98,13 @@ void MessageFeed::dropGone()
 /// What is remembered about deleted messages is forgotten, but not all at once: perhaps a SIM cannot be read just now.
 void MessageFeed::forgetGone()
 {
-    QHash<quint32, Messages> existing;
+    QHash<QString, Messages> existing;
     const MessagesByKey& messages = m_model.messages();
     for (const Message& message : messages)
-        existing[message.modem].append(message);
-    for (auto modem = existing.cbegin(); modem != existing.cend(); ++modem) {
-        SeenMessages& seen = seenOf(modem.key());
-        seen.keepOnly(*modem);
+        existing[message.imsi].append(message);
+    for (auto sim = existing.cbegin(); sim != existing.cend(); ++sim) {
+        SeenMessages& seen = seenOf(sim.key());
+        seen.keepOnly(*sim);
         seen.save();
     }
 }
@@ -111,17 +114,14 @@ void MessageFeed::markRead(int row)
     const Messages messages = m_model.conversation(row).messages;
     for (const Message& message : messages) {
         if (message.isUnread)
-            seenOf(message.modem).add(message);
+            seenOf(message.imsi).add(message);
     }
     for (auto& entry : m_seen)
         entry.second.save();
     m_model.markRead(row);
 }
 
-SeenMessages& MessageFeed::seenOf(quint32 modem)
+SeenMessages& MessageFeed::seenOf(const QString& imsi)
 {
-    const auto known = m_seen.find(modem);
-    if (known != m_seen.end())
-        return known->second;
-    return m_seen.emplace(modem, SeenMessages(simOf(m_modems, modem))).first->second;
+    return m_seen.try_emplace(imsi, imsi).first->second;
 }

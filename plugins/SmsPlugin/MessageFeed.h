@@ -30,6 +30,8 @@ public:
     /// Whether messages are being read or added to the model.
     bool isReading() const { return m_reader.isRunning() || m_pump.isActive(); }
 
+    bool hasModem() const { return !m_modems.isEmpty(); }
+
     /// How many messages the modems have; 0 until that is known.
     int total() const { return m_reader.total(); }
 
@@ -41,17 +43,20 @@ Q_SIGNALS:
     /// The model or the progress has changed.
     void changed();
 
+    /// Modems or SIMs were attached or removed; changed() follows.
+    void modemsChanged();
+
 private:
     void takeModems(const Modems& modems);
     void pump();
     void finish();
     void dropGone();
     void forgetGone();
-    SeenMessages& seenOf(quint32 modem);
+    SeenMessages& seenOf(const QString& imsi);
 
     ConversationModel m_model;
     Modems m_modems;                        ///< the modems whose messages are shown
-    std::map<quint32, SeenMessages> m_seen; ///< by Modem::id
+    std::map<QString, SeenMessages> m_seen; ///< by IMSI
     MessageReader m_reader;
     QTimer m_pump;
     bool m_isOutdated = false; ///< messages have changed since the reader started

@@ -1,7 +1,6 @@
 #include "MessageReader.h"
 
 #include "SeenMessages.h"
-#include "support/Modems.h"
 
 #include <QMutexLocker>
 
@@ -55,7 +54,7 @@ void MessageReader::work()
     }
 }
 
-/// What is to be read: from the ends of all lists to their beginnings, which is about newest first.
+/// The messages to read, roughly the newest first: the ends of all lists before their beginnings.
 QVector<MessageReader::Entry> MessageReader::listMessages()
 {
     QVector<Entry> entries;
@@ -63,7 +62,7 @@ QVector<MessageReader::Entry> MessageReader::listMessages()
     for (const Modem& modem : modems) {
         for (const bool isSent : {false, true}) {
             if (!isInterruptionRequested())
-                listFrom(modem.id, isSent, entries);
+                listFrom(modem, isSent, entries);
         }
     }
     std::stable_sort(entries.begin(), entries.end(),
@@ -71,14 +70,15 @@ QVector<MessageReader::Entry> MessageReader::listMessages()
     return entries;
 }
 
-void MessageReader::listFrom(quint32 modem, bool isSent, QVector<Entry>& entries)
+void MessageReader::listFrom(const Modem& modem, bool isSent, QVector<Entry>& entries)
 {
-    const QString list = modemValue(modem, QLatin1String(isSent ? "sent-messages" : "messages"));
+    const QString list = modemValue(modem.id, QLatin1String(isSent ? "sent-messages" : "messages"));
     const QStringList identifiers = list.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (int order = 0; order < identifiers.size(); ++order) {
         Message message;
-        message.key = QStringLiteral("%1 %2").arg(modem).arg(identifiers[order]);
-        message.modem = modem;
+        message.key = QStringLiteral("%1 %2 %3").arg(modem.id).arg(modem.imsi, identifiers[order]);
+        message.modem = modem.id;
+        message.imsi = modem.imsi;
         message.identifier = identifiers[order];
         message.isSent = isSent;
         message.order = order;

@@ -2,6 +2,7 @@
 
 #include "Message.h"
 #include "support/BackgroundWork.h"
+#include "support/Modems.h"
 
 #include <QMutex>
 #include <QSet>
@@ -50,7 +51,7 @@ private:
     };
 
     QVector<Entry> listMessages();
-    void listFrom(quint32 modem, bool isSent, QVector<Entry>& entries);
+    void listFrom(const Modem& modem, bool isSent, QVector<Entry>& entries);
     void listWanted(const Message& message, int fromEnd, QVector<Entry>& entries);
     void readMessage(Message message);
     void addFound(const Message& message);

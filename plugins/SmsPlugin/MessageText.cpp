@@ -10,7 +10,7 @@ namespace {
 
 constexpr QLatin1String LinkBegin("<a href = ");
 
-// Signs that stand around an address without being part of it, those of other scripts among them.
+// Punctuation around an address that is not part of it, including that of other scripts.
 constexpr char16_t Openers[] = u"([{<\"'“„«‚‘（【《";
 constexpr char16_t Closers[] = u".,;:!?…。，、！？；：、؟،؛)]}>\"'”“»’‘）】》";
 

@@ -7,6 +7,7 @@
 #include "ThreadView.h"
 #include "support/DeviceEvents.h"
 #include "support/ElidedLabel.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 #include "support/XmlMenu.h"
 
@@ -15,10 +16,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-/// After a change of modems, milliseconds until the toolbar is checked: no event reports that the application has been
-/// customised for the new one.
-constexpr int CustomisationTime = 500;
 
 constexpr int NarrowPage = 520; ///< below this width the conversation is under the list
 
@@ -43,8 +40,10 @@ QListView* makeList(QAbstractItemModel* model)
 
 MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     : Page("IDS_SMS_TITLE", "IDS_SMS_LEAD", Look::Sign::Message, parent)
+    , m_events(events)
     , m_requests(events)
     , m_feed(this)
+    , m_customisation(this)
     , m_filter(m_feed.model())
     , m_note(Look::quietLabel(QString(), true))
     , m_panel(makePane())
@@ -57,9 +56,8 @@ MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     connect(&m_feed, &MessageFeed::changed, this, &MessagesPage::refresh);
     connect(events, &DeviceEvents::messagesChanged, &m_feed, &MessageFeed::refresh);
     connect(events, &DeviceEvents::changed, &m_feed, &MessageFeed::devicesChanged);
-    m_customised.setSingleShot(true);
-    connect(events, &DeviceEvents::changed, &m_customised, [this] { m_customised.start(CustomisationTime); });
-    connect(&m_customised, &QTimer::timeout, this, &MessagesPage::updateToolBar);
+    connect(&m_feed, &MessageFeed::modemsChanged, this, [this] { m_failure.clear(); });
+    connect(&m_customisation, &Customisation::applied, this, &MessagesPage::updateToolBar);
     keepTranslated(this, [this] { translate(); });
     m_feed.refresh();
 }
@@ -124,6 +122,8 @@ void MessagesPage::translate()
 
 void MessagesPage::refresh()
 {
+    if (m_question && !m_feed.model()->messages().contains(m_questioned))
+        delete m_question;
     const int row = m_list->currentIndex().row();
     if (row < 0 && m_filter.rowCount() > 0)
         choose(0);
@@ -160,14 +160,15 @@ void MessagesPage::showState()
 {
     const int count = m_feed.model()->messages().size();
     const int unread = m_feed.model()->unread();
-    setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(shownNumber(unread))
-                              : text("IDS_SMS_TITLE"));
+    setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(numberText(unread)) : text("IDS_SMS_TITLE"));
     m_panel->setVisible(count > 0);
     m_toolBar->enableFor(currentMessage());
     if (!m_failure.isEmpty())
         showNote(m_failure);
+    else if (!m_feed.hasModem())
+        showNote(text("IDS_SMS_NO_MODEM"));
     else if (m_feed.isReading() && m_feed.total() > count)
-        showNote(text("IDS_SMS_PROGRESS").arg(shownNumber(count), shownNumber(m_feed.total())));
+        showNote(text("IDS_SMS_PROGRESS").arg(numberText(count), numberText(m_feed.total())));
     else if (count == 0)
         showNote(text(m_feed.isReading() ? "IDS_SMS_READING" : "IDS_SMS_NONE"));
     else

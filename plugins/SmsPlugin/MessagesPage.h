@@ -4,11 +4,11 @@
 #include "ConversationFilter.h"
 #include "MessageFeed.h"
 #include "PluginContainer/interfaces/ICallUIPlugin.h"
+#include "support/Customisation.h"
 #include "support/Page.h"
 #include "support/Requests.h"
 
 #include <QPointer>
-#include <QTimer>
 
 class ElidedLabel;
 class MessageToolBar;
@@ -43,7 +43,7 @@ private:
     QWidget* windowParent();
     void run(Command command);
     void openWindow(const Message& message);
-    void write(const QString& recipient, quint32 modem);
+    void write(const QString& recipient, const Modem& sender);
     void call(const Message& message, _UI_EN_CALL_TYPE type);
     void copy(const Message& message);
     void remove(const Message& message);
@@ -60,14 +60,16 @@ private:
     void showState();
     void showNote(const QString& note);
 
+    DeviceEvents* m_events;
     Requests m_requests;
     MessageFeed m_feed;
+    Customisation m_customisation; ///< may change which buttons are wanted
     ConversationFilter m_filter;
     QPointer<QWidget> m_windowParent; ///< of the windows for messages
     MessageToolBar* m_toolBar = nullptr;
-    QTimer m_customised; ///< to see which buttons are wanted
     QPointer<XmlMenu> m_menu;
     QPointer<QWidget> m_question; ///< whether to delete a message
+    QString m_questioned;         ///< Message::key of that message
     QLabel* m_note;               ///< progress, a failure, or what there is instead of messages
     QString m_failure;
     QWidget* m_panel;

@@ -1,17 +1,11 @@
 #include "Shown.h"
 
-#include "Change/Change.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QDateTime>
-#include <QLocale>
 
 namespace {
-
-QLocale currentLocale()
-{
-    return QLocale(Change::GetLangName());
-}
 
 struct State
 {
@@ -45,7 +39,7 @@ QString shownAddress(const QString& address)
 QString shownTime(const Message& message)
 {
     const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
-    const QLocale locale = currentLocale();
+    const QLocale locale = languageLocale();
     return time.isValid() ? locale.toString(time.date(), QLocale::LongFormat) + QLatin1Char(' ') +
                                 locale.toString(time.time(), QLocale::ShortFormat)
                           : QString();
@@ -54,7 +48,7 @@ QString shownTime(const Message& message)
 QString shownDay(const Message& message)
 {
     const QDateTime time = QDateTime::fromString(message.time, Qt::ISODate);
-    const QLocale locale = currentLocale();
+    const QLocale locale = languageLocale();
     if (!time.isValid())
         return {};
     return time.date() == QDate::currentDate() ? locale.toString(time.time(), QLocale::ShortFormat)
@@ -66,9 +60,4 @@ QString shownFate(const Message& message)
     QStringList parts{shownTime(message), shownState(message.state)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" · "));
-}
-
-QString shownNumber(int number)
-{
-    return currentLocale().toString(number);
 }

@@ -17,6 +17,3 @@ QString shownDay(const Message& message);
 
 /// The time of a message and, if it was sent, its state.
 QString shownFate(const Message& message);
-
-/// A number in the digits of the language.
-QString shownNumber(int number);

@@ -3,6 +3,7 @@
 #include "CustomisationKey.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
+#include "support/Customisation.h"
 #include "support/DeviceEvents.h"
 
 namespace {
@@ -75,6 +76,7 @@ void DeviceFollower::refresh()
     m_pages.arrange();
     m_statusBar.fill();
     showSituation();
+    Customisation::report(&m_window);
 }
 
 void DeviceFollower::showSituation()

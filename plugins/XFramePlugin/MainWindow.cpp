@@ -11,6 +11,7 @@
 #include "WindowFrame.h"
 #include "WindowPlace.h"
 #include "common/CommonUtils.h"
+#include "common/ShowInFront.h"
 #include "support/AccessibleRole.h"
 
 #include <QGuiApplication>
@@ -129,11 +130,7 @@ void MainWindow::showStatus()
 
 void MainWindow::bringToFront()
 {
-    if (isMinimized())
-        showNormal();
-    show();
-    raise();
-    activateWindow();
+    showInFront(this);
 }
 
 void MainWindow::useLanguage(const QString& code)

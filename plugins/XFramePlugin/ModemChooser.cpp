@@ -14,12 +14,6 @@ namespace {
 constexpr int Widest = 280; ///< in pixels; modems can have names of any length
 constexpr int Narrowest = 80;
 
-/// Modems of the same model differ by their ports.
-QString nameOf(const Modem& modem)
-{
-    return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
-}
-
 } // namespace
 
 ModemChooser::ModemChooser(QWidget* parent)
@@ -42,7 +36,7 @@ void ModemChooser::showModems(const Modems& modems)
         return; // the menu may be open
     m_modems = modems;
     m_inUse = inUse;
-    setText(nameOf(inUse));
+    setText(shownName(inUse));
     fillMenu();
 }
 
@@ -51,7 +45,7 @@ void ModemChooser::fillMenu()
     menu()->clear();
     auto* group = new QActionGroup(menu());
     for (const Modem& modem : qAsConst(m_modems)) {
-        QAction* const entry = menu()->addAction(nameOf(modem));
+        QAction* const entry = menu()->addAction(shownName(modem));
         entry->setCheckable(true);
         entry->setChecked(modem == m_inUse);
         group->addAction(entry);

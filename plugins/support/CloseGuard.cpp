@@ -1,7 +1,6 @@
 #include "support/CloseGuard.h"
 
 #include "common/CommonUtils.h"
-#include "support/Dialog.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -35,8 +34,7 @@ void CloseGuard::ask(QWidget* window)
         window->close();
         m_mayClose = false;
     };
-    m_dialog = ::ask({m_question.title, m_question.text, {m_question.leave, m_question.stay}}, window, this,
-                     onAnswer);
+    m_dialog = ::ask(m_question, window, this, onAnswer);
 }
 
 bool CloseGuard::eventFilter(QObject* watched, QEvent* event)

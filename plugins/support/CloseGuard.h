@@ -1,12 +1,11 @@
 #pragma once
 
+#include "support/Dialog.h"
+
 #include <QObject>
 #include <QPointer>
 
 #include <functional>
-
-class ExtendDialog;
-class QWidget;
 
 /// The name of a property of the main window: whether closing it only hides it.
 constexpr char HidesOnClose[] = "hidesOnClose";
@@ -21,17 +20,9 @@ class CloseGuard : public QObject
     Q_OBJECT
 
 public:
-    /// Identifiers of this plugin's strings.
-    struct Question
-    {
-        const char* title;
-        const char* text;
-        const char* leave; ///< label of the button that closes the window
-        const char* stay;
-    };
-
     /// Watches the main window, which must exist, until this object is deleted. A question that is shown then
     /// disappears.
+    /// @param question its first answer closes the window
     /// @param isNeeded called on each attempt to close the window; true asks the question
     /// @param parent   owns this object
     CloseGuard(const Question& question, std::function<bool()> isNeeded, QObject* parent);

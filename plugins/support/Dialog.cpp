@@ -2,6 +2,7 @@
 
 #include "ExtendDialog/DkMessageBox.h"
 #include "common/CommonUtils.h"
+#include "common/ShowInFront.h"
 #include "support/Look.h"
 #include "support/Text.h"
 #include "support/WindowEdges.h"
@@ -35,9 +36,7 @@ void bringToFront(ExtendDialog* dialog)
     TitleBar* const titleBar = dialog->GetTileBar();
     if (titleBar && titleBar->IsMinimized())
         titleBar->showRestore();
-    dialog->show();
-    dialog->activateWindow();
-    dialog->raise();
+    showInFront(dialog);
 }
 
 ExtendDialog* ask(const Question& question, QWidget* window, QObject* receiver,

@@ -40,6 +40,11 @@ auto fields(const Modem& modem)
 
 } // namespace
 
+QString shownName(const Modem& modem)
+{
+    return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
+}
+
 bool operator==(const Modem& left, const Modem& right)
 {
     return fields(left) == fields(right);

@@ -16,6 +16,9 @@ struct Modem
 
 using Modems = QVector<Modem>;
 
+/// The name for the user. Modems of the same model differ by their ports.
+QString shownName(const Modem& modem);
+
 /// Whether all values are the same.
 bool operator==(const Modem& left, const Modem& right);
 

@@ -1,7 +1,19 @@
 #pragma once
 
+class QByteArray;
 class QLineEdit;
 class QString;
+
+// What others must not read. Any thread, except where stated.
+
+/// Encrypts a text for the settings with CommonUtils::Encrypt(). That hides it from view; whoever knows the pass phrase
+/// can decrypt it. No copy of the text stays in memory.
+/// @return empty for an empty text, or if memory is short
+QString protectedText(const QString& plain, const QByteArray& passPhrase);
+
+/// Decrypts a result of protectedText(). A wrong pass phrase is not detected; it yields garbage.
+/// @return the caller wipes it; empty if it cannot be decrypted
+QString plainText(const QString& protectedText, const QByteArray& passPhrase);
 
 /// Overwrites the characters of a string, also in all copies that share them, and empties it. Not for literals, which
 /// cannot be overwritten.

@@ -7,6 +7,7 @@
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
 #include "common/RecentLog.h"
+#include "common/ShowInFront.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -49,10 +50,7 @@ void raiseMainWindow()
     if (!window)
         return;
     qDebug("Another start brings the window to the front");
-    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    showInFront(window);
 }
 
 int runUntilClosed()

@@ -31,6 +31,7 @@ TestHome::TestHome(const QByteArray& settings)
 
 void RunningApplication::start()
 {
+    end(); // it still runs if a test has failed early
     QGuiApplication::setQuitOnLastWindowClosed(false);
     m_startup = std::make_unique<Startup>(true);
 }

@@ -1,9 +1,10 @@
 #include "Explain.h"
 
+#include "Findings.h"
 #include "Installation.h"
-#include "LibraryFault.h"
 #include "PluginContainer/CustomisationKeys.h"
 #include "PluginContainer/PluginInspection.h"
+#include "PluginFaults.h"
 #include "support/TextTable.h"
 #include "support/Tool.h"
 
@@ -78,25 +79,6 @@ QString tableOf(const PluginStatusList& plugins)
     return textTable(rows);
 }
 
-/// The faults of the two files, and of the libraries of plugins that are on.
-Faults faultsOf(const PluginInspection& inspection, const Installation& installation)
-{
-    Findings findings;
-    const QHash<QString, qint64> lines = pluginLines(installation);
-    const QString file = installation.path(QStringLiteral("config/pluginslib.xml"));
-    for (const ConfigurationFault& fault : inspection.GetConfigurationFaults()) {
-        const bool isMalformed = fault.kind == ConfigurationFault::Kind::Malformed;
-        findings.add(isMalformed ? Kind::BrokenXml : Kind::MissingFile, fault.path,
-                     isMalformed ? fault.line : 1,
-                     fault.message.isEmpty() ? QStringLiteral("the file is missing") : fault.message);
-    }
-    for (const PluginStatus& plugin : inspection.GetPluginStatus())
-        if (isOn(plugin) && plugin.fault != PluginStatus::Fault::None)
-            findings.add(kindOf(plugin.fault), file, lines.value(plugin.clsid, 1),
-                         describeLibraryFault(plugin));
-    return findings.faults();
-}
-
 void print(const QString& text)
 {
     std::fputs(text.toLocal8Bit().constData(), stdout);
@@ -118,5 +100,8 @@ int explain(const QString& folder, const Situation& situation)
                    key.isEmpty() ? QStringLiteral("everyone and the operator only") : describeKey(key)));
     print(tableOf(inspection.GetPluginStatus()));
     std::fflush(stdout);
-    return Tool::report(faultsOf(inspection, installation));
+    Findings findings;
+    addFileFaults(inspection, true, findings);
+    addLibraryFaults(inspection, installation, isOn, findings);
+    return Tool::report(findings.faults());
 }

@@ -1,28 +1,17 @@
 // Checks of the plugins: identifiers, rules, libraries.
 #include "Checks.h"
 
+#include "Findings.h"
 #include "Installation.h"
-#include "LibraryFault.h"
 #include "PluginContainer/PluginInspection.h"
+#include "PluginFaults.h"
 
 #include <QDir>
 #include <QLibrary>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-using LoadFault = PluginStatus::Fault;
-
-constexpr std::array<QPair<LoadFault, Kind>, 6> FaultKinds{{
-    {LoadFault::NoLibrary, Kind::MissingLibrary},
-    {LoadFault::OtherPlatform, Kind::OtherPlatform},
-    {LoadFault::NotAPlugin, Kind::NotAPlugin},
-    {LoadFault::NotLoadable, Kind::MissingDependency},
-    {LoadFault::ConstructorThrew, Kind::ConstructorThrows},
-    {LoadFault::NoBaseInterface, Kind::MissingInterface},
-}};
 
 constexpr QLatin1String ClsidName("clsid");
 
@@ -89,30 +78,6 @@ QStringList beginningWith(const QString& prefix, const QStringList& sorted)
 
 } // namespace
 
-QHash<QString, qint64> pluginLines(const Installation& installation)
-{
-    QHash<QString, qint64> lines;
-    installation.forEach(Format::PluginLibrary, [&](const InstalledXml& file) {
-        for (const int plugin : file.tree.named(QStringLiteral("plugin")))
-            lines.insert(file.tree.childText(plugin, ClsidName), file.tree[plugin].line);
-    });
-    return lines;
-}
-
-Kind kindOf(PluginStatus::Fault fault)
-{
-    const auto found =
-        std::find_if(FaultKinds.begin(), FaultKinds.end(),
-                     [fault](const QPair<LoadFault, Kind>& pair) { return pair.first == fault; });
-    return found == FaultKinds.end() ? Kind::MissingLibrary : found->second;
-}
-
-QString describeLibraryFault(const PluginStatus& plugin)
-{
-    return QStringLiteral("%1: %2: wanted: %3; found: %4")
-        .arg(plugin.name, QDir::toNativeSeparators(plugin.library), plugin.wanted, plugin.found);
-}
-
 void checkPlugins(const Installation& installation, Findings& findings)
 {
     const QHash<QString, qint64> listed = pluginLines(installation);
@@ -123,21 +88,17 @@ void checkPlugins(const Installation& installation, Findings& findings)
 void checkLibraries(const Installation& installation, Findings& findings)
 {
     PluginInspection inspection(installation.folder(), installation.operatorName());
-    for (const ConfigurationFault& fault : inspection.GetConfigurationFaults())
-        if (fault.kind != ConfigurationFault::Kind::Malformed)
-            findings.add(Kind::MissingFile, fault.path, 1,
-                         fault.message.isEmpty() ? QStringLiteral("the file is missing") : fault.message);
+    addFileFaults(inspection, false, findings); // checkStructure() finds the broken ones
     inspection.tryLibraries();
+    addLibraryFaults(
+        inspection, installation, [](const PluginStatus&) { return true; }, findings);
     const QHash<QString, qint64> lines = pluginLines(installation);
     const QString file = installation.path(QStringLiteral("config/pluginslib.xml"));
     const QStringList libraries = librariesIn(installation.folder());
     for (const PluginStatus& plugin : inspection.GetPluginStatus()) {
-        const qint64 line = lines.value(plugin.clsid, 1);
-        if (plugin.fault != LoadFault::None)
-            findings.add(kindOf(plugin.fault), file, line, describeLibraryFault(plugin));
         const QStringList candidates = beginningWith(plugin.url.toCaseFolded(), libraries);
         if (candidates.size() > 1)
-            findings.add(Kind::AmbiguousLibrary, file, line,
+            findings.add(Kind::AmbiguousLibrary, file, lines.value(plugin.clsid, 1),
                          QStringLiteral("\"%1\" fits more than one library: %2")
                              .arg(plugin.url, candidates.join(QStringLiteral(", "))));
     }

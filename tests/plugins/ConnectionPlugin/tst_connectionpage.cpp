@@ -41,11 +41,6 @@ constexpr Part Page{"ConnectionPage"}, State{"StatePanel"}, Facts{"FactsPanel"},
     AccessPoint{"ExtendDialog"}, Chooser{"ModemChooser"};
 const QString Ready = "Not connected | The modem is ready to connect. | Connect";
 
-QByteArray homeFile(const QString& name)
-{
-    return contentOf(qEnvironmentVariable("QRVL_USER_DIR") + '/' + name);
-}
-
 /// Types codes into the dialog and presses "Unlock".
 void unlock(const QStringList& codes)
 {
@@ -119,7 +114,7 @@ void TestConnectionPage::interrupted()
     QVERIFY(show("request-time=50000") && State.says(Ready));
     State.button()->click();
     QVERIFY(State.texts().contains(attempt)); // at once
-    simulate(homeFile("simulator.ini").replace("request-time=50000", "request-time=20"));
+    simulate(contentOf(homeFile("simulator.ini")).replace("request-time=50000", "request-time=20"));
     State.button()->click();
     QVERIFY(State.says(Ready));
 
@@ -128,7 +123,7 @@ void TestConnectionPage::interrupted()
     State.button()->click();
     QVERIFY(State.says(attempt));
     State.button()->click();
-    simulate(homeFile("simulator.ini").replace("signal=60", "signal=90"));
+    simulate(contentOf(homeFile("simulator.ini")).replace("signal=60", "signal=90"));
     QVERIFY(Facts.says("Excellent (90 %)"));
     QVERIFY(State.says("Disconnecting\u2026 | One moment, please. | [Disconnect]"));
 
@@ -175,7 +170,7 @@ void TestConnectionPage::puk()
     unlock({"87654321", "1111", "1111"});
     QTRY_VERIFY_WITH_TIMEOUT(!Dialog.widget(), LongestWait);
     QVERIFY(State.says("Not connected"));
-    QVERIFY(homeFile("simulator.ini").contains("pin=1111"));
+    QVERIFY(contentOf(homeFile("simulator.ini")).contains("pin=1111"));
 
     simulate(modem("Locked 3", "sim=puk\npuk-tries=1"));
     QVERIFY(Dialog.says("The SIM card in Locked 3 asks for its PUK."));
@@ -194,7 +189,7 @@ void TestConnectionPage::pinDialogOpensOnce()
     QVERIFY(Dialog.says("Locked 4"));
     Dialog.button("Cancel")->click();
     QTRY_VERIFY_WITH_TIMEOUT(!Dialog.widget(), LongestWait);
-    simulate(homeFile("simulator.ini").replace("sim=pin\npin-tries=3", "sim=puk\npuk-tries=5"));
+    simulate(contentOf(homeFile("simulator.ini")).replace("sim=pin\npin-tries=3", "sim=puk\npuk-tries=5"));
     QVERIFY(State.says("SIM card locked | A wrong PIN was entered too often. The card"));
     QVERIFY(!Dialog.widget());
     State.button()->click();
@@ -218,9 +213,9 @@ void TestConnectionPage::accessPoint()
     AccessPoint.button("Save")->click();
     QVERIFY(State.says("Not connected | The modem is in a foreign network, and you allow connections in the "
                        "home network only. | Allow roaming"));
-    QTRY_VERIFY_WITH_TIMEOUT(homeFile("settings.ini").contains("name=my.apn"), LongestWait);
+    QTRY_VERIFY_WITH_TIMEOUT(contentOf(homeFile("settings.ini")).contains("name=my.apn"), LongestWait);
     for (const char* secret : {"secret", "999011234567890"})
-        QVERIFY2(!homeFile("settings.ini").contains(secret), secret);
+        QVERIFY2(!contentOf(homeFile("settings.ini")).contains(secret), secret);
     QTRY_VERIFY_WITH_TIMEOUT(!AccessPoint.widget(), LongestWait);
     Page.button("Access point\u2026")->click();
     QCOMPARE(AccessPoint.all<QLineEdit>().last()->text(), QString("secret w\u00f6rd"));

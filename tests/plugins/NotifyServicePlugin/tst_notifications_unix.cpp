@@ -31,6 +31,7 @@ private slots:
     void dataLimit();
     void lostConnections();
     void call();
+    void noticesAtOnce();
     void unloading();
 
 private:
@@ -227,6 +228,22 @@ void TestNotifications::call()
     simulate(Simulated);
     QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("123", UI_CALL_VOICE); }, LongestWait));
     QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(1800) > Audible, LongestWait);
+}
+
+// A notice replaces the one before, also while the desktop has not answered yet.
+void TestNotifications::noticesAtOnce()
+{
+    QObject* const notifier =
+        Startup::GetPluginContainer()->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
+    const int before = shownTexts().size();
+    for (const QStringList& titles : {QStringList{"first", "second"}, QStringList{"third"}}) {
+        for (const QString& title : titles)
+            QMetaObject::invokeMethod(notifier, "showNotice", Q_ARG(QString, title), Q_ARG(QString, {}),
+                                      Q_ARG(QString, Connection));
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().last(), titles.last() + '|', LongestWait);
+    }
+    QCOMPARE(shownTexts().size(), before + 2);
+    QVERIFY(NotificationDaemon::calls("Notify").last().at(1).toUInt() > 0);
 }
 
 // What the desktop reports after that meets nobody.
