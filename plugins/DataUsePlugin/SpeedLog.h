@@ -8,7 +8,7 @@
 class SpeedLog
 {
 public:
-    static constexpr qint64 Span = 5 * 60 * 1000;
+    static constexpr qint64 Span = qint64(5) * 60 * 1000;
 
     struct Step
     {

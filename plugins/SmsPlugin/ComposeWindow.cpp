@@ -76,7 +76,7 @@ ComposeWindow::ComposeWindow(const Drafts::Draft& draft, const Modem& sender, De
         showState();
     });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(Qt::CTRL + key, this), &QShortcut::activated, this, &ComposeWindow::send);
+        connect(new QShortcut(int(Qt::CTRL) + key, this), &QShortcut::activated, this, &ComposeWindow::send);
     keepTranslated(this, [this] { translate(); });
     new CloseGuard(
         {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", {"IDS_SMS_LEAVE", "IDS_SMS_STAY"}},
@@ -109,7 +109,7 @@ QWidget* ComposeWindow::makeContent()
 QWidget* ComposeWindow::makeEnd()
 {
     m_send->setAutoDefault(true);
-    m_send->setMinimumSize(110, 34);
+    m_send->setMinimumSize(Look::ButtonSize);
     auto* end = new QWidget;
     auto* row = new QHBoxLayout(end);
     row->setContentsMargins(0, 0, 0, 0);

@@ -66,7 +66,7 @@ QWidget* MessagesPage::makePane()
 {
     m_list = makeList(&m_filter);
     m_address = new ElidedLabel;
-    Look::setFont(m_address, 1.1, QFont::DemiBold);
+    Look::setFont(m_address, Look::HeadingText, QFont::DemiBold);
     m_thread = new ThreadView;
     m_thread->setMinimumHeight(100);
     auto* thread = new QVBoxLayout;
