@@ -263,7 +263,11 @@ void TestMainWindow::statusBar()
          {"Modem abgelehnt", "Wartet auf ein anderes",
           "Das zuletzt eingesteckte Modem wurde abgelehnt, vielleicht weil es an einen anderen Betreiber "
           "gebunden ist. Stecken Sie ein anderes ein."}},
-        {"Deutsch", german, {"Angeschlossen"}}, // the refusal is over
+        {"Deutsch",
+         "state=failed\n",
+         {"Modem nicht benutzbar", "Abziehen und wieder einstecken",
+          "Das Modem meldet einen Fehler. Ziehen Sie es ab und stecken Sie es wieder ein."}},
+        {"Deutsch", german, {"Angeschlossen"}}, // the failure is over
         {"Deutsch", {}, {"Kein Modem", "Wartet, bis eines eingesteckt wird"}},
     };
     int number = 0;

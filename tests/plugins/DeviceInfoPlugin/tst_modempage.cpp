@@ -127,7 +127,10 @@ void TestModemPage::identity()
     QFETCH(bool, mayBeShown);
     const QString serialNumber = "356938035643809";
     const QStringList subscriber = {"+491700000123", imsi, "8949555"};
+    simulate({});
+    QVERIFY(shows("No modem attached"));
     simulate(modem(imsi, "gid=NT-GOLD\n"));
+    QTRY_VERIFY(button("Show identity")->isEnabled());
     const auto hasPanel = [&] {
         return shown().contains("Subscriber identity");
     };
