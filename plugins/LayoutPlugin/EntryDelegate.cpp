@@ -37,7 +37,7 @@ void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -2.5);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
+    painter->setPen(focused ? QPen(Look::focusColor(option.palette), 1.0) : QPen(Qt::NoPen));
     painter->setBrush(Look::entryBackground(option, QPalette::Window));
     painter->drawRoundedRect(frame, Look::Radius, Look::Radius);
 

@@ -43,6 +43,17 @@ QTabWidget* makeTabs(MainWindow& window)
     return tabs;
 }
 
+/// What the Tab key visits first on a page that need not be visible yet.
+QWidget* firstField(const QWidget* page)
+{
+    for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
+        if (page->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) && next->isEnabledTo(page) &&
+            next->isVisibleTo(page))
+            return next;
+    }
+    return nullptr;
+}
+
 } // namespace
 
 void showSettings(MainWindow& window)
@@ -63,5 +74,7 @@ void showSettings(MainWindow& window)
     });
     fillDialog(dialog, content);
     makeResizable(dialog);
+    if (QWidget* const field = firstField(tabs->currentWidget()))
+        field->setFocus();
     dialog->open();
 }

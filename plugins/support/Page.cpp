@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -48,6 +49,8 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
+    for (const QScrollBar* const bar : {horizontalScrollBar(), verticalScrollBar()})
+        connect(bar, &QScrollBar::rangeChanged, this, &Page::followScrollRange);
 
     keepTranslated(this, [=] {
         setWindowTitle(text(title));
@@ -67,6 +70,15 @@ void Page::resizeEvent(QResizeEvent* event)
     const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
     widget()->layout()->setContentsMargins(side, Look::Margin, side, Look::Margin);
     QScrollArea::resizeEvent(event);
+    followScrollRange(); // which may have been empty from the start
+}
+
+void Page::followScrollRange()
+{
+    if (!hasOwnFocus())
+        return; // the policy would become that of the proxy
+    const bool scrolls = horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0;
+    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void Page::clearContent()

@@ -13,12 +13,17 @@ class QVBoxLayout;
 class Page : public QScrollArea
 {
     Q_OBJECT
+    Q_PROPERTY(bool hasOwnFocus READ hasOwnFocus) ///< for style sheets
 
 public:
     /// @param title identifier of the plugin's string for window title and heading
     /// @param lead  identifier of the plugin's string below the heading
     /// @param sign  for the window icon
     Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent);
+
+    /// Whether the page itself gets the focus, rather than its focus proxy; it does so only while there is something to
+    /// scroll. Set a proxy in the constructor: style sheets ask once.
+    bool hasOwnFocus() const { return !focusProxy(); }
 
 protected:
     /// The column below the heading; empty at first. Widgets added to it belong to the page.
@@ -33,6 +38,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void followScrollRange();
+
     QHBoxLayout* m_heading;
     QVBoxLayout* m_content;
 };

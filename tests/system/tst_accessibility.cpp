@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -117,12 +118,16 @@ QStringList withoutFocus(const QVector<Interface*>& controls, const QWidgetList&
     return faults;
 }
 
+/// Pixels that differ clearly.
 int differentPixels(const QImage& left, const QImage& right)
 {
+    const auto differs = [](QRgb one, QRgb other) {
+        return one != other && Contrast::of(one, other) >= Contrast::ForOthers;
+    };
     int count = 0;
     for (int y = 0; y < left.height(); ++y)
         for (int x = 0; x < left.width(); ++x)
-            count += left.pixel(x, y) != right.pixel(x, y);
+            count += differs(left.pixel(x, y), right.pixel(x, y));
     return count;
 }
 
@@ -229,8 +234,13 @@ void TestAccessibility::keyboard()
     for (const char key : {'1', '1', '0'})
         QTest::keyClick(window()->windowHandle(), key);
     QCOMPARE(page("DialPadPage")->findChild<QLineEdit*>()->text(), "110");
+    const auto edge = [this] {
+        return page("DialPadPage")->grab().toImage().pixel(0, 0);
+    };
+    const QRgb withField = edge();
     QTest::keyClick(window()->windowHandle(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), owner("Ctrl+D"));
+    QCOMPARE(withField, edge()); // the frame of a page is for the page itself
     QTest::keyClick(window()->windowHandle(), Qt::Key_Return);
     auto* const call = qobject_cast<ExtendDialog*>(QApplication::activeWindow());
     QVERIFY(call && call->inherits("CallWindow"));
@@ -238,6 +248,20 @@ void TestAccessibility::keyboard()
     QTest::keyClick(call->windowHandle(), Qt::Key_Escape); // becomes a tile
     QVERIFY(call->isVisible() && call->GetTileBar()->IsMinimized());
     delete call;
+    window()->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), window());
+    QTest::keyClick(window()->windowHandle(), Qt::Key_F1);
+    QVERIFY(visibleDialog()); // this operator has removed the help page
+    delete visibleDialog();
+    window()->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), window());
+    bool isMenuOpen = false;
+    QTimer::singleShot(0, this, [&isMenuOpen] {
+        isMenuOpen = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QApplication::activePopupWidget()->close();
+    });
+    QTest::keyClick(window()->windowHandle(), Qt::Key_F10);
+    QVERIFY(isMenuOpen);
 }
 
 void TestAccessibility::useForm(bool isCompact, const char* skin) const
@@ -267,6 +291,11 @@ void TestAccessibility::controls()
         sideBar->setCurrentRow(row);
         sideBar->setFocus();
         QCOMPARE(faultsOf(window()), QString());
+        const auto* const page =
+            qobject_cast<QAbstractScrollArea*>(window()->findChild<QStackedWidget*>()->currentWidget());
+        QVERIFY2(page->focusProxy() || page->verticalScrollBar()->maximum() > 0 ||
+                     page->focusPolicy() == Qt::NoFocus,
+                 qPrintable(page->windowTitle()));
     }
     const auto* const text = page("MessagesPage")->findChild<QTextBrowser*>();
     const QColor link = text->document()->find("a.example").charFormat().foreground().color();
@@ -287,6 +316,9 @@ void TestAccessibility::controls()
             QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+O"), "click"));
         const QPointer<ExtendDialog> dialog = visibleDialog();
         QVERIFY(dialog);
+        const auto* const field = qobject_cast<QComboBox*>(dialog->focusWidget());
+        QCOMPARE(field != nullptr, qstrcmp(entry, "Settings") == 0);
+        QVERIFY2(dialog->minimumSizeHint().height() <= 440, entry); // small screens
         QCOMPARE(faultsOf(dialog), QString());
         QTest::keyPress(dialog->windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!dialog);

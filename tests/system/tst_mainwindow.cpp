@@ -557,13 +557,16 @@ void TestMainWindow::pageOfLostModem()
         simulate(CallModem);
         QTRY_VERIFY(mainFrame->ShowPage("70B4D2F8-5E19-4A3C-9D66-C82E0F7A5B14"));
         QCOMPARE(shown(), "DialPadPage");
+        pages->currentWidget()->setFocus();
         simulate({});
         QTRY_COMPARE(shown(), "ConnectionPage");
+        QCOMPARE(window()->focusWidget(), window()->findChild<QListWidget*>());
         QVERIFY(!choosesAnother || mainFrame->ShowPage("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"));
         const QString before = shown();
         simulate(CallModem);
         QTRY_VERIFY(owner("Ctrl+D"));
         QCOMPARE(shown(), choosesAnother ? before : "DialPadPage");
+        QCOMPARE(window()->focusWidget()->inherits("QLineEdit"), !choosesAnother);
     }
 }
 
