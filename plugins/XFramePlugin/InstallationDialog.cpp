@@ -106,7 +106,6 @@ void showInstallation(MainWindow* window)
     layout->addWidget(makeFacts(window));
     layout->addWidget(plugins, 1);
     layout->addLayout(makeButtons(dialog, window));
-    content->setMinimumSize(Size.boundedTo(window->size()));
-    fillDialog(dialog, content);
+    fillDialog(dialog, content, Size.boundedTo(window->size()));
     dialog->open();
 }

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
@@ -80,6 +82,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, long* result) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -87,6 +90,7 @@ private:
     void quit();
     void hideInTray();
     void adaptToForm();
+    void adaptHeader();
     void restorePlace();
 
     LanguageSwitch& m_language;
@@ -96,6 +100,7 @@ private:
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     Situation m_situation;
     QPointer<PluginsPage> m_pluginsPage;
+    std::optional<bool> m_hasSmallHeader;
     bool m_isInTray = false;       ///< hidden, but not closed
     bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before that
 };

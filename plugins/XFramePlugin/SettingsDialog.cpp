@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr QSize PagesSize{520, 360};
+constexpr QSize PreferredSize{544, 420};
 
 void addTab(QTabWidget* tabs, QWidget* page)
 {
@@ -30,7 +30,6 @@ QTabWidget* makeTabs(MainWindow& window)
 {
     auto* tabs = new QTabWidget;
     tabs->setDocumentMode(true);
-    tabs->setMinimumSize(PagesSize);
     tabs->setFocusPolicy(Qt::NoFocus); // its bar takes the focus
     addTab(tabs, new GeneralSettings(window));
     addTab(tabs, new WindowSettings(window));
@@ -72,7 +71,7 @@ void showSettings(MainWindow& window)
         tabs->setAccessibleName(dialog->windowTitle());
         close->setText(text("IDS_ABOUT_CLOSE"));
     });
-    fillDialog(dialog, content);
+    fillDialog(dialog, content, PreferredSize);
     makeResizable(dialog);
     if (QWidget* const field = firstField(tabs->currentWidget()))
         field->setFocus();

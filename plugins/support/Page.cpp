@@ -8,10 +8,12 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace {
 
 constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
+constexpr int LowPage = 300;    ///< lower ones have no lead
 
 QLabel* heading(const QString& title)
 {
@@ -25,6 +27,7 @@ QLabel* heading(const QString& title)
 Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent)
     : QScrollArea(parent)
     , m_heading(new QHBoxLayout)
+    , m_lead(Look::quietLabel(QString(), true))
     , m_content(new QVBoxLayout)
 {
     setWindowIcon(Look::tileIcon(sign));
@@ -39,9 +42,8 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     titles->setSpacing(Look::Gap / 2);
     QLabel* titleLabel = Look::label(QString(), 1.5, QFont::DemiBold);
     setAccessibleRole(titleLabel, QAccessible::Heading);
-    QLabel* leadLabel = Look::quietLabel(QString(), true);
     titles->addWidget(titleLabel);
-    titles->addWidget(leadLabel);
+    titles->addWidget(m_lead);
     m_heading->setSpacing(Look::Gap * 2);
     m_heading->addLayout(titles, 1);
     layout->addLayout(m_heading);
@@ -56,7 +58,7 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
         setWindowTitle(text(title));
         setAccessibleName(windowTitle());
         titleLabel->setText(windowTitle());
-        leadLabel->setText(text(lead));
+        m_lead->setText(text(lead));
     });
 }
 
@@ -65,10 +67,22 @@ void Page::setCorner(QWidget* corner)
     m_heading->addWidget(corner);
 }
 
+void Page::setBadge(int number)
+{
+    setProperty("badge", number);
+}
+
+bool Page::isLow() const
+{
+    return height() < LowPage;
+}
+
 void Page::resizeEvent(QResizeEvent* event)
 {
     const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
-    widget()->layout()->setContentsMargins(side, Look::Margin, side, Look::Margin);
+    const int end = isLow() ? Look::Gap / 2 : Look::Margin;
+    m_lead->setVisible(!isLow());
+    widget()->layout()->setContentsMargins(side, end, side, end);
     QScrollArea::resizeEvent(event);
     followScrollRange(); // which may have been empty from the start
 }

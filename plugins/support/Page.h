@@ -6,6 +6,7 @@
 
 class QGridLayout;
 class QHBoxLayout;
+class QLabel;
 class QVBoxLayout;
 
 /// A page of the main window: a heading, a sentence that explains the page, and a column of content that
@@ -35,12 +36,20 @@ protected:
     /// Deletes all widgets in the column.
     void clearContent();
 
+    /// Whether there is so little height that the page leaves out its lead and saves space; see resizeEvent().
+    bool isLow() const;
+
+    /// Shows a number on the page's icon while the side bar has no room for titles, such as that of unread messages; 0 for
+    /// none. It is the property "badge", which any page can have.
+    void setBadge(int number);
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void followScrollRange();
 
     QHBoxLayout* m_heading;
+    QLabel* m_lead;
     QVBoxLayout* m_content;
 };
 

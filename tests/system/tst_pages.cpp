@@ -150,6 +150,10 @@ void TestPages::states()
         picture = rest();
     }
     checkAndSave(picture, QLatin1String("state ") + QTest::currentDataTag());
+    window()->resize(window()->minimumSize());
+    for (const auto* button : window()->findChildren<QPushButton*>())
+        if (button->parent()->inherits("StatePanel"))
+            QTRY_COMPARE(button->visibleRegion().boundingRect(), button->rect());
 }
 
 void TestPages::pages_data()
