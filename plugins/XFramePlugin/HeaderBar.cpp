@@ -18,6 +18,7 @@ namespace {
 constexpr int PictureSize = 48;
 constexpr int CompactPictureSize = 32;
 constexpr int LongestValue = 400;
+constexpr qreal NameScale = 1.5;
 
 ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {
@@ -76,8 +77,8 @@ QString modemName(const Situation& situation)
 HeaderBar::HeaderBar(QWidget* parent)
     : QWidget(parent)
     , m_picture(new QLabel)
-    , m_modem(makeValue(1.5, QFont::DemiBold))
-    , m_chooser(new ModemChooser)
+    , m_modem(makeValue(NameScale, QFont::DemiBold))
+    , m_chooser(new ModemChooser(NameScale))
     , m_modemState(makeValue(1.0, QFont::Normal))
     , m_menuButton(makeMenuButton())
 {
@@ -94,6 +95,8 @@ QLayout* HeaderBar::makeModemColumn()
 {
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
+    constexpr int margin = ModemChooser::FrameWidth; // so that the header keeps its height
+    m_modem->setContentsMargins(0, margin, 0, margin);
     Look::makeQuiet(m_modemState);
     column->addWidget(m_modem);
     column->addWidget(m_chooser);

@@ -8,11 +8,11 @@
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int Widest = 280; ///< in pixels; modems can have names of any length
 constexpr int Narrowest = 80;
-constexpr qreal FontScale = 1.3;
 
 /// Modems of the same model differ by their ports.
 QString nameOf(const Modem& modem)
@@ -20,9 +20,19 @@ QString nameOf(const Modem& modem)
     return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
 }
 
+/// Leaves out the end of the name rather than the port, by which modems of the same model are told apart.
+QString shortened(const QString& name, const QString& nameAndPort, const QFontMetrics& metrics, int lacking)
+{
+    const QString port = nameAndPort.mid(name.size());
+    const int width = metrics.horizontalAdvance(nameAndPort) - lacking;
+    const int nameWidth = std::max(0, width - metrics.horizontalAdvance(port));
+    return metrics.elidedText(metrics.elidedText(name, Qt::ElideRight, nameWidth) + port, Qt::ElideMiddle,
+                              width);
+}
+
 } // namespace
 
-ModemChooser::ModemChooser(QWidget* parent)
+ModemChooser::ModemChooser(qreal fontScale, QWidget* parent)
     : QToolButton(parent)
 {
     setObjectName(QStringLiteral("modemChooser")); // for style sheets
@@ -31,7 +41,7 @@ ModemChooser::ModemChooser(QWidget* parent)
     setAutoRaise(true);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     QFont larger = font();
-    larger.setPointSizeF(larger.pointSizeF() * FontScale);
+    larger.setPointSizeF(larger.pointSizeF() * fontScale);
     larger.setWeight(QFont::DemiBold);
     setFont(larger);
     hide();
@@ -64,7 +74,8 @@ void ModemChooser::fillMenu()
 
 QSize ModemChooser::sizeHint() const
 {
-    return QToolButton::sizeHint().boundedTo({Widest, QWIDGETSIZE_MAX});
+    const int spaces = fontMetrics().horizontalAdvance(QLatin1String("  ")); // which Qt adds beside the text
+    return {QToolButton::sizeHint().width() - spaces, fontMetrics().height() + 2 * FrameWidth};
 }
 
 QSize ModemChooser::minimumSizeHint() const
@@ -77,9 +88,8 @@ void ModemChooser::paintEvent(QPaintEvent*)
     QStylePainter painter(this);
     QStyleOptionToolButton option;
     initStyleOption(&option);
-    if (const int lacking = QToolButton::sizeHint().width() - width(); lacking > 0)
-        option.text = fontMetrics().elidedText(option.text, Qt::ElideRight,
-                                               fontMetrics().horizontalAdvance(option.text) - lacking);
+    if (const int lacking = sizeHint().width() - width(); lacking > 0)
+        option.text = shortened(m_inUse.name, nameOf(m_inUse), fontMetrics(), lacking);
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
 }
 

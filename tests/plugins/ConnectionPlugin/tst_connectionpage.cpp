@@ -344,8 +344,10 @@ void TestConnectionPage::twoModems()
     simulate(modem("Lume V2", {}));
     QVERIFY(soon([&] { return hasPage("Dial pad"); }));
     QVERIFY(!part("ModemChooser"));
+    const int headerHeight = part("HeaderBar")->height();
     simulate(modem("Lume S1", "connection=connected") + modem("Lume V2", {}));
     QVERIFY(soon([] { return part("ModemChooser") != nullptr; }));
+    QCOMPARE(part("HeaderBar")->height(), headerHeight);
     const auto* const chooser = static_cast<QToolButton*>(part("ModemChooser"));
     for (const auto& [name, title, isVoice] :
          {std::tuple("Lume S1", "Connected", false), std::tuple("Lume V2", "Not connected", true)}) {
