@@ -118,6 +118,8 @@ void SideBarArea::addPage(QWidget* page)
     };
     setTitle(page->windowTitle());
     connect(page, &QWidget::windowTitleChanged, this, setTitle);
+    page->installEventFilter(this);
+    showBadge(page);
     if (m_sideBar->count() == 1)
         selectRow(0);
     if (kindOf(page) == m_lost.kind) {
@@ -125,6 +127,18 @@ void SideBarArea::addPage(QWidget* page)
         returnFocus();
         m_lost = {};
     }
+}
+
+bool SideBarArea::eventFilter(QObject* page, QEvent* event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange)
+        showBadge(static_cast<QWidget*>(page));
+    return false;
+}
+
+void SideBarArea::showBadge(QWidget* page)
+{
+    m_sideBar->item(m_pages->indexOf(page))->setData(EntryDelegate::BadgeRole, page->property("badge"));
 }
 
 /// Shows a page that the user has not chosen.

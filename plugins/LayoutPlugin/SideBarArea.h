@@ -22,6 +22,9 @@ public:
     void showPage(QWidget* page);
 
 protected:
+    /// Shows the property "badge" of a page on its icon.
+    bool eventFilter(QObject* page, QEvent* event) override;
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:

@@ -162,6 +162,7 @@ void MessagesPage::showState()
     const int unread = m_feed.model()->unread();
     setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(shownNumber(unread))
                               : text("IDS_SMS_TITLE"));
+    setBadge(unread);
     m_panel->setVisible(count > 0);
     m_toolBar->enableFor(currentMessage());
     if (!m_failure.isEmpty())
