@@ -20,6 +20,7 @@ constexpr int SmallPictureSize = 48;
 constexpr QSize ButtonSize{220, 44};
 constexpr int LongestLine = 520; ///< of the sentence, in pixels
 constexpr qreal TitleScale = 1.9;
+constexpr qreal LowTitleShare = 0.7; ///< in low windows, of that scale
 
 struct Button
 {
@@ -127,6 +128,7 @@ void StatePanel::setLow(bool isLow)
         return;
     m_isLow = isLow;
     m_head->setDirection(isLow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    Look::setFont(m_title, isLow ? LowTitleShare : 1 / LowTitleShare, QFont::DemiBold);
     layout()->setSpacing(isLow ? Look::Gap / 2 : Look::Gap);
     layout()->setAlignment(m_head, isLow ? Qt::AlignHCenter : Qt::Alignment());
     adapt();

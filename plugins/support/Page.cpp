@@ -47,7 +47,6 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     m_heading->setSpacing(Look::Gap * 2);
     m_heading->addLayout(titles, 1);
     layout->addLayout(m_heading);
-    layout->addSpacing(Look::Gap * 2 + Look::Gap / 2);
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
@@ -82,6 +81,7 @@ void Page::resizeEvent(QResizeEvent* event)
     const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
     const int end = isLow() ? Look::Gap / 2 : Look::Margin;
     m_lead->setVisible(!isLow());
+    m_content->setContentsMargins(0, isLow() ? Look::Gap / 2 : Look::Gap * 5 / 2, 0, 0);
     widget()->layout()->setContentsMargins(side, end, side, end);
     QScrollArea::resizeEvent(event);
     followScrollRange(); // which may have been empty from the start
