@@ -217,3 +217,9 @@ void ConnectionPage::hideEvent(QHideEvent* event)
     m_isShown = false;
     m_everySecond.stop();
 }
+
+void ConnectionPage::resizeEvent(QResizeEvent* event)
+{
+    m_state->setLow(isLow());
+    Page::resizeEvent(event);
+}

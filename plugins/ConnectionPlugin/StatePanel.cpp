@@ -16,7 +16,7 @@ namespace {
 
 constexpr int NarrowPanel = 460; ///< narrower ones save height
 constexpr int PictureSize = 56;
-constexpr int NarrowPictureSize = 48;
+constexpr int SmallPictureSize = 48;
 constexpr int LongestLine = 600; ///< of the sentence, in pixels
 
 struct Button
@@ -72,6 +72,7 @@ void setStyleProperty(QWidget* widget, const char* name, bool isSet)
 
 StatePanel::StatePanel(QWidget* parent)
     : Surface(parent)
+    , m_head(new QBoxLayout(QBoxLayout::TopToBottom))
     , m_picture(centred(new QLabel))
     , m_title(centred(Look::label(QString(), Look::StateText, QFont::DemiBold)))
     , m_sentence(centred(Look::quietLabel(QString(), true)))
@@ -82,8 +83,10 @@ StatePanel::StatePanel(QWidget* parent)
     layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     layout->setSpacing(Look::Gap);
     layout->addStretch();
-    layout->addWidget(m_picture);
-    layout->addWidget(m_title);
+    m_head->setSpacing(Look::Gap);
+    m_head->addWidget(m_picture);
+    m_head->addWidget(m_title);
+    layout->addLayout(m_head);
     auto* line = new QHBoxLayout; // lets the sentence be as wide as it may
     line->addWidget(m_sentence, 1);
     layout->addLayout(line);
@@ -115,18 +118,36 @@ void StatePanel::showMeaning(const Meaning& meaning, const QString& sentence)
 
 void StatePanel::showPicture()
 {
-    const int size = m_isNarrow ? NarrowPictureSize : PictureSize;
+    const int size = m_isTight ? SmallPictureSize : PictureSize;
     m_picture->setPixmap(Look::tileIcon(m_sign).pixmap(window()->windowHandle(), {size, size}));
 }
 
 void StatePanel::resizeEvent(QResizeEvent* event)
 {
     Surface::resizeEvent(event);
-    const bool isNarrow = event->size().width() < NarrowPanel;
-    if (isNarrow == m_isNarrow)
+    adapt();
+}
+
+void StatePanel::setLow(bool isLow)
+{
+    if (isLow == m_isLow)
         return;
-    m_isNarrow = isNarrow;
-    const int margin = isNarrow ? Look::Gap : Look::Gap * 2;
+    m_isLow = isLow;
+    m_head->setDirection(isLow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    constexpr qreal change = Look::TitleText / Look::StateText;
+    Look::setFont(m_title, isLow ? change : 1 / change, QFont::DemiBold);
+    layout()->setSpacing(isLow ? Look::Gap / 2 : Look::Gap);
+    layout()->setAlignment(m_head, isLow ? Qt::AlignHCenter : Qt::Alignment());
+    adapt();
+}
+
+void StatePanel::adapt()
+{
+    const bool isTight = m_isLow || width() < NarrowPanel;
+    if (isTight == m_isTight)
+        return;
+    m_isTight = isTight;
+    const int margin = isTight ? Look::Gap : Look::Gap * 2;
     layout()->setContentsMargins(Look::Margin, margin, Look::Margin, margin);
     showPicture();
 }

@@ -3,6 +3,7 @@
 #include "Meaning.h"
 #include "support/Page.h"
 
+class QBoxLayout;
 class QLabel;
 class QPushButton;
 
@@ -17,6 +18,9 @@ public:
     /// @param sentence shown instead of that of the meaning, unless empty
     void showMeaning(const Meaning& meaning, const QString& sentence);
 
+    /// Whether there is so little height that the picture has to be beside the title.
+    void setLow(bool isLow);
+
 Q_SIGNALS:
     void pressed(Action action);
 
@@ -27,12 +31,15 @@ protected:
     bool eventFilter(QObject* button, QEvent* event) override;
 
 private:
+    void adapt();
     void showPicture();
     void showButton(const Meaning& meaning);
 
     Action m_action = Action::Connect;
     Look::Sign m_sign = Look::Sign::Globe; ///< that no state has
-    bool m_isNarrow = false;
+    bool m_isLow = false;
+    bool m_isTight = false; ///< saves height
+    QBoxLayout* m_head;     ///< picture and title
     QLabel* m_picture;
     QLabel* m_title;
     QLabel* m_sentence;

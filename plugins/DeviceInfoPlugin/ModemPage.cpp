@@ -28,11 +28,25 @@ Modem shownModem()
     return inUse.id != 0 ? inUse : unusableModems().value(0);
 }
 
+struct NoticeWords
+{
+    const char* title;
+    const char* hint;
+};
+
+NoticeWords noticeWords(const QString& unusable)
+{
+    if (unusable == QLatin1String("rejected"))
+        return {"IDS_MODEM_REFUSED", "IDS_MODEM_REFUSED_HINT"};
+    if (!unusable.isEmpty())
+        return {"IDS_MODEM_FAILED", "IDS_MODEM_FAILED_HINT"};
+    return {"IDS_MODEM_NONE", "IDS_MODEM_NONE_HINT"};
+}
+
 } // namespace
 
 ModemPage::ModemPage(DeviceEvents* events, QWidget* parent)
     : Page("IDS_MODEM_TITLE", "IDS_MODEM_LEAD", Look::Sign::Modem, parent)
-    , m_events(events)
     , m_requests(events)
     , m_names(new OperatorNames(this))
     , m_reveal(new QPushButton)
@@ -51,6 +65,7 @@ ModemPage::ModemPage(DeviceEvents* events, QWidget* parent)
     m_copied.setInterval(CopiedTime);
     connect(&m_copied, &QTimer::timeout, this, &ModemPage::translate);
     connect(events, &DeviceEvents::changed, this, &ModemPage::refresh);
+    connect(&m_customisation, &Customisation::applied, this, &ModemPage::embedSimPanel);
     connect(events, &DeviceEvents::statusChanged, this, [this] {
         if (isVisible()) // otherwise it is read when the page is shown
             refresh();
@@ -104,9 +119,9 @@ void ModemPage::showNotice(bool isShown)
     m_notice = nullptr;
     if (!isShown)
         return;
-    const bool wasRefused = m_events->wasRefused();
-    auto* card = new Card(text(wasRefused ? "IDS_MODEM_REFUSED" : "IDS_MODEM_NONE"));
-    card->addText(text(wasRefused ? "IDS_MODEM_REFUSED_HINT" : "IDS_MODEM_NONE_HINT"));
+    const NoticeWords words = noticeWords(unusableState());
+    auto* card = new Card(text(words.title));
+    card->addText(text(words.hint));
     content()->insertWidget(0, card);
     m_notice = card;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Customisation.h"
 #include "support/Page.h"
 #include "support/Requests.h"
 
@@ -37,7 +38,7 @@ private:
     void copy();
     QString plainText() const;
 
-    DeviceEvents* m_events;
+    Customisation m_customisation;
     Requests m_requests;
     OperatorNames* m_names;
     QTimer m_copied; ///< runs while the button says that everything was copied

@@ -1,14 +1,19 @@
 #include "EntryDelegate.h"
 
 #include "support/Look.h"
+#include "support/Numbers.h"
 
 #include <QPainter>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int EntryHeight = 40;
 constexpr int PictureSize = 28;
 constexpr int TitleMargins = PictureSize + 6 * Look::Gap; ///< what an entry needs beside its title
+constexpr int LargestNumber = 99;                         ///< in a badge
+constexpr qreal BadgeScale = 0.85;
 
 /// The font of the current entry, the wider one.
 QFont currentFont(QFont font)
@@ -37,18 +42,41 @@ void EntryDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRectF frame = QRectF(option.rect).adjusted(Look::Gap + 0.5, 2.5, -Look::Gap - 0.5, -1.5);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(focused ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
+    painter->setPen(focused ? QPen(Look::focusColor(option.palette), 1.0) : QPen(Qt::NoPen));
     painter->setBrush(Look::entryBackground(option, QPalette::Window));
     painter->drawRoundedRect(frame, Look::Radius, Look::Radius);
 
     QRect picture(0, 0, PictureSize, PictureSize);
     picture.moveCenter(QPoint(int(frame.left()) + Look::Gap + PictureSize / 2, option.rect.center().y() + 1));
+    const QPoint corner = picture.topRight();
     picture = QStyle::visualRect(option.direction, option.rect, picture);
     index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture);
 
     if (option.rect.width() > NarrowWidth)
         paintTitle(painter, option, frame, index.data(Qt::DisplayRole).toString());
+    else if (const int number = index.data(BadgeRole).toInt())
+        paintBadge(painter, option, corner, number);
     painter->restore();
+}
+
+void EntryDelegate::paintBadge(QPainter* painter, const QStyleOptionViewItem& option, const QPoint& centre,
+                               int number)
+{
+    const QString words =
+        number > LargestNumber ? numberText(LargestNumber) + QLatin1Char('+') : numberText(number);
+    QFont font = currentFont(option.font);
+    font.setPointSizeF(font.pointSizeF() * BadgeScale);
+    const QFontMetrics metrics(font);
+    QRect badge(0, 0, std::max(metrics.height(), metrics.horizontalAdvance(words) + Look::Gap),
+                metrics.height());
+    badge.moveCenter(centre);
+    badge.moveRight(std::min(badge.right(), option.rect.right() - 2));
+    badge = QStyle::visualRect(option.direction, option.rect, badge);
+    painter->setFont(font);
+    painter->setPen(option.palette.color(QPalette::Base));
+    painter->setBrush(Look::toneColor(Look::Tone::Info, option.palette));
+    painter->drawRoundedRect(badge, badge.height() / 2.0, badge.height() / 2.0);
+    painter->drawText(badge, Qt::AlignCenter, words);
 }
 
 void EntryDelegate::paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,

@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws an entry of the side bar: icon and title on a rounded background.
+/// Draws an entry of the side bar: icon and title, or icon and badge, on a rounded background.
 class EntryDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -10,6 +10,9 @@ class EntryDelegate : public QStyledItemDelegate
 public:
     /// The width of an entry that shows only its icon, in pixels.
     static constexpr int NarrowWidth = 60;
+
+    static constexpr int BadgeRole =
+        Qt::UserRole + 1; ///< a number on the icon of an entry without title; 0 for none
 
     using QStyledItemDelegate::QStyledItemDelegate;
 
@@ -22,6 +25,8 @@ public:
                const QModelIndex& index) const override;
 
 private:
+    static void paintBadge(QPainter* painter, const QStyleOptionViewItem& option, const QPoint& centre,
+                           int number);
     static void paintTitle(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame,
                            const QString& title);
 };

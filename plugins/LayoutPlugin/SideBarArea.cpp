@@ -120,25 +120,40 @@ void SideBarArea::addPage(QWidget* page)
     };
     setTitle(page->windowTitle());
     connect(page, &QWidget::windowTitleChanged, this, setTitle);
+    page->installEventFilter(this);
+    showBadge(page);
     if (m_sideBar->count() == 1)
         selectRow(0);
-    if (kindOf(page) == m_lost) {
+    if (kindOf(page) == m_lost.kind) {
         selectRow(m_sideBar->count() - 1);
-        m_lost.clear();
+        returnFocus();
+        m_lost = {};
     }
+}
+
+bool SideBarArea::eventFilter(QObject* page, QEvent* event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange)
+        showBadge(static_cast<QWidget*>(page));
+    return false;
+}
+
+void SideBarArea::showBadge(QWidget* page)
+{
+    m_sideBar->item(m_pages->indexOf(page))->setData(EntryDelegate::BadgeRole, page->property("badge"));
 }
 
 /// Shows a page that the user has not chosen.
 void SideBarArea::selectRow(int row)
 {
-    const QString lost = m_lost;
+    const Lost lost = m_lost;
     m_sideBar->setCurrentRow(row);
     m_lost = lost;
 }
 
 void SideBarArea::forgetLost()
 {
-    m_lost.clear();
+    m_lost = {};
 }
 
 void SideBarArea::removePage(QWidget* page)
@@ -146,9 +161,32 @@ void SideBarArea::removePage(QWidget* page)
     if (m_pages->indexOf(page) < 0)
         return;
     page->disconnect(this);
+    page->removeEventFilter(this);
+    noteFocus(page);
     m_pages->removeWidget(page);
     page->hide();
     page->setParent(nullptr);
+}
+
+/// The focus waits in the side bar for the page to come back. Otherwise it would go to any button of the window.
+void SideBarArea::noteFocus(const QWidget* page)
+{
+    QWidget* const focus = window()->focusWidget();
+    if (!focus || (focus != page && !page->isAncestorOf(focus)))
+        return;
+    m_lost.hadFocus = true;
+    m_lost.focus = focus;
+    m_sideBar->setFocus();
+}
+
+void SideBarArea::returnFocus()
+{
+    if (!m_lost.hadFocus || window()->focusWidget() != m_sideBar)
+        return;
+    if (m_lost.focus)
+        m_lost.focus->setFocus();
+    else
+        enterPage();
 }
 
 void SideBarArea::showPage(QWidget* page)
@@ -181,9 +219,9 @@ void SideBarArea::removeEntry(int index)
 {
     const bool wasCurrent = m_sideBar->currentRow() == index;
     // When several pages are removed in turn, the first current one is the page the user was looking at.
-    if (wasCurrent && m_lost.isEmpty())
-        m_lost = m_sideBar->item(index)->data(KindRole).toString();
-    const QString lost = m_lost;
+    if (wasCurrent && m_lost.kind.isEmpty())
+        m_lost.kind = m_sideBar->item(index)->data(KindRole).toString();
+    const Lost lost = m_lost;
     delete m_sideBar->takeItem(index); // selects a neighbour
     m_lost = lost;
     selectRow(wasCurrent ? 0 : m_sideBar->currentRow());

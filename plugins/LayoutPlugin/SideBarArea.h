@@ -22,21 +22,33 @@ public:
     void showPage(QWidget* page);
 
 protected:
+    /// Shows the property "badge" of a page on its icon.
+    bool eventFilter(QObject* page, QEvent* event) override;
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void removeEntry(int index);
+    void showBadge(QWidget* page);
+    void noteFocus(const QWidget* page);
     void selectRow(int row);
     void forgetLost();
     void addShortcut(const QKeySequence& keys, int step);
     void turnPage(int step);
     void enterPage();
+    void returnFocus();
     void fadeIn();
     void fitSideBar();
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    QString
-        m_lost; ///< kind of the page that was current when it was removed, until the user chooses another one
+    /// The page that was current when it was removed, until the user chooses another one.
+    struct Lost
+    {
+        QString kind;
+        bool hadFocus = false;
+        QPointer<QWidget> focus; ///< the widget that had it; null if the page has been deleted
+    };
+    Lost m_lost;
     QPointer<FaderWidget> m_fader; ///< over a page that has just become the current one
 };

@@ -22,7 +22,7 @@ void drawLine(QPainter* painter, const QStyleOptionViewItem& option, const QRect
 void drawFrame(QPainter* painter, const QStyleOptionViewItem& option, const QRectF& frame)
 {
     const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
-    painter->setPen(hasFocus ? QPen(option.palette.highlight(), 1.0) : QPen(Qt::NoPen));
+    painter->setPen(hasFocus ? QPen(Look::focusColor(option.palette), 1.0) : QPen(Qt::NoPen));
     painter->setBrush(Look::entryBackground(option, QPalette::Base));
     painter->drawRoundedRect(frame, Look::Radius, Look::Radius);
 }

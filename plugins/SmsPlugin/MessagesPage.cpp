@@ -161,6 +161,7 @@ void MessagesPage::showState()
     const int count = m_feed.model()->messages().size();
     const int unread = m_feed.model()->unread();
     setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(numberText(unread)) : text("IDS_SMS_TITLE"));
+    setBadge(unread);
     m_panel->setVisible(count > 0);
     m_toolBar->enableFor(currentMessage());
     if (!m_failure.isEmpty())

@@ -29,6 +29,13 @@ void showValue(QLabel* label, const QString& content, const char* hint, const QS
     label->setAccessibleName(label->toolTip());
 }
 
+QString withoutModem(const QString& unusable)
+{
+    if (unusable == QLatin1String("rejected"))
+        return text("IDS_STATUS_REFUSED");
+    return text(unusable.isEmpty() ? "IDS_STATUS_NO_MODEM" : "IDS_STATUS_FAILED");
+}
+
 } // namespace
 
 StatusBar::StatusBar(QWidget* parent)
@@ -100,10 +107,11 @@ void StatusBar::showTransfer(const Modem& modem)
 
 void StatusBar::showNoModem()
 {
+    const QString words = withoutModem(unusableState());
     m_signal->setStrength(0);
     m_signal->setToolTip({});
-    m_signal->setAccessibleName(text("IDS_STATUS_NO_MODEM"));
-    m_network->setFullText(text("IDS_STATUS_NO_MODEM"));
+    m_signal->setAccessibleName(words);
+    m_network->setFullText(words);
 }
 
 void StatusBar::showEvent(QShowEvent* event)

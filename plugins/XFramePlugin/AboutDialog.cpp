@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int PictureSize = 64;
-constexpr QSize NoticesSize{480, 200};
+constexpr QSize PreferredSize{528, 360};
 
 QString notices()
 {
@@ -49,7 +49,6 @@ QPlainTextEdit* makeNotices()
 {
     auto* view = new QPlainTextEdit;
     view->setReadOnly(true);
-    view->setMinimumSize(NoticesSize);
     view->setTabChangesFocus(true);
     keepTranslated(view, [view] {
         view->setAccessibleName(text("IDS_ABOUT_NOTICES"));
@@ -88,7 +87,7 @@ void showAbout(QWidget* parent)
     auto* dialog = new ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     keepTranslated(dialog, [dialog] { dialog->setWindowTitle(caption("IDS_MENU_ABOUT").text); });
-    fillDialog(dialog, makeContent(dialog));
+    fillDialog(dialog, makeContent(dialog), PreferredSize);
     makeResizable(dialog);
     dialog->open();
 }

@@ -8,17 +8,18 @@
 
 namespace {
 
-constexpr int StartPollInterval = 100; // milliseconds
+// In milliseconds. The configuration thread belongs to the container, which can only be asked whether it is done: it has no
+// signal, and a new one would change an interface that plugins are built against.
+constexpr int StartPollInterval = 100;
 
 } // namespace
 
 DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window, const DeviceEvents& events)
     : m_container(container)
     , m_window(window)
-    , m_events(events)
     , m_pages(container, window)
     , m_statusBar(container, window)
-    , m_situation{attachedModems(), {}, false}
+    , m_situation{attachedModems(), {}, {}}
 {
     m_pages.arrange();
     m_statusBar.fill();
@@ -52,7 +53,7 @@ void DeviceFollower::devicesChanged()
     const Modems modems = attachedModems();
     if (!(modems == m_situation.modems) || customisationKey(m_container, modems) != m_situation.key)
         applyKeyOf(modems);
-    else if (m_events.wasRefused() != m_situation.wasRefused)
+    else if (unusableState() != m_situation.unusable)
         showSituation();
 }
 
@@ -76,11 +77,11 @@ void DeviceFollower::refresh()
     m_pages.arrange();
     m_statusBar.fill();
     showSituation();
-    Customisation::report(&m_window);
+    Q_EMIT customised();
 }
 
 void DeviceFollower::showSituation()
 {
-    m_situation.wasRefused = m_events.wasRefused();
+    m_situation.unusable = unusableState();
     m_window.showSituation(m_situation);
 }

@@ -27,6 +27,10 @@ public:
     /// As PageSet::show().
     bool showPage(const QString& clsid) { return m_pages.show(clsid); }
 
+Q_SIGNALS:
+    /// See Customisation::applied() in plugins/support.
+    void customised();
+
 private:
     void devicesChanged();
     void finishStart();
@@ -36,7 +40,6 @@ private:
 
     IPluginContainer& m_container;
     MainWindow& m_window;
-    const DeviceEvents& m_events;
     PageSet m_pages;
     StatusBarPlace m_statusBar;
     QTimer m_startPoll;

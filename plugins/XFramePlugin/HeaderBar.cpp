@@ -18,6 +18,7 @@ namespace {
 constexpr int PictureSize = 48;
 constexpr int CompactPictureSize = 32;
 constexpr int LongestValue = 400;
+constexpr qreal NameScale = 1.5;
 
 ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {
@@ -38,21 +39,38 @@ QToolButton* makeMenuButton()
     return button;
 }
 
-QString modemState(const Modems& modems, bool wasRefused)
+/// The header without a modem that can be used.
+struct Words
 {
+    const char* name;
+    const char* state;
+};
+
+Words wordsWithoutModem(const QString& unusable)
+{
+    if (unusable == QLatin1String("rejected"))
+        return {"IDS_HEADER_REFUSED", "IDS_HEADER_REFUSED_HINT"};
+    if (!unusable.isEmpty())
+        return {"IDS_HEADER_FAILED", "IDS_HEADER_FAILED_HINT"};
+    return {"IDS_HEADER_NO_MODEM", "IDS_HEADER_WAITING"};
+}
+
+QString modemState(const Situation& situation)
+{
+    const Modems& modems = situation.modems;
     if (modems.isEmpty())
-        return text(wasRefused ? "IDS_HEADER_REFUSED_HINT" : "IDS_HEADER_WAITING");
+        return text(wordsWithoutModem(situation.unusable).state);
     if (modems.size() > 1)
         return text("IDS_HEADER_IN_USE").arg(numberText(modems.size()));
     const QString port = modems.first().port;
     return port.isEmpty() ? text("IDS_HEADER_ATTACHED") : text("IDS_HEADER_ATTACHED_AT").arg(port);
 }
 
-QString modemName(const Modems& modems, bool wasRefused)
+QString modemName(const Situation& situation)
 {
-    if (modems.isEmpty())
-        return text(wasRefused ? "IDS_HEADER_REFUSED" : "IDS_HEADER_NO_MODEM");
-    return modems.first().name;
+    if (situation.modems.isEmpty())
+        return text(wordsWithoutModem(situation.unusable).name);
+    return situation.modems.first().name;
 }
 
 } // namespace
@@ -78,6 +96,8 @@ QLayout* HeaderBar::makeModemColumn()
 {
     auto* column = new QVBoxLayout;
     column->setSpacing(0);
+    constexpr int margin = ModemChooser::FrameWidth; // so that the header keeps its height
+    m_modem->setContentsMargins(0, margin, 0, margin);
     Look::makeQuiet(m_modemState);
     column->addWidget(m_modem);
     column->addWidget(m_chooser);
@@ -116,13 +136,12 @@ void HeaderBar::setCompact(bool isCompact)
 void HeaderBar::refresh()
 {
     const Modems& modems = m_situation.modems;
-    const bool wasRefused = m_situation.wasRefused;
-    m_modem->setFullText(modemName(modems, wasRefused));
+    m_modem->setFullText(modemName(m_situation));
     m_modem->setVisible(modems.size() < 2);
     m_chooser->setVisible(modems.size() > 1);
     if (modems.size() > 1)
         m_chooser->showModems(modems);
-    m_modemState->setFullText(modemState(modems, wasRefused));
+    m_modemState->setFullText(modemState(m_situation));
 }
 
 void HeaderBar::paintEvent(QPaintEvent*)

@@ -110,7 +110,6 @@ void showInstallation(MainWindow* window)
     layout->addWidget(makeFacts(window));
     layout->addWidget(plugins, 1);
     layout->addLayout(makeButtons(dialog, window));
-    content->setMinimumSize(Size.boundedTo(window->screen()->availableSize() - FrameSize));
-    fillDialog(dialog, content);
+    fillDialog(dialog, content, Size.boundedTo(window->size()));
     dialog->open();
 }

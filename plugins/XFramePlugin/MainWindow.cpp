@@ -38,6 +38,8 @@ struct Form
 constexpr Form UsualForm{QLatin1String("geometry"), {560, 360}, {960, 700}};
 constexpr Form CompactForm{QLatin1String("compactgeometry"), {400, 420}, {460, 620}};
 
+constexpr int LowWindow = 440; ///< lower ones have the small header
+
 Qt::WindowFlags windowFlags(bool hasOwnFrame)
 {
     if (!hasOwnFrame)
@@ -153,12 +155,27 @@ void MainWindow::setCompact(bool isCompact)
 
 void MainWindow::adaptToForm()
 {
-    const bool isCompact = CommonUtils::IsMiniMode();
-    m_header->setCompact(isCompact);
-    if (m_frame)
-        m_frame->setPictureSize(HeaderBar::pictureSize(isCompact));
+    adaptHeader();
     setMinimumSize(currentForm().smallest);
     restorePlace();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    adaptHeader();
+    QWidget::resizeEvent(event);
+}
+
+/// In a low window as in the compact one.
+void MainWindow::adaptHeader()
+{
+    const bool isSmall = CommonUtils::IsMiniMode() || height() < LowWindow;
+    if (m_hasSmallHeader == isSmall)
+        return;
+    m_hasSmallHeader = isSmall;
+    m_header->setCompact(isSmall);
+    if (m_frame)
+        m_frame->setPictureSize(HeaderBar::pictureSize(isSmall));
 }
 
 void MainWindow::restorePlace()

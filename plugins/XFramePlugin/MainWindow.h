@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class HeaderBar;
 class LanguageSwitch;
 class PluginsPage;
@@ -81,6 +83,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, long* result) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
@@ -90,6 +93,7 @@ private:
     void hideInTray();
     void hideAndRemember();
     void adaptToForm();
+    void adaptHeader();
     void restorePlace();
 
     LanguageSwitch& m_language;
@@ -99,6 +103,7 @@ private:
     WindowFrame* m_frame = nullptr; ///< null in the desktop's frame
     Situation m_situation;
     QPointer<PluginsPage> m_pluginsPage;
+    std::optional<bool> m_hasSmallHeader;
     bool m_isInTray = false;       ///< hidden, but not closed
     bool m_quitsWhenClosed = true; ///< QGuiApplication::quitOnLastWindowClosed() before that
     QBasicTimer m_waitForTray;

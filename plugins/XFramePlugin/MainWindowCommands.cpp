@@ -4,11 +4,26 @@
 #include "AboutDialog.h"
 #include "InstallationDialog.h"
 #include "LanguageMenu.h"
+#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "SettingsDialog.h"
+#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 
 #include <QAction>
 #include <QMenu>
+
+namespace {
+
+constexpr QLatin1String HelpClsid("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
+
+/// Operators can remove the help page.
+void showHelp(MainWindow* window)
+{
+    if (!Startup::GetMainFrameService()->ShowPage(HelpClsid))
+        showInstallation(window);
+}
+
+} // namespace
 
 MenuCommands MainWindow::commands()
 {
@@ -25,6 +40,10 @@ MenuCommands MainWindow::commands()
         connect(action, &QAction::triggered, this, &MainWindow::setCompact);
         connect(this, &MainWindow::compactChanged, action, &QAction::setChecked);
     };
+    const auto help = [this](QAction* action, const QString&) {
+        action->setShortcut(Qt::Key_F1);
+        connect(action, &QAction::triggered, this, [this] { showHelp(this); });
+    };
     const auto language = [languages](QAction* action, const QString&) {
         delete action->menu(); // the sub-menu of the file has no entries
         action->setMenu(languages);
@@ -35,6 +54,7 @@ MenuCommands MainWindow::commands()
     return {
         {QStringLiteral("About"), triggers([this] { showAbout(this); })},
         {QStringLiteral("Compact"), compact},
+        {QStringLiteral("Help"), help},
         {QStringLiteral("Installation"), triggers([this] { showInstallation(this); })},
         {QStringLiteral("Language"), language},
         {QStringLiteral("Open"), triggers(&MainWindow::bringToFront)},

@@ -19,6 +19,7 @@ Menus::Menus(const MenuCommands& commands, QToolButton* button, QWidget* window)
 {
     m_switch->addTo(m_commands);
     connect(m_tray, &TrayIcon::clicked, this, &Menus::trayClicked);
+    m_button->setShortcut(Qt::Key_F10); // as the desktop opens menu bars
     m_customisation = MENU::MenuParse().GetOperator();
     build();
     m_status = readTrayStatus();

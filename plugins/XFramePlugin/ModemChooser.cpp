@@ -9,10 +9,27 @@
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int Widest = 280; ///< in pixels; modems can have names of any length
 constexpr int Narrowest = 80;
+
+/// Modems of the same model differ by their ports.
+QString nameOf(const Modem& modem)
+{
+    return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
+}
+
+/// Leaves out the end of the name rather than the port, by which modems of the same model are told apart.
+QString shortened(const QString& name, const QString& nameAndPort, const QFontMetrics& metrics, int lacking)
+{
+    const QString port = nameAndPort.mid(name.size());
+    const int width = metrics.horizontalAdvance(nameAndPort) - lacking;
+    const int nameWidth = std::max(0, width - metrics.horizontalAdvance(port));
+    return metrics.elidedText(metrics.elidedText(name, Qt::ElideRight, nameWidth) + port, Qt::ElideMiddle,
+                              width);
+}
 
 } // namespace
 
@@ -55,7 +72,8 @@ void ModemChooser::fillMenu()
 
 QSize ModemChooser::sizeHint() const
 {
-    return QToolButton::sizeHint().boundedTo({Widest, QWIDGETSIZE_MAX});
+    const int spaces = fontMetrics().horizontalAdvance(QLatin1String("  ")); // which Qt adds beside the text
+    return {QToolButton::sizeHint().width() - spaces, fontMetrics().height() + 2 * FrameWidth};
 }
 
 QSize ModemChooser::minimumSizeHint() const
@@ -68,9 +86,9 @@ void ModemChooser::paintEvent(QPaintEvent*)
     QStylePainter painter(this);
     QStyleOptionToolButton option;
     initStyleOption(&option);
-    const int lacking = qMax(0, QToolButton::sizeHint().width() - width());
-    const QString name = fontMetrics().elidedText(option.text, Qt::ElideRight,
-                                                  fontMetrics().horizontalAdvance(option.text) - lacking);
+    QString name = option.text;
+    if (const int lacking = sizeHint().width() - width(); lacking > 0)
+        name = shortened(m_inUse.name, nameOf(m_inUse), fontMetrics(), lacking);
     option.text.clear();
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
     // Where other names begin; the style would centre it.

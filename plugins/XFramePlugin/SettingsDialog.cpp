@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr QSize PagesSize{520, 360};
+constexpr QSize PreferredSize{544, 420};
 
 void addTab(QTabWidget* tabs, QWidget* page)
 {
@@ -30,7 +30,6 @@ QTabWidget* makeTabs(MainWindow& window)
 {
     auto* tabs = new QTabWidget;
     tabs->setDocumentMode(true);
-    tabs->setMinimumSize(PagesSize);
     tabs->setFocusPolicy(Qt::NoFocus); // its bar takes the focus
     addTab(tabs, new GeneralSettings(window));
     addTab(tabs, new WindowSettings(window));
@@ -41,6 +40,17 @@ QTabWidget* makeTabs(MainWindow& window)
             addTab(tabs, page);
     }
     return tabs;
+}
+
+/// What the Tab key visits first on a page that need not be visible yet.
+QWidget* firstField(const QWidget* page)
+{
+    for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
+        if (page->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) && next->isEnabledTo(page) &&
+            next->isVisibleTo(page))
+            return next;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -62,7 +72,9 @@ void showSettings(MainWindow& window)
         tabs->setAccessibleName(dialog->windowTitle());
         close->setText(text("IDS_ABOUT_CLOSE"));
     });
-    fillDialog(dialog, content);
+    fillDialog(dialog, content, PreferredSize);
     makeResizable(dialog);
+    if (QWidget* const field = firstField(tabs->currentWidget()))
+        field->setFocus();
     dialog->open();
 }

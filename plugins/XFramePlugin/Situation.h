@@ -6,6 +6,6 @@
 struct Situation
 {
     Modems modems;
-    QString key;             ///< current customisation key
-    bool wasRefused = false; ///< DeviceEvents::wasRefused()
+    QString key;      ///< current customisation key
+    QString unusable; ///< unusableState()
 };

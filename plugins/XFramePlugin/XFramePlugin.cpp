@@ -54,6 +54,7 @@ QWidget* XFramePlugin::BuildFrame(QWidget* parent, const QRect& geometry)
 
     Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
     m_follower = std::make_unique<DeviceFollower>(*Startup::GetPluginContainer(), *m_window, m_deviceEvents);
+    connect(m_follower.get(), &DeviceFollower::customised, this, &XFramePlugin::customised);
     connect(m_window, &MainWindow::pageChosen, this, &XFramePlugin::ShowPage);
     connect(&m_deviceEvents, &DeviceEvents::statusChanged, m_window, &MainWindow::showStatus);
     m_deviceEvents.listen();

@@ -40,6 +40,10 @@ public:
     int GetFrameWidth() override;
     bool ShowPage(const QString& clsid) override;
 
+Q_SIGNALS:
+    /// See Customisation::applied() in plugins/support, which finds this signal by its name.
+    void customised();
+
 private:
     void closeSplashScreen();
 

@@ -2,25 +2,20 @@
 
 #include <QObject>
 
-class QWidget;
-
-/// Reports when the main frame has customised the application, for example because another modem was attached: the
-/// plugins that the rules enable are loaded by then, and no others. The device service reports a modem before that. GUI
-/// thread only.
+/// Says when the main frame has customised the application, for pages that embed or ask other plugins: device events come
+/// earlier, while the plugins for the new modem are not loaded yet. GUI thread only.
+///
+///     connect(&m_customisation, &Customisation::applied, this, &HelloPage::refresh);
 class Customisation : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Follows the main window, which must exist, until this object is deleted.
-    explicit Customisation(QObject* parent);
-
-    /// Has all objects of this class report; for the main frame.
-    static void report(QWidget* mainWindow);
+    /// Create it after the main frame, as pages are. With a main frame that does not say when, it never emits anything.
+    explicit Customisation(QObject* parent = nullptr);
 
 Q_SIGNALS:
+    /// The plugins for the attached modems have been loaded and all others unloaded, and the main window shows their pages.
+    /// Emitted at the end of the start and after each change of modems, also if that changed no plugin.
     void applied();
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
 };

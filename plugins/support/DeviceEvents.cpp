@@ -1,7 +1,5 @@
 #include "support/DeviceEvents.h"
 
-#include "support/Modems.h"
-
 #include <qrvl.h>
 
 namespace {
@@ -39,20 +37,9 @@ int DeviceEvents::onDeviceEvent(int type, void* data)
             Q_EMIT events->requestEnded(request, result, text);
         });
     } else {
-        post([events = receiver, type] { events->report(type); });
+        post([events = receiver, type] { Q_EMIT(events->*signalOf(type))(); });
     }
     return 1;
-}
-
-void DeviceEvents::report(int type)
-{
-    if (type == QRVL_EVENT_DEV_REJECT)
-        m_wasRefused = true;
-    // The rejection of the only modem is also followed by a detection, which finds nothing.
-    if (type == QRVL_EVENT_DEV_DEVICE_INVALID ||
-        (type == QRVL_EVENT_DEV_DETECTED && !attachedModems().isEmpty()))
-        m_wasRefused = false;
-    Q_EMIT(this->*signalOf(type))();
 }
 
 DeviceEvents::~DeviceEvents()

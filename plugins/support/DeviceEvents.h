@@ -20,15 +20,10 @@ public:
     /// long as this object exists.
     void stop();
 
-    /// Whether a modem was rejected, for example because of an operator lock, and no modem has been attached
-    /// or removed since. The device service reports neither which modem it was, nor when it is unplugged, nor
-    /// rejections before listen(). Call this on the thread of this object.
-    bool wasRefused() const { return m_wasRefused; }
-
 Q_SIGNALS:
     // All signals are emitted from the event loop, never from within the callback of the device service.
 
-    /// The list of attached modems or wasRefused() may have changed.
+    /// The list of attached or unusable modems may have changed.
     void changed();
 
     /// Status values of a modem have changed, such as its network or signal.
@@ -45,7 +40,4 @@ Q_SIGNALS:
 
 private:
     static int onDeviceEvent(int type, void* data);
-    void report(int type);
-
-    bool m_wasRefused = false;
 };

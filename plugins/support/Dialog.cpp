@@ -8,6 +8,7 @@
 #include "support/WindowEdges.h"
 
 #include <QPushButton>
+#include <QScreen>
 
 namespace {
 
@@ -15,10 +16,12 @@ constexpr int PictureSize = 40;
 
 } // namespace
 
-void fillDialog(ExtendDialog* dialog, QWidget* content)
+void fillDialog(ExtendDialog* dialog, QWidget* content, const QSize& preferred)
 {
-    content->resize(content->sizeHint().expandedTo(content->minimumSize()));
     dialog->AddMainWidget(content);
+    const QSize frame(2 * content->x(), content->x() + content->y());
+    const QSize available = dialog->screen()->availableGeometry().size() - frame;
+    content->resize(content->sizeHint().expandedTo(preferred).boundedTo(available));
     content->show();
     dialog->changeSize(content->size());
 }

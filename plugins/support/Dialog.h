@@ -8,9 +8,10 @@
 
 // Dialogs of plugins. GUI thread only.
 
-/// Puts content into a dialog of the application and fits the dialog to it.
-/// @param content its minimum size is kept; the dialog owns it from now on
-void fillDialog(ExtendDialog* dialog, QWidget* content);
+/// Puts content into a dialog of the application and fits the dialog to it, but makes it no larger than the screen.
+/// @param content   its minimum size is kept; the dialog owns it from now on
+/// @param preferred size of the content if it needs no more and the screen is large enough
+void fillDialog(ExtendDialog* dialog, QWidget* content, const QSize& preferred = {});
 
 /// Lets the user resize a dialog, whatever frame it has. Call it after fillDialog().
 /// @param dialog of the kind enWidgetNormal

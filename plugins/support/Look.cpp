@@ -9,6 +9,7 @@
 namespace {
 
 constexpr qreal QuietShare = 0.2; // of the background colour in quiet text
+constexpr qreal FocusShare = 0.5; // of the text colour in frames around what has the focus
 
 /// Dims a label's text colour, also when the palette changes. (The palette's own role for such text,
 /// PlaceholderText, is not set on all platforms.)
@@ -92,6 +93,12 @@ QColor Look::entryBackground(const QStyleOptionViewItem& option, QPalette::Color
     if (option.state.testFlag(QStyle::State_Selected))
         return mixed(normal, highlight, 0.22);
     return option.state.testFlag(QStyle::State_MouseOver) ? mixed(normal, highlight, 0.09) : normal;
+}
+
+QColor Look::focusColor(const QPalette& palette)
+{
+    return mixed(palette.color(QPalette::Active, QPalette::Highlight), palette.color(QPalette::WindowText),
+                 FocusShare);
 }
 
 void Look::setFont(QWidget* widget, qreal scale, QFont::Weight weight)

@@ -46,6 +46,9 @@ QColor lineColor(const QPalette& palette);
 /// @param role of the normal background
 QColor entryBackground(const QStyleOptionViewItem& option, QPalette::ColorRole role);
 
+/// The colour of the frame around the entry that has the focus; it stands out from entryBackground() as well.
+QColor focusColor(const QPalette& palette);
+
 /// Multiplies the size of a widget's font by `scale`, which is one of the sizes above.
 void setFont(QWidget* widget, qreal scale, QFont::Weight weight = QFont::Normal);
 

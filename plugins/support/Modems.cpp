@@ -60,6 +60,12 @@ Modems unusableModems()
     return readModems(QRVL_DevSrv_GetUnusableDeviceList);
 }
 
+QString unusableState()
+{
+    const Modems unusable = attachedModems().isEmpty() ? unusableModems() : Modems();
+    return unusable.isEmpty() ? QString() : modemValue(unusable.first().id, QStringLiteral("state"));
+}
+
 QString modemValue(quint32 id, const QString& key)
 {
     char16_t* buffer = nullptr;

@@ -28,6 +28,10 @@ Modems attachedModems();
 /// The modems that are attached but were rejected or have failed; their value "state" says which. Any thread.
 Modems unusableModems();
 
+/// What keeps a modem from being used while none is: "rejected", for example because of an operator lock, or "failed".
+/// Empty if a modem is attached or none is there at all. Any thread.
+QString unusableState();
+
 /// The value that a modem reports for a key of QRVL_DevSrv_GetStatusValue() (see qrvl.h). Any thread; do not
 /// read messages on the GUI thread, as each read can take a second.
 /// @param id  Modem::id

@@ -6,11 +6,14 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace {
 
 constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
+constexpr int LowPage = 300;    ///< lower ones have no lead
 
 QLabel* heading(const QString& title)
 {
@@ -24,6 +27,7 @@ QLabel* heading(const QString& title)
 Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent)
     : QScrollArea(parent)
     , m_heading(new QHBoxLayout)
+    , m_lead(Look::quietLabel(QString(), true))
     , m_content(new QVBoxLayout)
 {
     setWindowIcon(Look::tileIcon(sign));
@@ -38,22 +42,22 @@ Page::Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent
     titles->setSpacing(Look::Gap / 2);
     QLabel* titleLabel = Look::label(QString(), Look::TitleText, QFont::DemiBold);
     setAccessibleRole(titleLabel, QAccessible::Heading);
-    QLabel* leadLabel = Look::quietLabel(QString(), true);
     titles->addWidget(titleLabel);
-    titles->addWidget(leadLabel);
+    titles->addWidget(m_lead);
     m_heading->setSpacing(Look::Gap * 2);
     m_heading->addLayout(titles, 1);
     layout->addLayout(m_heading);
-    layout->addSpacing(Look::Gap * 2);
     m_content->setSpacing(Look::Gap * 2);
     layout->addLayout(m_content, 1);
     setWidget(column);
+    for (const QScrollBar* const bar : {horizontalScrollBar(), verticalScrollBar()})
+        connect(bar, &QScrollBar::rangeChanged, this, &Page::followScrollRange);
 
     keepTranslated(this, [=] {
         setWindowTitle(text(title));
         setAccessibleName(windowTitle());
         titleLabel->setText(windowTitle());
-        leadLabel->setText(text(lead));
+        m_lead->setText(text(lead));
     });
 }
 
@@ -62,11 +66,33 @@ void Page::setCorner(QWidget* corner)
     m_heading->addWidget(corner);
 }
 
+void Page::setBadge(int number)
+{
+    setProperty("badge", number);
+}
+
+bool Page::isLow() const
+{
+    return height() < LowPage;
+}
+
 void Page::resizeEvent(QResizeEvent* event)
 {
     const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
-    widget()->layout()->setContentsMargins(side, Look::Margin, side, Look::Margin);
+    const int end = isLow() ? Look::Gap / 2 : Look::Margin;
+    m_lead->setVisible(!isLow());
+    m_content->setContentsMargins(0, isLow() ? Look::Gap / 2 : Look::Gap * 2, 0, 0);
+    widget()->layout()->setContentsMargins(side, end, side, end);
     QScrollArea::resizeEvent(event);
+    followScrollRange(); // which may have been empty from the start
+}
+
+void Page::followScrollRange()
+{
+    if (!hasOwnFocus())
+        return; // the policy would become that of the proxy
+    const bool scrolls = horizontalScrollBar()->maximum() > 0 || verticalScrollBar()->maximum() > 0;
+    setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
 }
 
 void Page::clearContent()

@@ -6,6 +6,7 @@
 
 class QGridLayout;
 class QHBoxLayout;
+class QLabel;
 class QVBoxLayout;
 
 /// A page of the main window: a heading, a sentence that explains the page, and a column of content that
@@ -13,12 +14,17 @@ class QVBoxLayout;
 class Page : public QScrollArea
 {
     Q_OBJECT
+    Q_PROPERTY(bool hasOwnFocus READ hasOwnFocus) ///< for style sheets
 
 public:
     /// @param title identifier of the plugin's string for window title and heading
     /// @param lead  identifier of the plugin's string below the heading
     /// @param sign  for the window icon
     Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent);
+
+    /// Whether the page itself gets the focus, rather than its focus proxy; it does so only while there is something to
+    /// scroll. Set a proxy in the constructor: style sheets ask once.
+    bool hasOwnFocus() const { return !focusProxy(); }
 
 protected:
     /// The column below the heading; empty at first. Widgets added to it belong to the page.
@@ -30,10 +36,20 @@ protected:
     /// Deletes all widgets in the column.
     void clearContent();
 
+    /// Whether there is so little height that the page leaves out its lead and saves space; see resizeEvent().
+    bool isLow() const;
+
+    /// Shows a number on the page's icon while the side bar has no room for titles, such as that of unread messages; 0 for
+    /// none. It is the property "badge", which any page can have.
+    void setBadge(int number);
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void followScrollRange();
+
     QHBoxLayout* m_heading;
+    QLabel* m_lead;
     QVBoxLayout* m_content;
 };
 

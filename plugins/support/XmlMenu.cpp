@@ -30,12 +30,17 @@ void prepare(QAction* action, const MenuCommands& commands)
     }
 }
 
-/// An entry without a string keeps its name, so that the author of the file notices.
+/// An entry without a string keeps its name, so that the author of the file notices; one whose string names no shortcut
+/// keeps that of its command.
 void translate(const MENU::QActionInfo& entry)
 {
     const QByteArray id = entry.textID.toLatin1();
-    if (!text(id.constData()).isEmpty())
-        setCaption(entry.action, id.constData());
+    if (text(id.constData()).isEmpty())
+        return;
+    const QKeySequence shortcut = entry.action->shortcut();
+    setCaption(entry.action, id.constData());
+    if (entry.action->shortcut().isEmpty())
+        entry.action->setShortcut(shortcut);
 }
 
 } // namespace

@@ -9,7 +9,8 @@
 class QAction;
 class QMenu;
 
-/// Prepares the action of an entry when its menu is built, usually by connecting it.
+/// Prepares the action of an entry when its menu is built, usually by connecting it; it may also give it a shortcut that is the
+/// same in all languages.
 /// @param argument what follows the colon in the entry's name
 using MenuCommand = std::function<void(QAction* action, const QString& argument)>;
 

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -106,7 +107,7 @@ QStringList withoutFocus(const QVector<Interface*>& controls, const QWidgetList&
     return faults;
 }
 
-/// The widgets that look the same with and without the focus.
+/// The widgets that look the same with and without the focus, but for pixels that hardly change.
 QStringList withoutFocusFrame(const QWidgetList& stops)
 {
     constexpr int frame = 24; // pixels; more than a text cursor
@@ -119,7 +120,7 @@ QStringList withoutFocusFrame(const QWidgetList& stops)
         int differences = 0;
         for (int y = 0; y < plain.height(); ++y)
             for (int x = 0; x < plain.width(); ++x)
-                differences += focused.pixel(x, y) != plain.pixel(x, y);
+                differences += Contrast::of(focused.pixel(x, y), plain.pixel(x, y)) >= Contrast::ForOthers;
         if (differences < frame)
             faults.append(describe(stop));
     }
@@ -182,8 +183,13 @@ void TestAccessibility::keyboard()
     for (const char key : {'1', '1', '0'})
         QTest::keyClick(window()->windowHandle(), key);
     QCOMPARE(part("DialPadPage")->findChild<QLineEdit*>()->text(), "110");
+    const auto edge = [this] {
+        return part("DialPadPage")->grab().toImage().pixel(0, 0);
+    };
+    const QRgb withField = edge();
     QTest::keyClick(window()->windowHandle(), Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), owner("Ctrl+D"));
+    QCOMPARE(withField, edge()); // the frame of a page is for the page itself
     QTest::keyClick(window()->windowHandle(), Qt::Key_Return);
     auto* const call = qobject_cast<ExtendDialog*>(QApplication::activeWindow());
     QVERIFY(call && call->inherits("CallWindow"));
@@ -191,6 +197,20 @@ void TestAccessibility::keyboard()
     QTest::keyClick(call->windowHandle(), Qt::Key_Escape); // becomes a tile
     QVERIFY(call->isVisible() && call->GetTileBar()->IsMinimized());
     delete call;
+    window()->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), window());
+    QTest::keyClick(window()->windowHandle(), Qt::Key_F1);
+    QVERIFY(QApplication::activeModalWidget()); // this operator has removed the help page
+    delete QApplication::activeModalWidget();
+    window()->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), window());
+    bool isMenuOpen = false;
+    QTimer::singleShot(0, this, [&isMenuOpen] {
+        isMenuOpen = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QApplication::activePopupWidget()->close();
+    });
+    QTest::keyClick(window()->windowHandle(), Qt::Key_F10);
+    QVERIFY(isMenuOpen);
 }
 
 void TestAccessibility::controls_data()
@@ -210,6 +230,11 @@ void TestAccessibility::controls()
         sideBar->setCurrentRow(row);
         sideBar->setFocus();
         QCOMPARE(faultsOf(window()), QString());
+        const auto* const page =
+            qobject_cast<QAbstractScrollArea*>(window()->findChild<QStackedWidget*>()->currentWidget());
+        QVERIFY2(page->focusProxy() || page->verticalScrollBar()->maximum() > 0 ||
+                     page->focusPolicy() == Qt::NoFocus,
+                 qPrintable(page->windowTitle()));
     }
     const auto* const text = part("MessagesPage")->findChild<QTextBrowser*>();
     const QColor link = text->document()->find("a.example").charFormat().foreground().color();
@@ -230,6 +255,9 @@ void TestAccessibility::controls()
             QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+O"), "click"));
         const QPointer<QWidget> dialog = windows("ExtendDialog").value(0);
         QVERIFY(dialog);
+        const auto* const field = qobject_cast<QComboBox*>(dialog->focusWidget());
+        QCOMPARE(field != nullptr, qstrcmp(entry, "Settings") == 0);
+        QVERIFY2(dialog->minimumSizeHint().height() <= 440, entry); // small screens
         QCOMPARE(faultsOf(dialog), QString());
         QTest::keyPress(dialog->windowHandle(), Qt::Key_Escape);
         QTRY_VERIFY(!dialog);

@@ -248,7 +248,11 @@ void TestMainWindow::statusBar()
          {"Modem abgelehnt", "Wartet auf ein anderes",
           "Das zuletzt eingesteckte Modem wurde abgelehnt, vielleicht weil es an einen anderen Betreiber "
           "gebunden ist. Stecken Sie ein anderes ein."}},
-        {"Deutsch", sim, {"Angeschlossen"}}, // the refusal is over
+        {"Deutsch",
+         "state=failed\n",
+         {"Modem nicht benutzbar", "Abziehen und wieder einstecken",
+          "Das Modem meldet einen Fehler. Ziehen Sie es ab und stecken Sie es wieder ein."}},
+        {"Deutsch", sim, {"Angeschlossen"}}, // the failure is over
         {"Deutsch", {}, {"Kein Modem", "Wartet, bis eines eingesteckt wird"}},
     };
     int number = 0;
@@ -473,13 +477,16 @@ void TestMainWindow::pageOfLostModem()
         QTRY_VERIFY(mainFrame->ShowPage("70B4D2F8-5E19-4A3C-9D66-C82E0F7A5B14"));
         QVERIFY(!window()->isMinimized());
         QCOMPARE(shown(), "DialPadPage");
+        pages->currentWidget()->setFocus();
         simulate({});
         QTRY_COMPARE_WITH_TIMEOUT(shown(), "ConnectionPage", LongCall);
+        QCOMPARE(window()->focusWidget(), window()->findChild<QListWidget*>());
         QVERIFY(!choosesAnother || mainFrame->ShowPage("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"));
         const QString before = shown();
         simulate(CallModem);
         QTRY_VERIFY(call());
         QCOMPARE(shown(), choosesAnother ? before : "DialPadPage");
+        QCOMPARE(window()->focusWidget()->inherits("QLineEdit"), !choosesAnother);
     }
 }
 

@@ -100,6 +100,10 @@ void TestPages::states()
         button->click();
     }
     checkAndSave(QLatin1String("state ") + QTest::currentDataTag());
+    window()->resize(window()->minimumSize());
+    for (const auto* button : window()->findChildren<QPushButton*>())
+        if (button->parent()->inherits("StatePanel"))
+            QTRY_COMPARE(button->visibleRegion().boundingRect(), button->rect());
 }
 
 void TestPages::pages_data()

@@ -203,6 +203,8 @@ void TestSkins::distances()
     static const QRegularExpression pixels(R"((\d+)px)");
     for (const auto& [selector, rule] : readRules(file)) {
         QVERIFY2(!rule.contains("font-size"), qPrintable(selector));
+        if (selector.contains(":focus"))
+            continue; // a frame takes its second pixel from the padding
         for (const QString& property : rule.keys()) {
             auto numbers = pixels.globalMatch(rule[property]);
             while (numbers.hasNext() && !property.contains("radius")) {

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QListWidget>
 #include <QPointer>
 #include <QScreen>
 #include <QStackedWidget>
@@ -257,6 +258,15 @@ void TestWindows::pageChange()
         QVERIFY(!qobject_cast<FaderWidget*>(pages->childAt(pages->rect().center())));
     }
     QTRY_VERIFY(!pages->findChild<FaderWidget*>());
+    window()->resize(window()->minimumSize()); // only icons: the number of unread messages is on one
+    auto* const messages = *std::find_if(pages->children().begin(), pages->children().end(),
+                                         [](const QObject* page) { return page->inherits("MessagesPage"); });
+    QVERIFY(messages->property("badge").isValid());
+    auto* const sideBar = window()->findChild<QListWidget*>();
+    messages->setProperty("badge", 7);
+    const QImage icons = sideBar->grab().toImage();
+    messages->setProperty("badge", 0);
+    QVERIFY(icons != sideBar->grab().toImage());
     qApp->setStyleSheet(qApp->styleSheet() + "SideBarArea { widget-animation-duration: 0; }");
     QVERIFY(turn().isEmpty());
 }

@@ -233,8 +233,10 @@ void TestConnectionPage::twoModems()
     simulate(modem("Lume V2", {}));
     QTRY_VERIFY_WITH_TIMEOUT(hasPage("Dial pad"), LongestWait);
     QVERIFY(!Chooser.widget());
+    const int headerHeight = Part{"HeaderBar"}.widget()->height();
     simulate(modem("Lume S1", "connection=connected") + modem("Lume V2", {}));
     QTRY_VERIFY_WITH_TIMEOUT(Chooser.widget(), LongestWait);
+    QCOMPARE(Part{"HeaderBar"}.widget()->height(), headerHeight);
     const auto* const chooser = static_cast<QToolButton*>(Chooser.widget());
     for (const auto& [name, title, isVoice] :
          {std::tuple("Lume S1", "Connected", false), std::tuple("Lume V2", "Not connected", true)}) {

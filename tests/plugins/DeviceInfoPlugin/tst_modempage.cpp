@@ -73,6 +73,8 @@ void TestModemPage::identity()
                                                 {"310260123456789", false}}; // by a rule for this SIM
     for (const auto& [imsi, mayBeShown] : rows) {
         const QStringList subscriber = {"+491700000123", imsi, "8949555"};
+        simulate({});
+        QVERIFY(Page.says("No modem attached"));
         simulate(modem(imsi, "gid=NT-GOLD\n"));
         QTRY_COMPARE(Page.texts().contains("Subscriber identity"), mayBeShown);
         for (const QString& secret : subscriber + QStringList(serialNumber))

@@ -4,6 +4,7 @@
 #include "ExtendDialog/ExtendDialog.h"
 #include "MessageLength.h"
 #include "MessageText.h"
+#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
@@ -174,7 +175,7 @@ void TestMessages::init()
     CommonUtils::SetSettings("callui", "callvoice", "1");
     simulate(V2 + Three);
     start();
-    QTRY_VERIFY_WITH_TIMEOUT(window()->property("customisations").toInt() > 0 && owner("Ctrl+D"),
+    QTRY_VERIFY_WITH_TIMEOUT(Startup::GetPluginContainer()->IsPluginsConfigInitialized() && owner("Ctrl+D"),
                              LongestWait); // what the modem brings
     QTRY_COMPARE_WITH_TIMEOUT(rows().size(), 2, LongestWait);
 }

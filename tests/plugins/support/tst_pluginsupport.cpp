@@ -1,5 +1,6 @@
 // What plugins share, without a plugin.
 #include "support/DeviceEvents.h"
+#include "support/Dialog.h"
 #include "support/ModemInUse.h"
 #include "support/Requests.h"
 #include "support/Secret.h"
@@ -7,6 +8,7 @@
 #include <qrvl.h>
 
 #include <QLineEdit>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -21,6 +23,7 @@ private slots:
     void requestWithoutReceiver();
     void modemsInUse();
     void secrets();
+    void largeDialog();
 
 private:
     /// Starts a request that ends before its operation returns, as can happen with another thread.
@@ -101,6 +104,13 @@ void TestPluginSupport::secrets()
     wipe(&field);
     QVERIFY(field.text().isEmpty());
     QCOMPARE(typed, none);
+}
+
+void TestPluginSupport::largeDialog()
+{
+    ExtendDialog dialog(nullptr, {}, enWidgetNormal);
+    fillDialog(&dialog, new QWidget, {9000, 9000});
+    QCOMPARE(dialog.size(), dialog.screen()->availableGeometry().size());
 }
 
 int main(int argc, char** argv)
