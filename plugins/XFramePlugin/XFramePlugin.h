@@ -40,6 +40,10 @@ public:
     int GetFrameWidth() override;
     bool ShowPage(const QString& clsid) override;
 
+public Q_SLOTS:
+    /// Opens the settings with the page of a plugin. For other plugins, through QMetaObject::invokeMethod().
+    void openSettings(const QString& clsid);
+
 private:
     void closeSplashScreen();
 
