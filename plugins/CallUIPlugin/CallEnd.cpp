@@ -32,11 +32,6 @@ QString wordsOf(CallEnd end)
     return {};
 }
 
-bool hasNetwork(quint32 modem)
-{
-    return !modemValue(modem, QStringLiteral("network")).isEmpty();
-}
-
 CallEnd simulatedEnd(quint32 modem)
 {
     const QString value = modemValue(modem, QStringLiteral("calls"));

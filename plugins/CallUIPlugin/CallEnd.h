@@ -8,9 +8,6 @@ enum class CallEnd { HungUp, Busy, NoAnswer, Refused, NoNetwork, NoModem };
 /// The reason in words, in the current language.
 QString wordsOf(CallEnd end);
 
-/// Whether the modem has a network to call in. Any thread.
-bool hasNetwork(quint32 modem);
-
 /// What a simulated network does with a call: the simulated modem's value "calls" says so.
 /// @return HungUp if the call is answered: then the user ends it
 CallEnd simulatedEnd(quint32 modem);

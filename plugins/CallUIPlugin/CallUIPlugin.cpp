@@ -58,10 +58,13 @@ bool CallUIPlugin::Call(const QString& number, _UI_EN_CALL_TYPE type)
     const QString dialled = dialString(number);
     const Modems modems = attachedModems();
     const bool busy = m_window && m_window->isGoingOn();
-    if (dialled.isEmpty() || isServiceCode(dialled) || busy || modems.isEmpty() || !canMakeCalls())
+    if (dialled.isEmpty() || isServiceCode(dialled) || busy || modems.isEmpty())
+        return false;
+    const quint32 modem = modemInUse(modems).id;
+    if (!canMakeCalls(modem))
         return false;
     delete m_window;
-    m_window = new CallWindow(dialled, type, modemInUse(modems).id, CommonUtils::GetMainWindow());
+    m_window = new CallWindow(dialled, type, modem, CommonUtils::GetMainWindow());
     m_window->show();
     playCallSound();
     return true;

@@ -23,10 +23,20 @@ constexpr int CloseAfter = 2000;  // milliseconds
 constexpr int Second = 1000;      // milliseconds
 constexpr int PictureSize = 56;
 constexpr int Width = 300;
+constexpr int StateLines = 3; ///< two for the longest reason, one for the duration
 
 QLabel* centred(QLabel* label)
 {
     label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+/// As high as the longest text needs, so that the window never changes its size.
+QLabel* makeStateLabel()
+{
+    QLabel* const label = Look::quietLabel(QString(StateLines - 1, QLatin1Char('\n')), true);
+    label->setMinimumHeight(label->heightForWidth(Width));
+    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     return label;
 }
 
@@ -49,7 +59,7 @@ CallWindow::CallWindow(const QString& number, _UI_EN_CALL_TYPE type, quint32 mod
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetFixed)
     , m_modem(modem)
     , m_hadNetwork(hasNetwork(modem))
-    , m_stateLabel(Look::quietLabel(QString()))
+    , m_stateLabel(makeStateLabel())
     , m_hangUp(makeHangUpButton())
 {
     setWindowIcon(Look::tileIcon(Look::Sign::Call));
@@ -74,13 +84,12 @@ QWidget* CallWindow::makeContent(const QString& number)
     auto* content = new QWidget;
     content->setMinimumWidth(Width);
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(Look::Margin * 2, Look::Margin, Look::Margin * 2, Look::Margin);
+    layout->setContentsMargins(Look::Margin, Look::Margin, Look::Margin, Look::Margin);
     layout->setSpacing(Look::Gap);
     layout->addWidget(centred(makePicture()));
     layout->addSpacing(Look::Gap);
     layout->addWidget(centred(Look::label(number, 1.6, QFont::DemiBold)));
-    layout->addWidget(centred(m_stateLabel));
-    layout->addSpacing(Look::Gap * 2);
+    layout->addWidget(m_stateLabel);
     layout->addWidget(m_hangUp);
     return content;
 }
@@ -141,10 +150,13 @@ void CallWindow::proceed()
         end(answer);
 }
 
-QString CallWindow::duration() const
+/// On a line of its own; empty if the call was not answered.
+QString CallWindow::durationLine() const
 {
+    if (!m_since.isValid())
+        return {};
     const qint64 length = isGoingOn() ? m_since.elapsed() : m_length;
-    return durationText(length / Second, languageLocale());
+    return QLatin1Char('\n') + durationText(length / Second, languageLocale());
 }
 
 QString CallWindow::stateText() const
@@ -153,12 +165,11 @@ QString CallWindow::stateText() const
     case State::Dialling:
         return text("IDS_CALL_DIALLING");
     case State::InCall:
-        return text("IDS_CALL_TALKING").arg(duration());
+        return text("IDS_CALL_TALKING") + durationLine();
     case State::Ended:
         break;
     }
-    const QString reason = wordsOf(m_end);
-    return m_length > 0 ? reason + QLatin1String("  ") + duration() : reason;
+    return wordsOf(m_end) + durationLine();
 }
 
 void CallWindow::showState()

@@ -41,7 +41,7 @@ private:
     void proceed();
     void showState();
     QString stateText() const;
-    QString duration() const;
+    QString durationLine() const;
     void hangUpOrClose();
 
     const quint32 m_modem;

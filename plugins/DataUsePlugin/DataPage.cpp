@@ -3,6 +3,7 @@
 #include "DataUse.h"
 #include "DaysPanel.h"
 #include "LimitBar.h"
+#include "LimitPage.h"
 #include "Panel.h"
 #include "SpeedGraph.h"
 #include "Swatch.h"
@@ -12,6 +13,7 @@
 #include "support/Text.h"
 
 #include <QDateTime>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -114,10 +116,15 @@ QWidget* DataPage::makePeriod()
     m_advice = Look::label(QString(), 1.0);
     m_advice->setWordWrap(true);
     m_warning = new Swatch(Look::Tone::Bad);
+    m_setLimit = new QPushButton;
+    m_setLimit->setAutoDefault(true);
+    connect(m_setLimit, &QPushButton::clicked, this, &openLimitPage);
+    keepTranslated(m_setLimit, [this] { m_setLimit->setText(text("IDS_DATA_SET_LIMIT")); });
     auto* advice = new QHBoxLayout;
     advice->setSpacing(Look::Gap);
     advice->addWidget(m_warning);
     advice->addWidget(m_advice, 1);
+    advice->addWidget(m_setLimit);
     QVBoxLayout* const column = makePanel(panel, "IDS_DATA_PERIOD", m_periodDays);
     column->addWidget(m_usage);
     column->addWidget(m_bar);
@@ -190,6 +197,7 @@ void DataPage::showPeriod(const Account& account)
     else
         m_advice->setText(
             text("IDS_DATA_LEFT").arg(isolated(units.volume(limit - used)), dateText(period.last)));
+    m_setLimit->setVisible(limit == 0);
     m_warning->setVisible(state != LimitState::Below);
 }
 

@@ -8,6 +8,7 @@ class DataUse;
 class DaysPanel;
 class ElidedLabel;
 class LimitBar;
+class QPushButton;
 class SpeedGraph;
 class Swatch;
 
@@ -58,4 +59,5 @@ private:
     LimitBar* m_bar;
     Swatch* m_warning; ///< beside the advice
     QLabel* m_advice;
+    QPushButton* m_setLimit; ///< shown while there is no limit
 };

@@ -1,5 +1,6 @@
 #include "LimitNotice.h"
 
+#include "Clsid.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
@@ -7,12 +8,6 @@
 #include "support/Text.h"
 
 #include <QObject>
-
-namespace {
-
-constexpr QLatin1String ThisClsid("C43A8D5E-07B1-4F92-86DA-3E51F9B27A60");
-
-} // namespace
 
 void showLimitNotice(LimitState state, quint64 used, quint64 limit, const Units& units)
 {

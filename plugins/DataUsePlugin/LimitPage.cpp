@@ -1,6 +1,10 @@
 #include "LimitPage.h"
 
+#include "Clsid.h"
 #include "DataUse.h"
+#include "PluginContainer/IPluginContainer.h"
+#include "PluginContainer/PluginIds.h"
+#include "Startup/Startup.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
 
@@ -9,6 +13,14 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QSpinBox>
+
+void openLimitPage()
+{
+    QObject* const mainFrame =
+        Startup::GetPluginContainer()->GetPlugin(PluginIds::MainFrame, PluginIds::MainFrameService);
+    if (mainFrame)
+        QMetaObject::invokeMethod(mainFrame, "openSettings", Q_ARG(QString, ThisClsid));
+}
 
 LimitPage::LimitPage(DataUse& dataUse, QWidget* parent)
     : Page("IDS_LIMIT_TITLE", "IDS_LIMIT_LEAD", Look::Sign::Data, parent)

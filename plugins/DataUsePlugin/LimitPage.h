@@ -9,6 +9,9 @@ class QComboBox;
 class QGridLayout;
 class QSpinBox;
 
+/// Opens the settings with the page LimitPage.
+void openLimitPage();
+
 /// The page of the settings dialog: the data limit and the day on which months begin. Choices are stored at once.
 class LimitPage : public Page
 {

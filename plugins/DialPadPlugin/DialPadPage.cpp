@@ -25,6 +25,20 @@ constexpr int LargestPad = 300;
 constexpr int NarrowPage = 520; ///< narrower ones have the recent numbers below the keys
 constexpr int RecentHeight = 180;
 
+/// Identifier of the string that says why the modem in use cannot call, or send service codes; null if it can. Without a
+/// network, sending a code says what the network says.
+const char* obstacle(bool isCode)
+{
+    const quint32 modem = modemInUse().id;
+    if (modem == 0)
+        return "IDS_DIAL_NO_MODEM";
+    if (isCode)
+        return nullptr;
+    if (!canMakeCalls(modem) || !CommonUtils::IsPluginAvailable(PluginIds::CallUI))
+        return "IDS_DIAL_NO_CALLS";
+    return hasNetwork(modem) ? nullptr : "IDS_DIAL_NO_NETWORK";
+}
+
 } // namespace
 
 DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
@@ -50,7 +64,8 @@ DialPadPage::DialPadPage(DeviceEvents* events, QWidget* parent)
     connect(m_number, &QLineEdit::returnPressed, this, &DialPadPage::call);
     connect(m_recent, &RecentList::chosen, m_number, &QLineEdit::setText);
     connect(m_recent, &RecentList::callRequested, this, &DialPadPage::call);
-    connect(events, &DeviceEvents::changed, this, &DialPadPage::refresh);
+    connect(events, &DeviceEvents::changed, this, &DialPadPage::followModem);
+    connect(events, &DeviceEvents::statusChanged, this, &DialPadPage::followModem);
     keepTranslated(this, [this] { refresh(); });
 }
 
@@ -96,7 +111,7 @@ void DialPadPage::enter(const QString& sign)
 void DialPadPage::call()
 {
     const QString number = m_number->text().trimmed();
-    if (number.isEmpty() || attachedModems().isEmpty())
+    if (!m_call->isEnabled())
         return;
     m_message->hide();
     const QString dialled = dialString(number);
@@ -112,8 +127,8 @@ void DialPadPage::callNumber(const QString& dialled)
 {
     if (CommonUtils::MakeCall(dialled, UI_CALL_VOICE))
         remember(dialled);
-    else if (!canMakeCalls() || !CommonUtils::IsPluginAvailable(PluginIds::CallUI))
-        showFault("IDS_DIAL_NO_CALLS");
+    else if (const char* const fault = obstacle(false))
+        showFault(fault);
     else
         showFault("IDS_DIAL_BUSY");
 }
@@ -141,14 +156,21 @@ void DialPadPage::showFault(const char* id)
 
 void DialPadPage::refresh()
 {
-    const bool hasModem = !attachedModems().isEmpty();
     const bool isCode = isServiceCode(dialString(m_number->text()));
+    m_obstacle = obstacle(isCode);
     setCaption(m_call, isCode ? "IDS_DIAL_SEND" : "IDS_DIAL_CALL");
-    m_call->setEnabled(hasModem && !m_number->text().trimmed().isEmpty());
-    if (hasModem)
-        m_message->hide();
+    m_call->setEnabled(!m_obstacle && !m_number->text().trimmed().isEmpty());
+    if (m_obstacle)
+        showFault(m_obstacle);
     else
-        showFault("IDS_DIAL_NO_MODEM");
+        m_message->hide();
+}
+
+/// A new signal strength does not hide what is wrong with the number.
+void DialPadPage::followModem()
+{
+    if (obstacle(isServiceCode(dialString(m_number->text()))) != m_obstacle)
+        refresh();
 }
 
 /// The arrow key leads from the number to those that were dialled before.
@@ -167,4 +189,8 @@ void DialPadPage::resizeEvent(QResizeEvent* event)
     const bool isNarrow = event->size().width() < NarrowPage;
     m_columns->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     Page::resizeEvent(event);
+    const QMargins margins = widget()->layout()->contentsMargins();
+    const int rest = event->size().width() - margins.left() - margins.right() - LargestPad;
+    const int side = isNarrow ? qMax(0, rest / 2) : 0; // centres the pad
+    m_columns->setContentsMargins(side, 0, side, 0);
 }

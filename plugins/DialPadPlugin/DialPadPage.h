@@ -39,6 +39,7 @@ private:
     void remember(const QString& dialled);
     void showFault(const char* id);
     void refresh();
+    void followModem();
 
     DeviceEvents* m_events;
     Requests m_requests;
@@ -48,5 +49,6 @@ private:
     RecentList* m_recent;
     QBoxLayout* m_columns;
     QPushButton* m_call = nullptr;
+    const char* m_obstacle = nullptr; ///< what keeps the user from dialling; a string's identifier
     QPointer<UssdDialog> m_dialog;
 };

@@ -26,7 +26,7 @@ void addTab(QTabWidget* tabs, QWidget* page)
 }
 
 /// A plugin that is unloaded deletes its page, which also removes the tab.
-QTabWidget* makeTabs(MainWindow& window)
+QTabWidget* makeTabs(MainWindow& window, const QString& shown)
 {
     auto* tabs = new QTabWidget;
     tabs->setDocumentMode(true);
@@ -36,8 +36,11 @@ QTabWidget* makeTabs(MainWindow& window)
     IPluginContainer& container = *Startup::GetPluginContainer();
     const QStringList clsids = container.GetSettingsPlugins();
     for (const QString& clsid : clsids) {
-        if (QWidget* const page = buildPage(container, clsid, tabs, PluginIds::SettingsPage))
+        QWidget* const page = buildPage(container, clsid, tabs, PluginIds::SettingsPage);
+        if (page)
             addTab(tabs, page);
+        if (page && clsid == shown)
+            tabs->setCurrentWidget(page);
     }
     return tabs;
 }
@@ -55,7 +58,7 @@ QWidget* firstField(const QWidget* page)
 
 } // namespace
 
-void showSettings(MainWindow& window)
+void showSettings(MainWindow& window, const QString& shown)
 {
     auto* dialog = new ExtendDialog(&window, Qt::WindowCloseButtonHint, enWidgetNormal);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -64,7 +67,7 @@ void showSettings(MainWindow& window)
     QObject::connect(close, &QPushButton::clicked, dialog, &QDialog::close);
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
-    QTabWidget* const tabs = makeTabs(window);
+    QTabWidget* const tabs = makeTabs(window, shown);
     layout->addWidget(tabs, 1);
     layout->addWidget(close, 0, Qt::AlignRight);
     keepTranslated(dialog, [=] {

@@ -87,7 +87,7 @@ TrayStatus readTrayStatus()
         return status;
     const Modem modem = modemInUse(modems);
     status.modem = modem.name;
-    if (!modemValue(modem.id, QStringLiteral("network")).isEmpty())
+    if (hasNetwork(modem.id))
         status.signal = modemValue(modem.id, QStringLiteral("signal")).toInt();
     status.bars = Look::signalBars(status.signal);
     apply(modem, status);

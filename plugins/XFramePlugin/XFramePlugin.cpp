@@ -7,6 +7,7 @@
 #include "PageSet.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
+#include "SettingsDialog.h"
 #include "Startup/Startup.h"
 
 #include <QRect>
@@ -100,4 +101,10 @@ bool XFramePlugin::ShowPage(const QString& clsid)
         return false;
     m_window->bringToFront();
     return true;
+}
+
+void XFramePlugin::openSettings(const QString& clsid)
+{
+    if (m_window)
+        showSettings(*m_window, clsid);
 }

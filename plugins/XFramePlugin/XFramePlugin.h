@@ -44,6 +44,10 @@ Q_SIGNALS:
     /// See Customisation::applied() in plugins/support, which finds this signal by its name.
     void customised();
 
+public Q_SLOTS:
+    /// Opens the settings with the page of a plugin. For other plugins, through QMetaObject::invokeMethod().
+    void openSettings(const QString& clsid);
+
 private:
     void closeSplashScreen();
 

@@ -80,7 +80,13 @@ QString serviceValue(const QString& key)
     return modemValue(QRVL_SERVICE, key);
 }
 
-bool canMakeCalls()
+bool hasNetwork(quint32 id)
 {
-    return serviceValue(QStringLiteral("backend")) == QLatin1String("simulator");
+    return !modemValue(id, QStringLiteral("network")).isEmpty();
+}
+
+bool canMakeCalls(quint32 id)
+{
+    return serviceValue(QStringLiteral("backend")) == QLatin1String("simulator") &&
+           modemValue(id, QStringLiteral("calls")) != QLatin1String("none");
 }

@@ -42,5 +42,10 @@ QString modemValue(quint32 id, const QString& key);
 /// A value of the device service itself, such as "backend"; a null string if it has none. Any thread.
 QString serviceValue(const QString& key);
 
-/// Whether the attached modems can make calls at all: so far, only simulated modems can. Any thread.
-bool canMakeCalls();
+/// Whether a modem is in a network. Any thread.
+/// @param id Modem::id
+bool hasNetwork(quint32 id);
+
+/// Whether a modem can make calls at all: so far, only simulated modems can. Any thread.
+/// @param id Modem::id
+bool canMakeCalls(quint32 id);

@@ -61,6 +61,8 @@ protected:
 
 private:
     QAbstractButton* call() const { return qobject_cast<QAbstractButton*>(owner("Ctrl+D")); }
+    void checkReasonsFit();
+    void restartFor(const QString& customer);
 
     void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
 
@@ -345,6 +347,58 @@ void TestMainWindow::calls()
         QTRY_VERIFY_WITH_TIMEOUT(says(reason, "CallUIPlugin"), LongCall);
         delete windows("CallWindow").value(0);
     }
+    checkReasonsFit();
+    restartFor("bluewave"); // has the dial pad without a modem, too
+    for (const auto& [modem, fault] : {std::pair(CallModem + "calls=none\n", "IDS_DIAL_NO_CALLS"),
+                                       {offline, "IDS_DIAL_NO_NETWORK"},
+                                       {QByteArray(), "IDS_DIAL_NO_MODEM"}}) {
+        simulate(modem);
+        QTRY_VERIFY_WITH_TIMEOUT(says(fault), LongCall);
+        const auto canDial = [this](const QString& dialled) {
+            window()->findChild<QLineEdit*>()->setText(dialled);
+            return call()->isEnabled();
+        };
+        QCOMPARE(canDial("*100#"), !modem.isEmpty());
+        QVERIFY(!canDial("0") && says(fault));
+    }
+    restartFor("northtel");
+}
+
+void TestMainWindow::restartFor(const QString& customer)
+{
+    CommonUtils::SetSettings("customize", "operator", customer);
+    end();
+    start();
+}
+
+/// Each end of a call that was answered can be read in each language.
+void TestMainWindow::checkReasonsFit()
+{
+    simulate(CallModem);
+    QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
+    QWidget* const window = windows("CallWindow").value(0);
+    const auto line = [window](const char* id) {
+        const QString start = text(id, "CallUIPlugin") + '\n'; // the duration follows
+        const auto labels = window->findChildren<QLabel*>();
+        const auto isIt = [&](const QLabel* label) {
+            return label->text().startsWith(start);
+        };
+        const auto found = std::find_if(labels.begin(), labels.end(), isIt);
+        return found == labels.end() ? nullptr : *found;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(line("IDS_CALL_TALKING"), LongCall);
+    simulate(QByteArray(CallModem).replace("26201", ""));
+    QTRY_VERIFY_WITH_TIMEOUT(line("IDS_CALL_NO_NETWORK"), LongCall);
+    for (const char* language : {"English", "Français", "简体中文", "العربية", "עברית", "Deutsch"}) {
+        choose(language);
+        QLabel* const shown = line("IDS_CALL_NO_NETWORK");
+        QVERIFY2(shown && shown->wordWrap(), language);
+        for (const char* reason : {"IDS_CALL_REFUSED", "IDS_CALL_NO_MODEM", "IDS_CALL_HUNG_UP"}) {
+            shown->setText(text(reason, "CallUIPlugin") + "\n00:00:00");
+            QVERIFY2(shown->heightForWidth(shown->width()) <= shown->height(), language);
+        }
+    }
+    delete window;
 }
 
 /// Keys that are held down, and the numbers that were dialled last.

@@ -1,8 +1,5 @@
 // The page "Data" and the data limit in the whole application, with simulated modems.
-#include "PluginContainer/IPluginContainer.h"
-#include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "PluginContainer/interfaces/IUIPlugin.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
 
@@ -12,11 +9,11 @@
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
-#include <QRect>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QtTest>
 
-#include <memory>
+#include <algorithm>
 
 class TestDataPage : public RunningApplication
 {
@@ -99,22 +96,28 @@ void TestDataPage::counting()
 
 void TestDataPage::limit()
 {
-    auto* const builder =
-        qobject_cast<IUIPlugin*>(Startup::GetPluginContainer()->GetPlugin(Clsid, PluginIds::SettingsPage));
-    QVERIFY(builder);
-    const std::unique_ptr<QWidget> settings(builder->BuildFrame(nullptr, QRect()));
+    const auto buttons = page()->findChildren<QPushButton*>();
+    const auto opener = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
+        return button->text().startsWith("Festlegen");
+    });
+    QVERIFY(opener != buttons.end() && (*opener)->isVisible());
+    (*opener)->click();
+    const auto* const tabs = window()->findChild<QTabWidget*>();
+    QVERIFY(tabs && tabs->isVisible());
+    QWidget* const settings = tabs->currentWidget();
     const auto numbers = settings->findChildren<QSpinBox*>();
     QCOMPARE(numbers.size(), 3);
     QVERIFY(!numbers.first()->isEnabled());
     QVERIFY(words().contains("Legen Sie in den Einstellungen ein Datenlimit"));
     settings->findChild<QCheckBox*>()->click();
-    QVERIFY(numbers.first()->isEnabled());
+    QVERIFY(numbers.first()->isEnabled() && !(*opener)->isVisible());
     QVERIFY2(words().contains(QRegularExpression("MB von 10 GB \\(0 %\\)[|]Noch 10,00 GB")),
              qUtf8Printable(words()));
     settings->findChild<QComboBox*>()->setCurrentIndex(0);
     numbers.first()->setValue(1); // less than has been transferred
     QVERIFY(page()->windowTitle().startsWith("Daten ("));
     QVERIFY2(words().contains("Das Datenlimit ist aufgebraucht."), qUtf8Printable(words()));
+    settings->window()->close();
 }
 
 /// The buttons lead to each month in which something was transferred, and keep the focus.

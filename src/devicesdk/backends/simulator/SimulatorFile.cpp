@@ -49,7 +49,7 @@ constexpr CheckedKey StatusKeys[] = {
     {"connection.since", "[0-9]{1,12}", "seconds since 1970"},
     {"connection.address", ".*", "one line"},
     {"connection.error", "[0-9]{1,3}", "a number"},
-    {"calls", "answered|busy|no-answer|refused", "answered, busy, no-answer or refused"},
+    {"calls", "answered|busy|no-answer|refused|none", "answered, busy, no-answer, refused or none"},
 };
 
 struct Failure
