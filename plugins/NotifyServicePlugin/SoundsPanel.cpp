@@ -1,6 +1,7 @@
-#include "SoundsPage.h"
+#include "SoundsPanel.h"
 
 #include "EventSounds.h"
+#include "support/Look.h"
 #include "support/Text.h"
 
 #include <QCheckBox>
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -66,23 +66,20 @@ void fill(QComboBox* list, const QString& chosen)
 
 } // namespace
 
-SoundsPage::SoundsPage(EventSounds& sounds, QWidget* parent)
-    : Page("IDS_NOTIFY_TITLE", "IDS_NOTIFY_LEAD", Look::Sign::Message, parent)
+SoundsPanel::SoundsPanel(EventSounds& sounds, QWidget* parent)
+    : QWidget(parent)
     , m_sounds(sounds)
 {
-    auto* panel = new Surface;
-    auto* rows = new QGridLayout(panel);
-    rows->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    auto* rows = new QGridLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(Look::Gap);
     rows->setColumnStretch(1, 1);
     for (const Event event : AllEvents)
         addRow(rows, event);
-    content()->addWidget(panel);
-    content()->addWidget(makeMuteSwitch());
-    content()->addStretch();
+    rows->addWidget(makeMuteSwitch(), rows->rowCount(), 0, 1, rows->columnCount());
 }
 
-QWidget* SoundsPage::makeMuteSwitch()
+QWidget* SoundsPanel::makeMuteSwitch()
 {
     auto* mute = new QCheckBox;
     mute->setChecked(EventSettings::isMuted());
@@ -91,7 +88,7 @@ QWidget* SoundsPage::makeMuteSwitch()
     return mute;
 }
 
-void SoundsPage::addRow(QGridLayout* rows, Event event)
+void SoundsPanel::addRow(QGridLayout* rows, Event event)
 {
     auto* caption = new QLabel;
     auto* list = new QComboBox;
