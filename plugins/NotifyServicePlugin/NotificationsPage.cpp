@@ -38,17 +38,26 @@ void addSwitches(QVBoxLayout* column)
     QObject::connect(messages, &QCheckBox::toggled, texts, &QWidget::setEnabled);
 }
 
+QWidget* makeMuteSwitch()
+{
+    auto* mute = new QCheckBox;
+    mute->setChecked(EventSettings::isMuted());
+    QObject::connect(mute, &QCheckBox::toggled, mute, &EventSettings::setMuted);
+    keepTranslated(mute, [mute] { mute->setText(text("IDS_NOTIFY_MUTE")); });
+    return mute;
+}
+
 } // namespace
 
 NotificationsPage::NotificationsPage(EventSounds& sounds, QWidget* parent)
     : Page("IDS_NOTIFY_TITLE", "IDS_NOTIFY_LEAD", Look::Sign::Message, parent)
 {
-    addSwitches(addPanel("IDS_NOTIFY_DESKTOP"));
-    addPanel("IDS_NOTIFY_SOUNDS")->addWidget(new SoundsPanel(sounds));
+    addSwitches(addPanel("IDS_NOTIFY_DESKTOP", nullptr));
+    addPanel("IDS_NOTIFY_SOUNDS", makeMuteSwitch())->addWidget(new SoundsPanel(sounds));
     content()->addStretch();
 }
 
-QVBoxLayout* NotificationsPage::addPanel(const char* title)
+QVBoxLayout* NotificationsPage::addPanel(const char* title, QWidget* corner)
 {
     auto* panel = new Surface;
     auto* column = new QVBoxLayout(panel);
@@ -57,7 +66,11 @@ QVBoxLayout* NotificationsPage::addPanel(const char* title)
     QLabel* const heading = Look::label(QString(), 1.15, QFont::DemiBold);
     setAccessibleRole(heading, QAccessible::Heading);
     keepTranslated(heading, [=] { heading->setText(text(title)); });
-    column->addWidget(heading);
+    auto* line = new QHBoxLayout;
+    line->addWidget(heading, 1);
+    if (corner)
+        line->addWidget(corner);
+    column->addLayout(line);
     content()->addWidget(panel);
     return column;
 }

@@ -15,6 +15,7 @@ public:
     NotificationsPage(EventSounds& sounds, QWidget* parent);
 
 private:
+    /// @param corner is shown beside the heading, at the other end of the line; may be null
     /// @return the column below the heading
-    QVBoxLayout* addPanel(const char* title);
+    QVBoxLayout* addPanel(const char* title, QWidget* corner);
 };

@@ -4,7 +4,6 @@
 #include "support/Look.h"
 #include "support/Text.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -76,16 +75,6 @@ SoundsPanel::SoundsPanel(EventSounds& sounds, QWidget* parent)
     rows->setColumnStretch(1, 1);
     for (const Event event : AllEvents)
         addRow(rows, event);
-    rows->addWidget(makeMuteSwitch(), rows->rowCount(), 0, 1, rows->columnCount());
-}
-
-QWidget* SoundsPanel::makeMuteSwitch()
-{
-    auto* mute = new QCheckBox;
-    mute->setChecked(EventSettings::isMuted());
-    connect(mute, &QCheckBox::toggled, mute, &EventSettings::setMuted);
-    keepTranslated(mute, [mute] { mute->setText(text("IDS_NOTIFY_MUTE")); });
-    return mute;
 }
 
 void SoundsPanel::addRow(QGridLayout* rows, Event event)

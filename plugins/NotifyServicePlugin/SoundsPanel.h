@@ -7,7 +7,7 @@
 class EventSounds;
 class QGridLayout;
 
-/// Chooses a sound for each event, with a button to hear it, and whether all are muted. Choices are stored at once.
+/// Chooses a sound for each event, with a button to hear it. Choices are stored at once.
 class SoundsPanel : public QWidget
 {
     Q_OBJECT
@@ -17,7 +17,6 @@ public:
     explicit SoundsPanel(EventSounds& sounds, QWidget* parent = nullptr);
 
 private:
-    QWidget* makeMuteSwitch();
     void addRow(QGridLayout* rows, Event event);
 
     EventSounds& m_sounds;
