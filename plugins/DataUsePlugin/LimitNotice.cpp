@@ -18,5 +18,6 @@ void showLimitNotice(LimitState state, quint64 used, quint64 limit, const Units&
     const QString title =
         text(state == LimitState::Reached ? "IDS_DATA_REACHED_TITLE" : "IDS_DATA_NEAR_TITLE");
     QMetaObject::invokeMethod(notifier, "showNotice", Q_ARG(QString, title),
-                              Q_ARG(QString, usageText(used, limit, units)), Q_ARG(QString, ThisClsid));
+                              Q_ARG(QString, usageText(used, limit, units)), Q_ARG(QString, ThisClsid),
+                              Q_ARG(QString, QStringLiteral("data-limit")));
 }

@@ -2,17 +2,44 @@
 
 #include "support/Modems.h"
 
-bool ConnectionWatch::hasLostOne()
+#include <qrvl.h>
+
+ConnectionLoss ConnectionWatch::look()
 {
-    QHash<quint32, bool> now;
+    QHash<quint32, State> now;
     const Modems modems = attachedModems();
     for (const Modem& modem : modems)
-        now.insert(modem.id, !modemValue(modem.id, QStringLiteral("network")).isEmpty());
-    const QHash<quint32, bool> before = std::exchange(m_isRegistered, now);
+        now.insert(modem.id, read(modem));
+    const QHash<quint32, State> before = std::exchange(m_states, now);
+    ConnectionLoss loss;
     for (auto modem = before.begin(); modem != before.end(); ++modem) {
+        const State after = now.value(modem.key());
         const bool isRemoved = !now.contains(modem.key());
-        if (isRemoved || (modem.value() && !now.value(modem.key())))
-            return true;
+        const bool hasLostNetwork = modem->isRegistered && !after.isRegistered;
+        const bool isOffline = modem->isOnline && !after.isOnline && (hasLostNetwork || !after.isEndedByUser);
+        if (isOffline)
+            loss.offline.append(modem->name);
+        // A connection that follows its network is the same loss.
+        if (isRemoved || hasLostNetwork || (isOffline && modem->isRegistered))
+            loss.isAny = true;
     }
-    return false;
+    return loss;
+}
+
+ConnectionWatch::State ConnectionWatch::read(const Modem& modem) const
+{
+    const auto value = [&](const char* key) {
+        return modemValue(modem.id, QString::fromLatin1(key));
+    };
+    const QString connection = value("connection");
+    const bool isChanging =
+        connection != QLatin1String("connected") && connection != QLatin1String("disconnected");
+    const int error = value("connection.error").toInt();
+    State state;
+    state.name = modem.name;
+    state.isRegistered = !value("network").isEmpty();
+    state.isOnline =
+        isChanging ? m_states.value(modem.id).isOnline : connection == QLatin1String("connected");
+    state.isEndedByUser = error == QRVL_OK || error == QRVL_ERROR_CANCELLED;
+    return state;
 }

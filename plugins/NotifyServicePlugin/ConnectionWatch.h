@@ -1,16 +1,39 @@
 #pragma once
 
 #include <QHash>
+#include <QString>
+#include <QStringList>
 
-/// Notices that a connection was lost: a modem was removed or rejected, or it is no longer registered in a network.
+struct Modem;
+
+/// What was lost between two looks at the modems.
+struct ConnectionLoss
+{
+    /// A modem was removed or rejected, or it has lost its network or its connection to the Internet.
+    bool isAny = false;
+
+    /// The names of modems that were connected to the Internet and no longer are, although nobody disconnected them. A
+    /// modem that is pulled out while it is connected is among them, because a loose plug looks the same.
+    QStringList offline;
+};
+
+/// Notices lost connections. GUI thread.
 class ConnectionWatch
 {
 public:
-    /// Compares the attached modems with those of the previous call; the first call never reports a loss.
-    /// GUI thread.
-    /// @return whether a connection was lost in between
-    bool hasLostOne();
+    /// Compares the attached modems with those of the previous call; the first call never finds a loss.
+    ConnectionLoss look();
 
 private:
-    QHash<quint32, bool> m_isRegistered; ///< by modem
+    struct State
+    {
+        QString name;
+        bool isRegistered = false;
+        bool isOnline = false;      ///< connected to the Internet, also while that is changing
+        bool isEndedByUser = false; ///< the latest connection, here or in another program; or there was none
+    };
+
+    State read(const Modem& modem) const;
+
+    QHash<quint32, State> m_states; ///< by modem
 };

@@ -8,8 +8,15 @@ namespace {
 
 constexpr QLatin1String Section("notifications");
 constexpr QLatin1String MuteKey("mute");
-constexpr QLatin1String IsSet("true");
+constexpr QLatin1String ShownPrefix("show-");
+constexpr QLatin1String Yes("true");
+constexpr QLatin1String No("false");
 constexpr QLatin1String Extension(".wav"); // the format that every system plays
+
+void store(const QString& key, bool isSet)
+{
+    CommonUtils::SetSettings(Section, key, isSet ? Yes : No);
+}
 
 QDir folder()
 {
@@ -41,14 +48,24 @@ void EventSettings::setSound(Event event, const QString& sound)
     CommonUtils::SetSettings(Section, key(event), sound);
 }
 
+bool EventSettings::isShown(const QString& event)
+{
+    return event.isEmpty() || CommonUtils::GetSettings(Section, ShownPrefix + event) != No;
+}
+
+void EventSettings::setShown(const QString& event, bool isShown)
+{
+    store(ShownPrefix + event, isShown);
+}
+
 bool EventSettings::isMuted()
 {
-    return CommonUtils::GetSettings(Section, MuteKey) == IsSet;
+    return CommonUtils::GetSettings(Section, MuteKey) == Yes;
 }
 
 void EventSettings::setMuted(bool isMuted)
 {
-    CommonUtils::SetSettings(Section, MuteKey, isMuted ? IsSet : QLatin1String("false"));
+    store(MuteKey, isMuted);
 }
 
 QString EventSettings::pathOf(const QString& sound)

@@ -21,6 +21,15 @@ QString key(Event event);
 QString sound(Event event);
 void setSound(Event event, const QString& sound);
 
+/// Other keys for isShown().
+constexpr QLatin1String DataLimit("data-limit");
+constexpr QLatin1String MessageText("message-text"); ///< the text of a message, in its notification
+
+/// Whether notifications of an event are shown on the desktop. They are unless the user has switched them off.
+/// @param event key() of an event, one of the other keys, or one that another plugin has chosen
+bool isShown(const QString& event);
+void setShown(const QString& event, bool isShown);
+
 /// Whether all sounds are switched off.
 bool isMuted();
 void setMuted(bool isMuted);

@@ -1,5 +1,45 @@
 #include "Notifications.h"
 
+#include "MessageNotice.h"
+#include "common/CommonUtils.h"
+#include "support/Text.h"
+
+#include <QGuiApplication>
+#include <QWidget>
+
+namespace {
+
+constexpr QLatin1String MessagesClsid("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46");
+constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
+
+bool isWindowHidden()
+{
+    const QWidget* const window = CommonUtils::GetMainWindow();
+    return window && (!window->isVisible() || window->isMinimized());
+}
+
+/// New messages are shown on the desktop only while the main window does not show them.
+bool isMessageNoticeNeeded()
+{
+    return isWindowHidden() && EventSettings::isShown(EventSettings::key(Event::Message));
+}
+
+/// Users who are at the application see there that a connection is lost, and have often caused it.
+bool isConnectionNoticeNeeded()
+{
+    return isWindowHidden() || QGuiApplication::applicationState() != Qt::ApplicationActive;
+}
+
+/// What the event is for the desktop, in the words of DesktopNotification::show().
+const char* categoryOf(const QString& event)
+{
+    if (event == EventSettings::key(Event::Message))
+        return "im.received";
+    return event == EventSettings::key(Event::ConnectionLost) ? "network.disconnected" : "device";
+}
+
+} // namespace
+
 Notifications::Notifications()
 {
     connect(&m_messages, &MessageWatch::arrived, this, &Notifications::report);
@@ -9,12 +49,8 @@ Notifications::Notifications()
         checkConnection();
         checkMessages(); // takes note of what a new modem holds
     });
-    connect(&m_notice, &DesktopNotification::activated, this, [this] {
-        m_notice.close();
-        showPage(m_noticeClsid);
-    });
     m_deviceEvents.listen();
-    m_connections.hasLostOne();
+    m_connections.look();
     // Not from here: a worker asks the container for this plugin, which is being initialised.
     QMetaObject::invokeMethod(this, &Notifications::checkMessages, Qt::QueuedConnection);
 }
@@ -27,25 +63,35 @@ void Notifications::playSound(const QString& key)
     }
 }
 
-void Notifications::showNotice(const QString& title, const QString& body, const QString& clsid)
+void Notifications::showNotice(const QString& title, const QString& body, const QString& clsid,
+                               const QString& event)
 {
-    m_noticeClsid = clsid;
-    m_notice.show(title, body, "device");
+    if (EventSettings::isShown(event))
+        m_notices[event].show(title, body, clsid, categoryOf(event));
 }
 
 void Notifications::checkMessages()
 {
-    m_messages.check(MessageNotice::isNeeded());
+    m_messages.check(isMessageNoticeNeeded());
 }
 
 void Notifications::checkConnection()
 {
-    if (m_connections.hasLostOne())
+    const ConnectionLoss loss = m_connections.look();
+    if (loss.isAny)
         m_sounds.play(Event::ConnectionLost);
+    if (loss.offline.isEmpty() || !isConnectionNoticeNeeded())
+        return;
+    showNotice(text("IDS_NOTIFY_LOST"),
+               text("IDS_NOTIFY_OFFLINE").arg(loss.offline.join(QLatin1String(", "))), ConnectionClsid,
+               EventSettings::key(Event::ConnectionLost));
 }
 
 void Notifications::report(const NewMessages& messages)
 {
     m_sounds.play(Event::Message);
-    m_messageNotice.show(messages);
+    if (!isMessageNoticeNeeded())
+        return;
+    const MessageNotice notice(messages, EventSettings::isShown(EventSettings::MessageText));
+    showNotice(notice.title, notice.body, MessagesClsid, EventSettings::key(Event::Message));
 }

@@ -1,8 +1,8 @@
 #include "NotifyServicePlugin.h"
 
 #include "Notifications.h"
+#include "NotificationsPage.h"
 #include "PluginContainer/PluginIds.h"
-#include "SoundsPage.h"
 #include "common/CommonUtils.h"
 
 void Notifier::requestStop()
@@ -26,7 +26,7 @@ int NotifyServicePlugin::Init()
     connect(&m_notifier, &Notifier::soundRequested, m_notifications.get(), &Notifications::playSound);
     connect(&m_notifier, &Notifier::noticeRequested, m_notifications.get(), &Notifications::showNotice);
     m_pageBuilder.start(
-        [this](QWidget* parent) { return new SoundsPage(m_notifications->sounds(), parent); });
+        [this](QWidget* parent) { return new NotificationsPage(m_notifications->sounds(), parent); });
     return BasePlugin::Init();
 }
 

@@ -26,15 +26,17 @@ public Q_SLOTS:
     void playSound(const QString& event) { Q_EMIT soundRequested(event); }
 
     /// Emits noticeRequested().
-    void showNotice(const QString& title, const QString& body, const QString& clsid)
+    void showNotice(const QString& title, const QString& body, const QString& clsid,
+                    const QString& event = {})
     {
-        Q_EMIT noticeRequested(title, body, clsid);
+        Q_EMIT noticeRequested(title, body, clsid, event);
     }
 
 Q_SIGNALS:
     void stopRequested();
     void soundRequested(const QString& event);
-    void noticeRequested(const QString& title, const QString& body, const QString& clsid);
+    void noticeRequested(const QString& title, const QString& body, const QString& clsid,
+                         const QString& event);
 
 private:
     std::atomic<bool> m_stopping{false};

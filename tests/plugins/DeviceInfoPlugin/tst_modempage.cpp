@@ -76,6 +76,7 @@ void TestModemPage::identity()
         simulate({});
         QVERIFY(Page.says("No modem attached"));
         simulate(modem(imsi, "gid=NT-GOLD\n"));
+        QTRY_VERIFY(Page.button("Show identity")->isEnabled());
         QTRY_COMPARE(Page.texts().contains("Subscriber identity"), mayBeShown);
         for (const QString& secret : subscriber + QStringList(serialNumber))
             QVERIFY2(!Page.texts().contains(secret), qPrintable(secret));

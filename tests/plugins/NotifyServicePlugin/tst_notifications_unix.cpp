@@ -76,7 +76,7 @@ void TestNotifications::initTestCase()
 {
     QVERIFY(m_desktop.start() && m_sounds.start());
     const QString sounds = QCoreApplication::applicationDirPath() + "/sounds";
-    for (int frequency = 400; frequency <= 2000; frequency += 100)
+    for (int frequency = 400; frequency <= 2100; frequency += 100)
         writeFile(sounds + QString("/%1 Hz.wav").arg(frequency), waveFile(frequency, 200));
     simulate(Simulated);
     start();
@@ -93,7 +93,7 @@ void TestNotifications::settingsPage()
     auto* const builder = qobject_cast<IUIPlugin*>(plugin);
     QVERIFY(builder);
     QWidget* page = builder->BuildFrame(nullptr, {});
-    QCOMPARE(page->windowTitle(), QString("Sounds"));
+    QCOMPARE(page->windowTitle(), QString("Notifications"));
     const auto lists = page->findChildren<QComboBox*>();
     const auto buttons = page->findChildren<QPushButton*>();
     QCOMPARE(lists.size(), 3);
@@ -108,7 +108,14 @@ void TestNotifications::settingsPage()
     QCOMPARE(list->currentText(), QString("Chime"));
     list->setCurrentIndex(list->findText("400 Hz"));
     QCOMPARE(CommonUtils::GetUserSettings("notifications", "message"), QString("400 Hz.wav"));
-    auto* const mute = page->findChild<QCheckBox*>();
+    for (const QString key : {"message-text", "message", "data-limit", "connection-lost"}) {
+        auto* const box = page->findChild<QCheckBox*>(key);
+        QVERIFY(box->isEnabled() && box->isChecked());
+        box->click();
+        QCOMPARE(CommonUtils::GetUserSettings("notifications", "show-" + key), QString("false"));
+    }
+    QVERIFY(!page->findChild<QCheckBox*>("message-text")->isEnabled());
+    auto* const mute = page->findChildren<QCheckBox*>().last();
     QVERIFY(!mute->isChecked());
     mute->click();
     QCOMPARE(CommonUtils::GetUserSettings("notifications", "mute"), QString("true"));
@@ -120,38 +127,43 @@ void TestNotifications::settingsPage()
     CommonUtils::SetSettings("notifications", "call", "/elsewhere/My sound.wav"); // a file of the user's
     page = builder->BuildFrame(nullptr, QRect()); // the plugin deletes the first one
     QCOMPARE(page->findChildren<QComboBox*>().at(1)->currentText(), QString("My sound"));
-    QVERIFY(page->findChild<QCheckBox*>()->isChecked());
-    page->findChild<QCheckBox*>()->click();
+    for (QCheckBox* box : page->findChildren<QCheckBox*>()) {
+        QCOMPARE(box->isChecked(), box->objectName().isEmpty()); // that is "mute"
+        box->setChecked(!box->isChecked());
+    }
     QCOMPARE(CommonUtils::GetUserSettings("notifications", "mute"), QString("false"));
 }
 
-// Every message that arrives while the window is hidden is shown; those that are muted are not heard.
+// Every message that arrives while the window is hidden is shown and heard, unless the user does not want that.
 void TestNotifications::messages()
 {
     const QByteArray old = message("M", 1, "A", "<b>1 & 2</b>\\nwww.example.org"),
                      second = message("M", 2, "B", "b");
-    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nnetwork=26201\n";
-    const std::tuple<QByteArray, bool, int, QString> steps[] = {
-        {Simulated + old, false, 500, "New message from A|&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"},
-        {Simulated + old + second, true, 600, "New message from B|b"},
+    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nconnection=disconnected\n";
+    const std::tuple<QByteArray, QString, int, QString> steps[] = {
+        {Simulated + old, "mute=false", 500,
+         "New message from A|&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"},
+        {Simulated + old + second, "mute=true", 600, "New message from B|b"},
         // One is deleted, one is changed, one modem is attached with a message; only the last one is new.
         {Simulated + other + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
              message("M", 4, "D", "d"),
-         false, 700, "New message from D|d"},
-        {Simulated + other + message("N", 3, "C", "c") + message("N", 5, "E", "e"), false, 800,
-         "New message from E|e"},
-        {Simulated + message("M", 6, "F", "f") + message("M", 7, "G", "g") + message("M", 8, "F", "h"), false,
-         900, "New messages: 3|F\nG"},
+         "mute=false", 700, "New message from D|d"},
+        {Simulated + other + message("N", 5, "E", "e"), "show-message-text=false", 800,
+         "New message from E|"},
+        {Simulated + message("M", 11, "J", "j"), "show-message=false", 2100, ""},
+        {Simulated + message("M", 6, "F", "f") + message("M", 7, "G", "g") + message("M", 8, "F", "h"),
+         "show-message=true", 900, "New messages: 3|F\nG"},
     };
     window()->hide();
     QStringList expected;
-    for (const auto& [modems, isMuted, tone, shown] : steps) {
-        CommonUtils::SetSettings("notifications", "mute", isMuted ? "true" : "false");
+    for (const auto& [modems, setting, tone, shown] : steps) {
+        CommonUtils::SetSettings("notifications", setting.section('=', 0, 0), setting.section('=', 1));
         chooseSound("message", tone);
-        expected += shown;
+        if (!shown.isEmpty())
+            expected += shown;
         simulate(modems);
         QTRY_COMPARE_WITH_TIMEOUT(shownTexts().join("; "), expected.join("; "), LongestWait);
-        if (!isMuted)
+        if (setting != "mute=true")
             QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(tone) > Audible, LongestWait);
     }
     QCOMPARE(m_sounds.heard(600), 0.0);
@@ -187,6 +199,9 @@ void TestNotifications::dataLimit()
 {
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
     QVERIFY(mainFrame->ShowPage(DataUse)); // counts every second from now on
+    QObject* const notifier =
+        Startup::GetPluginContainer()->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
+    QSignalSpy requests(notifier, SIGNAL(noticeRequested(QString, QString, QString, QString)));
     simulate(Simulated + "imsi=262011234567890\nreceived=0\nsent=0\nreceive-rate=900000\n");
     const QString limit = "Data limit used up|";
     QTRY_VERIFY_WITH_TIMEOUT(shownTexts().last().startsWith(limit), LongestWait);
@@ -196,38 +211,59 @@ void TestNotifications::dataLimit()
     NotificationDaemon::click(3);
     QTRY_VERIFY(Part{"DataPage"}.widget());
     QVERIFY(mainFrame->ShowPage(Connection));
+    QCOMPARE(requests.last().at(3), "data-limit"); // see lostConnections()
     QCOMPARE(shownTexts().filter(limit).size(), 1);
 }
 
-// Once for each loss. Other changes of a modem, and modems that come, are not heard.
+// Once for each loss. Other changes, modems that come, and connections that the user ends are not heard. What breaks a
+// connection is shown while the user is not at the application. Columns: before, a change that is no loss, the loss.
 void TestNotifications::lostConnections()
 {
-    chooseSound("message", 1500);
-    window()->hide();
-    const std::pair<int, QByteArray> rows[] = {{1100, ""},
-                                               {1200, "[modem M]\nmodel=M\nstate=detached\n"},
-                                               {1300, "[modem M]\nmodel=M\nstate=rejected\n"},
-                                               {1400, "[modem M]\nmodel=M\nstate=attached\n"}}; // no network
-    for (const auto& [tone, modems] : rows) {
-        chooseSound("connection-lost", tone);
-        const int before = shownTexts().size();
-        simulate(Simulated + "signal=10\n");
+    const QByteArray bare = "[modem M]\nmodel=M\nstate=attached\n",
+                     ended = Simulated + "connection=disconnected\n";
+    const std::tuple<QByteArray, QByteArray, QByteArray, QString> rows[] = {
+        {Simulated, Simulated, "", "shown"},
+        {bare, bare, "", "not online"},
+        {Simulated, Simulated, "[modem M]\nmodel=M\nstate=detached\n", "unwanted"},
+        {Simulated, Simulated, "[modem M]\nmodel=M\nstate=rejected\n", "shown"},
+        {Simulated, Simulated, bare, "shown"}, // no network
+        {Simulated, ended, "", "not online"},
+        {Simulated, ended + "connection.error=16\n", "", "not online"}, // in another program
+        {Simulated, Simulated, "", "visible"},
+        {Simulated, Simulated, ended + "connection.error=11\n", "shown"}};
+    chooseSound("message", 400);
+    QStringList expected = shownTexts();
+    int tone = 1000;
+    for (const auto& [before, quiet, loss, shown] : rows) {
+        chooseSound("connection-lost", tone += 100);
+        CommonUtils::SetSettings("notifications", "show-connection-lost",
+                                 shown == "unwanted" ? "false" : "true");
+        window()->hide();
+        simulate(before + "signal=10\n");
         QTRY_COMPARE_WITH_TIMEOUT(attachedModems().size(), 1, LongestWait);
         QCoreApplication::processEvents();
-        simulate(Simulated + "signal=90\n" + message("M", tone, "A", "a"));
-        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), before + 1, LongestWait); // all of that has been seen
+        for (const QByteArray& modem : {before + "signal=90\n", quiet}) {
+            simulate(modem + message("M", 100 + expected.size(), "A", "a"));
+            expected += "New message from A|"; // all of that has been seen
+            QTRY_COMPARE_WITH_TIMEOUT(shownTexts(), expected, LongestWait);
+        }
         QCOMPARE(m_sounds.heard(tone), 0.0);
-        simulate(modems);
+        window()->setVisible(shown == "visible");
+        QTRY_VERIFY(shown != "visible" || QGuiApplication::applicationState() == Qt::ApplicationActive);
+        simulate(loss);
+        if (shown == "shown")
+            expected += "Connection lost|M is no longer connected to the Internet.";
         QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(tone) > Audible, LongestWait);
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts(), expected, LongestWait);
     }
 }
 
 void TestNotifications::call()
 {
-    chooseSound("call", 1800);
+    chooseSound("call", 2000);
     simulate(Simulated);
     QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("123", UI_CALL_VOICE); }, LongestWait));
-    QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(1800) > Audible, LongestWait);
+    QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(2000) > Audible, LongestWait);
 }
 
 // A notice replaces the one before, also while the desktop has not answered yet.

@@ -1,16 +1,15 @@
-#include "SoundsPage.h"
+#include "SoundsPanel.h"
 
 #include "EventSounds.h"
+#include "support/Look.h"
 #include "support/Text.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -66,32 +65,19 @@ void fill(QComboBox* list, const QString& chosen)
 
 } // namespace
 
-SoundsPage::SoundsPage(EventSounds& sounds, QWidget* parent)
-    : Page("IDS_NOTIFY_TITLE", "IDS_NOTIFY_LEAD", Look::Sign::Message, parent)
+SoundsPanel::SoundsPanel(EventSounds& sounds, QWidget* parent)
+    : QWidget(parent)
     , m_sounds(sounds)
 {
-    auto* panel = new Surface;
-    auto* rows = new QGridLayout(panel);
-    rows->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    auto* rows = new QGridLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(Look::Gap);
     rows->setColumnStretch(1, 1);
     for (const Event event : AllEvents)
         addRow(rows, event);
-    content()->addWidget(panel);
-    content()->addWidget(makeMuteSwitch());
-    content()->addStretch();
 }
 
-QWidget* SoundsPage::makeMuteSwitch()
-{
-    auto* mute = new QCheckBox;
-    mute->setChecked(EventSettings::isMuted());
-    connect(mute, &QCheckBox::toggled, mute, &EventSettings::setMuted);
-    keepTranslated(mute, [mute] { mute->setText(text("IDS_NOTIFY_MUTE")); });
-    return mute;
-}
-
-void SoundsPage::addRow(QGridLayout* rows, Event event)
+void SoundsPanel::addRow(QGridLayout* rows, Event event)
 {
     auto* caption = new QLabel;
     auto* list = new QComboBox;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "support/Page.h"
+
+class EventSounds;
+
+/// The page of the settings dialog: which notifications the desktop shows, and the sounds of events. Choices are
+/// stored at once.
+class NotificationsPage : public Page
+{
+    Q_OBJECT
+
+public:
+    /// @param sounds plays the tests; must outlive the page
+    NotificationsPage(EventSounds& sounds, QWidget* parent);
+
+private:
+    /// @param corner is shown beside the heading, at the other end of the line; may be null
+    /// @return the column below the heading
+    QVBoxLayout* addPanel(const char* title, QWidget* corner);
+};
