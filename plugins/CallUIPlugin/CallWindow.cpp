@@ -88,7 +88,7 @@ QWidget* CallWindow::makeContent(const QString& number)
     layout->setSpacing(Look::Gap);
     layout->addWidget(centred(makePicture()));
     layout->addSpacing(Look::Gap);
-    layout->addWidget(centred(Look::label(number, 1.6, QFont::DemiBold)));
+    layout->addWidget(centred(Look::label(number, Look::TitleText, QFont::DemiBold)));
     layout->addWidget(m_stateLabel);
     layout->addWidget(m_hangUp);
     return content;
@@ -97,7 +97,7 @@ QWidget* CallWindow::makeContent(const QString& number)
 QPushButton* CallWindow::makeHangUpButton()
 {
     auto* button = new QPushButton;
-    button->setMinimumSize(180, 40);
+    button->setMinimumSize(Look::LargeButtonSize);
     button->setAutoDefault(true); // the Return key presses it while it has the focus
     connect(button, &QPushButton::clicked, this, &CallWindow::hangUpOrClose);
     return button;

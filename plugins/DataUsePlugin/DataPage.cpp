@@ -60,7 +60,7 @@ DataPage::Cell DataPage::makeCell(const char* caption)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(2);
     QLabel* const captionLabel = Look::quietLabel(QString());
-    Look::setFont(cell.value, 1.1, QFont::DemiBold);
+    Look::setFont(cell.value, Look::HeadingText, QFont::DemiBold);
     cell.value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // columns are equally wide
     column->addWidget(captionLabel);
     column->addWidget(cell.value);
@@ -110,7 +110,7 @@ QWidget* DataPage::makePeriod()
 {
     auto* panel = new Surface;
     m_periodDays = Look::quietLabel(QString());
-    m_usage = Look::label(QString(), 1.1, QFont::DemiBold);
+    m_usage = Look::label(QString(), Look::HeadingText, QFont::DemiBold);
     m_usage->setWordWrap(true);
     m_bar = new LimitBar;
     m_advice = Look::label(QString(), 1.0);

@@ -13,7 +13,7 @@ QVBoxLayout* makePanel(QWidget* panel, const char* title, QWidget* corner)
     column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
     column->setSpacing(Look::Gap);
     auto* line = new QHBoxLayout;
-    QLabel* const heading = Look::label(QString(), 1.15, QFont::DemiBold);
+    QLabel* const heading = Look::label(QString(), Look::HeadingText, QFont::DemiBold);
     setAccessibleRole(heading, QAccessible::Heading);
     line->addWidget(heading, 1);
     if (corner)

@@ -16,7 +16,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -24,7 +23,6 @@
 namespace {
 
 constexpr QSize Size{640, 420};
-constexpr QSize FrameSize{16, 48}; ///< at most
 
 struct Fact
 {
@@ -110,6 +108,6 @@ void showInstallation(MainWindow* window)
     layout->addWidget(makeFacts(window));
     layout->addWidget(plugins, 1);
     layout->addLayout(makeButtons(dialog, window));
-    fillDialog(dialog, content, Size.boundedTo(window->size()));
+    fillDialog(dialog, content, Size);
     dialog->open();
 }
