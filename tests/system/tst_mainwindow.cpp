@@ -377,14 +377,11 @@ void TestMainWindow::checkReasonsFit()
     simulate(CallModem);
     QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
     QWidget* const window = windows("CallWindow").value(0);
-    const auto line = [window](const char* id) {
-        const QString start = text(id, "CallUIPlugin") + '\n'; // the duration follows
-        const auto labels = window->findChildren<QLabel*>();
-        const auto isIt = [&](const QLabel* label) {
-            return label->text().startsWith(start);
-        };
-        const auto found = std::find_if(labels.begin(), labels.end(), isIt);
-        return found == labels.end() ? nullptr : *found;
+    const auto line = [window](const char* id) -> QLabel* {
+        for (QLabel* label : window->findChildren<QLabel*>())
+            if (label->text().startsWith(text(id, "CallUIPlugin") + '\n')) // the duration follows
+                return label;
+        return nullptr;
     };
     QTRY_VERIFY_WITH_TIMEOUT(line("IDS_CALL_TALKING"), LongCall);
     simulate(QByteArray(CallModem).replace("26201", ""));

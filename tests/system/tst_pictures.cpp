@@ -67,6 +67,9 @@ class TestPictures : public RunningApplication
 {
     Q_OBJECT
 
+public:
+    TestPictures();
+
 private slots:
     void compare_data();
     void compare();
@@ -141,19 +144,20 @@ void TestPictures::compare()
     QVERIFY2(isWanted, qUtf8Printable(file + ": " + difference(taken, stored)));
 }
 
-int main(int argc, char** argv)
+/// The same letters and controls everywhere.
+TestPictures::TestPictures()
 {
-    const TestHome home("[language]\nactive=_fr-fr\n");
-    qputenv("QT_FONT_DPI", "96");
-    qputenv("QT_SCALE_FACTOR", "1");
-    QApplication application(argc, argv);
     QFont font("DejaVu Sans", 9);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     QApplication::setFont(font);
     QApplication::setStyle("Fusion");
-    QApplication::setCursorFlashTime(0);
-    TestPictures test;
-    return QTest::qExec(&test, argc, argv);
+}
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_FONT_DPI", "96");
+    qputenv("QT_SCALE_FACTOR", "1");
+    return runTest<TestPictures>(argc, argv, "[language]\nactive=_fr-fr\n");
 }
 #include "tst_pictures.moc"

@@ -3,7 +3,6 @@
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -12,8 +11,6 @@
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QtTest>
-
-#include <algorithm>
 
 class TestDataPage : public RunningApplication
 {
@@ -27,9 +24,9 @@ private slots:
     void exchangedCards();
 
 private:
-    QWidget* page() const;
-    QString words() const { return words(page()); }
-    static QString words(const QWidget* parent);
+    QWidget* page() const { return part("DataPage"); }
+    QString words() const;
+    QPushButton* button(const QString& name) const;
     void open();
 };
 
@@ -47,22 +44,22 @@ QDir folder()
 
 } // namespace
 
-QWidget* TestDataPage::page() const
-{
-    for (QWidget* widget : window()->findChildren<QWidget*>())
-        if (widget->inherits("DataPage"))
-            return widget;
-    return nullptr;
-}
-
 /// What can be read on labels.
-QString TestDataPage::words(const QWidget* parent)
+QString TestDataPage::words() const
 {
     QStringList words;
-    for (const QLabel* label : parent->findChildren<QLabel*>())
+    for (const QLabel* label : page()->findChildren<QLabel*>())
         if (label->isVisible())
             words << label->text().replace(QChar::Nbsp, ' ');
     return words.join('|');
+}
+
+QPushButton* TestDataPage::button(const QString& name) const
+{
+    for (QPushButton* candidate : page()->findChildren<QPushButton*>())
+        if (candidate->text().startsWith(name) || candidate->accessibleName() == name)
+            return candidate;
+    return nullptr;
 }
 
 void TestDataPage::open()
@@ -74,7 +71,6 @@ void TestDataPage::open()
 
 void TestDataPage::initTestCase()
 {
-    qApp->setQuitOnLastWindowClosed(false);
     simulate({});
     open();
     QTRY_VERIFY(words().contains("no unlocked SIM card"));
@@ -96,12 +92,9 @@ void TestDataPage::counting()
 
 void TestDataPage::limit()
 {
-    const auto buttons = page()->findChildren<QPushButton*>();
-    const auto opener = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
-        return button->text().startsWith("Festlegen");
-    });
-    QVERIFY(opener != buttons.end() && (*opener)->isVisible());
-    (*opener)->click();
+    QPushButton* const opener = button("Festlegen");
+    QVERIFY(opener && opener->isVisible());
+    opener->click();
     const auto* const tabs = window()->findChild<QTabWidget*>();
     QVERIFY(tabs && tabs->isVisible());
     QWidget* const settings = tabs->currentWidget();
@@ -110,7 +103,7 @@ void TestDataPage::limit()
     QVERIFY(!numbers.first()->isEnabled());
     QVERIFY(words().contains("Legen Sie in den Einstellungen ein Datenlimit"));
     settings->findChild<QCheckBox*>()->click();
-    QVERIFY(numbers.first()->isEnabled() && !(*opener)->isVisible());
+    QVERIFY(numbers.first()->isEnabled() && !opener->isVisible());
     QVERIFY2(words().contains(QRegularExpression("MB von 10 GB \\(0 %\\)[|]Noch 10,00 GB")),
              qUtf8Printable(words()));
     settings->findChild<QComboBox*>()->setCurrentIndex(0);
@@ -139,11 +132,6 @@ void TestDataPage::months()
     simulate(Modem + "connection=disconnected\n");
     open();
     QTRY_VERIFY(words().contains("Dieser Monat"));
-    const auto button = [this](const QString& name) {
-        const auto buttons = page()->findChildren<QPushButton*>();
-        return *std::find_if(buttons.begin(), buttons.end(),
-                             [&](const QPushButton* one) { return one->accessibleName() == name; });
-    };
     QPushButton* const earlier = button("Voriger Monat");
     QPushButton* const later = button("Nächster Monat");
     QVERIFY(earlier->isEnabled() && !later->isEnabled());
@@ -173,9 +161,6 @@ void TestDataPage::exchangedCards()
 
 int main(int argc, char** argv)
 {
-    const TestHome home("[language]\nactive=_en-us\n");
-    QApplication application(argc, argv);
-    TestDataPage test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<TestDataPage>(argc, argv, "[language]\nactive=_en-us\n");
 }
 #include "tst_datapage.moc"

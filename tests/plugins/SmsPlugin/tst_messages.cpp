@@ -56,7 +56,7 @@ private slots:
 private:
     QAbstractItemView* list() const { return window()->findChild<QAbstractItemView*>("messageList"); }
     QTextBrowser* thread() const { return list()->parentWidget()->findChild<QTextBrowser*>(); }
-    QWidget* page() const;
+    QWidget* page() const { return part("MessagesPage"); }
     static void show() { Startup::GetMainFrameService()->ShowPage("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46"); }
 
     /// What the rows of the list show.
@@ -178,14 +178,6 @@ void TestMessages::init()
     QTRY_VERIFY_WITH_TIMEOUT(Startup::GetPluginContainer()->IsPluginsConfigInitialized() && owner("Ctrl+D"),
                              LongestWait); // what the modem brings
     QTRY_COMPARE_WITH_TIMEOUT(rows().size(), 2, LongestWait);
-}
-
-QWidget* TestMessages::page() const
-{
-    QWidget* page = list();
-    while (page && !page->inherits("MessagesPage"))
-        page = page->parentWidget();
-    return page;
 }
 
 QStringList TestMessages::rows(int role) const
@@ -370,11 +362,10 @@ void TestMessages::toolBar()
     CommonUtils::SetSettings("callui", "callvideo", callvideo);
     use(V2 + "gid=" + gid + '\n');
     const auto hasButton = [this](const QString& name) {
-        for (const QAbstractButton* button : page()->findChildren<QAbstractButton*>()) {
-            if (button->accessibleName() == name && button->isEnabled() && !button->icon().isNull())
-                return true;
-        }
-        return false;
+        const auto buttons = page()->findChildren<QAbstractButton*>();
+        return std::any_of(buttons.begin(), buttons.end(), [&](const QAbstractButton* button) {
+            return button->accessibleName() == name && button->isEnabled() && !button->icon().isNull();
+        });
     };
     QVERIFY(hasButton("Reply") && hasButton("Search"));
     const auto callButtons = [&] {
@@ -559,10 +550,6 @@ void TestMessages::choosingSender()
 
 int main(int argc, char** argv)
 {
-    const TestHome home("[language]\nactive=_en-us\n");
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    TestMessages test;
-    return QTest::qExec(&test, argc, argv);
+    return runTest<TestMessages>(argc, argv, "[language]\nactive=_en-us\n");
 }
 #include "tst_messages.moc"

@@ -42,8 +42,10 @@ void TestTray::states_data()
 void TestTray::states()
 {
     QFETCH(QByteArray, modems);
-    QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit());
+    QVERIFY(QTest::qWaitFor([&modems] { // on Windows the file cannot be replaced while the service reads it
+        QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
+        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
+    }));
     QFETCH(int, state);
     QFETCH(int, bars);
     QTRY_VERIFY(int(readTrayStatus().state) == state && readTrayStatus().bars == bars);
