@@ -48,6 +48,7 @@ public:
             entries.beginStructure();
             entries >> time >> found.last();
         }
+        entries.endArray(); // frees it
         return found;
     }
 
