@@ -163,6 +163,8 @@ void SideBarArea::removePage(QWidget* page)
     page->disconnect(this);
     page->removeEventFilter(this);
     noteFocus(page);
+    if (m_pages->currentWidget() == page)
+        leavePage();
     m_pages->removeWidget(page);
     page->hide();
     page->setParent(nullptr);
@@ -215,15 +217,24 @@ void SideBarArea::fitSideBar()
     m_sideBar->setFixedWidth(entries + (scrollBar->maximum() > 0 ? scrollBar->sizeHint().width() : 0));
 }
 
+/// Shows the first page in place of the current one, which goes. A neighbour would be shown only for a moment, and what a
+/// page shows counts as seen.
+void SideBarArea::leavePage()
+{
+    const int row = m_sideBar->currentRow();
+    // When several pages are removed in turn, the first current one is the page the user was looking at.
+    if (m_lost.kind.isEmpty())
+        m_lost.kind = m_sideBar->item(row)->data(KindRole).toString();
+    if (m_sideBar->count() > 1)
+        selectRow(row == 0 ? 1 : 0);
+}
+
 void SideBarArea::removeEntry(int index)
 {
-    const bool wasCurrent = m_sideBar->currentRow() == index;
-    // When several pages are removed in turn, the first current one is the page the user was looking at.
-    if (wasCurrent && m_lost.kind.isEmpty())
-        m_lost.kind = m_sideBar->item(index)->data(KindRole).toString();
+    if (m_sideBar->currentRow() == index)
+        leavePage();
     const Lost lost = m_lost;
-    delete m_sideBar->takeItem(index); // selects a neighbour
+    delete m_sideBar->takeItem(index);
     m_lost = lost;
-    selectRow(wasCurrent ? 0 : m_sideBar->currentRow());
     m_pages->setCurrentIndex(m_sideBar->currentRow());
 }

@@ -28,6 +28,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void leavePage();
     void removeEntry(int index);
     void showBadge(QWidget* page);
     void noteFocus(const QWidget* page);

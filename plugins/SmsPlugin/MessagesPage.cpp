@@ -5,6 +5,7 @@
 #include "MessageToolBar.h"
 #include "Shown.h"
 #include "ThreadView.h"
+#include "common/CommonUtils.h"
 #include "support/DeviceEvents.h"
 #include "support/ElidedLabel.h"
 #include "support/Numbers.h"
@@ -148,11 +149,13 @@ void MessagesPage::showThread()
     showState();
 }
 
-/// The chosen conversation is read as soon as the user can see it.
+/// The chosen conversation is read as soon as the user can see it. At the end of the application, pages are shown for a
+/// moment when others disappear.
 void MessagesPage::markShown()
 {
     const QModelIndex current = m_list->currentIndex();
-    if (current.isValid() && isVisible() && !window()->isMinimized())
+    const bool canBeSeen = isVisible() && !window()->isMinimized() && !CommonUtils::IsShuttingDown();
+    if (current.isValid() && canBeSeen)
         m_feed.markRead(m_filter.mapToSource(current).row());
 }
 

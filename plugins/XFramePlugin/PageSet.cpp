@@ -17,14 +17,16 @@ PageSet::PageSet(IPluginContainer& container, MainWindow& window)
 
 void PageSet::dropDisabled()
 {
-    for (auto it = m_pages.begin(); it != m_pages.end();) {
-        if (loadedPage(m_container, it.key())) {
-            ++it;
+    QStringList clsids = m_pages.keys();
+    // From the last to the first, so that no page takes another one's place only to go as well.
+    std::sort(clsids.begin(), clsids.end(), [this](const QString& left, const QString& right) {
+        return m_shown.indexOf(m_pages[left]) > m_shown.indexOf(m_pages[right]);
+    });
+    for (const QString& clsid : clsids) {
+        if (loadedPage(m_container, clsid))
             continue;
-        }
-        takeOut(*it);
-        delete *it;
-        it = m_pages.erase(it);
+        takeOut(m_pages[clsid]);
+        delete m_pages.take(clsid);
     }
     if (m_layout != wantedLayout())
         dropArea();

@@ -38,7 +38,9 @@ void RunningApplication::start()
 
 void RunningApplication::end()
 {
+    CommonUtils::SetShutDownFlag();
     m_startup.reset();
+    CommonUtils::ResetShutDownFlag();
     MainFrame::forget();
 }
 
