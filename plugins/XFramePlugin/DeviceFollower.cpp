@@ -27,6 +27,12 @@ DeviceFollower::DeviceFollower(IPluginContainer& container, MainWindow& window, 
     connect(&events, &DeviceEvents::changed, this, &DeviceFollower::devicesChanged);
     connect(&m_startPoll, &QTimer::timeout, this, &DeviceFollower::finishStart);
     m_startPoll.start(StartPollInterval);
+    noteModem();
+}
+
+void DeviceFollower::noteModem()
+{
+    m_hadModem |= !attachedModems().isEmpty();
 }
 
 void DeviceFollower::finishStart()
@@ -35,20 +41,21 @@ void DeviceFollower::finishStart()
         return;
     m_startPoll.stop();
     const Modems modems = attachedModems();
-    if (modems.size() == 1) {
+    if (!modems.isEmpty() || m_hadModem) {
         applyKeyOf(modems);
         return;
     }
-    // The container has customised for the modem used last; this applies until a modem is attached or removed.
-    m_situation.modems = modems;
+    // The container has customised for the modem used last; this applies until a modem is attached.
     m_situation.key = lastUsedDevice();
     refresh();
 }
 
 void DeviceFollower::devicesChanged()
 {
-    if (m_startPoll.isActive())
+    if (m_startPoll.isActive()) {
+        noteModem();
         return;
+    }
     // Events are also sent for detections that found no change, and when the user has chosen one of several modems.
     const Modems modems = attachedModems();
     if (!(modems == m_situation.modems) || customisationKey(m_container, modems) != m_situation.key)

@@ -14,7 +14,7 @@ class MainWindow;
 /// Updates plugins, pages and status bar when modems are attached or removed.
 ///
 /// At the start, the container applies the first customisation on its configuration thread. Device events are
-/// ignored until that is done; then the follower checks the attached modems once and handles events from
+/// only noted until that is done; then the follower checks the attached modems once and handles events from
 /// there on.
 class DeviceFollower : public QObject
 {
@@ -33,6 +33,7 @@ Q_SIGNALS:
 
 private:
     void devicesChanged();
+    void noteModem();
     void finishStart();
     void applyKeyOf(const Modems& modems);
     void refresh();
@@ -43,5 +44,6 @@ private:
     PageSet m_pages;
     StatusBarPlace m_statusBar;
     QTimer m_startPoll;
+    bool m_hadModem = false; ///< since the start began
     Situation m_situation;
 };
