@@ -21,6 +21,8 @@ constexpr Answer Answers[] = {
 
 class HelpPage : public Page
 {
+    Q_OBJECT
+
 public:
     explicit HelpPage(QWidget* parent)
         : Page("IDS_HELP_TITLE", "IDS_HELP_LEAD", Look::Sign::Help, parent)
@@ -49,3 +51,5 @@ QWidget* HelpPlugin::createPage(QWidget* parent)
 {
     return new HelpPage(parent);
 }
+
+#include "HelpPlugin.moc"

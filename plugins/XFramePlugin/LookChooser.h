@@ -1,11 +1,12 @@
 #pragma once
 
+#include "Skin.h"
+
 #include <QListWidget>
 
 class MainWindow;
 
-/// A list of the looks of the main window with pictures: the usual window, and the compact one in each of its skins. The
-/// choice applies at once.
+/// A list of the looks of the main window with pictures. The choice applies at once.
 class LookChooser : public QListWidget
 {
     Q_OBJECT
@@ -14,11 +15,14 @@ public:
     /// @param window must outlive this object
     explicit LookChooser(MainWindow& window, QWidget* parent = nullptr);
 
+    void doItemsLayout() override;
+
 private:
-    void addLook(const QString& skin, bool isCompact);
+    void addPicture(const WindowLook& look);
     void showCurrent();
     void apply();
     void translate();
 
     MainWindow& m_window;
+    QVector<WindowLook> m_looks; ///< by row
 };

@@ -49,6 +49,9 @@ public:
     /// Shows the state of the modem in use in the notification area, and a line if settings cannot be saved.
     void showStatus();
 
+    /// Says in the notification area how many messages are unread.
+    void showUnread(int unread);
+
     /// Shows the window for the first time, unless the desktop has started the application and the user wants it to be in
     /// the notification area. If there is no such area for ten seconds, the window is shown after all.
     void showAtStart();

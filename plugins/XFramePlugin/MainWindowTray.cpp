@@ -36,6 +36,11 @@ bool MainWindow::hasTray() const
     return m_menus->hasTray();
 }
 
+void MainWindow::showUnread(int unread)
+{
+    m_menus->showUnread(unread);
+}
+
 void MainWindow::followBackground()
 {
     setProperty(HidesOnClose, Background::isWanted() && hasTray());

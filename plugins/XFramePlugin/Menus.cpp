@@ -52,7 +52,20 @@ void Menus::follow()
 
 void Menus::showStatus()
 {
-    const TrayStatus status = readTrayStatus();
+    TrayStatus status = readTrayStatus();
+    status.unread = m_status.unread;
+    show(status);
+}
+
+void Menus::showUnread(int unread)
+{
+    TrayStatus status = m_status;
+    status.unread = unread;
+    show(status);
+}
+
+void Menus::show(const TrayStatus& status)
+{
     if (status == m_status)
         return;
     m_status = status;

@@ -27,6 +27,9 @@ public:
     /// Shows the state of the modem in use in the notification area.
     void showStatus();
 
+    /// Shows there how many messages are unread.
+    void showUnread(int unread);
+
     /// Whether the user can bring back a hidden window.
     bool hasTray() const;
 
@@ -43,6 +46,7 @@ Q_SIGNALS:
 private:
     void build();
     void translate();
+    void show(const TrayStatus& status);
 
     MenuCommands m_commands;
     QToolButton* m_button;

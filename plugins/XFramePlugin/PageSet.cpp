@@ -9,10 +9,17 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr QLatin1String MessagesClsid("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46");
+
+} // namespace
+
 PageSet::PageSet(IPluginContainer& container, MainWindow& window)
     : m_container(container)
     , m_window(window)
 {
+    QObject::connect(&m_unread, &UnreadCount::changed, &window, &MainWindow::showUnread);
 }
 
 void PageSet::dropDisabled()
@@ -40,6 +47,7 @@ void PageSet::arrange()
         dropArea();
         add(wanted);
     }
+    m_unread.follow(m_pages.value(MessagesClsid));
 }
 
 void PageSet::add(const QVector<QWidget*>& pages)

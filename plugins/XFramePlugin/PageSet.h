@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TabLayout.h"
+#include "UnreadCount.h"
 
 #include <QHash>
 #include <QLatin1String>
@@ -59,4 +60,5 @@ private:
     QPointer<QWidget> m_area;
     QHash<QString, QPointer<QWidget>> m_pages; ///< of the embedded plugins, by clsid
     QVector<QPointer<QWidget>> m_shown;        ///< pages in the area, in order
+    UnreadCount m_unread;
 };

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr QSize PreferredSize{544, 420};
+constexpr QSize PreferredSize{680, 420};
 
 void addTab(QTabWidget* tabs, QWidget* page)
 {

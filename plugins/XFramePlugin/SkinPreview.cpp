@@ -1,13 +1,14 @@
 #include "SkinPreview.h"
 
+#include "Skin.h"
 #include "common/CommonUtils.h"
 #include "support/Page.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPalette>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -34,21 +35,22 @@ constexpr Role Roles[] = {
     {"palette(highlighted-text)", QPalette::HighlightedText},
 };
 
-/// For style sheets that leave these to the desktop: the style sheet of the application must not show through.
-const char* const DesktopColours = "QWidget { background: palette(window); color: palette(window-text); }"
+/// For style sheets that leave these to the palette: the style sheet of the application must not show through.
+const char* const PaletteColours = "QWidget { background: palette(window); color: palette(window-text); }"
                                    "QLabel, QLabel[quiet=\"true\"] { background: transparent;"
                                    " color: palette(window-text); }"
                                    "Surface, Surface QWidget { background: palette(base); }"
                                    "QLineEdit, QLineEdit[text=\"\"] { color: palette(window-text); }";
 
-/// The style sheet with the desktop's colours instead of references to them.
-QString styleSheet(const QString& skin)
+/// The style sheet with the colours of the look's palette instead of references to them.
+QString styleSheet(const WindowLook& look)
 {
-    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/") + skin + QLatin1String(".qss"));
-    QString sheet = QString::fromLatin1(DesktopColours);
+    QFile file(CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/") + look.skin +
+               QLatin1String(".qss"));
+    QString sheet = QString::fromLatin1(PaletteColours);
     if (file.open(QIODevice::ReadOnly))
         sheet += QString::fromUtf8(file.readAll());
-    const QPalette palette = QApplication::palette();
+    const QPalette palette = coloursOf(look);
     for (const Role& role : Roles)
         sheet.replace(QLatin1String(role.name), palette.color(role.role).name());
     return sheet;
@@ -95,11 +97,11 @@ std::unique_ptr<QWidget> makeSample(bool isCompact)
 
 } // namespace
 
-QPixmap SkinPreview::picture(const QString& skin, bool isCompact, qreal ratio)
+QPixmap SkinPreview::picture(const WindowLook& look, qreal ratio)
 {
-    const QSize size = isCompact ? CompactSize : Size;
-    const std::unique_ptr<QWidget> sample = makeSample(isCompact);
-    sample->setStyleSheet(styleSheet(skin));
+    const QSize size = look.isCompact ? CompactSize : Size;
+    const std::unique_ptr<QWidget> sample = makeSample(look.isCompact);
+    sample->setStyleSheet(styleSheet(look));
     sample->setFixedSize(size * Scale);
     const QPixmap window =
         sample->grab().scaled(size * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

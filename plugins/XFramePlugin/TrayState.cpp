@@ -2,6 +2,7 @@
 
 #include "support/Look.h"
 #include "support/ModemInUse.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
@@ -66,7 +67,7 @@ void apply(const Modem& modem, TrayStatus& status)
 auto fields(const TrayStatus& status)
 {
     return std::tie(status.state, status.modem, status.bars, status.signal, status.canConnect,
-                    status.canDisconnect);
+                    status.canDisconnect, status.unread);
 }
 
 } // namespace
@@ -120,6 +121,8 @@ QString trayText(const TrayStatus& status)
             lines.append(text(words.id));
     }
     if (status.signal > 0)
-        lines.append(text("IDS_TRAY_SIGNAL").arg(status.signal));
+        lines.append(text("IDS_TRAY_SIGNAL").arg(numberText(status.signal)));
+    if (status.unread > 0)
+        lines.append(text("IDS_TRAY_UNREAD").arg(numberText(status.unread)));
     return lines.join(QLatin1Char('\n'));
 }

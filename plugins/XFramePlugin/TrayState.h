@@ -15,6 +15,7 @@ struct TrayStatus
     int signal = 0; ///< in percent
     bool canConnect = false;
     bool canDisconnect = false; ///< also while connecting
+    int unread = 0;             ///< messages; does not come from the modem
 };
 
 bool operator==(const TrayStatus& left, const TrayStatus& right);

@@ -8,15 +8,14 @@
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "SettingsDialog.h"
+#include "Startup/SplashDelay.h"
 #include "Startup/Startup.h"
 
 #include <QRect>
 
 namespace {
 
-// In milliseconds since the start of the splash program, which waits before it shows anything.
-constexpr int SplashShown = 400;
-constexpr int ShortestSplash = SplashShown + 600;
+constexpr int ShortestSplash = SplashDelay + 600; // milliseconds since the start of the splash program
 
 } // namespace
 
@@ -67,7 +66,7 @@ void XFramePlugin::closeSplashScreen()
 {
     // A splash screen that disappears at once looks like a fault. The window can be used meanwhile.
     const int elapsed = Startup::GetSplashScreen();
-    m_splashTimer.start(elapsed < SplashShown ? 0 : qBound(0, ShortestSplash - elapsed, ShortestSplash));
+    m_splashTimer.start(elapsed < SplashDelay ? 0 : qBound(0, ShortestSplash - elapsed, ShortestSplash));
 }
 
 QWidget* XFramePlugin::GetMainWindow()

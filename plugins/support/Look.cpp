@@ -11,42 +11,54 @@ namespace {
 constexpr qreal QuietShare = 0.2; // of the background colour in quiet text
 constexpr qreal FocusShare = 0.5; // of the text colour in frames around what has the focus
 
-/// Dims a label's text colour, also when the palette changes. (The palette's own role for such text,
-/// PlaceholderText, is not set on all platforms.)
-class Dimmer : public QObject
+/// Gives a label a text colour that is derived from the application's palette, also when that changes.
+class TextColour : public QObject
 {
 public:
-    explicit Dimmer(QLabel* label)
+    using Derive = QColor (*)(const QPalette& normal);
+
+    TextColour(QLabel* label, Derive derive)
         : QObject(label)
         , m_label(label)
+        , m_derive(derive)
     {
         label->installEventFilter(this);
-        dim();
+        apply();
     }
 
     bool eventFilter(QObject*, QEvent* event) override
     {
         if (event->type() == QEvent::PaletteChange)
-            dim();
+            apply();
         return false;
     }
 
 private:
-    void dim();
+    void apply();
 
     QLabel* m_label;
+    Derive m_derive;
 };
 
-void Dimmer::dim()
+void TextColour::apply()
 {
-    const QPalette normal = QApplication::palette(m_label);
-    const QColor dimmed =
-        Look::mixed(normal.color(QPalette::WindowText), normal.color(QPalette::Window), QuietShare);
+    const QColor color = m_derive(QApplication::palette(m_label));
     QPalette own = m_label->palette();
-    if (own.color(QPalette::WindowText) == dimmed)
+    if (own.color(QPalette::WindowText) == color)
         return;
-    own.setColor(QPalette::WindowText, dimmed);
+    own.setColor(QPalette::WindowText, color);
     m_label->setPalette(own);
+}
+
+/// The palette's own role for such text, PlaceholderText, is not set on all platforms.
+QColor dimmed(const QPalette& palette)
+{
+    return Look::mixed(palette.color(QPalette::WindowText), palette.color(QPalette::Window), QuietShare);
+}
+
+QColor alarming(const QPalette& palette)
+{
+    return Look::toneColor(Look::Tone::Bad, palette);
 }
 
 bool isDark(const QPalette& palette)
@@ -112,7 +124,7 @@ void Look::setFont(QWidget* widget, qreal scale, QFont::Weight weight)
 void Look::makeQuiet(QLabel* label)
 {
     label->setProperty("quiet", true); // for style sheets
-    new Dimmer(label);
+    new TextColour(label, dimmed);
 }
 
 void Look::makeSelectable(QLabel* label)
@@ -143,8 +155,6 @@ QLabel* Look::errorLabel()
     QLabel* label = Look::label(QString(), NormalText);
     label->setWordWrap(true);
     label->setProperty("error", true); // for style sheets with colours of their own
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, toneColor(Tone::Bad, palette));
-    label->setPalette(palette);
+    new TextColour(label, alarming);
     return label;
 }

@@ -3,6 +3,7 @@
 // Shows the splash screen until its standard input ends or the system asks it to end.
 #include "InputEnd.h"
 #include "SplashWindow.h"
+#include "Startup/SplashDelay.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -13,9 +14,7 @@
 
 namespace {
 
-// In milliseconds.
-constexpr int ShownAfter = 400; // a quick start needs no splash screen
-constexpr unsigned long LastWait = 100;
+constexpr unsigned long LastWait = 100; // milliseconds
 
 void scaleForDenseScreens()
 {
@@ -38,7 +37,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     SplashWindow window(arguments.at(1), SplashText::read(arguments.at(2)));
-    QTimer::singleShot(ShownAfter, &window, &QWindow::show);
+    QTimer::singleShot(SplashDelay, &window, &QWindow::show);
 
     auto inputEnd = std::make_unique<InputEnd>();
     QObject::connect(inputEnd.get(), &QThread::finished, &application, &QCoreApplication::quit);

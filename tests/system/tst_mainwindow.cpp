@@ -9,21 +9,16 @@
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QAction>
 #include <QClipboard>
 #include <QDesktopServices>
-#include <QDirIterator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPointer>
-#include <QSet>
 #include <QStackedWidget>
 #include <QStyledItemDelegate>
+#include <QSystemTrayIcon>
 #include <QTextBrowser>
-#include <QTextCursor>
-#include <QXmlStreamReader>
 
 #include <tuple>
 
@@ -33,18 +28,17 @@ class TestMainWindow : public RunningApplication
 
 public slots:
     /// Stands in for the desktop's browser.
-    void openUrl(const QUrl& url) { m_openedUrls.append(url.toString(QUrl::FullyEncoded)); }
+    void openUrl(const QUrl& url) { m_openedUrls += url.toString(QUrl::FullyEncoded) + ' '; }
 
 private slots:
     void initTestCase();
     void language();
-    void compactWindow();
+    void looks();
     void statusBar();
     void messageLinks();
     void operatorsEntry();
     void calls();
     void dialling();
-    void serviceCodes_data();
     void serviceCodes();
     void connectingFromMenu();
     void pageOfLostModem();
@@ -61,16 +55,13 @@ protected:
 
 private:
     QAbstractButton* call() const { return qobject_cast<QAbstractButton*>(owner("Ctrl+D")); }
-    void checkReasonsFit();
     void restartFor(const QString& customer);
-
-    void checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const;
-
-    /// The dialog, and what it copies for support, report the damaged file and the plugin that throws.
+    bool shows(const QString& start, QWidget* where = nullptr) const;
+    void checkReasonsFit(QWidget* callWindow) const;
     void checkFaults() const;
 
     int m_brokenLine = 0; ///< of the plugin configuration file
-    QStringList m_openedUrls;
+    QString m_openedUrls;
     QHash<int, int> m_events;
 };
 
@@ -79,16 +70,13 @@ namespace {
 /// All texts of all plugins in a language, without shortcuts.
 QSet<QString> textsOf(const QString& language)
 {
-    const QRegularExpression shortcut(R"( \((Ctrl|Strg)\+\w\)$)");
+    const QRegularExpression item(R"(<item name="\w+">(.*?)(?: \((?:Ctrl|Strg)\+\w\))?</item>)");
     QSet<QString> texts;
     QDirIterator files(QCoreApplication::applicationDirPath() + "/plugins", {"*_" + language + ".lang"},
                        QDir::Files, QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-        QXmlStreamReader reader(contentOf(files.next()));
-        reader.readNextStartElement();
-        while (reader.readNextStartElement())
-            texts.insert(reader.readElementText().remove(shortcut));
-    }
+    while (files.hasNext())
+        for (auto items = item.globalMatch(contentOf(files.next())); items.hasNext();)
+            texts.insert(items.next().captured(1));
     return texts;
 }
 
@@ -115,6 +103,12 @@ QSet<QString> shownTexts(QWidget* window)
     return texts;
 }
 
+const QByteArray CallModem =
+    "[modem M]\nmodel=Lume V2\nstate=attached\nimsi=262011234567890\nnetwork=26201\nrequest-time=20\n";
+const QByteArray Offline = QByteArray(CallModem).replace("26201", "");
+constexpr int LongCall = 30000; // milliseconds; a call takes much less, on a busy machine too
+
+constexpr const char* CallUi = "CallUIPlugin";
 constexpr const char* DialPad = "DialPadPlugin";
 
 QString text(const char* id, const char* plugin = "XFramePlugin")
@@ -134,6 +128,13 @@ Object* named(const QWidget* parent, const QString& name)
 
 } // namespace
 
+/// Whether a line that can be read in a window, by default the main window, begins with this.
+bool TestMainWindow::shows(const QString& start, QWidget* where) const
+{
+    const QStringList texts = shownTexts(where ? where : window()).values();
+    return !start.isEmpty() && ('\n' + texts.join('\n')).contains('\n' + start);
+}
+
 void TestMainWindow::initTestCase()
 {
     // Everything before the damage is read nevertheless, and it is at the end.
@@ -148,145 +149,129 @@ void TestMainWindow::initTestCase()
 
 void TestMainWindow::language()
 {
-    const std::tuple<QString, const char*, Qt::LayoutDirection, QString, int, int> rows[] = {
-        {"de-de", "Deutsch", Qt::LeftToRight, "&Kopieren", 0, 0}, // the application has started in it
-        {"ar-sa", "العربية", Qt::RightToLeft, "ا&نسخ", 1, 1},
-        {"he-il", "עברית", Qt::RightToLeft, "הע&תק", 1, 0}, // not mirrored in between
-        {"zh-cn", "简体中文", Qt::LeftToRight, "复制(&C)", 1, 1},
-        {"fr-fr", "Français", Qt::LeftToRight, "Cop&ier", 1, 0},
+    // what Qt calls copying, then the events that the main window is sent
+    const std::tuple<QString, const char*, bool, QString, int, int> rows[] = {
+        {"de-de", "Deutsch", false, "&Kopieren", 0, 0}, // the application has started in it
+        {"ar-sa", "العربية", true, "ا&نسخ", 1, 1},
+        {"he-il", "עברית", true, "הע&תק", 1, 0}, // not mirrored in between
+        {"zh-cn", "简体中文", false, "复制(&C)", 1, 1},
+        {"fr-fr", "Français", false, "Cop&ier", 1, 0},
     };
     const bool hasQtTexts = QDir(qApp->applicationDirPath()).exists("translations/qtbase_de.qm");
-    QString before = "en-us";
+    QSet<QString> before = textsOf("en-us");
     choose(text("IDS_MENU_INSTALLATION"));
-    for (const auto& [code, ownName, direction, copy, translations, reversals] : rows) {
-        if (before != "en-us")
+    for (const auto& [code, ownName, isMirrored, copy, translations, reversals] : rows) {
+        if (translations > 0)
             choose(ownName);
         QCOMPARE(m_events.take(QEvent::LanguageChange), translations);
         QCOMPARE(m_events.take(QEvent::LayoutDirectionChange), reversals);
         QCOMPARE(QCoreApplication::translate("QWidgetTextControl", "&Copy"), hasQtTexts ? copy : "&Copy");
         QCOMPARE(CommonUtils::GetSettings("language", "active"), '_' + code);
-        checkTexts(textsOf(code), textsOf(before));
+        const QSet<QString> expected = textsOf(code);
+        const QSet<QString> shown = shownTexts(window());
+        const QSet<QString> left = (before - expected) & shown;
+        QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
+        QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
         checkFaults();
         for (const char* shortcut : {"Ctrl+Q", "Ctrl+M", "Ctrl+D"})
             QVERIFY2(owner(shortcut), shortcut);
-        QCOMPARE(window()->layoutDirection(), direction);
-        const auto* sideBar = window()->findChild<QListWidget*>();
-        const auto* pages = window()->findChild<QStackedWidget*>();
-        QTRY_COMPARE(sideBar->x() > pages->x(), direction == Qt::RightToLeft);
-        before = code;
+        QTRY_COMPARE(part("QListWidget")->x() > part("QStackedWidget")->x(), isMirrored);
+        before = expected;
     }
     QVERIFY(named<QAbstractButton>(window(), text("IDS_INSTALLATION_COPY"))->window()->close());
 }
 
-/// No text of the language before is left.
-void TestMainWindow::checkTexts(const QSet<QString>& expected, const QSet<QString>& before) const
-{
-    const QSet<QString> shown = shownTexts(window());
-    const QSet<QString> left = (before - expected) & shown;
-    QVERIFY2(left.isEmpty(), qUtf8Printable(left.values().join(" | ")));
-    QVERIFY2((shown & expected).size() > 30, qUtf8Printable(shown.values().join(" | ")));
-}
-
+/// The dialog, and what it copies for support, report the damaged file and the plugin that throws.
 void TestMainWindow::checkFaults() const
 {
     const QString malformed = text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(m_brokenLine);
-    for (const QString& cell :
-         {malformed, text("IDS_STATE_FAILED"), text("IDS_FAULT_THREW"), QString("Init() threw: faulty")})
-        QTRY_VERIFY2(!cell.isEmpty() && shownTexts(window()).contains(cell), qUtf8Printable(cell));
+    const QString failed = text("IDS_STATE_FAILED");
+    const QString thrown = "Init() threw: faulty";
+    for (const QString& cell : {malformed, failed, text("IDS_FAULT_THREW"), thrown})
+        QTRY_VERIFY2(shows(cell), qUtf8Printable(cell));
     named<QAbstractButton>(window(), text("IDS_INSTALLATION_COPY"))->click();
     const QString report = QGuiApplication::clipboard()->text();
-    const QString failed = ": " + text("IDS_STATE_FAILED") + ": Init() threw: faulty\n";
     const QString rule = ": " + text("IDS_RULE_COMMON") + "; ";
-    for (const QString& line : {malformed, failed, rule, QString("northtel\n")})
+    for (const QString& line : {malformed, ": " + failed + ": " + thrown, rule, QString("northtel\n")})
         QVERIFY2(report.contains(line), qUtf8Printable(line + " | " + report));
 }
 
-namespace {
-
-QString sheet(const QString& name)
+/// The looks in the settings, and the way between the usual window and the compact one.
+void TestMainWindow::looks()
 {
-    const QByteArray content = contentOf(QCoreApplication::applicationDirPath() + "/skin/" + name);
-    return QString::fromUtf8(content).remove('\n').remove('\r');
-}
-
-} // namespace
-
-void TestMainWindow::compactWindow()
-{
-    const std::tuple<const char*, QString, QString> rows[] = {
-        {"Deutsch", "Graphite.qss", "default.qss"},
-        {"עברית", "Graphite/Graphite_Arabic.qss", "default/default_Arabic.qss"},
-    };
-    for (const auto& [language, skin, usualSkin] : rows) {
+    enum { Usual, Dark, Blue, Graphite, OtherForm };
+    const char* const skins[] = {"default", "default", "Blue", "Graphite"};
+    const std::pair<int, int> steps[] = {{Graphite, Graphite}, {Dark, Dark},      {OtherForm, Graphite},
+                                         {Blue, Blue},         {OtherForm, Dark}, {Usual, Usual}};
+    const QPalette desktop = QApplication::palette();
+    const QSize usual = window()->size();
+    choose(text("IDS_MENU_SETTINGS"));
+    auto* const list = part<QListWidget>("LookChooser");
+    QVERIFY(list->item(0)->icon().pixmap(99).toImage() != list->item(1)->icon().pixmap(99).toImage());
+    for (const auto& [language, file] : {std::pair("Deutsch", "%1.qss"), {"עברית", "%1/%1_Arabic.qss"}}) {
         choose(language);
-        QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-        const QSize usual = window()->size();
-        QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-        QCOMPARE(qApp->styleSheet(), sheet(skin));
-        QVERIFY(window()->width() < usual.width());
-        QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-        QCOMPARE(qApp->styleSheet(), sheet(usualSkin));
-        QCOMPARE(window()->size(), usual);
+        QCOMPARE(list->item(Dark)->text(), text("IDS_WINDOW_DARK"));
+        for (const auto& [choice, look] : steps) {
+            list->setCurrentRow(choice < OtherForm ? choice : list->currentRow());
+            QVERIFY(choice < OtherForm || QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
+            const QString sheet = qApp->applicationDirPath() + "/skin/" + QString(file).arg(skins[look]);
+            QCOMPARE(qApp->styleSheet(), QString(contentOf(sheet)).remove(QRegularExpression("[\r\n]")));
+            QCOMPARE(QApplication::palette() == desktop, look != Dark);
+            QCOMPARE(window()->size() == usual, look < Blue);
+            QCOMPARE(list->currentRow(), look);
+        }
     }
+    list->window()->close();
 }
 
 void TestMainWindow::statusBar()
 {
     const QByteArray sim = "state=attached\nimsi=262011234567890\n";
-    const std::tuple<const char*, QByteArray, QVector<const char*>> rows[] = {
-        {"Deutsch",
-         sim + "network=26201\nsignal=50\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n",
-         {"T-Mobile", "Signal: 50 %", "↓ 1,40 MB/s", "↑ 1024,00 B/s"}},
-        {"Deutsch",
-         sim + "network=310260\nreceived=1048577\nsent=524288\n",
-         {"↓ – B/s", "1,50 MB", "T-Mobile"}},
-        {"Français", sim + "network=23205\nsent=2048\n", {"Drei", "2,00 Ko"}},
-        {"العربية", sim + "network=23205\nsent=2048\n", {"Drei", "٢٫٠٠ ك.ب"}},
-        {"Deutsch", sim + "network=26298\n", {"DE98"}},  // an unlisted network
-        {"Deutsch", sim + "network=99901\n", {"99901"}}, // an unlisted country
-        {"Deutsch", sim + "network=\n", {"Kein Netz"}},
-        {"Deutsch",
-         "state=rejected\n",
-         {"Modem abgelehnt", "Wartet auf ein anderes",
-          "Das zuletzt eingesteckte Modem wurde abgelehnt, vielleicht weil es an einen anderen Betreiber "
-          "gebunden ist. Stecken Sie ein anderes ein."}},
-        {"Deutsch",
-         "state=failed\n",
-         {"Modem nicht benutzbar", "Abziehen und wieder einstecken",
-          "Das Modem meldet einen Fehler. Ziehen Sie es ab und stecken Sie es wieder ein."}},
-        {"Deutsch", sim, {"Angeschlossen"}}, // the failure is over
-        {"Deutsch", {}, {"Kein Modem", "Wartet, bis eines eingesteckt wird"}},
+    const QByteArray busy = "network=26201\nsignal=50\nreceive-rate=1468006\nsend-rate=1024\nsent=0\n";
+    const std::tuple<const char*, QByteArray, const char*> rows[] = {
+        {"Deutsch", sim + busy, "T-Mobile|Signal: 50 %|↓ 1,40 MB/s|↑ 1024,00 B/s"},
+        {"Deutsch", sim + "network=310260\nreceived=1048577\nsent=524288\n", "↓ – B/s|1,50 MB|T-Mobile"},
+        {"Français", sim + "network=23205\nsent=2048\n", "Drei|2,00 Ko"},
+        {"العربية", sim + "network=23205\nsent=2048\n", "Drei|٢٫٠٠ ك.ب"},
+        {"Deutsch", sim + "network=26298\n", "DE98"},  // an unlisted network
+        {"Deutsch", sim + "network=99901\n", "99901"}, // an unlisted country
+        {"Deutsch", sim + "network=\n", "Kein Netz"},
+        {"Deutsch", "state=rejected\n", "Modem abgelehnt|Wartet auf ein anderes|Das zuletzt eingesteckte"},
+        {"Deutsch", "state=failed\n", "Modem nicht benutzbar|Abziehen und wieder|Das Modem meldet einen"},
+        {"Deutsch", sim, "Angeschlossen"}, // the failure is over
+        {"Deutsch", {}, "Kein Modem|Wartet, bis eines eingesteckt wird"},
     };
     int number = 0;
     for (const auto& [language, values, texts] : rows) {
         choose(language);
         const QByteArray modem = "[modem " + QByteArray::number(++number) + "]\nmodel=M\n" + values;
         simulate(values.isEmpty() ? QByteArray() : modem);
-        for (const char* text : texts)
-            QTRY_VERIFY2(shownTexts(window()).contains(text), text);
+        for (const QString& text : QString(texts).split('|'))
+            QTRY_VERIFY2(shows(text), qUtf8Printable(text));
     }
 }
 
-/// A message that comes is shown, and a click on an address in it opens exactly that address.
+/// A message that comes is counted and shown, and a click on an address in it opens exactly that address.
 void TestMainWindow::messageLinks()
 {
-    simulate("[modem M]\nmodel=M\nstate=attached\n");
-    QTRY_VERIFY(shownTexts(window()).contains("Es sind keine Nachrichten da."));
-    const QString message = R"(<b> &lt; "x" https://a.de/?b=1&c="2" https://a.de/c.html me@a.de )";
-    simulate("[modem M]\nmodel=M\nstate=attached\n[message 1]\nmodem=M\nsender=A\ntext=" + message.toUtf8() +
-             "\\ud83d\n"); // a message that was cut
+    simulate(CallModem);
+    QTRY_VERIFY(shows("Es sind keine Nachrichten da."));
+    const QString sent = R"(<b> &lt; "x" https://a.de/?b=1&c="2" https://a.de/c.html me@a.de )";
+    // a message that was cut
+    simulate(CallModem + "[message 1]\nmodem=M\nsender=A\ntext=" + sent.toUtf8() + "\\ud83d\n");
     auto* const text = window()->findChild<QTextBrowser*>();
-    QTRY_COMPARE(text->toPlainText(), message + QChar(0xd83d));
+    QTRY_COMPARE(text->toPlainText(), sent + QChar(0xd83d));
+    const auto* const tray = window()->findChild<QSystemTrayIcon*>();
+    QTRY_VERIFY(tray->toolTip().endsWith("\nUngelesene Nachrichten: 1"));
     QVERIFY(Startup::GetMainFrameService()->ShowPage("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46"));
+    QTRY_VERIFY(!tray->toolTip().contains("Ungelesen"));
     for (const char* scheme : {"https", "mailto"})
         QDesktopServices::setUrlHandler(scheme, this, "openUrl");
     for (const char* word : {"b=1", "c.html", "me@a"}) {
-        const QTextCursor place = text->document()->find(word);
-        QTest::mouseClick(text->viewport(), Qt::LeftButton, {},
-                          text->cursorRect(place).center() - QPoint(3, 0));
+        const QPoint end = text->cursorRect(text->document()->find(word)).center();
+        QTest::mouseClick(text->viewport(), Qt::LeftButton, {}, end - QPoint(3, 0));
     }
-    QCOMPARE(m_openedUrls,
-             QStringList({"https://a.de/?b=1&c=%222%22", "https://a.de/c.html", "mailto:me@a.de"}));
+    QCOMPARE(m_openedUrls, "https://a.de/?b=1&c=%222%22 https://a.de/c.html mailto:me@a.de ");
 }
 
 /// The operator's entry in the main menu comes and goes with the operator's modems.
@@ -294,72 +279,58 @@ void TestMainWindow::operatorsEntry()
 {
     for (const char* modem : {"bluewave", "northtel", "bluewave"}) {
         simulate(QByteArray("[modem M]\nmodel=M\nstate=attached\ncustomize=") + modem + '\n');
-        QTRY_COMPARE(shownTexts(window()).contains("northtel besuchen"), qstrcmp(modem, "northtel") == 0);
+        QTRY_COMPARE(shows("northtel besuchen"), qstrcmp(modem, "northtel") == 0);
         QVERIFY(owner("Ctrl+Q")); // the operator moves the entry to the end
     }
 }
-
-namespace {
-
-const QByteArray CallModem =
-    "[modem M]\nmodel=Lume V2\nstate=attached\nimsi=262011234567890\nnetwork=26201\nrequest-time=20\n";
-constexpr int LongCall = 30000; // milliseconds; a call takes much less, on a busy machine too
-
-} // namespace
 
 /// What the dial pad says about numbers and modems, and why calls end.
 void TestMainWindow::calls()
 {
     simulate(CallModem);
     QTRY_VERIFY(call());
-    auto* const number = window()->findChild<QLineEdit*>();
-    const auto says = [this](const char* id, const char* plugin = DialPad) {
-        return shownTexts(window()).contains(text(id, plugin));
+    const auto canDial = [this](const QString& number) {
+        window()->findChild<QLineEdit*>()->setText(number);
+        return call()->isEnabled();
     };
-    QVERIFY(!call()->isEnabled());
-    number->setText("no number");
+    QVERIFY(!call()->isEnabled() && canDial("no number"));
     call()->click();
-    QVERIFY(says("IDS_DIAL_BAD_NUMBER"));
-    number->setText("\u202a+49 (30)\u2013\u0661\u06623\u202c"); // copied from an Arabic document
-    QVERIFY(call()->isEnabled());
+    QVERIFY(shows(text("IDS_DIAL_BAD_NUMBER", DialPad)));
+    QVERIFY(canDial("\u202a+49 (30)\u2013\u0661\u06623\u202c")); // copied from an Arabic document
     call()->click();
-    QVERIFY(says("IDS_CALL_DIALLING", "CallUIPlugin"));
-    QVERIFY(shownTexts(windows("CallWindow").value(0)).contains("+4930123"));
+    QVERIFY(shows("+4930123", windows("CallWindow").value(0)));
     call()->click();
-    QVERIFY(says("IDS_DIAL_BUSY"));
-    QVERIFY(!CommonUtils::MakeCall("*100#", UI_CALL_VOICE));
-    windows("CallWindow").value(0)->close();
+    QVERIFY(shows(text("IDS_DIAL_BUSY", DialPad)) && !CommonUtils::MakeCall("*100#", UI_CALL_VOICE));
     const QByteArray busy = CallModem + "calls=busy\n";
-    const QByteArray offline = QByteArray(CallModem).replace("26201", "");
-    const std::tuple<QByteArray, QByteArray, const char*> rows[] = {
-        // the modem before and during the call
-        {busy, busy, "IDS_CALL_BUSY"},
-        {CallModem, offline, "IDS_CALL_NO_NETWORK"},
-        {CallModem, CallModem, "IDS_CALL_HUNG_UP"},
-        {CallModem, {}, "IDS_CALL_NO_MODEM"},
+    const std::tuple<QByteArray, QByteArray, const char*, const char*> rows[] = {
+        // the modem before and during the call, and what the call has come to
+        {busy, busy, "IDS_CALL_DIALLING", "IDS_CALL_BUSY"},
+        {CallModem, Offline, "IDS_CALL_DIALLING", "IDS_CALL_NO_NETWORK"},
+        {CallModem, CallModem, "IDS_CALL_DIALLING", "IDS_CALL_HUNG_UP"},
+        {CallModem, {}, "IDS_CALL_DIALLING", "IDS_CALL_NO_MODEM"},
+        {CallModem, Offline, "IDS_CALL_TALKING", "IDS_CALL_NO_NETWORK"},
     };
-    for (const auto& [before, during, reason] : rows) {
+    for (const auto& [before, during, state, reason] : rows) {
+        delete windows("CallWindow").value(0);
         simulate(before);
         QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
+        QTRY_VERIFY_WITH_TIMEOUT(shows(text(state, CallUi)), LongCall);
         simulate(during);
         if (before == during && before == CallModem)
             qobject_cast<QAbstractButton*>(owner("Ctrl+H"))->click();
-        QTRY_VERIFY_WITH_TIMEOUT(says(reason, "CallUIPlugin"), LongCall);
-        delete windows("CallWindow").value(0);
+        QTRY_VERIFY_WITH_TIMEOUT(shows(text(reason, CallUi)), LongCall);
     }
-    checkReasonsFit();
-    restartFor("bluewave"); // has the dial pad without a modem, too
+    checkReasonsFit(windows("CallWindow").value(0));
+    restartFor("bluewave"); // has the help page, and the dial pad without a modem, too
+    QVERIFY(QMetaObject::invokeMethod(owner("F1"), "trigger"));
+    QVERIFY(window()->findChild<QStackedWidget*>()->currentWidget()->inherits("HelpPage"));
     for (const auto& [modem, fault] : {std::pair(CallModem + "calls=none\n", "IDS_DIAL_NO_CALLS"),
-                                       {offline, "IDS_DIAL_NO_NETWORK"},
+                                       {Offline, "IDS_DIAL_NO_NETWORK"},
                                        {QByteArray(), "IDS_DIAL_NO_MODEM"}}) {
         simulate(modem);
-        QTRY_VERIFY_WITH_TIMEOUT(says(fault), LongCall);
-        const auto canDial = [this](const QString& dialled) {
-            window()->findChild<QLineEdit*>()->setText(dialled);
-            return call()->isEnabled();
-        };
+        QTRY_VERIFY_WITH_TIMEOUT(shows(text(fault, DialPad)), LongCall);
         QCOMPARE(canDial("*100#"), !modem.isEmpty());
-        QVERIFY(!canDial("0") && says(fault));
+        QVERIFY(!canDial("0") && shows(text(fault, DialPad)));
     }
     restartFor("northtel");
 }
@@ -371,31 +342,20 @@ void TestMainWindow::restartFor(const QString& customer)
     start();
 }
 
-/// Each end of a call that was answered can be read in each language.
-void TestMainWindow::checkReasonsFit()
+/// Each end of a call that was answered can be read in each language. The duration is below it.
+void TestMainWindow::checkReasonsFit(QWidget* callWindow) const
 {
-    simulate(CallModem);
-    QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
-    QWidget* const window = windows("CallWindow").value(0);
-    const auto line = [window](const char* id) -> QLabel* {
-        for (QLabel* label : window->findChildren<QLabel*>())
-            if (label->text().startsWith(text(id, "CallUIPlugin") + '\n')) // the duration follows
-                return label;
-        return nullptr;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(line("IDS_CALL_TALKING"), LongCall);
-    simulate(QByteArray(CallModem).replace("26201", ""));
-    QTRY_VERIFY_WITH_TIMEOUT(line("IDS_CALL_NO_NETWORK"), LongCall);
-    for (const char* language : {"English", "Français", "简体中文", "العربية", "עברית", "Deutsch"}) {
+    QLabel* shown = nullptr;
+    for (auto* label : callWindow->findChildren<QLabel*>())
+        shown = label->wordWrap() ? label : shown;
+    for (const char* language : {"American English", "Français", "简体中文", "العربية", "עברית", "Deutsch"}) {
         choose(language);
-        QLabel* const shown = line("IDS_CALL_NO_NETWORK");
-        QVERIFY2(shown && shown->wordWrap(), language);
+        QVERIFY2(shown->text().startsWith(text("IDS_CALL_NO_NETWORK", CallUi) + '\n'), language);
         for (const char* reason : {"IDS_CALL_REFUSED", "IDS_CALL_NO_MODEM", "IDS_CALL_HUNG_UP"}) {
-            shown->setText(text(reason, "CallUIPlugin") + "\n00:00:00");
+            shown->setText(text(reason, CallUi) + "\n00:00:00");
             QVERIFY2(shown->heightForWidth(shown->width()) <= shown->height(), language);
         }
     }
-    delete window;
 }
 
 /// Keys that are held down, and the numbers that were dialled last.
@@ -409,35 +369,30 @@ void TestMainWindow::dialling()
     auto* const number = window()->findChild<QLineEdit*>();
     auto* const backspace = named<QAbstractButton>(window(), text("IDS_DIAL_BACKSPACE", DialPad));
     auto* const zero = named<QAbstractButton>(window(), "0");
-    const auto hold = [number](QAbstractButton* key, const QString& shown) {
+    for (const auto& [key, held] : {std::pair(zero, "+"), {backspace, ""}}) {
         QTest::mousePress(key, Qt::LeftButton);
-        QTRY_COMPARE_WITH_TIMEOUT(number->text(), shown, LongCall);
+        QTRY_COMPARE_WITH_TIMEOUT(number->text(), QString(held), LongCall);
         QTest::mouseRelease(key, Qt::LeftButton);
-        QCOMPARE(number->text(), shown);
-    };
-    hold(zero, "+");
-    for (QAbstractButton* key : {zero, named<QAbstractButton>(window(), "2"), backspace})
-        QTest::mouseClick(key, Qt::LeftButton);
-    QCOMPARE(number->text(), "+0");
-    hold(backspace, {});
+        for (QAbstractButton* clicked : {zero, named<QAbstractButton>(window(), "2"), backspace})
+            QTest::mouseClick(clicked, Qt::LeftButton);
+        QCOMPARE(number->text(), held + QString("0"));
+    }
+    QTest::mouseClick(backspace, Qt::LeftButton);
     QVERIFY(!backspace->isEnabled());
 
     auto* const recent = named<QListWidget>(window(), text("IDS_DIAL_RECENT", DialPad));
-    for (const auto& [dialled, kept] :
-         {std::pair("222", "222 111 333 444 555 666 777 888 999 000"),
-          std::pair("**04*1234*4321*4321#", "222 111 333 444 555 666 777 888 999 000"), // has a PIN
-          std::pair("*33*0000#", "222 111 333 444 555 666 777 888 999 000"),            // has a password
-          std::pair("*#33#", "*#33# 222 111 333 444 555 666 777 888 999")}) {
+    const char* const kept = "222 111 333 444 555 666 777 888 999 000";
+    for (const auto& [dialled, numbers] : {std::pair("222", kept),
+                                           {"**04*1234*4321*4321#", kept}, // has a PIN
+                                           {"*33*0000#", kept},            // has a password
+                                           {"*#33#", "*#33# 222 111 333 444 555 666 777 888 999"}}) {
         number->setText(dialled);
         call()->click();
-        QCOMPARE(CommonUtils::GetUserSettings("calls", "recent"), kept);
-        QCOMPARE(recent->count(), 10);
-        delete windows("CallWindow").value(0);
-        QWidget* const dialog = windows("UssdDialog").value(0);
-        QTRY_VERIFY(!dialog || shownTexts(dialog).contains(text("IDS_USSD_REFUSED", DialPad)));
-        delete dialog;
+        QCOMPARE(CommonUtils::GetUserSettings("calls", "recent"), numbers);
+        const QWidgetList opened = windows("CallWindow") + windows("UssdDialog");
+        QTRY_VERIFY(dialled[0] != '*' || shows(text("IDS_USSD_REFUSED", DialPad), opened.value(0)));
+        qDeleteAll(opened);
     }
-    number->clear();
     QTest::keyClick(recent, Qt::Key_Down);
     QTest::keyClick(recent, Qt::Key_Down);
     QCOMPARE(number->text(), "222");
@@ -448,67 +403,56 @@ void TestMainWindow::dialling()
     QCOMPARE(delegate->displayText("*#33#", {}), QString("\u2066*#33#\u2069")); // not mirrored in Arabic
 }
 
-void TestMainWindow::serviceCodes_data()
-{
-    const QByteArray menu = "[ussd *100#]\nanswer=menu\nasks=true\n[ussd *100# 1]\nanswer=balance\n";
-    const auto row = dataTable<QByteArray, QString, QString, QString>("modem", "code", "reply", "end");
-    const QString refused = text("IDS_USSD_REFUSED", DialPad);
-    const char* const support = "PluginSupport";
-    row("answer", CallModem + menu, "*100#", "1", "balance");
-    row("answer after a dialogue that was cancelled", CallModem + menu, "*1 00#", "", "menu");
-    row("another one", CallModem + menu, "*100#", "1", "balance");
-    row("wrong reply", CallModem + menu, "*100#", "9", refused);
-    row("unknown code", CallModem + menu, "#9#", "", refused);
-    row("no network", CallModem + "failure=no-coverage\n", "*100#", "",
-        text("IDS_RESULT_NO_COVERAGE", support));
-    row("another modem replaces it", CallModem + "request-time=50000\n", "*100#", "",
-        text("IDS_RESULT_NO_DEVICE", support));
-}
-
 /// What a service code is answered with, and what failures are called.
 void TestMainWindow::serviceCodes()
 {
-    QFETCH(QByteArray, modem);
-    QFETCH(QString, code);
-    QFETCH(QString, reply);
-    QFETCH(QString, end);
-    simulate(modem);
-    QTRY_VERIFY(call());
-    QTRY_VERIFY(shownTexts(window()).contains("T-Mobile"));
-    window()->findChild<QLineEdit*>()->setText(code);
-    QVERIFY(text("IDS_DIAL_SEND", DialPad).startsWith(call()->text()));
-    call()->click();
-    const QPointer<QWidget> dialog = windows("UssdDialog").value(0);
-    QVERIFY(dialog);
-    if (modem.endsWith("50000\n"))
-        simulate(QByteArray(CallModem).replace("[modem M]", "[modem N]"));
-    auto* const field = dialog->findChild<QLineEdit*>();
-    if (!reply.isEmpty()) {
-        QTRY_VERIFY(field->isVisible());
+    const QByteArray menu =
+        CallModem + "[ussd *100#]\nanswer=menu\nasks=true\n[ussd *100# 1]\nanswer=5 EUR\n";
+    const QByteArray slow = CallModem + "request-time=50000\n";
+    const QString refused = text("IDS_USSD_REFUSED", DialPad);
+    const char* const support = "PluginSupport";
+    const std::tuple<QByteArray, QString, QString, QString> rows[] = {
+        // the modem, the code, the reply and what is shown in the end
+        {menu, "*1 00#", "", "menu"}, // cancels the dialogue, so that the next one begins with the menu
+        {menu, "*100#", "1\r", "5 EUR"},
+        {menu, "*100#", "9\r", refused},
+        {menu, "#9#", "", refused},
+        {CallModem + "failure=no-coverage\n", "*100#", "", text("IDS_RESULT_NO_COVERAGE", support)},
+        {slow, "*100#", "", text("IDS_RESULT_NO_DEVICE", support)}, // another modem replaces it
+    };
+    for (const auto& [modem, code, reply, end] : rows) {
+        simulate(modem);
+        QTRY_VERIFY(call() && shows("T-Mobile"));
+        window()->findChild<QLineEdit*>()->setText(code);
+        QVERIFY(text("IDS_DIAL_SEND", DialPad).startsWith(call()->text()));
+        call()->click();
+        QWidget* const dialog = windows("UssdDialog").value(0);
+        QVERIFY(dialog);
+        if (modem == slow)
+            simulate(QByteArray(CallModem).replace("[modem M]", "[modem N]"));
+        auto* const field = dialog->findChild<QLineEdit*>();
+        QTRY_VERIFY(reply.isEmpty() || field->isVisible());
         QTest::keyClicks(field, reply);
-        QTest::keyClick(field, Qt::Key_Return);
+        QTRY_VERIFY2(shows(end, dialog), qUtf8Printable(code + ' ' + end));
+        QCOMPARE(field->isVisible(), end == "menu");
+        delete dialog;
     }
-    QTRY_VERIFY2(shownTexts(dialog).contains(end), qUtf8Printable(shownTexts(dialog).values().join(" | ")));
-    QCOMPARE(field->isVisible(), end == "menu");
-    delete dialog;
 }
 
 /// Of the entries "Connect" and "Disconnect", the one that can be used is shown, and does it.
 void TestMainWindow::connectingFromMenu()
 {
-    auto* const connectEntry = named<QAction>(window(), text("IDS_MENU_CONNECT"));
-    auto* const disconnectEntry = named<QAction>(window(), text("IDS_MENU_DISCONNECT"));
+    QAction* const entries[] = {named<QAction>(window(), text("IDS_MENU_CONNECT")),
+                                named<QAction>(window(), text("IDS_MENU_DISCONNECT"))};
     simulate({});
-    QTRY_VERIFY(!connectEntry->isEnabled());
+    QTRY_VERIFY(!entries[0]->isEnabled());
     simulate(CallModem + "connection=disconnected\n");
-    for (int round = 0; round < 2; ++round) {
-        QTRY_VERIFY(connectEntry->isVisible() && connectEntry->isEnabled());
-        QVERIFY(!disconnectEntry->isVisible());
-        connectEntry->trigger();
-        QTRY_VERIFY(disconnectEntry->isVisible() && !connectEntry->isVisible());
+    for (const bool isConnected : {false, true, false, true}) {
+        QAction* const shown = entries[isConnected];
+        QTRY_VERIFY(shown->isVisible() && shown->isEnabled() && !entries[!isConnected]->isVisible());
         // The modem keeps its state there.
-        QTRY_VERIFY(contentOf(homeFile("simulator.ini")).contains("connection=connected"));
-        disconnectEntry->trigger();
+        QTRY_COMPARE(contentOf(homeFile("simulator.ini")).contains("connection=connected"), isConnected);
+        shown->trigger();
     }
 }
 
@@ -516,31 +460,27 @@ void TestMainWindow::connectingFromMenu()
 /// it, unless the user has chosen another one meanwhile.
 void TestMainWindow::pageOfLostModem()
 {
-    auto* const pages = window()->findChild<QStackedWidget*>();
+    const auto* const pages = window()->findChild<QStackedWidget*>();
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
-    const auto shown = [pages] {
-        return QString(pages->currentWidget()->metaObject()->className());
-    };
     QVERIFY(!mainFrame->ShowPage("unknown"));
     for (const bool choosesAnother : {false, true}) {
         simulate(CallModem);
         window()->showMinimized();
         QTRY_VERIFY(mainFrame->ShowPage("70B4D2F8-5E19-4A3C-9D66-C82E0F7A5B14"));
-        QVERIFY(!window()->isMinimized());
-        QCOMPARE(shown(), "DialPadPage");
+        QVERIFY(!window()->isMinimized() && pages->currentWidget()->inherits("DialPadPage"));
         pages->currentWidget()->setFocus();
-        QStringList
-            turns; // no other page may be shown, not even for a moment: that would mark messages as read
-        const auto note = connect(pages, &QStackedWidget::currentChanged, this, [&] { turns += shown(); });
+        int turns = 0; // a page that is shown for a moment would mark messages as read
+        const auto note = connect(pages, &QStackedWidget::currentChanged, this, [&turns] { ++turns; });
         simulate({});
-        QTRY_COMPARE_WITH_TIMEOUT(turns, QStringList("ConnectionPage"), LongCall);
+        QTRY_VERIFY_WITH_TIMEOUT(pages->currentWidget()->inherits("ConnectionPage"), LongCall);
+        QCOMPARE(turns, 1);
         disconnect(note);
         QCOMPARE(window()->focusWidget(), window()->findChild<QListWidget*>());
         QVERIFY(!choosesAnother || mainFrame->ShowPage("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"));
-        const QString before = shown();
+        const QWidget* const before = pages->currentWidget();
         simulate(CallModem);
         QTRY_VERIFY(call());
-        QCOMPARE(shown(), choosesAnother ? before : "DialPadPage");
+        QVERIFY(choosesAnother ? pages->currentWidget() == before : part("DialPadPage")->isVisible());
         QCOMPARE(window()->focusWidget()->inherits("QLineEdit"), !choosesAnother);
     }
 }
@@ -548,18 +488,15 @@ void TestMainWindow::pageOfLostModem()
 /// The window says so while settings cannot be saved, and that the configuration is damaged.
 void TestMainWindow::problems()
 {
-    const auto isTold = [label = part("ProblemLine")->findChild<QLabel*>()](const QString& problem) {
-        return label->isVisible() && label->text().contains(problem);
-    };
-    QVERIFY(isTold(text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(m_brokenLine)));
-    const QString notSaved = text("IDS_NOTICE_SETTINGS");
-    QVERIFY(!isTold(notSaved));
+    const auto* const line = part("ProblemLine")->findChild<QLabel*>();
+    const QString damage = text("IDS_CONFIG_MALFORMED").arg("config/PluginsConfig.xml").arg(m_brokenLine);
+    QVERIFY(line->isVisible() && line->text() == damage);
     const QString file = homeFile("settings.ini");
     QVERIFY(QTest::qWaitFor([&file] { return QFile::remove(file) && QDir().mkdir(file); }));
     CommonUtils::SetSettings("test", "key", "value");
-    QTRY_VERIFY_WITH_TIMEOUT(isTold(notSaved), LongCall);
+    QTRY_VERIFY_WITH_TIMEOUT(line->text().contains(text("IDS_NOTICE_SETTINGS")), LongCall);
     QVERIFY(QDir().rmdir(file));
-    QTRY_VERIFY_WITH_TIMEOUT(!isTold(notSaved), LongCall);
+    QTRY_COMPARE_WITH_TIMEOUT(line->text(), damage, LongCall);
 }
 
 /// A worker that goes on when the application has waited long enough is named in the log.
@@ -569,8 +506,7 @@ void TestMainWindow::lateWorker()
     const auto* const worker = part<QThread>("MessageReader");
     QTRY_VERIFY(worker && worker->isRunning());
     // Two workers read the SIM; the first one to be waited for is named.
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("worker Message(Reader|Watch): [a-z ]+ has not ended in time"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("worker Message(Reader|Watch): .+ in time"));
     end();
 }
 

@@ -3,6 +3,7 @@
 #include "../support/DataTable.h"
 #include "../support/TestFiles.h"
 #include "Contrast.h"
+#include "DarkColours.h"
 #include "support/Look.h"
 
 #include <QApplication>
@@ -141,21 +142,22 @@ private:
 
 void TestSkins::contrast_data()
 {
-    const auto row = dataTable<QString, bool>("file", "darkDesktop");
-    row("light desktop", "default.qss", false);
-    row("dark desktop", "default.qss", true);
-    row("blue", "Blue.qss", false);
-    row("graphite", "Graphite.qss", false);
+    const auto row = dataTable<QString, QPalette>("file", "colours");
+    row("light desktop", "default.qss", desktop(false));
+    row("dark desktop", "default.qss", desktop(true));
+    row("dark", "default.qss", darkColours());
+    row("blue", "Blue.qss", desktop(false));
+    row("graphite", "Graphite.qss", desktop(false));
 }
 
 /// Text on the background of its rule, on whatever shows through it.
 void TestSkins::contrast()
 {
     QFETCH(QString, file);
-    QFETCH(bool, darkDesktop);
+    QFETCH(QPalette, colours);
     const Rules rules = readRules(file);
     QVERIFY(rules.size() > 20);
-    const QPalette palette = paletteOf(rules, desktop(darkDesktop));
+    const QPalette palette = paletteOf(rules, colours);
     for (const auto& [selector, rule] : rules) {
         const bool isDesktops = rule["color"] == "palette(highlighted-text)"; // and so is its background
         if (selector.contains("QScrollBar") || isDesktops)
@@ -165,21 +167,22 @@ void TestSkins::contrast()
             rule.contains("color") ? colorOf(rule["color"], palette) : palette.color(QPalette::WindowText);
         const bool isDisabled = selector.contains(":disabled");
         check(selector, smallest(text, backgrounds), isDisabled ? Contrast::ForOthers : Contrast::ForText);
-        if (selector.contains(":focus") && rule.contains("border-color"))
-            check(selector + " frame", smallest(colorOf(rule["border-color"], palette), backgrounds),
-                  Contrast::ForOthers);
+        const QString frame = rule.value("border-color", rule["border"].section("solid ", 1));
+        const bool isBox = selector.contains("::indicator") && rule.contains("width"); // if it has no mark
+        if ((selector.contains(":focus") || isBox) && !frame.isEmpty())
+            check(selector + " frame", smallest(colorOf(frame, palette), backgrounds), Contrast::ForOthers);
     }
-    if (!valueOf(rules, "QWidget", "selection-color").isEmpty()) // else the desktop's
+    if (colours == darkColours() || !valueOf(rules, "QWidget", "selection-color").isEmpty())
         check("selection",
               Contrast::of(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)));
 }
 
-/// Quiet text and coloured states, also on the entry of a list that is chosen.
+/// Quiet text, links and coloured states, also on the entry of a list that is chosen.
 void TestSkins::derivedColours()
 {
     QFETCH(QString, file);
-    QFETCH(bool, darkDesktop);
-    const QPalette palette = paletteOf(readRules(file), desktop(darkDesktop));
+    QFETCH(QPalette, colours);
+    const QPalette palette = paletteOf(readRules(file), colours);
     QStyleOptionViewItem chosen;
     chosen.palette = palette;
     chosen.state = QStyle::State_Selected;
@@ -189,6 +192,13 @@ void TestSkins::derivedColours()
     const QColor quiet = Look::toneColor(Look::Tone::Quiet, palette);
     check("quiet text", smallest(quiet, surfaces(palette)));
     check("quiet text of a chosen entry", smallest(quiet, {entries.first()}));
+    for (const auto role : {QPalette::Link, QPalette::LinkVisited, QPalette::PlaceholderText}) {
+        if (colours != darkColours())
+            continue; // the desktop's
+        check("link", smallest(palette.color(role), surfaces(palette)));
+        check("disabled", smallest(palette.color(QPalette::Disabled, role), surfaces(palette)),
+              Contrast::ForOthers);
+    }
     for (const auto tone : {Look::Tone::Good, Look::Tone::Info, Look::Tone::Quiet, Look::Tone::Bad}) {
         const QColor color = Look::toneColor(tone, palette);
         const QColor badge = Look::mixed(palette.color(QPalette::Base), color, 0.14);

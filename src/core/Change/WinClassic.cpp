@@ -4,6 +4,7 @@
 
 #include <QAbstractScrollArea>
 #include <QDir>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -32,13 +33,19 @@ constexpr const BarImages& barImages(Qt::Orientation orientation)
     return orientation == Qt::Vertical ? VerticalBar : HorizontalBar;
 }
 
+QMargins evenMargins(int width)
+{
+    return {width, width, width, width};
+}
+
 /// Stretches only the middle of an image. Each end keeps its shape; it is half as long as the image is wide.
 void drawStretched(QPainter& painter, const QRect& target, const QPixmap& image)
 {
-    const int end = (std::min(image.width(), image.height()) - 1) / 2;
+    const int density = qRound(image.devicePixelRatio());
+    const int end = (std::min(image.width(), image.height()) / density - 1) / 2;
     const int drawnEnd = std::min(end, std::min(target.width(), target.height()) / 2);
-    qDrawBorderPixmap(&painter, target, QMargins(drawnEnd, drawnEnd, drawnEnd, drawnEnd), image, image.rect(),
-                      QMargins(end, end, end, end));
+    qDrawBorderPixmap(&painter, target, evenMargins(drawnEnd), image, image.rect(),
+                      evenMargins(end * density));
 }
 
 /// Suffix of the image for a part's state: "", "_hover" or "_pressed".
@@ -66,8 +73,11 @@ WinClassic::WinClassic()
 {
     const QDir folder(CommonUtils::GetPluginLibraryPath() + QLatin1String("/skin/default/images"));
     const QFileInfoList files = folder.entryInfoList({QStringLiteral("scroll_*.png")}, QDir::Files);
-    for (const QFileInfo& file : files)
-        m_images.insert(file.completeBaseName(), QPixmap(file.filePath()));
+    for (const QFileInfo& file : files) {
+        const QPixmap image(file.filePath());
+        if (!image.isNull())
+            m_images.insert(file.completeBaseName(), image);
+    }
 }
 
 void WinClassic::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
@@ -81,10 +91,18 @@ void WinClassic::drawComplexControl(ComplexControl control, const QStyleOptionCo
         QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-QPixmap WinClassic::image(const char* part, const char* state) const
+/// The best file that there is. Qt reads the density of an image from the suffix of its name.
+QPixmap WinClassic::image(const char* part, const char* state, qreal density) const
 {
     const QString name = QLatin1String(part);
-    return m_images.value(name + QLatin1String(state), m_images.value(name));
+    for (const QString& stem : {name + QLatin1String(state), name}) {
+        const QString dense = stem + QLatin1String("@2x");
+        if (density > 1 && m_images.contains(dense))
+            return m_images.value(dense);
+        if (m_images.contains(stem))
+            return m_images.value(stem);
+    }
+    return {};
 }
 
 bool WinClassic::hasImages(Qt::Orientation orientation) const
@@ -100,8 +118,10 @@ void WinClassic::drawScrollBar(const QStyleOptionSlider& option, QPainter& paint
     const auto area = [&](SubControl part) {
         return proxy()->subControlRect(CC_ScrollBar, &option, part, widget);
     };
+    // Not that of device(), which is the widget even when it is drawn into a picture.
+    const qreal density = painter.paintEngine()->paintDevice()->devicePixelRatioF();
     const auto draw = [&](SubControl part, const char* name) {
-        painter.drawPixmap(area(part), image(name, partState(option, part)));
+        painter.drawPixmap(area(part), image(name, partState(option, part), density));
     };
     BarImages images = barImages(option.orientation);
     if (option.orientation == Qt::Horizontal && option.direction == Qt::RightToLeft)
@@ -110,11 +130,11 @@ void WinClassic::drawScrollBar(const QStyleOptionSlider& option, QPainter& paint
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     // The images are translucent, and Qt draws nothing under a scroll bar.
     painter.fillRect(option.rect, backgroundOf(widget, option.palette));
-    drawStretched(painter, option.rect, image(images.back, ""));
+    drawStretched(painter, option.rect, image(images.back, "", density));
     draw(SC_ScrollBarSubLine, images.low);
     draw(SC_ScrollBarAddLine, images.high);
     if (option.maximum > option.minimum)
         drawStretched(painter, area(SC_ScrollBarSlider),
-                      image(images.slider, partState(option, SC_ScrollBarSlider)));
+                      image(images.slider, partState(option, SC_ScrollBarSlider), density));
     painter.restore();
 }

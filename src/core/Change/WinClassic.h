@@ -17,7 +17,8 @@ class QStyleOptionSlider;
 ///     scroll_up.png                scroll_left.png                 button at the low end
 ///     scroll_down.png              scroll_right.png                button at the high end
 ///
-/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Backgrounds and sliders are
+/// Slider and buttons may have variants "..._hover.png" and "..._pressed.png". Each file may have a twin "...@2x.png" of
+/// twice the size, which is used where a device-independent pixel has more than one of the device's. Backgrounds and sliders are
 /// stretched in the middle only; each end is half as long as the image is wide. Buttons are scaled. The base
 /// style draws the bar if one of the four images of its orientation is missing, if the bar is disabled, and in
 /// mini mode. GUI thread only.
@@ -32,7 +33,7 @@ public:
                             const QWidget* widget = nullptr) const override;
 
 private:
-    QPixmap image(const char* part, const char* state) const;
+    QPixmap image(const char* part, const char* state, qreal density = 1) const;
     bool hasImages(Qt::Orientation orientation) const;
     void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter, const QWidget* widget) const;
 

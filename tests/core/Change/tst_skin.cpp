@@ -70,6 +70,7 @@ void TestSkin::scrollBar_data()
     row("vertical", Qt::Vertical, "", "up vertical_slider vertical_back down");
     row("horizontal", Qt::Horizontal, "", "left horizontal_slider horizontal_back right");
     row("mirrored", Qt::Horizontal, "left to right", "left horizontal_back horizontal_slider right");
+    row("dense", Qt::Vertical, "low density", "up vertical_slider@2x vertical_back@2x down@2x");
     for (const char* part : {"vertical_back", "vertical_slider", "up", "down", "mini mode", "enabled"})
         row(part, Qt::Vertical, part, "   "); // left to the base style
 }
@@ -78,8 +79,9 @@ void TestSkin::scrollBar()
 {
     QFETCH(Qt::Orientation, orientation);
     QFETCH(QString, without);
-    const QStringList parts{"vertical_back",   "vertical_slider",   "up",   "down",
-                            "horizontal_back", "horizontal_slider", "left", "right"};
+    const QStringList parts{"vertical_back",    "vertical_slider",    "up",     "down",
+                            "horizontal_back",  "horizontal_slider",  "left",   "right",
+                            "vertical_back@2x", "vertical_slider@2x", "down@2x"};
     const uint firstColor = 0xff000001;
     for (int i = 0; i < parts.size(); ++i) {
         const QString file = installed("skin/default/images/scroll_" + parts[i] + ".png");
@@ -98,11 +100,14 @@ void TestSkin::scrollBar()
     bar.setRange(0, 100);
     bar.setPageStep(100);
     bar.resize(160, 160);
-    const QImage picture = bar.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const int density = without == "low density" ? 2 : 1;
+    QImage picture(bar.size() * density, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(density);
+    bar.render(&picture);
     QStringList seen;
     for (const int position : {8, 40, 120, 152}) {
         const QPoint place = orientation == Qt::Vertical ? QPoint(8, position) : QPoint(position, 8);
-        seen.append(parts.value(int(picture.pixel(place) - firstColor)));
+        seen.append(parts.value(int(picture.pixel(place * density) - firstColor)));
     }
     QTEST(seen.join(' '), "look");
 }

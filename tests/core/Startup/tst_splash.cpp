@@ -1,5 +1,6 @@
 // The splash screen: who gets one, its program, its clock.
 #include "CoreTest.h"
+#include "Startup/SplashDelay.h"
 #include "Startup/Startup.h"
 
 #include <QProcess>
@@ -62,16 +63,22 @@ void TestSplash::decision()
     QCOMPARE(log().contains("Error: {*} in file " + file + " at line 1, column {n}"), xml.endsWith("'Op'>"));
 }
 
-// Whatever the program does, closing ends it and returns. The test's time limit is the check.
+// Whatever the program does, closing ends it and returns. The test's time limit is the check. The real one shows nothing
+// while the start is a quick one.
 void TestSplash::program()
 {
     const QString file = installed("XStartScreen.exe");
-    for (const QString kind : {"missing", "damaged", "runs"}) {
+    qputenv("QT_LOGGING_RULES", "default.debug=true");
+    for (const QString kind : {"missing", "damaged", "runs", "is real"}) {
         QFile::remove(file);
         if (kind == "damaged")
             writeFile(file, "no program");
         if (kind == "runs")
             QVERIFY(QFile::copy(installed("FakeSplash.exe"), file));
+        if (kind == "is real")
+            QVERIFY(QFile::copy(SPLASH_PROGRAM, file));
+        QElapsedTimer sinceStart;
+        sinceStart.start();
         SplashSteps::showSplashStartupTime();
         QVERIFY(Startup::GetSplashScreen() < 60000);
         QPointer<QProcess> process = SplashSteps::m_pSplashScreen;
@@ -79,12 +86,18 @@ void TestSplash::program()
         const QString arguments = installed("plugins/XFramePlugin/splash") + ' ' + installed("plugins") + ' ';
         if (kind == "runs") // and prints them
             QTRY_COMPARE(QString(process->peek(1000)).replace(QRegularExpression("\\s+"), " "), arguments);
+        if (kind == "is real") {
+            process->setReadChannel(QProcess::StandardError);
+            QTRY_VERIFY_WITH_TIMEOUT(process->peek(4000).contains(": showEvent: "), 60000);
+            QVERIFY(sinceStart.elapsed() >= SplashDelay);
+        }
         Startup::CloseSplashScreen();
         Startup::CloseSplashScreen();
         QVERIFY(!SplashSteps::m_pSplashScreen && !process);
     }
+    qunsetenv("QT_LOGGING_RULES");
     QFile::remove(file); // so that other tests show none
-    QCOMPARE(log().count("{file}: CloseSplashScreen: closed XStartScreen on Win"), 2);
+    QCOMPARE(log().count("{file}: CloseSplashScreen: closed XStartScreen on Win"), 3);
     for (const int seconds : {3600, 24 * 3600 - 60}) { // the second one began before midnight
         SplashSteps::m_pSplashStartAt = QTime::currentTime().addSecs(-seconds);
         QCOMPARE(Startup::GetSplashScreen() / 600000, seconds / 600); // to ten minutes

@@ -1,0 +1,26 @@
+#include "UnreadCount.h"
+
+#include <QEvent>
+#include <QVariant>
+
+void UnreadCount::follow(QWidget* page)
+{
+    if (!page || page == m_page)
+        return; // the deletion of a page has been reported
+    m_page = page;
+    page->installEventFilter(this);
+    connect(page, &QObject::destroyed, this, &UnreadCount::report);
+    report();
+}
+
+bool UnreadCount::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange)
+        report();
+    return false;
+}
+
+void UnreadCount::report()
+{
+    Q_EMIT changed(m_page ? m_page->property("badge").toInt() : 0);
+}
