@@ -1,6 +1,6 @@
 #include "Commands.h"
 
-bool isPossible(Command command, const Message* message)
+bool isPossible(Command command, const CommandContext& context)
 {
     switch (command) {
     case Command::Write:
@@ -9,8 +9,10 @@ bool isPossible(Command command, const Message* message)
     case Command::Reply:
     case Command::Call:
     case Command::VideoCall:
-        return message && isNumber(message->address);
+        return context.message && isNumber(context.message->address);
+    case Command::MarkAllRead:
+        return context.hasUnread;
     default:
-        return message;
+        return context.message;
     }
 }

@@ -1,3 +1,4 @@
+// The window's widgets and what they show. What its buttons and keys do is in ComposeActions.cpp.
 #include "ComposeWindow.h"
 
 #include "Message.h"
@@ -5,15 +6,10 @@
 #include "SenderChooser.h"
 #include "support/CloseGuard.h"
 #include "support/DeviceEvents.h"
-#include "support/DialString.h"
 #include "support/Look.h"
 #include "support/Numbers.h"
-#include "support/ResultWords.h"
 #include "support/Text.h"
 
-#include <qrvl.h>
-
-#include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -26,7 +22,6 @@
 namespace {
 
 constexpr QSize ContentSize{420, 300};
-constexpr int KeepAfter = 1000; // milliseconds
 
 QLabel* makeNote()
 {
@@ -35,24 +30,13 @@ QLabel* makeNote()
     return note;
 }
 
-/// Why a message was not sent.
-/// @param result of the attempt, enum QRVL_Result
-QString shownFailure(int result)
-{
-    if (result == QRVL_OK)
-        return {};
-    if (result == QRVL_ERROR_NO_DEVICE)
-        return text("IDS_SMS_SEND_LOST"); // the network may have accepted it
-    const ResultWords words = resultWords(result);
-    return text("IDS_SMS_SEND_FAILED").arg(words.title, words.hint);
-}
-
 } // namespace
 
-ComposeWindow::ComposeWindow(const Drafts::Draft& draft, const Modem& sender, DeviceEvents* events,
+ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* drafts, DeviceEvents* events,
                              QWidget* parent)
     : ExtendDialog(parent, Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint, enWidgetNormal)
     , m_requests(events)
+    , m_draft(drafts, draft)
     , m_recipient(new QLineEdit)
     , m_sender(new SenderChooser(sender))
     , m_text(new QPlainTextEdit)
@@ -65,28 +49,25 @@ ComposeWindow::ComposeWindow(const Drafts::Draft& draft, const Modem& sender, De
     fillDialog(this, makeContent());
     makeResizable(this);
     load(draft);
-    m_keep.setSingleShot(true);
-    connect(&m_keep, &QTimer::timeout, this, &ComposeWindow::keepDraft);
-    connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
-    connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
-    connect(m_sender, &SenderChooser::chosen, this, &ComposeWindow::showState);
-    connect(m_send, &QPushButton::clicked, this, &ComposeWindow::press);
+    connectWidgets();
     connect(events, &DeviceEvents::changed, this, [this] {
         m_sender->follow();
         showState();
     });
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(int(Qt::CTRL) + key, this), &QShortcut::activated, this, &ComposeWindow::send);
     keepTranslated(this, [this] { translate(); });
     new CloseGuard(
         {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", {"IDS_SMS_LEAVE", "IDS_SMS_STAY"}},
         [this] { return isUnsaved() || m_isSending; }, this);
 }
 
-ComposeWindow::~ComposeWindow()
+void ComposeWindow::connectWidgets()
 {
-    if (m_keep.isActive())
-        keepDraft();
+    connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
+    connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
+    connect(m_sender, &SenderChooser::chosen, this, &ComposeWindow::showState);
+    connect(m_send, &QPushButton::clicked, this, &ComposeWindow::press);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(int(Qt::CTRL) + key, this), &QShortcut::activated, this, &ComposeWindow::send);
 }
 
 QWidget* ComposeWindow::makeContent()
@@ -118,12 +99,13 @@ QWidget* ComposeWindow::makeEnd()
     return end;
 }
 
-void ComposeWindow::open(const QString& recipient, const Modem& sender, DeviceEvents* events, QWidget* parent)
+void ComposeWindow::open(const QString& recipient, const Modem& sender, Drafts* drafts, DeviceEvents* events,
+                         QWidget* parent)
 {
-    const Drafts::Draft draft = recipient.isEmpty() ? Drafts::latest() : Drafts::find(recipient);
+    const Draft draft = recipient.isEmpty() ? drafts->latest() : drafts->find(recipient);
     ComposeWindow* window = find(draft.recipient, parent);
     if (!window)
-        window = new ComposeWindow(draft, sender, events, parent);
+        window = new ComposeWindow(draft, sender, drafts, events, parent);
     bringToFront(window);
     (window->m_recipient->text().isEmpty() ? static_cast<QWidget*>(window->m_recipient) : window->m_text)
         ->setFocus();
@@ -139,113 +121,11 @@ ComposeWindow* ComposeWindow::find(const QString& recipient, const QWidget* pare
     return found == windows.end() ? nullptr : *found;
 }
 
-void ComposeWindow::load(const Drafts::Draft& draft)
+void ComposeWindow::load(const Draft& draft)
 {
     m_recipient->setText(draft.recipient);
     m_text->setPlainText(draft.text);
     m_text->moveCursor(QTextCursor::End);
-    m_keptFor = draft.recipient;
-    m_keptText = draft.text;
-}
-
-void ComposeWindow::keepDraft()
-{
-    if (addressKey(m_keptFor) != addressKey(m_recipient->text()))
-        Drafts::keep({m_keptFor, QString()});
-    m_keptFor = m_recipient->text();
-    m_keptText = m_text->toPlainText();
-    Drafts::keep({m_keptFor, m_keptText});
-}
-
-void ComposeWindow::dropDraft()
-{
-    m_keep.stop();
-    Drafts::keep({m_keptFor, QString()});
-}
-
-bool ComposeWindow::isUnsaved() const
-{
-    return !m_isDone && !m_text->toPlainText().isEmpty();
-}
-
-/// Asks what is to become of a text that was not sent.
-void ComposeWindow::askBeforeClosing()
-{
-    enum { Keep, Discard };
-    const auto onAnswer = [this](int answer) {
-        if (answer != Keep && answer != Discard)
-            return;
-        if (answer == Keep)
-            keepDraft();
-        else
-            dropDraft();
-        m_isDone = true;
-        close();
-    };
-    m_question = ask(
-        {"IDS_SMS_CLOSE_TITLE", "IDS_SMS_CLOSE_TEXT", {"IDS_SMS_KEEP", "IDS_SMS_DISCARD", "IDS_SMS_STAY"}},
-        this, this, onAnswer);
-}
-
-/// The window stays open while it is sending: if that fails, the text is still there.
-void ComposeWindow::closeEvent(QCloseEvent* event)
-{
-    if (m_isSending || isUnsaved()) {
-        event->ignore();
-        if (!m_isSending && !m_question)
-            askBeforeClosing();
-        return;
-    }
-    if (!m_isDone)
-        dropDraft();
-    m_isDone = true;
-    m_keep.stop();
-    ExtendDialog::closeEvent(event);
-}
-
-/// In the field for the recipient, the Return key, which presses the button, moves the focus to the text.
-void ComposeWindow::press()
-{
-    if (m_recipient->hasFocus())
-        m_text->setFocus();
-    else
-        send();
-}
-
-void ComposeWindow::send()
-{
-    if (!m_send->isEnabled())
-        return;
-    m_failure = QRVL_OK;
-    setSending(true);
-    keepDraft();
-    m_requests.start(
-        [this, number = dialString(m_keptFor)](quint32* request) {
-            return QRVL_DevSrv_SendMessage(m_sender->modem(), utf16(number), utf16(m_keptText), request);
-        },
-        this, [this](const RequestEnd& end) { finish(end.result); });
-}
-
-void ComposeWindow::finish(int result)
-{
-    m_failure = result;
-    setSending(false);
-    if (result != QRVL_OK) {
-        m_text->setFocus();
-        return;
-    }
-    dropDraft();
-    m_isDone = true;
-    close();
-}
-
-void ComposeWindow::setSending(bool isSending)
-{
-    m_isSending = isSending;
-    m_recipient->setReadOnly(isSending);
-    m_text->setReadOnly(isSending);
-    m_sender->setEnabled(!isSending);
-    showState();
 }
 
 void ComposeWindow::showState()
@@ -257,19 +137,9 @@ void ComposeWindow::showState()
             .arg(numberText(length.characters), numberText(length.left), numberText(length.parts)));
     m_send->setEnabled(!m_isSending && m_sender->modem() != 0 && !written.isEmpty() &&
                        isNumber(m_recipient->text()));
-    if (m_recipient->text() != m_keptFor || written != m_keptText)
-        m_keep.start(KeepAfter);
+    m_draft.follow({m_recipient->text(), written});
     m_note->setText(note());
     m_note->setVisible(!m_note->text().isEmpty());
-}
-
-QString ComposeWindow::note() const
-{
-    if (m_isSending)
-        return text("IDS_SMS_STATE_SENDING");
-    QStringList reasons{shownFailure(m_failure), m_sender->problem()};
-    reasons.removeAll(QString());
-    return reasons.join(QLatin1Char('\n'));
 }
 
 void ComposeWindow::translate()

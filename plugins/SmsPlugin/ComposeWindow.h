@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Drafts.h"
+#include "DraftKeeper.h"
 #include "ExtendDialog/ExtendDialog.h"
 #include "support/Modems.h"
 #include "support/Requests.h"
 
 #include <QPointer>
-#include <QTimer>
 
 class QLabel;
 class QLineEdit;
@@ -24,11 +23,10 @@ public:
     /// Opens a window with the draft for a recipient, or with the latest draft if the recipient is empty. If there is
     /// already a window for that recipient, it comes to the front instead.
     /// @param sender sends the message unless the user chooses another modem; without an id, the modem in use does
+    /// @param drafts must outlive the window
     /// @param events must be listening, and outlive the window
-    static void open(const QString& recipient, const Modem& sender, DeviceEvents* events, QWidget* parent);
-
-    /// Saves what has been written since the draft was saved.
-    ~ComposeWindow() override;
+    static void open(const QString& recipient, const Modem& sender, Drafts* drafts, DeviceEvents* events,
+                     QWidget* parent);
 
     /// What Escape does.
     void reject() override { close(); }
@@ -37,14 +35,14 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    ComposeWindow(const Drafts::Draft& draft, const Modem& sender, DeviceEvents* events, QWidget* parent);
+    ComposeWindow(const Draft& draft, const Modem& sender, Drafts* drafts, DeviceEvents* events,
+                  QWidget* parent);
 
     static ComposeWindow* find(const QString& recipient, const QWidget* parent);
     QWidget* makeContent();
     QWidget* makeEnd();
-    void load(const Drafts::Draft& draft);
-    void keepDraft();
-    void dropDraft();
+    void load(const Draft& draft);
+    void connectWidgets();
     void askBeforeClosing();
     bool isUnsaved() const;
     void press();
@@ -56,15 +54,13 @@ private:
     void translate();
 
     Requests m_requests;
+    DraftKeeper m_draft;
     QLineEdit* m_recipient;
     SenderChooser* m_sender;
     QPlainTextEdit* m_text;
     QLabel* m_length;
     QLabel* m_note; ///< what is going on, or has failed
     QPushButton* m_send;
-    QTimer m_keep;                ///< saves the draft when nothing has been typed for a while
-    QString m_keptFor;            ///< recipient of the draft
-    QString m_keptText;           ///< of the draft
     int m_failure = 0;            ///< of the last attempt, enum QRVL_Result
     QPointer<QWidget> m_question; ///< what is to become of the text
     bool m_isSending = false;

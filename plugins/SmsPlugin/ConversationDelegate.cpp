@@ -65,7 +65,8 @@ void ConversationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& 
     painter->setPen(quiet);
     drawLine(painter, option, content.adjusted(content.width() - timeWidth, 0, 0, -half), time);
     painter->setFont(isUnread ? strong : option.font);
-    painter->setPen(isUnread ? plain : quiet);
+    const bool isDraft = index.data(ConversationModel::DraftRole).toBool();
+    painter->setPen(isDraft ? Look::toneColor(Look::Tone::Info, option.palette) : isUnread ? plain : quiet);
     drawLine(painter, option, content.adjusted(0, half, isUnread ? -2 * DotSize : 0, 0),
              index.data(ConversationModel::TextRole).toString());
     painter->setFont(strong);

@@ -10,22 +10,10 @@ namespace {
 
 constexpr int MostShown = 200; // characters of a line
 
-/// What a screen reader says for a conversation.
-QString spoken(const Conversation& conversation)
+/// The beginning of a text.
+QString line(const QString& text)
 {
-    const Message& newest = conversation.messages.first();
-    QStringList parts{shownAddress(conversation.address), shownTime(newest), newest.text.left(MostShown)};
-    if (conversation.unread > 0)
-        parts.insert(1, text("IDS_SMS_UNREAD").arg(numberText(conversation.unread)));
-    parts.removeAll(QString());
-    return parts.join(QLatin1Char('\n'));
-}
-
-/// The beginning of the newest message; one's own is marked.
-QString summary(const Message& message)
-{
-    const QString line = message.text.left(MostShown).simplified();
-    return message.isSent ? text("IDS_SMS_YOU").arg(line) : line;
+    return text.left(MostShown).simplified();
 }
 
 } // namespace
@@ -43,21 +31,49 @@ int ConversationModel::rowOf(const QString& address) const
 QVariant ConversationModel::data(const QModelIndex& index, int role) const
 {
     const Conversation& conversation = m_conversations[index.row()];
-    const Message& newest = conversation.messages.first();
     switch (role) {
     case Qt::DisplayRole:
         return shownAddress(conversation.address);
     case Qt::AccessibleTextRole:
         return spoken(conversation);
     case TimeRole:
-        return shownDay(newest);
+        return shownDay(conversation.messages.first());
     case TextRole:
-        return summary(newest);
+        return summary(conversation);
     case UnreadRole:
         return conversation.unread;
+    case DraftRole:
+        return m_drafts.contains(conversation.key);
     default:
         return {};
     }
+}
+
+/// The draft, or the newest message; the user's own words are marked.
+QString ConversationModel::summary(const Conversation& conversation) const
+{
+    const auto draft = m_drafts.constFind(conversation.key);
+    if (draft != m_drafts.constEnd())
+        return text("IDS_SMS_DRAFT").arg(line(*draft));
+    const Message& newest = conversation.messages.first();
+    return newest.isSent ? text("IDS_SMS_YOU").arg(line(newest.text)) : line(newest.text);
+}
+
+/// What a screen reader says.
+QString ConversationModel::spoken(const Conversation& conversation) const
+{
+    const Message& newest = conversation.messages.first();
+    QStringList parts{shownAddress(conversation.address), shownTime(newest), summary(conversation)};
+    if (conversation.unread > 0)
+        parts.insert(1, text("IDS_SMS_UNREAD").arg(numberText(conversation.unread)));
+    parts.removeAll(QString());
+    return parts.join(QLatin1Char('\n'));
+}
+
+void ConversationModel::setDrafts(const DraftTexts& drafts)
+{
+    m_drafts = drafts;
+    retranslate();
 }
 
 void ConversationModel::put(const Messages& messages)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Drafts.h"
 #include "Message.h"
 
 #include <QAbstractListModel>
@@ -20,7 +21,7 @@ class ConversationModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    enum Role { TimeRole = Qt::UserRole, TextRole, UnreadRole };
+    enum Role { TimeRole = Qt::UserRole, TextRole, UnreadRole, DraftRole };
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -33,6 +34,9 @@ public:
     /// Marks the messages of a conversation as read. Does not remember it, see MessageFeed::markRead().
     void markRead(int row);
 
+    /// Shows drafts instead of the newest messages of their conversations.
+    void setDrafts(const DraftTexts& drafts);
+
     const Conversation& conversation(int row) const { return m_conversations[row]; }
 
     /// The row of the conversation with an address; -1 if there is none.
@@ -43,7 +47,7 @@ public:
 
     int rowCount(const QModelIndex& parent = {}) const override;
 
-    /// Display role: the address. The times are in the current language.
+    /// Display role: the address. Times and texts are in the current language. DraftRole: whether TextRole is a draft.
     QVariant data(const QModelIndex& index, int role) const override;
 
     /// Reports all texts as changed. Call it after a change of language.
@@ -56,9 +60,12 @@ private:
     void numberRows();
     void countUnread(Conversation& conversation);
     void reportChange(int row);
+    QString summary(const Conversation& conversation) const;
+    QString spoken(const Conversation& conversation) const;
 
     QVector<Conversation> m_conversations;
     QHash<QString, int> m_rows; ///< by addressKey()
     MessagesByKey m_messages;
+    DraftTexts m_drafts;
     int m_unread = 0;
 };

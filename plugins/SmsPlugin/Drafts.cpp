@@ -40,7 +40,7 @@ void save(const QJsonArray& drafts)
     CommonUtils::SetSettings(Section, Key, protectedText(QString::fromUtf8(plain), passPhrase()));
 }
 
-Drafts::Draft draftFrom(const QJsonValue& value)
+Draft draftFrom(const QJsonValue& value)
 {
     return {value[Recipient].toString(), value[Text].toString()};
 }
@@ -52,7 +52,7 @@ bool isFor(const QJsonValue& value, const QString& recipient)
 
 } // namespace
 
-Drafts::Draft Drafts::find(const QString& recipient)
+Draft Drafts::find(const QString& recipient) const
 {
     const QJsonArray drafts = load();
     for (const QJsonValue& value : drafts) {
@@ -62,9 +62,21 @@ Drafts::Draft Drafts::find(const QString& recipient)
     return {recipient, {}};
 }
 
-Drafts::Draft Drafts::latest()
+Draft Drafts::latest() const
 {
     return draftFrom(load().first());
+}
+
+DraftTexts Drafts::texts() const
+{
+    DraftTexts texts;
+    const QJsonArray drafts = load();
+    for (const QJsonValue& value : drafts) {
+        const Draft draft = draftFrom(value);
+        if (!draft.recipient.isEmpty())
+            texts.insert(addressKey(draft.recipient), draft.text);
+    }
+    return texts;
 }
 
 void Drafts::keep(const Draft& draft)
@@ -77,6 +89,8 @@ void Drafts::keep(const Draft& draft)
         if (!isFor(value, draft.recipient))
             kept.append(value);
     }
-    if (kept != before)
-        save(kept);
+    if (kept == before)
+        return;
+    save(kept);
+    Q_EMIT changed();
 }

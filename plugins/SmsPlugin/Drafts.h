@@ -1,24 +1,39 @@
 #pragma once
 
-#include <QString>
+#include <QHash>
+#include <QObject>
 
-/// Texts that were written but not sent, one for each recipient. They are encrypted in the user's settings, so that copies of
-/// these do not reveal them; only this computer can decrypt them. GUI thread only.
-namespace Drafts {
-
+/// A text that was written but not sent.
 struct Draft
 {
     QString recipient; ///< may be empty
     QString text;
 };
 
-/// The draft for a recipient; without text if there is none.
-Draft find(const QString& recipient);
+using DraftTexts = QHash<QString, QString>; ///< by addressKey() of the recipient
 
-/// The draft that was stored last; without text if there is none.
-Draft latest();
+/// The drafts, one for each recipient. They are encrypted in the user's settings, so that copies of these do not reveal
+/// them; only this computer can decrypt them. GUI thread only.
+class Drafts : public QObject
+{
+    Q_OBJECT
 
-/// Stores a draft and replaces an earlier one for the recipient. A draft without text only removes the earlier one.
-void keep(const Draft& draft);
+public:
+    using QObject::QObject;
 
-} // namespace Drafts
+    /// The draft for a recipient; without text if there is none.
+    Draft find(const QString& recipient) const;
+
+    /// The draft that was stored last; without text if there is none.
+    Draft latest() const;
+
+    /// The texts of all drafts that have a recipient.
+    DraftTexts texts() const;
+
+    /// Stores a draft and replaces an earlier one for the recipient. A draft without text only removes the earlier one.
+    void keep(const Draft& draft);
+
+Q_SIGNALS:
+    /// A draft was stored or removed.
+    void changed();
+};

@@ -1,5 +1,6 @@
 // What the commands of the page do.
 #include "ComposeWindow.h"
+#include "ConversationList.h"
 #include "MessageToolBar.h"
 #include "MessageWindow.h"
 #include "MessagesPage.h"
@@ -16,7 +17,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
-#include <QListView>
 #include <QMenu>
 #include <QTextCursor>
 
@@ -63,10 +63,15 @@ const Message* MessagesPage::currentMessage() const
     return found == messages.constEnd() ? nullptr : &*found;
 }
 
+CommandContext MessagesPage::context() const
+{
+    return {currentMessage(), m_feed.model()->unread() > 0 && !m_feed.isReading()};
+}
+
 void MessagesPage::run(Command command)
 {
     const Message* const current = currentMessage();
-    if (!isPossible(command, current))
+    if (!isPossible(command, context()))
         return;
     const Message message = current ? *current : Message(); // a command may change the model
     m_failure.clear();
@@ -95,6 +100,9 @@ void MessagesPage::run(Command command)
     case Command::Copy:
         copy(message);
         break;
+    case Command::MarkAllRead:
+        m_feed.markAllRead();
+        break;
     }
     showState();
 }
@@ -113,7 +121,7 @@ void MessagesPage::openWindow(const Message& message)
 
 void MessagesPage::write(const QString& recipient, const Modem& sender)
 {
-    ComposeWindow::open(recipient, sender, m_events, windowParent());
+    ComposeWindow::open(recipient, sender, &m_drafts, m_events, windowParent());
 }
 
 void MessagesPage::call(const Message& message, _UI_EN_CALL_TYPE type)
@@ -122,10 +130,10 @@ void MessagesPage::call(const Message& message, _UI_EN_CALL_TYPE type)
         m_failure = text("IDS_SMS_NO_CALL");
 }
 
-/// Copies what the user has selected, otherwise the whole message.
+/// Copies the whole message, unless the user has selected a part of the conversation and is still there.
 void MessagesPage::copy(const Message& message)
 {
-    if (m_thread->textCursor().hasSelection())
+    if (m_thread->textCursor().hasSelection() && !m_list->hasFocus())
         m_thread->copy();
     else
         QGuiApplication::clipboard()->setText(message.text);
@@ -165,7 +173,7 @@ void MessagesPage::showMenu(const QPoint& place)
     for (const CommandInfo& info : CommandInfos) {
         const Command command = info.command;
         commands.insert(QString::fromLatin1(info.menuName), [this, command](QAction* action, const QString&) {
-            action->setEnabled(isPossible(command, currentMessage()));
+            action->setEnabled(isPossible(command, context()));
             connect(action, &QAction::triggered, this, [this, command] { run(command); });
         });
     }

@@ -111,14 +111,31 @@ void MessageFeed::forgetGone()
 
 void MessageFeed::markRead(int row)
 {
+    remember(row);
+    saveSeen();
+}
+
+void MessageFeed::markAllRead()
+{
+    for (int row = 0; row < m_model.rowCount(); ++row)
+        remember(row);
+    saveSeen();
+}
+
+void MessageFeed::remember(int row)
+{
     const Messages messages = m_model.conversation(row).messages;
     for (const Message& message : messages) {
         if (message.isUnread)
             seenOf(message.imsi).add(message);
     }
+    m_model.markRead(row);
+}
+
+void MessageFeed::saveSeen()
+{
     for (auto& entry : m_seen)
         entry.second.save();
-    m_model.markRead(row);
 }
 
 SeenMessages& MessageFeed::seenOf(const QString& imsi)

@@ -35,9 +35,10 @@ public:
     /// How many messages the modems have; 0 until that is known.
     int total() const { return m_reader.total(); }
 
-    /// Marks the messages of a conversation as read and remembers that.
+    /// Marks the messages of a conversation, or all of them, as read and remembers that.
     /// @param row of the model
     void markRead(int row);
+    void markAllRead();
 
 Q_SIGNALS:
     /// The model or the progress has changed.
@@ -52,6 +53,8 @@ private:
     void finish();
     void dropGone();
     void forgetGone();
+    void remember(int row);
+    void saveSeen();
     SeenMessages& seenOf(const QString& imsi);
 
     ConversationModel m_model;

@@ -23,24 +23,25 @@ QList<ToolItem> readItems()
 {
     QList<ToolItem> items;
     bool isGrouped = false;
-    ToolBarLogic::GetXmlData(CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + thisPlugin() +
-                                 QLatin1String("/SmsToolBar.xml"),
-                             items, isGrouped, QString());
+    ToolBarLogic::GetXmlData(pluginFile(QStringLiteral("SmsToolBar.xml")), items, isGrouped, QString());
     return items;
 }
 
-/// Icons need a name, for screen readers and as a tool tip.
-void name(QToolButton* button, const char* id)
+} // namespace
+
+QString pluginFile(const QString& name)
 {
-    const Caption parts = caption(id);
+    return QStringLiteral("%1/plugins/%2/%3").arg(CommonUtils::GetPluginLibraryPath(), thisPlugin(), name);
+}
+
+void nameButton(QToolButton* button, const Caption& parts)
+{
     const QString keys = parts.shortcut.toString(QKeySequence::NativeText);
     button->setText(parts.text);
     button->setAccessibleName(parts.text);
     button->setToolTip(keys.isEmpty() ? parts.text : QStringLiteral("%1 (%2)").arg(parts.text, keys));
     button->setShortcut(parts.shortcut);
 }
-
-} // namespace
 
 MessageToolBar::MessageToolBar(QWidget* parent)
     : QWidget(parent)
@@ -87,10 +88,10 @@ bool MessageToolBar::isOutdated() const
                        [](const ToolItem& left, const ToolItem& right) { return left.id == right.id; });
 }
 
-void MessageToolBar::enableFor(const Message* message)
+void MessageToolBar::enableFor(const CommandContext& context)
 {
     for (const ToolItem& item : qAsConst(m_items)) {
-        const bool isWanted = isPossible(Command(item.id), message);
+        const bool isWanted = isPossible(Command(item.id), context);
         if (item.button->isEnabled() != isWanted)
             ToolBarLogic::EnableDisableItem(thisPlugin(), m_items, item.id, isWanted);
     }
@@ -119,7 +120,7 @@ void MessageToolBar::translate()
 {
     for (const CommandInfo& info : CommandInfos) {
         if (auto* const button = qobject_cast<QToolButton*>(m_group->button(int(info.command))))
-            name(button, info.id);
+            nameButton(button, caption(info.id));
     }
     m_searchEdit->setPlaceholderText(text("IDS_SMS_SEARCH_HINT"));
     m_searchEdit->setAccessibleName(caption("IDS_MENU_SEARCH").text);

@@ -8,7 +8,15 @@
 class QButtonGroup;
 class QHBoxLayout;
 class QLabel;
+class QToolButton;
 class SearchLineEdit;
+struct Caption;
+
+/// The path of a file in the folder of this plugin.
+QString pluginFile(const QString& name);
+
+/// Gives a button that shows only an icon its shortcut, and a name for screen readers and the tool tip.
+void nameButton(QToolButton* button, const Caption& parts);
 
 /// The page's toolbar from the file SmsToolBar.xml, with the search box. GUI thread only.
 class MessageToolBar : public QWidget
@@ -23,8 +31,7 @@ public:
     bool isOutdated() const;
 
     /// Enables the buttons of the commands that make sense.
-    /// @param message the one they are for; null without one
-    void enableFor(const Message* message);
+    void enableFor(const CommandContext& context);
 
     /// Shows the search box and gives it the focus.
     void openSearch();

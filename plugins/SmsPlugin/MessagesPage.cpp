@@ -1,41 +1,23 @@
 // The page's widgets and what they show. What its commands do is in MessageActions.cpp.
 #include "MessagesPage.h"
 
-#include "ConversationDelegate.h"
+#include "ConversationList.h"
+#include "ConversationPanes.h"
 #include "MessageToolBar.h"
 #include "Shown.h"
 #include "ThreadView.h"
 #include "common/CommonUtils.h"
 #include "support/DeviceEvents.h"
-#include "support/ElidedLabel.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
 #include "support/XmlMenu.h"
 
 #include <QLabel>
-#include <QListView>
 #include <QVBoxLayout>
 
 namespace {
 
-constexpr int NarrowPage = 520; ///< below this width the conversation is under the list
-
-QListView* makeList(QAbstractItemModel* model)
-{
-    auto* list = new QListView;
-    list->setObjectName(QLatin1String("messageList"));
-    list->setModel(model);
-    list->setItemDelegate(new ConversationDelegate(list));
-    list->setUniformItemSizes(true);
-    list->setFrameShape(QFrame::NoFrame);
-    list->setMouseTracking(true);
-    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    list->setContextMenuPolicy(Qt::CustomContextMenu);
-    list->setMinimumSize(200, 100);
-    keepTranslated(list, [list] { list->setAccessibleName(text("IDS_SMS_TITLE")); });
-    return list;
-}
+constexpr int NarrowPage = 520; ///< below this width there is no space for a conversation beside the list
 
 } // namespace
 
@@ -47,39 +29,24 @@ MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     , m_customisation(this)
     , m_filter(m_feed.model())
     , m_note(Look::quietLabel(QString(), true))
-    , m_panel(makePane())
+    , m_list(new ConversationList(&m_filter))
+    , m_thread(new ThreadView)
+    , m_panes(new ConversationPanes(m_list, m_thread))
 {
     makeToolBar();
     content()->addWidget(m_note);
-    content()->addWidget(m_panel, 1);
+    content()->addWidget(m_panes, 1);
     content()->addStretch();
     connectViews();
     connect(&m_feed, &MessageFeed::changed, this, &MessagesPage::refresh);
     connect(events, &DeviceEvents::messagesChanged, &m_feed, &MessageFeed::refresh);
     connect(events, &DeviceEvents::changed, &m_feed, &MessageFeed::devicesChanged);
     connect(&m_feed, &MessageFeed::modemsChanged, this, [this] { m_failure.clear(); });
+    connect(&m_drafts, &Drafts::changed, this, &MessagesPage::showDrafts);
     connect(&m_customisation, &Customisation::applied, this, &MessagesPage::updateToolBar);
     keepTranslated(this, [this] { translate(); });
+    showDrafts();
     m_feed.refresh();
-}
-
-QWidget* MessagesPage::makePane()
-{
-    m_list = makeList(&m_filter);
-    m_address = new ElidedLabel;
-    Look::setFont(m_address, Look::HeadingText, QFont::DemiBold);
-    m_thread = new ThreadView;
-    m_thread->setMinimumHeight(100);
-    auto* thread = new QVBoxLayout;
-    thread->addWidget(m_address);
-    thread->addWidget(m_thread, 1);
-    auto* panel = new Surface;
-    m_columns = new QHBoxLayout(panel);
-    m_columns->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
-    m_columns->setSpacing(Look::Gap);
-    m_columns->addWidget(m_list, 2);
-    m_columns->addLayout(thread, 3);
-    return panel;
 }
 
 void MessagesPage::makeToolBar()
@@ -90,7 +57,7 @@ void MessagesPage::makeToolBar()
     connect(m_toolBar, &MessageToolBar::pressed, this, &MessagesPage::run);
     connect(m_toolBar, &MessageToolBar::searchChanged, this, &MessagesPage::search);
     connect(m_toolBar, &MessageToolBar::nextWanted, this, &MessagesPage::showNextHit);
-    connect(m_toolBar, &MessageToolBar::searchClosed, m_list, [this] { m_list->setFocus(); });
+    connect(m_toolBar, &MessageToolBar::searchClosed, m_panes, [this] { m_panes->setFocus(); });
 }
 
 void MessagesPage::updateToolBar()
@@ -99,14 +66,18 @@ void MessagesPage::updateToolBar()
         return;
     m_toolBar->closeSearch();
     makeToolBar();
-    m_toolBar->enableFor(currentMessage());
+    m_toolBar->enableFor(context());
 }
 
 void MessagesPage::connectViews()
 {
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &MessagesPage::showThread);
-    connect(m_list, &QListView::activated, this, [this] { run(Command::Open); });
+    connect(m_list, &ConversationList::clicked, m_panes, &ConversationPanes::open);
+    connect(m_list, &ConversationList::activated, this, &MessagesPage::enterConversation);
+    connect(m_panes, &ConversationPanes::switched, this, &MessagesPage::followPanes);
     connect(m_thread, &ThreadView::currentChanged, this, &MessagesPage::showState);
+    connect(m_list, &ConversationList::copyWanted, this, [this] { run(Command::Copy); });
+    connect(m_thread, &ThreadView::copyWanted, this, [this] { run(Command::Copy); });
     for (QWidget* view : {static_cast<QWidget*>(m_list), static_cast<QWidget*>(m_thread)})
         connect(view, &QWidget::customContextMenuRequested, this,
                 [this, view](const QPoint& place) { showMenu(view->mapToGlobal(place)); });
@@ -137,13 +108,33 @@ void MessagesPage::choose(int row)
     m_list->setCurrentIndex(m_filter.index(row, 0));
 }
 
+/// What Enter and a double click on a conversation do.
+void MessagesPage::enterConversation()
+{
+    if (m_panes->isNarrow())
+        m_panes->open();
+    else
+        run(Command::Open);
+}
+
+void MessagesPage::followPanes()
+{
+    // Commands do not apply to a message that the user no longer sees.
+    if (!m_panes->showsThread())
+        m_thread->setCurrent(m_thread->newest());
+    markShown();
+    showState();
+}
+
 void MessagesPage::showThread()
 {
     const int row = m_list->currentIndex().row();
     const Conversation shown = row < 0 ? Conversation() : m_filter.conversation(row);
     const bool isOther = shown.key != m_shownKey || shown.messages.isEmpty();
+    if (shown.key != m_shownKey && !m_panes->showsList())
+        m_panes->showList(); // the open conversation is gone
     m_shownKey = shown.key;
-    m_address->setFullText(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
+    m_panes->setTitle(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
     m_thread->setMessages(shown.messages, isOther);
     markShown();
     showState();
@@ -154,9 +145,14 @@ void MessagesPage::showThread()
 void MessagesPage::markShown()
 {
     const QModelIndex current = m_list->currentIndex();
-    const bool canBeSeen = isVisible() && !window()->isMinimized() && !CommonUtils::IsShuttingDown();
-    if (current.isValid() && canBeSeen)
+    const bool isInFront = isVisible() && !window()->isMinimized() && !CommonUtils::IsShuttingDown();
+    if (current.isValid() && isInFront && m_panes->showsThread())
         m_feed.markRead(m_filter.mapToSource(current).row());
+}
+
+void MessagesPage::showDrafts()
+{
+    m_feed.model()->setDrafts(m_drafts.texts());
 }
 
 void MessagesPage::showState()
@@ -165,8 +161,8 @@ void MessagesPage::showState()
     const int unread = m_feed.model()->unread();
     setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(numberText(unread)) : text("IDS_SMS_TITLE"));
     setBadge(unread);
-    m_panel->setVisible(count > 0);
-    m_toolBar->enableFor(currentMessage());
+    m_panes->setVisible(count > 0);
+    m_toolBar->enableFor(context());
     if (!m_failure.isEmpty())
         showNote(m_failure);
     else if (!m_feed.hasModem())
@@ -202,6 +198,7 @@ void MessagesPage::showNextHit()
     const QString key = hit->key;
     const int row = m_feed.model()->rowOf(hit->address);
     choose(m_filter.mapFromSource(m_feed.model()->index(row)).row());
+    m_panes->open();
     m_thread->setCurrent(key);
     showState();
 }
@@ -216,6 +213,6 @@ void MessagesPage::showEvent(QShowEvent* event)
 
 void MessagesPage::resizeEvent(QResizeEvent* event)
 {
-    m_columns->setDirection(width() < NarrowPage ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_panes->setNarrow(width() < NarrowPage);
     Page::resizeEvent(event);
 }

@@ -2,6 +2,7 @@
 
 #include "Commands.h"
 #include "ConversationFilter.h"
+#include "Drafts.h"
 #include "MessageFeed.h"
 #include "PluginContainer/interfaces/ICallUIPlugin.h"
 #include "support/Customisation.h"
@@ -10,15 +11,14 @@
 
 #include <QPointer>
 
-class ElidedLabel;
+class ConversationList;
+class ConversationPanes;
 class MessageToolBar;
-class QBoxLayout;
 class QLabel;
-class QListView;
 class ThreadView;
 class XmlMenu;
 
-/// The messages of the attached modems: a list of conversations, and the messages of the chosen one next to it.
+/// The messages of the attached modems: a list of conversations, and the messages of the chosen one.
 class MessagesPage : public Page
 {
     Q_OBJECT
@@ -33,13 +33,13 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QWidget* makePane();
     void makeToolBar();
     void updateToolBar();
     void connectViews();
     void translate();
 
     const Message* currentMessage() const;
+    CommandContext context() const;
     QWidget* windowParent();
     void run(Command command);
     void openWindow(const Message& message);
@@ -55,9 +55,12 @@ private:
 
     void refresh();
     void choose(int row);
+    void enterConversation();
+    void followPanes();
     void showThread();
     void markShown();
     void showState();
+    void showDrafts();
     void showNote(const QString& note);
 
     DeviceEvents* m_events;
@@ -65,6 +68,7 @@ private:
     MessageFeed m_feed;
     Customisation m_customisation; ///< may change which buttons are wanted
     ConversationFilter m_filter;
+    Drafts m_drafts;
     QPointer<QWidget> m_windowParent; ///< of the windows for messages
     MessageToolBar* m_toolBar = nullptr;
     QPointer<XmlMenu> m_menu;
@@ -72,10 +76,8 @@ private:
     QString m_questioned;         ///< Message::key of that message
     QLabel* m_note;               ///< progress, a failure, or what there is instead of messages
     QString m_failure;
-    QWidget* m_panel;
-    QBoxLayout* m_columns;
-    QListView* m_list;
-    ElidedLabel* m_address;
+    ConversationList* m_list;
     ThreadView* m_thread;
+    ConversationPanes* m_panes;
     QString m_shownKey; ///< Conversation::key of the one that is shown
 };

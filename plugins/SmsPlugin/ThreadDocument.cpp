@@ -1,4 +1,4 @@
-// Fills the document of a conversation.
+// The document of a conversation: filling it, highlights, and where its messages are.
 #include "MessageText.h"
 #include "MessageView.h"
 #include "Shown.h"
@@ -6,6 +6,7 @@
 #include "support/Look.h"
 #include "support/Text.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextFrame>
 
@@ -81,4 +82,35 @@ void ThreadView::shapeBlocks(const Entry& entry, QTextCursor& cursor, int start)
     end.setBottomMargin(ThreadLayout::Padding);
     QTextCursor(document()->findBlockByNumber(entry.lastBlock)).mergeBlockFormat(end);
     cursor.movePosition(QTextCursor::End);
+}
+
+/// The place of a message in the document, with its padding.
+QRectF ThreadView::placeOf(const Entry& entry) const
+{
+    const auto* const layout = document()->documentLayout();
+    const QRectF first = layout->blockBoundingRect(document()->findBlockByNumber(entry.firstBlock));
+    const QRectF last = layout->blockBoundingRect(document()->findBlockByNumber(entry.lastBlock));
+    const bool isOnLeft = entry.isSent == isRightToLeft();
+    const qreal left = isOnLeft ? 2 : ThreadLayout::Indent + 2;
+    return QRectF(left, first.top() - ThreadLayout::Padding,
+                  document()->size().width() - ThreadLayout::Indent - 4,
+                  last.bottom() - first.top() + 2 * ThreadLayout::Padding);
+}
+
+void ThreadView::setSearch(const QString& search)
+{
+    m_search = search;
+    markSearch();
+}
+
+void ThreadView::markSearch()
+{
+    QList<ExtraSelection> marks;
+    QTextCharFormat format;
+    format.setBackground(palette().highlight());
+    format.setForeground(palette().highlightedText());
+    QTextCursor place(document());
+    while (!m_search.isEmpty() && !(place = document()->find(m_search, place)).isNull())
+        marks.append({place, format});
+    setExtraSelections(marks);
 }

@@ -4,12 +4,10 @@
 #include "MessageView.h"
 #include "support/Look.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTextBlock>
 #include <QUrl>
 
 #include <algorithm>
@@ -104,24 +102,6 @@ void ThreadView::setCurrent(const QString& key)
     viewport()->update();
 }
 
-void ThreadView::setSearch(const QString& search)
-{
-    m_search = search;
-    markSearch();
-}
-
-void ThreadView::markSearch()
-{
-    QList<ExtraSelection> marks;
-    QTextCharFormat format;
-    format.setBackground(palette().highlight());
-    format.setForeground(palette().highlightedText());
-    QTextCursor place(document());
-    while (!m_search.isEmpty() && !(place = document()->find(m_search, place)).isNull())
-        marks.append({place, format});
-    setExtraSelections(marks);
-}
-
 void ThreadView::retranslate()
 {
     const int place = verticalScrollBar()->value();
@@ -134,19 +114,6 @@ const ThreadView::Entry* ThreadView::entryOf(const QString& key) const
     const auto found = std::find_if(m_entries.begin(), m_entries.end(),
                                     [&](const Entry& entry) { return entry.key == key; });
     return found == m_entries.end() ? nullptr : &*found;
-}
-
-/// The place of a message in the document, with its padding.
-QRectF ThreadView::placeOf(const Entry& entry) const
-{
-    const auto* const layout = document()->documentLayout();
-    const QRectF first = layout->blockBoundingRect(document()->findBlockByNumber(entry.firstBlock));
-    const QRectF last = layout->blockBoundingRect(document()->findBlockByNumber(entry.lastBlock));
-    const bool isOnLeft = entry.isSent == isRightToLeft();
-    const qreal left = isOnLeft ? 2 : ThreadLayout::Indent + 2;
-    return QRectF(left, first.top() - ThreadLayout::Padding,
-                  document()->size().width() - ThreadLayout::Indent - 4,
-                  last.bottom() - first.top() + 2 * ThreadLayout::Padding);
 }
 
 void ThreadView::scrollTo(const Entry& entry)
@@ -194,6 +161,8 @@ void ThreadView::keyPressEvent(QKeyEvent* event)
         step(-1);
     else if (event->key() == Qt::Key_Down && event->modifiers() == Qt::NoModifier)
         step(1);
+    else if (event->matches(QKeySequence::Copy))
+        Q_EMIT copyWanted();
     else
         QTextBrowser::keyPressEvent(event);
 }

@@ -32,6 +32,9 @@ public:
     /// The key of the current message; empty when there is none.
     const QString& current() const { return m_current; }
 
+    /// The key of the newest message; empty when there is none.
+    QString newest() const { return m_messages.isEmpty() ? QString() : m_messages.first().key; }
+
     /// Makes a message the current one and scrolls to it.
     void setCurrent(const QString& key);
 
@@ -44,6 +47,9 @@ public:
 Q_SIGNALS:
     /// Another message is the current one, by the user's choice.
     void currentChanged();
+
+    /// The user has pressed the keys for copying.
+    void copyWanted();
 
 protected:
     void changeEvent(QEvent* event) override;
