@@ -1,10 +1,10 @@
 #include "ReplaceFile.h"
 #include "RunTool.h"
+#include "Samples.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <tuple>
 class tst_ModemTool : public QObject
 {
     Q_OBJECT
@@ -19,66 +19,29 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Lines of the file are changed (lines before, lines after, ...) or, if there are none before, appended.
+/// Each sample has a command, and "in " its file if that is not the one that is shipped. "!" stands before the exit code
+/// and a part of what the tool says; "-" before lines of the file, "+" before what replaces them or is appended.
 void tst_ModemTool::editsOrRefuses()
 {
-    const QByteArray shipped = FileAccess::read(SHIPPED_SIMULATOR_FILE).bytes;
-    const QByteArray none = "[modem A]\nmodel=X\nstate=detached\n";
-    const QByteArray two = "[modem A]\nmodel=X\nstate=attached\n[modem B]\nmodel=X\nstate=attached\n";
-    const QByteArray attached = "port=sim2\nstate=attached";
-    const std::tuple<QString, QByteArray, int, QByteArray, QByteArrayList> rows[] = {
-        {"detach", shipped, 0, "", {attached, "port=sim2\nstate=detached"}},
-        {"reject|lume v2", shipped, 0, "", {attached, "port=sim2\nstate=rejected"}},
-        {"attach|LUME S1|--imsi|1|--gid=x, \"y\"",
-         shipped,
-         0,
-         "",
-         {"port=sim1\nstate=detached", "port=sim1\nstate=attached", "imsi=001010123456789\ngid=\n",
-          "imsi=1\ngid=x, \"y\"\n"}},
-        {"set|--signal|5|--network=", shipped, 0, "", {"network=26201\nsignal=80", "network=\nsignal=5"}},
-        {"attach|New", two, 0, "is a new modem\n", {"", "\n[modem New]\nmodel=New\nstate=attached\n"}},
-        {"attach|x|--name|c|--port|usb|--customize|d",
-         two,
-         0,
-         "is a new modem\n",
-         {"", "\n[modem c]\nmodel=x\ncustomize=d\nport=usb\nstate=attached\n"}},
-        {"", two, 2, "a command is missing", {}},
-        {"eject", two, 2, "\"eject\"", {}},
-        {"list|--all", two, 2, "all", {}},
-        {"detach|A|B", two, 2, "too many", {}},
-        {"detach|A|--imsi|1", two, 2, "values", {}},
-        {"set|A", two, 2, "needs values", {}},
-        {"set|A|--signal|101", two, 1, "the signal \"101\"; it must be 0 to 100", {}},
-        {"fail|A", none, 0, "", {"state=detached", "state=failed"}},
-        {"disconnect|a",
-         none,
-         0,
-         "",
-         {"", "connection=disconnected\nconnection.error=16\nconnection.since=\n"}},
-        {"lock|A", none, 0, "", {"", "pin=4711\npin-tries=\npuk-tries=\nsim=pin\n"}},
-        {"set|A|--failure|soon", none, 1, "it must be refused, ", {}},
-        {"detach", none, 1, "attached are: none", {}},
-        {"reject", two, 1, R"(attached are: "A", "B")", {}},
-        {"detach|C", two, 1, R"(known are: "A", "B")", {}},
-        {"detach|x", two, 1, R"(several modems match "x": "A", "B")", {}},
-        {"attach|x", two, 1, "--name", {}},
-        {"attach|A", "[modem A]\nmodel", 1, "line 2", {}},
-        {"list", "[modem A]\nmodel=X\nstate=on\n", 1, "\"on\"", {}},
-    };
-    for (const auto& [arguments, before, exitCode, message, changes] : rows) {
-        const QString file = m_folder.filePath("simulator.ini");
+    const QString file = m_folder.filePath("simulator.ini");
+    for (const Sample& sample : samplesIn(DATA "/modem_commands.txt")) {
+        const auto lines = [&](const char* mark) {
+            const QStringList marked = sample.marked(mark);
+            return marked.isEmpty() ? QByteArray() : marked.join('\n').toUtf8() + '\n';
+        };
+        const QStringList in = sample.marked("in ");
+        const QByteArray before = contentOf(in.isEmpty() ? SHIPPED_SIMULATOR_FILE : DATA "/" + in.first());
         replaceFile(file, before);
+        const QStringList arguments =
+            ("--file|" + file + '|' + sample.firstLine()).split('|', Qt::SkipEmptyParts);
+        const QString said = sample.marked("! ").value(0, "0 ");
         const QByteArray output =
-            runTool("skylume-modem", ("--file|" + file + '|' + arguments).split('|', Qt::SkipEmptyParts),
-                    exitCode, "4711\n");
-        QVERIFY2(output.contains(message), message + " expected, but: " + output);
-        QByteArray expected = before;
-        for (int i = 0; i < changes.size(); i += 2) {
-            const int place = changes[i].isEmpty() ? before.size() : expected.indexOf(changes[i]);
-            QVERIFY(place >= 0);
-            expected.replace(place, changes[i].size(), changes[i + 1]);
-        }
-        QCOMPARE(FileAccess::read(file).bytes, expected);
+            runTool("skylume-modem", arguments, said.section(' ', 0, 0).toInt(), "4711\n");
+        QVERIFY2(output.contains(said.section(' ', 1).toUtf8()), sample.name + ": " + output);
+        const QByteArray replaced = lines("- ");
+        const int place = replaced.isEmpty() ? before.size() : before.indexOf(replaced);
+        QVERIFY2(place >= 0, sample.name);
+        QCOMPARE(contentOf(file), QByteArray(before).replace(place, replaced.size(), lines("+ ")));
         QVERIFY(!QFile::exists(file + ".lock"));
     }
 }
@@ -92,7 +55,7 @@ void tst_ModemTool::usersFileBeginsAsCopy()
     run({"attach", "Mine", "--imsi", "1"}, 0);
     QVERIFY(run({"list"}, 0).contains("\nMine     Mine     attached  1  "));
     run({"message", "Mine", "--sender", "me", "--text", "1\n2"}, 0);
-    const QByteArray file = FileAccess::read(m_folder.filePath("user/simulator.ini")).bytes;
+    const QByteArray file = contentOf(m_folder.filePath("user/simulator.ini"));
     QVERIFY2(file.contains("\n[message 5]\nmodem=Mine\ntime=2") && file.endsWith("\nsender=me\ntext=1\\n2\n"),
              file);
 }

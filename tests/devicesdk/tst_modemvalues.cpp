@@ -1,7 +1,6 @@
 // Modems as the real ModemManager's test mode cannot show them, from one that does what the test says.
 
 #include "DeviceClient.h"
-#include "ReplaceFile.h"
 #include "ServiceBus.h"
 #include "backends/modemmanager/Customization.h"
 
@@ -12,13 +11,6 @@
 using namespace DeviceClient;
 
 namespace {
-
-const char Rules[] = "[gold]\noperator=26201\ngid=NT-GOLD\nname=gold\n"
-                     "[model]\nmodel=special\nname=special\n"
-                     "[unreadable]\noperator=26203\ngid=unknown\nname=unreadable\n"
-                     "[binary]\noperator=26203\ngid=0A81\nname=binary\n"
-                     "[imsi]\nimsi=262029\nname=imsi\n"
-                     "[northtel]\noperator=26201\nname=northtel\n";
 
 QVariantMap simOf(const QString& imsi, const QString& operatorCode, const QVariant& group = {})
 {
@@ -52,16 +44,14 @@ private:
         QTRY_VERIFY(modems().isEmpty() && unusableModems().isEmpty());
     }
 
-    QTemporaryDir m_folder;
     ServiceBus m_bus;
 };
 
 void tst_ModemValues::initTestCase()
 {
-    replaceFile(m_folder.filePath("rules.ini"), Rules);
     qputenv("QRVL_BACKEND", "modemmanager");
     qputenv("QRVL_BUS", m_bus.address().toLocal8Bit());
-    qputenv("QRVL_CUSTOMIZATION_FILE", m_folder.filePath("rules.ini").toLocal8Bit());
+    qputenv("QRVL_CUSTOMIZATION_FILE", DATA "/customization.ini");
     listen();
     QVERIFY(m_bus.startFakeModemManager());
     QTRY_COMPARE_WITH_TIMEOUT(value("problem", QRVL_SERVICE), "2", Patience);

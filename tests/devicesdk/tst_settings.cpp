@@ -119,7 +119,7 @@ void tst_Settings::storeThatCannotBeWritten()
             QVERIFY(QFile::resize(store, FileAccess::MaximalSize + 1));
         }
         SettingsFile file(store);
-        for (int i = 0; i < 2; ++i)
+        for (int tries = hindrance == "lock" ? 1 : 2; tries > 0; --tries) // a lock is waited for
             QVERIFY2(!file.write({{{"s", "k"}, "v"}}), qPrintable(hindrance));
         QCOMPARE(log.count("Settings file {*} cannot be {*}"), 1);
         lock.unlock();

@@ -1,46 +1,18 @@
 #include "AtModem.h"
 
+#include "Samples.h"
+
 #include <QLocalSocket>
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <utility>
 
 #include <sys/socket.h>
 #include <sys/un.h>
 
 namespace {
-
-/// The answers of a modem with nothing special about it.
-const std::pair<const char*, const char*> UsualReplies[] = {
-    {"AT+GCAP", "+GCAP: +CGSM,+DS,+ES"},
-    {"ATI", "Lume\r\nLume AT1\r\nRevision 1.0"},
-    {"AT+CGMI", "Lume"},
-    {"AT+CGMM", "Lume AT1"},
-    {"AT+CGMR", "1.0.7"},
-    {"AT+CGSN", "351234567890123"},
-    {"AT+WS46=?", "+WS46: (12,22,25)"},
-    {"AT+CGDCONT=?", "+CGDCONT: (1-11),\"IP\",,,(0-2),(0-4)"},
-    {"AT+CFUN?", "+CFUN: 1"},
-    {"AT+CSCS=?", "+CSCS: (\"IRA\",\"UCS2\",\"GSM\")"},
-    {"AT+CSCS?", "+CSCS: \"UCS2\""},
-    {"AT+CREG?", "+CREG: 2,1,\"0001\",\"00000001\""},
-    {"AT+CGREG?", "+CGREG: 2,1,\"0001\",\"00000001\",2"},
-    {"AT+COPS? 2", "+COPS: 0,2,\"26201\",2"},
-    {"AT+COPS? 0", "+COPS: 0,0,\"006E006F00720074006800740065006C\",2"},
-    {"AT+CSQ", "+CSQ: 20,99"},
-    {"AT+CNUM", "+CNUM: \"\",\"+491701234567\",145"},
-    {"AT+CMGF=?", "+CMGF: (0,1)"},
-    {"AT+CPMS=?", "+CPMS: (\"SM\"),(\"SM\"),(\"SM\")"},
-    {"AT+CPMS?", "+CPMS: \"SM\",0,50,\"SM\",0,50,\"SM\",0,50"},
-    {"AT+CNMI=?", "+CNMI: (0-2),(0-3),(0-3),(0-2),(0-1)"},
-    {"AT+CUSD=?", "+CUSD: (0-2)"},
-    {"AT+CRSM=176,12258,0,0,10", "+CRSM: 144,0,\"98940000000000000010\""},
-    {"AT+CRSM=176,28478,0,0,0", "+CRSM: 144,0,\"4E542D474F4C44FF\""}, // NT-GOLD
-    {"AT+CRSM=176,28589,0,0,4", "+CRSM: 144,0,\"00000002\""},
-};
 
 /// Commands that are only confirmed.
 const char Confirmed[] = "^AT(E0|V1|X4|&C1|[+](CGREG|CMEE|CMGF|CMGL|CNMI|COPS|CPMS|CREG|CSCS|CUSD)=)";
@@ -72,8 +44,8 @@ AtModem::AtModem(const QByteArray& name, const Sim& sim)
     , m_sim(sim)
     , m_isUnlocked(sim.pin.isEmpty())
 {
-    for (const auto& [command, reply] : UsualReplies)
-        setReply(command, reply);
+    for (const Sample& usual : samplesIn(SERVICE_TEMPLATES "/at_modem.txt"))
+        setReply(usual.name, usual.text.trimmed().replace("\n", "\r\n"));
     setReply("AT+CIMI", sim.imsi);
     m_server.listen(listenAt(m_port)); // the prefix is part of the name
     QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {

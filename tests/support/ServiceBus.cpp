@@ -10,22 +10,16 @@
 namespace {
 
 const char Connection[] = "test";
-const char ModemService[] = "org.freedesktop.ModemManager1";
 const char ModemPath[] = "/org/freedesktop/ModemManager1";
-const char NetworkService[] = "org.freedesktop.NetworkManager";
 const char Mock[] = "org.freedesktop.DBus.Mock.";
-
-QStringList mockOf(const QString& fileName)
-{
-    return {"-m", "dbusmock", "--session", "--template", SERVICE_TEMPLATES "/" + fileName};
-}
 
 } // namespace
 
 ServiceBus::ServiceBus()
 {
     qputenv("PATH", qgetenv("PATH") + ":/usr/sbin");
-    m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    m_bus.run(
+        {"dbus-daemon", "--session", "--nofork", "--print-address", "--address=unix:dir=" + m_folder.path()});
     if (!m_bus.waitForReadyRead())
         qFatal("dbus-daemon does not start");
     m_address = QString::fromLocal8Bit(m_bus.readLine().trimmed());
@@ -34,47 +28,43 @@ ServiceBus::ServiceBus()
 
 ServiceBus::~ServiceBus()
 {
-    end(m_modemManager);
-    end(m_networkManager);
     QDBusConnection::disconnectFromBus(Connection);
-    end(m_bus);
 }
 
-bool ServiceBus::start(QProcess& process, const QString& service, const QString& program,
-                       const QStringList& arguments)
+bool ServiceBus::start(const QString& service, const QStringList& command)
 {
+    Server& server = m_servers[service];
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_address);
     environment.remove("LD_PRELOAD");
-    process.setProcessEnvironment(environment);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
-    process.start(program, arguments);
+    server.setProcessEnvironment(environment);
+    server.setProcessChannelMode(QProcess::MergedChannels);
+    server.setStandardOutputFile(m_folder.filePath("log"), QIODevice::Append);
+    server.run(command);
     const QDBusConnection bus(Connection);
-    return QTest::qWaitFor([&] { return bus.interface()->isServiceRegistered(service).value(); }, 20000);
+    return QTest::qWaitFor([&] { return bus.interface()->isServiceRegistered(service).value(); }, 30000);
 }
 
 bool ServiceBus::startModemManager()
 {
-    return start(m_modemManager, ModemService, "ModemManager",
-                 {"--test-session", "--test-enable", "--test-no-udev", "--test-no-suspend-resume",
-                  "--test-no-qrtr", "--debug"});
+    return start(ModemService, {"ModemManager", "--test-session", "--test-enable", "--test-no-udev",
+                                "--test-no-suspend-resume", "--test-no-qrtr", "--debug"});
+}
+
+bool ServiceBus::startMock(const QString& service, const QString& mock)
+{
+    // Debian's Python has the modules that Debian packages.
+    return start(service, {"/usr/bin/python3", "-m", "dbusmock", "--session", "--template", mock});
 }
 
 bool ServiceBus::startFakeModemManager()
 {
-    return start(m_modemManager, ModemService, "/usr/bin/python3", mockOf("modemmanager_fake.py"));
+    return startMock(ModemService, SERVICE_TEMPLATES "/modemmanager_fake.py");
 }
 
 bool ServiceBus::startNetworkManager()
 {
-    return start(m_networkManager, NetworkService, "/usr/bin/python3", mockOf("networkmanager_modem.py"));
-}
-
-void ServiceBus::end(QProcess& process)
-{
-    process.kill();
-    process.waitForFinished();
+    return startMock(NetworkService, SERVICE_TEMPLATES "/networkmanager_modem.py");
 }
 
 QString ServiceBus::controlModems(const QString& method, const QVariantList& arguments)

@@ -44,37 +44,21 @@ SoundServer::SoundServer()
     qunsetenv("CANBERRA_DRIVER");
 }
 
-SoundServer::~SoundServer()
-{
-    m_recorder.kill();
-    m_recorder.waitForFinished();
-    kill();
-}
-
 bool SoundServer::start()
 {
     const QString socket = m_folder.filePath("native");
     m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // It must not outlive a test that crashes.
-    m_server.start("setpriv",
-                   {"--pdeathsig=KILL", "pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no",
-                    "--exit-idle-time=-1", "--disable-shm=yes", "--log-level=error", "-L",
-                    "module-null-sink sink_name=null", "-L",
-                    "module-stream-restore restore_device=no fallback_table=" + m_folder.filePath("volumes"),
-                    "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket});
+    m_server.run({"pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
+                  "--disable-shm=yes", "--log-level=error", "-L", "module-null-sink sink_name=null", "-L",
+                  "module-stream-restore restore_device=no fallback_table=" + m_folder.filePath("volumes"),
+                  "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket});
     if (!m_server.waitForStarted() || !QTest::qWaitFor([&] { return QFile::exists(socket); }, LongestWait)) {
         qWarning("pulseaudio: %s", qUtf8Printable(m_server.errorString()));
         return false;
     }
-    m_recorder.start("parec", {"--device=null.monitor", "--raw", "--format=s16le", "--channels=1",
-                               "--latency-msec=20", "--rate=" + QString::number(Rate)});
+    m_recorder.run({"parec", "--device=null.monitor", "--raw", "--format=s16le", "--channels=1",
+                    "--latency-msec=20", "--rate=" + QString::number(Rate)});
     return QTest::qWaitFor([this] { return m_recorder.bytesAvailable() > 0; }, LongestWait);
-}
-
-void SoundServer::kill()
-{
-    m_server.kill();
-    m_server.waitForFinished();
 }
 
 void SoundServer::signalServer(int signal) const

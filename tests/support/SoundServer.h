@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Server.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QPair>
-#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -19,12 +20,11 @@ public:
 
     /// Points this process, and those that it starts, to the server, which does not run yet.
     SoundServer();
-    ~SoundServer();
 
     /// Starts the server and the recording, and waits until both run.
     bool start();
 
-    void kill();
+    void kill() { m_server.crash(); }
     void freeze() { signalServer(SIGSTOP); } ///< it no longer answers
     void thaw() { signalServer(SIGCONT); }
 
@@ -42,8 +42,8 @@ private:
     void signalServer(int signal) const;
 
     QTemporaryDir m_folder;
-    QProcess m_server;
-    QProcess m_recorder;
+    Server m_server;
+    Server m_recorder;
     QByteArray m_recorded;
 
     /// By frequency: in how many windows of the recording a tone was looked for, and in how many it was found.

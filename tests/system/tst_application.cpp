@@ -68,10 +68,10 @@ void TestApplication::damagedInstallation()
          {"PluginsConfig.xml", QString("PluginsConfig.xml is damaged at line %1, column").arg(line),
           "SmsPlugin init: elapsed"}},
     };
+    const QTemporaryDir folder;
+    const QString installation = folder.filePath("app"); // a folder that is there is refused on Windows
+    fs::copy(usual.toStdString(), installation.toStdString(), fs::copy_options::recursive);
     for (const auto& [files, content, exitCode, texts] : rows) {
-        const QTemporaryDir folder;
-        const QString installation = folder.filePath("app"); // a folder that is there is refused on Windows
-        fs::copy(usual.toStdString(), installation.toStdString(), fs::copy_options::recursive);
         for (const QString& file : files) {
             QVERIFY(QFile::remove(installation + '/' + file));
             if (!content.isEmpty())
@@ -83,6 +83,8 @@ void TestApplication::damagedInstallation()
             QVERIFY2(application.waitFor(text), qUtf8Printable(text));
         QCOMPARE(exitCode == 1 ? application.waitForEnd() : application.close(), exitCode);
         QCOMPARE(application.log().count(texts.first()), 1);
+        for (const QString& file : files)
+            writeFile(installation + '/' + file, contentOf(usual + '/' + file));
     }
 }
 

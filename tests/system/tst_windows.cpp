@@ -2,7 +2,6 @@
 // the plugin that opened them goes away.
 #include "RunningApplication.h"
 
-#include "../support/DataTable.h"
 #include "ExtendDialog/DkMessageBox.h"
 #include "ExtendDialog/ExtendDialog.h"
 #include "ExtendDialog/FaderWidget.h"
@@ -17,6 +16,8 @@
 #include <QStyle>
 #include <QTimer>
 #include <QWindow>
+
+#include <tuple>
 
 namespace {
 
@@ -47,10 +48,8 @@ class TestWindows : public RunningApplication
 private slots:
     void init();
     void cleanup() { end(); }
-    void dragging_data();
     void dragging();
     void nextStart();
-    void places_data();
     void places();
     void systemFrame();
     void minimising();
@@ -58,7 +57,6 @@ private slots:
     void resizableDialogs();
     void pageChange();
     void unloadedPlugin();
-    void callGuard_data();
     void callGuard();
 
 private:
@@ -89,36 +87,36 @@ ExtendDialog* TestWindows::openMessage(int row) const
     return nullptr;
 }
 
-void TestWindows::dragging_data()
-{
-    const auto row = dataTable<QPoint, QPoint, QRect>("grip", "distance", "place");
-    const int right = Usual.width() - 1;
-    const int bottom = Usual.height() - 1;
-    row("left", {1, 300}, {-8, 5}, Usual + QMargins(8, 0, 0, 0));
-    row("right", {right - 1, 300}, {-6, 5}, Usual + QMargins(0, 0, -6, 0));
-    row("top", {300, 1}, {5, -4}, Usual + QMargins(0, 4, 0, 0));
-    row("bottom", {300, bottom - 1}, {5, 6}, Usual + QMargins(0, 0, 0, 6));
-    row("top left", {1, 12}, {-8, -4}, Usual + QMargins(8, 4, 0, 0));
-    row("bottom right", {right - 12, bottom - 1}, {-6, 6}, Usual + QMargins(0, 0, -6, 6));
-    row("no further than the smallest width", {1, 300}, {800, 0}, Usual - QMargins(800, 0, 0, 0));
-    row("no further than the smallest height", {300, bottom - 1}, {0, -300}, Usual - QMargins(0, 0, 0, 300));
-    row("title bar", {300, 20}, {8, 14}, Usual.translated(8, 14));
-    row("inside the border", {4, 300}, {-8, 0}, Usual);
-}
-
 void TestWindows::dragging()
 {
-    QFETCH(QPoint, grip);
-    QFETCH(QPoint, distance);
-    QFETCH(QRect, place);
+    const int right = Usual.width() - 1;
+    const int bottom = Usual.height() - 1;
+    const std::tuple<const char*, QPoint, QPoint, QMargins> rows[] = {
+        {"left", {1, 300}, {-8, 5}, {8, 0, 0, 0}},
+        {"right", {right - 1, 300}, {-6, 5}, {0, 0, -6, 0}},
+        {"top", {300, 1}, {5, -4}, {0, 4, 0, 0}},
+        {"bottom", {300, bottom - 1}, {5, 6}, {0, 0, 0, 6}},
+        {"top left", {1, 12}, {-8, -4}, {8, 4, 0, 0}},
+        {"bottom right", {right - 12, bottom - 1}, {-6, 6}, {0, 0, -6, 6}},
+        {"no further than the smallest width", {1, 300}, {800, 0}, {-800, 0, 0, 0}},
+        {"no further than the smallest height", {300, bottom - 1}, {0, -300}, {0, 0, 0, -300}},
+        {"title bar", {300, 20}, {8, 14}, {-8, -14, 8, 14}},
+        {"inside the border", {4, 300}, {-8, 0}, {}},
+    };
     const QSize smallest = window()->minimumSize().expandedTo(window()->minimumSizeHint());
-    place.setLeft(qMin(place.left(), place.right() + 1 - smallest.width()));
-    place.setBottom(qMax(place.bottom(), place.top() - 1 + smallest.height()));
-    drag(window(), grip, distance);
-    QCOMPARE(window()->geometry(), place);
-    titleButton(window(), "Maximize")->click();
-    drag(window(), grip, distance);
-    QCOMPARE(window()->geometry(), window()->screen()->availableGeometry());
+    const QRect available = window()->screen()->availableGeometry();
+    for (const auto& [name, grip, distance, growth] : rows) {
+        QRect place = Usual + growth;
+        place.setLeft(qMin(place.left(), place.right() + 1 - smallest.width()));
+        place.setBottom(qMax(place.bottom(), place.top() - 1 + smallest.height()));
+        window()->setGeometry(Usual);
+        drag(window(), grip, distance);
+        QVERIFY2(window()->geometry() == place, name);
+        titleButton(window(), "Maximize")->click();
+        drag(window(), grip, distance);
+        QVERIFY2(window()->geometry() == available, name);
+        titleButton(window(), "Restore")->click();
+    }
 }
 
 void TestWindows::nextStart()
@@ -137,32 +135,28 @@ void TestWindows::nextStart()
 }
 
 /// What becomes of the stored place at the next start. Empty: the middle of the screen.
-void TestWindows::places_data()
-{
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    const auto row = dataTable<QString, QRect>("stored", "expected");
-    row("at the upper edge", "10 0 700 560", {10, 0, 700, 560});
-    row("as large as the screen", QString("0 0 %1 %2").arg(screen.width()).arg(screen.height()), screen);
-    row("on a screen that is gone", "5000 -900 700 560", {screen.right() - 699, 0, 700, 560});
-    row("larger than the screen", "-2147483648 2147483647 2147483647 9000", screen);
-    row("nonsense", "a b c d e", QRect());
-    row("without size", "10 20 0 0", QRect());
-}
-
 void TestWindows::places()
 {
-    QFETCH(QString, stored);
-    QFETCH(QRect, expected);
-    for (const bool isStored : {true, false}) { // then what the application has stored itself
-        end();
-        if (isStored)
-            CommonUtils::SetSettings("mainwindow", "geometry", stored);
-        start();
-        if (expected.isEmpty())
-            expected = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window()->size(),
-                                           window()->screen()->availableGeometry());
-        QCOMPARE(window()->geometry(), expected);
-        window()->close();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const std::pair<QString, QRect> rows[] = {
+        {"10 0 700 560", {10, 0, 700, 560}}, // at the upper edge
+        {QString("0 0 %1 %2").arg(screen.width()).arg(screen.height()), screen},
+        {"5000 -900 700 560", {screen.right() - 699, 0, 700, 560}}, // on a screen that is gone
+        {"-2147483648 2147483647 2147483647 9000", screen},
+        {"a b c d e", {}},
+        {"10 20 0 0", {}},
+    };
+    for (const auto& [stored, place] : rows) {
+        for (const bool isStored : {true, false}) { // then what the application has stored itself
+            end();
+            if (isStored)
+                CommonUtils::SetSettings("mainwindow", "geometry", stored);
+            start();
+            const QRect middle =
+                QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, window()->size(), screen);
+            QCOMPARE(window()->geometry(), place.isEmpty() ? middle : place);
+            window()->close();
+        }
     }
 }
 
@@ -283,33 +277,27 @@ void TestWindows::unloadedPlugin()
     window()->showNormal();
 }
 
-void TestWindows::callGuard_data()
-{
-    const auto row = dataTable<int, bool, bool>("button", "closes", "callGoesOn");
-    row("leave", 0, true, true);
-    row("stay", 1, false, true);
-    row("the question is closed", 2, false, true);
-    row("the modem goes away meanwhile", 3, false, false);
-}
-
 void TestWindows::callGuard()
 {
-    QFETCH(int, button);
-    QVERIFY(window()->close());
-    window()->show(); // nothing to ask about
-    QVERIFY(CommonUtils::MakeCall("123", UI_CALL_VOICE));
-    QVERIFY(!window()->close() && !window()->close());
-    QCOMPARE(window()->findChildren<DkMessageBox*>().size(), 1);
-    const QPointer<DkMessageBox> question = window()->findChild<DkMessageBox*>();
-    if (button == 3)
-        simulate(OtherModem);
-    else if (button == 2)
-        question->window()->close();
-    else
-        question->buttons().at(button)->click();
-    QTRY_VERIFY(!question);
-    QTEST(!window()->isVisible(), "closes");
-    QTEST(!windows("CallWindow").isEmpty(), "callGoesOn");
+    enum Answer { Leave, Stay, Close, RemoveModem };
+    for (const Answer answer : {Leave, Stay, Close, RemoveModem}) {
+        init();
+        QVERIFY(window()->close());
+        window()->show(); // nothing to ask about
+        QVERIFY(CommonUtils::MakeCall("123", UI_CALL_VOICE));
+        QVERIFY(!window()->close() && !window()->close());
+        QCOMPARE(window()->findChildren<DkMessageBox*>().size(), 1);
+        const QPointer<DkMessageBox> question = window()->findChild<DkMessageBox*>();
+        if (answer == RemoveModem)
+            simulate(OtherModem);
+        else if (answer == Close)
+            question->window()->close();
+        else
+            question->buttons().at(answer)->click();
+        QTRY_VERIFY(!question);
+        QCOMPARE(window()->isVisible(), answer != Leave);
+        QCOMPARE(windows("CallWindow").isEmpty(), answer == RemoveModem);
+    }
 }
 
 int main(int argc, char** argv)

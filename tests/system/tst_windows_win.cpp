@@ -3,11 +3,12 @@
 
 #include "TitleBar/TitleBar.h"
 
-#include "../support/DataTable.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
 #include <QScreen>
+
+#include <tuple>
 
 #include <windows.h>
 
@@ -25,7 +26,6 @@ private slots:
     void initTestCase();
     void init();
     void style();
-    void places_data();
     void places();
     void commands();
 
@@ -64,30 +64,28 @@ void TestWindowsWin::style()
     QVERIFY(send(WM_NCACTIVATE, FALSE) && send(WM_NCACTIVATE, TRUE));
 }
 
-void TestWindowsWin::places_data()
-{
-    const auto row = dataTable<QString, QPoint, int, int>("part", "place", "normal", "maximised");
-    row("title", "", {400, 8}, HTCAPTION, HTCLIENT);
-    row("edge", "", {0, 300}, HTCLIENT, HTCLIENT);
-    row("page", "", {400, 300}, HTCLIENT, HTCLIENT);
-    row("icon", "Core_LabelTitleIcon", {5, 5}, HTCLIENT, HTCLIENT);
-    row("button", "Core_ButtonClose", {5, 5}, HTCLIENT, HTCLIENT);
-    row("menu", "mainMenu", {5, 5}, HTCLIENT, HTCLIENT);
-}
-
+/// Where the system moves the window; when it is maximised, nowhere.
 void TestWindowsWin::places()
 {
-    QFETCH(QString, part);
-    QFETCH(QPoint, place);
-    const auto* const widget = part.isEmpty() ? window() : window()->findChild<QWidget*>(part);
-    const auto answer = [&] {
-        const QPoint point = widget->mapToGlobal(place);
-        return int(send(WM_NCHITTEST, 0, MAKELPARAM(point.x(), point.y())));
+    const std::tuple<const char*, QPoint, int> rows[] = {
+        {"", {400, 8}, HTCAPTION}, // the title bar
+        {"", {0, 300}, HTCLIENT},  // the edge
+        {"", {400, 300}, HTCLIENT},
+        {"Core_LabelTitleIcon", {5, 5}, HTCLIENT},
+        {"Core_ButtonClose", {5, 5}, HTCLIENT},
+        {"mainMenu", {5, 5}, HTCLIENT},
     };
-    QTEST(answer(), "normal");
-    titleBar()->showMax();
-    QTEST(answer(), "maximised");
-    titleBar()->showRestore();
+    for (const auto& [part, place, expected] : rows) {
+        const auto* const widget = *part ? window()->findChild<QWidget*>(part) : window();
+        const auto answer = [&, point = place] {
+            const QPoint onScreen = widget->mapToGlobal(point);
+            return int(send(WM_NCHITTEST, 0, MAKELPARAM(onScreen.x(), onScreen.y())));
+        };
+        QCOMPARE(answer(), expected);
+        titleBar()->showMax();
+        QCOMPARE(answer(), HTCLIENT);
+        titleBar()->showRestore();
+    }
 }
 
 /// The entries of the system's menu do what the buttons of the title bar do.

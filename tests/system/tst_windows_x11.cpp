@@ -2,13 +2,13 @@
 // xdotool as the user's hands.
 #include "RunningApplication.h"
 
+#include "../support/Server.h"
 #include "ExtendDialog/ExtendDialog.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 #include <QPointer>
-#include <QProcess>
 #include <QScreen>
 #include <QSystemTrayIcon>
 #include <QWindow>
@@ -17,34 +17,19 @@ namespace {
 
 constexpr const char* HasDisplay = "TEST_HAS_DISPLAY";
 
-/// A program that runs as long as the test.
-class Server : public QProcess
-{
-public:
-    Server(const QString& program, const QStringList& arguments) { start(program, arguments); }
-    ~Server() override
-    {
-        terminate();
-        waitForFinished();
-    }
-};
-
 /// Runs this program again, on a display of its own, which must be there longer than the application.
 int runOnDisplay(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    Server display("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    Server display({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
     while (!display.canReadLine() && display.waitForReadyRead())
         ;
     qputenv("DISPLAY", ':' + display.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv(HasDisplay, "1");
-    const Server windowManager("openbox", {"--sm-disable"});
-    for (int tries = 0; QProcess::execute("xdotool", {"get_desktop"}) != 0; ++tries) {
-        if (tries == 200)
-            qFatal("Xvfb or openbox cannot be started");
-        QTest::qSleep(20);
-    }
+    const Server windowManager({"openbox", "--sm-disable"});
+    if (!QTest::qWaitFor([] { return QProcess::execute("xdotool", {"get_desktop"}) == 0; }, 30000))
+        qFatal("Xvfb or openbox cannot be started");
     return QProcess::execute(application.applicationFilePath(), application.arguments().mid(1));
 }
 
@@ -108,7 +93,7 @@ void TestWindowsX11::notificationArea()
     restart();
     QVERIFY(!window()->isVisible());
     QTRY_VERIFY_WITH_TIMEOUT(window()->isVisible(), 60000); // there is no area
-    const Server area("trayer", {"--edge", "bottom", "--height", "24"});
+    const Server area({"trayer", "--edge", "bottom", "--height", "24"});
     QTRY_VERIFY(hasIcon());
     restart();
     QVERIFY(!window()->isVisible());

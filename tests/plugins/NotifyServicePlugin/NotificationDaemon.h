@@ -1,39 +1,20 @@
 #pragma once
 
-#include "Part.h"
+#include "ServiceBus.h"
 
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QProcess>
-#include <QTemporaryDir>
 
 /// A session bus for this process, and on it a desktop that accepts notifications.
 class NotificationDaemon
 {
 public:
-    ~NotificationDaemon()
-    {
-        for (QProcess* process : {&m_desktop, &m_bus}) {
-            process->kill();
-            process->waitForFinished();
-        }
-    }
-
-    /// Starts both. This process must not have used its session bus before.
+    /// Starts the desktop. This process must not have used its session bus before.
     bool start()
     {
-        run(m_bus, {"dbus-daemon", "--session", "--nofork", "--print-address",
-                    "--address=unix:dir=" + m_folder.path()});
-        if (!m_bus.waitForReadyRead(LongestWait))
-            return false;
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.readLine().trimmed());
-        run(m_desktop, {PYTHON, "-m", "dbusmock", "--template", "notification_daemon"});
-        const auto isThere = [] {
-            return QDBusConnection::sessionBus().interface()->isServiceRegistered(Service).value();
-        };
-        return m_desktop.waitForStarted() && QTest::qWaitFor(isThere, LongestWait);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.address().toLocal8Bit());
+        return m_bus.startMock(Service, "notification_daemon");
     }
 
     /// The arguments of every call of a method since the start.
@@ -61,13 +42,6 @@ public:
 private:
     static constexpr QLatin1String Service{"org.freedesktop.Notifications"};
 
-    /// It must not outlive a test that crashes.
-    static void run(QProcess& process, const QStringList& command)
-    {
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start("setpriv", QStringList("--pdeathsig=KILL") + command);
-    }
-
     /// Calls a method of the stand-in for the desktop.
     static QDBusMessage call(const QString& method, const QVariantList& arguments)
     {
@@ -77,7 +51,5 @@ private:
         return QDBusConnection::sessionBus().call(message);
     }
 
-    QTemporaryDir m_folder;
-    QProcess m_bus;
-    QProcess m_desktop;
+    ServiceBus m_bus;
 };

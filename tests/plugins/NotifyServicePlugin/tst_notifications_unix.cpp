@@ -1,6 +1,7 @@
 // What the user hears and sees on the desktop when something happens, in the whole application: its modems are
 // simulated, its sounds go to a real sound server, its notifications to a stand-in for the desktop.
 #include "NotificationDaemon.h"
+#include "Part.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"

@@ -49,9 +49,11 @@ void ModemClient::start()
     m_network.start();
 }
 
+/// Once ModemManager is gone, so are its modems, whatever the bus says of a call that was still under way.
 void ModemClient::noteEnd(const QString& modem, const RequestEnd& end)
 {
-    m_ends.emplace_back(modem, end);
+    const RequestEnd gone = {end.number, QRVL_ERROR_NO_DEVICE, {}};
+    m_ends.emplace_back(modem, m_mirror.isPresent() ? end : gone);
     schedule();
 }
 
