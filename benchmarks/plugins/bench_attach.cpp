@@ -24,7 +24,24 @@ namespace {
 constexpr int Attachments = 31;    // each is a repetition, so that the median is of single attachments
 constexpr int LongestWait = 20000; // milliseconds
 
-/// Notes when the dial pad is drawn, a page that only this modem has.
+/// The dial pad, which only this modem has. Null without it.
+QWidget* page()
+{
+    const QWidget* const window = Startup::GetMainFrameService()->GetMainWindow();
+    for (QWidget* const widget : window->findChildren<QWidget*>())
+        if (widget->inherits("DialPadPage"))
+            return widget;
+    return nullptr;
+}
+
+bool isInPage(const QObject* object)
+{
+    while (object && !object->inherits("DialPadPage"))
+        object = object->parent();
+    return object != nullptr;
+}
+
+/// Notes when the page is drawn.
 class PageWatch : public QObject
 {
 public:
@@ -34,18 +51,8 @@ public:
 
     bool eventFilter(QObject* object, QEvent* event) override
     {
-        const QWidget* const shown = event->type() == QEvent::Paint ? page() : nullptr;
-        isDrawn = isDrawn || (shown && shown->isAncestorOf(qobject_cast<QWidget*>(object)));
+        isDrawn = isDrawn || (event->type() == QEvent::Paint && isInPage(object));
         return false;
-    }
-
-    static QWidget* page()
-    {
-        QWidget* const window = Startup::GetMainFrameService()->GetMainWindow();
-        for (QWidget* const widget : window->findChildren<QWidget*>())
-            if (widget->inherits("DialPadPage"))
-                return widget;
-        return nullptr;
     }
 };
 
@@ -79,7 +86,7 @@ double run(const QStringList& arguments, const std::function<bool()>& isTrue)
 
 bool detach()
 {
-    return run({QStringLiteral("detach")}, [] { return !PageWatch::page(); }) >= 0;
+    return run({QStringLiteral("detach")}, [] { return !page(); }) >= 0;
 }
 
 double attach()
@@ -102,8 +109,7 @@ void measure(benchmark::State& state)
 bool showPage()
 {
     constexpr auto clsid = "70B4D2F8-5E19-4A3C-9D66-C82E0F7A5B14";
-    return runUntil([] { return PageWatch::page(); }) &&
-           Startup::GetMainFrameService()->ShowPage(QLatin1String(clsid));
+    return runUntil([] { return page(); }) && Startup::GetMainFrameService()->ShowPage(QLatin1String(clsid));
 }
 
 } // namespace
