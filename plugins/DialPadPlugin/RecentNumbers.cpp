@@ -12,7 +12,7 @@ constexpr QLatin1Char Separator(' '); // dial strings contain none
 
 /// Codes for changing or unblocking a PIN and for call barring, if they go on with a password: "**04*1234*...",
 /// "*33*0000#". Without one, as in "*#33#", they only ask.
-constexpr QLatin1String PasswordCode("^[*#]{1,3}(0[345]\\d?|33\\d?|35\\d?)\\*");
+constexpr QLatin1String PasswordCode(R"(^[*#]{1,3}(0[345]\d?|33\d?|35\d?)\*)");
 constexpr int Most = 10;
 
 void store(const QStringList& numbers)

@@ -30,7 +30,7 @@ QString quoted(const QString& path)
     QString result;
     for (const QChar sign : path) {
         if (QLatin1String("\"`$\\").contains(sign))
-            result += QLatin1String(sign == QLatin1Char('\\') ? "\\\\\\" : "\\\\");
+            result += QLatin1String(sign == QLatin1Char('\\') ? R"(\\\)" : R"(\\)");
         if (sign == QLatin1Char('%'))
             result += sign;
         result += sign;

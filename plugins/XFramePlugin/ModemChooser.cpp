@@ -92,8 +92,8 @@ void ModemChooser::paintEvent(QPaintEvent*)
     option.text.clear();
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
     // Where other names begin; the style would centre it.
-    painter.drawItemText(rect(), Qt::AlignVCenter | QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft),
-                         palette(), isEnabled(), name, QPalette::ButtonText);
+    const Qt::Alignment place = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter;
+    painter.drawItemText(rect(), int(place), palette(), isEnabled(), name, QPalette::ButtonText);
 }
 
 void ModemChooser::use(const Modem& modem)

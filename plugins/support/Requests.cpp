@@ -29,12 +29,8 @@ void Requests::start(const Start& start, QObject* receiver, const Done& done)
 
 void Requests::finish(quint32 request, int result, const QString& text)
 {
-    const auto found = m_pending.constFind(request); // the plugin may have several objects of this class
-    if (found == m_pending.constEnd())
-        return;
-    const Pending pending = *found;
-    m_pending.erase(found);
-    deliver(pending, {result, text});
+    if (m_pending.contains(request)) // the plugin may have several objects of this class
+        deliver(m_pending.take(request), {result, text});
 }
 
 void Requests::deliver(const Pending& pending, const RequestEnd& end)
