@@ -24,21 +24,9 @@ private:
             {"A", "A", true}, {"B", "B"}, {"C", "C"}, {"D", "D"}, {"M", "M"}};
         return makeContainer(pluginLibraryXml(entries, "M"), config);
     }
+
+    const QVector<Sample> m_samples = samplesIn(SAMPLES "/keys.txt");
 };
-
-namespace {
-
-/// A and B for everybody; rules for two modems, SIMs and a group.
-QByteArray mixedRules()
-{
-    return commonXml({"A", "B"}) + ruleXml("customize", "northtel", {"M"}, {"D"}) +
-           ruleXml("device", "Lume", {"C", "B"}, {"B"}) + ruleXml("device", "Other", {"C"}) +
-           ruleXml("device", "Removes", {}, {"C"}) + ruleXml("device", "SI9", {"C"}) +
-           ruleXml("IMSI", "001", {"C"}) + ruleXml("IMSI", "00101", {}, {"A"}) +
-           ruleXml("GID", "Gold", {"C"}, {"A"});
-}
-
-} // namespace
 
 /// The IMSI rule changes nothing for this operator. It is preferred to the rule of the group all the same.
 void TestCustomisation::strongestRuleOfTheShippedFile()
@@ -58,32 +46,21 @@ void TestCustomisation::strongestRuleOfTheShippedFile()
     QCOMPARE(container->applied(), 0);
 }
 
+/// The samples are rules, then keys and what they enable.
 void TestCustomisation::rules()
 {
-    const QString base = "A B M"; // what every start begins with
-    const std::pair<QString, QString> rows[] = {
-        {"", base},
-        {"Removes", base}, // what is not there
-        {"Nobody", base},
-        {"Lume", "A C M"}, // removing beats adding and "common"
-        {"lume", base},
-        {"Lume V2", base},
-        {"GIDGold", "B C M"},
-        {"GIDGolden", base},
-        {"IMSI001020123456789", "A B C M"}, // one prefix fits
-        {"IMSI001010123456789", "B C M"},   // two fit
-        {"IMSI260010123456789", base},      // has the digits inside
-        {"IMSI9", "A B C M"},               // has a key inside
-    };
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules());
+    const auto container = make(m_samples[0].text);
+    const QString base = "A B M"; // what every start begins with
     QCOMPARE(container->enabled().join(' '), base);
-    for (const auto& [key, enabled] : rows) {
+    for (const Sample& sample : m_samples.mid(1)) {
+        const QString key = QString(sample.firstLine()).section(": ", 0, 0),
+                      enabled = QString(sample.firstLine()).section(": ", 1);
         QCOMPARE(container->HasRulesFor(key), enabled != base || key == "Removes");
         container->ApplyCustomizationForDevice("Other"); // leaves nothing behind
         log().clear();
         container->ApplyCustomizationForDevice(key);
-        QCOMPARE(container->enabled().join(' '), enabled);
+        QVERIFY2(container->enabled().join(' ') == enabled, sample.name);
         VERIFY_LOGGED_IN_ORDER(
             "{file}: ApplyCustomizationForDevice: applying customization for device " + key,
             "{time}: {file}: {func}: enabling based on common and operator",
@@ -116,7 +93,7 @@ void TestCustomisation::wouldChange()
 void TestCustomisation::deviceSwitch()
 {
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules());
+    const auto container = make(m_samples[0].text);
     container->ApplyCustomizationForDevice("Lume");
     const int applied = container->applied();
     QStringList enabledNow;
@@ -135,7 +112,7 @@ void TestCustomisation::deviceSwitch()
 void TestCustomisation::removedByOperator()
 {
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules() + ruleXml("GID", "Gold", {"D"}));
+    const auto container = make(m_samples[0].text + ruleXml("GID", "Gold", {"D"}));
     QVERIFY(log().contains("removed D"));
     container->ApplyCustomizationForDevice("GIDGold");
     QVERIFY(!container->GetPlugin("D", 0) && !container->isPluginInList("D") &&

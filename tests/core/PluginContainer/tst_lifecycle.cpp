@@ -7,6 +7,7 @@
 #include "Samples.h"
 
 #include <QPluginLoader>
+#include <QSemaphore>
 
 #include <array>
 #include <filesystem>
@@ -236,13 +237,15 @@ void TestLifecycle::findsTheFile()
 
 void TestLifecycle::manyThreads()
 {
-    recorder().setHook("TestAlpha.Init", [] { QTest::qSleep(20); });
+    QSemaphore begun; // all threads begin before the first call returns
+    recorder().setHook("TestAlpha.Init", [&] { QVERIFY(begun.tryAcquire(4, 30000)); });
     m_host = makeContainer(Entries, "M");
     const QString script = "get A=1; apply Lume; update; list; fault A; available B; loaded B; destroy Z; "
                            "unload BetaPlugin; bulk";
     std::array<std::thread, 4> threads;
     for (std::thread& thread : threads)
         thread = std::thread([&] {
+            begun.release();
             for (int round = 0; round < 50; ++round) {
                 m_host->IsCustomizationForDevice("Lume");
                 expect(script);

@@ -64,12 +64,8 @@ void TestOperatorData::prefixesAndCodes()
     QVERIFY(QDir().mkpath(folder() + "OperatorList.xml")); // cannot be opened
     QCOMPARE(lists().GetLoadFileName(), QString());
     QVERIFY(log().contains("{file}: LoadFile: Error open file:" + folder() + "OperatorList.xml"));
-    writeList("CPLMNOpList.xml",
-              "<CPLMN><Item IMSI='31026' operator='five'/><Item IMSI='310260' operator='x'/>"
-              "<Item IMSI='9999' operator='four'/><Item IMSI='' operator='none'/><Item/>"
-              "<Item IMSI='310260123456' operator='ten'/><Item IMSI='310260' operator='six'/></CPLMN>");
-    writeList("CMCCMNCOpList.xml", "<CMCCMNC><Item MCCMNC='46000' operator='One'/>"
-                                   "<Item MCCMNC='46000' operator='Two'/></CMCCMNC>");
+    for (const Sample& sample : samplesIn(SAMPLES "/prefixes.txt"))
+        writeList(sample.name, sample.text);
     QCOMPARE(lists().GetCMCCMNCOperatorData("46000"), QString()); // read once
     StatusBarOpListParse::DestroyInstance();
     QStringList found;
@@ -82,8 +78,6 @@ void TestOperatorData::prefixesAndCodes()
     QCOMPARE(log().count("{time}: {file}: GetCPLMNOperatorData: IMSI Contain"), 4);
     QCOMPARE(lists().GetLoadFileName(), QString("CMCCMNCOpList.xml"));
 
-    writeList("more.xml", "<OperatorList><MccMnc><Item mcc='460' mnc='1' shortdescr='a'/></MccMnc>"
-                          "<MccOnly><Item mcc='461' shortdescr='b'/></MccOnly></OperatorList>");
     lists().LoadFile("more.xml");
     const auto all = [] {
         return names("460", "1") + names("461", "2") + lists().GetCPLMNOperatorData("31026") +
