@@ -2,6 +2,7 @@
 #include "Change/Change.h"
 #include "Change/LanguageFiles.h"
 #include "CoreTest.h"
+#include "Samples.h"
 
 #include <QDir>
 #include <QKeySequence>
@@ -79,43 +80,24 @@ void TestTranslation::misses()
     install("Late", "Late", item("A", "x"));
     Change::tr("A", "Late");
     QCOMPARE(Change::tr("A", "Late"), QString("x"));
-    QCOMPARE(Change::tr("B", "Late"), QString());
-    QCOMPARE(log().count("{file}: LoadLangFile: loading " + file), 4);
+    QCOMPARE(Change::tr("B", "Late") + Change::tr("B", "Late"), QString());
+    QCOMPARE(log().count("{file}: LoadLangFile: loading " + file), 5);
     QCOMPARE(log().count("{file}: tr: langid = A, trans = x, plugin=Late"), 1);
     QVERIFY(!Change::readXmlFile(nullptr, "Late"));
 }
 
+/// Samples are a language and a text, and its parts: position of the shortcut, label, keys or "none".
 void TestTranslation::shortcut()
 {
-    const QString english = "en-us", german = "de-de";
-    // parts: position of the shortcut, label, keys or "none"
-    const std::tuple<QString, QString, QString> rows[] = {
-        {english, "Save (Ctrl+S)", "5|Save |Ctrl+S"},
-        {english, "Save Ctrl+S", "5|Save |Ctrl+S"},
-        {english, "Quit (Shift+q)", "5|Quit |Shift+Q"},
-        {english, "Find (Shift+Alt+F)", "12|Find (Shift+|Alt+F"}, // Alt is sought first
-        {english, "To Shift+Z", "3|To |Shift+Z"},
-        {english, "Delete (Del Del", "12|Delete (Del |Del"},
-        {english, "(F2 F2", "4|(F2 |F2"},
-        {english, "(Del (Del)", "5|(Del |Del"},
-        {english, "Help (F2Help)", "5|F2Help|none"},
-        {english, "Odd (Alt`+{)", "4|Alt`+{|none"},
-        {english, "(Ctrl+Shift+A)", "1|(|Ctrl+Shift+A"},
-        {english, "Del", "0|Del|none"},
-        {english, "Two (Ctrl+Ctrl+A)", "4|Two |Alt+A"}, // the sum of the keys
-        {german, "Sichern (Strg+S)", "8|Sichern |Ctrl+S"},
-        {german, "Sichern Strg+S", "8|Sichern |Ctrl+S"},
-        {german, "Weg (Entf)", "4|Entf|none"},
-        {german, "Suchen (Shift+F)", "-1|Suchen (Shift+F)|none"},
-        {german, "A Alt(Replace this in German)+S", "2|A |S"},
-    };
-    for (const auto& [language, text, parts] : rows) {
-        begin(language);
+    for (const Sample& sample : samplesIn(SAMPLES "/shortcuts.txt")) {
+        const QString name = sample.name, text = name.section(' ', 1);
+        begin(name.section(' ', 0, 0));
         Change::m_languageHash["P"]["A"] = text;
         QString label;
         QKeySequence key(Qt::Key_Any);
-        const QString keys = Change::tr("A", "P", label, key) ? key.toString() : "none" + key.toString();
-        QCOMPARE(QString("%1|%2|%3").arg(Change::FindControlKeyInLangString(text)).arg(label, keys), parts);
+        const QString keys = Change::tr("A", "P", label, key) ? key.toString() : "none" + key.toString(),
+                      position = QString::number(Change::FindControlKeyInLangString(text));
+        QCOMPARE(QStringList({position, label, keys}).join('|'), QString(sample.firstLine()));
     }
 }
 

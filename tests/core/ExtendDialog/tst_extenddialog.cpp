@@ -85,7 +85,7 @@ void TestExtendDialog::init()
 void TestExtendDialog::placement()
 {
     const std::tuple<QRect, QSize, QPoint> rows[] = {
-        {{200, 300, 400, 200}, {100, 101}, {350, 349}},   {{0, 300, 100, 100}, {100, 50}, {0, 325}},
+        {{200, 300, 400, 200}, {101, 101}, {349, 349}},   {{0, 300, 100, 100}, {100, 50}, {0, 325}},
         {{200, 300, 100, 100}, {201, 201}, {150, 250}},     // larger than the reference
         {{0, 300, 100, 100}, {200, 50}, {12, 325}},         // off to the left
         {{900, 300, 100, 100}, {300, 50}, {709, 325}},      // off to the right
@@ -117,7 +117,7 @@ void TestExtendDialog::ownFrame()
     CommonUtils::SetMiniModeFlag();
     dialog.grab();
     CommonUtils::ResetMiniModeFlag();
-    QVERIFY(dialog.mask().isEmpty());
+    QVERIFY(dialog.mask().isEmpty() && dialog.minimumSize().isNull());
     dialog.grab();
     QString inside; // in turn left and right, along the edges and diagonally
     for (const QPoint& point : {QPoint(0, 5), {0, 9}, {10, 0}, {4, 4}, {0, 144}})
@@ -140,23 +140,25 @@ void TestExtendDialog::systemFrame()
 {
     for (const auto type : {enWidgetNormal, enWidgetSystemFrame, enWidgetFixed, enWidgetMessage}) {
         m_mainFrame.usesCustomFrame = type == enWidgetSystemFrame;
+        PublishedMainFrame::publish(type == enWidgetFixed ? nullptr : &m_mainFrame);
         ExtendDialog dialog(nullptr, OwnFrameFlags | Qt::WindowCloseButtonHint, type);
         QVERIFY(!dialog.IsCusTitle() && !dialog.GetTileBar());
         QCOMPARE(dialog.windowFlags() & (OwnFrameFlags | AllButtons), Qt::Dialog | Qt::WindowCloseButtonHint);
         auto* const content = new QWidget;
         dialog.AddMainWidget(content);
         dialog.changeSize({150, 60});
+        dialog.EnableCloseButton(false); // there is none
         dialog.show();
         const bool isFixed = type == enWidgetFixed || type == enWidgetMessage;
         const QSize any(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
         QCOMPARE(dialog.minimumSize(), isFixed ? QSize(150, 60) : QSize(100, 100));
         QCOMPARE(dialog.maximumSize(), isFixed ? QSize(150, 60) : any);
         QCOMPARE(content->geometry(), dialog.rect());
-        dialog.EnableCloseButton(false); // there is none
         m_mainFrame.usesCustomFrame = true;
         dialog.getFrameValue(); // the frame stays
         dialog.resize(200, 200);
     }
+    QVERIFY(!log().contains("{*}grabKey{*}"));
 }
 
 void TestExtendDialog::windowFlags()
@@ -169,6 +171,7 @@ void TestExtendDialog::windowFlags()
     QVERIFY(own.windowFlags() & Qt::WindowStaysOnTopHint);
     QCOMPARE(shownParts(own), "Clo");
     own.GetTileBar()->showSmall(); // a tile has a button to restore it
+    QCOMPARE(shownParts(own), "ResClo");
     own.setWindowFlags(Qt::WindowCloseButtonHint);
     QCOMPARE(shownParts(own), "Clo");
 
@@ -184,6 +187,9 @@ void TestExtendDialog::windowFlags()
     always.getFrameValue(); // from now on flags choose the buttons of a title bar
     always.setWindowFlags(Qt::WindowMinimizeButtonHint);
     QCOMPARE(shownParts(always), "Min");
+    always.setWindowFlags(Qt::WindowMaximizeButtonHint | Qt::WindowStaysOnTopHint);
+    QCOMPARE(shownParts(always), "Max");
+    QCOMPARE(log().lines(QtWarningMsg).size(), 2);
 }
 
 void TestExtendDialog::centring()
@@ -266,6 +272,7 @@ void TestExtendDialog::closing()
     QVERIFY(last.geometry() != tile);
     QTest::keyClick(&last, Qt::Key_Escape);
     QVERIFY(!last.isVisible());
+    QCOMPARE(log().count("key press {n}"), 7); // with the modifiers, without the last one
 }
 
 void TestExtendDialog::showMessage_data()
@@ -326,6 +333,7 @@ void TestExtendDialog::fader()
         for (int alpha = 255; alpha > 0; alpha -= 25) {
             QImage image(1, 1, QImage::Format_ARGB32);
             image.fill(Qt::transparent);
+            QVERIFY(!fader.isHidden());
             fader.render(&image, {}, {0, 0, 1, 1}, QWidget::RenderFlags());
             color.setAlpha(alpha);
             QCOMPARE(image.pixelColor(0, 0), color);

@@ -2,6 +2,7 @@
 // set.
 #include "CoreTest.h"
 #include "PluginContainer/PluginIds.h"
+#include "Samples.h"
 #include "XFramePlugin/CustomisationKey.h"
 
 class TestCustomisation : public CoreTest
@@ -19,23 +20,13 @@ private:
     /// A container over the plugins A to D and the main frame M.
     std::unique_ptr<TestContainer> make(const QByteArray& config)
     {
-        const QVector<PluginEntry> entries = {{"A", "A"}, {"B", "B"}, {"C", "C"}, {"D", "D"}, {"M", "M"}};
+        const QVector<PluginEntry> entries = {
+            {"A", "A", true}, {"B", "B"}, {"C", "C"}, {"D", "D"}, {"M", "M"}};
         return makeContainer(pluginLibraryXml(entries, "M"), config);
     }
+
+    const QVector<Sample> m_samples = samplesIn(SAMPLES "/keys.txt");
 };
-
-namespace {
-
-/// A and B for everybody; rules for two modems, SIMs and a group.
-QByteArray mixedRules()
-{
-    return commonXml({"A", "B"}) + ruleXml("customize", "northtel", {"M"}, {"D"}) +
-           ruleXml("device", "Lume", {"C", "B"}, {"B"}) + ruleXml("device", "Other", {"C"}) +
-           ruleXml("device", "Removes", {}, {"C"}) + ruleXml("IMSI", "001", {"C"}) +
-           ruleXml("IMSI", "00101", {}, {"A"}) + ruleXml("GID", "Gold", {"C"}, {"A"});
-}
-
-} // namespace
 
 /// The IMSI rule changes nothing for this operator. It is preferred to the rule of the group all the same.
 void TestCustomisation::strongestRuleOfTheShippedFile()
@@ -55,31 +46,21 @@ void TestCustomisation::strongestRuleOfTheShippedFile()
     QCOMPARE(container->applied(), 0);
 }
 
+/// The samples are rules, then keys and what they enable.
 void TestCustomisation::rules()
 {
-    const QString base = "A B M"; // what every start begins with
-    const std::pair<QString, QString> rows[] = {
-        {"", base},
-        {"Removes", base}, // what is not there
-        {"Nobody", base},
-        {"Lume", "A C M"}, // removing beats adding and "common"
-        {"lume", base},
-        {"Lume V2", base},
-        {"GIDGold", "B C M"},
-        {"GIDGolden", base},
-        {"IMSI001020123456789", "A B C M"}, // one prefix fits
-        {"IMSI001010123456789", "B C M"},   // two fit
-        {"IMSI260010123456789", base},      // has the digits inside
-    };
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules());
+    const auto container = make(m_samples[0].text);
+    const QString base = "A B M"; // what every start begins with
     QCOMPARE(container->enabled().join(' '), base);
-    for (const auto& [key, enabled] : rows) {
+    for (const Sample& sample : m_samples.mid(1)) {
+        const QString key = QString(sample.firstLine()).section(": ", 0, 0),
+                      enabled = QString(sample.firstLine()).section(": ", 1);
         QCOMPARE(container->HasRulesFor(key), enabled != base || key == "Removes");
         container->ApplyCustomizationForDevice("Other"); // leaves nothing behind
         log().clear();
         container->ApplyCustomizationForDevice(key);
-        QCOMPARE(container->enabled().join(' '), enabled);
+        QVERIFY2(container->enabled().join(' ') == enabled, sample.name);
         VERIFY_LOGGED_IN_ORDER(
             "{file}: ApplyCustomizationForDevice: applying customization for device " + key,
             "{time}: {file}: {func}: enabling based on common and operator",
@@ -89,44 +70,30 @@ void TestCustomisation::rules()
     }
 }
 
+/// Samples give the key in force, the new key, the first change, and a rule; "-" stands for nothing. A is for
+/// everyone.
 void TestCustomisation::wouldChange()
 {
-    const QString enableRule = "enable pPluginInfo->Clsid ()", disableRule = "disable pPluginInfo->Clsid ()";
-    const QByteArray enables = ruleXml("device", "Lume", {"B"});
-    const QByteArray disables = ruleXml("device", "Lume", {}, {"A"});
-    // the rule, the key in force, the new key, and the first change; empty when there is none
-    const std::tuple<QByteArray, QString, QString, QString> rows[] = {
-        {enables, "Lume", "Lume", ""},
-        {enables, "", "Lume", enableRule},
-        {disables, "", "Lume", disableRule},
-        {ruleXml("device", "Lume", {"B"}, {"A"}), "", "Lume", enableRule},
-        {disables, "Lume", "Other", "enable A"}, // "common" comes back
-        {disables, "Lume", "Lume", ""},
-        {enables, "Lume", "", "disable B"},
-        {enables, "", "Lume V2", ""},
-        {ruleXml("IMSI", "001", {"B"}), "", "IMSI00101", enableRule},
-        {ruleXml("IMSI", "001", {"B"}), "IMSI00101", "IMSI00101", "disable B"}, // a prefix does not hold it
-        {ruleXml("IMSI", "001", {}, {"A"}), "IMSI00101", "IMSI00101", "enable A"},
-        {ruleXml("IMSI", "001", {"B"}, {"A"}), "IMSI001", "IMSI001", ""},
-        {ruleXml("device", "Lume", {"B"}, {"B"}), "Lume", "Lume", enableRule},
-    };
     const QString place = "{file}: IsCustomizationForDevice: ";
-    for (const auto& [rule, inForce, key, change] : rows) {
-        const auto container = make(commonXml({"A"}) + rule);
-        container->ApplyCustomizationForDevice(inForce);
+    for (const Sample& sample : samplesIn(SAMPLES "/changes.txt")) {
+        const QStringList words = QString(sample.firstLine().mid(2)).split(", ");
+        const QString none("-"), change = words[2];
+        const auto container = make(commonXml({"A"}) + sample.body());
+        container->ApplyCustomizationForDevice(words[0] == none ? "" : words[0]);
         const QStringList before = container->enabled();
         log().clear();
-        QCOMPARE(container->IsCustomizationForDevice(key), !change.isEmpty());
-        QCOMPARE(container->enabled(), before);
-        QCOMPARE(log().firstMissingInOrder({place + "entered,,,", place + "need to " + change}),
-                 change.isEmpty() ? place + "need to " : QString());
+        const bool changes = container->IsCustomizationForDevice(words[1] == none ? "" : words[1]);
+        QVERIFY2(changes == (change != none) && container->enabled() == before, sample.name);
+        const QString missing =
+            log().firstMissingInOrder({place + "entered,,,", place + "need to " + change});
+        QVERIFY2(missing.isEmpty() == changes && log().count(place + "need to {*}") == changes, sample.name);
     }
 }
 
 void TestCustomisation::deviceSwitch()
 {
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules());
+    const auto container = make(m_samples[0].text);
     container->ApplyCustomizationForDevice("Lume");
     const int applied = container->applied();
     QStringList enabledNow;
@@ -137,7 +104,7 @@ void TestCustomisation::deviceSwitch()
     QCOMPARE(enabledNow.join(' '), QString("B A")); // what the lists hold already stays in them
     QCOMPARE(disabledNow.join(' '), QString("A C"));
     QCOMPARE(container->applied(), applied + 3); // a derived container's own version is used
-    QVERIFY(container->GetLoadedPluginClsids().isEmpty());
+    QVERIFY(!log().contains("{file}: loadPlugin: {*}"));
     QVERIFY(!make(ruleXml("device", "", {"C"}))->HasRulesFor("")); // never applied
 }
 
@@ -145,7 +112,7 @@ void TestCustomisation::deviceSwitch()
 void TestCustomisation::removedByOperator()
 {
     service().setSetting("customize", "operator", "northtel");
-    const auto container = make(mixedRules() + ruleXml("GID", "Gold", {"D"}));
+    const auto container = make(m_samples[0].text + ruleXml("GID", "Gold", {"D"}));
     QVERIFY(log().contains("removed D"));
     container->ApplyCustomizationForDevice("GIDGold");
     QVERIFY(!container->GetPlugin("D", 0) && !container->isPluginInList("D") &&

@@ -1,6 +1,7 @@
 // The start-up language: what the customisation asks for, what is installed, what is stored and loaded.
 #include "Change/Change.h"
 #include "CoreTest.h"
+#include "Samples.h"
 #include "platform/LanguageId_p.h"
 
 const bool IsGerman = qputenv("LC_ALL", "de_DE.UTF-8"); // the user's language, except on Windows
@@ -35,37 +36,23 @@ private:
     }
 };
 
+/// Of two results the first holds where the user's language is the system's.
 void TestLanguage::wish()
 {
     const bool isOne = Platform::systemLanguageId() == Platform::userLanguageId();
-    const QString area = "area", both = "[language]\na=English\nb=Polski";
-    const QString french = QString::fromUtf8("[language]\nb=Français");
-    const QStringList areas{QString::fromUtf8("Français,USER,fr-fr"), "English,1,en-us", "deutsch,2,de-de"};
-    const std::tuple<QString, QString, QStringList, QString> rows[] = {
-        {"System|AREA| area|systems", french, areas, ""},
-        {"||x,|area|", french + "\na=English", areas, "_fr-fr"},
-        {"area|system",
-         both,
-         {"English,0SYS,xx-xx", "Polski,USER,pl-pl", "English,SYS,en-gb"},
-         isOne ? "_pl-pl" : "_en-gb"},
-        {area, both, {"English,SYS,en-gb", "Polski,USER,pl-pl"}, isOne ? "_en-gb" : "_pl-pl"},
-        {area, both, {"Polski,USER,pl-pl", "English,USER,en-gb"}, "_pl-pl"}, // the first item
-        {area,
-         "[language]\na=Polski\nb=english",
-         {"English,USER,en-gb", "polski,1,xx-xx", "Polski,2,pl-pl"},
-         "_xx-xx"},
-        {area, "[language]\nz=Polski\na=Deutsch", areas, "_de-de"}, // the first by key
-        {area, "[language]\na=Polski", areas, "_en-us"},
-        {area, "[language]\na=Deutsch", {}, "_en-us"},
-        {area, "[other]\na=English", areas, ""},
-    };
     const auto container = makeContainer(QByteArray("<l/>"));
-    for (const auto& [adapterType, languages, items, language] : rows) {
-        service().setSetting("customize", "adaptertype", adapterType, ScriptedDeviceService::Ini);
-        writeInstalled(languages);
-        writeAreas(items);
-        QCOMPARE(container->GetAdapterLang(), language);
+    for (const Sample& sample : samplesIn(LANGUAGES)) {
+        service().setSetting("customize", "adaptertype", sample.marked("wish=")[0],
+                             ScriptedDeviceService::Ini);
+        writeInstalled(sample.marked("ini=").join('\n'));
+        writeAreas(sample.marked("area="));
+        const QStringList results = sample.marked("result=");
+        QVERIFY2(container->GetAdapterLang() == (isOne ? results.first() : results.last()), sample.name);
     }
+    VERIFY_LOGGED_IN_ORDER("{time}: {file}: getLanguageList: languages 1 = Fran\u00E7ais",
+                           "{time} : {file}: GetCurLanguageInfo: Exit",
+                           "{time}: {file}: getDefaultLan: return lan is _fr-fr",
+                           "{time}: {file}: decideDefaultLanguage: lan can be insert to table is {n}");
 }
 
 void TestLanguage::start_data()
@@ -105,6 +92,8 @@ void TestLanguage::start()
     QTEST(writes.join("; "), "writes");
     QCOMPARE(Change::m_languageHash["XFramePlugin"]["A"], language);
     QCOMPARE(log().contains("{time}: {file}: isFirstTimeStart: first time startup"), mark == "TRUE");
+    QCOMPARE(log().contains("{time}: {file}: isFirstTimeStart: not first time startup"),
+             writes.value(0).startsWith("active"));
     QCOMPARE(log().contains("{time}: {file}: PluginContainer: load XFramePlugin lan file failed"),
              language == "en-us");
 }

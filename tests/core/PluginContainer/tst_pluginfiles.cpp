@@ -2,6 +2,7 @@
 // one.
 #include "CoreTest.h"
 #include "PluginContainer/PluginInfo.h"
+#include "Samples.h"
 
 #include <QDir>
 #include <QXmlStreamReader>
@@ -18,55 +19,27 @@ private slots:
     void unreadableFiles();
 };
 
+/// Samples give name, clsid, url, type and the flags that are set, and the elements of the record.
 void TestPluginFiles::record()
 {
     const auto container = makeContainer(QByteArray("<l/>"));
-    // expected: name, clsid, url, type, and the flags that are set
-    const std::pair<QByteArray, QString> rows[] = {
-        {"<name>N</name><clsid>C</clsid><url>u</url><active>true</active><type>3</type>"
-         "<setting_title>true</setting_title><static>true</static>",
-         "N|C|u|3|active static setting"},
-        {"<setting_title>true</setting_title><type>-3</type><active>false</active><url>u</url>"
-         "<clsid>C</clsid><name>N</name><static>false</static>",
-         "N|C|u|-3| setting"},
-        {"<clsid>C</clsid><static>true</static><clsid>X</clsid><active>true</active>", "|C||0| static"},
-        {"<clsid>X</clsid><clsid>C</clsid><static/>", "|C||0|"},
-        {"<icon>i</icon><Name>X</Name><name>N</name><static/>", "N|||0|"},
-        {"<active>True</active><setting_title>1</setting_title><type>12abc</type><static> true</static>",
-         "|||0|"},
-        {"<url>.\\Base.dll</url><static/>", "||Base|0|"},
-        {"<url>.\\.\\Base.dll.dll</url><static/>", "||.\\Base.dll|0|"}, // the first of each
-        {"<url>.d.\\lla</url><static/>", "||a|0|"},                     // made by the first removal
-        {"<name>N</name><clsid>C</clsid><active>true</active></plugin>" // runs on without "static"
-         "<plugin><clsid>D</clsid><url>u</url><static>true</static>",
-         "N|D|u|0|active static"},
-        {"<name>N</name></plugin>", "N|||0|"},
-    };
-    for (const auto& [children, fields] : rows) {
-        QXmlStreamReader reader("<l><plugin>" + children + "</plugin></l>");
+    for (const Sample& sample : samplesIn(SAMPLES "/records.txt")) {
+        QXmlStreamReader reader("<l><plugin>" + sample.body() + "</plugin></l>");
         while (reader.name() != QLatin1String("plugin"))
             reader.readNext();
         const std::unique_ptr<PluginInfo> info(container->readPluginElement(reader));
         const QString flags = QString(info->m_bActive ? "active" : "") + (info->m_bStatic ? " static" : "") +
                               (info->m_bSettingTitle ? " setting" : "");
-        const QString type = QString::number(info->m_iType);
-        QCOMPARE(QStringList({info->m_strName, info->m_strClsid, info->m_strUrl, type, flags}).join('|'),
-                 fields);
+        const QStringList fields{info->m_strName, info->m_strClsid, info->m_strUrl,
+                                 QString::number(info->m_iType), flags};
+        QVERIFY2(sample.firstLine() == "= " + fields.join('|').toUtf8(), sample.name);
         QVERIFY(!info->m_bLoaded && !info->m_bInitialized && !info->m_bEnabled);
     }
 }
 
 void TestPluginFiles::library()
 {
-    const auto container =
-        makeContainer("<anything><mainplugin>X</mainplugin>"
-                      "<plugin><name>P</name><clsid>A</clsid><type>1</type><static/></plugin>"
-                      "<group><plugin><name>Q</name><clsid>B</clsid><setting_title>true</setting_title>"
-                      "<static/></plugin></group>"
-                      "<plugin><name>P</name><clsid>C</clsid><type>1</type><static/></plugin>"
-                      "<plugin><name>R</name><clsid>A</clsid><type>5</type><static/></plugin>"
-                      "<Plugin><clsid>Z</clsid><static/></Plugin>"
-                      "<mainplugin>M</mainplugin></anything>");
+    const auto container = makeContainer(contentOf(SAMPLES "/library.xml"));
     QCOMPARE(container->GetMainFramePluginName(), QString("M"));
     QCOMPARE(log().lines("{file}: {func}: m_strMainPlugin = {*}").size(), 2);
     QCOMPARE(container->GetPluginNameByClsid("A") + QString::number(container->GetPluginType("A")),
@@ -80,44 +53,20 @@ void TestPluginFiles::library()
     QVERIFY(log().contains("Parsing " + libraryFile() + " done... "));
 }
 
+/// Samples give the plugins that are enabled once the rules of "Lume" are applied, the groups, and a line.
 void TestPluginFiles::configuration()
 {
     service().setSetting("customize", "operator", "northtel");
-    const QString device = "readDeviceElements: ", any = "{*}";
-    const QByteArray commonA = commonXml({"A"}), commonAB = commonXml({"A", "B"});
-    // expected: plugins enabled once the rules of "Lume" are applied, and groups; a line
-    const std::tuple<QByteArray, QString, QString> rows[] = {
-        {commonXml({"B", "Z", "A"}), "A B", device + "common: have to enable Z, but not in list"},
-        {commonA + ruleXml("device", "X", {}) + commonXml({"C"}), "A C",
-         device + "common: Enabling need to enable C plugin"},
-        {"<Common><item clsid='B'/></Common><x/><common><item/><item clsid='A'/></common><item clsid='C'/>",
-         "A", any},
-        {commonAB + ruleXml("device", "Lume", {}, {"B", "Y"}), "A",
-         device + "Lume: have to disable Y, but not in list"},
-        {ruleXml("device", "Lume", {"A"}, {"C"}) + ruleXml("device", "Lume", {"B"}), "A B",
-         device + "Lume: Disabling need to enable C plugin"},
-        {"<device name='Lume'><plugin><add clsid='A'/><keep clsid='A'/></plugin>" // to the first end tag
-         "<add clsid='B'/><plugin><add clsid='C'/></plugin></device>",
-         "A", any},
-        {ruleXml("customize", "northtel", {"A", "Z"}), "A",
-         "readCustomizeElements: A will be enabled by default"},
-        {commonAB + ruleXml("customize", "northtel", {}, {"B", "Z"}), "A",
-         "readCustomizeElements: Z will be removed"},
-        {commonA + ruleXml("customize", "Northtel", {"B"}, {"A"}), "A", any},
-        {"<customize name='x'>" + ruleXml("device", "Lume", {"A"}) + "</customize>" + commonXml({"B"}), "B",
-         any},
-        {ruleXml("GID", "G2", {"Z"}) + ruleXml("GID", "G1", {}) + ruleXml("GID", "G2", {"A"}), "G2 G1 G2",
-         device + "GIDG2: Enabling need to enable A plugin"},
-        {ruleXml("IMSI", "00101", {"A"}), "", device + "IMSI00101: Enabling need to enable A plugin"},
-    };
-    for (const auto& [config, kept, line] : rows) {
+    const QByteArray library = pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}});
+    for (const Sample& sample : samplesIn(SAMPLES "/rules.txt")) {
         log().clear();
-        const auto container = makeContainer(
-            pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}, {"C", "TestGamma"}}), config);
+        const auto container = makeContainer(library, sample.body());
         container->ApplyCustomizationForDevice("Lume");
-        QCOMPARE((container->enabled() + container->GetGIDGroups()).join(' '), kept);
-        VERIFY_LOGGED_IN_ORDER("getDeviceName: m_strCustomizeName =>northtel<=", line,
-                               "Parsing " + configFile() + " done... ");
+        const QString result = sample.firstLine(), line = result.section("; ", 1),
+                      kept = (container->enabled() + container->GetGIDGroups()).join(' ');
+        QVERIFY2(result.section("; ", 0, 0) == "= " + kept, sample.name + ": " + kept.toUtf8());
+        VERIFY_LOGGED_IN_ORDER("getDeviceName: m_strCustomizeName =>northtel<=",
+                               line.isEmpty() ? "{*}" : line, "Parsing " + configFile() + " done... ");
     }
 }
 

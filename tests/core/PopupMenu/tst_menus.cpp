@@ -93,14 +93,16 @@ void TestMenus::failures()
     QVERIFY(QDir().mkpath(installed("plugins/TestPlugin/folder.xml")));
     QVERIFY(!parser.LoadFile("TestPlugin", "folder.xml"));
     QVERIFY(log().contains("{time} : {file}: LoadFile: file open error"));
-    write(OneItem);
+    write("<menu parent='null' name='N'><item type='SEPERATOR' id='IDS_B'>b</item></menu>");
     QVERIFY(!parser.LoadFile("TestPlugin", "menu.xml"));
+    QVERIFY(parser.GetMenuInfoList()->first()->items->first()->GetMenuTextID().isEmpty());
     QCOMPARE(log().count("{file}: ReadInfo:open file "), 1);
     writeFile(installed("plugins/TestPlugin/other.xml"), "<x>" + OneItem + "</x>");
     QVERIFY(parser.LoadFile("TestPlugin", "other.xml"));
     QCOMPARE(parser.GetMenuInfoList()->size(), 1);
+    writeFile(installed("plugins/TestPlugin/other.xml"), "<x>");
     QXmlStreamReader noDevice;
-    QVERIFY(!parser.ReadFile(noDevice));
+    QVERIFY(!parser.LoadFile("TestPlugin", "other.xml") && !parser.ReadFile(noDevice));
 
     write("<menu parent='null' name='M'><item type='ITEM'>" + QByteArray("<deep>").repeated(100000));
     QCOMPARE(built(), "M[()]");
@@ -172,6 +174,7 @@ void TestMenus::building()
 void TestMenus::nothingToBuild()
 {
     write(OneItem + "<menu parent='null' name=''/>");
+    writeFile(installed("plugins/menu.xml"), contentOf(installed("plugins/TestPlugin/menu.xml")));
     QWidget parent;
     QList<QActionInfo> actions;
     QVERIFY(!QBuildMenu("", "menu.xml").CreateMenuBar("M", &parent, &actions));

@@ -119,7 +119,8 @@ void TestToolBar::creating()
     QWidget searchBox;
     searchBox.setLayout(searchLayout);
     const QToolButton& button = *m_items[0].button;
-    QVERIFY(group->button(7) == &button && group->button(3) == m_items[1].button);
+    QVERIFY(group->button(7) == &button && group->button(3) == m_items[1].button &&
+            group->parent() == &parent);
     QVERIFY(button.size() == QSize(30, 30) && button.iconSize() == QSize(20, 16));
     QVERIFY(button.autoRaise() && button.objectName() == "ToolBar" && button.parentWidget() == &parent);
     const QLayout& column = *parent.layout();
@@ -134,7 +135,7 @@ void TestToolBar::creating()
 
     ToolBarLogic::DestroyToolButtonGroup(m_items, &group);
     QVERIFY(!group && !m_items[0].button && !m_items[1].button);
-    QVERIFY(parent.findChildren<QToolButton*>().isEmpty());
+    QVERIFY(!parent.findChild<QToolButton*>() && !parent.findChild<QButtonGroup*>());
     ToolBarLogic::DestroyToolButtonGroup(m_items, nullptr);
 }
 
@@ -182,7 +183,7 @@ void TestToolBar::searchBox()
     QVERIFY(!ToolBarLogic::createSearchBox(&layout, nullptr, {}, &icon));
     QVERIFY(ToolBarLogic::createSearchBox(&layout, &edit, {}, &icon));
     QCOMPARE(edit->size(), QSize(300, 19));
-    QVERIFY(edit->maxLength() == 48 && !edit->acceptDrops());
+    QVERIFY(edit->maxLength() == 48 && !edit->acceptDrops() && edit->focusWidget() == edit);
     QVERIFY(layout->contentsMargins() == QMargins(0, 0, 0, 3) && layout->spacing() == 1);
     QVERIFY(layout->itemAt(0)->widget() == icon && layout->itemAt(1)->widget() == edit);
     QVERIFY(layout->count() == 3 && layout->itemAt(2)->spacerItem());

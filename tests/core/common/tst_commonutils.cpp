@@ -7,6 +7,7 @@
 
 #include <QDesktopServices>
 #include <QElapsedTimer>
+#include <QSemaphore>
 #include <QThread>
 #include <QWidget>
 
@@ -54,17 +55,16 @@ const QString NoCall = "Null pointer returning from : {time}: {file}: MakeCall {
 class StubbornThread : public QThread
 {
 public:
-    std::atomic<bool> m_isRunning{false}, m_mayEnd{false}, m_hasEnded{false};
+    std::atomic<bool> m_isRunning{false}, m_hasEnded{false};
+    QSemaphore m_mayEnd;
 
 private:
     void run() override
     {
         setTerminationEnabled(false);
         m_isRunning = true;
-        for (; !m_mayEnd; setTerminationEnabled(false)) {
-            msleep(10);
+        for (; !m_mayEnd.tryAcquire(1, 10); setTerminationEnabled(false))
             setTerminationEnabled(true);
-        }
         m_hasEnded = true;
     }
 };
@@ -216,7 +216,7 @@ void TestCommonUtils::waitForThread()
         thread.start();
         QTRY_VERIFY(thread.m_isRunning);
         const bool endsInTime = seconds == 30;
-        std::thread other([&] { thread.m_mayEnd = endsInTime && log().waitFor(enter + "30"); });
+        std::thread other([&] { thread.m_mayEnd.release(endsInTime && log().waitFor(enter + "30")); });
         QElapsedTimer timer;
         timer.start();
         CommonUtils::WaitForThreadToStop(&thread, seconds);
