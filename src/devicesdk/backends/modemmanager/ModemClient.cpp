@@ -53,7 +53,7 @@ void ModemClient::start()
 void ModemClient::noteEnd(const QString& modem, const RequestEnd& end)
 {
     const RequestEnd gone = {end.number, QRVL_ERROR_NO_DEVICE, {}};
-    m_ends.emplace_back(modem, m_mirror.isPresent() ? end : gone);
+    m_ends.emplace_back(modem, m_mirror.isPresent() || end.result == QRVL_OK ? end : gone);
     schedule();
 }
 
