@@ -125,7 +125,8 @@ QWidget* DataPage::makePeriod()
     advice->addWidget(m_warning);
     advice->addWidget(m_advice, 1);
     advice->addWidget(m_setLimit);
-    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_PERIOD", m_periodDays);
+    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_PERIOD");
+    column->addWidget(m_periodDays);
     column->addWidget(m_usage);
     column->addWidget(m_bar);
     column->addLayout(advice);

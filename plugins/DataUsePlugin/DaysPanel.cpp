@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr QSize StepSize{40, 30};
+constexpr int StepHeight = 30;
 constexpr qreal SignScale = 1.4;
 
 } // namespace
@@ -59,7 +59,7 @@ QPushButton* DaysPanel::makeStep(const QString& sign, const char* name, int mont
     QFont font = button->font();
     font.setPointSizeF(font.pointSizeF() * SignScale);
     button->setFont(font);
-    button->setFixedSize(StepSize);
+    button->setFixedHeight(StepHeight);
     button->setAutoDefault(true); // the Return key presses it while it has the focus
     connect(button, &QPushButton::clicked, this, [this, months] { step(months); });
     keepTranslated(button, [=] {
