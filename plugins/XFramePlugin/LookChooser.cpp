@@ -33,6 +33,7 @@ LookChooser::LookChooser(MainWindow& window, QWidget* parent)
     setIconSize(SkinPreview::Size);
     setSpacing(Look::Gap);
     setFrameShape(QFrame::NoFrame);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // else its width is reserved
     for (const WindowLook& look : m_looks)
         addPicture(look);
     showCurrent();

@@ -52,20 +52,18 @@ void Menus::follow()
 
 void Menus::showStatus()
 {
-    TrayStatus status = readTrayStatus();
-    status.unread = m_status.unread;
-    show(status);
+    show(readTrayStatus());
 }
 
 void Menus::showUnread(int unread)
 {
-    TrayStatus status = m_status;
-    status.unread = unread;
-    show(status);
+    m_unread = unread;
+    show(m_status);
 }
 
-void Menus::show(const TrayStatus& status)
+void Menus::show(TrayStatus status)
 {
+    status.unread = m_unread;
     if (status == m_status)
         return;
     m_status = status;

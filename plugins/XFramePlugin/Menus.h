@@ -46,7 +46,7 @@ Q_SIGNALS:
 private:
     void build();
     void translate();
-    void show(const TrayStatus& status);
+    void show(TrayStatus status);
 
     MenuCommands m_commands;
     QToolButton* m_button;
@@ -55,6 +55,7 @@ private:
     XmlMenu* m_main = nullptr;
     XmlMenu* m_trayMenu = nullptr;
     TrayStatus m_status;
+    int m_unread = 0; ///< messages
     ConnectionSwitch* m_switch;
     TrayIcon* m_tray;
 };
