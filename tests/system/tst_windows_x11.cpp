@@ -68,6 +68,7 @@ private:
 
 void TestWindowsX11::init()
 {
+    QApplication::setDoubleClickInterval(400);
     simulate({});
     start();
     QVERIFY(window() && QTest::qWaitForWindowActive(window()));
@@ -199,6 +200,7 @@ void TestWindowsX11::maximising()
 
 void TestWindowsX11::systemMenu()
 {
+    QApplication::setDoubleClickInterval(0); // two clicks could be a double click, which closes the window
     const auto* const icon = window()->findChild<QLabel*>("Core_LabelTitleIcon");
     const QPoint place = icon->mapToGlobal(icon->rect().center());
     input({moveTo(place), "click 1"});
