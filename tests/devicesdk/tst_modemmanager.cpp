@@ -51,7 +51,7 @@ void tst_ModemManager::attached()
     QTRY_COMPARE_WITH_TIMEOUT(values({"registration", "network", "network-name", "technology", "signal"}),
                               "home 26201 northtel umts 64", Patience);
     QVERIFY(eventsUntil("6606:1").contains("6606:1"));
-    for (const char* const report : {"+CREG: 5,\"0001\",\"00000001\"", "+CGREG: 5,\"0001\",\"00000001\",2"})
+    for (const char* const report : {R"(+CREG: 5,"0001","00000001")", R"(+CGREG: 5,"0001","00000001",2)"})
         modem->announce(report);
     QTRY_COMPARE_WITH_TIMEOUT(value("registration"), "roaming", Patience);
     QVERIFY(eventsUntil("6611:1").contains("6611:1")); // comes after the value

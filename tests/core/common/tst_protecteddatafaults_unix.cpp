@@ -183,12 +183,11 @@ void TestProtectedDataFaults::nothingIsLeft()
     check("encrypted file", Part, [&] { CommonUtils::FileCrypt(1, plainFile, output); });
     check("decrypted file", Part, [&] { CommonUtils::FileCrypt(2, cryptFile, output); });
     check("file key", "Yx7!mRb2hK5&nGd8", [&] { CommonUtils::FileCrypt(1, plainFile, output); });
-    constexpr int piece = 128 * 1024;
-    const QByteArray twoPieces(2 * piece, 'x');
-    writeFile(path("plain"), twoPieces);
+    const QByteArray piece(128 * 1024, 'x');
+    writeFile(path("plain"), piece + piece);
     Sha256Context unfinished;
     Sha256_Init(&unfinished);
-    Sha256_Update(&unfinished, bytesOf(twoPieces), piece);
+    Sha256_Update(&unfinished, bytesOf(piece), std::size_t(piece.size()));
     const QByteArray state(reinterpret_cast<const char*>(unfinished.state), sizeof unfinished.state);
     isInputBroken = true;
     const QByteArray error = errorOutput(path("stderr"), [&] {
