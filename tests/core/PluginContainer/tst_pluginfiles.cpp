@@ -70,36 +70,29 @@ void TestPluginFiles::configuration()
     }
 }
 
+/// Samples give the file, which plugins remain known or enabled, and the line where the reader stops.
 void TestPluginFiles::brokenFiles()
 {
-    const QByteArray library = "<l>\n" + pluginLibraryXml({{"A", "TestAlpha"}}) + '\n';
-    const QByteArray config = "<config>\n" + commonXml({"A"});
-    // expected: which plugins remain known, or enabled, and where the reader stops
-    const std::tuple<bool, QByteArray, QString, qint64> rows[] = {
-        {true, "", "", 1},
-        {true, library, "A", 5},
-        {true, library + "</l><l>", "A", 5},
-        {false, config + "<device name='Lume'><plugin><add clsid='B'/>", "A", 2},
-        {false, config + "<common><item clsid='B'/>", "AB", 2},
-        {false, config + "</comon>" + commonXml({"B"}), "A", 2},
-    };
-    for (const auto& [isLibrary, content, kept, line] : rows) {
+    for (const Sample& sample : samplesIn(SAMPLES "/broken.txt")) {
+        const QStringList result = QString(sample.firstLine().mid(2)).split(", ");
+        const bool isLibrary = result[0] == "library";
         log().clear();
         writeFiles(pluginLibraryXml({{"A", "TestAlpha"}, {"B", "TestBeta"}}), commonXml({"A"}));
         const QString file = isLibrary ? libraryFile() : configFile();
-        writeFile(file, content);
+        writeFile(file, sample.body());
         const auto container = openContainer(libraryFile(), configFile());
-        QCOMPARE((isLibrary ? container->GetPluginClsidsByType(0) : container->enabled()).join(""), kept);
+        QCOMPARE((isLibrary ? container->GetPluginClsidsByType(0) : container->enabled()).join(""),
+                 result[1]);
         const ConfigurationFaultList faults = container->GetConfigurationFaults();
         QCOMPARE(faults.size(), 1);
         QVERIFY(faults[0].kind == ConfigurationFault::Kind::Malformed && faults[0].path == file);
-        QCOMPARE(faults[0].line, line);
+        QCOMPARE(QString::number(faults[0].line), result[2]);
         QVERIFY(log().contains("Parsing " + file + " done... "));
         // Deliberately different: a space after the first colon, or one after the comma.
         const QString pattern = isLibrary ? "Error: %1 in file %2 at line %3,column %4"
                                           : "Error:%1 in file %2 at line %3, column %4";
         QCOMPARE(log().lines("Error:{*}"),
-                 QStringList(pattern.arg(faults[0].message, file).arg(line).arg(faults[0].column)));
+                 QStringList(pattern.arg(faults[0].message, file, result[2]).arg(faults[0].column)));
     }
 }
 

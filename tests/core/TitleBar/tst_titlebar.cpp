@@ -144,10 +144,7 @@ void TestTitleBar::init()
 {
     CoreTest::init();
     service().setSetting("system", "EnableMaxButton", "true");
-    QByteArray texts = "<item name='IDS_XFRAME_TITLE'>Connection</item>";
-    for (const QByteArray name : {"Restore", "Move", "Size", "Minimize", "Maximize"})
-        texts += "<item name='IDS_SYSMENU_" + name.toUpper() + "'>" + name + "</item>";
-    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), "<l>" + texts + "</l>");
+    writeFile(installed("plugins/XFramePlugin/XFramePlugin_en-us.lang"), contentOf(SAMPLES "/texts.xml"));
 }
 
 void TestTitleBar::grid()
@@ -228,7 +225,7 @@ void TestTitleBar::parts()
 /// Samples give steps, the state after them, and what is logged.
 void TestTitleBar::states()
 {
-    for (const Sample& sample : samplesIn(STATES)) {
+    for (const Sample& sample : samplesIn(SAMPLES "/states.txt")) {
         const QStringList steps = sample.marked("> ").join(' ').split(' ');
         service().setSetting("system", "EnableMaxButton", steps[0] == "disabled" ? "True" : "true");
         log().clear();
