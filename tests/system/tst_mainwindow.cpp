@@ -422,7 +422,7 @@ void TestMainWindow::serviceCodes()
     };
     for (const auto& [modem, code, reply, end] : rows) {
         simulate(modem);
-        QTRY_VERIFY(call() && shows("T-Mobile"));
+        QTRY_VERIFY_WITH_TIMEOUT(call() && shows("T-Mobile"), LongCall);
         window()->findChild<QLineEdit*>()->setText(code);
         QVERIFY(text("IDS_DIAL_SEND", DialPad).startsWith(call()->text()));
         call()->click();
@@ -431,9 +431,10 @@ void TestMainWindow::serviceCodes()
         if (modem == slow)
             simulate(QByteArray(CallModem).replace("[modem M]", "[modem N]"));
         auto* const field = dialog->findChild<QLineEdit*>();
-        QTRY_VERIFY(reply.isEmpty() || field->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(reply.isEmpty() || field->isVisible(), LongCall);
         QTest::keyClicks(field, reply);
-        QTRY_VERIFY2(shows(end, dialog), qUtf8Printable(code + ' ' + end));
+        QVERIFY2(QTest::qWaitFor([&] { return shows(end, dialog); }, LongCall),
+                 qUtf8Printable(code + ' ' + end));
         QCOMPARE(field->isVisible(), end == "menu");
         delete dialog;
     }
