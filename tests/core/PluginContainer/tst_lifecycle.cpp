@@ -197,7 +197,8 @@ void TestLifecycle::uselessLibraries()
         QVERIFY2(faultOf(*m_host, "U").startsWith(fault + ", enabled: "), qPrintable(faultOf(*m_host, "U")));
         QVERIFY(!status.error.isEmpty() && status.url == "TestUseless");
         QCOMPARE(log().count("{time}: {file}: loadPlugin: error : " + status.error), 2);
-        writeFile(file, contentOf(installed("TestAlpha"))); // repaired
+        QCOMPARE(log().count("{file}: {func}: U plugin NOT LOADED !!!,,,"), 1); // not in the bulk
+        writeFile(file, contentOf(installed("TestAlpha")));                     // repaired
         expect("get U=1; fault U=none, initialised:; end");
         QFile::remove(file);
     }
