@@ -153,10 +153,9 @@ void TestPages::inLooks(bool all, const std::function<void(const QString& look)>
     looks->window()->hide();
     for (int row = 0; row < (all || !folder().isEmpty() ? looks->count() : 1); ++row) {
         looks->setCurrentRow(row);
-        const QString skin = looks->item(row)->data(Qt::UserRole).toString();
         if (!CommonUtils::IsMiniMode())
             window()->resize(960, 700);
-        show(QString("%1 %2").arg(row + 1).arg(skin.isEmpty() ? "usual" : skin));
+        show(QString("%1 %2").arg(row + 1).arg(looks->item(row)->text()));
     }
     looks->setCurrentRow(0); // for the next start
     delete looks->window();
