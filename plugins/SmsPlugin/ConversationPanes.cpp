@@ -34,7 +34,11 @@ ConversationPanes::ConversationPanes(QWidget* list, QWidget* thread, QWidget* pa
     , m_title(new ElidedLabel)
     , m_conversation(makeConversation())
 {
-    m_list->setMinimumHeight(LeastHeight);
+    for (QWidget* view : {m_list, m_thread}) {
+        view->setMinimumHeight(LeastHeight);
+        // Else the page, some of whose texts are wrapped, would scroll where the views have less than they prefer.
+        view->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    }
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
     row->setSpacing(Look::Gap);
@@ -52,7 +56,6 @@ ConversationPanes::ConversationPanes(QWidget* list, QWidget* thread, QWidget* pa
 QWidget* ConversationPanes::makeConversation()
 {
     Look::setFont(m_title, Look::HeadingText, QFont::DemiBold);
-    m_thread->setMinimumHeight(LeastHeight);
     auto* conversation = new QWidget;
     auto* heading = new QHBoxLayout;
     heading->addWidget(m_back);
