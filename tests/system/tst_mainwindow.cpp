@@ -202,8 +202,9 @@ void TestMainWindow::looks()
 {
     enum { Usual, Dark, Blue, Graphite, OtherForm };
     const char* const skins[] = {"default", "default", "Blue", "Graphite"};
-    const std::pair<int, int> steps[] = {{Graphite, Graphite}, {Dark, Dark},      {OtherForm, Graphite},
-                                         {Blue, Blue},         {OtherForm, Dark}, {Usual, Usual}};
+    // the choice and what is shown then; the first one must have followed the language without being chosen
+    const std::pair<int, int> steps[] = {{Usual, Usual},        {Graphite, Graphite}, {Dark, Dark},
+                                         {OtherForm, Graphite}, {OtherForm, Dark},    {Usual, Usual}};
     const QPalette desktop = QApplication::palette();
     const QSize usual(700, 500); // not what it has at first
     window()->resize(usual);
