@@ -4,8 +4,8 @@ namespace {
 
 constexpr QRgb Text = 0xffe8ebee;
 constexpr QRgb DisabledText = 0xff8d959e;
-constexpr QRgb Button =
-    0xff30363d; ///< no lighter, or the style sheet's grey for disabled buttons can hardly be read
+/// If it were lighter, the style sheet's grey of disabled buttons would be too faint on it.
+constexpr QRgb Button = 0xff30363d;
 
 struct Colour
 {

@@ -6,10 +6,13 @@
 void UnreadCount::follow(QWidget* page)
 {
     if (!page || page == m_page)
-        return; // the deletion of a page has been reported
+        return;
     m_page = page;
     page->installEventFilter(this);
-    connect(page, &QObject::destroyed, this, &UnreadCount::report);
+    connect(page, &QObject::destroyed, this, [this] {
+        m_page = nullptr;
+        report();
+    });
     report();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 #include <QWidget>
 
 /// Reports the number of unread messages, which is the badge of the page "Messages"; see Page::setBadge().
@@ -10,7 +9,7 @@ class UnreadCount : public QObject
     Q_OBJECT
 
 public:
-    /// @param page can be deleted at any time; null for none
+    /// @param page can be deleted at any time; null has no effect
     void follow(QWidget* page);
 
 Q_SIGNALS:
@@ -23,5 +22,5 @@ protected:
 private:
     void report();
 
-    QPointer<QWidget> m_page;
+    QWidget* m_page = nullptr;
 };

@@ -143,6 +143,7 @@ void TestMainWindow::initTestCase()
     m_brokenLine = content.count('\n') + 1;
     writeFile(folder + "/config/PluginsConfig.xml", content);
     qApp->installEventFilter(this);
+    simulate(CallModem + "gid=NT-GOLD\n"); // enables the plugin that throws
     start();
     QTRY_VERIFY(window() && owner("Ctrl+D")); // the dial pad comes with the modem's customisation
 }
@@ -201,10 +202,12 @@ void TestMainWindow::looks()
 {
     enum { Usual, Dark, Blue, Graphite, OtherForm };
     const char* const skins[] = {"default", "default", "Blue", "Graphite"};
-    const std::pair<int, int> steps[] = {{Graphite, Graphite}, {Dark, Dark},      {OtherForm, Graphite},
-                                         {Blue, Blue},         {OtherForm, Dark}, {Usual, Usual}};
+    // the choice and what is shown then; the first one must have followed the language without being chosen
+    const std::pair<int, int> steps[] = {{Usual, Usual},        {Graphite, Graphite}, {Dark, Dark},
+                                         {OtherForm, Graphite}, {OtherForm, Dark},    {Usual, Usual}};
     const QPalette desktop = QApplication::palette();
-    const QSize usual = window()->size();
+    const QSize usual(700, 500); // not what it has at first
+    window()->resize(usual);
     choose(text("IDS_MENU_SETTINGS"));
     auto* const list = part<QListWidget>("LookChooser");
     QVERIFY(list->item(0)->icon().pixmap(99).toImage() != list->item(1)->icon().pixmap(99).toImage());
@@ -241,10 +244,9 @@ void TestMainWindow::statusBar()
         {"Deutsch", sim, "Angeschlossen"}, // the failure is over
         {"Deutsch", {}, "Kein Modem|Wartet, bis eines eingesteckt wird"},
     };
-    int number = 0;
     for (const auto& [language, values, texts] : rows) {
         choose(language);
-        const QByteArray modem = "[modem " + QByteArray::number(++number) + "]\nmodel=M\n" + values;
+        const QByteArray modem = "[modem " + QByteArray::number(qHash(values)) + "]\nmodel=M\n" + values;
         simulate(values.isEmpty() ? QByteArray() : modem);
         for (const QString& text : QString(texts).split('|'))
             QTRY_VERIFY2(shows(text), qUtf8Printable(text));
@@ -409,14 +411,13 @@ void TestMainWindow::serviceCodes()
     const QByteArray menu =
         CallModem + "[ussd *100#]\nanswer=menu\nasks=true\n[ussd *100# 1]\nanswer=5 EUR\n";
     const QByteArray slow = CallModem + "request-time=50000\n";
-    const QString refused = text("IDS_USSD_REFUSED", DialPad);
     const char* const support = "PluginSupport";
     const std::tuple<QByteArray, QString, QString, QString> rows[] = {
         // the modem, the code, the reply and what is shown in the end
         {menu, "*1 00#", "", "menu"}, // cancels the dialogue, so that the next one begins with the menu
         {menu, "*100#", "1\r", "5 EUR"},
-        {menu, "*100#", "9\r", refused},
-        {menu, "#9#", "", refused},
+        {menu, "*100#", "9\r", text("IDS_USSD_REFUSED", DialPad)},
+        {menu, "#9#", "", text("IDS_USSD_REFUSED", DialPad)},
         {CallModem + "failure=no-coverage\n", "*100#", "", text("IDS_RESULT_NO_COVERAGE", support)},
         {slow, "*100#", "", text("IDS_RESULT_NO_DEVICE", support)}, // another modem replaces it
     };

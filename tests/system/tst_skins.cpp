@@ -7,6 +7,7 @@
 #include "support/Look.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMap>
 #include <QMetaEnum>
 #include <QPalette>
@@ -183,6 +184,9 @@ void TestSkins::derivedColours()
     QFETCH(QString, file);
     QFETCH(QPalette, colours);
     const QPalette palette = paletteOf(readRules(file), colours);
+    const std::unique_ptr<QLabel> error(Look::errorLabel()); // in the colours before
+    QApplication::setPalette(palette);
+    check("error", smallest(error->palette().color(QPalette::WindowText), surfaces(palette)));
     QStyleOptionViewItem chosen;
     chosen.palette = palette;
     chosen.state = QStyle::State_Selected;

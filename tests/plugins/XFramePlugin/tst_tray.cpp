@@ -2,12 +2,16 @@
 #include "../../support/DataTable.h"
 #include "Autostart.h"
 #include "TrayState.h"
+#include "UnreadCount.h"
 #include "support/Look.h"
 
 #include <QApplication>
 #include <QSaveFile>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QWidget>
+
+#include <memory>
 
 class TestTray : public QObject
 {
@@ -17,6 +21,7 @@ private slots:
     void states_data();
     void states();
     void pictures();
+    void unread();
     void autostart();
 };
 
@@ -69,6 +74,21 @@ void TestTray::pictures()
             seen.append(image);
         }
     }
+}
+
+/// The badge of the page, as long as there is the page.
+void TestTray::unread()
+{
+    UnreadCount count;
+    QVector<int> reported;
+    connect(&count, &UnreadCount::changed, this, [&reported](int unread) { reported.append(unread); });
+    auto page = std::make_unique<QWidget>();
+    for (const int badge : {3, 5}) {
+        page->setProperty("badge", badge);
+        count.follow(page.get());
+    }
+    page.reset();
+    QCOMPARE(reported, QVector<int>({3, 5, 0}));
 }
 
 void TestTray::autostart()
