@@ -18,6 +18,8 @@
 
 namespace {
 
+constexpr int NarrowPage = 420; ///< narrower ones have no room for a button beside its hint
+
 /// The whole seconds since a moment, in seconds since 1970.
 qint64 secondsSince(qint64 moment)
 {
@@ -124,12 +126,15 @@ QWidget* DataPage::makePeriod()
     advice->setSpacing(Look::Gap);
     advice->addWidget(m_warning);
     advice->addWidget(m_advice, 1);
-    advice->addWidget(m_setLimit);
+    m_hint = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_hint->setSpacing(Look::Gap);
+    m_hint->addLayout(advice, 1);
+    m_hint->addWidget(m_setLimit, 0, Qt::AlignLeft | Qt::AlignVCenter);
     QVBoxLayout* const column = makePanel(panel, "IDS_DATA_PERIOD");
     column->addWidget(m_periodDays);
     column->addWidget(m_usage);
     column->addWidget(m_bar);
-    column->addLayout(advice);
+    column->addLayout(m_hint);
     return panel;
 }
 
@@ -207,6 +212,12 @@ void DataPage::showTitle(LimitState state, int share)
 {
     setWindowTitle(state == LimitState::Below ? text("IDS_DATA_TITLE")
                                               : text("IDS_DATA_TITLE_SHARE").arg(numberText(share)));
+}
+
+void DataPage::resizeEvent(QResizeEvent* event)
+{
+    m_hint->setDirection(width() < NarrowPage ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    Page::resizeEvent(event);
 }
 
 void DataPage::showEvent(QShowEvent* event)

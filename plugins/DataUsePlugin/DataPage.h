@@ -8,6 +8,7 @@ class DataUse;
 class DaysPanel;
 class ElidedLabel;
 class LimitBar;
+class QBoxLayout;
 class QPushButton;
 class SpeedGraph;
 class Swatch;
@@ -25,6 +26,7 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     struct Cell
@@ -59,5 +61,6 @@ private:
     LimitBar* m_bar;
     Swatch* m_warning; ///< beside the advice
     QLabel* m_advice;
+    QBoxLayout* m_hint;      ///< the advice and its button
     QPushButton* m_setLimit; ///< shown while there is no limit
 };

@@ -10,7 +10,6 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -45,9 +44,9 @@ QVector<Interface*> shownIn(Interface* parent, bool (*isWanted)(const Interface&
 
 bool canBeOperated(const Interface& control)
 {
-    const QVector<QAccessible::Role> roles = {QAccessible::Window, QAccessible::Dialog, QAccessible::Button,
-                                              QAccessible::ButtonMenu, QAccessible::MenuItem};
-    const QAccessible::State state = control.state();
+    using A = QAccessible;
+    const QVector<A::Role> roles = {A::Window, A::Dialog, A::Button, A::ButtonMenu, A::MenuItem};
+    const A::State state = control.state();
     return !state.disabled && (roles.contains(control.role()) || state.focusable || state.selectable);
 }
 
@@ -72,18 +71,15 @@ QString faultsOf(const QVector<Interface*>& controls, const QWidgetList& stops)
 {
     QString faults;
     for (const Interface* control : controls) {
-        const auto* const widget = qobject_cast<QWidget*>(control->object());
+        auto* const widget = qobject_cast<QWidget*>(control->object());
         const QWidget* const parent = widget && !widget->isWindow() ? widget->parentWidget() : nullptr;
         const bool isStop =
             parent && !qobject_cast<const TitleBar*>(parent) && !qobject_cast<const QLineEdit*>(parent);
-        const auto hasFocus = [widget](const QWidget* stop) {
-            return stop == widget || stop == widget->focusProxy();
-        };
+        const bool isUnreached = isStop && !stops.contains(widget) && !stops.contains(widget->focusProxy());
         const bool hasRole = qobject_cast<const QAbstractScrollArea*>(widget) ||
                              (control->role() != QAccessible::NoRole && // what Qt takes by default:
                               control->role() != QAccessible::Client);
-        if (control->text(QAccessible::Name).isEmpty() || !hasRole ||
-            (isStop && std::none_of(stops.begin(), stops.end(), hasFocus)))
+        if (control->text(QAccessible::Name).isEmpty() || !hasRole || isUnreached)
             QDebug(&faults) << control;
     }
     return faults;
@@ -225,23 +221,17 @@ void TestAccessibility::controls()
     const auto* const text = part("MessagesPage")->findChild<QTextBrowser*>();
     const QColor link = text->document()->find("a.example").charFormat().foreground().color();
     QVERIFY(Contrast::of(link, text->palette().color(QPalette::Base)) >= Contrast::ForText);
-    QString faults = "not shown";
-    QTimer::singleShot(0, this, [&faults] {
-        QWidget* const message = QApplication::activeModalWidget();
-        faults = faultsOf(message);
-        message->close();
-    });
-    CommonUtils::ShowMessage(window(), "Title", "Text", {"Yes", "No"});
-    QCOMPARE(faults, QString());
-    for (const char* entry : {"", "About Skylume", "About this installation", "Settings"}) {
-        if (*entry != '\0')
-            choose(entry);
-        else
-            QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+O"), "click"));
+    for (const auto& [shortcut, entry] : {std::pair("Ctrl+O", "none"),
+                                          {"Del", "none"},
+                                          {"", "About Skylume"},
+                                          {"", "About this installation"},
+                                          {"", "Settings"}}) {
+        if (*shortcut != '\0')
+            QVERIFY(QMetaObject::invokeMethod(owner(shortcut), "click"));
+        choose(entry);
         const QPointer<QWidget> dialog = windows("ExtendDialog").value(0);
         QVERIFY(dialog);
-        const auto* const field = qobject_cast<QComboBox*>(dialog->focusWidget());
-        QCOMPARE(field != nullptr, qstrcmp(entry, "Settings") == 0);
+        QCOMPARE(dialog->focusWidget()->inherits("QComboBox"), entry == QString("Settings"));
         QVERIFY2(dialog->minimumSizeHint().height() <= 440, entry); // small screens
         QCOMPARE(faultsOf(dialog), QString());
         QTest::keyPress(dialog->windowHandle(), Qt::Key_Escape);
@@ -252,14 +242,11 @@ void TestAccessibility::controls()
 /// A value is spoken with its caption.
 void TestAccessibility::values()
 {
-    for (const auto& [caption, value] :
-         {std::pair("Model", "Lume V2"), {"Roaming", "No"}, {"Received", "0.00 B"}}) {
-        const auto isSpoken = [&, caption = caption, value = value](const QWidget* widget) {
-            return widget->accessibleName() == caption && widget->accessibleDescription() == value;
-        };
-        const auto widgets = window()->findChildren<QWidget*>();
-        QVERIFY2(std::any_of(widgets.begin(), widgets.end(), isSpoken), caption);
-    }
+    QStringList spoken;
+    for (const QWidget* widget : window()->findChildren<QWidget*>())
+        spoken.append(widget->accessibleName() + ": " + widget->accessibleDescription());
+    for (const char* value : {"Model: Lume V2", "Roaming: No", "Received: 0.00 B"})
+        QVERIFY2(spoken.contains(value), value);
 }
 
 void TestAccessibility::menus()

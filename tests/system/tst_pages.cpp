@@ -37,6 +37,8 @@ private:
     void inLooks(bool all, const std::function<void(const QString& look)>& show);
     void saveAndCheck(QWidget* shown, const QWidget* part, const QString& name) const;
 
+    const QString m_folder = qEnvironmentVariable("SKYLUME_PICTURES");
+    const QString m_language = qEnvironmentVariable("SKYLUME_LANGUAGE", "en-us");
     QByteArray m_running;              ///< what the application was started with
     QHash<QString, QImage> m_pictures; ///< of states so far, by name
 };
@@ -53,16 +55,6 @@ const QByteArray Messages =
 const QByteArray Code = "[ussd *100#]\nanswer=1: balance\\n2: data left\nasks=true\n";
 const QByteArray Network = "[network 26298]\nname=Lumenet\ntechnology=umts\n";
 constexpr int LongestWait = 20000; // milliseconds
-
-QString folder()
-{
-    return qEnvironmentVariable("SKYLUME_PICTURES");
-}
-
-QString usualLanguage()
-{
-    return qEnvironmentVariable("SKYLUME_LANGUAGE", "en-us");
-}
 
 bool isShown(const QString& text)
 {
@@ -90,20 +82,15 @@ QString cutTexts(const QWidget* parent)
     return cut;
 }
 
-/// Whether nothing is going on behind the window.
-bool isIdle()
-{
-    CommonUtils::ThreadCountInc("test", "test");
-    return CommonUtils::ThreadCountDec("test", "test") == 0;
-}
-
+/// A picture once nothing is going on behind the window.
 QImage pictureAtRest(QWidget* widget)
 {
     QImage picture;
     const auto isAtRest = [&] {
         const QImage before = picture;
         picture = widget->grab().toImage();
-        return isIdle() && before == picture;
+        CommonUtils::ThreadCountInc("test", "test");
+        return CommonUtils::ThreadCountDec("test", "test") == 0 && before == picture;
     };
     Q_UNUSED(QTest::qWaitFor(isAtRest, 3000)) // some pages count seconds
     return picture;
@@ -151,7 +138,7 @@ void TestPages::inLooks(bool all, const std::function<void(const QString& look)>
     QVERIFY(QMetaObject::invokeMethod(mainFrame(), "openSettings", Q_ARG(QString, QString())));
     auto* const looks = part<QListWidget>("LookChooser");
     looks->window()->hide();
-    for (int row = 0; row < (all || !folder().isEmpty() ? looks->count() : 1); ++row) {
+    for (int row = 0; row < (all || !m_folder.isEmpty() ? looks->count() : 1); ++row) {
         looks->setCurrentRow(row);
         if (!CommonUtils::IsMiniMode())
             window()->resize(960, 700);
@@ -164,8 +151,8 @@ void TestPages::inLooks(bool all, const std::function<void(const QString& look)>
 /// Waits until everything on a part of a window can be read, and nothing is hidden at the side.
 void TestPages::saveAndCheck(QWidget* shown, const QWidget* part, const QString& name) const
 {
-    if (!folder().isEmpty())
-        QVERIFY2(pictureAtRest(shown).save(folder() + '/' + name + ".png"), qUtf8Printable(folder()));
+    if (!m_folder.isEmpty())
+        QVERIFY2(pictureAtRest(shown).save(m_folder + '/' + name + ".png"), qUtf8Printable(m_folder));
     const auto* const page = qobject_cast<const QAbstractScrollArea*>(part);
     const auto isHidden = [page] {
         return page && page->horizontalScrollBar()->maximum() > 0;
@@ -176,25 +163,24 @@ void TestPages::saveAndCheck(QWidget* shown, const QWidget* part, const QString&
 void TestPages::pages_data()
 {
     const auto row = dataTable<QString, QByteArray>("language", "modem");
-    const QString language = usualLanguage();
     const QByteArray offline = Modem + "connection=disconnected\n";
-    row("no modem", language, "");
-    row("disconnected", language, offline);
-    row("connected", language, Modem + Messages);
-    row("refused", language, QByteArray(Modem).replace("=attached", "=rejected"));
-    row("failed", language, QByteArray(Modem).replace("=attached", "=failed"));
-    row("no SIM", language, Modem + "sim=absent\n");
-    row("locked", language, Modem + "sim=pin\n");
-    row("PUK", language, Modem + "sim=puk\n");
-    row("blocked", language, Modem + "sim=blocked\n");
-    row("searching", language, offline + "registration=searching\n");
-    row("denied", language, offline + "registration=denied\n");
-    row("two modems", language, Modem + "[modem Lume S1]\nmodel=Lume S1\nstate=attached\nnetwork=00101\n");
-    row("not connected", language, offline + "request-time=1\nfailure=refused\n");
+    row("no modem", m_language, "");
+    row("disconnected", m_language, offline);
+    row("connected", m_language, Modem + Messages);
+    row("refused", m_language, QByteArray(Modem).replace("=attached", "=rejected"));
+    row("failed", m_language, QByteArray(Modem).replace("=attached", "=failed"));
+    row("no SIM", m_language, Modem + "sim=absent\n");
+    row("locked", m_language, Modem + "sim=pin\n");
+    row("PUK", m_language, Modem + "sim=puk\n");
+    row("blocked", m_language, Modem + "sim=blocked\n");
+    row("searching", m_language, offline + "registration=searching\n");
+    row("denied", m_language, offline + "registration=denied\n");
+    row("two modems", m_language, Modem + "[modem Lume S1]\nmodel=Lume S1\nstate=attached\nnetwork=00101\n");
+    row("not connected", m_language, offline + "request-time=1\nfailure=refused\n");
     for (const char* other : {"de-de", "fr-fr", "zh-cn", "ar-sa", "he-il"})
-        if (folder().isEmpty())
+        if (m_folder.isEmpty())
             row(other, other, Modem + Messages);
-    row("connecting", language, offline + "request-time=59999\n"); // goes on in the device service
+    row("connecting", m_language, offline + "request-time=59999\n"); // goes on in the device service
 }
 
 void TestPages::pages()
@@ -253,7 +239,7 @@ void TestPages::dialogs_data()
     row("PUK", Modem + "sim=puk\n", "ConnectionPage", "ConnectionPlugin", "IDS_CONN_ENTER_PUK", "");
     row("networks", modem, "ModemPage", "DeviceInfoPlugin", "IDS_MODEM_SEARCH", "Lumenet");
     row("code", modem, "DialPadPage", "DialPadPlugin", "IDS_DIAL_SEND", "1: balance");
-    if (!folder().isEmpty()) // large fonts cut its counter
+    if (!m_folder.isEmpty()) // large fonts cut its counter
         row("compose", modem, "MessagesPage", "SmsPlugin", "IDS_SMS_WRITE", "");
     row("message", modem, "MessagesPage", "SmsPlugin", "IDS_SMS_OPEN", "");
     row("delete", modem, "MessagesPage", "SmsPlugin", "IDS_SMS_DELETE", "");
@@ -267,7 +253,7 @@ void TestPages::dialogs()
     QFETCH(QByteArray, plugin);
     QFETCH(QByteArray, label);
     QFETCH(QString, awaited);
-    open(modem, usualLanguage());
+    open(modem, m_language);
     inLooks(false, [&](const QString& look) {
         QWidget* const place = page.isEmpty() ? window() : part(page);
         if (!page.isEmpty())
