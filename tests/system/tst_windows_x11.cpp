@@ -21,7 +21,9 @@ constexpr const char* HasDisplay = "TEST_HAS_DISPLAY";
 int runOnDisplay(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    Server display({"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    // With "-noreset", because openbox would be thrown out if it came between two of the clients below.
+    Server display(
+        {"Xvfb", "-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"});
     while (!display.canReadLine() && display.waitForReadyRead())
         ;
     qputenv("DISPLAY", ':' + display.readLine().trimmed());
