@@ -1,6 +1,7 @@
 #include "DeviceClient.h"
 #include "LogCapture.h"
 #include "ReplaceFile.h"
+#include "Samples.h"
 #include "devices/CounterReport.h"
 #include "devices/DeviceRecord.h"
 #include "devices/DeviceService.h"
@@ -13,7 +14,6 @@
 #include <cstring>
 #include <future>
 #include <stdexcept>
-#include <tuple>
 #include <utility>
 
 using namespace DeviceClient;
@@ -93,32 +93,14 @@ void tst_DeviceService::init()
 /// reported last, so that it is known when all events have been sent.
 void tst_DeviceService::eventsOfChanges()
 {
-    const std::tuple<const char*, QString, QString> rows[] = {
-        {"attach", "One attached", "6606:2"},
-        {"nothing", "One attached", ""},
-        {"attach a second", "One attached; Two attached", "6606:3"},
-        {"another SIM", "One attached gid=b; Two attached", "6606:3"},
-        {"status", "One attached gid=b signal=1; Two attached", "6611:3"},
-        {"detach", "One detached gid=b; Two attached", "6601:2 6606:2"},
-        {"detached changes", "One detached gid=c signal=2; Two attached", ""},
-        {"reject detached", "One rejected; Two attached", "6016:2"},
-        {"reject new beside another", "One rejected; Two attached; Three rejected", "6016:2"},
-        {"rejected is removed", "Two attached", ""},
-        {"reject attached", "Two rejected", "6016:1 6606:1"},
-        {"attach with values", "One attached; Two attached signal=5", "6606:3"},
-        {"reject one, other gone", "Two rejected", "6601:1 6016:1 6606:1"},
-        {"attach rejected", "Two attached", "6606:2"},
-        {"another model", "Two attached model=X", "6601:2 6606:2"},
-        {"exchange", "One attached", "6601:2 6606:2"},
-    };
     describe(simulatorFile("Zero attached"), "6606:1");
     int message = 0;
-    for (const auto& [name, modems, events] : rows) {
-        const QString last = QString("6612:%1").arg(modems.count("attached") + 1);
-        const QByteArray file = simulatorFile("Zero attached; " + modems) + "[message " +
+    for (const QStringList& row : tableIn(DATA "/modem_events.txt")) {
+        const QString last = QString("6612:%1").arg(row[0].count("attached") + 1);
+        const QByteArray file = simulatorFile("Zero attached; " + row[0]) + "[message " +
                                 QByteArray::number(++message) + "]\nmodem=Zero\n";
-        QCOMPARE(qPrintable(name + (": " + describe(file, last).join(' '))),
-                 qPrintable(name + (": " + (events + ' ' + last).trimmed())));
+        QCOMPARE(row[0] + ": " + describe(file, last).join(' '),
+                 row[0] + ": " + (row[1] + ' ' + last).trimmed());
     }
     QVERIFY(QFile::remove(m_folder.filePath("simulator.ini")));
     QCOMPARE(eventsUntil("6606:0"), QStringList({"6601:0", "6606:0"}));

@@ -1,26 +1,14 @@
 // Modems as the real ModemManager's test mode cannot show them, from one that does what the test says.
 
 #include "DeviceClient.h"
+#include "Samples.h"
 #include "ServiceBus.h"
-#include "backends/modemmanager/Customization.h"
 
 #include <QtTest>
 
 #include <tuple>
 
 using namespace DeviceClient;
-
-namespace {
-
-QVariantMap simOf(const QString& imsi, const QString& operatorCode, const QVariant& group = {})
-{
-    QVariantMap sim = {{"Imsi", imsi}, {"OperatorIdentifier", operatorCode}};
-    if (group.isValid())
-        sim.insert("Gid1", group);
-    return sim;
-}
-
-} // namespace
 
 class tst_ModemValues : public QObject
 {
@@ -59,25 +47,15 @@ void tst_ModemValues::initTestCase()
 
 void tst_ModemValues::customization()
 {
-    const QByteArray gold = QByteArray::fromHex("4E542D474F4C44FFFF");
-    const std::tuple<const char*, QVariantMap, QString, QString> rows[] = {
-        {"text", simOf("26201123", "26201", gold), "NT-GOLD", "gold"},
-        {"another group", simOf("26201123", "26201", QByteArray::fromHex("41FF")), "A", "northtel"},
-        {"no group", simOf("26201123", "26201", QByteArray::fromHex("FFFF")), "", "northtel"},
-        {"unknown group", simOf("26201123", "26201"), "", ""},
-        {"operator unknown", simOf("26201123", "", gold), "NT-GOLD", "gold"},
-        {"longer code", simOf("262011", "262011", gold), "NT-GOLD", ""},
-        {"imsi", simOf("2620299", "26202"), "", "imsi"},
-        {"group cannot be read", simOf("26203123", "26203"), "", "unreadable"},
-        {"binary", simOf("26203123", "26203", QByteArray::fromHex("0A81FF")), "0A81", "binary"},
-        {"not a string", simOf("26203123", "26203", 5), "5", ""},
-        {"Special", simOf("26207123", "26207"), "", "special"},
-    };
-    for (const auto& [name, sim, gid, customize] : rows) {
-        plug({{"Model", name}}, sim);
-        QTRY_COMPARE(QByteArray(modems().value(0).name), name);
+    for (const QStringList& row : tableIn(DATA "/sims.txt")) {
+        QVariantMap sim = {{"Imsi", row[1]}, {"OperatorIdentifier", row[2]}};
+        if (row[3] != "unknown")
+            sim.insert("Gid1", row[3] == "5" ? QVariant(5) : QByteArray::fromHex(row[3].toLatin1()));
+        plug({{"Model", row[0]}}, sim);
+        QTRY_COMPARE(QString(modems().value(0).name), row[0]);
         const QRVL_Device modem = modems().value(0);
-        QCOMPARE(name + QString(modem.gid) + '|' + modem.customizeName, name + gid + '|' + customize);
+        QCOMPARE(QStringList({row[0], modem.gid, modem.customizeName}),
+                 QStringList({row[0], row[4], row[5]}));
         eventsUntil("6606:1");
         unplug();
         QCOMPARE(eventsUntil("6606:0"), QStringList({"6601:0", "6606:0"}));
@@ -125,7 +103,7 @@ void tst_ModemValues::wrongTypes()
 void tst_ModemValues::manyMessages()
 {
     constexpr int count = 500;
-    plug({}, simOf("26201123", "26201"), count);
+    plug({}, {{"Imsi", "26201123"}, {"OperatorIdentifier", "26201"}}, count);
     QTRY_COMPARE_WITH_TIMEOUT(value("messages").split(' ').size(), count, Patience);
     QCOMPARE(value("messages").left(12), "499 498 497 ");
     QCOMPARE(values({"message.499.text", "message.499.state"}), "text 499 received");

@@ -41,3 +41,19 @@ inline QVector<Sample> samplesIn(const QString& path)
     }
     return samples;
 }
+
+/// The rows of a table with "|" between its columns. Lines that begin with "#" are comments.
+inline QVector<QStringList> tableIn(const QString& path)
+{
+    QVector<QStringList> rows;
+    for (const QByteArray& line : contentOf(path).split('\n')) {
+        if (!line.contains('|') || line.startsWith('#'))
+            continue;
+        rows.append(QStringList());
+        for (const QByteArray& cell : line.split('|'))
+            rows.last() += QString::fromUtf8(cell.trimmed());
+    }
+    if (rows.isEmpty())
+        qFatal("no rows in %s", qUtf8Printable(path));
+    return rows;
+}

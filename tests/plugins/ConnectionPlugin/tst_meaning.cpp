@@ -1,7 +1,7 @@
 // What the page says about each combination of values.
 #include "Meaning.h"
 #include "ModemReport.h"
-#include "TestFiles.h"
+#include "Samples.h"
 
 #include <QtTest>
 
@@ -61,13 +61,8 @@ QString said(const Meaning& meaning)
 
 void TestMeaning::states()
 {
-    const QStringList rows = QString(contentOf(MEANINGS)).split('\n').filter("|");
-    QVERIFY(rows.size() > 1);
-    for (const QString& row : rows.mid(1)) { // the first one names the columns
-        const QString values = row.section('|', 0, 0).simplified();
-        QCOMPARE(values + " | " + said(meaningOf(reportWith(values))),
-                 values + " | " + row.section('|', 1).simplified());
-    }
+    for (const QStringList& row : tableIn(MEANINGS))
+        QCOMPARE(row[0] + " | " + said(meaningOf(reportWith(row[0]))), row.join(" | "));
 }
 
 void TestMeaning::since()
