@@ -44,7 +44,7 @@ QString ourFile(int count)
     const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/plugins/bench");
     QDir().mkpath(folder);
     write(folder + QLatin1Char('/') + name,
-          "<qrvldoc><menu parent=\"null\" name=\"Main\">" +
+          R"(<qrvldoc><menu parent="null" name="Main">)" +
               repeated(R"(<item type="ITEM" id="IDS_%1">Entry %1</item>)", count) + "</menu></qrvldoc>");
     return name;
 }

@@ -66,7 +66,7 @@ void copy(const QString& from, const QString& to)
 /// "FILE:LINE KIND" for each finding.
 QByteArrayList findingsIn(const QByteArray& output, const QString& folder)
 {
-    static const QRegularExpression line("^(.+:\\d+): (?!note: ).*\\[([a-z-]+)\\]$",
+    static const QRegularExpression line(R"(^(.+:\d+): (?!note: ).*\[([a-z-]+)\]$)",
                                          QRegularExpression::MultilineOption);
     QByteArrayList found;
     for (auto matches = line.globalMatch(QString::fromLocal8Bit(output)); matches.hasNext();) {

@@ -10,13 +10,13 @@
 
 #include <QWidget>
 
-extern const char testPluginName[];
+extern const char TestPluginName[];
 
 namespace {
 
 QVariant record(const QString& operation, const QVariantList& arguments = {}, const QVariant& fallback = {})
 {
-    return CallRecorder::instance().record(testPluginName + ('.' + operation), arguments, fallback);
+    return CallRecorder::instance().record(TestPluginName + ('.' + operation), arguments, fallback);
 }
 
 // Widgets are passed as QObject*, a type of Qt itself: any other would be registered by this library, and its
