@@ -266,6 +266,8 @@ void TestMainWindow::messageLinks()
     const auto* const tray = window()->findChild<QSystemTrayIcon*>();
     QTRY_VERIFY(tray->toolTip().endsWith("\nUngelesene Nachrichten: 1"));
     QVERIFY(Startup::GetMainFrameService()->ShowPage("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46"));
+    if (!text->isVisible()) // the window is too narrow for both
+        QTest::keyClick(part("ConversationList"), Qt::Key_Return);
     QTRY_VERIFY(!tray->toolTip().contains("Ungelesen"));
     for (const char* scheme : {"https", "mailto"})
         QDesktopServices::setUrlHandler(scheme, this, "openUrl");
