@@ -94,8 +94,10 @@ void TestPictures::compare_data()
         find(page, "StatePanel")->findChild<QPushButton*>()->setFocus();
         return find(page, "StatePanel");
     });
-    row("links", "Lume V2", "Graphite", "MessagesPage",
-        [](QWidget* page) { return find(page, "ThreadView"); });
+    row("links", "Lume V2", "Graphite", "MessagesPage", [](QWidget* page) {
+        QTest::keyClick(find(page, "ConversationList"), Qt::Key_Return);
+        return find(page, "ThreadView");
+    });
     row("plugins", "Lume V2", "Blue", "DialPadPage", [](QWidget* page) {
         for (QAction* action : page->window()->findChildren<QAction*>())
             if (action->text() == "À propos de cette installation" && !QApplication::activeModalWidget())
