@@ -366,10 +366,10 @@ void TestMainWindow::checkReasonsFit(QWidget* callWindow) const
 void TestMainWindow::dialling()
 {
     CommonUtils::SetSettings("calls", "recent", "111 222 333 444 555 666 777 888 999 000");
-    simulate({});
-    QTRY_VERIFY(!call()); // else this could be the dial pad of the modem before
+    simulate("[modem S]\nmodel=Lume S1\nstate=attached\n"); // cannot call
+    QTRY_VERIFY_WITH_TIMEOUT(!call(), LongCall); // else this could be the dial pad of the modem before
     simulate(CallModem);
-    QTRY_VERIFY(call());
+    QTRY_VERIFY_WITH_TIMEOUT(call(), LongCall);
     auto* const number = window()->findChild<QLineEdit*>();
     auto* const backspace = named<QAbstractButton>(window(), text("IDS_DIAL_BACKSPACE", DialPad));
     auto* const zero = named<QAbstractButton>(window(), "0");
@@ -453,7 +453,8 @@ void TestMainWindow::connectingFromMenu()
     simulate(CallModem + "connection=disconnected\n");
     for (const bool isConnected : {false, true, false, true}) {
         QAction* const shown = entries[isConnected];
-        QTRY_VERIFY(shown->isVisible() && shown->isEnabled() && !entries[!isConnected]->isVisible());
+        const auto* const hidden = entries[!isConnected];
+        QTRY_VERIFY_WITH_TIMEOUT(shown->isVisible() && shown->isEnabled() && !hidden->isVisible(), LongCall);
         // The modem keeps its state there.
         QTRY_COMPARE(contentOf(homeFile("simulator.ini")).contains("connection=connected"), isConnected);
         shown->trigger();
