@@ -106,7 +106,12 @@ void TestPages::open(const QByteArray& modems, const QString& language)
         return;
     m_running = key;
     CommonUtils::SetSettings("language", "active", '_' + language);
+    end();
+    simulate({}); // the service goes on: nothing is left of the modem before
+    QTRY_VERIFY_WITH_TIMEOUT(CommonUtils::getIMSI().isEmpty(), LongestWait);
     simulate(modems);
+    const bool isReady = modems.contains("=attached") && !modems.contains("\nsim=");
+    QTRY_COMPARE_WITH_TIMEOUT(CommonUtils::getIMSI().isEmpty(), !isReady, LongestWait);
     start();
     QVERIFY(window());
     QSignalSpy customised(mainFrame(), SIGNAL(customised()));
