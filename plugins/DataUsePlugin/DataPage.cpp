@@ -115,7 +115,7 @@ QWidget* DataPage::makePeriod()
     m_usage = Look::label(QString(), Look::HeadingText, QFont::DemiBold);
     m_usage->setWordWrap(true);
     m_bar = new LimitBar;
-    m_advice = Look::label(QString(), 1.0);
+    m_advice = Look::label(QString(), Look::NormalText);
     m_advice->setWordWrap(true);
     m_warning = new Swatch(Look::Tone::Bad);
     m_setLimit = new QPushButton;

@@ -24,7 +24,7 @@ DaysPanel::DaysPanel(const DataUse& dataUse)
     // In a window that is laid out from right to left, these signs are mirrored like the layout.
     , m_earlier(makeStep(QStringLiteral("\u2039"), "IDS_DATA_EARLIER", 1))
     , m_later(makeStep(QStringLiteral("\u203a"), "IDS_DATA_LATER", -1))
-    , m_month(Look::label(QString(), 1.0))
+    , m_month(Look::label(QString(), Look::NormalText))
     , m_bars(new DayBars)
     , m_export(new QPushButton)
     , m_exported(Look::quietLabel(QString(), true))

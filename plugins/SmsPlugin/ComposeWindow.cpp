@@ -25,7 +25,7 @@ constexpr QSize ContentSize{420, 300};
 
 QLabel* makeNote()
 {
-    QLabel* const note = Look::label(QString(), 1.0, QFont::DemiBold);
+    QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
     note->setWordWrap(true);
     return note;
 }

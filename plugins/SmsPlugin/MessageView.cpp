@@ -50,7 +50,7 @@ MessageView::MessageView(QWidget* parent)
     prepareBrowser(m_text);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
-    Look::setFont(m_sender, 1.0, QFont::DemiBold);
+    Look::setFont(m_sender, Look::NormalText, QFont::DemiBold);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
     layout->addWidget(m_sender);

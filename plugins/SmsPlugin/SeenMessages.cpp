@@ -29,7 +29,9 @@ SeenMessages::SeenMessages(const QString& imsi)
 
 QString SeenMessages::markOf(const Message& message)
 {
-    return digest(addressKey(message.address) + QLatin1Char('\n') + message.time);
+    // Without a time, the text tells messages of a sender apart.
+    const QString& what = message.time.isEmpty() ? message.text : message.time;
+    return digest(addressKey(message.address) + QLatin1Char('\n') + what);
 }
 
 void SeenMessages::add(const Message& message)

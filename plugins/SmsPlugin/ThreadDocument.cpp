@@ -56,7 +56,7 @@ void ThreadView::addMessage(const Message& message, QTextCursor& cursor)
         QTextCharFormat quiet;
         quiet.setForeground(Look::toneColor(
             message.state == QLatin1String("failed") ? Look::Tone::Bad : Look::Tone::Quiet, palette()));
-        quiet.setFontPointSize(font().pointSizeF() * 0.85);
+        quiet.setFontPointSize(font().pointSizeF() * Look::SmallText);
         cursor.insertText(fate, quiet);
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     }

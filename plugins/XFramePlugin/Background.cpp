@@ -23,7 +23,7 @@ void Background::setWanted(bool isWanted)
     CommonUtils::SetSettings(Section, WantedKey, isWanted ? IsSet : QLatin1String("false"));
 }
 
-bool Background::isNew()
+bool Background::noteHidden()
 {
     const bool wasTold = CommonUtils::GetSettings(Section, ToldKey) == IsSet;
     if (!wasTold)

@@ -7,8 +7,9 @@ namespace Background {
 bool isWanted();
 void setWanted(bool isWanted);
 
-/// Whether this is the first call ever; the user is told about the notification area once ("closetotraytold").
-bool isNew();
+/// Notes in the setting "closetotraytold" that closing has hidden the window.
+/// @return whether that was the first time, and the user is to be told where the window has gone
+bool noteHidden();
 
 /// Whether the desktop has started the application for the user, with the option --background.
 bool isStart();

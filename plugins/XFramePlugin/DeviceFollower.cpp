@@ -3,7 +3,6 @@
 #include "CustomisationKey.h"
 #include "MainWindow.h"
 #include "PluginContainer/IPluginContainer.h"
-#include "support/Customisation.h"
 #include "support/DeviceEvents.h"
 
 namespace {

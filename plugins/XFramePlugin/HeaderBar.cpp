@@ -18,7 +18,6 @@ namespace {
 constexpr int PictureSize = 48;
 constexpr int CompactPictureSize = 32;
 constexpr int LongestValue = 400;
-constexpr qreal NameScale = 1.5;
 
 ElidedLabel* makeValue(qreal scale, QFont::Weight weight)
 {

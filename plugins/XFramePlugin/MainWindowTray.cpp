@@ -89,7 +89,7 @@ void MainWindow::hideInTray()
     if (!isVisible())
         return;        // at the start
     hideAndRemember(); // the session may end before the window is shown again
-    if (Background::isNew())
+    if (Background::noteHidden())
         m_menus->tellThatHidden();
 }
 

@@ -15,12 +15,6 @@ namespace {
 
 constexpr int Narrowest = 80;
 
-/// Modems of the same model differ by their ports.
-QString nameOf(const Modem& modem)
-{
-    return modem.port.isEmpty() ? modem.name : modem.name + QStringLiteral(" \u00b7 ") + modem.port;
-}
-
 /// Leaves out the end of the name rather than the port, by which modems of the same model are told apart.
 QString shortened(const QString& name, const QString& nameAndPort, const QFontMetrics& metrics, int lacking)
 {
@@ -88,7 +82,7 @@ void ModemChooser::paintEvent(QPaintEvent*)
     initStyleOption(&option);
     QString name = option.text;
     if (const int lacking = sizeHint().width() - width(); lacking > 0)
-        name = shortened(m_inUse.name, nameOf(m_inUse), fontMetrics(), lacking);
+        name = shortened(m_inUse.name, shownName(m_inUse), fontMetrics(), lacking);
     option.text.clear();
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
     // Where other names begin; the style would centre it.

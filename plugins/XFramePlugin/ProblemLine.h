@@ -4,7 +4,7 @@
 
 class QLabel;
 
-/// A line about what keeps the application from working as it should: settings that cannot be saved, and
+/// A line below the pages about what keeps the application from working as it should: settings that cannot be saved, and
 /// configuration files that cannot be read to their ends. Hidden while there is no such problem.
 class ProblemLine : public QWidget
 {

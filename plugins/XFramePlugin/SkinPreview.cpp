@@ -20,13 +20,13 @@ constexpr int Scale = 2; ///< the sample is larger than its picture, so that its
 constexpr QSize CompactSize{72, 84};
 constexpr int SideBarWidth = 60; ///< in the sample
 
-struct Role
+struct PaletteName
 {
     const char* name; ///< in style sheets
     QPalette::ColorRole role;
 };
 
-constexpr Role Roles[] = {
+constexpr PaletteName PaletteNames[] = {
     {"palette(base)", QPalette::Base},
     {"palette(window)", QPalette::Window},
     {"palette(window-text)", QPalette::WindowText},
@@ -51,7 +51,7 @@ QString styleSheet(const WindowLook& look)
     if (file.open(QIODevice::ReadOnly))
         sheet += QString::fromUtf8(file.readAll());
     const QPalette palette = coloursOf(look);
-    for (const Role& role : Roles)
+    for (const PaletteName& role : PaletteNames)
         sheet.replace(QLatin1String(role.name), palette.color(role.role).name());
     return sheet;
 }
