@@ -153,6 +153,7 @@ private slots:
     void controls();
     void structure();
     void menus();
+    void unloadedPlugins();
 };
 
 void TestAccessibility::initTestCase()
@@ -274,6 +275,8 @@ void TestAccessibility::structure()
         sideBar->setCurrentRow(row);
         QVERIFY2(!shownIn(main, isNamedHeading).isEmpty(), qUtf8Printable(sideBar->item(row)->text()));
     }
+    sideBar->setCurrentRow(window()->findChild<QStackedWidget*>()->indexOf(part("ModemPage")));
+    QVERIFY(shownIn(main, isNamedHeading).size() > 4); // of the page and its panels
 }
 
 void TestAccessibility::menus()
@@ -286,6 +289,16 @@ void TestAccessibility::menus()
         QCOMPARE(withoutNameOrRole(controls), QStringList());
         menu->hide();
     }
+}
+
+/// What a screen reader knows of a page stays valid, also of panels that were made after other plugins were loaded.
+void TestAccessibility::unloadedPlugins()
+{
+    for (const char* language : {"Deutsch", "American English"})
+        choose(language);
+    simulate("[modem S]\nmodel=Lume S1\nstate=attached\n"); // for neither messages nor calls
+    QTRY_VERIFY(!owner("Ctrl+O"));
+    QVERIFY(shownIn(QAccessible::queryAccessibleInterface(window()), isNamedHeading).size() > 2);
 }
 
 int main(int argc, char** argv)
