@@ -11,10 +11,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace {
 
@@ -45,12 +42,6 @@ QLabel* makePicture()
     auto* picture = new QLabel;
     picture->setPixmap(Look::tileIcon(Look::Sign::Call).pixmap(PictureSize, PictureSize));
     return picture;
-}
-
-bool isAttached(quint32 id)
-{
-    const Modems modems = attachedModems();
-    return std::any_of(modems.begin(), modems.end(), [id](const Modem& modem) { return modem.id == id; });
 }
 
 } // namespace
@@ -122,10 +113,7 @@ void CallWindow::enter(State state)
             m_nextState.start(CloseAfter);
         break;
     }
-    // Red only while it ends the call; style sheets are not re-evaluated when a property changes.
-    m_hangUp->setProperty("call", isGoingOn() ? QStringLiteral("end") : QString());
-    m_hangUp->style()->unpolish(m_hangUp);
-    m_hangUp->style()->polish(m_hangUp);
+    Look::setStyleProperty(m_hangUp, "call", isGoingOn() ? QStringLiteral("end") : QString()); // red or not
     showState();
 }
 
@@ -200,11 +188,11 @@ void CallWindow::closeEvent(QCloseEvent* event)
     ExtendDialog::closeEvent(event);
 }
 
-/// Escape is pressed too easily to end a call; it minimises the window instead.
+/// Escape is pressed too easily to end a call; it minimises the window instead, or does nothing in the desktop's frame.
 void CallWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && isGoingOn() && GetTileBar())
-        GetTileBar()->showSmall();
-    else
+    if (event->key() != Qt::Key_Escape || !isGoingOn())
         ExtendDialog::keyPressEvent(event);
+    else if (GetTileBar())
+        GetTileBar()->showSmall();
 }

@@ -2,7 +2,6 @@
 
 #include "AccessPoint.h"
 #include "AccessPointDialog.h"
-#include "Change/Change.h"
 #include "FactsPanel.h"
 #include "PinDialog.h"
 #include "PluginContainer/IPluginContainer.h"
@@ -12,6 +11,7 @@
 #include "common/CommonUtils.h"
 #include "support/DeviceEvents.h"
 #include "support/ModemInUse.h"
+#include "support/Numbers.h"
 #include "support/OperatorNames.h"
 #include "support/Text.h"
 
@@ -28,6 +28,8 @@ bool isOnScreen(const QWidget* window)
 {
     return window && window->isVisible() && !window->isMinimized();
 }
+
+constexpr QLatin1String ThisClsid("227AB861-6F54-4094-857F-40B0663C5817");
 
 /// The plugin whose page has what the user needs next; empty if this page has it.
 QLatin1String pageFor(Action action)
@@ -47,10 +49,9 @@ bool isOffered(Action action)
     return page.isEmpty() || (container && container->IsPluginAvailable(page));
 }
 
-QString durationText(const QDateTime& since)
+QString sinceWords(const QDateTime& since)
 {
-    const QLocale locale(Change::GetLangName());
-    return text("IDS_CONN_SINCE").arg(sinceText(since, QDateTime::currentDateTime(), locale));
+    return text("IDS_CONN_SINCE").arg(sinceText(since, QDateTime::currentDateTime(), languageLocale()));
 }
 
 } // namespace
@@ -102,6 +103,11 @@ void ConnectionPage::refresh()
 {
     readModem();
     offerUnlocking();
+    showModem();
+}
+
+void ConnectionPage::showModem()
+{
     if (!m_isShown)
         return; // whoever reads growing counters is told every second that they have grown
     m_facts->showFacts(readFacts(m_modem, *m_names, m_units));
@@ -133,7 +139,7 @@ void ConnectionPage::showState()
         meaning.action = Action::None;
     const bool isConnected = meaning.sign == Look::Sign::Connected && meaning.sentence;
     const QDateTime since = isConnected ? connectedSince(m_modem) : QDateTime();
-    m_state->showMeaning(meaning, since.isValid() ? durationText(since) : QString());
+    m_state->showMeaning(meaning, since.isValid() ? sinceWords(since) : QString());
     if (!since.isValid() || !m_isShown)
         m_everySecond.stop();
     else if (!m_everySecond.isActive())
@@ -184,7 +190,11 @@ void ConnectionPage::switchConnection()
 {
     readModem();
     const Meaning meaning = meaningOf(m_report);
-    if (meaning.isPossible)
+    const bool isAtOnce = meaning.action == Action::Connect || meaning.action == Action::Cancel ||
+                          meaning.action == Action::Disconnect;
+    if (!isAtOnce)
+        Startup::GetMainFrameService()->ShowPage(ThisClsid); // says why, also in a window that was hidden
+    else if (meaning.isPossible)
         act(meaning.action);
 }
 
@@ -208,7 +218,10 @@ void ConnectionPage::showEvent(QShowEvent* event)
 {
     Page::showEvent(event);
     m_isShown = true;
-    refresh();
+    readModem();
+    showModem();
+    // Not yet: whoever shows the window activates it next, which would put it in front of the dialog.
+    QMetaObject::invokeMethod(this, &ConnectionPage::offerUnlocking, Qt::QueuedConnection);
 }
 
 void ConnectionPage::hideEvent(QHideEvent* event)

@@ -27,7 +27,8 @@ public:
     ConnectionPage(DeviceEvents* events, QWidget* parent);
     ~ConnectionPage() override;
 
-    /// Does what the button does, if that is possible.
+    /// Connects or disconnects as the button does, if that is possible. If the modem needs something else first, shows the
+    /// page.
     void switchConnection();
 
 protected:
@@ -40,6 +41,7 @@ private:
 
     void refresh();
     void readModem();
+    void showModem();
     void readAccessPoint();
     void showState();
     void offerUnlocking();

@@ -11,8 +11,8 @@ class ConnectionPlugin : public PagePlugin
     Q_PLUGIN_METADATA(IID "com.velquor.skylume.plugin.IBasePlugin")
 
 public Q_SLOTS:
-    /// Does what the button of the page does now: connects the modem in use, or disconnects it. For other plugins,
-    /// through QMetaObject::invokeMethod().
+    /// Connects the modem in use, or disconnects it, as the button of the page does. If the modem needs something else first,
+    /// such as its PIN, shows the page. For other plugins, through QMetaObject::invokeMethod().
     void switchConnection();
 
 protected:

@@ -33,8 +33,8 @@ QLineEdit* addField(QVBoxLayout* column, const char* caption)
 QLayout* makeButtons(QDialog* dialog, QPushButton* primary, const char* label)
 {
     auto* cancel = new QPushButton;
-    cancel->setAutoDefault(false);
     QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::close);
+    primary->setParent(dialog); // which has to know what the Return key presses in its fields
     primary->setDefault(true);
     primary->setProperty("primary", true); // for style sheets
     auto* row = new QHBoxLayout;

@@ -15,11 +15,6 @@ namespace {
 
 constexpr QLatin1String Connected("connected");
 
-QString value(const Modem& modem, const char* key)
-{
-    return modemValue(modem.id, QString::fromLatin1(key));
-}
-
 QString serviceWord(const char* key)
 {
     return serviceValue(QString::fromLatin1(key));
@@ -60,7 +55,7 @@ QString stateOf(const Modem& modem, const Modems& unusable)
 {
     if (modem.id != 0)
         return QStringLiteral("available");
-    return unusable.isEmpty() ? QString() : value(unusable.first(), "state");
+    return unusable.isEmpty() ? QString() : modemValue(unusable.first(), "state");
 }
 
 } // namespace
@@ -72,20 +67,20 @@ ConnectionReport readReport(const Modem& modem)
     report.problem = modem.id == 0 ? serviceWord("problem") : QString();
     report.connectionProblem = serviceWord("connection-problem");
     report.state = stateOf(modem, unusable);
-    report.stateReason = unusable.isEmpty() ? QString() : value(unusable.first(), "state.reason");
+    report.stateReason = unusable.isEmpty() ? QString() : modemValue(unusable.first(), "state.reason");
     if (modem.id == 0)
         return report;
-    report.sim = value(modem, "sim");
-    report.registration = value(modem, "registration");
-    report.connection = value(modem, "connection");
-    report.failure = value(modem, "connection.error").toInt();
+    report.sim = modemValue(modem, "sim");
+    report.registration = modemValue(modem, "registration");
+    report.connection = modemValue(modem, "connection");
+    report.failure = modemValue(modem, "connection.error").toInt();
     return report;
 }
 
 QDateTime connectedSince(const Modem& modem)
 {
     bool isNumber = false;
-    const qint64 seconds = value(modem, "connection.since").toLongLong(&isNumber);
+    const qint64 seconds = modemValue(modem, "connection.since").toLongLong(&isNumber);
     return isNumber ? QDateTime::fromSecsSinceEpoch(seconds) : QDateTime();
 }
 
@@ -100,14 +95,14 @@ Facts readFacts(const Modem& modem, const OperatorNames& names, const Units& uni
 {
     Facts facts;
     facts.network = networkName(modem, names);
-    facts.technology = technologyName(value(modem, "technology"));
-    facts.signal = facts.network.isEmpty() ? QString() : signalWords(value(modem, "signal"));
-    facts.roaming = roamingWords(value(modem, "registration"));
-    if (value(modem, "connection") != Connected)
+    facts.technology = technologyName(modemValue(modem, "technology"));
+    facts.signal = facts.network.isEmpty() ? QString() : signalWords(modemValue(modem, "signal"));
+    facts.roaming = roamingWords(modemValue(modem, "registration"));
+    if (modemValue(modem, "connection") != Connected)
         return facts;
-    const quint64 received = value(modem, "received").toULongLong();
-    const quint64 sent = value(modem, "sent").toULongLong();
-    facts.address = value(modem, "connection.address");
+    const quint64 received = modemValue(modem, "received").toULongLong();
+    const quint64 sent = modemValue(modem, "sent").toULongLong();
+    facts.address = modemValue(modem, "connection.address");
     facts.traffic = QStringLiteral("\u2193 %1   \u2191 %2").arg(units.volume(received), units.volume(sent));
     facts.volume = units.volume(received + sent);
     return facts;

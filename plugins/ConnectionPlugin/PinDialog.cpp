@@ -24,11 +24,6 @@ constexpr int Width = 380;
 constexpr int LeastPin = 4; // digits
 constexpr int MostDigits = 8;
 
-QString value(const Modem& modem, const char* key)
-{
-    return modemValue(modem.id, QString::fromLatin1(key));
-}
-
 QLabel* makeNote()
 {
     QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
@@ -100,7 +95,7 @@ bool PinDialog::asksPuk() const
 
 void PinDialog::followCard()
 {
-    const QString sim = value(m_modem, "sim");
+    const QString sim = modemValue(m_modem, "sim");
     const bool asks = sim == QLatin1String("pin") || sim == QLatin1String("puk");
     if (!asks && sim != QLatin1String("blocked")) {
         if (!m_isBusy)
@@ -125,7 +120,7 @@ void PinDialog::showTexts()
     const bool isBlocked = m_asksFor == QLatin1String("blocked");
     const char* const question = asksPuk() ? "IDS_CONN_ASK_PUK" : "IDS_CONN_ASK_PIN";
     m_sentence->setText(isBlocked ? text("IDS_CONN_BLOCKED_HINT") : text(question).arg(m_modem.name));
-    const QString tries = value(m_modem, asksPuk() ? "puk-tries" : "pin-tries");
+    const QString tries = modemValue(m_modem, asksPuk() ? "puk-tries" : "pin-tries");
     m_tries->setText(text("IDS_CONN_TRIES").arg(numberText(tries.toInt())));
     m_tries->setVisible(!isBlocked && !tries.isEmpty());
     fitToContent();
@@ -195,8 +190,7 @@ QString PinDialog::wordsFor(int result) const
         return text(asksPuk() ? "IDS_CONN_WRONG_PUK" : "IDS_CONN_WRONG_PIN");
     if (result == QRVL_ERROR_BLOCKED) // if the card is beyond its PUK, the sentence says so
         return asksPuk() ? text("IDS_CONN_PUK_HINT") : QString();
-    const ResultWords words = resultWords(result);
-    return words.title + QLatin1String(". ") + words.hint;
+    return resultText(result);
 }
 
 void PinDialog::wipeFields()

@@ -7,9 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QResizeEvent>
-#include <QStyle>
 #include <QVBoxLayout>
-#include <QVariant>
 #include <QWindow>
 
 namespace {
@@ -47,7 +45,6 @@ QPushButton* makeButton()
 {
     auto* button = new QPushButton;
     button->setMinimumSize(Look::LargeButtonSize);
-    button->setAutoDefault(true); // the Return key presses it while it has the focus
     Look::setFont(button, Look::HeadingText, QFont::DemiBold);
     return button;
 }
@@ -57,15 +54,6 @@ int lineWidth(const QLabel& sentence)
 {
     const int whole = sentence.fontMetrics().horizontalAdvance(sentence.text());
     return qMin(LongestLine, whole / (whole / LongestLine + 1) + Look::Margin * 2);
-}
-
-/// Sets a property that style sheets ask for.
-void setStyleProperty(QWidget* widget, const char* name, bool isSet)
-{
-    if (widget->property(name) == isSet)
-        return;
-    widget->setProperty(name, isSet);
-    widget->style()->polish(widget);
 }
 
 } // namespace
@@ -166,8 +154,11 @@ void StatePanel::showButton(const Meaning& meaning)
         if (button.action != meaning.action)
             continue;
         setCaption(m_button, button.label);
-        setStyleProperty(m_button, "primary", button.isPrimary);
+        Look::setStyleProperty(m_button, "primary", button.isPrimary);
     }
     m_button->setEnabled(meaning.isPossible);
-    m_button->setVisible(meaning.action != Action::None);
+    const bool isOffered = meaning.action != Action::None;
+    if (!isOffered && m_button->hasFocus())
+        focusPreviousChild(); // from where the Tab key leads back; Qt would choose the next one, perhaps the menu
+    m_button->setVisible(isOffered);
 }

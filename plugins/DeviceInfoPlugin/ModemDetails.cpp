@@ -1,6 +1,7 @@
 #include "ModemDetails.h"
 
 #include "support/NetworkWords.h"
+#include "support/Numbers.h"
 #include "support/Text.h"
 
 #include <QStringList>
@@ -9,11 +10,6 @@
 #include <iterator>
 
 namespace {
-
-QString value(const Modem& modem, const char* key)
-{
-    return modemValue(modem.id, QString::fromLatin1(key));
-}
 
 struct Word
 {
@@ -56,9 +52,10 @@ QString inWords(const QString& value, const Word (&words)[size])
 /// Where messages are stored and, in parentheses, where they could be.
 QString storage(const Modem& modem)
 {
-    const QString current = value(modem, "message-storage");
+    const QString current = modemValue(modem, "message-storage");
     QStringList others;
-    for (const QString& name : value(modem, "message-storages").split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    for (const QString& name :
+         modemValue(modem, "message-storages").split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         if (name != current)
             others.append(inWords(name, Storages));
     }
@@ -70,8 +67,8 @@ QString storage(const Modem& modem)
 
 QString signalText(const Modem& modem)
 {
-    const QString percent = value(modem, "signal");
-    return percent.isEmpty() ? QString() : percent + QStringLiteral(" %");
+    const QString percent = modemValue(modem, "signal");
+    return percent.isEmpty() ? QString() : numberText(percent.toInt()) + QStringLiteral(" %");
 }
 
 } // namespace
@@ -80,9 +77,9 @@ QVector<Detail> ModemDetails::ofModem(const Modem& modem)
 {
     return {
         {text("IDS_MODEM_MODEL"), modem.name},
-        {text("IDS_MODEM_MANUFACTURER"), value(modem, "manufacturer")},
-        {text("IDS_MODEM_FIRMWARE"), value(modem, "firmware")},
-        {text("IDS_MODEM_IMEI"), value(modem, "imei"), true},
+        {text("IDS_MODEM_MANUFACTURER"), modemValue(modem, "manufacturer")},
+        {text("IDS_MODEM_FIRMWARE"), modemValue(modem, "firmware")},
+        {text("IDS_MODEM_IMEI"), modemValue(modem, "imei"), true},
         {text("IDS_MODEM_PORT"), modem.port},
         {text("IDS_MODEM_MADE_FOR"),
          modem.customizeName.isEmpty() ? text("IDS_MODEM_ANY_OPERATOR") : modem.customizeName},
@@ -92,7 +89,7 @@ QVector<Detail> ModemDetails::ofModem(const Modem& modem)
 QVector<Detail> ModemDetails::ofSim(const Modem& modem)
 {
     return {
-        {text("IDS_MODEM_SIM_STATE"), inWords(value(modem, "sim"), SimStates)},
+        {text("IDS_MODEM_SIM_STATE"), inWords(modemValue(modem, "sim"), SimStates)},
         {text("IDS_MODEM_STORAGE"), storage(modem)},
     };
 }
@@ -101,9 +98,9 @@ QVector<Detail> ModemDetails::ofNetwork(const Modem& modem, const OperatorNames&
 {
     return {
         {text("IDS_MODEM_NETWORK_NAME"), networkName(modem, names)},
-        {text("IDS_MODEM_REGISTRATION"), inWords(value(modem, "registration"), Registrations)},
-        {text("IDS_MODEM_TECHNOLOGY"), technologyName(value(modem, "technology"))},
+        {text("IDS_MODEM_REGISTRATION"), inWords(modemValue(modem, "registration"), Registrations)},
+        {text("IDS_MODEM_TECHNOLOGY"), technologyName(modemValue(modem, "technology"))},
         {text("IDS_MODEM_SIGNAL"), signalText(modem)},
-        {text("IDS_MODEM_CHOICE"), inWords(value(modem, "network-choice"), Choices)},
+        {text("IDS_MODEM_CHOICE"), inWords(modemValue(modem, "network-choice"), Choices)},
     };
 }

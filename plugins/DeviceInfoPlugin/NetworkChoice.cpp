@@ -32,7 +32,6 @@ NetworkChoice::NetworkChoice(Requests& requests, const OperatorNames& names, QWi
     : Surface(parent)
     , m_requests(requests)
     , m_names(names)
-    , m_title(Look::label(QString(), Look::HeadingText, QFont::DemiBold))
     , m_automatic(new QRadioButton)
     , m_choices(new QButtonGroup(this))
     , m_list(new QVBoxLayout)
@@ -40,11 +39,8 @@ NetworkChoice::NetworkChoice(Requests& requests, const OperatorNames& names, QWi
     , m_search(new QPushButton)
     , m_apply(new QPushButton)
 {
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
-    column->setSpacing(Look::Gap);
+    QVBoxLayout* const column = makeColumn("IDS_MODEM_CHOOSE_NETWORK");
     m_list->setSpacing(Look::Gap);
-    column->addWidget(m_title);
     column->addWidget(m_automatic);
     column->addLayout(m_list);
     column->addWidget(m_note);
@@ -70,7 +66,6 @@ QLayout* NetworkChoice::makeButtons()
 
 void NetworkChoice::translate()
 {
-    m_title->setText(text("IDS_MODEM_CHOOSE_NETWORK"));
     m_automatic->setText(text("IDS_MODEM_AUTOMATIC"));
     setCaption(m_search, "IDS_MODEM_SEARCH");
     setCaption(m_apply, "IDS_MODEM_REGISTER");
@@ -78,11 +73,16 @@ void NetworkChoice::translate()
     setActivity(m_activity);
 }
 
+bool NetworkChoice::isShown(const Modem& modem) const
+{
+    return modem.id == m_modem.id && modem.imsi == m_modem.imsi;
+}
+
 void NetworkChoice::showModem(const Modem& modem)
 {
-    if (modem.id != m_modem.id || modem.imsi != m_modem.imsi) {
+    if (!isShown(modem)) {
         clearFound();
-        setActivity(Activity::None); // the service ends the requests of a modem that was removed
+        setActivity(Activity::None); // the end of a request that is under way will not be shown
         m_automatic->setChecked(true);
     }
     m_modem = modem;
@@ -96,10 +96,10 @@ void NetworkChoice::showModem(const Modem& modem)
 void NetworkChoice::search()
 {
     setActivity(Activity::Searching);
-    const quint32 modem = m_modem.id;
-    m_requests.start([modem](quint32* request) { return QRVL_DevSrv_ScanNetworks(modem, request); }, this,
+    const Modem modem = m_modem;
+    m_requests.start([&](quint32* request) { return QRVL_DevSrv_ScanNetworks(modem.id, request); }, this,
                      [this, modem](const RequestEnd& end) {
-                         if (modem != m_modem.id)
+                         if (!isShown(modem))
                              return;
                          showEnd(end);
                          if (end.result == QRVL_OK)
@@ -112,11 +112,11 @@ void NetworkChoice::apply()
     setActivity(Activity::Registering);
     const int choice = m_choices->checkedId();
     const QString code = choice == AutomaticId ? QString() : m_found[choice - 1].code;
-    const quint32 modem = m_modem.id;
-    m_requests.start([&](quint32* request) { return QRVL_DevSrv_Register(modem, utf16(code), request); },
+    const Modem modem = m_modem;
+    m_requests.start([&](quint32* request) { return QRVL_DevSrv_Register(modem.id, utf16(code), request); },
                      this,
                      [this, modem](const RequestEnd& end) {
-                         if (modem == m_modem.id)
+                         if (isShown(modem))
                              showEnd(end);
                      });
 }
@@ -124,10 +124,8 @@ void NetworkChoice::apply()
 void NetworkChoice::showEnd(const RequestEnd& end)
 {
     setActivity(Activity::None);
-    if (end.result == QRVL_OK)
-        return;
-    const ResultWords words = resultWords(end.result);
-    showNote(words.title + QStringLiteral(". ") + words.hint);
+    if (end.result != QRVL_OK)
+        showNote(resultText(end.result));
 }
 
 void NetworkChoice::showNote(const QString& note)

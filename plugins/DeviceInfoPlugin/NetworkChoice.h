@@ -28,6 +28,9 @@ public:
 private:
     enum class Activity { None, Searching, Registering };
 
+    /// Whether a modem is the shown one, with the same SIM card.
+    bool isShown(const Modem& modem) const;
+
     QLayout* makeButtons();
     void translate();
     void search();
@@ -49,7 +52,6 @@ private:
     QString m_current;      ///< code of the network in which it is
     QVector<FoundNetwork> m_found;
     Activity m_activity = Activity::None;
-    QLabel* m_title;
     QRadioButton* m_automatic;
     QButtonGroup* m_choices;
     QVBoxLayout* m_list;

@@ -96,7 +96,6 @@ QWidget* DialPadPage::makeCallButton()
     m_call = new QPushButton;
     Look::setFont(m_call, Look::HeadingText);
     m_call->setMinimumHeight(Look::LargeButtonSize.height());
-    m_call->setAutoDefault(true);
     m_call->setProperty("call", QStringLiteral("start")); // for style sheets
     connect(m_call, &QPushButton::clicked, this, &DialPadPage::call);
     return m_call;

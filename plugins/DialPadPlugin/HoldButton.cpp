@@ -9,7 +9,6 @@ constexpr int HoldTime = 500; // milliseconds
 HoldButton::HoldButton(QWidget* parent)
     : QPushButton(parent)
 {
-    setAutoDefault(true); // the Return key presses it while it has the focus
     m_timer.setSingleShot(true);
     m_timer.setInterval(HoldTime);
     connect(this, &QPushButton::pressed, this, [this] {

@@ -66,7 +66,6 @@ RecentList::RecentList(QWidget* parent)
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setItemDelegate(new NumberDelegate(m_list));
-    m_remove->setAutoDefault(true);
     m_remove->setMinimumSize(Look::ButtonSize);
     setMaximumWidth(LargestWidth);
     auto* column = new QVBoxLayout(this);

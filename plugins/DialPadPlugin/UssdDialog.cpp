@@ -15,8 +15,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace {
 
 constexpr int Width = 380;
@@ -118,7 +116,7 @@ void UssdDialog::finish(const RequestEnd& end)
         showFailure(end.result);
         return;
     }
-    const bool asks = modemValue(m_modem.id, QStringLiteral("ussd")) == QLatin1String("reply");
+    const bool asks = modemValue(m_modem, "ussd") == QLatin1String("reply");
     enter(asks ? State::Asked : State::Ended, {}, end.text.isEmpty() ? text("IDS_USSD_DONE") : end.text);
 }
 
@@ -150,10 +148,7 @@ void UssdDialog::enter(State state, const QString& heading, const QString& conte
 
 void UssdDialog::followModem()
 {
-    const Modems modems = attachedModems();
-    const bool isAttached = std::any_of(modems.begin(), modems.end(),
-                                        [this](const Modem& modem) { return modem.id == m_modem.id; });
-    if (!isAttached && m_state != State::Ended)
+    if (m_state != State::Ended && !isAttached(m_modem.id))
         showFailure(QRVL_ERROR_NO_DEVICE);
 }
 

@@ -98,9 +98,9 @@ void SideBarArea::enterPage()
 void SideBarArea::fadeIn()
 {
     const int duration = style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this);
-    if (!isVisible() || m_pages->count() < 2 || duration <= 0)
-        return;
     delete m_fader;
+    if (!isVisible() || window()->isMinimized() || m_pages->count() < 2 || duration <= 0)
+        return;
     m_fader = new FaderWidget(m_pages);
     m_fader->setAttribute(Qt::WA_DeleteOnClose);
     m_fader->setAttribute(Qt::WA_TransparentForMouseEvents); // the page can be used at once
@@ -198,6 +198,13 @@ void SideBarArea::showPage(QWidget* page)
         return;
     m_sideBar->setCurrentRow(row);
     forgetLost();
+}
+
+/// What fades in a hidden window would never come to its end.
+void SideBarArea::hideEvent(QHideEvent* event)
+{
+    delete m_fader;
+    QWidget::hideEvent(event);
 }
 
 void SideBarArea::resizeEvent(QResizeEvent* event)

@@ -25,9 +25,18 @@ protected:
     /// Shows the property "badge" of a page on its icon.
     bool eventFilter(QObject* page, QEvent* event) override;
 
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// The page that was current when it was removed, until the user chooses another one.
+    struct Lost
+    {
+        QString kind;
+        bool hadFocus = false;
+        QPointer<QWidget> focus; ///< the widget that had it; null if the page has been deleted
+    };
+
     void leavePage();
     void removeEntry(int index);
     void showBadge(QWidget* page);
@@ -43,13 +52,6 @@ private:
 
     QListWidget* m_sideBar;
     QStackedWidget* m_pages;
-    /// The page that was current when it was removed, until the user chooses another one.
-    struct Lost
-    {
-        QString kind;
-        bool hadFocus = false;
-        QPointer<QWidget> focus; ///< the widget that had it; null if the page has been deleted
-    };
     Lost m_lost;
     QPointer<FaderWidget> m_fader; ///< over a page that has just become the current one
 };

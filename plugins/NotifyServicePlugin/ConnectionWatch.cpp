@@ -4,6 +4,8 @@
 
 #include <qrvl.h>
 
+#include <utility>
+
 ConnectionLoss ConnectionWatch::look()
 {
     QHash<quint32, State> now;
@@ -28,16 +30,13 @@ ConnectionLoss ConnectionWatch::look()
 
 ConnectionWatch::State ConnectionWatch::read(const Modem& modem) const
 {
-    const auto value = [&](const char* key) {
-        return modemValue(modem.id, QString::fromLatin1(key));
-    };
-    const QString connection = value("connection");
+    const QString connection = modemValue(modem, "connection");
     const bool isChanging =
         connection != QLatin1String("connected") && connection != QLatin1String("disconnected");
-    const int error = value("connection.error").toInt();
+    const int error = modemValue(modem, "connection.error").toInt();
     State state;
     state.name = modem.name;
-    state.isRegistered = !value("network").isEmpty();
+    state.isRegistered = hasNetwork(modem.id);
     state.isOnline =
         isChanging ? m_states.value(modem.id).isOnline : connection == QLatin1String("connected");
     state.isEndedByUser = error == QRVL_OK || error == QRVL_ERROR_CANCELLED;

@@ -2,11 +2,9 @@
 
 #include "EventSettings.h"
 #include "SoundsPanel.h"
-#include "support/AccessibleRole.h"
 #include "support/Text.h"
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace {
@@ -52,25 +50,11 @@ QWidget* makeMuteSwitch()
 NotificationsPage::NotificationsPage(EventSounds& sounds, QWidget* parent)
     : Page("IDS_NOTIFY_TITLE", "IDS_NOTIFY_LEAD", Look::Sign::Message, parent)
 {
-    addSwitches(addPanel("IDS_NOTIFY_DESKTOP", nullptr));
-    addPanel("IDS_NOTIFY_SOUNDS", makeMuteSwitch())->addWidget(new SoundsPanel(sounds));
+    auto* desktop = new Surface;
+    auto* soundsOfEvents = new Surface;
+    addSwitches(desktop->makeColumn("IDS_NOTIFY_DESKTOP"));
+    soundsOfEvents->makeColumn("IDS_NOTIFY_SOUNDS", makeMuteSwitch())->addWidget(new SoundsPanel(sounds));
+    content()->addWidget(desktop);
+    content()->addWidget(soundsOfEvents);
     content()->addStretch();
-}
-
-QVBoxLayout* NotificationsPage::addPanel(const char* title, QWidget* corner)
-{
-    auto* panel = new Surface;
-    auto* column = new QVBoxLayout(panel);
-    column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
-    column->setSpacing(Look::Gap);
-    QLabel* const heading = Look::label(QString(), 1.15, QFont::DemiBold);
-    setAccessibleRole(heading, QAccessible::Heading);
-    keepTranslated(heading, [=] { heading->setText(text(title)); });
-    auto* line = new QHBoxLayout;
-    line->addWidget(heading, 1);
-    if (corner)
-        line->addWidget(corner);
-    column->addLayout(line);
-    content()->addWidget(panel);
-    return column;
 }

@@ -13,9 +13,4 @@ class NotificationsPage : public Page
 public:
     /// @param sounds plays the tests; must outlive the page
     NotificationsPage(EventSounds& sounds, QWidget* parent);
-
-private:
-    /// @param corner is shown beside the heading, at the other end of the line; may be null
-    /// @return the column below the heading
-    QVBoxLayout* addPanel(const char* title, QWidget* corner);
 };

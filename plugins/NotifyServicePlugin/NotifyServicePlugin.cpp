@@ -5,10 +5,25 @@
 #include "PluginContainer/PluginIds.h"
 #include "common/CommonUtils.h"
 
+namespace {
+
+QString copied(const QString& text)
+{
+    return QString(text.constData(), text.size());
+}
+
+} // namespace
+
 void Notifier::requestStop()
 {
     if (!m_stopping.exchange(true))
         Q_EMIT stopRequested();
+}
+
+void Notifier::showNotice(const QString& title, const QString& body, const QString& clsid,
+                          const QString& event)
+{
+    Q_EMIT noticeRequested(copied(title), copied(body), copied(clsid), copied(event));
 }
 
 NotifyServicePlugin::NotifyServicePlugin()

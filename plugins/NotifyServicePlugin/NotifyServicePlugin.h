@@ -25,12 +25,10 @@ public Q_SLOTS:
     /// Emits soundRequested().
     void playSound(const QString& event) { Q_EMIT soundRequested(event); }
 
-    /// Emits noticeRequested().
+    /// Emits noticeRequested() with copies: the plugin that calls may be unloaded while its notice is shown, and its string
+    /// literals with it.
     void showNotice(const QString& title, const QString& body, const QString& clsid,
-                    const QString& event = {})
-    {
-        Q_EMIT noticeRequested(title, body, clsid, event);
-    }
+                    const QString& event = {});
 
 Q_SIGNALS:
     void stopRequested();

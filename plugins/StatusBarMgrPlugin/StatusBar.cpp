@@ -16,11 +16,6 @@ namespace {
 
 constexpr int BarHeight = 36;
 
-QString value(const Modem& modem, const char* key)
-{
-    return modemValue(modem.id, QString::fromLatin1(key));
-}
-
 /// @param hint identifier of a string in which %1 is the value
 void showValue(QLabel* label, const QString& content, const char* hint, const QString& value)
 {
@@ -83,23 +78,23 @@ void StatusBar::refresh()
 
 void StatusBar::showNetwork(const Modem& modem)
 {
-    const QString network = value(modem, "network");
-    const int strength = network.isEmpty() ? 0 : value(modem, "signal").toInt();
+    const QString network = modemValue(modem, "network");
+    const int strength = network.isEmpty() ? 0 : modemValue(modem, "signal").toInt();
     m_signal->setStrength(strength);
     m_signal->setToolTip(text("IDS_STATUS_SIGNAL").arg(numberText(strength)));
     m_signal->setAccessibleName(m_signal->toolTip());
     m_network->setFullText(network.isEmpty()
                                ? text("IDS_STATUS_NO_NETWORK")
-                               : m_names->nameOf(network, modem.imsi, value(modem, "network-name")));
+                               : m_names->nameOf(network, modem.imsi, modemValue(modem, "network-name")));
     m_network->setAccessibleName(text("IDS_STATUS_NETWORK"));
 }
 
 void StatusBar::showTransfer(const Modem& modem)
 {
-    const QString receiving = m_units.speed(value(modem, "receive-rate"));
-    const QString sending = m_units.speed(value(modem, "send-rate"));
+    const QString receiving = m_units.speed(modemValue(modem, "receive-rate"));
+    const QString sending = m_units.speed(modemValue(modem, "send-rate"));
     const QString volume =
-        m_units.volume(value(modem, "received").toULongLong() + value(modem, "sent").toULongLong());
+        m_units.volume(modemValue(modem, "received").toULongLong() + modemValue(modem, "sent").toULongLong());
     showValue(m_receiving, QStringLiteral("\u2193 ") + receiving, "IDS_STATUS_RECEIVING", receiving);
     showValue(m_sending, QStringLiteral("\u2191 ") + sending, "IDS_STATUS_SENDING", sending);
     showValue(m_volume, volume, "IDS_STATUS_VOLUME", volume);

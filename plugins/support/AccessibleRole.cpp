@@ -1,12 +1,19 @@
 #include "support/AccessibleRole.h"
 
+#include "support/Text.h"
+
 #include <QAccessibleWidget>
 #include <QLabel>
 #include <QVariant>
 
 namespace {
 
-constexpr const char* RoleProperty = "accessibleRole";
+/// Another one in each plugin. Qt asks the library that was loaded last first, and keeps what it answers as long as the
+/// widget exists, so a library must not answer for the widgets of another one.
+QByteArray roleProperty()
+{
+    return thisPlugin().toLatin1() + "Role";
+}
 
 class RoleInterface : public QAccessibleWidget
 {
@@ -28,7 +35,7 @@ public:
 QAccessibleInterface* makeInterface(const QString&, QObject* object)
 {
     auto* const widget = qobject_cast<QWidget*>(object);
-    const QVariant role = widget ? widget->property(RoleProperty) : QVariant();
+    const QVariant role = widget ? widget->property(roleProperty()) : QVariant();
     return role.isValid() ? new RoleInterface(widget, QAccessible::Role(role.toInt())) : nullptr;
 }
 
@@ -47,5 +54,8 @@ public:
 void setAccessibleRole(QWidget* widget, QAccessible::Role role)
 {
     static const Factory factory;
-    widget->setProperty(RoleProperty, int(role));
+    widget->setProperty(roleProperty(), int(role));
+    QAccessibleInterface* const known = QAccessible::queryAccessibleInterface(widget);
+    if (known && known->role() != role) // Qt made it when the text was set, for example
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
 }

@@ -14,7 +14,8 @@ constexpr char HidesOnClose[] = "hidesOnClose";
 /// the application nevertheless.
 bool hidesOnClose(const QWidget* window);
 
-/// Asks the user before the main window closes while something would be lost. GUI thread only.
+/// Asks the user before the main window closes while something would be lost. If there are several, they ask one after the
+/// other. GUI thread only.
 class CloseGuard : public QObject
 {
     Q_OBJECT
@@ -32,10 +33,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool isAnswered(const QWidget* window) const;
     void ask(QWidget* window);
 
     Question m_question;
     std::function<bool()> m_isNeeded;
     QPointer<ExtendDialog> m_dialog;
-    bool m_mayClose = false;
 };

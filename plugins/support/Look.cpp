@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QLabel>
+#include <QStyle>
 #include <QStyleOptionViewItem>
 
 namespace {
@@ -125,6 +127,14 @@ void Look::makeQuiet(QLabel* label)
 {
     label->setProperty("quiet", true); // for style sheets
     new TextColour(label, dimmed);
+}
+
+void Look::setStyleProperty(QWidget* widget, const char* name, const QVariant& value)
+{
+    if (widget->property(name) == value)
+        return;
+    widget->setProperty(name, value);
+    widget->style()->polish(widget);
 }
 
 void Look::makeSelectable(QLabel* label)

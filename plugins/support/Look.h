@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QPalette>
 #include <QSize>
+#include <QVariant>
 
 class QLabel;
 class QStyleOptionViewItem;
@@ -55,6 +56,9 @@ void setFont(QWidget* widget, qreal scale, QFont::Weight weight = QFont::Normal)
 /// Gives a label a dimmed text colour, also after changes of the palette, and the property "quiet" for style
 /// sheets.
 void makeQuiet(QLabel* label);
+
+/// Sets a property that style sheets ask for, and applies them anew if it has changed.
+void setStyleProperty(QWidget* widget, const char* name, const QVariant& value);
 
 /// Lets the user select and copy a label's text, with the keyboard as well. Gives it the property "selectable" for
 /// style sheets.

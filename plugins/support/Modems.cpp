@@ -60,6 +60,12 @@ Modems unusableModems()
     return readModems(QRVL_DevSrv_GetUnusableDeviceList);
 }
 
+bool isAttached(quint32 id)
+{
+    const Modems modems = attachedModems();
+    return std::any_of(modems.begin(), modems.end(), [id](const Modem& modem) { return modem.id == id; });
+}
+
 QString unusableState()
 {
     const Modems unusable = attachedModems().isEmpty() ? unusableModems() : Modems();
@@ -73,6 +79,11 @@ QString modemValue(quint32 id, const QString& key)
     const long result = QRVL_DevSrv_GetStatusValue(id, name, &buffer);
     const std::unique_ptr<char16_t[]> value(buffer);
     return result == QRVL_OK && value ? QStringView(value.get()).toString() : QString();
+}
+
+QString modemValue(const Modem& modem, const char* key)
+{
+    return modemValue(modem.id, QString::fromLatin1(key));
 }
 
 QString serviceValue(const QString& key)

@@ -28,6 +28,10 @@ Modems attachedModems();
 /// The modems that are attached but were rejected or have failed; their value "state" says which. Any thread.
 Modems unusableModems();
 
+/// Whether a modem is among attachedModems(). Any thread.
+/// @param id Modem::id
+bool isAttached(quint32 id);
+
 /// What keeps a modem from being used while none is: "rejected", for example because of an operator lock, or "failed".
 /// Empty if a modem is attached or none is there at all. Any thread.
 QString unusableState();
@@ -38,6 +42,9 @@ QString unusableState();
 /// @param key such as "network" or "signal"
 /// @return a null string when the modem has been removed or does not know the key
 QString modemValue(quint32 id, const QString& key);
+
+/// The same for a modem and a key in Latin characters.
+QString modemValue(const Modem& modem, const char* key);
 
 /// A value of the device service itself, such as "backend"; a null string if it has none. Any thread.
 QString serviceValue(const QString& key);

@@ -3,9 +3,12 @@
 #include "support/AccessibleRole.h"
 #include "support/Text.h"
 
+#include <QApplication>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QVariant>
@@ -14,6 +17,7 @@ namespace {
 
 constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
 constexpr int LowPage = 300;    ///< lower ones have no lead
+constexpr int AboveText = 5;    ///< in a label with selectable text: its frame, and a margin that Qt adds
 
 QLabel* heading(const QString& title)
 {
@@ -76,6 +80,16 @@ bool Page::isLow() const
     return height() < LowPage;
 }
 
+void Page::keyPressEvent(QKeyEvent* event)
+{
+    auto* const button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (button && isAncestorOf(button) && isReturn && !event->isAutoRepeat())
+        button->click();
+    else
+        QScrollArea::keyPressEvent(event);
+}
+
 void Page::resizeEvent(QResizeEvent* event)
 {
     const int side = width() < NarrowPage ? Look::Gap * 2 : Look::Margin;
@@ -101,6 +115,21 @@ void Page::clearContent()
         delete item->widget();
         delete item;
     }
+}
+
+QVBoxLayout* Surface::makeColumn(const char* title, QWidget* corner)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(Look::Gap * 2, Look::Gap * 2, Look::Gap * 2, Look::Gap * 2);
+    column->setSpacing(Look::Gap);
+    auto* line = new QHBoxLayout;
+    QLabel* const label = heading(QString());
+    line->addWidget(label, 1);
+    if (corner)
+        line->addWidget(corner);
+    column->addLayout(line);
+    keepTranslated(label, [=] { label->setText(text(title)); });
+    return column;
 }
 
 void Surface::paintEvent(QPaintEvent*)
@@ -135,7 +164,7 @@ void Card::addRow(const QString& caption, const QString& value)
     content->setAccessibleName(caption);
     content->setAccessibleDescription(value);
     QLabel* captionLabel = Look::quietLabel(caption);
-    captionLabel->setContentsMargins(0, 1, 0, 0); // the value has a frame for the focus
+    captionLabel->setContentsMargins(0, AboveText, 0, 0);
     m_rows->addWidget(captionLabel, row, 0, Qt::AlignTop);
     m_rows->addWidget(content, row, 1);
 }

@@ -43,6 +43,9 @@ protected:
     /// none. It is the property "badge", which any page can have.
     void setBadge(int number);
 
+    /// The Return key presses the button that has the focus, as in dialogs.
+    void keyPressEvent(QKeyEvent* event) override;
+
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -60,6 +63,12 @@ class Surface : public QWidget
 
 public:
     using QWidget::QWidget;
+
+    /// Lays the panel out as a column with a heading.
+    /// @param title  identifier of the plugin's string
+    /// @param corner belongs to the panel and is shown at the other end of the heading's line; may be null
+    /// @return the column below the heading; belongs to the panel
+    QVBoxLayout* makeColumn(const char* title, QWidget* corner = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

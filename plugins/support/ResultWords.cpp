@@ -49,3 +49,9 @@ ResultWords resultWords(int result)
     const Entry& entry = found == std::end(Entries) ? Unknown : *found;
     return {sharedText(entry.title), sharedText(entry.hint)};
 }
+
+QString resultText(int result)
+{
+    const ResultWords words = resultWords(result);
+    return sharedText("IDS_RESULT").arg(words.title, words.hint);
+}

@@ -5,28 +5,44 @@
 #include <QEvent>
 #include <QWidget>
 
+#include <list>
+
 namespace {
 
-/// A widget passes QEvent::LanguageChange on to all its children, such as this one.
+/// Calls what sets the strings of a widget, in the order in which it was added. It filters the events of the widget, because
+/// that happens before the widget passes the event on to a copied list of its children: the functions may delete some.
 class Translator : public QObject
 {
 public:
-    Translator(QWidget* parent, std::function<void()> setTexts)
-        : QObject(parent)
-        , m_setTexts(std::move(setTexts))
+    explicit Translator(QWidget* widget)
+        : QObject(widget)
     {
+        widget->installEventFilter(this);
     }
 
-    bool event(QEvent* event) override
+    void add(std::function<void()> setTexts) { m_setTexts.push_back(std::move(setTexts)); }
+
+    bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::LanguageChange)
-            m_setTexts();
-        return QObject::event(event);
+        if (event->type() == QEvent::LanguageChange) {
+            for (const std::function<void()>& setTexts : m_setTexts)
+                setTexts();
+        }
+        return false;
     }
 
 private:
-    std::function<void()> m_setTexts;
+    std::list<std::function<void()>> m_setTexts;
 };
+
+Translator* translatorOf(QWidget* widget)
+{
+    for (QObject* const child : widget->children()) {
+        if (auto* const translator = dynamic_cast<Translator*>(child))
+            return translator;
+    }
+    return new Translator(widget);
+}
 
 } // namespace
 
@@ -52,5 +68,5 @@ Caption caption(const char* id)
 void keepTranslated(QWidget* widget, std::function<void()> setTexts)
 {
     setTexts();
-    new Translator(widget, std::move(setTexts));
+    translatorOf(widget)->add(std::move(setTexts));
 }

@@ -41,8 +41,8 @@ void setCaption(Trigger* trigger, const char* id)
     trigger->setShortcut(parts.shortcut); // after the text, which may set a shortcut as well
 }
 
-/// Calls a function that sets strings: now, and whenever the language changes while the widget exists.
-/// GUI thread.
+/// Calls a function that sets strings: now, and whenever the language changes while the widget exists. Functions for the same
+/// widget are called in the same order, and before those for its children, which they may delete. GUI thread.
 ///
 ///     keepTranslated(button, [button] { setCaption(button, "IDS_DIAL_CALL"); });
 void keepTranslated(QWidget* widget, std::function<void()> setTexts);

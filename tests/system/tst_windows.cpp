@@ -10,6 +10,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QScreen>
 #include <QStackedWidget>
@@ -58,6 +59,7 @@ private slots:
     void pageChange();
     void unloadedPlugin();
     void callGuard();
+    void severalGuards();
 
 private:
     /// Opens the message in this row of the list in a window.
@@ -252,6 +254,10 @@ void TestWindows::pageChange()
         QVERIFY(!qobject_cast<FaderWidget*>(pages->childAt(pages->rect().center())));
     }
     QTRY_VERIFY(!pages->findChild<FaderWidget*>());
+    QCOMPARE(turn().size(), 1);
+    window()->showMinimized(); // no timer goes on there
+    QVERIFY(!pages->findChild<FaderWidget*>() && turn().isEmpty());
+    window()->showNormal();
     window()->resize(window()->minimumSize()); // only icons: the number of unread messages is on one
     auto* const messages = *std::find_if(pages->children().begin(), pages->children().end(),
                                          [](const QObject* page) { return page->inherits("MessagesPage"); });
@@ -297,6 +303,25 @@ void TestWindows::callGuard()
         QTRY_VERIFY(!question);
         QCOMPARE(window()->isVisible(), answer != Leave);
         QCOMPARE(windows("CallWindow").isEmpty(), answer == RemoveModem);
+    }
+}
+
+/// Each asks once. If one of them is answered with no, all ask again.
+void TestWindows::severalGuards()
+{
+    QVERIFY(CommonUtils::MakeCall("123", UI_CALL_VOICE));
+    qobject_cast<QAbstractButton*>(owner("Ctrl+E"))->click();
+    windows("ComposeWindow").value(0)->findChild<QPlainTextEdit*>()->setPlainText("text");
+    constexpr int leave = 0;
+    constexpr int stay = 1;
+    for (const int second : {stay, leave}) {
+        QVERIFY(!window()->close());
+        for (const int answer : {leave, second}) {
+            QTRY_COMPARE(window()->findChildren<DkMessageBox*>().size(), 1);
+            window()->findChild<DkMessageBox*>()->buttons().at(answer)->click();
+        }
+        QTRY_VERIFY(!window()->findChild<DkMessageBox*>());
+        QCOMPARE(window()->isVisible(), second == stay);
     }
 }
 

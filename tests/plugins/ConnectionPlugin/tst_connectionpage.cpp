@@ -6,11 +6,13 @@
 #include "TestFiles.h"
 #include "common/CommonUtils.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QToolButton>
 
+#include <algorithm>
 #include <tuple>
 
 class TestConnectionPage : public RunningApplication
@@ -41,13 +43,13 @@ constexpr Part Page{"ConnectionPage"}, State{"StatePanel"}, Facts{"FactsPanel"},
     AccessPoint{"ExtendDialog"}, Chooser{"ModemChooser"};
 const QString Ready = "Not connected | The modem is ready to connect. | Connect";
 
-/// Types codes into the dialog and presses "Unlock".
+/// Types codes into the dialog and presses the Return key.
 void unlock(const QStringList& codes)
 {
     const QVector<QLineEdit*> shown = Dialog.all<QLineEdit>();
     for (int i = 0; i < codes.size() && i < shown.size(); ++i)
         QTest::keyClicks(shown[i], codes[i]);
-    Dialog.button("Unlock")->click();
+    QTest::keyClick(shown.last(), Qt::Key_Return);
 }
 
 /// The section of a modem in its home network.
@@ -100,6 +102,12 @@ void TestConnectionPage::connecting()
         QVERIFY(Facts.says(fact));
     State.button()->click();
     QVERIFY(State.says(Ready));
+    window()->activateWindow();
+    State.button()->setFocus();
+    QTRY_VERIFY(State.button()->hasFocus());
+    simulate({});
+    QVERIFY(State.says("No modem | Plug in"));
+    QVERIFY(!Part{"HeaderBar"}.widget()->isAncestorOf(QApplication::focusWidget())); // it has stayed near
 
     simulate(modem("M", "registration=searching"));
     QVERIFY(State.says("You can connect as soon as the modem has found one. | Choose network"));
@@ -196,6 +204,16 @@ void TestConnectionPage::pinDialogOpensOnce()
     QVERIFY(Dialog.says("Tries left: 5"));
     simulate({}); // nothing is left to unlock
     QTRY_VERIFY_WITH_TIMEOUT(!Dialog.widget(), LongestWait);
+    window()->hide();
+    simulate(modem("Locked 5", "sim=pin\n"));
+    const auto labels = part("HeaderBar")->findChildren<QLabel*>();
+    QTRY_VERIFY_WITH_TIMEOUT(std::any_of(labels.begin(), labels.end(),
+                                         [](const QLabel* label) { return label->text() == "Locked 5"; }),
+                             LongestWait);
+    QVERIFY(Startup::GetMainFrameService()->ShowPage("227AB861-6F54-4094-857F-40B0663C5817"));
+    QVERIFY(Dialog.says("Locked 5"));
+    QTRY_COMPARE(QApplication::activeWindow(), Dialog.widget()); // in front of the main window
+    Dialog.button("Cancel")->click();
 }
 
 void TestConnectionPage::accessPoint()
@@ -216,6 +234,10 @@ void TestConnectionPage::accessPoint()
     QTRY_VERIFY_WITH_TIMEOUT(contentOf(homeFile("settings.ini")).contains("name=my.apn"), LongestWait);
     for (const char* secret : {"secret", "999011234567890"})
         QVERIFY2(!contentOf(homeFile("settings.ini")).contains(secret), secret);
+    QTRY_VERIFY_WITH_TIMEOUT(!AccessPoint.widget(), LongestWait);
+    Page.button("Access point\u2026")->click();
+    AccessPoint.button("Connect in the home network only")->click();
+    QTest::keyClick(AccessPoint.button("Cancel"), Qt::Key_Return); // changes nothing
     QTRY_VERIFY_WITH_TIMEOUT(!AccessPoint.widget(), LongestWait);
     Page.button("Access point\u2026")->click();
     QCOMPARE(AccessPoint.all<QLineEdit>().last()->text(), QString("secret w\u00f6rd"));

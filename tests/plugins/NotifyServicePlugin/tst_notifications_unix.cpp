@@ -281,6 +281,15 @@ void TestNotifications::noticesAtOnce()
     }
     QCOMPARE(shownTexts().size(), before + 2);
     QVERIFY(NotificationDaemon::calls("Notify").last().at(1).toUInt() > 0);
+    QString literal = "an event"; // of a plugin that is unloaded after its notice
+    for (const QString& event : {QString::fromRawData(literal.constData(), literal.size()), literal + ""}) {
+        const int shown = shownTexts().size();
+        QMetaObject::invokeMethod(notifier, "showNotice", Q_ARG(QString, "title"), Q_ARG(QString, {}),
+                                  Q_ARG(QString, Connection), Q_ARG(QString, event));
+        literal.fill('-');
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().size(), shown + 1, LongestWait);
+    }
+    QVERIFY(NotificationDaemon::calls("Notify").last().at(1).toUInt() > 0);
 }
 
 // What the desktop reports after that meets nobody.

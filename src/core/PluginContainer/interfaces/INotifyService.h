@@ -18,7 +18,7 @@
 /// | property `stopping` (bool) | true once the application is closing; never reset. Readable on any thread. |
 /// | signal `stopRequested()` | emitted once, when `stopping` becomes true, on the thread that closes the application |
 /// | slot `playSound(QString)` | GUI thread: plays the sound that the user has chosen for "message", "call" or "connection-lost" |
-/// | slot `showNotice(QString, QString, QString, QString)` | GUI thread: shows a title and a text on the desktop; a click shows the page of the plugin with that clsid. The last argument may be left out; it names an event such as "data-limit", whose notifications the setting `show-` and its name can switch off |
+/// | slot `showNotice(QString, QString, QString, QString)` | GUI thread: shows a title and a text on the desktop; a click shows the page of the plugin with that clsid. The last argument may be left out; it names an event such as "data-limit", whose notifications the setting `show-` and its name can switch off. The strings are copied, so they may be literals of a plugin |
 ///
 /// Start workers on the GUI thread. Connect the signal directly, because the thread of a worker may not run an
 /// event loop:
