@@ -446,17 +446,15 @@ void TestMainWindow::serviceCodes()
 /// Of the entries "Connect" and "Disconnect", the one that can be used is shown, and does it.
 void TestMainWindow::connectingFromMenu()
 {
-    QAction* const entries[] = {named<QAction>(window(), text("IDS_MENU_CONNECT")),
-                                named<QAction>(window(), text("IDS_MENU_DISCONNECT"))};
+    auto* const on = named<QAction>(window(), text("IDS_MENU_CONNECT"));
+    auto* const off = named<QAction>(window(), text("IDS_MENU_DISCONNECT"));
     simulate({});
-    QTRY_VERIFY(!entries[0]->isEnabled());
+    QTRY_VERIFY(!on->isEnabled());
     simulate(CallModem + "connection=disconnected\n");
-    for (const bool isConnected : {false, true, false, true}) {
-        QAction* const shown = entries[isConnected];
-        const auto* const hidden = entries[!isConnected];
+    for (const auto& [shown, hidden] : {std::pair(on, off), {off, on}, {on, off}, {off, on}}) {
         QTRY_VERIFY_WITH_TIMEOUT(shown->isVisible() && shown->isEnabled() && !hidden->isVisible(), LongCall);
         // The modem keeps its state there.
-        QTRY_COMPARE(contentOf(homeFile("simulator.ini")).contains("connection=connected"), isConnected);
+        QTRY_COMPARE(contentOf(homeFile("simulator.ini")).contains("connection=connected"), shown == off);
         shown->trigger();
     }
 }
