@@ -4,7 +4,6 @@
 #include "DaysPanel.h"
 #include "LimitBar.h"
 #include "LimitPage.h"
-#include "Panel.h"
 #include "SpeedGraph.h"
 #include "Swatch.h"
 #include "Words.h"
@@ -88,7 +87,7 @@ QWidget* DataPage::makeSpeeds()
         legend->addSpacing(Look::Gap);
     }
     legend->addStretch();
-    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_SPEEDS");
+    QVBoxLayout* const column = panel->makeColumn("IDS_DATA_SPEEDS");
     column->addLayout(legend);
     column->addWidget(m_graph);
     return panel;
@@ -104,7 +103,7 @@ QWidget* DataPage::makeConnection()
     m_duration = makeCell("IDS_DATA_DURATION");
     for (const Cell& cell : {m_received, m_sent, m_duration})
         line->addWidget(cell.widget);
-    makePanel(panel, "IDS_DATA_CONNECTION")->addLayout(line);
+    panel->makeColumn("IDS_DATA_CONNECTION")->addLayout(line);
     return panel;
 }
 
@@ -130,7 +129,7 @@ QWidget* DataPage::makePeriod()
     m_hint->setSpacing(Look::Gap);
     m_hint->addLayout(advice, 1);
     m_hint->addWidget(m_setLimit, 0, Qt::AlignLeft | Qt::AlignVCenter);
-    QVBoxLayout* const column = makePanel(panel, "IDS_DATA_PERIOD");
+    QVBoxLayout* const column = panel->makeColumn("IDS_DATA_PERIOD");
     column->addWidget(m_periodDays);
     column->addWidget(m_usage);
     column->addWidget(m_bar);

@@ -10,21 +10,16 @@ namespace {
 
 constexpr int Minute = 60 * 1000; // milliseconds
 
-QString value(const Modem& modem, const char* key)
-{
-    return modemValue(modem.id, QString::fromLatin1(key));
-}
-
 /// A connection that is being ended still has counters.
 bool isConnected(const Modem& modem)
 {
-    const QString connection = value(modem, "connection");
+    const QString connection = modemValue(modem, "connection");
     return connection == QLatin1String("connected") || connection == QLatin1String("disconnecting");
 }
 
 qint64 connectedSince(const Modem& modem)
 {
-    return value(modem, "connection.since").toLongLong();
+    return modemValue(modem, "connection.since").toLongLong();
 }
 
 /// The modems with a SIM card that can be counted, each card once.
@@ -119,7 +114,7 @@ bool DataUse::hasNews(const Modem& modem) const
     if (isConnectedNow != account.isConnected())
         return true;
     return isConnectedNow && (connectedSince(modem) != account.connectedSince() ||
-                              value(modem, "connection") == QLatin1String("disconnecting"));
+                              modemValue(modem, "connection") == QLatin1String("disconnecting"));
 }
 
 void DataUse::update()
@@ -168,9 +163,10 @@ void DataUse::countModem(const Modem& modem)
 {
     Account& account = accountOf(modem.imsi);
     const bool isConnectedNow = isConnected(modem);
-    const QString received = isConnectedNow || account.isConnected() ? value(modem, "received") : QString();
+    const QString received =
+        isConnectedNow || account.isConnected() ? modemValue(modem, "received") : QString();
     if (!received.isEmpty()) {
-        const Traffic counters{received.toULongLong(), value(modem, "sent").toULongLong()};
+        const Traffic counters{received.toULongLong(), modemValue(modem, "sent").toULongLong()};
         const qint64 since = isConnectedNow ? connectedSince(modem) : account.connectedSince();
         account.read({counters, since}, QDate::currentDate(), now());
     }

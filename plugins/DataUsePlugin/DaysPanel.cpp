@@ -2,7 +2,6 @@
 
 #include "DataUse.h"
 #include "DayBars.h"
-#include "Panel.h"
 #include "Words.h"
 #include "support/Text.h"
 
@@ -34,7 +33,7 @@ DaysPanel::DaysPanel(const DataUse& dataUse)
         setCaption(m_export, "IDS_DATA_EXPORT");
         m_exported->hide();
     });
-    QVBoxLayout* const column = makePanel(this, "IDS_DATA_DAYS", m_export);
+    QVBoxLayout* const column = makeColumn("IDS_DATA_DAYS", m_export);
     for (QWidget* part : {makeMonthLine(), static_cast<QWidget*>(m_bars), static_cast<QWidget*>(m_exported)})
         column->addWidget(part);
 }
