@@ -271,6 +271,8 @@ void TestAccessibility::unloadedPlugins()
 {
     for (const char* language : {"Deutsch", "American English"})
         choose(language);
+    auto* const pages = window()->findChild<QStackedWidget*>();
+    window()->findChild<QListWidget*>()->setCurrentRow(pages->indexOf(part("ModemPage")));
     simulate("[modem S]\nmodel=Lume S1\nstate=attached\n"); // for neither messages nor calls
     QTRY_VERIFY(!owner("Ctrl+O"));
     QVERIFY(shownIn(QAccessible::queryAccessibleInterface(window()), isNamedHeading).size() > 2);
