@@ -82,6 +82,8 @@ void SoundsPanel::addRow(QGridLayout* rows, Event event)
     auto* caption = new QLabel;
     auto* list = new QComboBox;
     auto* test = new QPushButton;
+    caption->setWordWrap(true);                                                  // in narrow windows
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // names can have any length
     list->setObjectName(EventSettings::key(event));
     caption->setBuddy(list);
     const auto chosen = [list] {

@@ -10,11 +10,13 @@
 #include "support/Numbers.h"
 #include "support/Text.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -40,7 +42,7 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
     , m_recipient(new QLineEdit)
     , m_sender(new SenderChooser(sender))
     , m_text(new QPlainTextEdit)
-    , m_length(Look::quietLabel(QString()))
+    , m_length(Look::quietLabel(QString(), true))
     , m_note(makeNote())
     , m_send(new QPushButton)
 {
@@ -145,6 +147,9 @@ void ComposeWindow::showState()
 void ComposeWindow::translate()
 {
     setWindowTitle(text("IDS_SMS_NEW"));
+    m_recipient->setAlignment( // numbers begin where the hint does
+        QStyle::visualAlignment(QGuiApplication::layoutDirection(), Qt::AlignLeading | Qt::AlignVCenter) |
+        Qt::AlignAbsolute);
     m_recipient->setPlaceholderText(text("IDS_SMS_RECIPIENT"));
     m_recipient->setAccessibleName(m_recipient->placeholderText());
     m_text->setPlaceholderText(text("IDS_SMS_TEXT"));

@@ -50,11 +50,15 @@ MessageView::MessageView(QWidget* parent)
     prepareBrowser(m_text);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base);
+    m_text->document()->setDocumentMargin(Look::Gap); // to the frame that shows the focus
     Look::setFont(m_sender, Look::NormalText, QFont::DemiBold);
+    auto* head = new QVBoxLayout;
+    head->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, 0);
+    head->addWidget(m_sender);
+    head->addWidget(m_time);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(Look::Gap, Look::Gap, Look::Gap, Look::Gap);
-    layout->addWidget(m_sender);
-    layout->addWidget(m_time);
+    layout->addLayout(head);
     layout->addWidget(m_text, 1);
 }
 
