@@ -129,7 +129,10 @@ void HeaderBar::setCompact(bool isCompact)
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
     if (!m_isTitle)
         m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
-    layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? Look::Gap : side, top);
+    layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? 0 : side, top);
+    layout()->setSpacing(isCompact ? Look::Gap / 2 : Look::Gap * 2);
+    const int narrow = m_menuButton->fontMetrics().height() + Look::Gap; // more room for names
+    m_menuButton->setMaximumWidth(isCompact ? narrow : QWIDGETSIZE_MAX);
 }
 
 void HeaderBar::refresh()

@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr QSize Size{640, 420};
+constexpr QSize Size{688, 420};
 
 struct Fact
 {

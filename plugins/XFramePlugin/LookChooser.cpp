@@ -7,10 +7,13 @@
 #include "support/Text.h"
 
 #include <QSignalBlocker>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace {
 
-constexpr QSize TitleSpace{28, 32}; ///< beside and below the picture
+constexpr QSize Space{28, 16}; ///< beside the picture, and around it and its name
 
 /// The same picture when it is selected: a tint would change its colours.
 QIcon untinted(const QPixmap& picture)
@@ -32,6 +35,7 @@ LookChooser::LookChooser(MainWindow& window, QWidget* parent)
     setResizeMode(Adjust);
     setIconSize(SkinPreview::Size);
     setSpacing(Look::Gap);
+    setWordWrap(true);
     setFrameShape(QFrame::NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // else its width is reserved
     for (const WindowLook& look : m_looks)
@@ -45,8 +49,8 @@ LookChooser::LookChooser(MainWindow& window, QWidget* parent)
 void LookChooser::addPicture(const WindowLook& look)
 {
     auto* const item = new QListWidgetItem(this);
+    item->setTextAlignment(Qt::AlignHCenter | Qt::AlignTop);
     item->setIcon(untinted(SkinPreview::picture(look, devicePixelRatioF())));
-    item->setSizeHint(SkinPreview::Size + TitleSpace);
 }
 
 /// As many rows as the width needs.
@@ -82,4 +86,20 @@ void LookChooser::translate()
         const char* const usual = look.isDark ? "IDS_WINDOW_DARK" : "IDS_WINDOW_USUAL";
         item(row)->setText(look.isCompact ? text("IDS_WINDOW_COMPACT").arg(look.skin) : text(usual));
     }
+    resizeItems();
+}
+
+/// All are as high as the longest name needs.
+void LookChooser::resizeItems()
+{
+    QSize size = SkinPreview::Size + Space;
+    const int pictureHeight = size.height();
+    const int margins = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    const QRect line(0, 0, size.width() - margins, 0);
+    for (int row = 0; row < count(); ++row) {
+        const QRect name = fontMetrics().boundingRect(line, Qt::TextWordWrap, item(row)->text());
+        size.setHeight(std::max(size.height(), pictureHeight + name.height()));
+    }
+    for (int row = 0; row < count(); ++row)
+        item(row)->setSizeHint(size);
 }

@@ -22,6 +22,7 @@ private:
     void showCurrent();
     void apply();
     void translate();
+    void resizeItems();
 
     MainWindow& m_window;
     QVector<WindowLook> m_looks; ///< by row

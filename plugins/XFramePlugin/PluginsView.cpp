@@ -19,7 +19,7 @@ namespace {
 
 constexpr int RowHeight = 40;
 constexpr int CellMargin = 4;
-constexpr int WidestColumn = 200; ///< longer names are cut off
+constexpr int WidestColumn = 280; ///< longer names are cut off
 
 /// Column titles on the background of the table, with a line below.
 class FlatHeader : public QHeaderView

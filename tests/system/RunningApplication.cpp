@@ -92,11 +92,13 @@ void RunningApplication::choose(const QString& entry) const
 
 void RunningApplication::useSkin(const QByteArray& name) const
 {
+    const bool isUsual = name.isEmpty() || name == "dark";
+    CommonUtils::SetSettings("mainwindow", "dark", name == "dark" ? "true" : "false");
     CommonUtils::SetSettings("MiniSkin", "Name", name);
-    for (const bool isCompact : {name.isEmpty(), !name.isEmpty()}) // there and back, to read the skin
+    for (const bool isCompact : {isUsual, !isUsual}) // there and back, to read the skin
         if (CommonUtils::IsMiniMode() != isCompact)
             QVERIFY(QMetaObject::invokeMethod(owner("Ctrl+M"), "trigger"));
-    QCOMPARE(CommonUtils::IsMiniMode(), !name.isEmpty());
+    QCOMPARE(CommonUtils::IsMiniMode(), !isUsual);
 }
 
 QObject* RunningApplication::owner(const char* shortcut) const

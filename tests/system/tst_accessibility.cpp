@@ -202,6 +202,7 @@ void TestAccessibility::controls_data()
 {
     const auto row = dataTable<QByteArray>("skin");
     row("usual window", "");
+    row("usual window, dark", "dark");
     row("compact window", "Blue");
     row("compact window, dark", "Graphite");
 }
