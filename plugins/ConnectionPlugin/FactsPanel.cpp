@@ -34,18 +34,27 @@ int stretchOf(int column, int columns)
     return column == Columns - 1 && columns == Columns ? 5 : 3;
 }
 
+/// Takes part in columns of the same width.
+ElidedLabel* makeLabel()
+{
+    auto* const label = new ElidedLabel;
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setWordWrap(true);
+    return label;
+}
+
 QWidget* makeCell(const char* caption, ElidedLabel* value)
 {
     auto* cell = new QWidget;
     auto* column = new QVBoxLayout(cell);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    auto* const captionLabel = new ElidedLabel;
+    ElidedLabel* const captionLabel = makeLabel();
     Look::makeQuiet(captionLabel);
-    captionLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     Look::setFont(value, Look::NormalText, QFont::DemiBold);
     column->addWidget(captionLabel);
     column->addWidget(value);
+    column->addStretch(); // the cell beside it may have more lines
     keepTranslated(captionLabel, [=] {
         captionLabel->setFullText(text(caption));
         value->setAccessibleName(text(caption));
@@ -60,8 +69,7 @@ FactsPanel::FactsPanel(QWidget* parent)
     , m_grid(new QGridLayout(this))
 {
     for (const Fact& fact : AllFacts) {
-        auto* value = new ElidedLabel;
-        value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // columns are equally wide
+        ElidedLabel* const value = makeLabel();
         m_values.append(value);
         m_cells.append(makeCell(fact.caption, value));
     }

@@ -1,5 +1,6 @@
 #include "ModemReport.h"
 
+#include "support/Look.h"
 #include "support/NetworkWords.h"
 #include "support/Numbers.h"
 #include "support/OperatorNames.h"
@@ -7,9 +8,6 @@
 #include "support/Units.h"
 
 #include <qrvl.h>
-
-#include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -20,28 +18,17 @@ QString serviceWord(const char* key)
     return serviceValue(QString::fromLatin1(key));
 }
 
-struct SignalStep
-{
-    int least; ///< per cent
-    const char* words;
-};
-
-constexpr SignalStep SignalSteps[] = {
-    {75, "IDS_CONN_SIGNAL_EXCELLENT"},
-    {50, "IDS_CONN_SIGNAL_GOOD"},
-    {25, "IDS_CONN_SIGNAL_FAIR"},
-    {1, "IDS_CONN_SIGNAL_WEAK"},
+/// For each number of bars.
+constexpr const char* SignalWords[Look::SignalBars + 1] = {
+    "IDS_CONN_SIGNAL_NONE", "IDS_CONN_SIGNAL_WEAK",      "IDS_CONN_SIGNAL_FAIR",
+    "IDS_CONN_SIGNAL_GOOD", "IDS_CONN_SIGNAL_EXCELLENT",
 };
 
 QString signalWords(const QString& reported)
 {
     const int strength = reported.toInt();
-    const auto* const step =
-        std::find_if(std::begin(SignalSteps), std::end(SignalSteps),
-                     [strength](const SignalStep& candidate) { return strength >= candidate.least; });
-    if (step == std::end(SignalSteps))
-        return reported.isEmpty() ? QString() : text("IDS_CONN_SIGNAL_NONE");
-    return text(step->words).arg(numberText(strength));
+    const QString words = reported.isEmpty() ? QString() : text(SignalWords[Look::signalBars(strength)]);
+    return words.contains(QLatin1String("%1")) ? words.arg(numberText(strength)) : words;
 }
 
 QString roamingWords(const QString& registration)

@@ -123,17 +123,13 @@ void PinDialog::showTexts()
     const QString tries = modemValue(m_modem, asksPuk() ? "puk-tries" : "pin-tries");
     m_tries->setText(text("IDS_CONN_TRIES").arg(numberText(tries.toInt())));
     m_tries->setVisible(!isBlocked && !tries.isEmpty());
-    fitToContent();
+    showNote();
 }
 
-void PinDialog::fitToContent()
+void PinDialog::showNote()
 {
     m_note->setVisible(!m_note->text().isEmpty());
-    QWidget* const content = GetMainWidget();
-    if (!content)
-        return;
-    content->layout()->activate();
-    changeSize({Width, content->layout()->totalHeightForWidth(Width)});
+    fitToContent(this);
 }
 
 bool PinDialog::isComplete() const
@@ -157,7 +153,7 @@ void PinDialog::submit()
         return;
     if (asksPuk() && m_newPin->text() != m_repeatedPin->text()) {
         m_note->setText(text("IDS_CONN_PINS_DIFFER"));
-        fitToContent();
+        showNote();
         return;
     }
     m_isBusy = true;
@@ -170,7 +166,7 @@ void PinDialog::submit()
         this, [this](const RequestEnd& end) { finish(end); });
     wipeFields();
     m_note->setText(text("IDS_CONN_CHECKING"));
-    fitToContent();
+    showNote();
 }
 
 void PinDialog::finish(const RequestEnd& end)

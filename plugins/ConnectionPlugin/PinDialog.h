@@ -29,7 +29,7 @@ private:
 
     void followCard();
     void showTexts();
-    void fitToContent();
+    void showNote();
     void enable();
     void submit();
     void finish(const RequestEnd& end);

@@ -68,7 +68,7 @@ QString storage(const Modem& modem)
 QString signalText(const Modem& modem)
 {
     const QString percent = modemValue(modem, "signal");
-    return percent.isEmpty() ? QString() : numberText(percent.toInt()) + QStringLiteral(" %");
+    return percent.isEmpty() ? QString() : text("IDS_MODEM_PERCENT").arg(numberText(percent.toInt()));
 }
 
 } // namespace

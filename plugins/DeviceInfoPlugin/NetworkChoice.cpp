@@ -14,6 +14,8 @@
 
 #include <qrvl.h>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int AutomaticId = 0; ///< of a button; those of networks follow
@@ -83,14 +85,46 @@ void NetworkChoice::showModem(const Modem& modem)
     if (!isShown(modem)) {
         clearFound();
         setActivity(Activity::None); // the end of a request that is under way will not be shown
+        m_chosen.clear();
         m_automatic->setChecked(true);
     }
     m_modem = modem;
     m_isReady = modemValue(modem.id, QStringLiteral("sim")) == QLatin1String("ready");
     m_current = modemValue(modem.id, QStringLiteral("network"));
     setVisible(m_isReady);
+    followChoice();
     describeFound();
     enable();
+}
+
+/// Shows the modem's own choice when it changes; until then, what the user is about to choose stays.
+void NetworkChoice::followChoice()
+{
+    const bool isManual = modemValue(m_modem.id, QStringLiteral("network-choice")) == QLatin1String("manual");
+    const QString chosen = isManual ? m_current : QString();
+    if (chosen == m_chosen || (isManual && chosen.isEmpty()))
+        return; // a modem that has lost its network looks for that one only
+    m_chosen = chosen;
+    check(chosen);
+}
+
+/// Checks a network, which is added unless it has been found. Without one it leaves the choice to the modem.
+void NetworkChoice::check(const QString& network)
+{
+    if (network.isEmpty()) {
+        m_automatic->setChecked(true);
+        return;
+    }
+    const auto* const found =
+        std::find_if(m_found.cbegin(), m_found.cend(),
+                     [&](const FoundNetwork& candidate) { return candidate.code == network; });
+    const int id = int(found - m_found.cbegin()) + 1;
+    if (found == m_found.cend())
+        addFound({network,
+                  QStringLiteral("current"),
+                  {modemValue(m_modem.id, QStringLiteral("technology"))},
+                  modemValue(m_modem.id, QStringLiteral("network-name"))});
+    m_choices->button(id)->setChecked(true);
 }
 
 void NetworkChoice::search()
@@ -137,12 +171,18 @@ void NetworkChoice::showNote(const QString& note)
 void NetworkChoice::showFound(const QString& lines)
 {
     clearFound();
-    m_found = readNetworks(lines);
-    for (int i = 0; i < m_found.size(); ++i)
-        m_choices->addButton(addChoice(m_found[i]), i + 1);
+    for (const FoundNetwork& network : readNetworks(lines))
+        addFound(network);
     if (m_found.isEmpty())
         showNote(text("IDS_MODEM_FOUND_NONE"));
+    check(m_chosen);
     enable();
+}
+
+void NetworkChoice::addFound(const FoundNetwork& network)
+{
+    m_found.append(network);
+    m_choices->addButton(addChoice(network), m_found.size());
 }
 
 QRadioButton* NetworkChoice::addChoice(const FoundNetwork& network)

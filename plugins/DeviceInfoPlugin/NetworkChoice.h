@@ -37,9 +37,12 @@ private:
     void apply();
     void showEnd(const RequestEnd& end);
     void showFound(const QString& lines);
+    void addFound(const FoundNetwork& network);
     void showNote(const QString& note);
     void setActivity(Activity activity);
     void clearFound();
+    void followChoice();
+    void check(const QString& network);
     QRadioButton* addChoice(const FoundNetwork& network);
     QString describe(const FoundNetwork& network) const;
     void describeFound();
@@ -50,6 +53,7 @@ private:
     Modem m_modem;          ///< id 0 without one
     bool m_isReady = false; ///< its SIM card is
     QString m_current;      ///< code of the network in which it is
+    QString m_chosen;       ///< code of the network that the modem keeps to; empty if it chooses by itself
     QVector<FoundNetwork> m_found;
     Activity m_activity = Activity::None;
     QRadioButton* m_automatic;

@@ -47,6 +47,9 @@ UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& reques
         setWindowTitle(text("IDS_USSD_TITLE").arg(unmirrored(m_code)));
         m_reply->setPlaceholderText(text("IDS_USSD_REPLY"));
         m_reply->setAccessibleName(m_reply->placeholderText());
+        const bool isMirrored = m_reply->placeholderText().isRightToLeft();
+        m_reply->setAlignment((isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                              Qt::AlignVCenter); // else the cursor follows the keyboard's language
         m_send->setText(text("IDS_USSD_SEND"));
         m_close->setText(text(m_state == State::Ended ? "IDS_USSD_CLOSE" : "IDS_USSD_CANCEL"));
     });
@@ -143,18 +146,11 @@ void UssdDialog::enter(State state, const QString& heading, const QString& conte
     m_close->setText(text(state == State::Ended ? "IDS_USSD_CLOSE" : "IDS_USSD_CANCEL"));
     (state == State::Asked ? static_cast<QWidget*>(m_reply) : m_close)->setFocus();
     (state == State::Asked ? m_send : m_close)->setDefault(true);
-    fitToContent();
+    fitToContent(this);
 }
 
 void UssdDialog::followModem()
 {
     if (m_state != State::Ended && !isAttached(m_modem.id))
         showFailure(QRVL_ERROR_NO_DEVICE);
-}
-
-void UssdDialog::fitToContent()
-{
-    QLayout* const layout = GetMainWidget()->layout();
-    layout->activate();
-    changeSize({Width, layout->totalHeightForWidth(Width)});
 }

@@ -33,7 +33,6 @@ private:
     void showFailure(int result);
     void enter(State state, const QString& heading, const QString& content);
     void followModem();
-    void fitToContent();
 
     const QString m_code;
     const Modem m_modem;

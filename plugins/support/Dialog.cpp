@@ -7,6 +7,7 @@
 #include "support/Text.h"
 #include "support/WindowEdges.h"
 
+#include <QLayout>
 #include <QPushButton>
 #include <QScreen>
 
@@ -24,6 +25,16 @@ void fillDialog(ExtendDialog* dialog, QWidget* content, const QSize& preferred)
     content->resize(content->sizeHint().expandedTo(preferred).boundedTo(available));
     content->show();
     dialog->changeSize(content->size());
+}
+
+void fitToContent(ExtendDialog* dialog)
+{
+    QWidget* const content = dialog->GetMainWidget();
+    if (!content)
+        return;
+    content->layout()->activate();
+    const int width = content->maximumWidth();
+    dialog->changeSize({width, content->layout()->totalHeightForWidth(width)});
 }
 
 void makeResizable(ExtendDialog* dialog)

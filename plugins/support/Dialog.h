@@ -13,6 +13,10 @@
 /// @param preferred size of the content if it needs no more and the screen is large enough
 void fillDialog(ExtendDialog* dialog, QWidget* content, const QSize& preferred = {});
 
+/// Makes a dialog as high as its content of a fixed width has become, after texts and fields of it have changed. Does nothing
+/// before fillDialog().
+void fitToContent(ExtendDialog* dialog);
+
 /// Lets the user resize a dialog, whatever frame it has. Call it after fillDialog().
 /// @param dialog of the kind enWidgetNormal
 void makeResizable(ExtendDialog* dialog);

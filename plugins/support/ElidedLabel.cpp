@@ -5,6 +5,8 @@
 #include <QEvent>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int LeastCharacters = 4;
@@ -54,8 +56,24 @@ void ElidedLabel::resizeEvent(QResizeEvent* event)
     elide();
 }
 
+/// Whether each word fits into a line of its own.
+bool ElidedLabel::isWrappable() const
+{
+    if (!wordWrap() || m_fullText.size() > LongestMeasured)
+        return false;
+    const QStringList words = m_fullText.split(QLatin1Char(' '));
+    return std::all_of(words.begin(), words.end(), [this](const QString& word) {
+        return fontMetrics().horizontalAdvance(word) + MarginAtText <= width();
+    });
+}
+
 void ElidedLabel::elide()
 {
+    if (isWrappable()) {
+        setText(m_fullText);
+        setToolTip({});
+        return;
+    }
     CommonUtils::ElidedText(this, m_fullText, Qt::ElideRight);
     if (Qt::mightBeRichText(toolTip()))
         setToolTip(QLatin1String("<p style=\"white-space: pre-wrap\">") + m_fullText.toHtmlEscaped() +

@@ -3,7 +3,7 @@
 #include "support/Label.h"
 
 /// A label that is as wide as its text if there is enough room. If not, the text ends with an ellipsis, and
-/// the tool tip shows the full text. GUI thread only.
+/// the tool tip shows the full text. With word wrap, that happens only if a single word is too wide. GUI thread only.
 class ElidedLabel : public Label
 {
     Q_OBJECT
@@ -22,6 +22,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    bool isWrappable() const;
     void elide();
 
     QString m_fullText;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int NarrowPage = 420; ///< narrower ones have less space at their sides
 constexpr int LowPage = 300;    ///< lower ones have no lead
-constexpr int AboveText = 5;    ///< in a label with selectable text: its frame, and a margin that Qt adds
+constexpr int AboveText = 6; ///< in a label with selectable text: its frame, a margin that Qt adds, rounding
 
 QLabel* heading(const QString& title)
 {
@@ -163,7 +163,7 @@ void Card::addRow(const QString& caption, const QString& value)
     content->setAlignment((content->alignment() & ~Qt::AlignVertical_Mask) | Qt::AlignTop);
     content->setAccessibleName(caption);
     content->setAccessibleDescription(value);
-    QLabel* captionLabel = Look::quietLabel(caption);
+    QLabel* captionLabel = Look::quietLabel(caption, true);
     captionLabel->setContentsMargins(0, AboveText, 0, 0);
     m_rows->addWidget(captionLabel, row, 0, Qt::AlignTop);
     m_rows->addWidget(content, row, 1);

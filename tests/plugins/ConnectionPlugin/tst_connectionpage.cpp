@@ -98,7 +98,7 @@ void TestConnectionPage::connecting()
         QTest::mouseRelease(State.button(), Qt::LeftButton); // cancels nothing
         QVERIFY(State.says(expected));
     }
-    for (const char* fact : {"Good (60 %)", "Roaming | No", "IP address | 10.", "\u2193 0.00 B"})
+    for (const char* fact : {"Fair (60\u00a0%)", "Roaming | No", "IP address | 10.", "\u2193 0.00 B"})
         QVERIFY(Facts.says(fact));
     State.button()->click();
     QVERIFY(State.says(Ready));
@@ -132,7 +132,7 @@ void TestConnectionPage::interrupted()
     QVERIFY(State.says(attempt));
     State.button()->click();
     simulate(contentOf(homeFile("simulator.ini")).replace("signal=60", "signal=90"));
-    QVERIFY(Facts.says("Excellent (90 %)"));
+    QVERIFY(Facts.says("Excellent (90\u00a0%)"));
     QVERIFY(State.says("Disconnecting\u2026 | One moment, please. | [Disconnect]"));
 
     // The modem is removed meanwhile.
