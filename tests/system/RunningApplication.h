@@ -62,7 +62,7 @@ protected:
     /// Chooses an entry of the menus as the user does, such as a language by its own name.
     void choose(const QString& entry) const;
 
-    /// Changes to the compact window with a skin, or to the usual one if the name is empty or, for dark colours, "dark".
+    /// Changes to the compact window with a skin, or to the usual one: "" for its light colours, "dark" for the others.
     void useSkin(const QByteArray& name) const;
 
     /// The action or button of the main window that has the shortcut; null when none has.
