@@ -221,7 +221,7 @@ void TestAccessibility::controls()
         const bool scrolls = page->verticalScrollBar()->maximum() > 0;
         QVERIFY(page->focusProxy() || scrolls || page->focusPolicy() == Qt::NoFocus);
         const auto headings = shownIn(QAccessible::queryAccessibleInterface(page), isNamedHeading);
-        QVERIFY(headings.size() > (page->inherits("ModemPage") ? 3 : 0)); // that of the page and of its panels
+        QVERIFY(headings.size() > (page->inherits("ModemPage") ? 3 : 0)); // page and panels
     }
     const auto* const text = part("MessagesPage")->findChild<QTextBrowser*>();
     const QColor link = text->document()->find("a.example").charFormat().foreground().color();
