@@ -134,13 +134,15 @@ private:
         AWAIT(thread()->toPlainText().contains("Delivered"));
     }
 
-    /// Opens the window for writing and returns it.
+    /// Opens the window for writing and returns it when it is active for Qt, as its shortcuts need that. On Windows,
+    /// isActiveWindow() is true before.
     QWidget* compose(const char* shortcut) const
     {
         click(shortcut);
-        const bool isReady =
-            QTest::qWaitFor([this] { return field() && field()->isActiveWindow(); }, LongestWait);
-        return isReady ? field()->window() : nullptr; // its shortcuts need an active window
+        const auto isReady = [this] {
+            return field() && QApplication::activeWindow() == field()->window();
+        };
+        return QTest::qWaitFor(isReady, LongestWait) ? field()->window() : nullptr;
     }
     QPlainTextEdit* field() const { return inDialog<QPlainTextEdit>(); }
     static void press(QWidget* widget, Qt::Key key) { QTest::keyClick(widget, key, Qt::ControlModifier); }
