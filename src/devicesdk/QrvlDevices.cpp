@@ -72,9 +72,10 @@ long QRVL_DevSrv_GetCustomizeName(char* name)
     if (!name)
         return QRVL_ERROR_ARGUMENT;
     const Modems modems = Service::devices().available();
-    const QString text = modems.isEmpty() ? QString() : modems.first().customize;
+    const QString own = modems.isEmpty() ? QString() : modems.first().customize;
+    const QString text = own.isEmpty() ? QStringLiteral(QRVL_CUSTOMIZE_NAME_COMMON) : own;
     DeviceRecord::fillText(text, &DeviceRecord::inUtf8, name, QRVL_CUSTOMIZE_NAME_SIZE);
-    return modems.isEmpty() ? QRVL_ERROR_NO_DEVICE : QRVL_OK;
+    return QRVL_OK;
 }
 
 long QRVL_DevSrv_GetImsiInfo(char* imsi)

@@ -176,9 +176,9 @@ void tst_DeviceService::recordHoldsModem()
     };
     QCOMPARE(texts(), QString::fromUtf8("0:north\xc3\xa9 0:262011234567890"));
     describe(simulatorFile("WithoutSim attached"), "6606:1");
-    QCOMPARE(texts(), QString("0: 4:"));
+    QCOMPARE(texts(), QString("0:common 4:"));
     describe({}, "6606:0");
-    QCOMPARE(texts(), QString("4: 4:"));
+    QCOMPARE(texts(), QString("0:common 4:"));
 
     const std::pair<QByteArray, int> cuts[] = {
         {"1234567", 7},

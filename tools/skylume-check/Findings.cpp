@@ -12,7 +12,6 @@ struct KindText
     const char* name;
     const char* effect; ///< what usually happens at run time
     const char* remedy;
-    bool isNote = false; ///< worth knowing, but no fault
 };
 
 constexpr KindText KindTexts[] = {
@@ -69,9 +68,6 @@ constexpr KindText KindTexts[] = {
     {Kind::MenuAfterBlocks, "menu-after-blocks",
      "It is read only if a block was applied before; all other modems do not get it.",
      "Move it before \"customize\"."},
-    {Kind::BlocksForEveryone, "blocks-for-everyone",
-     "With a modem without a customisation name, and without a modem, all blocks are applied.",
-     "Make sure that the menus also make sense with all blocks.", true},
     {Kind::UnknownText, "unknown-text", "The text is empty, or the name in the file is shown.",
      "Add the text to the language files of the plugin, or correct the identifier."},
     {Kind::UnknownPlugin, "unknown-plugin", "The button is never there.",
@@ -127,11 +123,9 @@ Faults sorted(Faults faults)
 void Findings::add(Kind kind, const QString& file, qint64 line, const QString& message, const QString& effect)
 {
     const KindText& text = textOf(kind);
-    const QString named = QStringLiteral("%1%2 [%3]")
-                              .arg(text.isNote ? QStringLiteral("note: ") : QString(), message, nameOf(kind));
-    (text.isNote ? m_notes : m_faults)
-        .append({file, line, named, effect.isEmpty() ? QString::fromUtf8(text.effect) : effect,
-                 QString::fromUtf8(text.remedy)});
+    m_faults.append({file, line, QStringLiteral("%1 [%2]").arg(message, nameOf(kind)),
+                     effect.isEmpty() ? QString::fromUtf8(text.effect) : effect,
+                     QString::fromUtf8(text.remedy)});
     m_places.insert({file, line});
 }
 
@@ -149,11 +143,6 @@ void Findings::addNew(const Findings& others)
 Faults Findings::faults() const
 {
     return sorted(m_faults);
-}
-
-Faults Findings::notes() const
-{
-    return sorted(m_notes);
 }
 
 QString Findings::nameOf(Kind kind)

@@ -36,7 +36,6 @@ enum class Kind {
     HiddenBlock,
     NamelessBlock,
     MenuAfterBlocks,
-    BlocksForEveryone,
     UnknownText,
     UnknownPlugin,
     MissingIcon,
@@ -63,15 +62,13 @@ public:
     /// Adds the findings of another check that are in lines without a finding.
     void addNew(const Findings& others);
 
-    /// The findings by file and line. Notes, which are no faults, are not among them.
+    /// The findings by file and line.
     Faults faults() const;
-    Faults notes() const;
 
     /// The kind's name in reports and schemas, such as "unknown-element".
     static QString nameOf(Kind kind);
 
 private:
     Faults m_faults;
-    Faults m_notes;
     QSet<QPair<QString, qint64>> m_places;
 };

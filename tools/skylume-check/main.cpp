@@ -10,8 +10,6 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
-#include <cstdio>
-
 namespace {
 
 constexpr void (*AllChecks[])(const Installation&, Findings&) = {
@@ -46,11 +44,8 @@ int check(const QStringList& folders)
         Findings findings;
         for (const auto& runCheck : AllChecks)
             runCheck(installation, findings);
-        for (const Fault& note : findings.notes())
-            std::fprintf(stdout, "%s\n", note.toString().toLocal8Bit().constData());
         faults += findings.faults();
     }
-    std::fflush(stdout);
     return Tool::report(faults);
 }
 

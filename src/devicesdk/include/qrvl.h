@@ -138,6 +138,7 @@ QRVL_API long QRVL_DevSrv_StartDetect(void);
 #define QRVL_MAX_DEVICES 16
 #define QRVL_DEVICE_NAME_SIZE 256
 #define QRVL_CUSTOMIZE_NAME_SIZE 256
+#define QRVL_CUSTOMIZE_NAME_COMMON "common" /* the customisation without an operator's changes */
 #define QRVL_IMSI_SIZE 36
 #define QRVL_GID_SIZE 36
 #define QRVL_AVAILABLE_DEVICE_LIST_SIZE 8708
@@ -171,9 +172,9 @@ QRVL_API long QRVL_DevSrv_GetAvailableDeviceList(QRVL_AvailableDeviceList* list)
  * failed; the status value "state" says which. Results: QRVL_OK, QRVL_ERROR_ARGUMENT. */
 QRVL_API long QRVL_DevSrv_GetUnusableDeviceList(QRVL_AvailableDeviceList* list);
 
-/* Writes the operator customisation name of the first available modem, in UTF-8, into the buffer of
- * QRVL_CUSTOMIZE_NAME_SIZE bytes; a longer name is cut between characters. The buffer is empty if the modem has none.
- * Results: QRVL_OK, QRVL_ERROR_NO_DEVICE, QRVL_ERROR_ARGUMENT. */
+/* Writes the name of the operator customisation that applies, in UTF-8, into the buffer of QRVL_CUSTOMIZE_NAME_SIZE bytes:
+ * that of the first available modem, or QRVL_CUSTOMIZE_NAME_COMMON if it has none or there is no modem. A longer name is
+ * cut between characters. Results: QRVL_OK, QRVL_ERROR_ARGUMENT. */
 QRVL_API long QRVL_DevSrv_GetCustomizeName(char* name);
 
 /* Writes the IMSI of the first available modem, in UTF-8, into the buffer of QRVL_IMSI_SIZE bytes. Results: QRVL_OK,
