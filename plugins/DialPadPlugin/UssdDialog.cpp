@@ -20,12 +20,6 @@ namespace {
 constexpr int Width = 380;
 constexpr int LongestReply = 182; // characters that fit into one request
 
-QLabel* wrapped(QLabel* label)
-{
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& requests,
@@ -34,8 +28,8 @@ UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& reques
     , m_code(code)
     , m_modem(modem)
     , m_requests(requests)
-    , m_heading(wrapped(Look::label(QString(), Look::HeadingText, QFont::DemiBold)))
-    , m_content(wrapped(Look::label(QString(), Look::NormalText)))
+    , m_heading(Look::wrappedLabel(Look::HeadingText, QFont::DemiBold))
+    , m_content(Look::wrappedLabel(Look::NormalText))
     , m_reply(new QLineEdit)
     , m_send(new QPushButton)
     , m_close(new QPushButton)

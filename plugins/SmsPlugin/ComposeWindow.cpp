@@ -25,13 +25,6 @@ namespace {
 
 constexpr QSize ContentSize{420, 300};
 
-QLabel* makeNote()
-{
-    QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
-    note->setWordWrap(true);
-    return note;
-}
-
 } // namespace
 
 ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* drafts, DeviceEvents* events,
@@ -43,7 +36,7 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
     , m_sender(new SenderChooser(sender))
     , m_text(new QPlainTextEdit)
     , m_length(Look::quietLabel(QString(), true))
-    , m_note(makeNote())
+    , m_note(Look::wrappedLabel(Look::NormalText, QFont::DemiBold))
     , m_send(new QPushButton)
 {
     setAttribute(Qt::WA_DeleteOnClose);

@@ -58,10 +58,9 @@ void setUpColumns(QTableView* table)
 
 PluginsView::PluginsView(QWidget* parent)
     : QWidget(parent)
-    , m_faults(Look::label(QString(), Look::NormalText, QFont::DemiBold))
+    , m_faults(Look::wrappedLabel(Look::NormalText, QFont::DemiBold))
     , m_model(new PluginStatusModel(this))
 {
-    m_faults->setWordWrap(true);
     Look::makeSelectable(m_faults);
     auto* panel = new Surface;
     auto* inside = new QVBoxLayout(panel);

@@ -152,6 +152,13 @@ QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
     return label;
 }
 
+QLabel* Look::wrappedLabel(qreal scale, QFont::Weight weight)
+{
+    QLabel* label = Look::label(QString(), scale, weight);
+    label->setWordWrap(true);
+    return label;
+}
+
 QLabel* Look::quietLabel(const QString& content, bool wrapped)
 {
     QLabel* label = Look::label(content, NormalText);
@@ -162,8 +169,7 @@ QLabel* Look::quietLabel(const QString& content, bool wrapped)
 
 QLabel* Look::errorLabel()
 {
-    QLabel* label = Look::label(QString(), NormalText);
-    label->setWordWrap(true);
+    QLabel* label = wrappedLabel(NormalText);
     label->setProperty("error", true); // for style sheets with colours of their own
     new TextColour(label, alarming);
     return label;

@@ -68,6 +68,9 @@ void makeSelectable(QLabel* label);
 /// @param scale one of the sizes above
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);
 
+/// A new, empty label() that breaks its lines; the caller owns it.
+QLabel* wrappedLabel(qreal scale, QFont::Weight weight = QFont::Normal);
+
 /// A new label for captions and explanations, see makeQuiet(); the caller owns it.
 QLabel* quietLabel(const QString& content, bool wrapped = false);
 
