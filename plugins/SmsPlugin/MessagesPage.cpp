@@ -1,4 +1,5 @@
-// The page's widgets and what they show. What its commands do is in MessageActions.cpp.
+// The page's widgets and what they show. Its toolbar and the search are in MessageSearch.cpp, what its commands do is in
+// MessageActions.cpp.
 #include "MessagesPage.h"
 
 #include "ConversationList.h"
@@ -47,26 +48,6 @@ MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     keepTranslated(this, [this] { translate(); });
     showDrafts();
     m_feed.refresh();
-}
-
-void MessagesPage::makeToolBar()
-{
-    delete m_toolBar;
-    m_toolBar = new MessageToolBar;
-    content()->insertWidget(0, m_toolBar);
-    connect(m_toolBar, &MessageToolBar::pressed, this, &MessagesPage::run);
-    connect(m_toolBar, &MessageToolBar::searchChanged, this, &MessagesPage::search);
-    connect(m_toolBar, &MessageToolBar::nextWanted, this, &MessagesPage::showNextHit);
-    connect(m_toolBar, &MessageToolBar::searchClosed, m_panes, [this] { m_panes->setFocus(); });
-}
-
-void MessagesPage::updateToolBar()
-{
-    if (!m_toolBar->isOutdated())
-        return;
-    m_toolBar->closeSearch();
-    makeToolBar();
-    m_toolBar->enableFor(context());
 }
 
 void MessagesPage::connectViews()
@@ -179,28 +160,6 @@ void MessagesPage::showNote(const QString& note)
 {
     m_note->setText(note);
     m_note->setVisible(!note.isEmpty());
-}
-
-void MessagesPage::search(const QString& text)
-{
-    m_filter.setSearch(text);
-    m_thread->setSearch(text);
-    if (!m_list->currentIndex().isValid() && m_filter.rowCount() > 0)
-        choose(0);
-    showState();
-}
-
-void MessagesPage::showNextHit()
-{
-    const Message* const hit = m_filter.nextHit(m_thread->current());
-    if (!hit)
-        return;
-    const QString key = hit->key;
-    const int row = m_feed.model()->rowOf(hit->address);
-    choose(m_filter.mapFromSource(m_feed.model()->index(row)).row());
-    m_panes->open();
-    m_thread->setCurrent(key);
-    showState();
 }
 
 void MessagesPage::showEvent(QShowEvent* event)
