@@ -37,7 +37,7 @@ private:
 
 namespace {
 
-const TestHome Home({});
+const TestHome Home;
 
 constexpr Part Page{"ConnectionPage"}, State{"StatePanel"}, Facts{"FactsPanel"}, Dialog{"PinDialog"},
     AccessPoint{"ExtendDialog"}, Chooser{"ModemChooser"};

@@ -34,7 +34,7 @@ constexpr Part Page{"DataPage"};
 
 QDir folder()
 {
-    return {qEnvironmentVariable("QRVL_USER_DIR") + "/data-use"};
+    return {homeFile("data-use")};
 }
 
 QString words()

@@ -1,14 +1,13 @@
 // What the icon in the notification area says about simulated modems, and starting with the computer.
-#include "../../support/DataTable.h"
 #include "Autostart.h"
+#include "DataTable.h"
+#include "TestHome.h"
 #include "TrayState.h"
 #include "UnreadCount.h"
 #include "support/Look.h"
 
 #include <QApplication>
-#include <QSaveFile>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QWidget>
 
 #include <memory>
@@ -47,10 +46,7 @@ void TestTray::states_data()
 void TestTray::states()
 {
     QFETCH(QByteArray, modems);
-    QVERIFY(QTest::qWaitFor([&modems] { // on Windows the file cannot be replaced while the service reads it
-        QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    }));
+    simulate(modems);
     QFETCH(int, state);
     QFETCH(int, bars);
     QTRY_VERIFY(int(readTrayStatus().state) == state && readTrayStatus().bars == bars);
@@ -130,9 +126,8 @@ void TestTray::autostart()
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    const TestHome home;
+    qputenv("XDG_CONFIG_HOME", qgetenv("QRVL_USER_DIR"));
     QApplication application(argc, argv);
     QGuiApplication::setApplicationDisplayName("tst_tray");
     TestTray test;

@@ -1,4 +1,5 @@
 // What plugins share, without a plugin.
+#include "TestHome.h"
 #include "support/DeviceEvents.h"
 #include "support/Dialog.h"
 #include "support/ModemInUse.h"
@@ -9,10 +10,14 @@
 
 #include <QLineEdit>
 #include <QScreen>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <memory>
+
+namespace {
+
+const TestHome Home;
+
+} // namespace
 
 class TestPluginSupport : public QObject
 {
@@ -113,12 +118,5 @@ void TestPluginSupport::largeDialog()
     QCOMPARE(dialog.size(), dialog.screen()->availableGeometry().size());
 }
 
-int main(int argc, char** argv)
-{
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QApplication application(argc, argv);
-    TestPluginSupport test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(TestPluginSupport)
 #include "tst_pluginsupport.moc"
