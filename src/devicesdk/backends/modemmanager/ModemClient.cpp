@@ -36,7 +36,7 @@ ModemClient::ModemClient(const QDBusConnection& bus, const Customization& rules)
     m_publishing.setSingleShot(true);
     connect(&m_publishing, &QTimer::timeout, this, &ModemClient::publish);
     connect(&m_mirror, &DBusMirror::objectChanged, this, &ModemClient::noteChange);
-    connect(&m_mirror, &DBusMirror::presenceChanged, this, &ModemClient::schedule);
+    connect(&m_mirror, &DBusMirror::presenceChanged, this, &ModemClient::notePresence);
     connect(&m_requests, &ModemRequests::ended, this, &ModemClient::noteEnd);
     connect(&m_requests, &ModemRequests::networkChosen, this, &ModemClient::noteChoice);
     connect(&m_network, &NetworkClient::ended, this, &ModemClient::noteEnd);
@@ -75,6 +75,13 @@ void ModemClient::begin(const Request& request)
 void ModemClient::detect()
 {
     ManagerProxy(m_mirror.service(), QStringLiteral(MM_DBUS_PATH), m_mirror.bus()).ScanDevices();
+}
+
+void ModemClient::notePresence()
+{
+    if (!m_mirror.isPresent())
+        m_requests.loseService();
+    schedule();
 }
 
 void ModemClient::noteChange(const QString& path)

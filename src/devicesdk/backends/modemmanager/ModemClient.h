@@ -38,6 +38,7 @@ private:
         ModemMessages messages;
     };
 
+    void notePresence();
     void noteChange(const QString& path);
     void noteChoice(const QString& modem, bool isManual);
     void noteEnd(const QString& modem, const RequestEnd& end);

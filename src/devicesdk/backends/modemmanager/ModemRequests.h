@@ -20,6 +20,7 @@ public:
 
     /// See UnlockRequests.
     bool isUnlockingRemovedModem() const { return m_unlocking.isUnlockingRemovedModem(); }
+    void loseService() { m_unlocking.loseService(); }
 
 Q_SIGNALS:
     /// The mirror already has what the request changed, except for messages that are still being read.

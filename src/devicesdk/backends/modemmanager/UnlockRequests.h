@@ -24,6 +24,9 @@ public:
     /// that the SIM asks for its PUK now; its answer is still to come, and then the modem returns.
     bool isUnlockingRemovedModem() const;
 
+    /// ModemManager has gone, and the answers that are still awaited will not come.
+    void loseService() { m_unlocking.clear(); }
+
 private:
     void unlock(quint32 number, const QString& modem, const QDBusPendingCall& call, const QStringList& codes,
                 long refusal);
