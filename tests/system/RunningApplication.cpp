@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QLockFile>
 #include <QMenu>
 
 namespace {
@@ -71,6 +72,9 @@ QString RunningApplication::homeFile(const QString& name)
 
 void RunningApplication::simulate(const QByteArray& modems)
 {
+    QLockFile lock(
+        homeFile("simulator.ini.lock")); // else a request that ends now could bring the modems before back
+    QVERIFY(lock.lock());
     // On Windows the file cannot be replaced while the service reads it.
     QVERIFY(QTest::qWaitFor([&modems] {
         QSaveFile file(homeFile("simulator.ini"));

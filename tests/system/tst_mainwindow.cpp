@@ -423,9 +423,10 @@ void TestMainWindow::serviceCodes()
         {CallModem + "failure=no-coverage\n", "*100#", "", text("IDS_RESULT_NO_COVERAGE", support)},
         {slow, "*100#", "", text("IDS_RESULT_NO_DEVICE", support)}, // another modem replaces it
     };
+    int signal = 50; // tells the modem of each row from the one before
     for (const auto& [modem, code, reply, end] : rows) {
-        simulate(modem);
-        QTRY_VERIFY_WITH_TIMEOUT(call() && shows("T-Mobile"), LongCall);
+        simulate(QByteArray(modem).replace("state=", "signal=" + QByteArray::number(++signal) + "\nstate="));
+        QTRY_VERIFY_WITH_TIMEOUT(call() && shows(QString("Signal: %1").arg(signal)), LongCall);
         window()->findChild<QLineEdit*>()->setText(code);
         QVERIFY(text("IDS_DIAL_SEND", DialPad).startsWith(call()->text()));
         call()->click();
@@ -505,7 +506,7 @@ void TestMainWindow::problems()
 /// A worker that goes on when the application has waited long enough is named in the log.
 void TestMainWindow::lateWorker()
 {
-    simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=1500\n[message 1]\nmodem=M\ntext=x\n");
+    simulate("[modem M]\nmodel=M\nstate=attached\nanswer-time=3000\n[message 1]\nmodem=M\ntext=x\n");
     const auto* const worker = part<QThread>("MessageReader");
     QTRY_VERIFY(worker && worker->isRunning());
     // Two workers read the SIM; the first one to be waited for is named.
