@@ -3,6 +3,7 @@
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
+#include "support/DeviceEvents.h"
 
 #include <QClipboard>
 #include <QRadioButton>
@@ -116,8 +117,17 @@ void TestModemPage::networks()
     Page.button("Apply")->click();
     QVERIFY(Page.says("Choice | Automatic") && Page.says("Name | Alpha"));
 
-    simulate(modem("999017777777777")); // another SIM card: what was found is no longer true
+    simulate(modem("999011234567890").replace("time=20", "time=500").replace("7.1", "7.2"));
+    QVERIFY(Page.says("7.2"));
+    DeviceEvents events;
+    QSignalSpy searches(&events, &DeviceEvents::requestEnded);
+    QVERIFY(events.listen());
+    Page.button("Find networks")->click();
+    simulate(
+        modem("999017777777777")); // another SIM card: what was found, or is found now, is not true for it
     QTRY_COMPARE_WITH_TIMEOUT(Page.all<QRadioButton>().size(), 1, LongestWait);
+    QTRY_COMPARE_WITH_TIMEOUT(searches.size(), 1, LongestWait);
+    QCOMPARE(Page.all<QRadioButton>().size(), 1);
     simulate(modem("999017777777777", "network-choice=manual\n"));
     QTRY_VERIFY(Page.all<QRadioButton>().size() == 2 && Page.all<QRadioButton>().last()->isChecked());
     simulate(modem("999017777777777").replace(Networks, "").replace("network=99901\n", ""));
