@@ -72,8 +72,8 @@ QString RunningApplication::homeFile(const QString& name)
 
 void RunningApplication::simulate(const QByteArray& modems)
 {
-    QLockFile lock(
-        homeFile("simulator.ini.lock")); // else a request that ends now could bring the modems before back
+    // Otherwise a request that ends now could bring back the modems before.
+    QLockFile lock(homeFile("simulator.ini.lock"));
     QVERIFY(lock.lock());
     // On Windows the file cannot be replaced while the service reads it.
     QVERIFY(QTest::qWaitFor([&modems] {

@@ -123,8 +123,7 @@ void TestModemPage::networks()
     QSignalSpy searches(&events, &DeviceEvents::requestEnded);
     QVERIFY(events.listen());
     Page.button("Find networks")->click();
-    simulate(
-        modem("999017777777777")); // another SIM card: what was found, or is found now, is not true for it
+    simulate(modem("999017777777777")); // another SIM card: nothing that is found before it is true for it
     QTRY_COMPARE_WITH_TIMEOUT(Page.all<QRadioButton>().size(), 1, LongestWait);
     QTRY_COMPARE_WITH_TIMEOUT(searches.size(), 1, LongestWait);
     QCOMPARE(Page.all<QRadioButton>().size(), 1);

@@ -80,13 +80,10 @@ void chooseSound(const QString& event, int frequency)
 bool TestNotifications::isSeen(const QByteArray& modem)
 {
     static int number = 100;
-    const auto isTold = [] {
-        return shownTexts().join(';').endsWith(QString("New message from A|%1").arg(number));
-    };
-    const auto isNextTold = [&] {
-        ++number;
-        simulate(modem + message("M", number, "A", QByteArray::number(number)));
-        return QTest::qWaitFor(isTold, 1000);
+    const auto isNextTold = [&modem] {
+        const QByteArray text = QByteArray::number(++number);
+        simulate(modem + message("M", number, "A", text));
+        return QTest::qWaitFor([&] { return shownTexts().join(';').endsWith("A|" + text); }, 1000);
     };
     return QTest::qWaitFor(isNextTold, LongestWait);
 }
