@@ -55,6 +55,7 @@ protected:
 
 private:
     QAbstractButton* call() const { return qobject_cast<QAbstractButton*>(owner("Ctrl+D")); }
+    void use(const QByteArray& modem) const;
     void restartFor(const QString& customer);
     bool shows(const QString& start, QWidget* where = nullptr) const;
     void checkReasonsFit(QWidget* callWindow) const;
@@ -316,7 +317,7 @@ void TestMainWindow::calls()
     };
     for (const auto& [before, during, state, reason] : rows) {
         delete windows("CallWindow").value(0);
-        simulate(before);
+        use(before);
         QVERIFY(QTest::qWaitFor([] { return CommonUtils::MakeCall("0", UI_CALL_VOICE); }, LongCall));
         QTRY_VERIFY_WITH_TIMEOUT(shows(text(state, CallUi)), LongCall);
         simulate(during);
@@ -337,6 +338,14 @@ void TestMainWindow::calls()
         QVERIFY(!canDial("0") && shows(text(fault, DialPad)));
     }
     restartFor("northtel");
+}
+
+/// Simulates a modem that is in a network, and waits until its signal, which no modem before had, shows that it has come.
+void TestMainWindow::use(const QByteArray& modem) const
+{
+    static int signal = 50;
+    simulate(QByteArray(modem).replace("state=", "signal=" + QByteArray::number(++signal) + "\nstate="));
+    QTRY_VERIFY_WITH_TIMEOUT(call() && shows(QString("Signal: %1").arg(signal)), LongCall);
 }
 
 void TestMainWindow::restartFor(const QString& customer)
@@ -423,10 +432,8 @@ void TestMainWindow::serviceCodes()
         {CallModem + "failure=no-coverage\n", "*100#", "", text("IDS_RESULT_NO_COVERAGE", support)},
         {slow, "*100#", "", text("IDS_RESULT_NO_DEVICE", support)}, // another modem replaces it
     };
-    int signal = 50; // tells the modem of each row from the one before
     for (const auto& [modem, code, reply, end] : rows) {
-        simulate(QByteArray(modem).replace("state=", "signal=" + QByteArray::number(++signal) + "\nstate="));
-        QTRY_VERIFY_WITH_TIMEOUT(call() && shows(QString("Signal: %1").arg(signal)), LongCall);
+        use(modem);
         window()->findChild<QLineEdit*>()->setText(code);
         QVERIFY(text("IDS_DIAL_SEND", DialPad).startsWith(call()->text()));
         call()->click();
