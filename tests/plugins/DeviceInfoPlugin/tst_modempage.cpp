@@ -110,7 +110,7 @@ void TestModemPage::networks()
     Page.button("Apply")->click();
     QVERIFY(Page.says("Name | Beta"));
     QVERIFY(Page.says("Alpha \u00b7 LTE (4G) \u00b7 available | Beta \u00b7 in use") &&
-            Page.says("Choice | By hand"));
+            Page.says("Choice | Manual"));
     QTRY_VERIFY(qobject_cast<QRadioButton*>(Page.button("Beta"))->isChecked());
     Page.button("Automatic")->click();
     Page.button("Apply")->click();
@@ -118,6 +118,8 @@ void TestModemPage::networks()
 
     simulate(modem("999017777777777")); // another SIM card: what was found is no longer true
     QTRY_COMPARE_WITH_TIMEOUT(Page.all<QRadioButton>().size(), 1, LongestWait);
+    simulate(modem("999017777777777").replace("network=99901\n", "network-choice=manual\n"));
+    QTRY_VERIFY(!Page.button("Automatic")->isChecked() && !Page.button("Apply")->isEnabled());
     simulate(modem("999017777777777", "network-choice=manual\n"));
     QTRY_VERIFY(Page.all<QRadioButton>().size() == 2 && Page.all<QRadioButton>().last()->isChecked());
     simulate(modem("999017777777777").replace(Networks, "").replace("network=99901\n", ""));
