@@ -23,7 +23,7 @@
 
 namespace {
 
-constexpr QSize ContentSize{420, 300};
+constexpr QSize ContentSize{480, 320};
 
 QLabel* makeNote()
 {
@@ -50,13 +50,13 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     fillDialog(this, makeContent());
     makeResizable(this);
-    load(draft);
     connectWidgets();
     connect(events, &DeviceEvents::changed, this, [this] {
         m_sender->follow();
         showState();
     });
     keepTranslated(this, [this] { translate(); });
+    load(draft); // now that there is a hint: Qt decides on showing it when the text is set
     new CloseGuard(
         {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", {"IDS_SMS_LEAVE", "IDS_SMS_STAY"}},
         [this] { return isUnsaved() || m_isSending; }, this);

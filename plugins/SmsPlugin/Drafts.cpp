@@ -67,16 +67,16 @@ Draft Drafts::latest() const
     return draftFrom(load().first());
 }
 
-DraftTexts Drafts::texts() const
+DraftsByKey Drafts::byRecipient() const
 {
-    DraftTexts texts;
+    DraftsByKey found;
     const QJsonArray drafts = load();
     for (const QJsonValue& value : drafts) {
         const Draft draft = draftFrom(value);
         if (!draft.recipient.isEmpty())
-            texts.insert(addressKey(draft.recipient), draft.text);
+            found.insert(addressKey(draft.recipient), draft);
     }
-    return texts;
+    return found;
 }
 
 void Drafts::keep(const Draft& draft)

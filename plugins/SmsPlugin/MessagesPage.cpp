@@ -96,9 +96,9 @@ void MessagesPage::refresh()
 {
     if (m_question && !m_feed.model()->messages().contains(m_questioned))
         delete m_question;
-    const int row = m_list->currentIndex().row();
-    if (row < 0 && m_filter.rowCount() > 0)
-        choose(0);
+    const int first = m_filter.firstWithMessages();
+    if (!m_list->currentIndex().isValid() && first >= 0)
+        choose(first);
     else
         showThread();
 }
@@ -111,7 +111,9 @@ void MessagesPage::choose(int row)
 /// What Enter and a double click on a conversation do.
 void MessagesPage::enterConversation()
 {
-    if (m_panes->isNarrow())
+    if (!currentMessage())
+        run(Command::Reply); // there is only a draft
+    else if (m_panes->isNarrow())
         m_panes->open();
     else
         run(Command::Open);
@@ -134,7 +136,8 @@ void MessagesPage::showThread()
     if (shown.key != m_shownKey && !m_panes->showsList())
         m_panes->showList(); // the open conversation is gone
     m_shownKey = shown.key;
-    m_panes->setTitle(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
+    m_panes->setTitle(row < 0 ? QString() : shownAddress(shown.address));
+    m_thread->setPlaceholderText(row < 0 ? QString() : text("IDS_SMS_DRAFT_HINT"));
     m_thread->setMessages(shown.messages, isOther);
     markShown();
     showState();
@@ -152,7 +155,8 @@ void MessagesPage::markShown()
 
 void MessagesPage::showDrafts()
 {
-    m_feed.model()->setDrafts(m_drafts.texts());
+    m_feed.model()->setDrafts(m_drafts.byRecipient());
+    showState();
 }
 
 void MessagesPage::showState()
@@ -161,7 +165,7 @@ void MessagesPage::showState()
     const int unread = m_feed.model()->unread();
     setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(numberText(unread)) : text("IDS_SMS_TITLE"));
     setBadge(unread);
-    m_panes->setVisible(count > 0);
+    m_panes->setVisible(m_feed.model()->rowCount() > 0);
     m_toolBar->enableFor(context());
     if (!m_failure.isEmpty())
         showNote(m_failure);
@@ -185,7 +189,7 @@ void MessagesPage::search(const QString& text)
 {
     m_filter.setSearch(text);
     m_thread->setSearch(text);
-    if (!m_list->currentIndex().isValid() && m_filter.rowCount() > 0)
+    if (!m_list->currentIndex().isValid())
         choose(0);
     showState();
 }

@@ -345,7 +345,7 @@ void TestMessages::narrow()
         QVERIFY(rows(UnreadRole).startsWith("0|"));
         QTest::keyClick(thread(), Qt::Key_Up);
         QTest::keyClick(thread(), key, key == Qt::Key_Left ? Qt::AltModifier : Qt::NoModifier);
-        AWAIT_EQUAL(shown(), QString("list"));
+        QCOMPARE(shown(), QString("list")); // at once
         QVERIFY(list()->hasFocus());
         press(list(), Qt::Key_C);
         QCOMPARE(QGuiApplication::clipboard()->text(), QString("New"));
@@ -449,8 +449,18 @@ void TestMessages::drafts()
     QCOMPARE(rows(TextRole), QString("And bye|Your code"));
     dialog = compose("Ctrl+E");
     QCOMPARE(field()->toPlainText(), QString());
-    dialog->close(); // without a question
+    dialog->findChild<QLineEdit*>()->setText("+49 30 9"); // nobody in the list
+    field()->setPlainText("to you");
+    dialog->close();
+    answer("Keep draft");
     AWAIT(!dialog);
+    QCOMPARE(rows(TextRole), QString("Draft: to you|And bye|Your code"));
+    choose(0);
+    QTest::keyClick(list(), Qt::Key_Return);
+    AWAIT(field() && field()->toPlainText() == "to you");
+    field()->clear();
+    field()->window()->close(); // without a question
+    AWAIT_EQUAL(rows(TextRole), QString("And bye|Your code"));
 }
 
 void TestMessages::failing_data()
