@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -39,6 +40,18 @@ protected:
         painter->fillRect(line, Look::lineColor(palette()));
         painter->setPen(Look::toneColor(Look::Tone::Quiet, palette()));
         painter->drawText(title, Qt::AlignVCenter, model()->headerData(column, orientation()).toString());
+    }
+};
+
+/// Keeps names away from the next column.
+class NameDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(2 * Look::Gap, 0);
     }
 };
 
@@ -106,6 +119,7 @@ QTableView* PluginsView::makeTable()
 {
     auto* table = new QTableView;
     table->setModel(m_model);
+    table->setItemDelegateForColumn(PluginStatusModel::NameColumn, new NameDelegate(table));
     table->setItemDelegateForColumn(PluginStatusModel::StateColumn, new BadgeDelegate(table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);
