@@ -240,9 +240,9 @@ void TestMainWindow::statusBar()
         {"Deutsch", sim + "network=99901\n", "99901"}, // an unlisted country
         {"Deutsch", sim + "network=\n", "Kein Netz"},
         {"Deutsch", "state=rejected\n", "Modem abgelehnt|Wartet auf ein anderes|Das zuletzt eingesteckte"},
-        {"Deutsch", "state=failed\n", "Modem nicht benutzbar|Abziehen und wieder|Das Modem meldet einen"},
+        {"Deutsch", "state=failed\n", "Modemfehler|Bitte neu einstecken|Das Modem meldet einen"},
         {"Deutsch", sim, "Angeschlossen"}, // the failure is over
-        {"Deutsch", {}, "Kein Modem|Wartet, bis eines eingesteckt wird"},
+        {"Deutsch", {}, "Kein Modem|Wartet auf ein Modem"},
     };
     for (const auto& [language, values, texts] : rows) {
         choose(language);
@@ -257,7 +257,7 @@ void TestMainWindow::statusBar()
 void TestMainWindow::messageLinks()
 {
     simulate(CallModem);
-    QTRY_VERIFY(shows("Es sind keine Nachrichten da."));
+    QTRY_VERIFY(shows("Es gibt keine Nachrichten."));
     const QString sent = R"(<b> &lt; "x" https://a.de/?b=1&c="2" https://a.de/c.html me@a.de )";
     // a message that was cut
     simulate(CallModem + "[message 1]\nmodem=M\nsender=A\ntext=" + sent.toUtf8() + "\\ud83d\n");
