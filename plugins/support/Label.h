@@ -3,7 +3,7 @@
 #include <QLabel>
 
 /// A label for plain text that is aligned with the window: to the right in a window that is laid out from
-/// right to left, even if the text itself is Latin, as names and numbers are. GUI thread only.
+/// right to left, even if the text itself is Latin, as names and numbers are.
 class Label : public QLabel
 {
     Q_OBJECT
@@ -13,7 +13,6 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     void align();
