@@ -130,21 +130,10 @@ void HeaderBar::setCompact(bool isCompact)
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
     if (!m_isTitle)
         m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
-    if (isCompact != m_isCompact)
-        resizeName(isCompact);
     layout()->setContentsMargins(side, top, side, top);
     layout()->setSpacing(isCompact ? Look::Gap / 2 : Look::Gap * 2);
     const int narrow = m_menuButton->fontMetrics().height() + Look::Gap; // more room for names
     m_menuButton->setMaximumWidth(isCompact ? narrow : QWIDGETSIZE_MAX);
-}
-
-/// The compact window has less space for it.
-void HeaderBar::resizeName(bool isCompact)
-{
-    m_isCompact = isCompact;
-    constexpr qreal change = Look::HeadingText / Look::TitleText;
-    for (QWidget* const name : {static_cast<QWidget*>(m_modem), static_cast<QWidget*>(m_chooser)})
-        Look::setFont(name, isCompact ? change : 1 / change, QFont::DemiBold);
 }
 
 void HeaderBar::refresh()

@@ -35,12 +35,10 @@ protected:
 
 private:
     QLayout* makeModemColumn();
-    void resizeName(bool isCompact);
     void refresh();
 
     Situation m_situation;
     bool m_isTitle = false;
-    bool m_isCompact = false;
     QLabel* m_picture;
     ElidedLabel* m_modem; ///< replaced by the next one if there are several
     ModemChooser* m_chooser;

@@ -79,7 +79,7 @@ private slots:
 void TestPictures::compare_data()
 {
     const auto row = dataTable<QByteArray, QByteArray, QByteArray, Scene>("model", "skin", "page", "scene");
-    row("long-name", "Lume V2 with a name that does not fit into any window", "", "ConnectionPage",
+    row("long-name", "Lume V2 with a name that fits no window", "", "ConnectionPage",
         [](QWidget* page) { return page->window(); });
     row("wrong-number", "Lume V2", "", "DialPadPage", [](QWidget* page) {
         page->findChild<QLineEdit*>()->setText("wrong");
