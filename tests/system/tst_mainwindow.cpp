@@ -239,7 +239,7 @@ void TestMainWindow::statusBar()
         {"Deutsch", sim + "network=26298\n", "DE98"},  // an unlisted network
         {"Deutsch", sim + "network=99901\n", "99901"}, // an unlisted country
         {"Deutsch", sim + "network=\n", "Kein Netz"},
-        {"Deutsch", "state=rejected\n", "Abgelehnt|Wartet auf ein anderes|Das zuletzt eingesteckte"},
+        {"Deutsch", "state=rejected\n", "Abgelehnt|Anderes Modem einstecken|Das zuletzt eingesteckte"},
         {"Deutsch", "state=failed\n", "Modemfehler|Bitte neu einstecken|Das Modem meldet einen"},
         {"Deutsch", sim, "Angeschlossen"}, // the failure is over
         {"Deutsch", {}, "Kein Modem|Wartet auf ein Modem"},
