@@ -45,9 +45,7 @@ QLineEdit* makeEdit()
         edit->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         edit->setAccessibleName(edit->placeholderText());
     });
-    // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
-    // text changes.
-    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit] { edit->style()->polish(edit); });
+    Look::followText(edit);
     return edit;
 }
 

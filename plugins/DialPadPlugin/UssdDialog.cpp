@@ -70,6 +70,7 @@ QWidget* UssdDialog::makeContent()
     m_reply->setMaxLength(LongestReply);
     m_send->setProperty("primary", true); // for style sheets
     m_close->setAutoDefault(true);
+    Look::followText(m_reply);
     connect(m_reply, &QLineEdit::textChanged, this,
             [this](const QString& reply) { m_send->setEnabled(!reply.trimmed().isEmpty()); });
     connect(m_send, &QPushButton::clicked, this, &UssdDialog::sendReply);

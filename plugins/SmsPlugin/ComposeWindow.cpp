@@ -64,6 +64,7 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
 
 void ComposeWindow::connectWidgets()
 {
+    Look::followText(m_recipient);
     connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
     connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
     connect(m_sender, &SenderChooser::chosen, this, &ComposeWindow::showState);
@@ -133,6 +134,7 @@ void ComposeWindow::load(const Draft& draft)
 void ComposeWindow::showState()
 {
     const QString written = m_text->toPlainText();
+    Look::setStyleProperty(m_text, "isEmpty", written.isEmpty()); // then it shows a hint
     const MessageLength length = messageLength(written);
     m_length->setText(
         text("IDS_SMS_LENGTH")

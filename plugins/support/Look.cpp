@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
@@ -142,6 +143,12 @@ void Look::makeSelectable(QLabel* label)
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     label->setFocusPolicy(Qt::StrongFocus);
     label->setProperty("selectable", true);
+}
+
+void Look::followText(QLineEdit* field)
+{
+    QObject::connect(field, &QLineEdit::textChanged, field,
+                     [field] { setStyleProperty(field, "isEmpty", field->text().isEmpty()); });
 }
 
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 class QLabel;
+class QLineEdit;
 class QStyleOptionViewItem;
 
 /// Colours, fonts, distances and pictures of the application. All colours are derived from the palette, so
@@ -59,6 +60,9 @@ void makeQuiet(QLabel* label);
 
 /// Sets a property that style sheets ask for, and applies them anew if it has changed.
 void setStyleProperty(QWidget* widget, const char* name, const QVariant& value);
+
+/// Lets style sheets tell a field's hint from what the user has entered: they are applied anew when it becomes empty or not.
+void followText(QLineEdit* field);
 
 /// Lets the user select and copy a label's text, with the keyboard as well. Gives it the property "selectable" for
 /// style sheets.
