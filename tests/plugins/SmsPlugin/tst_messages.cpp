@@ -188,6 +188,8 @@ void TestMessages::links_data()
     row("signs only", "... (!) \" ", {});
 }
 
+    row("many brackets", "www.b.de" + QString(200000, ')'),
+        {"http://www.b.de"}); // as long as several messages
 void TestMessages::links()
 {
     QFETCH(QString, text);
