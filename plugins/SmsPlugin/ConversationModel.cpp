@@ -84,6 +84,7 @@ void ConversationModel::put(const Messages& messages)
 
 void ConversationModel::put(const Message& message)
 {
+    dropMoved(message);
     const int row = rowOf(message.address);
     if (row >= 0) {
         putInto(m_conversations[row], message);
@@ -99,16 +100,29 @@ void ConversationModel::put(const Message& message)
     endInsertRows();
 }
 
+/// Removes a known message from the conversation with another address: its modem has stored another message in its
+/// place.
+void ConversationModel::dropMoved(const Message& message)
+{
+    const auto known = m_messages.constFind(message.key);
+    if (known == m_messages.cend() || addressKey(known->address) == addressKey(message.address))
+        return;
+    const QList<QString> keys = m_messages.keys();
+    QSet<QString> others(keys.begin(), keys.end());
+    others.remove(message.key);
+    keepOnly(others);
+}
+
 void ConversationModel::putInto(Conversation& conversation, const Message& message)
 {
-    const QString key = message.key;
     Messages& all = conversation.messages;
-    if (m_messages.contains(key))
-        *std::find_if(all.begin(), all.end(), [&](const Message& entry) { return entry.key == key; }) =
-            message;
-    else
-        all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
-    m_messages.insert(key, message);
+    const auto isSame = [&](const Message& entry) {
+        return entry.key == message.key;
+    };
+    if (m_messages.contains(message.key))
+        all.erase(std::remove_if(all.begin(), all.end(), isSame), all.end());
+    all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
+    m_messages.insert(message.key, message);
     conversation.address = all.first().address;
     countUnread(conversation);
 }

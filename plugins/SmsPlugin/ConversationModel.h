@@ -55,6 +55,7 @@ public:
 
 private:
     void put(const Message& message);
+    void dropMoved(const Message& message);
     void putInto(Conversation& conversation, const Message& message);
     void removeGone(int row, const QSet<QString>& keys);
     void numberRows();

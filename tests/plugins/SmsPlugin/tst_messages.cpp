@@ -1,4 +1,5 @@
 // The page "Messages" as its users see it, with simulated modems.
+#include "ConversationModel.h"
 #include "DataTable.h"
 #include "ExtendDialog/DkMessageBox.h"
 #include "ExtendDialog/ExtendDialog.h"
@@ -52,6 +53,7 @@ private slots:
     void length();
     void links_data();
     void links();
+    void movedMessage();
 
     void init();
     void cleanup() { end(); }
@@ -206,10 +208,26 @@ void TestMessages::links()
     QTEST(targets, "targets");
 }
 
+/// Another message has taken the place of a known one.
+void TestMessages::movedMessage()
+{
+    ConversationModel model;
+    Message first, second;
+    first.key = "1";
+    second.key = "2";
+    first.address = second.address = "Dora";
+    model.put(Messages{first, second});
+    second.address = "Bank";
+    model.put(Messages{second});
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.conversation(0).messages.size(), 1);
+    QCOMPARE(model.conversation(1).messages.first().key, second.key);
+}
+
 void TestMessages::init()
 {
     const QByteArray test = QTest::currentTestFunction();
-    if (test == "length" || test == "links")
+    if (test == "length" || test == "links" || test == "movedMessage")
         return;
     CommonUtils::SetSettings("callui", "callvoice", "1");
     simulate(V2 + Three);
