@@ -25,7 +25,7 @@ public:
     /// Takes note that there is no connection.
     void disconnect();
 
-    /// Writes the history if it has changed.
+    /// Writes the history if it has changed since it was last written successfully.
     void save();
 
     bool isConnected() const { return m_isConnected; }

@@ -16,7 +16,8 @@ public:
     History load();
 
     /// Writes the file; failing is logged once.
-    void save(const History& history);
+    /// @return false if the history is not on the disk
+    bool save(const History& history);
 
 private:
     void complain(const char* problem, const QString& reason);
