@@ -263,7 +263,7 @@ void TestMessages::conversations()
 }
 
 /// A message is read once: a text that changes in its place, which no modem does, is not noticed. Many appear little by
-/// little, the newest first. Deleted ones go, and so do those of a SIM.
+/// little, the newest first. Deleted ones go, and so do those of a SIM. Confirmations of delivery are noticed.
 void TestMessages::reading()
 {
     const QByteArray fourth = message("4", "Dora", "4T09:00", "New");
@@ -271,6 +271,15 @@ void TestMessages::reading()
     AWAIT_EQUAL(rows(TextRole), QString("New|And bye|Your code"));
     simulate(V2 + First + Second + fourth);
     AWAIT_EQUAL(rows(TextRole), QString("New|Your code|Hello from Berlin"));
+    const QByteArray now = QDateTime::currentDateTime().toString(Qt::ISODate).toUtf8();
+    const QByteArray sent = "]\nmodem=M\nrecipient=Dora\ntime=" + now + "\ntext=Sent before\n[message b" +
+                            "]\nmodem=M\nrecipient=Dora\ntime=" + now + "\ntext=Sent last\n";
+    simulate(V2 + "[message a" + sent);
+    AWAIT_EQUAL(rows(TextRole), QString("You: Sent last"));
+    choose(0);
+    AWAIT_EQUAL(thread()->toPlainText().count("Sent\n"), 2);
+    simulate(V2 + "[message a" + QByteArray(sent).replace(0, 1, "]\nstate=delivered"));
+    AWAIT(thread()->toPlainText().contains("Delivered\nSent before"));
     simulate({});
     AWAIT(rows().isEmpty());
     QByteArray many;
