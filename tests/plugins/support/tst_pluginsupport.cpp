@@ -1,4 +1,5 @@
 // What plugins share, without a plugin.
+#include "support/BackgroundWork.h"
 #include "support/DeviceEvents.h"
 #include "support/Dialog.h"
 #include "support/ModemInUse.h"
@@ -13,6 +14,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <stdexcept>
 
 class TestPluginSupport : public QObject
 {
@@ -24,6 +26,7 @@ private slots:
     void modemsInUse();
     void secrets();
     void largeDialog();
+    void throwingWork();
 
 private:
     /// Starts a request that ends before its operation returns, as can happen with another thread.
@@ -117,6 +120,20 @@ int main(int argc, char** argv)
 {
     const QTemporaryDir home;
     qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
+void TestPluginSupport::throwingWork()
+{
+    struct Throwing : BackgroundWork
+    {
+        using BackgroundWork::BackgroundWork;
+        ~Throwing() override { stop(); }
+        void work() override { throw std::runtime_error("no memory"); }
+    };
+    QTest::ignoreMessage(QtWarningMsg, "work: plugin tst_pluginsupport threw: no memory");
+    Throwing worker("throws");
+    worker.begin();
+    QVERIFY(worker.wait(60000));
+}
+
     QApplication application(argc, argv);
     TestPluginSupport test;
     return QTest::qExec(&test, argc, argv);
