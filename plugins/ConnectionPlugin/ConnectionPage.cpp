@@ -5,7 +5,6 @@
 #include "FactsPanel.h"
 #include "PinDialog.h"
 #include "PluginContainer/IPluginContainer.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
@@ -13,6 +12,7 @@
 #include "support/ModemInUse.h"
 #include "support/Numbers.h"
 #include "support/OperatorNames.h"
+#include "support/OtherPlugins.h"
 #include "support/Text.h"
 
 #include <QApplication>
@@ -179,7 +179,7 @@ void ConnectionPage::act(Action action)
         break;
     case Action::ChooseNetwork:
     case Action::Help:
-        Startup::GetMainFrameService()->ShowPage(pageFor(action));
+        showPage(pageFor(action));
         break;
     case Action::None:
         break;
@@ -193,7 +193,7 @@ void ConnectionPage::switchConnection()
     const bool isAtOnce = meaning.action == Action::Connect || meaning.action == Action::Cancel ||
                           meaning.action == Action::Disconnect;
     if (!isAtOnce)
-        Startup::GetMainFrameService()->ShowPage(ThisClsid); // says why, also in a window that was hidden
+        showPage(ThisClsid); // says why, also in a window that was hidden
     else if (meaning.isPossible)
         act(meaning.action);
 }

@@ -1,9 +1,7 @@
 #include "ConnectionSwitch.h"
 
-#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "support/OtherPlugins.h"
 
 #include <QAction>
 
@@ -14,10 +12,8 @@ constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
 /// Does what the button of the page does. An operator's plugin without this slot is shown instead.
 void switchConnection()
 {
-    IPluginContainer* const container = Startup::GetPluginContainer();
-    QObject* const plugin = container->GetPlugin(ConnectionClsid, PluginIds::FirstService);
-    if (!plugin || !QMetaObject::invokeMethod(plugin, "switchConnection"))
-        Startup::GetMainFrameService()->ShowPage(ConnectionClsid);
+    if (!callSlot(ConnectionClsid, PluginIds::FirstService, "switchConnection", {}))
+        showPage(ConnectionClsid);
 }
 
 } // namespace

@@ -4,10 +4,9 @@
 #include "AboutDialog.h"
 #include "InstallationDialog.h"
 #include "LanguageMenu.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "SettingsDialog.h"
-#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
+#include "support/OtherPlugins.h"
 
 #include <QAction>
 #include <QMenu>
@@ -19,7 +18,7 @@ constexpr QLatin1String HelpClsid("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
 /// Operators can remove the help page.
 void showHelp(MainWindow* window)
 {
-    if (!Startup::GetMainFrameService()->ShowPage(HelpClsid))
+    if (!showPage(HelpClsid))
         showInstallation(window);
 }
 
