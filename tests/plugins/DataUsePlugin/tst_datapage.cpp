@@ -94,9 +94,11 @@ void TestDataPage::limit()
 {
     QPushButton* const opener = button("Festlegen");
     QVERIFY(opener && opener->isVisible());
-    opener->click();
+    choose("Einstellungen");
+    opener->click(); // chooses the page in the same dialog
+    QCOMPARE(window()->findChildren<QTabWidget*>().size(), 1);
     const auto* const tabs = window()->findChild<QTabWidget*>();
-    QVERIFY(tabs && tabs->isVisible());
+    QVERIFY(tabs->isVisible());
     QWidget* const settings = tabs->currentWidget();
     const auto numbers = settings->findChildren<QSpinBox*>();
     QCOMPARE(numbers.size(), 3);
