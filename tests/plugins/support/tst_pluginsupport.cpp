@@ -101,6 +101,10 @@ void TestPluginSupport::secrets()
     QVERIFY(secret.isEmpty());
     QCOMPARE(copy, none);
     wipe(secret); // nothing to do
+    QByteArray bytes(4, '1');
+    const QByteArray sharing = bytes;
+    wipe(bytes);
+    QVERIFY(bytes.isEmpty() && sharing == QByteArray(4, '\0'));
     QLineEdit field;
     QTest::keyClicks(&field, "5678");
     const QString typed = field.text();
@@ -116,10 +120,6 @@ void TestPluginSupport::largeDialog()
     QCOMPARE(dialog.size(), dialog.screen()->availableGeometry().size());
 }
 
-int main(int argc, char** argv)
-{
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
 void TestPluginSupport::throwingWork()
 {
     struct Throwing : BackgroundWork
@@ -134,6 +134,10 @@ void TestPluginSupport::throwingWork()
     QVERIFY(worker.wait(60000));
 }
 
+int main(int argc, char** argv)
+{
+    const QTemporaryDir home;
+    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
     QApplication application(argc, argv);
     TestPluginSupport test;
     return QTest::qExec(&test, argc, argv);
