@@ -188,10 +188,10 @@ void TestMessages::links_data()
     row("lines", "www.b.de\r\n\r\n  www.c.de", {"http://www.b.de", "http://www.c.de"});
     row("markup", "<b>&amp;</b> \"a\" 'b' <www.b.de>", {"http://www.b.de"});
     row("signs only", "... (!) \" ", {});
-}
-
     row("many brackets", "www.b.de" + QString(200000, ')'),
         {"http://www.b.de"}); // as long as several messages
+}
+
 void TestMessages::links()
 {
     QFETCH(QString, text);
@@ -447,11 +447,9 @@ void TestMessages::customising()
 /// What was not sent can be kept: for its recipient, and for the next new message. The window asks before it closes.
 void TestMessages::drafts()
 {
-    CommonUtils::SetSettings("messages", "drafts",
-                             R"([{"to":"+49 30 1","text":"as earlier versions kept it"}])");
     QPointer<QWidget> dialog = compose("Ctrl+E");
     QVERIFY(dialog);
-    QCOMPARE(field()->toPlainText(), QString("as earlier versions kept it"));
+    dialog->findChild<QLineEdit*>()->setText("+49 30 1");
     field()->setPlainText("not yet");
     QTest::keyClick(dialog, Qt::Key_Escape);
     answer("Cancel");
