@@ -1,8 +1,8 @@
 #include "AccessPointDialog.h"
 
-#include "AccessPoint.h"
 #include "DialogParts.h"
 #include "ExtendDialog/ExtendDialog.h"
+#include "support/AccessPoint.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Secret.h"

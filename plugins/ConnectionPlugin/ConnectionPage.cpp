@@ -1,6 +1,5 @@
 #include "ConnectionPage.h"
 
-#include "AccessPoint.h"
 #include "AccessPointDialog.h"
 #include "FactsPanel.h"
 #include "PinDialog.h"
@@ -8,6 +7,7 @@
 #include "Startup/Startup.h"
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
+#include "support/AccessPoint.h"
 #include "support/DeviceEvents.h"
 #include "support/ModemInUse.h"
 #include "support/Numbers.h"
@@ -119,17 +119,8 @@ void ConnectionPage::showModem()
 void ConnectionPage::readModem()
 {
     m_modem = modemInUse();
-    if (m_modem.imsi != m_imsi)
-        readAccessPoint();
-    m_report = readReport(m_modem);
-    m_report.isHomeOnly = m_isHomeOnly;
+    m_report = readConnectionReport(m_modem);
     m_connector.complete(m_modem, m_report);
-}
-
-void ConnectionPage::readAccessPoint()
-{
-    m_imsi = m_modem.imsi;
-    m_isHomeOnly = AccessPoint::load(m_modem).isHomeOnly;
 }
 
 void ConnectionPage::showState()
@@ -208,10 +199,7 @@ void ConnectionPage::askForCode()
 
 void ConnectionPage::changeAccessPoint()
 {
-    showAccessPoint(m_modem, this, [this] {
-        readAccessPoint();
-        refresh();
-    });
+    showAccessPoint(m_modem, this, [this] { refresh(); });
 }
 
 void ConnectionPage::showEvent(QShowEvent* event)

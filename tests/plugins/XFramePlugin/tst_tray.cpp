@@ -3,6 +3,7 @@
 #include "Autostart.h"
 #include "TrayState.h"
 #include "UnreadCount.h"
+#include "support/AccessPoint.h"
 #include "support/Look.h"
 
 #include <QApplication>
@@ -40,6 +41,9 @@ void TestTray::states_data()
     row("connected", online, int(TrayState::Connected), false, true, 2);
     row("weak signal", QByteArray(online).replace("60", "1"), int(TrayState::Connected), false, true, 1);
     row("not connected", online + "connection=disconnected\n", int(TrayState::NotConnected), true, false, 2);
+    row("roaming excluded",
+        QByteArray(online).replace("60", "1") + "connection=disconnected\nregistration=roaming\n",
+        int(TrayState::NotConnected), false, false, 1);
     row("connection lost", online + "connection=disconnected\nconnection.error=15\n", int(TrayState::Warning),
         true, false, 2);
 }
@@ -47,6 +51,9 @@ void TestTray::states_data()
 void TestTray::states()
 {
     QFETCH(QByteArray, modems);
+    AccessPoint homeOnly;
+    homeOnly.isHomeOnly = true;
+    homeOnly.save({1, {}, "262011234567890", {}, {}, {}});
     QVERIFY(QTest::qWaitFor([&modems] { // on Windows the file cannot be replaced while the service reads it
         QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
         return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
