@@ -8,6 +8,7 @@
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
 #include "support/AccessPoint.h"
+#include "support/Clsids.h"
 #include "support/DeviceEvents.h"
 #include "support/ModemInUse.h"
 #include "support/Numbers.h"
@@ -29,15 +30,13 @@ bool isOnScreen(const QWidget* window)
     return window && window->isVisible() && !window->isMinimized();
 }
 
-constexpr QLatin1String ThisClsid("227AB861-6F54-4094-857F-40B0663C5817");
-
 /// The plugin whose page has what the user needs next; empty if this page has it.
 QLatin1String pageFor(Action action)
 {
     if (action == Action::ChooseNetwork)
-        return QLatin1String("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"); // modem and SIM
+        return Clsids::DeviceInfo;
     if (action == Action::Help)
-        return QLatin1String("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
+        return Clsids::Help;
     return {};
 }
 
@@ -184,7 +183,7 @@ void ConnectionPage::switchConnection()
     const bool isAtOnce = meaning.action == Action::Connect || meaning.action == Action::Cancel ||
                           meaning.action == Action::Disconnect;
     if (!isAtOnce)
-        showPage(ThisClsid); // says why, also in a window that was hidden
+        showPage(Clsids::Connection); // says why, also in a window that was hidden
     else if (meaning.isPossible)
         act(meaning.action);
 }

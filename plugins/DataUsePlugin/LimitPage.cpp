@@ -1,7 +1,7 @@
 #include "LimitPage.h"
 
-#include "Clsid.h"
 #include "DataUse.h"
+#include "support/Clsids.h"
 #include "support/Numbers.h"
 #include "support/OtherPlugins.h"
 #include "support/Text.h"
@@ -14,7 +14,7 @@
 
 void openLimitPage()
 {
-    openSettings(ThisClsid);
+    openSettings(Clsids::DataUse);
 }
 
 LimitPage::LimitPage(DataUse& dataUse, QWidget* parent)

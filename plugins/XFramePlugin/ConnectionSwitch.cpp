@@ -1,19 +1,18 @@
 #include "ConnectionSwitch.h"
 
 #include "PluginContainer/PluginIds.h"
+#include "support/Clsids.h"
 #include "support/OtherPlugins.h"
 
 #include <QAction>
 
 namespace {
 
-constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
-
 /// Does what the button of the page does. An operator's plugin without this slot is shown instead.
 void switchConnection()
 {
-    if (!callSlot(ConnectionClsid, PluginIds::FirstService, "switchConnection", {}))
-        showPage(ConnectionClsid);
+    if (!callSlot(Clsids::Connection, PluginIds::FirstService, "switchConnection", {}))
+        showPage(Clsids::Connection);
 }
 
 } // namespace

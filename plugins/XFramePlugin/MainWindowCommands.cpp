@@ -6,6 +6,7 @@
 #include "LanguageMenu.h"
 #include "SettingsDialog.h"
 #include "common/CommonUtils.h"
+#include "support/Clsids.h"
 #include "support/OtherPlugins.h"
 
 #include <QAction>
@@ -13,12 +14,10 @@
 
 namespace {
 
-constexpr QLatin1String HelpClsid("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
-
 /// Operators can remove the help page.
 void showHelp(MainWindow* window)
 {
-    if (!showPage(HelpClsid))
+    if (!showPage(Clsids::Help))
         showInstallation(window);
 }
 
