@@ -13,7 +13,7 @@ namespace {
 
 constexpr int Height = 52;
 
-/// Draws the usual sign for "delete backwards" in the colour of the button's text.
+/// Draws the usual symbol for "delete backwards" in the colour of the button's text.
 class BackspaceButton : public HoldButton
 {
 public:

@@ -22,7 +22,7 @@ bool isMessageNoticeNeeded()
     return isWindowHidden() && EventSettings::isShown(EventSettings::key(Event::Message));
 }
 
-/// Users who are at the application see there that a connection is lost, and have often caused it.
+/// Users who are looking at the application can see there that a connection is lost, and have often caused it.
 bool isConnectionNoticeNeeded()
 {
     return isWindowHidden() || QGuiApplication::applicationState() != Qt::ApplicationActive;

@@ -96,7 +96,8 @@ void MessageFeed::dropGone()
         forgetGone();
 }
 
-/// What is remembered about deleted messages is forgotten, but not all at once: perhaps a SIM cannot be read just now.
+/// Forgets which deleted messages were read, once there are many; not for a SIM without messages, which perhaps cannot be
+/// read at the moment.
 void MessageFeed::forgetGone()
 {
     QHash<QString, Messages> existing;

@@ -42,7 +42,7 @@ void ConnectionSwitch::follow(const TrayStatus& status)
 void ConnectionSwitch::update(const Entry& entry) const
 {
     if (!entry.action)
-        return; // its menu has been built anew
+        return; // its menu has been rebuilt
     entry.action->setVisible(entry.connects != m_status.canDisconnect);
     entry.action->setEnabled(entry.connects ? m_status.canConnect : m_status.canDisconnect);
 }

@@ -57,7 +57,7 @@ void setFont(QWidget* widget, qreal scale, QFont::Weight weight = QFont::Normal)
 /// sheets.
 void makeQuiet(QLabel* label);
 
-/// Sets a property that style sheets ask for, and applies them anew if it has changed.
+/// Sets a property that style sheets use, and applies them again if it has changed.
 void setStyleProperty(QWidget* widget, const char* name, const QVariant& value);
 
 /// Lets the user select and copy a label's text, with the keyboard as well. Gives it the property "selectable" for
