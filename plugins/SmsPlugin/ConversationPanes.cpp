@@ -1,6 +1,6 @@
 #include "ConversationPanes.h"
 
-#include "MessageToolBar.h"
+#include "IconButton.h"
 #include "ToolBar/ToolBarLogic.h"
 #include "support/ElidedLabel.h"
 #include "support/Text.h"

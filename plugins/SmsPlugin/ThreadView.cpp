@@ -1,7 +1,7 @@
 // Which message is the current one, and where the messages are on the screen. The document is in ThreadDocument.cpp.
 #include "ThreadView.h"
 
-#include "MessageView.h"
+#include "MessageBrowser.h"
 #include "support/Look.h"
 
 #include <QEvent>
