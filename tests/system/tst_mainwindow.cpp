@@ -462,6 +462,9 @@ void TestMainWindow::connectingFromMenu()
         QTRY_COMPARE(contentOf(homeFile("simulator.ini")).contains("connection=connected"), shown == off);
         shown->trigger();
     }
+    // Otherwise the simulator could still write its file while the next test does.
+    QTRY_VERIFY_WITH_TIMEOUT(!contentOf(homeFile("simulator.ini")).contains("connection=connected"),
+                             LongCall);
 }
 
 /// Any plugin can show a page. The first page takes the place of one that goes with its modem; that one comes back with
