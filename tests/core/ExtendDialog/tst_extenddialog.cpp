@@ -194,9 +194,12 @@ void TestExtendDialog::windowFlags()
 
 void TestExtendDialog::centring()
 {
-    QWidget main;
+    QWidget outer;
+    outer.setObjectName("miniplugin_subframedlg"); // only the nearest counts
+    outer.setGeometry(100, 110, 600, 500);
+    QWidget main(&outer);
     main.setObjectName("miniplugin_subframedlg");
-    main.setGeometry(200, 200, 400, 300);
+    main.setGeometry(100, 90, 400, 300);
     QWidget between(&main);
     between.setObjectName("miniplugin_subframedlg2"); // another name
     ExtendDialog dialog(&between, {}, enWidgetMessage);
