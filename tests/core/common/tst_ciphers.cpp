@@ -291,7 +291,7 @@ void TestCiphers::invalidArguments()
         QVERIFY(code(in, 4, nullptr, &sizes[1]) == 1 && sizes[1] == 0);
         QVERIFY(code(in, 0, bytesOf(out), &sizes[2]) == 1 && sizes[2] == 0);
         QCOMPARE(code(in, 4, bytesOf(out), &sizes[3]), 6);
-        QCOMPARE(code(in, 4, bytesOf(out), nullptr), 1);
+        QVERIFY(code(in, 4, bytesOf(out), nullptr) == 1 && code(in, 0, bytesOf(out), &sizes[3]) == 1);
     };
     checkBase64(cl_base64Encode);
     checkBase64(cl_base64Decode);
