@@ -149,6 +149,8 @@ void tst_CheckTool::libraries()
         // plugin, or the file's content; kind of the finding, words in it
         {"TestBare", "", "missing-interface", iid},
 #ifndef Q_OS_WIN // nothing can be linked there without all its symbols
+    const QByteArray bigEndianElf = QByteArray::fromHex("7f454c46020200000000000000000000000000f3");
+    const QByteArray cutPe = "MZ" + QByteArray(58, 0) + QByteArray::fromHex("3f000000");
         {"TestUndefined", "", "missing-dependency", "definedNowhere"},
 #endif
         {"ThrowingPlugin", "", "constructor-throws", "found: not today"},
@@ -157,6 +159,9 @@ void tst_CheckTool::libraries()
     };
     const QString library = path(QString("Good") + LIBRARY_SUFFIX);
     for (const auto& [plugin, content, kind, words] : rows) {
+        {"", elf.left(19), "not-a-plugin", "found: a file without"}, // cut off
+        {"", cutPe, "not-a-plugin", "found: a file without"},
+        {"", bigEndianElf, "other-platform", "found: a Linux library for RISC-V"},
         QVERIFY(QFile::remove(library));
         if (plugin.isEmpty())
             writeFile(library, content);
