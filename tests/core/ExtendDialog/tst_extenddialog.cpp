@@ -282,6 +282,7 @@ void TestExtendDialog::showMessage_data()
     row("Escape", true, true, "Escape", 2);
     row("closed", true, true, "", -1);
     row("the parent is deleted", true, true, "delete", -1);
+    row("the box is deleted", true, true, "delete box", -1);
     row("a single OK", false, true, "OK", 0);
 }
 
@@ -305,9 +306,9 @@ void TestExtendDialog::showMessage()
         for (QAbstractButton* button : box->buttons())
             if (button->text().remove('&') == answer)
                 button->click();
-        if (answer == "delete")
-            delete parent;
-        else
+        if (answer.startsWith("delete"))
+            delete (answer == "delete" ? parent.data() : box);
+        if (answer != "delete")
             dialog->close();
     });
     const QStringList texts = answer == "OK" ? QStringList() : QStringList{"Yes", "No", "Cancel", "More"};
