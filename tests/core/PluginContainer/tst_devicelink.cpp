@@ -26,6 +26,7 @@ private slots:
     void eventsThatAreIgnored();
     void closing();
     void closingDuringLongDetection();
+    void closingDuringEndlessDetection();
     void eventsWhileClosing();
 };
 
@@ -189,6 +190,19 @@ void TestDeviceLink::closingDuringLongDetection()
     container.reset();
     VERIFY_LOGGED_IN_ORDER(secondWait, "{*}calling unregistration functions",
                            "{*}WaitForThreadToStop: Leave ", "{*}: plugin DeviceMgrPlugin unloaded");
+}
+
+/// The configuration thread is terminated; the device manager that it called is still unloaded.
+void TestDeviceLink::closingDuringEndlessDetection()
+{
+    recorder().setHook("TestDeviceMgr.StartDetection", [] {
+        qDebug("detection starts");
+        QThread::sleep(60);
+    });
+    auto container = std::make_unique<PluginContainer>(libraryFile(), configFile(), false);
+    QVERIFY(log().waitFor("detection starts"));
+    container.reset();
+    VERIFY_LOGGED_IN_ORDER("{*}WaitForThreadToStop: Leave ", "{*}: plugin DeviceMgrPlugin unloaded");
 }
 
 void TestDeviceLink::eventsWhileClosing()
