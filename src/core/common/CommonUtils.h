@@ -114,11 +114,15 @@ public:
     // ---- Dialogs and messages; GUI thread only
 
     /// Centres a dialog over its nearest ancestor named "miniplugin_subframedlg", otherwise over the main
-    /// window, and keeps it on the primary screen.
+    /// window. A dialog that would begin left of x = 0, or reach beyond the upper, right or lower edge of the
+    /// primary screen, is moved inside that screen. If the primary screen is not the leftmost one, a dialog over
+    /// a window on a screen to its left therefore moves to the primary screen.
     /// @param dialog not moved if there is no such window (logged); null is logged and ignored
     static void MoveCentre(QDialog* dialog);
 
-    /// Centres a dialog over a widget and keeps it on the widget's screen. Null for either is ignored.
+    /// Like MoveCentre(), but centres the dialog over a widget and keeps it on the widget's screen. Null for
+    /// either is ignored. The left limit is x = 0 here, too: on a screen that begins right of 0 a wide dialog may
+    /// reach into the screen to the left, and on a screen left of 0 it moves to that screen's left edge.
     static void MoveRelatedCentre(QDialog* dialog, QWidget* reference);
 
     /// The position that centres a rectangle of the given size over a widget.
