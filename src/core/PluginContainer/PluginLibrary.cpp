@@ -99,8 +99,8 @@ PluginFault faultOf(const QPluginLoader& loader)
 std::unique_ptr<QPluginLoader> PluginLibrary::open(const QString& path, PluginFault& fault)
 {
     auto loader = std::make_unique<QPluginLoader>(path);
-    // A missing symbol is to fail here, not in the call that needs it. Without the hint that Qt sets by
-    // default the library can be unloaded.
+    // With this hint a missing symbol makes loading fail, not a later call. It replaces Qt's default hint, which
+    // would prevent unloading.
     loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
     QObject* root = nullptr;
     const auto onException = [&fault, &loader](const QString& text) {

@@ -153,7 +153,7 @@ public:
     /// @return the buttons, owned by the box; empty if the box is null
     static QList<QAbstractButton*> addMessageboxButton(QMessageBox* box, const QStringList& buttons);
 
-    // ---- Protected data; docs/ciphers.md describes what is protected against what
+    // ---- Protected data; docs/ciphers.md describes the protection and its limits
 
     /// Encrypts a string; the result differs each time. If the system provides no random bytes, zeros are used
     /// instead (logged): the result can still be decrypted, but strings that start alike look alike.
@@ -259,7 +259,7 @@ public:
 
     /// Fixes the direction of commas, double quotes and brackets in a text for right-to-left languages. For
     /// each of them that follows a left-to-right character (or a Hebrew one), U+202D (or U+202E) is inserted
-    /// after all occurrences of the same sign. Marks accumulate: each occurrence adds another. A text that
+    /// after all occurrences of the same character. Marks accumulate: each occurrence adds another. A text that
     /// would grow beyond 128 Mi characters is left unchanged, with a warning.
     static void ParanthesisCorrection(QString& text);
     static void ParanthesisCorrectionForHeAndAr(QString& text);
