@@ -218,7 +218,7 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  * Service codes (USSD):
  *   ussd                idle; active (waiting for the network); reply (the network waits for an answer)
  *
- * Text messages:
+ * Text messages. These keys are missing until the modem has read its messages, so that an empty list means none:
  *   message-storage     where new messages are stored: sim, modem or both
  *   message-storages    where they can be stored, separated by spaces
  *   messages            identifiers of the received messages, oldest first, separated by spaces

@@ -140,15 +140,18 @@ void TestNotifications::messages()
 {
     const QByteArray old = message("M", 1, "A", "<b>1 & 2</b>\\nwww.example.org"),
                      second = message("M", 2, "B", "b");
-    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nconnection=disconnected\n";
+    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nconnection=disconnected\n",
+                     locked = other + "sim=pin\n";
     const std::tuple<QByteArray, QString, int, QString> steps[] = {
         {Simulated + old, "mute=false", 500,
          "New message from A|&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"},
         {Simulated + old + second, "mute=true", 600, "New message from B|b"},
         // One is deleted, one is changed, one modem is attached with a message; only the last one is new.
-        {Simulated + other + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
+        {Simulated + locked + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
              message("M", 4, "D", "d"),
          "mute=false", 700, "New message from D|d"},
+        {Simulated + other + message("N", 3, "C", "c") + message("M", 12, "L", "l"), "mute=false", 400,
+         "New message from L|l"},
         {Simulated + other + message("N", 5, "E", "e"), "show-message-text=false", 800,
          "New message from E|"},
         {Simulated + message("M", 11, "J", "j"), "show-message=false", 2100, ""},

@@ -1,6 +1,7 @@
 #include "backends/modemmanager/ModemMessages.h"
 
 #include "backends/modemmanager/DBusMirror.h"
+#include "backends/modemmanager/ManagedModem.h"
 
 #include <QDBusArgument>
 #include <QDateTime>
@@ -88,20 +89,35 @@ void addText(const Sms& sms, ModemValues& values)
     values.insert(prefix + QStringLiteral("text"), sms.text);
 }
 
-} // namespace
+/// ModemManager reads the messages of a modem while it enables it. Before that, the list is empty.
+bool hasList(const DBusMirror& mirror, const QString& modem)
+{
+    return mirror.contains(modem, QLatin1String(MM_DBUS_INTERFACE_MODEM_MESSAGING)) &&
+           ManagedModem::valueOf(mirror, modem, "State").toInt() >= MM_MODEM_STATE_ENABLED;
+}
 
-void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
+QSet<QString> listOf(const DBusMirror& mirror, const QString& modem)
 {
     const QVariant list =
         mirror.value(modem, QLatin1String(MM_DBUS_INTERFACE_MODEM_MESSAGING), QStringLiteral("Messages"));
     QSet<QString> paths;
     for (const QDBusObjectPath& path : qdbus_cast<QList<QDBusObjectPath>>(list))
         paths.insert(path.path());
+    return paths;
+}
+
+} // namespace
+
+void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
+{
+    const bool isKnown = hasList(mirror, modem);
+    const QSet<QString> paths = isKnown ? listOf(mirror, modem) : QSet<QString>();
     for (const QString& path : paths - m_paths)
         mirror.fetch(path, QLatin1String(MM_DBUS_INTERFACE_SMS));
     for (const QString& path : m_paths - paths)
         mirror.forget(path);
-    m_isOutdated |= paths != m_paths;
+    m_isOutdated |= isKnown != m_isListKnown || paths != m_paths;
+    m_isListKnown = isKnown;
     m_paths = paths;
 }
 
@@ -122,6 +138,9 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
     if (!m_isOutdated || isReading(mirror))
         return m_values;
     m_isOutdated = false;
+    m_values.clear();
+    if (!m_isListKnown)
+        return m_values;
     std::vector<Sms> messages;
     for (const QString& path : qAsConst(m_paths)) {
         messages.push_back(read(mirror, path));
@@ -132,7 +151,6 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
     std::vector<Sms> reports;
     std::copy_if(messages.begin(), messages.end(), std::back_inserter(reports),
                  [](const Sms& sms) { return sms.type == MM_SMS_PDU_TYPE_STATUS_REPORT; });
-    m_values.clear();
     QStringList received, sent;
     for (const Sms& sms : messages) {
         if (!sms.isReceived() && !sms.isSent())

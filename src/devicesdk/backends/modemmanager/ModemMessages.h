@@ -25,7 +25,8 @@ public:
     /// Whether messages have not been read yet.
     bool isReading(const DBusMirror& mirror) const;
 
-    /// The values of all messages. While messages are still being read, those of the previous call.
+    /// The values of all messages; none before the modem has read them. While messages are still being read, those of
+    /// the previous call.
     const ModemValues& values(const DBusMirror& mirror);
 
     /// Remembers when a message was sent, which modems do not, and that it could not be sent.
@@ -43,5 +44,6 @@ private:
     QHash<QString, QString> m_sendingTimes;
     QSet<QString> m_failed;
     ModemValues m_values;
+    bool m_isListKnown = false;
     bool m_isOutdated = true;
 };
