@@ -87,18 +87,25 @@ void tst_NetworkManager::connectionsOfOthers()
 
 void tst_NetworkManager::networkManagerDies()
 {
-    QVERIFY(m_bus.startNetworkManager());
     const auto modem = plugReady();
-    addModem();
-    for (const auto& [state, shown] : {std::pair(Connected, "connected"), {Disconnected, "disconnected"}}) {
-        setState(state, 0); // from now on the service knows NetworkManager's device
+    const std::tuple<unsigned, QString, long> rows[] = {
+        {Disconnected, "disconnected", QRVL_ERROR_SERVICE}, // while it connects
+        {Connected, "connected", QRVL_OK},                  // while it is asked for the device's values
+    };
+    for (const auto& [state, shown, result] : rows) {
+        QVERIFY(m_bus.startNetworkManager());
+        addModem();
+        setState(Connected, 0); // from now on the service knows NetworkManager's device
+        QTRY_COMPARE(value("connection"), "connected");
+        setState(state, 0);
         QTRY_COMPARE(value("connection"), shown);
+        m_bus.haltNetworkManager(state == Connected);
+        const uint32_t request = started(ask(QRVL_DevSrv_Connect, nullptr));
+        QTRY_VERIFY(value("connection") != "disconnected");
+        m_bus.killNetworkManager();
+        QCOMPARE(endOf(request), QString::number(result));
+        QTRY_COMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
     }
-    const uint32_t request = started(ask(QRVL_DevSrv_Connect, nullptr));
-    QTRY_COMPARE(value("connection"), "connecting");
-    m_bus.killNetworkManager();
-    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_SERVICE));
-    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
 }
 
 QTEST_GUILESS_MAIN(tst_NetworkManager)

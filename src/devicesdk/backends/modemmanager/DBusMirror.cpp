@@ -8,6 +8,7 @@
 #include <QDBusServiceWatcher>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -107,9 +108,12 @@ void DBusMirror::lose()
     ++m_generation;
     m_isPresent = false;
     m_objects.clear();
-    m_toFetch.clear();
     m_fetching.clear();
     m_reads = 0;
+    for (const Read& read : std::exchange(m_toFetch, {})) {
+        if (read.done)
+            read.done();
+    }
     Q_EMIT presenceChanged();
 }
 
@@ -161,6 +165,8 @@ void DBusMirror::fetchNext()
                     watcher->deleteLater();
                     if (generation == m_generation)
                         finishRead(read, *watcher);
+                    else if (read.done)
+                        read.done();
                 });
     }
 }

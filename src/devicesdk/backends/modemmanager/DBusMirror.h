@@ -43,7 +43,7 @@ public:
 
     /// Reads an object that the manager does not list, or again one that is known; then objectChanged() is sent
     /// and `done` called, also after a failure. Few reads are under way at a time, because buses limit that.
-    /// When the service ends meanwhile, nothing is called.
+    /// When the service ends meanwhile, only `done` is called.
     void fetch(const QString& path, const QString& interface, const std::function<void()>& done = {});
 
     /// Whether fetch() for this object has not been answered yet.
