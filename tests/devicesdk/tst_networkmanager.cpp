@@ -9,7 +9,8 @@ using namespace DeviceClient;
 
 namespace {
 
-constexpr unsigned Disconnected = 30, Connected = 100, Failed = 120; // NetworkManager's states
+constexpr unsigned Disconnected = 30, Connected = 100, Deactivating = 110,
+                   Failed = 120; // NetworkManager's states
 
 } // namespace
 
@@ -74,6 +75,11 @@ void tst_NetworkManager::connectionsOfOthers()
     addModem({"/org/freedesktop/NetworkManager/Settings/1"});
     setState(Connected, 0);
     QTRY_COMPARE(value("connection"), "connected");
+    setState(Deactivating, 39);
+    QTRY_COMPARE(value("connection"), "disconnecting");
+    m_bus.controlNetwork("SetCourse", {Connected, 0U});
+    QCOMPARE(outcome(QRVL_DevSrv_Connect, nullptr), "0");
+    QCOMPARE(value("connection"), "connected");
     setState(Disconnected, 40);
     QTRY_COMPARE(values({"connection", "connection.error"}),
                  "disconnected " + QString::number(QRVL_ERROR_NO_COVERAGE));

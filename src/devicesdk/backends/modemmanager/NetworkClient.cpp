@@ -144,7 +144,9 @@ void NetworkClient::disconnectModem(const Request& request, const QString& modem
     });
 }
 
-/// This signal says why, and is sent for every state, while changes of the property may be put together.
+/// This signal says why, and is sent for every state, while changes of the property may be put together. A connection
+/// ends when its device leaves the states in use; the states after that are not the end of the next one, which may have
+/// been requested already.
 void NetworkClient::onStateChanged(uint state, uint before, uint reason, const QDBusMessage& message)
 {
     const auto entry = std::find_if(m_links.begin(), m_links.end(),
@@ -157,9 +159,7 @@ void NetworkClient::onStateChanged(uint state, uint before, uint reason, const Q
         entry->since = QDateTime::currentSecsSinceEpoch();
         entry->error = QRVL_OK;
         endConnecting(modem, QRVL_OK);
-    } else if (state == NetworkStates::Failed ||
-               (state <= NetworkStates::Disconnected && before != NetworkStates::Failed &&
-                before > NetworkStates::Disconnected)) {
+    } else if (NetworkStates::isInUse(before) && !NetworkStates::isInUse(state)) {
         entry->error = isUsers ? long(QRVL_OK) : NetworkStates::resultOf(reason);
         endConnecting(modem, entry->error);
     }

@@ -83,6 +83,11 @@ bool NetworkStates::isConnecting(uint state)
     return state >= Prepare && state <= Secondaries;
 }
 
+bool NetworkStates::isInUse(uint state)
+{
+    return isConnecting(state) || state == Activated;
+}
+
 QString NetworkStates::connectionText(uint state)
 {
     if (isConnecting(state))
