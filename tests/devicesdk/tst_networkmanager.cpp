@@ -64,6 +64,15 @@ void tst_NetworkManager::connecting()
         QCOMPARE(outcome(QRVL_DevSrv_Disconnect), "0");
         QCOMPARE(values({"connection", "connection.error", "received"}), "disconnected 2 2");
     }
+
+    // NetworkManager answers only after the user has given up.
+    m_bus.haltNetworkManager(true);
+    const uint32_t connecting = started(ask(QRVL_DevSrv_Connect, nullptr));
+    const uint32_t disconnecting = started(ask(QRVL_DevSrv_Disconnect));
+    QCOMPARE(outcome(QRVL_DevSrv_Connect, nullptr), "not started 6 0");
+    m_bus.haltNetworkManager(false);
+    QCOMPARE(endOf(connecting) + ' ' + endOf(disconnecting), "16 0");
+    QCOMPARE(values({"connection", "connection.error"}), "disconnected 2");
 }
 
 /// A connection that the user has set up is used unless an access point is given; one that another program makes

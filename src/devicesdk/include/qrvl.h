@@ -290,8 +290,8 @@ typedef struct QRVL_AccessPoint
 
 /* Connects the modem to the Internet; `accessPoint` may be null, which is the same as all zero. If it is connected already,
  * also by another program, the request ends with QRVL_OK and changes nothing. While it is under way, "connection" is
- * "connecting". The connection outlives the process. Other ends: QRVL_ERROR_NO_COVERAGE, _REFUSED, _ACCESS_POINT, _ROAMING;
- * "connection.error" has the same value. */
+ * "connecting". The connection outlives the process. QRVL_ERROR_BUSY also while it is being disconnected. Other ends:
+ * QRVL_ERROR_NO_COVERAGE, _REFUSED, _ACCESS_POINT, _ROAMING; "connection.error" has the same value. */
 QRVL_API long QRVL_DevSrv_Connect(uint32_t device, const QRVL_AccessPoint* accessPoint, uint32_t* request);
 
 /* Disconnects the modem, whoever connected it, and ends a request to connect with QRVL_ERROR_CANCELLED. If it is not
