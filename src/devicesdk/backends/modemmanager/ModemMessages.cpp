@@ -43,11 +43,12 @@ struct Sms
                (type == MM_SMS_PDU_TYPE_DELIVER || type == MM_SMS_PDU_TYPE_CDMA_DELIVER);
     }
     bool isSent() const { return type == MM_SMS_PDU_TYPE_SUBMIT || type == MM_SMS_PDU_TYPE_CDMA_SUBMIT; }
-    bool confirms(const Sms& sent) const
+    bool confirmsDelivery() const
     {
-        return reference == sent.reference && number == sent.number &&
+        return type == MM_SMS_PDU_TYPE_STATUS_REPORT &&
                delivery <= MM_SMS_DELIVERY_STATE_COMPLETED_REPLACED_BY_SC;
     }
+    int index() const { return ModemMessages::identifierOf(path).toInt(); }
 };
 
 Sms read(const DBusMirror& mirror, const QString& path)
@@ -68,10 +69,27 @@ Sms read(const DBusMirror& mirror, const QString& path)
 
 bool isOlder(const Sms& a, const Sms& b)
 {
-    const auto number = [](const Sms& sms) {
-        return ModemMessages::identifierOf(sms.path).toInt();
-    };
-    return a.time != b.time ? a.time < b.time : number(a) < number(b);
+    return a.time != b.time ? a.time < b.time : a.index() < b.index();
+}
+
+/// The paths of the sent messages that reports confirm. ModemManager numbers messages in the order in which they come, so
+/// a report belongs to the latest message before it with its reference, which repeats after 256 messages, and its
+/// number, which may be written with or without the country.
+QSet<QString> deliveredAmong(std::vector<Sms> messages)
+{
+    constexpr int comparedDigits = 8;
+    std::sort(messages.begin(), messages.end(),
+              [](const Sms& a, const Sms& b) { return a.index() < b.index(); });
+    QHash<QPair<uint, QString>, QString> latest;
+    QSet<QString> delivered;
+    for (const Sms& sms : messages) {
+        const auto key = qMakePair(sms.reference, sms.number.right(comparedDigits));
+        if (sms.isSent() && sms.state == MM_SMS_STATE_SENT)
+            latest.insert(key, sms.path);
+        else if (sms.confirmsDelivery())
+            delivered.insert(latest.value(key));
+    }
+    return delivered;
 }
 
 /// What the keys of its values begin with.
@@ -148,20 +166,15 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
             messages.back().time = m_sendingTimes.value(path);
     }
     std::sort(messages.begin(), messages.end(), isOlder);
-    std::vector<Sms> reports;
-    std::copy_if(messages.begin(), messages.end(), std::back_inserter(reports),
-                 [](const Sms& sms) { return sms.type == MM_SMS_PDU_TYPE_STATUS_REPORT; });
+    const QSet<QString> delivered = deliveredAmong(messages);
     QStringList received, sent;
     for (const Sms& sms : messages) {
         if (!sms.isReceived() && !sms.isSent())
             continue;
         (sms.isSent() ? sent : received).append(identifierOf(sms.path));
-        const bool isDelivered =
-            sms.isSent() && std::any_of(reports.begin(), reports.end(),
-                                        [&](const Sms& report) { return report.confirms(sms); });
         addText(sms, m_values);
         m_values.insert(prefixOf(sms) + QStringLiteral("state"),
-                        stateOf(sms.path, sms.state, sms.isSent(), isDelivered));
+                        stateOf(sms.path, sms.state, sms.isSent(), delivered.contains(sms.path)));
     }
     m_values.insert(QStringLiteral("messages"), received.join(QLatin1Char(' ')));
     m_values.insert(QStringLiteral("sent-messages"), sent.join(QLatin1Char(' ')));
