@@ -132,8 +132,11 @@ void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
     const QSet<QString> paths = isKnown ? listOf(mirror, modem) : QSet<QString>();
     for (const QString& path : paths - m_paths)
         mirror.fetch(path, QLatin1String(MM_DBUS_INTERFACE_SMS));
-    for (const QString& path : m_paths - paths)
+    for (const QString& path : m_paths - paths) {
         mirror.forget(path);
+        m_sendingTimes.remove(path);
+        m_failed.remove(path);
+    }
     m_isOutdated |= isKnown != m_isListKnown || paths != m_paths;
     m_isListKnown = isKnown;
     m_paths = paths;
