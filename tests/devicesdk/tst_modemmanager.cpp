@@ -225,12 +225,20 @@ void tst_ModemManager::networks()
 
 void tst_ModemManager::withoutBus()
 {
+    const QTemporaryDir folder;
     qputenv("QRVL_BUS", "unix:path=/nowhere");
     ModemManagerBackend backend({});
     QVERIFY(backend.wait(Backend::Clock::now() + 30s));
     QCOMPARE(backend.look().service.value("problem"), "no-bus");
     backend.start({});
     QCOMPARE(backend.takeEnds().value(0).result, long(QRVL_ERROR_SERVICE));
+
+    QLocalServer silent;
+    QVERIFY(silent.listen(folder.filePath("bus")));
+    qputenv("QRVL_BUS", "unix:path=" + silent.fullServerName().toUtf8());
+    static auto* const leftBehind = new ModemManagerBackend({});
+    leftBehind->finish(); // does not wait for the answer
+    QVERIFY(!leftBehind->look().service.contains("problem"));
 }
 
 QTEST_GUILESS_MAIN(tst_ModemManager)
