@@ -80,6 +80,8 @@ void ModemClient::detect()
 void ModemClient::noteChange(const QString& path)
 {
     for (auto& [modemPath, modem] : m_modems) {
+        if (modemPath == path)
+            modem.messages.noteModemChange();
         if (modem.messages.contains(path))
             modem.messages.noteChange();
     }

@@ -9,6 +9,7 @@
 
 #include <ModemManager.h>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -128,6 +129,8 @@ QSet<QString> listOf(const DBusMirror& mirror, const QString& modem)
 
 void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
 {
+    if (!std::exchange(m_isListOutdated, false))
+        return;
     const bool isKnown = hasList(mirror, modem);
     const QSet<QString> paths = isKnown ? listOf(mirror, modem) : QSet<QString>();
     for (const QString& path : paths - m_paths)

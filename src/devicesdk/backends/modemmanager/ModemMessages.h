@@ -12,14 +12,16 @@ class DBusMirror;
 class ModemMessages
 {
 public:
-    /// Fetches messages that are not known yet, and forgets those that were deleted.
+    /// Fetches messages that are not known yet, and forgets those that were deleted. Does nothing unless the modem has
+    /// changed.
     void follow(DBusMirror& mirror, const QString& modem);
 
     /// Removes all messages from the mirror.
     void forget(DBusMirror& mirror) const;
 
-    /// Notes that a message, or the list, has changed.
+    /// Notes that a message has changed, or the modem, which has the list.
     void noteChange() { m_isOutdated = true; }
+    void noteModemChange() { m_isListOutdated = true; }
     bool contains(const QString& message) const { return m_paths.contains(message); }
 
     /// Whether messages have not been read yet.
@@ -45,5 +47,6 @@ private:
     QSet<QString> m_failed;
     ModemValues m_values;
     bool m_isListKnown = false;
+    bool m_isListOutdated = true;
     bool m_isOutdated = true;
 };
