@@ -61,7 +61,7 @@ private:
     const std::unique_ptr<Backend> m_backend;
     CallbackRegistry m_callbacks;
 
-    mutable std::mutex m_mutex;                 // guards what follows; never held during a callback
+    mutable std::mutex m_mutex; // guards what follows up to m_isFinished; never held during a callback
     std::deque<Clock::time_point> m_detections; // when to look
     CounterReport m_counterReport;
     DeviceState m_state;
