@@ -29,7 +29,7 @@ public:
     /// The network interface whose traffic is that of the modem; empty if it is not connected.
     QString interfaceOf(const QString& modem) const;
 
-    /// Begins a request to connect or disconnect.
+    /// Begins a request to connect or disconnect. ended() reports its end, perhaps before this returns.
     void begin(const Request& request, const QString& modem);
 
 Q_SIGNALS:
