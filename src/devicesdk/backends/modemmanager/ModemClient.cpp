@@ -1,7 +1,7 @@
 #include "backends/modemmanager/ModemClient.h"
 
 #include "Log.h"
-#include "backends/modemmanager/DBusResults.h"
+#include "backends/dbus/DBusResults.h"
 #include "backends/modemmanager/ManagedModem.h"
 #include "managerproxy.h"
 #include "modemproxy.h"

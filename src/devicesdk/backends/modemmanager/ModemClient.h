@@ -1,10 +1,10 @@
 #pragma once
 
+#include "backends/dbus/DBusMirror.h"
 #include "backends/modemmanager/Customization.h"
-#include "backends/modemmanager/DBusMirror.h"
 #include "backends/modemmanager/ModemMessages.h"
 #include "backends/modemmanager/ModemRequests.h"
-#include "backends/modemmanager/NetworkClient.h"
+#include "backends/networkmanager/NetworkClient.h"
 
 #include <QTimer>
 

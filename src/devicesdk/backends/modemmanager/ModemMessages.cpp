@@ -1,6 +1,6 @@
 #include "backends/modemmanager/ModemMessages.h"
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 #include "backends/modemmanager/ManagedModem.h"
 
 #include <QDBusArgument>

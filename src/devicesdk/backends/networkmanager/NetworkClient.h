@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 #include "devices/Modem.h"
 #include "devices/Request.h"
 

@@ -1,4 +1,4 @@
-#include "backends/modemmanager/NetworkStates.h"
+#include "backends/networkmanager/NetworkStates.h"
 
 #include "qrvl.h"
 

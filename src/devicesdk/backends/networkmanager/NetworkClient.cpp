@@ -1,10 +1,10 @@
-#include "backends/modemmanager/NetworkClient.h"
+#include "backends/networkmanager/NetworkClient.h"
 
 #include "Log.h"
-#include "backends/modemmanager/ConnectionSettings.h"
-#include "backends/modemmanager/DBusResults.h"
-#include "backends/modemmanager/NetworkDevice.h"
-#include "backends/modemmanager/NetworkStates.h"
+#include "backends/dbus/DBusResults.h"
+#include "backends/networkmanager/ConnectionSettings.h"
+#include "backends/networkmanager/NetworkDevice.h"
+#include "backends/networkmanager/NetworkStates.h"
 #include "networkproxy.h"
 #include "qrvl.h"
 

@@ -1,4 +1,4 @@
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 
 #include "Log.h"
 
