@@ -16,15 +16,18 @@ function(skylume_place_in_app)
     endforeach()
 endfunction()
 
-# skylume_add_data(<name> DESTINATION <folder in the installation> FILES <file>...)
+# skylume_add_data(<name> DESTINATION <folder in the installation> [BASE <folder>] FILES <file>...)
 #
 # Adds the target <name>, which copies data files to the installation whenever they have changed. File names are
-# relative to the calling CMakeLists.txt; relative paths are kept below the destination.
+# relative to BASE, by default the folder of the calling CMakeLists.txt; relative paths are kept below the destination.
 function(skylume_add_data name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESTINATION" "FILES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESTINATION;BASE" "FILES")
+    if(NOT arg_BASE)
+        set(arg_BASE "${CMAKE_CURRENT_SOURCE_DIR}")
+    endif()
     set(copies "")
     foreach(file IN LISTS arg_FILES)
-        set(source "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+        set(source "${arg_BASE}/${file}")
         set(copy "${SKYLUME_APP_DIR}/${arg_DESTINATION}/${file}")
         cmake_path(NORMAL_PATH copy)
         add_custom_command(OUTPUT "${copy}"

@@ -1,16 +1,13 @@
 // From the start of "skylume-modem attach" until the page of that modem is drawn. The page was in view when the modem was
 // detached, so it returns without being asked for.
+#include "Application.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
 
 #include <QAbstractEventDispatcher>
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QEventLoop>
-#include <QLoggingCategory>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
 
@@ -117,12 +114,7 @@ bool showPage()
 int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    qputenv("QRVL_BACKEND", "simulator");
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // as the launcher does
-    const QApplication application(argc, argv);
-    const Startup startup(true);
+    const Application application(argc, argv);
     if (!showPage())
         return EXIT_FAILURE;
     benchmark::RegisterBenchmark("modem/ours/attach to page", measure)

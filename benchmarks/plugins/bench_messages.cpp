@@ -1,21 +1,17 @@
 // The page "Messages" with 5,000 conversations: how long the window is busy at a time while they are read, and how long
 // it takes to draw a frame while the user scrolls.
+#include "Application.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QListView>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QWidget>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <memory>
 
 namespace {
 
@@ -23,20 +19,17 @@ constexpr int Count = 5000;
 constexpr int LongestReading = 120000; // milliseconds
 constexpr int ScrolledPixels = 37;
 
-bool writeModem(const QString& folder)
+/// A modem with its messages.
+QByteArray modem()
 {
-    QFile file(folder + QLatin1String("/simulator.ini"));
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(
+    QString lines = QStringLiteral(
         "[modem M]\nmodel=Lume V2\nstate=attached\nimsi=262011234567890\ngid=NT-GOLD\nanswer-time=0\n");
     for (int i = 0; i < Count; ++i)
-        file.write(QStringLiteral("[message %1]\nmodem=M\nsender=+4930%2\ntime=2024-03-01T09:15:00\n"
-                                  "text=The photos of our trip are at https://photos.example/album?page=%1\n")
-                       .arg(i)
-                       .arg(10000 + i)
-                       .toUtf8());
-    return file.flush();
+        lines += QStringLiteral("[message %1]\nmodem=M\nsender=+4930%2\ntime=2024-03-01T09:15:00\n"
+                                "text=The photos of our trip are at https://photos.example/album?page=%1\n")
+                     .arg(i)
+                     .arg(10000 + i);
+    return lines.toUtf8();
 }
 
 QListView* messageList()
@@ -93,13 +86,7 @@ void scroll(benchmark::State& state)
 int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    qputenv("QRVL_BACKEND", "simulator");
-    if (!writeModem(home.path()))
-        return EXIT_FAILURE;
-    const QApplication application(argc, argv);
-    const Startup startup(true);
+    const Application application(argc, argv, modem());
     QElapsedTimer reading;
     reading.start();
     const double longest = readAll();

@@ -1,25 +1,11 @@
 #include "CallUIPlugin.h"
 
 #include "CallWindow.h"
-#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
-#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
 #include "support/DialString.h"
 #include "support/ModemInUse.h"
-
-namespace {
-
-/// See INotifyService.h.
-void playCallSound()
-{
-    IPluginContainer* const container = Startup::GetPluginContainer();
-    QObject* const notifier = container->GetPlugin(PluginIds::NotifyService, PluginIds::FirstService);
-    if (notifier)
-        QMetaObject::invokeMethod(notifier, "playSound", Q_ARG(QString, QStringLiteral("call")));
-}
-
-} // namespace
+#include "support/OtherPlugins.h"
 
 CallUIPlugin::CallUIPlugin()
 {
@@ -66,6 +52,6 @@ bool CallUIPlugin::Call(const QString& number, _UI_EN_CALL_TYPE type)
     delete m_window;
     m_window = new CallWindow(dialled, type, modem, CommonUtils::GetMainWindow());
     m_window->show();
-    playCallSound();
+    callSlot(PluginIds::NotifyService, PluginIds::FirstService, "playSound", {QStringLiteral("call")});
     return true;
 }

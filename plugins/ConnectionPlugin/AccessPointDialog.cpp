@@ -1,8 +1,8 @@
 #include "AccessPointDialog.h"
 
-#include "AccessPoint.h"
 #include "DialogParts.h"
 #include "ExtendDialog/ExtendDialog.h"
+#include "support/AccessPoint.h"
 #include "support/Dialog.h"
 #include "support/Look.h"
 #include "support/Secret.h"
@@ -69,8 +69,12 @@ QWidget* AccessPointDialog::makeContent()
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(Look::Margin, Look::Gap * 2, Look::Margin, Look::Gap * 2);
     layout->setSpacing(Look::Gap);
-    for (QWidget* part : {static_cast<QWidget*>(m_automatic), static_cast<QWidget*>(m_manual), m_fields})
-        layout->addWidget(part);
+    layout->addWidget(m_automatic);
+    layout->addWidget(m_manual);
+    auto* indented = new QHBoxLayout;
+    indented->addSpacing(Look::Margin); // mirrored, unlike margins
+    indented->addWidget(m_fields);
+    layout->addLayout(indented);
     layout->addSpacing(Look::Gap);
     layout->addWidget(m_homeOnly);
     layout->addSpacing(Look::Gap);
@@ -82,7 +86,7 @@ QWidget* AccessPointDialog::makeFields()
 {
     auto* fields = new QWidget;
     auto* column = new QVBoxLayout(fields);
-    column->setContentsMargins(Look::Margin, 0, 0, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Look::Gap);
     m_name = addField(column, "IDS_CONN_ACCESS_POINT_NAME");
     m_user = addField(column, "IDS_CONN_USER");

@@ -1,18 +1,19 @@
 #include "ConnectionPage.h"
 
-#include "AccessPoint.h"
 #include "AccessPointDialog.h"
 #include "FactsPanel.h"
 #include "PinDialog.h"
 #include "PluginContainer/IPluginContainer.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "Startup/Startup.h"
 #include "StatePanel.h"
 #include "common/CommonUtils.h"
+#include "support/AccessPoint.h"
+#include "support/Clsids.h"
 #include "support/DeviceEvents.h"
 #include "support/ModemInUse.h"
 #include "support/Numbers.h"
 #include "support/OperatorNames.h"
+#include "support/OtherPlugins.h"
 #include "support/Text.h"
 
 #include <QApplication>
@@ -29,15 +30,13 @@ bool isOnScreen(const QWidget* window)
     return window && window->isVisible() && !window->isMinimized();
 }
 
-constexpr QLatin1String ThisClsid("227AB861-6F54-4094-857F-40B0663C5817");
-
 /// The plugin whose page has what the user needs next; empty if this page has it.
 QLatin1String pageFor(Action action)
 {
     if (action == Action::ChooseNetwork)
-        return QLatin1String("3D1C7E52-94AB-4F60-8E27-B06F5A9C1D38"); // modem and SIM
+        return Clsids::DeviceInfo;
     if (action == Action::Help)
-        return QLatin1String("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
+        return Clsids::Help;
     return {};
 }
 
@@ -119,17 +118,8 @@ void ConnectionPage::showModem()
 void ConnectionPage::readModem()
 {
     m_modem = modemInUse();
-    if (m_modem.imsi != m_imsi)
-        readAccessPoint();
-    m_report = readReport(m_modem);
-    m_report.isHomeOnly = m_isHomeOnly;
+    m_report = readConnectionReport(m_modem);
     m_connector.complete(m_modem, m_report);
-}
-
-void ConnectionPage::readAccessPoint()
-{
-    m_imsi = m_modem.imsi;
-    m_isHomeOnly = AccessPoint::load(m_modem).isHomeOnly;
 }
 
 void ConnectionPage::showState()
@@ -179,7 +169,7 @@ void ConnectionPage::act(Action action)
         break;
     case Action::ChooseNetwork:
     case Action::Help:
-        Startup::GetMainFrameService()->ShowPage(pageFor(action));
+        showPage(pageFor(action));
         break;
     case Action::None:
         break;
@@ -193,7 +183,7 @@ void ConnectionPage::switchConnection()
     const bool isAtOnce = meaning.action == Action::Connect || meaning.action == Action::Cancel ||
                           meaning.action == Action::Disconnect;
     if (!isAtOnce)
-        Startup::GetMainFrameService()->ShowPage(ThisClsid); // says why, also in a window that was hidden
+        showPage(Clsids::Connection); // says why, also in a window that was hidden
     else if (meaning.isPossible)
         act(meaning.action);
 }
@@ -208,10 +198,7 @@ void ConnectionPage::askForCode()
 
 void ConnectionPage::changeAccessPoint()
 {
-    showAccessPoint(m_modem, this, [this] {
-        readAccessPoint();
-        refresh();
-    });
+    showAccessPoint(m_modem, this, [this] { refresh(); });
 }
 
 void ConnectionPage::showEvent(QShowEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Connector.h"
+#include "Meaning.h"
 #include "ModemReport.h"
 #include "support/Page.h"
 #include "support/Requests.h"
@@ -42,7 +43,6 @@ private:
     void refresh();
     void readModem();
     void showModem();
-    void readAccessPoint();
     void showState();
     void offerUnlocking();
 
@@ -56,11 +56,9 @@ private:
     const Units m_units;
     Modem m_modem; ///< in use; id 0 without one
     ConnectionReport m_report;
-    QString m_imsi;            ///< of the SIM card that the next value belongs to
-    bool m_isHomeOnly = false; ///< AccessPoint::isHomeOnly
-    quint32 m_offeredFor = 0;  ///< the locked modem for which the dialog has opened by itself
-    bool m_isShown = false;    ///< isVisible() is true for minimised windows too
-    QTimer m_everySecond;      ///< runs while a duration is visible
+    quint32 m_offeredFor = 0; ///< the locked modem for which the dialog has opened by itself
+    bool m_isShown = false;   ///< isVisible() is true for minimised windows too
+    QTimer m_everySecond;     ///< runs while a duration is visible
     OperatorNames* m_names;
     StatePanel* m_state;
     FactsPanel* m_facts;

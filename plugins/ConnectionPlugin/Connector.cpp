@@ -1,6 +1,6 @@
 #include "Connector.h"
 
-#include "AccessPoint.h"
+#include "support/AccessPoint.h"
 #include "support/Requests.h"
 #include "support/Secret.h"
 

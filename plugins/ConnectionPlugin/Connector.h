@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Meaning.h"
-#include "support/Modems.h"
+#include "support/ConnectionState.h"
 
 #include <QHash>
 #include <QObject>

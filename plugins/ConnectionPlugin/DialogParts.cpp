@@ -13,6 +13,7 @@
 QLineEdit* addField(QVBoxLayout* column, const char* caption)
 {
     auto* field = new QLineEdit;
+    Look::followText(field);
     field->setMinimumHeight(Look::FieldHeight);
     QLabel* const label = Look::quietLabel(QString());
     label->setBuddy(field);

@@ -7,16 +7,9 @@
 #include "support/Text.h"
 #include "support/Units.h"
 
-#include <qrvl.h>
-
 namespace {
 
 constexpr QLatin1String Connected("connected");
-
-QString serviceWord(const char* key)
-{
-    return serviceValue(QString::fromLatin1(key));
-}
 
 /// For each number of bars.
 constexpr const char* SignalWords[Look::SignalBars + 1] = {
@@ -38,31 +31,7 @@ QString roamingWords(const QString& registration)
     return registration == QLatin1String("home") ? text("IDS_CONN_ROAMING_NO") : QString();
 }
 
-QString stateOf(const Modem& modem, const Modems& unusable)
-{
-    if (modem.id != 0)
-        return QStringLiteral("available");
-    return unusable.isEmpty() ? QString() : modemValue(unusable.first(), "state");
-}
-
 } // namespace
-
-ConnectionReport readReport(const Modem& modem)
-{
-    const Modems unusable = modem.id == 0 ? unusableModems() : Modems();
-    ConnectionReport report;
-    report.problem = modem.id == 0 ? serviceWord("problem") : QString();
-    report.connectionProblem = serviceWord("connection-problem");
-    report.state = stateOf(modem, unusable);
-    report.stateReason = unusable.isEmpty() ? QString() : modemValue(unusable.first(), "state.reason");
-    if (modem.id == 0)
-        return report;
-    report.sim = modemValue(modem, "sim");
-    report.registration = modemValue(modem, "registration");
-    report.connection = modemValue(modem, "connection");
-    report.failure = modemValue(modem, "connection.error").toInt();
-    return report;
-}
 
 QDateTime connectedSince(const Modem& modem)
 {

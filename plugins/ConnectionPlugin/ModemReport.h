@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Meaning.h"
 #include "support/Modems.h"
 
 #include <QDateTime>
@@ -8,10 +7,6 @@
 
 class OperatorNames;
 class Units;
-
-/// Reads what decides on the state, without the user's settings. A copy is cheap to make; the GUI thread may.
-/// @param modem in use; id 0 without one
-ConnectionReport readReport(const Modem& modem);
 
 /// When the connection was established; invalid if unknown.
 QDateTime connectedSince(const Modem& modem);

@@ -24,26 +24,18 @@ constexpr int Width = 380;
 constexpr int LeastPin = 4; // digits
 constexpr int MostDigits = 8;
 
-QLabel* makeNote()
-{
-    QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
-    note->setWordWrap(true);
-    return note;
-}
-
 } // namespace
 
 PinDialog::PinDialog(const Modem& modem, Requests& requests, const DeviceEvents* events, QWidget* parent)
     : ExtendDialog(parent, Qt::WindowCloseButtonHint, enWidgetFixed)
     , m_modem(modem)
     , m_requests(requests)
-    , m_sentence(Look::label(QString(), Look::NormalText))
+    , m_sentence(Look::wrappedLabel(Look::NormalText))
     , m_tries(Look::quietLabel(QString()))
-    , m_note(makeNote())
+    , m_note(Look::wrappedLabel(Look::NormalText, QFont::DemiBold))
     , m_unlock(new QPushButton)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    m_sentence->setWordWrap(true);
     fillDialog(this, makeContent());
     keepTranslated(this, [this] { showTexts(); });
     connect(events, &DeviceEvents::changed, this, &PinDialog::followCard);

@@ -37,9 +37,7 @@ void Account::disconnect()
 
 void Account::save()
 {
-    if (m_isChanged)
-        m_file.save(m_history);
-    m_isChanged = false;
+    m_isChanged = m_isChanged && !m_file.save(m_history);
 }
 
 bool Account::noteState(LimitState state, const Period& period)

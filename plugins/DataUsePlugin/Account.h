@@ -19,13 +19,13 @@ public:
     /// @param now in milliseconds of a clock that never goes back
     void read(const Reading& reading, const QDate& today, qint64 now);
 
-    /// What the counters show at the next reading was transferred by another SIM card. Only their growth counts.
+    /// What the counters show at the next reading was transferred by another SIM card. Only later growth is counted.
     void forgetCounters();
 
     /// Takes note that there is no connection.
     void disconnect();
 
-    /// Writes the history if it has changed.
+    /// Writes the history if it has changed since it was last written successfully.
     void save();
 
     bool isConnected() const { return m_isConnected; }

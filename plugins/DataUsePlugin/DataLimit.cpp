@@ -1,6 +1,6 @@
 #include "DataLimit.h"
 
-#include "common/CommonUtils.h"
+#include "support/BoolSetting.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,11 +8,9 @@
 namespace {
 
 constexpr QLatin1String Section("data");
-constexpr QLatin1String IsSet("true");
-constexpr QLatin1String IsNotSet("false");
 constexpr QLatin1String UnitKey("unit");
 constexpr QLatin1String UnitNames[] = {QLatin1String("MB"), QLatin1String("GB")};
-constexpr QLatin1String LimitKey("limit");
+constexpr BoolSetting HasLimit{Section, QLatin1String("limit")};
 
 struct Number
 {
@@ -33,7 +31,7 @@ constexpr Number Numbers[] = {
 DataLimit DataLimit::load()
 {
     DataLimit limit;
-    limit.isOn = CommonUtils::GetSettings(Section, LimitKey) == IsSet;
+    limit.isOn = HasLimit.isSet();
     limit.unit = CommonUtils::GetSettings(Section, UnitKey) == UnitNames[Megabytes] ? Megabytes : Gigabytes;
     for (const Number& number : Numbers) {
         const int value = CommonUtils::GetSettings(Section, number.key).toInt();
@@ -45,7 +43,7 @@ DataLimit DataLimit::load()
 
 void DataLimit::save() const
 {
-    CommonUtils::SetSettings(Section, LimitKey, isOn ? IsSet : IsNotSet);
+    HasLimit.set(isOn);
     CommonUtils::SetSettings(Section, UnitKey, UnitNames[unit]);
     for (const Number& number : Numbers)
         CommonUtils::SetSettings(Section, number.key, QString::number(this->*number.value));

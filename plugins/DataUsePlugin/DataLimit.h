@@ -32,5 +32,5 @@ struct DataLimit
 int shareOf(quint64 used, quint64 limit);
 
 /// @param limit  in bytes; 0 without a limit
-/// @param warnAt per cent of the limit from which on it is near
+/// @param warnAt percentage of the limit at which the user is warned
 LimitState limitState(quint64 used, quint64 limit, int warnAt);

@@ -152,7 +152,7 @@ void DataUse::keepTime()
 /// A modem's counters go on when its SIM card is exchanged, but the new card has not caused what they show.
 void DataUse::noteCard(const Modem& modem)
 {
-    // A modem can be detected anew with its new card, so its port identifies it.
+    // A modem can be detected again with its new card, so its port identifies it.
     QString& card = m_cards[modem.port.isEmpty() ? QString::number(modem.id) : modem.port];
     if (!card.isEmpty() && card != modem.imsi)
         accountOf(modem.imsi).forgetCounters();

@@ -20,7 +20,7 @@ constexpr qreal SignScale = 1.4;
 
 DaysPanel::DaysPanel(const DataUse& dataUse)
     : m_dataUse(dataUse)
-    // In a window that is laid out from right to left, these signs are mirrored like the layout.
+    // In a window that is laid out from right to left, these characters are mirrored like the layout.
     , m_earlier(makeStep(QStringLiteral("\u2039"), "IDS_DATA_EARLIER", 1))
     , m_later(makeStep(QStringLiteral("\u203a"), "IDS_DATA_LATER", -1))
     , m_month(Look::label(QString(), Look::NormalText))

@@ -21,7 +21,7 @@ struct History
     LimitState warned = LimitState::Below; ///< what the user has been told about
 
     /// Adds what has been transferred since the counters were last read, also by an earlier run of the application.
-    /// The first reading of all adds nothing, as nobody knows when the counters started.
+    /// The very first reading adds nothing, because it is not known when the counters started.
     /// @return what was added
     Traffic take(const Traffic& counters, const QDate& today);
 
@@ -38,6 +38,6 @@ QByteArray textOf(const History& history);
 /// @param badLines receives the number of lines that make no sense, which are left out
 History historyFrom(const QByteArray& text, int& badLines);
 
-/// A table for other programs: dates as 2024-02-29, plain numbers of bytes, lines end as RFC 4180 wants it.
+/// A table for other programs: dates as 2024-02-29, plain numbers of bytes, lines end as in RFC 4180.
 /// @param headings of the three columns
 QByteArray csvOf(const History::Days& days, const QStringList& headings);

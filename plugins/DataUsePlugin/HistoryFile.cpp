@@ -48,17 +48,19 @@ History HistoryFile::load()
     return history;
 }
 
-void HistoryFile::save(const History& history)
+bool HistoryFile::save(const History& history)
 {
     if (!m_isWritable)
-        return;
+        return false;
     QDir().mkpath(QFileInfo(m_path).path());
     const QByteArray text = textOf(history);
     QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit()) {
         complain("cannot be written", file.errorString());
-    else
-        m_hasComplained = false;
+        return false;
+    }
+    m_hasComplained = false;
+    return true;
 }
 
 void HistoryFile::complain(const char* problem, const QString& reason)

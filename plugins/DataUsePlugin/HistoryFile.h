@@ -4,8 +4,9 @@
 
 #include <QString>
 
-/// The file with the history of a SIM card, in the folder "data-use" of userFilesFolder(). Neither its name nor its
-/// content reveals the IMSI. Writing replaces it as a whole, so that a crash leaves the old or the new one. GUI thread.
+/// The file with the history of a SIM card, in the folder "data-use" of userFilesFolder(). Its name is a digest of the
+/// IMSI: it does not show the IMSI, but whoever tries all possible ones finds it. Writing replaces the file as a whole, so
+/// that a crash leaves the old or the new one. GUI thread.
 class HistoryFile
 {
 public:
@@ -16,7 +17,8 @@ public:
     History load();
 
     /// Writes the file; failing is logged once.
-    void save(const History& history);
+    /// @return false if the history is not on the disk
+    bool save(const History& history);
 
 private:
     void complain(const char* problem, const QString& reason);

@@ -1,11 +1,9 @@
 #include "LimitPage.h"
 
-#include "Clsid.h"
 #include "DataUse.h"
-#include "PluginContainer/IPluginContainer.h"
-#include "PluginContainer/PluginIds.h"
-#include "Startup/Startup.h"
+#include "support/Clsids.h"
 #include "support/Numbers.h"
+#include "support/OtherPlugins.h"
 #include "support/Text.h"
 
 #include <QCheckBox>
@@ -16,10 +14,7 @@
 
 void openLimitPage()
 {
-    QObject* const mainFrame =
-        Startup::GetPluginContainer()->GetPlugin(PluginIds::MainFrame, PluginIds::MainFrameService);
-    if (mainFrame)
-        QMetaObject::invokeMethod(mainFrame, "openSettings", Q_ARG(QString, ThisClsid));
+    openSettings(Clsids::DataUse);
 }
 
 LimitPage::LimitPage(DataUse& dataUse, QWidget* parent)

@@ -32,8 +32,8 @@ inline bool operator==(const Traffic& left, const Traffic& right)
     return left.received == right.received && left.sent == right.sent;
 }
 
-/// What was transferred between two readings of a modem's counters, at least. A counter that has fallen has started
-/// anew, with a new connection, in another modem or because it has overflowed: all that it shows has come since then.
+/// What was transferred between two readings of a modem's counters, at least. A counter that went down was reset, by a new
+/// connection, in another modem or because it has overflowed, so its whole value is new traffic.
 inline Traffic growth(const Traffic& before, const Traffic& now)
 {
     const auto grown = [](quint64 from, quint64 to) {

@@ -81,7 +81,7 @@ QVector<Detail> ModemDetails::ofModem(const Modem& modem)
         {text("IDS_MODEM_FIRMWARE"), modemValue(modem, "firmware")},
         {text("IDS_MODEM_IMEI"), modemValue(modem, "imei"), true},
         {text("IDS_MODEM_PORT"), modem.port},
-        {text("IDS_MODEM_MADE_FOR"),
+        {text("IDS_MODEM_CUSTOMISED_FOR"),
          modem.customizeName.isEmpty() ? text("IDS_MODEM_ANY_OPERATOR") : modem.customizeName},
     };
 }

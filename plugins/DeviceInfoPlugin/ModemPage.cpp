@@ -3,6 +3,7 @@
 #include "ModemDetails.h"
 #include "NetworkChoice.h"
 #include "Startup/Startup.h"
+#include "support/Clsids.h"
 #include "support/DeviceEvents.h"
 #include "support/LoadedPage.h"
 #include "support/ModemInUse.h"
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr QLatin1String SimInfoClsid("E5F09A6B-1C83-4D7E-A240-7B8D3F61C095");
 constexpr const char* RevealedProperty = "revealed"; // see DetailsCard
 constexpr const char* PlainTextProperty = "plainText";
 constexpr int CopiedTime = 2000; // milliseconds
@@ -131,7 +131,7 @@ void ModemPage::embedSimPanel()
 {
     if (m_simPanel)
         return;
-    m_simPanel = buildPage(*Startup::GetPluginContainer(), SimInfoClsid, this);
+    m_simPanel = buildPage(*Startup::GetPluginContainer(), Clsids::SimInfo, this);
     if (!m_simPanel)
         return;
     m_simPanel->setProperty(RevealedProperty, m_reveal->isChecked());

@@ -49,6 +49,7 @@ NetworkChoice::NetworkChoice(Requests& requests, const OperatorNames& names, QWi
     column->addLayout(makeButtons());
     m_automatic->setChecked(true);
     m_choices->addButton(m_automatic, AutomaticId);
+    connect(m_choices, &QButtonGroup::idToggled, this, &NetworkChoice::enable);
     keepTranslated(this, [this] { translate(); });
 }
 
@@ -85,6 +86,7 @@ void NetworkChoice::showModem(const Modem& modem)
     if (!isShown(modem)) {
         clearFound();
         setActivity(Activity::None); // the end of a request that is under way will not be shown
+        m_isManual = false;
         m_chosen.clear();
         m_automatic->setChecked(true);
     }
@@ -102,10 +104,25 @@ void NetworkChoice::followChoice()
 {
     const bool isManual = modemValue(m_modem.id, QStringLiteral("network-choice")) == QLatin1String("manual");
     const QString chosen = isManual ? m_current : QString();
-    if (chosen == m_chosen || (isManual && chosen.isEmpty()))
-        return; // a modem that has lost its network looks for that one only
-    m_chosen = chosen;
-    check(chosen);
+    const bool isSearching = isManual && chosen.isEmpty(); // for the chosen network only
+    if (isManual == m_isManual && (isSearching || chosen == m_chosen))
+        return;
+    m_isManual = isManual;
+    if (!isSearching)
+        m_chosen = chosen;
+    showChosen();
+}
+
+/// A modem that looks for a network chosen earlier does not say for which one: then no choice is checked.
+void NetworkChoice::showChosen()
+{
+    if (!m_isManual || !m_chosen.isEmpty()) {
+        check(m_chosen);
+        return;
+    }
+    m_choices->setExclusive(false); // else one of them would stay checked
+    m_automatic->setChecked(false);
+    m_choices->setExclusive(true);
 }
 
 /// Checks a network, which is added unless it has been found. Without one it leaves the choice to the modem.
@@ -175,7 +192,7 @@ void NetworkChoice::showFound(const QString& lines)
         addFound(network);
     if (m_found.isEmpty())
         showNote(text("IDS_MODEM_FOUND_NONE"));
-    check(m_chosen);
+    showChosen();
     enable();
 }
 
@@ -240,5 +257,5 @@ void NetworkChoice::enable()
         button->setEnabled(isIdle && !isForbidden);
     }
     m_search->setEnabled(isIdle);
-    m_apply->setEnabled(isIdle);
+    m_apply->setEnabled(isIdle && m_choices->checkedButton());
 }

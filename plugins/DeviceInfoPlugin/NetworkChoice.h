@@ -42,6 +42,7 @@ private:
     void setActivity(Activity activity);
     void clearFound();
     void followChoice();
+    void showChosen();
     void check(const QString& network);
     QRadioButton* addChoice(const FoundNetwork& network);
     QString describe(const FoundNetwork& network) const;
@@ -50,10 +51,11 @@ private:
 
     Requests& m_requests;
     const OperatorNames& m_names;
-    Modem m_modem;          ///< id 0 without one
-    bool m_isReady = false; ///< its SIM card is
-    QString m_current;      ///< code of the network in which it is
-    QString m_chosen;       ///< code of the network that the modem keeps to; empty if it chooses by itself
+    Modem m_modem;           ///< id 0 without one
+    bool m_isReady = false;  ///< its SIM card is
+    QString m_current;       ///< code of the network in which it is
+    bool m_isManual = false; ///< whether the modem keeps to a network that the user has chosen
+    QString m_chosen;        ///< the code of that network; empty if it is not known, or the modem chooses
     QVector<FoundNetwork> m_found;
     Activity m_activity = Activity::None;
     QRadioButton* m_automatic;

@@ -16,7 +16,7 @@ constexpr QLatin1String Plus("+");
 
 struct Key
 {
-    const char* sign;
+    const char* character;
     const char* letters;
 };
 
@@ -44,26 +44,26 @@ DialKeys::DialKeys(QWidget* parent)
     grid->setSpacing(Look::Gap);
     for (int index = 0; index < int(std::size(Keys)); ++index)
         grid->addWidget(
-            makeKey(QString::fromLatin1(Keys[index].sign), QString::fromLatin1(Keys[index].letters)),
+            makeKey(QString::fromLatin1(Keys[index].character), QString::fromLatin1(Keys[index].letters)),
             index / KeyColumns, index % KeyColumns);
 }
 
-QWidget* DialKeys::makeKey(const QString& sign, const QString& letters)
+QWidget* DialKeys::makeKey(const QString& character, const QString& letters)
 {
     auto* key = new HoldButton;
     key->setMinimumHeight(KeyHeight);
-    key->setAccessibleName(sign);
+    key->setAccessibleName(character);
     auto* lines = new QVBoxLayout(key);
     lines->setContentsMargins(0, Look::Gap / 2, 0, Look::Gap / 2);
     lines->setSpacing(0);
-    addLine(lines, Look::label(sign, Look::TitleText));
+    addLine(lines, Look::label(character, Look::TitleText));
     if (!letters.isEmpty()) {
         QLabel* const line = Look::quietLabel(letters);
         Look::setFont(line, Look::SmallText);
         addLine(lines, line);
     }
-    connect(key, &HoldButton::tapped, this, [this, sign] { Q_EMIT entered(sign); });
-    const QString heldSign = letters == Plus ? letters : sign;
-    connect(key, &HoldButton::held, this, [this, heldSign] { Q_EMIT entered(heldSign); });
+    connect(key, &HoldButton::tapped, this, [this, character] { Q_EMIT entered(character); });
+    const QString heldCharacter = letters == Plus ? letters : character;
+    connect(key, &HoldButton::held, this, [this, heldCharacter] { Q_EMIT entered(heldCharacter); });
     return key;
 }

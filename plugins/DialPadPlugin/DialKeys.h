@@ -11,8 +11,8 @@ public:
     explicit DialKeys(QWidget* parent = nullptr);
 
 Q_SIGNALS:
-    void entered(const QString& sign);
+    void entered(const QString& character);
 
 private:
-    QWidget* makeKey(const QString& sign, const QString& letters);
+    QWidget* makeKey(const QString& character, const QString& letters);
 };

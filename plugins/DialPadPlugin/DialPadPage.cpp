@@ -101,9 +101,9 @@ QWidget* DialPadPage::makeCallButton()
     return m_call;
 }
 
-void DialPadPage::enter(const QString& sign)
+void DialPadPage::enter(const QString& character)
 {
-    m_number->insert(sign);
+    m_number->insert(character);
     m_number->setFocus();
 }
 

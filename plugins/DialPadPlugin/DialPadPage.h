@@ -32,7 +32,7 @@ protected:
 private:
     QWidget* makePad();
     QWidget* makeCallButton();
-    void enter(const QString& sign);
+    void enter(const QString& character);
     void call();
     void callNumber(const QString& dialled);
     void sendCode(const QString& dialled);

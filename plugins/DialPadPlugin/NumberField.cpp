@@ -7,13 +7,12 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPainter>
-#include <QStyle>
 
 namespace {
 
 constexpr int Height = 52;
 
-/// Draws the usual sign for "delete backwards" in the colour of the button's text.
+/// Draws the usual symbol for "delete backwards" in the colour of the button's text.
 class BackspaceButton : public HoldButton
 {
 public:
@@ -45,9 +44,7 @@ QLineEdit* makeEdit()
         edit->setPlaceholderText(text("IDS_DIAL_NUMBER"));
         edit->setAccessibleName(edit->placeholderText());
     });
-    // Skins draw the hint in an empty field dimmer than a number, but style sheets are not re-evaluated when the
-    // text changes.
-    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit] { edit->style()->polish(edit); });
+    Look::followText(edit);
     return edit;
 }
 

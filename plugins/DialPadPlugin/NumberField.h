@@ -4,7 +4,7 @@
 
 class QLineEdit;
 
-/// The field for the number, with a button that deletes its last sign or, held down, all of it.
+/// The field for the number, with a button that deletes its last character or, held down, all of it.
 class NumberField : public QWidget
 {
     Q_OBJECT

@@ -20,12 +20,6 @@ namespace {
 constexpr int Width = 380;
 constexpr int LongestReply = 182; // characters that fit into one request
 
-QLabel* wrapped(QLabel* label)
-{
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& requests,
@@ -34,8 +28,8 @@ UssdDialog::UssdDialog(const QString& code, const Modem& modem, Requests& reques
     , m_code(code)
     , m_modem(modem)
     , m_requests(requests)
-    , m_heading(wrapped(Look::label(QString(), Look::HeadingText, QFont::DemiBold)))
-    , m_content(wrapped(Look::label(QString(), Look::NormalText)))
+    , m_heading(Look::wrappedLabel(Look::HeadingText, QFont::DemiBold))
+    , m_content(Look::wrappedLabel(Look::NormalText))
     , m_reply(new QLineEdit)
     , m_send(new QPushButton)
     , m_close(new QPushButton)
@@ -70,6 +64,7 @@ QWidget* UssdDialog::makeContent()
     m_reply->setMaxLength(LongestReply);
     m_send->setProperty("primary", true); // for style sheets
     m_close->setAutoDefault(true);
+    Look::followText(m_reply);
     connect(m_reply, &QLineEdit::textChanged, this,
             [this](const QString& reply) { m_send->setEnabled(!reply.trimmed().isEmpty()); });
     connect(m_send, &QPushButton::clicked, this, &UssdDialog::sendReply);

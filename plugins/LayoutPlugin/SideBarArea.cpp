@@ -200,7 +200,7 @@ void SideBarArea::showPage(QWidget* page)
     forgetLost();
 }
 
-/// What fades in a hidden window would never come to its end.
+/// In a hidden window, fading would never finish.
 void SideBarArea::hideEvent(QHideEvent* event)
 {
     delete m_fader;
@@ -224,8 +224,8 @@ void SideBarArea::fitSideBar()
     m_sideBar->setFixedWidth(entries + (scrollBar->maximum() > 0 ? scrollBar->sizeHint().width() : 0));
 }
 
-/// Shows the first page in place of the current one, which goes. A neighbour would be shown only for a moment, and what a
-/// page shows counts as seen.
+/// Shows the first page instead of the current one, which is removed. The list would first show a neighbour for a moment,
+/// and whatever a page shows is taken to have been seen.
 void SideBarArea::leavePage()
 {
     const int row = m_sideBar->currentRow();

@@ -1,22 +1,15 @@
 #include "EventSettings.h"
 
-#include "common/CommonUtils.h"
+#include "support/BoolSetting.h"
 
 #include <QDir>
 
 namespace {
 
 constexpr QLatin1String Section("notifications");
-constexpr QLatin1String MuteKey("mute");
+constexpr BoolSetting Mute{Section, QLatin1String("mute")};
 constexpr QLatin1String ShownPrefix("show-");
-constexpr QLatin1String Yes("true");
-constexpr QLatin1String No("false");
 constexpr QLatin1String Extension(".wav"); // the format that every system plays
-
-void store(const QString& key, bool isSet)
-{
-    CommonUtils::SetSettings(Section, key, isSet ? Yes : No);
-}
 
 QDir folder()
 {
@@ -50,22 +43,23 @@ void EventSettings::setSound(Event event, const QString& sound)
 
 bool EventSettings::isShown(const QString& event)
 {
-    return event.isEmpty() || CommonUtils::GetSettings(Section, ShownPrefix + event) != No;
+    return event.isEmpty() ||
+           CommonUtils::GetSettings(Section, ShownPrefix + event) != QLatin1String("false");
 }
 
 void EventSettings::setShown(const QString& event, bool isShown)
 {
-    store(ShownPrefix + event, isShown);
+    CommonUtils::SetSettings(Section, ShownPrefix + event, QLatin1String(isShown ? "true" : "false"));
 }
 
 bool EventSettings::isMuted()
 {
-    return CommonUtils::GetSettings(Section, MuteKey) == Yes;
+    return Mute.isSet();
 }
 
 void EventSettings::setMuted(bool isMuted)
 {
-    store(MuteKey, isMuted);
+    Mute.set(isMuted);
 }
 
 QString EventSettings::pathOf(const QString& sound)

@@ -34,7 +34,7 @@ void setShown(const QString& event, bool isShown);
 bool isMuted();
 void setMuted(bool isMuted);
 
-/// The path of a sound in the form that the system uses; empty for NoSound.
+/// The path of a sound with the separators of the system; empty for NoSound.
 QString pathOf(const QString& sound);
 
 /// The names of the sound files in the installation.

@@ -27,6 +27,8 @@ void MessageWatch::work()
     const Modems modems = attachedModems();
     for (const Modem& modem : modems) {
         const QString list = modemValue(modem.id, QStringLiteral("messages"));
+        if (list.isNull())
+            continue; // the modem has not read its messages yet
         const QStringList identifiers = list.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         const bool isFirstSeen = !m_known.contains(modem.id);
         for (const QString& identifier : identifiers) {

@@ -17,7 +17,7 @@ struct NewMessage
 
 using NewMessages = QVector<NewMessage>;
 
-/// Notices the messages that modems receive. Those that a modem holds when it is first seen are not new.
+/// Notices the messages that modems receive. Those that a modem lists at first are not new.
 class MessageWatch : public BackgroundWork
 {
     Q_OBJECT

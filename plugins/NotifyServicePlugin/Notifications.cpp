@@ -2,15 +2,13 @@
 
 #include "MessageNotice.h"
 #include "common/CommonUtils.h"
+#include "support/Clsids.h"
 #include "support/Text.h"
 
 #include <QGuiApplication>
 #include <QWidget>
 
 namespace {
-
-constexpr QLatin1String MessagesClsid("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46");
-constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
 
 bool isWindowHidden()
 {
@@ -24,7 +22,7 @@ bool isMessageNoticeNeeded()
     return isWindowHidden() && EventSettings::isShown(EventSettings::key(Event::Message));
 }
 
-/// Users who are at the application see there that a connection is lost, and have often caused it.
+/// Users who are looking at the application can see there that a connection is lost, and have often caused it.
 bool isConnectionNoticeNeeded()
 {
     return isWindowHidden() || QGuiApplication::applicationState() != Qt::ApplicationActive;
@@ -83,7 +81,7 @@ void Notifications::checkConnection()
     if (loss.offline.isEmpty() || !isConnectionNoticeNeeded())
         return;
     showNotice(text("IDS_NOTIFY_LOST"),
-               text("IDS_NOTIFY_OFFLINE").arg(loss.offline.join(QLatin1String(", "))), ConnectionClsid,
+               text("IDS_NOTIFY_OFFLINE").arg(loss.offline.join(QLatin1String(", "))), Clsids::Connection,
                EventSettings::key(Event::ConnectionLost));
 }
 
@@ -93,5 +91,5 @@ void Notifications::report(const NewMessages& messages)
     if (!isMessageNoticeNeeded())
         return;
     const MessageNotice notice(messages, EventSettings::isShown(EventSettings::MessageText));
-    showNotice(notice.title, notice.body, MessagesClsid, EventSettings::key(Event::Message));
+    showNotice(notice.title, notice.body, Clsids::Messages, EventSettings::key(Event::Message));
 }

@@ -1,31 +1,19 @@
 #include "PageNotice.h"
 
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
-#include "common/GuardedCall.h"
 #include "common/ShowInFront.h"
+#include "support/OtherPlugins.h"
 
 #include <QGuiApplication>
 #include <QWidget>
 
 namespace {
 
-/// @return false if the main frame has no such page
-bool hasShownPage(const QString& clsid)
-{
-    IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
-    bool isShown = false;
-    if (mainFrame)
-        guardedCall("ShowPage", QStringLiteral("main frame"), [&] { isShown = mainFrame->ShowPage(clsid); });
-    return isShown;
-}
-
 /// Brings the main window to the front with the page of a plugin, or with another if the plugin has none.
-void showPage(const QString& clsid)
+void showWindow(const QString& clsid)
 {
     QWidget* const window = CommonUtils::GetMainWindow();
-    if (window && !hasShownPage(clsid))
+    if (window && !showPage(clsid))
         showInFront(window);
 }
 
@@ -35,7 +23,7 @@ PageNotice::PageNotice()
 {
     connect(&m_notification, &DesktopNotification::activated, this, [this] {
         m_notification.close();
-        showPage(m_clsid);
+        showWindow(m_clsid);
     });
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)

@@ -49,7 +49,7 @@ QString nameOf(const QString& sound)
     return QFileInfo(sound).completeBaseName();
 }
 
-/// Fills the list anew, in the current language.
+/// Fills the list again, in the current language.
 void fill(QComboBox* list, const QString& chosen)
 {
     const QSignalBlocker blocker(list);

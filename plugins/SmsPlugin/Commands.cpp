@@ -7,9 +7,10 @@ bool isPossible(Command command, const CommandContext& context)
     case Command::Search:
         return true;
     case Command::Reply:
+        return isNumber(context.address) || (!context.message && !context.address.isEmpty());
     case Command::Call:
     case Command::VideoCall:
-        return context.message && isNumber(context.message->address);
+        return isNumber(context.address);
     case Command::MarkAllRead:
         return context.hasUnread;
     default:

@@ -28,7 +28,8 @@ constexpr CommandInfo CommandInfos[] = {
 struct CommandContext
 {
     const Message* message; ///< the current one; null without one
-    bool hasUnread;         ///< whether all messages are known and some of them are unread
+    QString address; ///< of that message, or of the current conversation if it has only a draft; may be empty
+    bool hasUnread;  ///< whether all messages are known and some of them are unread
 };
 
 /// Whether a command makes sense.

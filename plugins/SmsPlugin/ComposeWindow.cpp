@@ -23,14 +23,7 @@
 
 namespace {
 
-constexpr QSize ContentSize{420, 300};
-
-QLabel* makeNote()
-{
-    QLabel* const note = Look::label(QString(), Look::NormalText, QFont::DemiBold);
-    note->setWordWrap(true);
-    return note;
-}
+constexpr QSize ContentSize{480, 320};
 
 } // namespace
 
@@ -43,20 +36,20 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
     , m_sender(new SenderChooser(sender))
     , m_text(new QPlainTextEdit)
     , m_length(Look::quietLabel(QString(), true))
-    , m_note(makeNote())
+    , m_note(Look::wrappedLabel(Look::NormalText, QFont::DemiBold))
     , m_send(new QPushButton)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowIcon(Look::tileIcon(Look::Sign::Message));
     fillDialog(this, makeContent());
     makeResizable(this);
-    load(draft);
     connectWidgets();
     connect(events, &DeviceEvents::changed, this, [this] {
         m_sender->follow();
         showState();
     });
     keepTranslated(this, [this] { translate(); });
+    load(draft); // now that there is a hint: Qt decides on showing it when the text is set
     new CloseGuard(
         {"IDS_SMS_LEAVE_TITLE", "IDS_SMS_LEAVE_TEXT", {"IDS_SMS_LEAVE", "IDS_SMS_STAY"}},
         [this] { return isUnsaved() || m_isSending; }, this);
@@ -64,6 +57,7 @@ ComposeWindow::ComposeWindow(const Draft& draft, const Modem& sender, Drafts* dr
 
 void ComposeWindow::connectWidgets()
 {
+    Look::followText(m_recipient);
     connect(m_text, &QPlainTextEdit::textChanged, this, &ComposeWindow::showState);
     connect(m_recipient, &QLineEdit::textChanged, this, &ComposeWindow::showState);
     connect(m_sender, &SenderChooser::chosen, this, &ComposeWindow::showState);
@@ -133,6 +127,7 @@ void ComposeWindow::load(const Draft& draft)
 void ComposeWindow::showState()
 {
     const QString written = m_text->toPlainText();
+    Look::setStyleProperty(m_text, "isEmpty", written.isEmpty()); // then it shows a hint
     const MessageLength length = messageLength(written);
     m_length->setText(
         text("IDS_SMS_LENGTH")

@@ -25,6 +25,14 @@ const Conversation& ConversationFilter::conversation(int row) const
     return m_model->conversation(mapToSource(index(row, 0)).row());
 }
 
+int ConversationFilter::firstWithMessages() const
+{
+    int row = 0;
+    while (row < rowCount() && conversation(row).messages.isEmpty())
+        ++row;
+    return row < rowCount() ? row : -1;
+}
+
 bool ConversationFilter::isHit(const Message& message) const
 {
     return message.text.contains(m_search, Qt::CaseInsensitive) ||
@@ -33,15 +41,22 @@ bool ConversationFilter::isHit(const Message& message) const
 
 bool ConversationFilter::filterAcceptsRow(int row, const QModelIndex&) const
 {
-    const Messages& messages = m_model->conversation(row).messages;
-    return m_search.isEmpty() || std::any_of(messages.begin(), messages.end(),
-                                             [this](const Message& message) { return isHit(message); });
+    const Conversation& shown = m_model->conversation(row);
+    const auto contains = [this](const QString& text) {
+        return text.contains(m_search, Qt::CaseInsensitive);
+    };
+    return contains(m_model->draft(shown)) || contains(shownAddress(shown.address)) ||
+           std::any_of(shown.messages.begin(), shown.messages.end(),
+                       [this](const Message& message) { return isHit(message); });
 }
 
 bool ConversationFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {
-    return isNewer(m_model->conversation(left.row()).messages.first(),
-                   m_model->conversation(right.row()).messages.first());
+    const Messages& leftOnes = m_model->conversation(left.row()).messages;
+    const Messages& rightOnes = m_model->conversation(right.row()).messages;
+    if (leftOnes.isEmpty() || rightOnes.isEmpty())
+        return leftOnes.isEmpty() && !rightOnes.isEmpty();
+    return isNewer(leftOnes.first(), rightOnes.first());
 }
 
 const Message* ConversationFilter::nextHit(const QString& key) const

@@ -16,6 +16,12 @@ QString line(const QString& text)
     return text.left(MostShown).simplified();
 }
 
+/// The newest message; an empty one if there is only a draft.
+Message newest(const Conversation& conversation)
+{
+    return conversation.messages.value(0);
+}
+
 } // namespace
 
 int ConversationModel::rowCount(const QModelIndex& parent) const
@@ -37,7 +43,7 @@ QVariant ConversationModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return spoken(conversation);
     case TimeRole:
-        return shownDay(conversation.messages.first());
+        return shownDay(newest(conversation));
     case TextRole:
         return summary(conversation);
     case UnreadRole:
@@ -54,25 +60,35 @@ QString ConversationModel::summary(const Conversation& conversation) const
 {
     const auto draft = m_drafts.constFind(conversation.key);
     if (draft != m_drafts.constEnd())
-        return text("IDS_SMS_DRAFT").arg(line(*draft));
-    const Message& newest = conversation.messages.first();
-    return newest.isSent ? text("IDS_SMS_YOU").arg(line(newest.text)) : line(newest.text);
+        return text("IDS_SMS_DRAFT").arg(line(draft->text));
+    const Message message = newest(conversation);
+    return message.isSent ? text("IDS_SMS_YOU").arg(line(message.text)) : line(message.text);
 }
 
 /// What a screen reader says.
 QString ConversationModel::spoken(const Conversation& conversation) const
 {
-    const Message& newest = conversation.messages.first();
-    QStringList parts{shownAddress(conversation.address), shownTime(newest), summary(conversation)};
+    QStringList parts{shownAddress(conversation.address), shownTime(newest(conversation)),
+                      summary(conversation)};
     if (conversation.unread > 0)
         parts.insert(1, text("IDS_SMS_UNREAD").arg(numberText(conversation.unread)));
     parts.removeAll(QString());
     return parts.join(QLatin1Char('\n'));
 }
 
-void ConversationModel::setDrafts(const DraftTexts& drafts)
+void ConversationModel::setDrafts(const DraftsByKey& drafts)
 {
     m_drafts = drafts;
+    for (const Draft& draft : drafts) {
+        if (rowOf(draft.recipient) < 0)
+            append(draft.recipient, nullptr);
+    }
+    for (int row = m_conversations.size() - 1; row >= 0; --row) {
+        const Conversation& conversation = m_conversations[row];
+        if (conversation.messages.isEmpty() && !drafts.contains(conversation.key))
+            removeConversation(row);
+    }
+    numberRows();
     retranslate();
 }
 
@@ -84,31 +100,52 @@ void ConversationModel::put(const Messages& messages)
 
 void ConversationModel::put(const Message& message)
 {
+    dropMoved(message);
     const int row = rowOf(message.address);
     if (row >= 0) {
         putInto(m_conversations[row], message);
         reportChange(row);
-        return;
+    } else {
+        append(message.address, &message);
     }
+}
+
+/// Adds a conversation.
+/// @param message its first message; null if there is only a draft
+void ConversationModel::append(const QString& address, const Message* message)
+{
     const int end = m_conversations.size();
     beginInsertRows({}, end, end);
-    m_conversations.append(Conversation());
-    m_conversations[end].key = addressKey(message.address);
-    putInto(m_conversations[end], message);
+    m_conversations.append({addressKey(address), address, {}, 0});
+    if (message)
+        putInto(m_conversations[end], *message);
     m_rows.insert(m_conversations[end].key, end);
     endInsertRows();
 }
 
+/// Removes a known message from the conversation with another address: its modem has stored another message in its
+/// place.
+void ConversationModel::dropMoved(const Message& message)
+{
+    const auto known = m_messages.constFind(message.key);
+    if (known == m_messages.cend() || addressKey(known->address) == addressKey(message.address))
+        return;
+    const QList<QString> keys = m_messages.keys();
+    QSet<QString> others(keys.begin(), keys.end());
+    others.remove(message.key);
+    keepOnly(others);
+}
+
 void ConversationModel::putInto(Conversation& conversation, const Message& message)
 {
-    const QString key = message.key;
     Messages& all = conversation.messages;
-    if (m_messages.contains(key))
-        *std::find_if(all.begin(), all.end(), [&](const Message& entry) { return entry.key == key; }) =
-            message;
-    else
-        all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
-    m_messages.insert(key, message);
+    const auto isSame = [&](const Message& entry) {
+        return entry.key == message.key;
+    };
+    if (m_messages.contains(message.key))
+        all.erase(std::remove_if(all.begin(), all.end(), isSame), all.end());
+    all.insert(std::upper_bound(all.begin(), all.end(), message, isNewer), message);
+    m_messages.insert(message.key, message);
     conversation.address = all.first().address;
     countUnread(conversation);
 }
@@ -146,14 +183,17 @@ void ConversationModel::removeGone(int row, const QSet<QString>& keys)
         else
             m_messages.remove(message.key);
     }
-    if (!left.isEmpty()) {
-        m_conversations[row].messages = left;
-        countUnread(m_conversations[row]);
+    m_conversations[row].messages = left;
+    countUnread(m_conversations[row]);
+    if (left.isEmpty() && !m_drafts.contains(m_conversations[row].key))
+        removeConversation(row);
+    else
         reportChange(row);
-        return;
-    }
+}
+
+void ConversationModel::removeConversation(int row)
+{
     beginRemoveRows({}, row, row);
-    m_unread -= m_conversations[row].unread;
     m_conversations.remove(row);
     endRemoveRows();
 }

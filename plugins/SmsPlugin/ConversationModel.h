@@ -6,12 +6,12 @@
 #include <QAbstractListModel>
 #include <QSet>
 
-/// The messages to and from one address.
+/// The messages to and from one address, or a draft for it.
 struct Conversation
 {
     QString key;       ///< addressKey() of the address
     QString address;   ///< as in the newest message
-    Messages messages; ///< newest first, never empty
+    Messages messages; ///< newest first; empty if there is only a draft
     int unread = 0;    ///< how many messages are unread
 };
 
@@ -34,8 +34,11 @@ public:
     /// Marks the messages of a conversation as read. Does not remember it, see MessageFeed::markRead().
     void markRead(int row);
 
-    /// Shows drafts instead of the newest messages of their conversations.
-    void setDrafts(const DraftTexts& drafts);
+    /// Shows drafts instead of the newest messages of their conversations. Drafts without one get a row of their own.
+    void setDrafts(const DraftsByKey& drafts);
+
+    /// The text of the draft in a conversation; empty if there is none.
+    QString draft(const Conversation& conversation) const { return m_drafts.value(conversation.key).text; }
 
     const Conversation& conversation(int row) const { return m_conversations[row]; }
 
@@ -55,8 +58,11 @@ public:
 
 private:
     void put(const Message& message);
+    void append(const QString& address, const Message* message);
+    void dropMoved(const Message& message);
     void putInto(Conversation& conversation, const Message& message);
     void removeGone(int row, const QSet<QString>& keys);
+    void removeConversation(int row);
     void numberRows();
     void countUnread(Conversation& conversation);
     void reportChange(int row);
@@ -66,6 +72,6 @@ private:
     QVector<Conversation> m_conversations;
     QHash<QString, int> m_rows; ///< by addressKey()
     MessagesByKey m_messages;
-    DraftTexts m_drafts;
+    DraftsByKey m_drafts;
     int m_unread = 0;
 };

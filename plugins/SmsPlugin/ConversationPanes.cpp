@@ -1,11 +1,12 @@
 #include "ConversationPanes.h"
 
-#include "MessageToolBar.h"
+#include "IconButton.h"
 #include "ToolBar/ToolBarLogic.h"
 #include "support/ElidedLabel.h"
 #include "support/Text.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QShortcut>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -45,6 +46,7 @@ ConversationPanes::ConversationPanes(QWidget* list, QWidget* thread, QWidget* pa
     row->addWidget(m_list, 2);
     row->addWidget(m_conversation, 3);
     connect(m_back, &QToolButton::clicked, this, &ConversationPanes::showList);
+    m_back->installEventFilter(this);
     // Only here: elsewhere in the window Escape has other meanings.
     auto* escape = new QShortcut(Qt::Key_Escape, m_conversation);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
@@ -108,6 +110,15 @@ void ConversationPanes::arrange()
     m_conversation->setVisible(showsThread());
     m_back->setVisible(m_isNarrow);
     Q_EMIT switched();
+}
+
+/// Acts on the button's keys at once: Qt would show the button pressed first.
+bool ConversationPanes::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() != QEvent::Shortcut)
+        return false;
+    showList();
+    return true;
 }
 
 void ConversationPanes::translate()

@@ -34,6 +34,9 @@ Q_SIGNALS:
     /// The list or the conversation has been shown or hidden.
     void switched();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QWidget* makeConversation();
     void setOpen(bool isOpen);

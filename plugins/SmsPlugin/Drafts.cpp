@@ -17,8 +17,6 @@ constexpr QLatin1String Key("drafts");
 constexpr QLatin1String Recipient("to");
 constexpr QLatin1String Text("text");
 
-constexpr QLatin1Char PlainStart('['); ///< earlier versions did not encrypt
-
 /// A pass phrase that differs between computers and is not in the settings. It need not be kept from the user's programs.
 QByteArray passPhrase()
 {
@@ -29,15 +27,21 @@ QByteArray passPhrase()
 /// The latest draft first.
 QJsonArray load()
 {
-    const QString stored = CommonUtils::GetUserSettings(Section, Key);
-    const QString plain = stored.startsWith(PlainStart) ? stored : plainText(stored, passPhrase());
-    return QJsonDocument::fromJson(plain.toUtf8()).array();
+    QString plain = plainText(CommonUtils::GetUserSettings(Section, Key), passPhrase());
+    QByteArray json = plain.toUtf8();
+    const QJsonArray drafts = QJsonDocument::fromJson(json).array();
+    wipe(plain);
+    wipe(json);
+    return drafts;
 }
 
 void save(const QJsonArray& drafts)
 {
-    const QByteArray plain = drafts.isEmpty() ? "" : QJsonDocument(drafts).toJson(QJsonDocument::Compact);
-    CommonUtils::SetSettings(Section, Key, protectedText(QString::fromUtf8(plain), passPhrase()));
+    QByteArray json = drafts.isEmpty() ? QByteArray() : QJsonDocument(drafts).toJson(QJsonDocument::Compact);
+    QString plain = QString::fromUtf8(json);
+    CommonUtils::SetSettings(Section, Key, protectedText(plain, passPhrase()));
+    wipe(plain);
+    wipe(json);
 }
 
 Draft draftFrom(const QJsonValue& value)
@@ -67,16 +71,16 @@ Draft Drafts::latest() const
     return draftFrom(load().first());
 }
 
-DraftTexts Drafts::texts() const
+DraftsByKey Drafts::byRecipient() const
 {
-    DraftTexts texts;
+    DraftsByKey found;
     const QJsonArray drafts = load();
     for (const QJsonValue& value : drafts) {
         const Draft draft = draftFrom(value);
         if (!draft.recipient.isEmpty())
-            texts.insert(addressKey(draft.recipient), draft.text);
+            found.insert(addressKey(draft.recipient), draft);
     }
-    return texts;
+    return found;
 }
 
 void Drafts::keep(const Draft& draft)

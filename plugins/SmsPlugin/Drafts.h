@@ -10,7 +10,7 @@ struct Draft
     QString text;
 };
 
-using DraftTexts = QHash<QString, QString>; ///< by addressKey() of the recipient
+using DraftsByKey = QHash<QString, Draft>; ///< by addressKey() of the recipient
 
 /// The drafts, one for each recipient. They are encrypted in the user's settings, so that copies of these do not reveal
 /// them; only this computer can decrypt them. GUI thread only.
@@ -27,8 +27,8 @@ public:
     /// The draft that was stored last; without text if there is none.
     Draft latest() const;
 
-    /// The texts of all drafts that have a recipient.
-    DraftTexts texts() const;
+    /// All drafts that have a recipient.
+    DraftsByKey byRecipient() const;
 
     /// Stores a draft and replaces an earlier one for the recipient. A draft without text only removes the earlier one.
     void keep(const Draft& draft);

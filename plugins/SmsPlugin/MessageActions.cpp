@@ -65,7 +65,10 @@ const Message* MessagesPage::currentMessage() const
 
 CommandContext MessagesPage::context() const
 {
-    return {currentMessage(), m_feed.model()->unread() > 0 && !m_feed.isReading()};
+    const Message* const current = currentMessage();
+    const int row = m_list->currentIndex().row();
+    const QString shown = row < 0 ? QString() : m_filter.conversation(row).address;
+    return {current, current ? current->address : shown, m_feed.model()->unread() > 0 && !m_feed.isReading()};
 }
 
 void MessagesPage::run(Command command)
@@ -73,7 +76,8 @@ void MessagesPage::run(Command command)
     const Message* const current = currentMessage();
     if (!isPossible(command, context()))
         return;
-    const Message message = current ? *current : Message(); // a command may change the model
+    Message message = current ? *current : Message(); // a command may change the model
+    message.address = context().address;
     m_failure.clear();
     switch (command) {
     case Command::Open:

@@ -37,9 +37,10 @@ void MessageFeed::devicesChanged()
 void MessageFeed::refresh()
 {
     takeModems(attachedModems());
-    m_isOutdated = m_reader.isRunning();
+    m_isOutdated = isReading();
     if (m_isOutdated)
-        m_reader.finish(); // what has been read is kept, so starting again costs little
+        m_reader
+            .finish(); // starts again once all that has been read is in the model, so nothing is read twice
     else
         m_reader.read(m_model.messages());
     Q_EMIT changed();
@@ -95,7 +96,8 @@ void MessageFeed::dropGone()
         forgetGone();
 }
 
-/// What is remembered about deleted messages is forgotten, but not all at once: perhaps a SIM cannot be read just now.
+/// Forgets which deleted messages were read, once there are many; not for a SIM without messages, which perhaps cannot be
+/// read at the moment.
 void MessageFeed::forgetGone()
 {
     QHash<QString, Messages> existing;

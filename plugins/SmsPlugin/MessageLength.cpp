@@ -23,14 +23,14 @@ struct Capacity
 constexpr Capacity SevenBit{160, 153}; // septets
 constexpr Capacity Ucs2{70, 67};       // UTF-16 code units
 
-bool contains(QStringView table, QChar sign)
+bool contains(QStringView table, QChar character)
 {
-    return std::find(table.begin(), table.end(), sign) != table.end();
+    return std::find(table.begin(), table.end(), character) != table.end();
 }
 
-bool isSevenBit(QChar sign)
+bool isSevenBit(QChar character)
 {
-    return contains(BasicTable, sign) || contains(ExtensionTable, sign);
+    return contains(BasicTable, character) || contains(ExtensionTable, character);
 }
 
 /// The size of each character in septets or code units.

@@ -2,16 +2,28 @@
 
 #include "SeenMessages.h"
 
+#include <QDateTime>
 #include <QMutexLocker>
 
 #include <algorithm>
 
 namespace {
 
-/// Whether the state of a known message can still change. Confirmations of delivery are expected for the latest one only.
+constexpr qint64 LongestDelivery = 24LL * 60 * 60; ///< seconds for which confirmations are expected
+
+bool isOlderThan(const Message& message, qint64 seconds)
+{
+    const QDateTime time =
+        QDateTime::fromString(message.time, Qt::ISODate); // invalid if the modem does not know it
+    return !time.isValid() || time.secsTo(QDateTime::currentDateTime()) > seconds;
+}
+
+/// Whether the state of a known message can still change, by a confirmation of delivery for example.
+/// @param isLatest whether the modem has sent no other message since; decides if the time is unknown
 bool isUnfinished(const Message& message, bool isLatest)
 {
-    return message.state == QLatin1String("sending") || (isLatest && message.state == QLatin1String("sent"));
+    return message.state == QLatin1String("sending") ||
+           (message.state == QLatin1String("sent") && (isLatest || !isOlderThan(message, LongestDelivery)));
 }
 
 } // namespace

@@ -10,8 +10,8 @@
 #include <atomic>
 
 /// Reads the messages of all attached modems on a worker thread, roughly the newest first. With a real modem each message
-/// can take seconds, so known messages are not read again, and each one can be taken as soon as it has been read. Call the
-/// operations on the GUI thread.
+/// can take seconds, so of known messages only the state is read again, while it can change, and each one can be taken as
+/// soon as it has been read. Call the operations on the GUI thread.
 class MessageReader : public BackgroundWork
 {
     Q_OBJECT

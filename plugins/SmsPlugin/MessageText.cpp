@@ -2,6 +2,7 @@
 
 #include "common/CommonUtils.h"
 
+#include <QHash>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -14,24 +15,31 @@ constexpr QLatin1String LinkBegin("<a href = ");
 constexpr char16_t Openers[] = u"([{<\"'“„«‚‘（【《";
 constexpr char16_t Closers[] = u".,;:!?…。，、！？；：、؟،؛)]}>\"'”“»’‘）】》";
 
-/// Pairs in which the closing sign belongs to the address if the opening one does: "x.example/A_(b)".
+/// Pairs in which the closing character belongs to the address if the opening one does: "x.example/A_(b)".
 constexpr QLatin1String Pairs[] = {QLatin1String("()"), QLatin1String("[]"), QLatin1String("{}"),
                                    QLatin1String("\"\""), QLatin1String("''")};
 
-bool contains(QStringView signs, QChar sign)
+using Counts = QHash<QChar, int>;
+
+bool contains(QStringView characters, QChar character)
 {
-    return std::find(signs.begin(), signs.end(), sign) != signs.end();
+    return std::find(characters.begin(), characters.end(), character) != characters.end();
 }
 
-/// Whether the sign at the end of a word closes one within the word.
-bool isClosing(QStringView word)
+Counts countsIn(QStringView word)
 {
-    const auto count = [word](QChar sign) {
-        return std::count(word.begin(), word.end(), sign);
-    };
+    Counts counts;
+    for (const QChar character : word)
+        ++counts[character];
+    return counts;
+}
+
+/// Whether the last character of a word closes a pair within the word.
+bool isClosing(QChar last, const Counts& counts)
+{
     return std::any_of(std::begin(Pairs), std::end(Pairs), [&](QLatin1String pair) {
-        const auto openers = count(pair[0]);
-        return word.back() == pair[1] && (pair[0] == pair[1] ? openers % 2 == 0 : openers >= count(pair[1]));
+        const int openers = counts.value(pair[0]);
+        return last == pair[1] && (pair[0] == pair[1] ? openers % 2 == 0 : openers >= counts.value(pair[1]));
     });
 }
 
@@ -40,8 +48,11 @@ QStringView core(QStringView word)
 {
     while (!word.isEmpty() && contains(Openers, word.front()))
         word = word.mid(1);
-    while (!word.isEmpty() && contains(Closers, word.back()) && !isClosing(word))
+    Counts counts = countsIn(word); // only once: a message can be one word of 39,000 characters
+    while (!word.isEmpty() && contains(Closers, word.back()) && !isClosing(word.back(), counts)) {
+        --counts[word.back()];
         word.chop(1);
+    }
     return word;
 }
 
@@ -89,7 +100,7 @@ QString richMessage(const QString& plain)
     QString rich = QStringLiteral("<p style=\"white-space: pre-wrap\">");
     for (int i = 0; i < text.size();) {
         const auto end =
-            std::find_if(text.cbegin() + i, text.cend(), [](QChar sign) { return sign.isSpace(); });
+            std::find_if(text.cbegin() + i, text.cend(), [](QChar character) { return character.isSpace(); });
         const int wordEnd = int(end - text.cbegin());
         if (wordEnd > i)
             appendWord(QStringView(text).mid(i, wordEnd - i), rich);

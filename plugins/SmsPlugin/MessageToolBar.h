@@ -8,15 +8,7 @@
 class QButtonGroup;
 class QHBoxLayout;
 class QLabel;
-class QToolButton;
 class SearchLineEdit;
-struct Caption;
-
-/// The path of a file in the folder of this plugin.
-QString pluginFile(const QString& name);
-
-/// Gives a button that shows only an icon its shortcut, and a name for screen readers and the tool tip.
-void nameButton(QToolButton* button, const Caption& parts);
 
 /// The page's toolbar from the file SmsToolBar.xml, with the search box. GUI thread only.
 class MessageToolBar : public QWidget

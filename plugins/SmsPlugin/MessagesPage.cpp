@@ -1,4 +1,5 @@
-// The page's widgets and what they show. What its commands do is in MessageActions.cpp.
+// The page's widgets and what they show. Its toolbar and the search are in MessageSearch.cpp, what its commands do is in
+// MessageActions.cpp.
 #include "MessagesPage.h"
 
 #include "ConversationList.h"
@@ -49,26 +50,6 @@ MessagesPage::MessagesPage(DeviceEvents* events, QWidget* parent)
     m_feed.refresh();
 }
 
-void MessagesPage::makeToolBar()
-{
-    delete m_toolBar;
-    m_toolBar = new MessageToolBar;
-    content()->insertWidget(0, m_toolBar);
-    connect(m_toolBar, &MessageToolBar::pressed, this, &MessagesPage::run);
-    connect(m_toolBar, &MessageToolBar::searchChanged, this, &MessagesPage::search);
-    connect(m_toolBar, &MessageToolBar::nextWanted, this, &MessagesPage::showNextHit);
-    connect(m_toolBar, &MessageToolBar::searchClosed, m_panes, [this] { m_panes->setFocus(); });
-}
-
-void MessagesPage::updateToolBar()
-{
-    if (!m_toolBar->isOutdated())
-        return;
-    m_toolBar->closeSearch();
-    makeToolBar();
-    m_toolBar->enableFor(context());
-}
-
 void MessagesPage::connectViews()
 {
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &MessagesPage::showThread);
@@ -96,9 +77,9 @@ void MessagesPage::refresh()
 {
     if (m_question && !m_feed.model()->messages().contains(m_questioned))
         delete m_question;
-    const int row = m_list->currentIndex().row();
-    if (row < 0 && m_filter.rowCount() > 0)
-        choose(0);
+    const int first = m_filter.firstWithMessages();
+    if (!m_list->currentIndex().isValid() && first >= 0)
+        choose(first);
     else
         showThread();
 }
@@ -111,7 +92,9 @@ void MessagesPage::choose(int row)
 /// What Enter and a double click on a conversation do.
 void MessagesPage::enterConversation()
 {
-    if (m_panes->isNarrow())
+    if (!currentMessage())
+        run(Command::Reply); // there is only a draft
+    else if (m_panes->isNarrow())
         m_panes->open();
     else
         run(Command::Open);
@@ -134,7 +117,8 @@ void MessagesPage::showThread()
     if (shown.key != m_shownKey && !m_panes->showsList())
         m_panes->showList(); // the open conversation is gone
     m_shownKey = shown.key;
-    m_panes->setTitle(shown.messages.isEmpty() ? QString() : shownAddress(shown.address));
+    m_panes->setTitle(row < 0 ? QString() : shownAddress(shown.address));
+    m_thread->setPlaceholderText(row < 0 ? QString() : text("IDS_SMS_DRAFT_HINT"));
     m_thread->setMessages(shown.messages, isOther);
     markShown();
     showState();
@@ -152,7 +136,8 @@ void MessagesPage::markShown()
 
 void MessagesPage::showDrafts()
 {
-    m_feed.model()->setDrafts(m_drafts.texts());
+    m_feed.model()->setDrafts(m_drafts.byRecipient());
+    showState();
 }
 
 void MessagesPage::showState()
@@ -161,7 +146,7 @@ void MessagesPage::showState()
     const int unread = m_feed.model()->unread();
     setWindowTitle(unread > 0 ? text("IDS_SMS_TITLE_UNREAD").arg(numberText(unread)) : text("IDS_SMS_TITLE"));
     setBadge(unread);
-    m_panes->setVisible(count > 0);
+    m_panes->setVisible(m_feed.model()->rowCount() > 0);
     m_toolBar->enableFor(context());
     if (!m_failure.isEmpty())
         showNote(m_failure);
@@ -179,28 +164,6 @@ void MessagesPage::showNote(const QString& note)
 {
     m_note->setText(note);
     m_note->setVisible(!note.isEmpty());
-}
-
-void MessagesPage::search(const QString& text)
-{
-    m_filter.setSearch(text);
-    m_thread->setSearch(text);
-    if (!m_list->currentIndex().isValid() && m_filter.rowCount() > 0)
-        choose(0);
-    showState();
-}
-
-void MessagesPage::showNextHit()
-{
-    const Message* const hit = m_filter.nextHit(m_thread->current());
-    if (!hit)
-        return;
-    const QString key = hit->key;
-    const int row = m_feed.model()->rowOf(hit->address);
-    choose(m_filter.mapFromSource(m_feed.model()->index(row)).row());
-    m_panes->open();
-    m_thread->setCurrent(key);
-    showState();
 }
 
 void MessagesPage::showEvent(QShowEvent* event)

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr QLatin1String Section("messages");
-constexpr int DigestSize = 8;      // characters of 6 bits: no two of some thousand messages have the same
+constexpr int DigestSize = 8; // characters of 6 bits: collisions are unlikely among thousands of messages
 constexpr int MostForgotten = 100; // digests of deleted messages
 
 QString digest(const QString& text)

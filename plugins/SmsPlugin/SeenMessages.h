@@ -4,8 +4,9 @@
 
 #include <QSet>
 
-/// Remembers in the user's settings which messages of a SIM have been shown. The settings hold digests, which name
-/// neither sender nor SIM, and which stay the same when a modem numbers its messages anew.
+/// Remembers in the user's settings which messages of a SIM have been shown. The settings hold digests, which show neither
+/// sender nor SIM, though whoever tries all possible numbers finds them. The digests stay the same when a modem renumbers
+/// its messages.
 class SeenMessages
 {
 public:

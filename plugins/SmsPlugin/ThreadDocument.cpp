@@ -1,6 +1,6 @@
 // The document of a conversation: filling it, highlights, and where its messages are.
+#include "MessageBrowser.h"
 #include "MessageText.h"
-#include "MessageView.h"
 #include "Shown.h"
 #include "ThreadView.h"
 #include "support/Look.h"

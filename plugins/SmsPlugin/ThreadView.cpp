@@ -1,7 +1,7 @@
 // Which message is the current one, and where the messages are on the screen. The document is in ThreadDocument.cpp.
 #include "ThreadView.h"
 
-#include "MessageView.h"
+#include "MessageBrowser.h"
 #include "support/Look.h"
 
 #include <QEvent>
@@ -59,7 +59,7 @@ void ThreadView::setMessages(const Messages& messages, bool isOther)
         m_current.clear();
 }
 
-/// Fills the document anew. A message that the user has chosen stays the current one, so that a command does not apply
+/// Fills the document again. A message that the user has chosen stays the current one, so that a command does not apply
 /// to another.
 /// @param wasNewest whether the current message was the newest: then it is so again, if the end was visible
 void ThreadView::rebuild(bool wasNewest)

@@ -28,12 +28,12 @@ QString entryFile()
 QString quoted(const QString& path)
 {
     QString result;
-    for (const QChar sign : path) {
-        if (QLatin1String("\"`$\\").contains(sign))
-            result += QLatin1String(sign == QLatin1Char('\\') ? R"(\\\)" : R"(\\)");
-        if (sign == QLatin1Char('%'))
-            result += sign;
-        result += sign;
+    for (const QChar character : path) {
+        if (QLatin1String("\"`$\\").contains(character))
+            result += QLatin1String(character == QLatin1Char('\\') ? R"(\\\)" : R"(\\)");
+        if (character == QLatin1Char('%'))
+            result += character;
+        result += character;
     }
     return QLatin1Char('"') + result + QLatin1Char('"');
 }

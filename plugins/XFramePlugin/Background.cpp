@@ -1,33 +1,32 @@
 #include "Background.h"
 
-#include "common/CommonUtils.h"
+#include "support/BoolSetting.h"
 
 #include <QCoreApplication>
 
 namespace {
 
 constexpr QLatin1String Section("mainwindow");
-constexpr QLatin1String WantedKey("closetotray");
-constexpr QLatin1String ToldKey("closetotraytold");
-constexpr QLatin1String IsSet("true");
+constexpr BoolSetting Wanted{Section, QLatin1String("closetotray")};
+constexpr BoolSetting Told{Section, QLatin1String("closetotraytold")};
 
 } // namespace
 
 bool Background::isWanted()
 {
-    return CommonUtils::GetSettings(Section, WantedKey) == IsSet;
+    return Wanted.isSet();
 }
 
 void Background::setWanted(bool isWanted)
 {
-    CommonUtils::SetSettings(Section, WantedKey, isWanted ? IsSet : QLatin1String("false"));
+    Wanted.set(isWanted);
 }
 
 bool Background::noteHidden()
 {
-    const bool wasTold = CommonUtils::GetSettings(Section, ToldKey) == IsSet;
+    const bool wasTold = Told.isSet();
     if (!wasTold)
-        CommonUtils::SetSettings(Section, ToldKey, IsSet);
+        Told.set(true);
     return !wasTold;
 }
 

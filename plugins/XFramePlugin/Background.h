@@ -1,6 +1,6 @@
 #pragma once
 
-/// Whether the application goes on in the notification area when its window is closed: the user's choice, kept in the
+/// Whether the application keeps running in the notification area after its window is closed: the user's choice, kept in the
 /// section "mainwindow" of the settings ("closetotray"). GUI thread.
 namespace Background {
 

@@ -1,23 +1,18 @@
 #include "ConnectionSwitch.h"
 
-#include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
-#include "Startup/Startup.h"
+#include "support/Clsids.h"
+#include "support/OtherPlugins.h"
 
 #include <QAction>
 
 namespace {
 
-constexpr QLatin1String ConnectionClsid("227AB861-6F54-4094-857F-40B0663C5817");
-
 /// Does what the button of the page does. An operator's plugin without this slot is shown instead.
 void switchConnection()
 {
-    IPluginContainer* const container = Startup::GetPluginContainer();
-    QObject* const plugin = container->GetPlugin(ConnectionClsid, PluginIds::FirstService);
-    if (!plugin || !QMetaObject::invokeMethod(plugin, "switchConnection"))
-        Startup::GetMainFrameService()->ShowPage(ConnectionClsid);
+    if (!callSlot(Clsids::Connection, PluginIds::FirstService, "switchConnection", {}))
+        showPage(Clsids::Connection);
 }
 
 } // namespace
@@ -47,7 +42,7 @@ void ConnectionSwitch::follow(const TrayStatus& status)
 void ConnectionSwitch::update(const Entry& entry) const
 {
     if (!entry.action)
-        return; // its menu has been built anew
+        return; // its menu has been rebuilt
     entry.action->setVisible(entry.connects != m_status.canDisconnect);
     entry.action->setEnabled(entry.connects ? m_status.canConnect : m_status.canDisconnect);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/CommonUtils.h"
+#include "support/BoolSetting.h"
 
 #include <QIcon>
 
@@ -11,19 +12,18 @@ namespace FrameStyle {
 constexpr int BorderWidth = 4;        ///< around each window
 constexpr int DialogTitleHeight = 36; ///< of the title bars of dialogs
 
-constexpr QLatin1String Section("mainwindow");
-constexpr QLatin1String Key("systemframe");
+constexpr BoolSetting HasDesktopFrame{QLatin1String("mainwindow"), QLatin1String("systemframe")};
 
 /// Whether windows draw their own frame. The setting "systemframe" of the section "mainwindow" switches it off.
 inline bool isOwn()
 {
-    return CommonUtils::GetSettings(Section, Key) != QLatin1String("true");
+    return !HasDesktopFrame.isSet();
 }
 
 /// Stores that setting. The main window follows it at the next start.
 inline void useDesktopFrame(bool isUsed)
 {
-    CommonUtils::SetSettings(Section, Key, QLatin1String(isUsed ? "true" : "false"));
+    HasDesktopFrame.set(isUsed);
 }
 
 /// The picture of the application, in windows and title bars.

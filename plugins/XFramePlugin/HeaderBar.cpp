@@ -115,6 +115,7 @@ void HeaderBar::becomeTitle()
 {
     m_isTitle = true;
     m_picture->hide();
+    static_cast<QHBoxLayout*>(layout())->insertSpacing(0, Look::Gap); // mirrored, unlike margins
 }
 
 int HeaderBar::pictureSize(bool isCompact)
@@ -125,11 +126,11 @@ int HeaderBar::pictureSize(bool isCompact)
 void HeaderBar::setCompact(bool isCompact)
 {
     const int size = pictureSize(isCompact);
-    const int side = isCompact ? Look::Gap * 2 : Look::Margin;
+    const int side = m_isTitle ? 0 : isCompact ? Look::Gap * 2 : Look::Margin;
     const int top = isCompact ? Look::Gap : Look::Gap * 2;
     if (!m_isTitle)
         m_picture->setPixmap(FrameStyle::picture().pixmap(size, size));
-    layout()->setContentsMargins(m_isTitle ? Look::Gap : side, top, m_isTitle ? 0 : side, top);
+    layout()->setContentsMargins(side, top, side, top);
     layout()->setSpacing(isCompact ? Look::Gap / 2 : Look::Gap * 2);
     const int narrow = m_menuButton->fontMetrics().height() + Look::Gap; // more room for names
     m_menuButton->setMaximumWidth(isCompact ? narrow : QWIDGETSIZE_MAX);

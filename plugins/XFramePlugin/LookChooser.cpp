@@ -23,6 +23,13 @@ QIcon untinted(const QPixmap& picture)
     return icon;
 }
 
+/// The name of a skin, which operators may have added, as the user sees it.
+QString shownSkin(const QString& skin)
+{
+    const QString name = text(("IDS_SKIN_" + skin.toUpper().toLatin1()).constData());
+    return name.isEmpty() ? skin : name;
+}
+
 } // namespace
 
 LookChooser::LookChooser(MainWindow& window, QWidget* parent)
@@ -84,7 +91,8 @@ void LookChooser::translate()
     for (int row = 0; row < count(); ++row) {
         const WindowLook& look = m_looks.at(row);
         const char* const usual = look.isDark ? "IDS_WINDOW_DARK" : "IDS_WINDOW_USUAL";
-        item(row)->setText(look.isCompact ? text("IDS_WINDOW_COMPACT").arg(look.skin) : text(usual));
+        item(row)->setText(look.isCompact ? text("IDS_WINDOW_COMPACT").arg(shownSkin(look.skin))
+                                          : text(usual));
     }
     resizeItems();
 }

@@ -13,6 +13,7 @@
 #include "common/CommonUtils.h"
 #include "common/ShowInFront.h"
 #include "support/AccessibleRole.h"
+#include "support/BoolSetting.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -22,10 +23,8 @@
 namespace {
 
 constexpr QLatin1String SettingsSection("mainwindow");
-constexpr QLatin1String CompactKey("compact");
-constexpr QLatin1String MaximizedKey("maximized");
-constexpr QLatin1String IsSet("true");
-constexpr QLatin1String IsNotSet("false");
+constexpr BoolSetting Compact{SettingsSection, QLatin1String("compact")};
+constexpr BoolSetting Maximized{SettingsSection, QLatin1String("maximized")};
 
 /// The differences between the normal and the compact window.
 struct Form
@@ -55,7 +54,7 @@ const Form& currentForm()
 
 void readCompactSetting()
 {
-    if (CommonUtils::GetSettings(SettingsSection, CompactKey) == IsSet)
+    if (Compact.isSet())
         CommonUtils::SetMiniModeFlag();
     else
         CommonUtils::ResetMiniModeFlag();
@@ -146,7 +145,7 @@ void MainWindow::useLanguage(const QString& code)
 void MainWindow::setCompact(bool isCompact)
 {
     rememberPlace();
-    CommonUtils::SetSettings(SettingsSection, CompactKey, isCompact ? IsSet : IsNotSet);
+    Compact.set(isCompact);
     readCompactSetting();
     applySkin();
     adaptToForm();
@@ -186,13 +185,13 @@ void MainWindow::restorePlace()
         setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
     }
     if (m_frame && !CommonUtils::IsMiniMode())
-        m_frame->setMaximized(CommonUtils::GetSettings(SettingsSection, MaximizedKey) == IsSet);
+        m_frame->setMaximized(Maximized.isSet());
 }
 
 void MainWindow::rememberPlace()
 {
     if (m_frame && !CommonUtils::IsMiniMode())
-        CommonUtils::SetSettings(SettingsSection, MaximizedKey, m_frame->isMaximized() ? IsSet : IsNotSet);
+        Maximized.set(m_frame->isMaximized());
     if (m_frame)
         m_frame->setMaximized(false); // the place to remember is the one that the window returns to
     CommonUtils::SetSettings(SettingsSection, currentForm().geometryKey,

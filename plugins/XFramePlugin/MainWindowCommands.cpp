@@ -4,22 +4,20 @@
 #include "AboutDialog.h"
 #include "InstallationDialog.h"
 #include "LanguageMenu.h"
-#include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "SettingsDialog.h"
-#include "Startup/Startup.h"
 #include "common/CommonUtils.h"
+#include "support/Clsids.h"
+#include "support/OtherPlugins.h"
 
 #include <QAction>
 #include <QMenu>
 
 namespace {
 
-constexpr QLatin1String HelpClsid("9C27F1E4-B83D-4056-8A1F-2D64E9735CB0");
-
 /// Operators can remove the help page.
 void showHelp(MainWindow* window)
 {
-    if (!Startup::GetMainFrameService()->ShowPage(HelpClsid))
+    if (!showPage(Clsids::Help))
         showInstallation(window);
 }
 

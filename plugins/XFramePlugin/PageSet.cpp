@@ -5,15 +5,10 @@
 #include "PluginContainer/interfaces/ILayout.h"
 #include "common/CommonUtils.h"
 #include "common/GuardedCall.h"
+#include "support/Clsids.h"
 #include "support/LoadedPage.h"
 
 #include <algorithm>
-
-namespace {
-
-constexpr QLatin1String MessagesClsid("B7D24F91-6E03-4C8A-A5D7-92E8F10B3C46");
-
-} // namespace
 
 PageSet::PageSet(IPluginContainer& container, MainWindow& window)
     : m_container(container)
@@ -47,7 +42,7 @@ void PageSet::arrange()
         dropArea();
         add(wanted);
     }
-    m_unread.follow(m_pages.value(MessagesClsid));
+    m_unread.follow(m_pages.value(Clsids::Messages));
 }
 
 void PageSet::add(const QVector<QWidget*>& pages)
@@ -135,7 +130,7 @@ void PageSet::takeOutAllAfter(int kept)
 template <typename Call>
 bool PageSet::callLayout(const char* what, Call call)
 {
-    if (guardedCall(what, m_container.GetPluginNameByClsid(LayoutPluginClsid), call))
+    if (guardedCall(what, m_container.GetPluginNameByClsid(Clsids::Layout), call))
         return true;
     m_faultyLayout = m_layout;
     return false;

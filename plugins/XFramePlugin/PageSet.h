@@ -4,7 +4,6 @@
 #include "UnreadCount.h"
 
 #include <QHash>
-#include <QLatin1String>
 #include <QPointer>
 #include <QVector>
 #include <QWidget>
@@ -12,9 +11,6 @@
 class ILayout;
 class IPluginContainer;
 class MainWindow;
-
-/// Clsid of the plugin that arranges the pages.
-constexpr QLatin1String LayoutPluginClsid("A8E2B5C1-6F0D-4C57-9B3E-51D07C2F8A46");
 
 /// The pages of the main window: those of the embedded plugins in the order of the plugin library file; if
 /// there are none, the window's own. The layout plugin arranges them. Without one, or after it has thrown an exception, they

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -42,6 +43,18 @@ protected:
     }
 };
 
+/// Keeps names away from the next column.
+class NameDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(2 * Look::Gap, 0);
+    }
+};
+
 void setUpColumns(QTableView* table)
 {
     QHeaderView* columns = table->horizontalHeader();
@@ -58,10 +71,9 @@ void setUpColumns(QTableView* table)
 
 PluginsView::PluginsView(QWidget* parent)
     : QWidget(parent)
-    , m_faults(Look::label(QString(), Look::NormalText, QFont::DemiBold))
+    , m_faults(Look::wrappedLabel(Look::NormalText, QFont::DemiBold))
     , m_model(new PluginStatusModel(this))
 {
-    m_faults->setWordWrap(true);
     Look::makeSelectable(m_faults);
     auto* panel = new Surface;
     auto* inside = new QVBoxLayout(panel);
@@ -106,6 +118,7 @@ QTableView* PluginsView::makeTable()
 {
     auto* table = new QTableView;
     table->setModel(m_model);
+    table->setItemDelegateForColumn(PluginStatusModel::NameColumn, new NameDelegate(table));
     table->setItemDelegateForColumn(PluginStatusModel::StateColumn, new BadgeDelegate(table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setSelectionMode(QAbstractItemView::SingleSelection);

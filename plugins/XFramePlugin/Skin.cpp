@@ -3,6 +3,7 @@
 #include "Change/Change.h"
 #include "DarkColours.h"
 #include "common/CommonUtils.h"
+#include "support/BoolSetting.h"
 
 #include <QApplication>
 #include <QDir>
@@ -15,10 +16,7 @@ namespace {
 constexpr QLatin1String UsualSkin("default");
 constexpr QLatin1String CompactSection("MiniSkin");
 constexpr QLatin1String CompactKey("Name");
-constexpr QLatin1String UsualSection("mainwindow");
-constexpr QLatin1String DarkKey("dark");
-constexpr QLatin1String IsSet("true");
-constexpr QLatin1String IsNotSet("false");
+constexpr BoolSetting Dark{QLatin1String("mainwindow"), QLatin1String("dark")};
 
 QString skinFolder()
 {
@@ -72,7 +70,7 @@ WindowLook currentLook()
 {
     if (CommonUtils::IsMiniMode())
         return {CommonUtils::GetSettings(CompactSection, CompactKey), true, false};
-    return {UsualSkin, false, CommonUtils::GetSettings(UsualSection, DarkKey) == IsSet};
+    return {UsualSkin, false, Dark.isSet()};
 }
 
 void storeLook(const WindowLook& look)
@@ -80,7 +78,7 @@ void storeLook(const WindowLook& look)
     if (look.isCompact)
         CommonUtils::SetSettings(CompactSection, CompactKey, look.skin);
     else
-        CommonUtils::SetSettings(UsualSection, DarkKey, look.isDark ? IsSet : IsNotSet);
+        Dark.set(look.isDark);
 }
 
 QPalette coloursOf(const WindowLook& look)

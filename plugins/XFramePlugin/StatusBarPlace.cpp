@@ -1,13 +1,8 @@
 #include "StatusBarPlace.h"
 
 #include "MainWindow.h"
+#include "support/Clsids.h"
 #include "support/LoadedPage.h"
-
-namespace {
-
-constexpr QLatin1String StatusBarClsid("6A0C9E37-28D5-4B91-9F4E-17B3A5D2C860");
-
-} // namespace
 
 StatusBarPlace::StatusBarPlace(IPluginContainer& container, MainWindow& window)
     : m_container(container)
@@ -17,7 +12,7 @@ StatusBarPlace::StatusBarPlace(IPluginContainer& container, MainWindow& window)
 
 void StatusBarPlace::dropDisabled()
 {
-    if (!loadedPage(m_container, StatusBarClsid))
+    if (!loadedPage(m_container, Clsids::StatusBar))
         delete m_statusBar;
 }
 
@@ -25,7 +20,7 @@ void StatusBarPlace::fill()
 {
     if (m_statusBar)
         return;
-    m_statusBar = buildPage(m_container, StatusBarClsid, &m_window);
+    m_statusBar = buildPage(m_container, Clsids::StatusBar, &m_window);
     if (m_statusBar)
         m_window.setStatusBar(m_statusBar);
 }

@@ -10,7 +10,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <QSysInfo>
+
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -33,6 +37,13 @@ QString describePlugin(const PluginStatus& plugin)
     return QStringLiteral("  %1: %2: %3").arg(plugin.name, describeState(plugin), details);
 }
 
+/// A log line without the end of each number that could identify the subscriber, as IMSIs and phone numbers do. The
+/// first digits of an IMSI tell the network.
+QString withoutSubscriber(QString line)
+{
+    return line.replace(QRegularExpression(QStringLiteral("([0-9]{6})[0-9]{4,}")), QStringLiteral("\\1..."));
+}
+
 } // namespace
 
 QString supportReport(const QString& key)
@@ -52,6 +63,7 @@ QString supportReport(const QString& key)
             lines.append(describePlugin(plugin));
     }
     lines.append({QString(), text("IDS_INSTALLATION_LOG")});
-    lines.append(RecentLog::lines());
+    const QStringList log = RecentLog::lines();
+    std::transform(log.begin(), log.end(), std::back_inserter(lines), withoutSubscriber);
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }

@@ -1,6 +1,6 @@
 #include "TrayState.h"
 
-#include "support/Look.h"
+#include "support/ConnectionState.h"
 #include "support/ModemInUse.h"
 #include "support/Numbers.h"
 #include "support/Text.h"
@@ -24,43 +24,22 @@ constexpr Words AllWords[] = {
     {TrayState::Warning, "IDS_TRAY_WARNING"},
 };
 
-/// What it means that the modem reports a value; the first rule that applies counts.
-struct Rule
+TrayState trayState(const ConnectionState& connection)
 {
-    const char* key;
-    const char* value; ///< null: any
-    TrayState state;
-    bool canConnect;
-    bool canDisconnect;
-};
-
-constexpr Rule Rules[] = {
-    {"sim", "absent", TrayState::Warning, false, false},
-    {"sim", "pin", TrayState::Warning, false, false},
-    {"sim", "puk", TrayState::Warning, false, false},
-    {"sim", "blocked", TrayState::Warning, false, false},
-    {"sim", "locked", TrayState::Warning, false, false},
-    {"sim", "error", TrayState::Warning, false, false},
-    {"connection", "connected", TrayState::Connected, false, true},
-    {"connection", "disconnecting", TrayState::Connected, false, false},
-    {"connection", "connecting", TrayState::Searching, false, true},
-    {"registration", "denied", TrayState::Warning, false, false},
-    {"registration", "searching", TrayState::Searching, false, false},
-    {"connection.error", nullptr, TrayState::Warning, true, false},
-};
-
-void apply(const Modem& modem, TrayStatus& status)
-{
-    status.state = TrayState::NotConnected;
-    status.canConnect = true;
-    for (const Rule& rule : Rules) {
-        const QString value = modemValue(modem.id, QString::fromLatin1(rule.key));
-        if (rule.value ? value != QLatin1String(rule.value) : value.isEmpty())
-            continue;
-        status.state = rule.state;
-        status.canConnect = rule.canConnect;
-        status.canDisconnect = rule.canDisconnect;
-        return;
+    if (connection.kind == ConnectionState::Disconnecting)
+        return TrayState::Connected; // until it no longer is
+    switch (connection.sign) {
+    case Look::Sign::NoModem:
+        return TrayState::NoModem;
+    case Look::Sign::Searching:
+    case Look::Sign::Connecting:
+        return TrayState::Searching;
+    case Look::Sign::Connected:
+        return TrayState::Connected;
+    case Look::Sign::Disconnected:
+        return TrayState::NotConnected;
+    default:
+        return TrayState::Warning;
     }
 }
 
@@ -80,18 +59,18 @@ bool operator==(const TrayStatus& left, const TrayStatus& right)
 TrayStatus readTrayStatus()
 {
     TrayStatus status;
-    const Modems modems = attachedModems();
-    const bool hasProblem = !serviceValue(QStringLiteral("problem")).isEmpty();
-    if (hasProblem || (modems.isEmpty() && !unusableModems().isEmpty()))
-        status.state = TrayState::Warning;
-    if (hasProblem || modems.isEmpty())
+    const Modem modem = modemInUse();
+    const ConnectionState connection = connectionState(readConnectionReport(modem));
+    const ConnectionAction action = connection.isPossible ? connection.action : ConnectionAction::None;
+    status.state = trayState(connection);
+    status.canConnect = action == ConnectionAction::Connect;
+    status.canDisconnect = action == ConnectionAction::Disconnect || action == ConnectionAction::Cancel;
+    if (modem.id == 0)
         return status;
-    const Modem modem = modemInUse(modems);
     status.modem = modem.name;
     if (hasNetwork(modem.id))
         status.signal = modemValue(modem.id, QStringLiteral("signal")).toInt();
     status.bars = Look::signalBars(status.signal);
-    apply(modem, status);
     return status;
 }
 

@@ -39,7 +39,8 @@ void WindowFrame::takeHeader(HeaderBar* header)
 {
     auto* const layout = static_cast<QHBoxLayout*>(m_titleBar->layout());
     auto* const title = m_titleBar->findChild<QLabel*>(QStringLiteral("Core_LabelTitle"));
-    layout->setContentsMargins(Look::Gap * 2, 0, Look::Gap, 0);
+    layout->setContentsMargins(Look::Gap, 0, Look::Gap, 0);
+    layout->insertSpacing(0, Look::Gap); // mirrored, unlike margins
     layout->insertWidget(layout->indexOf(title), header, 1);
     title->hide();
     header->becomeTitle();

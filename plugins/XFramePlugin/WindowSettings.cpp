@@ -18,12 +18,21 @@ QWidget* makeFrame()
     return box;
 }
 
+QWidget* makeLooks(MainWindow& window)
+{
+    auto* panel = new Surface;
+    auto* layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(1, Look::Gap, 1, Look::Gap);
+    layout->addWidget(new LookChooser(window));
+    return panel;
+}
+
 } // namespace
 
 WindowSettings::WindowSettings(MainWindow& window, QWidget* parent)
     : Page("IDS_WINDOW_TITLE", "IDS_WINDOW_LEAD", Look::Sign::Plugins, parent)
 {
-    content()->addWidget(new LookChooser(window));
+    content()->addWidget(makeLooks(window));
     content()->addWidget(makeFrame());
     content()->addStretch();
 }

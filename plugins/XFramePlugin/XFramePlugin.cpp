@@ -4,12 +4,12 @@
 #include "FrameStyle.h"
 #include "LanguageSwitch.h"
 #include "MainWindow.h"
-#include "PageSet.h"
 #include "PluginContainer/IPluginContainer.h"
 #include "PluginContainer/PluginIds.h"
 #include "SettingsDialog.h"
 #include "Startup/SplashDelay.h"
 #include "Startup/Startup.h"
+#include "support/Clsids.h"
 
 #include <QRect>
 
@@ -76,7 +76,7 @@ QWidget* XFramePlugin::GetMainWindow()
 
 QString XFramePlugin::GetLayoutPluginClsid()
 {
-    return LayoutPluginClsid;
+    return Clsids::Layout;
 }
 
 bool XFramePlugin::UsesCustomFrame()

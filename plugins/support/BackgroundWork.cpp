@@ -4,7 +4,9 @@
 #include "PluginContainer/PluginIds.h"
 #include "Startup/Startup.h"
 #include "common/CommonUtils.h"
+#include "common/GuardedCall.h"
 #include "common/Log.h"
+#include "support/Text.h"
 
 namespace {
 
@@ -49,7 +51,7 @@ void BackgroundWork::run()
 {
     CommonUtils::ThreadCountInc(m_owner, m_name);
     m_isCounted = true;
-    work();
+    guardedCall("work", thisPlugin(), [this] { work(); });
     countDown();
 }
 

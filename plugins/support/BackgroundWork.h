@@ -43,8 +43,8 @@ public Q_SLOTS:
     void finish() { requestInterruption(); }
 
 protected:
-    /// The work, on the worker thread. It must return soon after isInterruptionRequested() becomes true, must
-    /// not throw and must not call the plugin container, which is locked while plugins are unloaded.
+    /// The work, on the worker thread. It must return soon after isInterruptionRequested() becomes true and must not
+    /// call the plugin container, which is locked while plugins are unloaded. An exception is logged and ends the work.
     virtual void work() = 0;
 
 private:

@@ -6,29 +6,29 @@ namespace {
 
 constexpr int LongestNumber = 32;
 
-bool isDigit(QChar sign)
+bool isDigit(QChar character)
 {
-    return sign >= QLatin1Char('0') && sign <= QLatin1Char('9');
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
 /// Also the invisible characters and the dashes that come along when a number is copied from a document.
-bool isSeparator(QChar sign)
+bool isSeparator(QChar character)
 {
-    return sign.isSpace() || QLatin1String("./()").contains(sign) ||
-           sign.category() == QChar::Punctuation_Dash || sign.category() == QChar::Other_Format;
+    return character.isSpace() || QLatin1String("./()").contains(character) ||
+           character.category() == QChar::Punctuation_Dash || character.category() == QChar::Other_Format;
 }
 
 /// Digits of all scripts as dialled ones: Arabic keyboards have their own.
-QChar withLatinDigit(QChar sign)
+QChar withLatinDigit(QChar character)
 {
-    return sign.isDigit() ? QChar(QLatin1Char(char('0' + sign.digitValue()))) : sign;
+    return character.isDigit() ? QChar(QLatin1Char(char('0' + character.digitValue()))) : character;
 }
 
 bool canBeDialled(const QString& dialled)
 {
     const auto first = dialled.startsWith(QLatin1Char('+')) ? dialled.begin() + 1 : dialled.begin();
-    const auto isKey = [](QChar sign) {
-        return isDigit(sign) || QLatin1String("*#").contains(sign);
+    const auto isKey = [](QChar character) {
+        return isDigit(character) || QLatin1String("*#").contains(character);
     };
     return dialled.size() <= LongestNumber && std::all_of(first, dialled.end(), isKey) &&
            std::any_of(first, dialled.end(), isDigit);

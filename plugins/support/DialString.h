@@ -11,5 +11,5 @@ QString dialString(const QString& number);
 /// Whether a dial string is a service code such as "*100#", which is sent to the network instead of being called.
 bool isServiceCode(const QString& dialString);
 
-/// A dial string for display: neither in Arabic nor in Hebrew sentences are its signs in another order.
+/// A dial string for display: keeps the order of its characters in right-to-left text.
 QString unmirrored(const QString& dialString);

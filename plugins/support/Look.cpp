@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 
@@ -144,11 +145,24 @@ void Look::makeSelectable(QLabel* label)
     label->setProperty("selectable", true);
 }
 
+void Look::followText(QLineEdit* field)
+{
+    QObject::connect(field, &QLineEdit::textChanged, field,
+                     [field] { setStyleProperty(field, "isEmpty", field->text().isEmpty()); });
+}
+
 QLabel* Look::label(const QString& content, qreal scale, QFont::Weight weight)
 {
     auto* label = new Label;
     setFont(label, scale, weight);
     label->setText(content);
+    return label;
+}
+
+QLabel* Look::wrappedLabel(qreal scale, QFont::Weight weight)
+{
+    QLabel* label = Look::label(QString(), scale, weight);
+    label->setWordWrap(true);
     return label;
 }
 
@@ -162,8 +176,7 @@ QLabel* Look::quietLabel(const QString& content, bool wrapped)
 
 QLabel* Look::errorLabel()
 {
-    QLabel* label = Look::label(QString(), NormalText);
-    label->setWordWrap(true);
+    QLabel* label = wrappedLabel(NormalText);
     label->setProperty("error", true); // for style sheets with colours of their own
     new TextColour(label, alarming);
     return label;

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 class QLabel;
+class QLineEdit;
 class QStyleOptionViewItem;
 
 /// Colours, fonts, distances and pictures of the application. All colours are derived from the palette, so
@@ -57,8 +58,11 @@ void setFont(QWidget* widget, qreal scale, QFont::Weight weight = QFont::Normal)
 /// sheets.
 void makeQuiet(QLabel* label);
 
-/// Sets a property that style sheets ask for, and applies them anew if it has changed.
+/// Sets a property that style sheets use, and applies them again if it has changed.
 void setStyleProperty(QWidget* widget, const char* name, const QVariant& value);
+
+/// Lets style sheets tell a field's hint from what the user has entered: they are applied anew when it becomes empty or not.
+void followText(QLineEdit* field);
 
 /// Lets the user select and copy a label's text, with the keyboard as well. Gives it the property "selectable" for
 /// style sheets.
@@ -67,6 +71,9 @@ void makeSelectable(QLabel* label);
 /// A new label for plain text; the caller owns it.
 /// @param scale one of the sizes above
 QLabel* label(const QString& content, qreal scale, QFont::Weight weight = QFont::Normal);
+
+/// A new, empty label() that breaks its lines; the caller owns it.
+QLabel* wrappedLabel(qreal scale, QFont::Weight weight = QFont::Normal);
 
 /// A new label for captions and explanations, see makeQuiet(); the caller owns it.
 QLabel* quietLabel(const QString& content, bool wrapped = false);

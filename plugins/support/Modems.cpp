@@ -1,5 +1,7 @@
 #include "support/Modems.h"
 
+#include "support/Requests.h"
+
 #include <qrvl.h>
 
 #include <algorithm>
@@ -75,8 +77,7 @@ QString unusableState()
 QString modemValue(quint32 id, const QString& key)
 {
     char16_t* buffer = nullptr;
-    const auto* const name = reinterpret_cast<const char16_t*>(key.utf16());
-    const long result = QRVL_DevSrv_GetStatusValue(id, name, &buffer);
+    const long result = QRVL_DevSrv_GetStatusValue(id, utf16(key), &buffer);
     const std::unique_ptr<char16_t[]> value(buffer);
     return result == QRVL_OK && value ? QStringView(value.get()).toString() : QString();
 }

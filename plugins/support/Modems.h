@@ -10,7 +10,7 @@ struct Modem
     QString name;          ///< model name; the rules for modems in PluginsConfig.xml refer to it
     QString imsi;          ///< empty without a SIM
     QString gid;           ///< group identifier of the SIM; empty when it has none
-    QString customizeName; ///< the operator that the modem was made for; may be empty
+    QString customizeName; ///< the operator that customization.ini names for modem and SIM; may be empty
     QString port;          ///< such as "COM3" or "/dev/ttyUSB2"; may be empty
 };
 

@@ -23,7 +23,7 @@ public:
     Page(const char* title, const char* lead, Look::Sign sign, QWidget* parent);
 
     /// Whether the page itself gets the focus, rather than its focus proxy; it does so only while there is something to
-    /// scroll. Set a proxy in the constructor: style sheets ask once.
+    /// scroll. Set a proxy in the constructor: style sheets read this property only once.
     bool hasOwnFocus() const { return !focusProxy(); }
 
 protected:

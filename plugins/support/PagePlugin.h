@@ -27,7 +27,7 @@ class PagePlugin : public BasePlugin, public IUIPlugin
 public:
     PagePlugin();
 
-    /// Creates the page anew; an existing one is deleted first.
+    /// Creates the page; an earlier one is deleted first.
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 
     /// A derived class that overrides one of these must call it as well.

@@ -1,9 +1,11 @@
 #include "support/Secret.h"
 
 #include "common/CommonUtils.h"
-#include "common/SafeMemory.h"
 
 #include <QLineEdit>
+
+#include <algorithm>
+#include <cstddef>
 
 namespace {
 
@@ -19,11 +21,11 @@ QByteArray converted(Convert convert, const QByteArray& input, const QByteArray&
     return output;
 }
 
-void wipe(const QByteArray& bytes)
+/// Through a volatile pointer, because a compiler leaves out writes that nothing reads. Also if the memory is shared.
+void overwrite(const void* memory, std::size_t size)
 {
-    const auto size = unsigned(bytes.size());
-    if (size > 0)
-        QRVL_memset(const_cast<char*>(bytes.constData()), size, 0, size);
+    auto* const bytes = static_cast<volatile char*>(const_cast<void*>(memory));
+    std::fill(bytes, bytes + size, '\0');
 }
 
 } // namespace
@@ -32,7 +34,7 @@ QString protectedText(const QString& plain, const QByteArray& passPhrase)
 {
     if (plain.isEmpty())
         return {};
-    const QByteArray bytes = plain.toUtf8();
+    QByteArray bytes = plain.toUtf8();
     const QByteArray digits = converted(CommonUtils::Encrypt, bytes, passPhrase);
     wipe(bytes);
     return QString::fromLatin1(digits);
@@ -42,7 +44,7 @@ QString plainText(const QString& protectedText, const QByteArray& passPhrase)
 {
     if (protectedText.isEmpty())
         return {};
-    const QByteArray bytes = converted(CommonUtils::Decrypt, protectedText.toLatin1(), passPhrase);
+    QByteArray bytes = converted(CommonUtils::Decrypt, protectedText.toLatin1(), passPhrase);
     const QString plain = QString::fromUtf8(bytes);
     wipe(bytes);
     return plain;
@@ -50,9 +52,13 @@ QString plainText(const QString& protectedText, const QByteArray& passPhrase)
 
 void wipe(QString& secret)
 {
-    const auto size = unsigned(secret.size()) * unsigned(sizeof(QChar));
-    if (size > 0)
-        QRVL_memset(const_cast<QChar*>(secret.constData()), size, 0, size);
+    overwrite(secret.constData(), std::size_t(secret.size()) * sizeof(QChar));
+    secret.clear();
+}
+
+void wipe(QByteArray& secret)
+{
+    overwrite(secret.constData(), std::size_t(secret.size()));
     secret.clear();
 }
 

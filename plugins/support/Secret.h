@@ -15,9 +15,10 @@ QString protectedText(const QString& plain, const QByteArray& passPhrase);
 /// @return the caller wipes it; empty if it cannot be decrypted
 QString plainText(const QString& protectedText, const QByteArray& passPhrase);
 
-/// Overwrites the characters of a string, also in all copies that share them, and empties it. Not for literals, which
-/// cannot be overwritten.
+/// Overwrites the characters of a string or the bytes of an array, also in all copies that share them, and empties it. The
+/// compiler cannot leave this out. Not for literals, which cannot be overwritten.
 void wipe(QString& secret);
+void wipe(QByteArray& secret);
 
 /// Overwrites the text of a field, also in copies of it that share the characters, and empties it. Single
 /// characters that Qt keeps for undoing are released but not overwritten. GUI thread only.

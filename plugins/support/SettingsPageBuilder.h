@@ -19,7 +19,7 @@ public:
 
     ~SettingsPageBuilder() override;
 
-    /// Creates the page anew; an existing one is deleted first.
+    /// Creates the page; an earlier one is deleted first.
     /// @return null before start() and after stop()
     QWidget* BuildFrame(QWidget* parent, const QRect& geometry) override;
 

@@ -6,7 +6,7 @@
 #include <QVector>
 
 /// Formats speeds and volumes, for example "1.40 MB/s", with digits, decimal point and units of the current language.
-/// "Units.xml" in the folder of the language files selects factors of 1024 or 1000, for everyone or for single operators.
+/// The file plugins/StatusBarMgrPlugin/Units.xml selects factors of 1024 or 1000, for everyone or for single operators.
 class Units
 {
 public:

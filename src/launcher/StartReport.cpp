@@ -12,8 +12,7 @@
 
 namespace {
 
-/// A string of the main frame's language file. The start may have failed because that file is missing, too:
-/// English is then all there is.
+/// A string of the main frame's language file. That file may be missing as well; the string is then in English.
 struct Message
 {
     const char* id;

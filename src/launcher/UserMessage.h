@@ -7,10 +7,10 @@ class QString;
 /// and wait until it is closed.
 namespace UserMessage {
 
-/// Something that was asked for. On standard output.
+/// Output that the user requested. On standard output.
 void inform(const QString& text);
 
-/// Why the program cannot do what it was asked to do. On standard error.
+/// The reason why a request cannot be fulfilled. On standard error.
 void reportError(const QString& text);
 
 /// Something that does not keep the program from working. On standard error; never shown in a box.

@@ -58,7 +58,7 @@ int runUntilClosed()
     StartReport::reportConfigurationFaults();
     if (mainWindow())
         return QCoreApplication::exec();
-    Startup::CloseSplashScreen(); // there is no main frame that would
+    Startup::CloseSplashScreen(); // there is no main frame to do it
     StartReport::reportMissingWindow();
     return EXIT_FAILURE;
 }
@@ -76,7 +76,7 @@ int main(int argc, char** argv)
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    // Nothing is drawn with OpenGL. To load it for the first window would double the time of the start on X11.
+    // Nothing is drawn with OpenGL, and loading it for the first window would double the start-up time on X11.
     QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     describeApplication();

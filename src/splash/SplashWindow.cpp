@@ -51,7 +51,7 @@ SplashWindow::SplashWindow(const QString& pictures, const SplashText& text)
     const QString picture = pictures + QStringLiteral("/splash.png");
     const QSize size = QImageReader(picture).size();
     if (size.isValid())
-        m_pictures.addFile(picture); // finds the @2x and @3x variants by itself
+        m_pictures.addFile(picture); // also adds the @2x and @3x variants
     setGeometry(centred(size.isValid() ? size : PlainSize, screen()->availableGeometry()));
     m_shown.start();
     startTimer(FrameTime);

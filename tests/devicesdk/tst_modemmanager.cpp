@@ -17,7 +17,7 @@ QString enterPin(const char16_t* pin)
 
 QString sendMessage(const QString& text)
 {
-    return outcome(QRVL_DevSrv_SendMessage, u"+491234", utf16(text));
+    return outcome(QRVL_DevSrv_SendMessage, u"+491701234567", utf16(text));
 }
 
 } // namespace
@@ -163,6 +163,11 @@ void tst_ModemManager::receivedMessages()
 void tst_ModemManager::sentMessages()
 {
     const auto modem = plugReady();
+    // On the eleventh part that is sent, and before on an older one with the same reference. The network writes the number
+    // without the country.
+    const QByteArray report =
+        "+CDS: 25\r\n" + ServiceCentre + "060B0B811007214365F7422092710500804220927105008000";
+    modem->announce(report);
     const QString text =
         (QString("Hello ") + QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d ")).repeated(56);
     const QStringList words = sendMessage(text).split(' ');
@@ -170,14 +175,12 @@ void tst_ModemManager::sentMessages()
     const QString prefix = "message." + words.value(1) + '.';
     QCOMPARE(modem->sent(), 10);
     QCOMPARE(values({"sent-messages", prefix + "state", prefix + "recipient"}),
-             words.value(1) + " sent +491234");
+             words.value(1) + " sent +491701234567");
     QCOMPARE(value(prefix + "text"), text);
 
     const QStringList reported = sendMessage("short").split(' ');
-    QCOMPARE(reported.value(0), "0");
-    const QByteArray reference = QByteArray::number(modem->sent(), 16).rightJustified(2, '0');
-    modem->announce("+CDS: 24\r\n" + ServiceCentre + "06" + reference +
-                    "0691942143422092710500804220927105008000");
+    QCOMPARE(reported.value(0) + ' ' + value("message." + reported.value(1) + ".state"), "0 sent");
+    modem->announce(report);
     QTRY_COMPARE_WITH_TIMEOUT(value("message." + reported.value(1) + ".state"), "delivered", Patience);
     QCOMPARE(values({prefix + "state", "messages"}), "sent "); // neither another one, nor a received one
 
@@ -222,12 +225,20 @@ void tst_ModemManager::networks()
 
 void tst_ModemManager::withoutBus()
 {
+    const QTemporaryDir folder;
     qputenv("QRVL_BUS", "unix:path=/nowhere");
     ModemManagerBackend backend({});
     QVERIFY(backend.wait(Backend::Clock::now() + 30s));
     QCOMPARE(backend.look().service.value("problem"), "no-bus");
     backend.start({});
     QCOMPARE(backend.takeEnds().value(0).result, long(QRVL_ERROR_SERVICE));
+
+    QLocalServer silent;
+    QVERIFY(silent.listen(folder.filePath("bus")));
+    qputenv("QRVL_BUS", "unix:path=" + silent.fullServerName().toUtf8());
+    static auto* const leftBehind = new ModemManagerBackend({});
+    leftBehind->finish(); // does not wait for the answer
+    QVERIFY(!leftBehind->look().service.contains("problem"));
 }
 
 QTEST_GUILESS_MAIN(tst_ModemManager)

@@ -20,6 +20,7 @@ private slots:
     void states();
     void wrongTypes();
     void manyMessages();
+    void daemonDies();
 
 private:
     void plug(const QVariantMap& modem, const QVariantMap& sim, uint messages = 0)
@@ -78,7 +79,7 @@ void tst_ModemValues::states()
         unplug();
     }
     plug({{"State", 2}, {"UnlockRequired", 13U}}, {});
-    QTRY_COMPARE(value("sim"), "locked");
+    QTRY_COMPARE(values({"sim", "messages"}), "locked 2"); // unknown until then
     unplug();
 }
 
@@ -108,6 +109,19 @@ void tst_ModemValues::manyMessages()
     QCOMPARE(value("messages").left(12), "499 498 497 ");
     QCOMPARE(values({"message.499.text", "message.499.state"}), "text 499 received");
     QTRY_COMPARE(events().count("6612:1"), 1);
+    unplug();
+}
+
+/// Between its answer to the PIN and the state of the modem after that.
+void tst_ModemValues::daemonDies()
+{
+    plug({{"State", 2}, {"UnlockRequired", 2U}}, {});
+    QTRY_COMPARE(value("sim"), "pin");
+    QCOMPARE(outcome(QRVL_DevSrv_EnterPin, u"1234"), QString::number(QRVL_ERROR_NO_DEVICE));
+    QCOMPARE(value("problem", QRVL_SERVICE), "no-modemmanager");
+    m_bus.killModemManager();
+    QVERIFY(m_bus.startFakeModemManager());
+    QTRY_COMPARE_WITH_TIMEOUT(value("problem", QRVL_SERVICE), "2", Patience);
 }
 
 QTEST_GUILESS_MAIN(tst_ModemValues)

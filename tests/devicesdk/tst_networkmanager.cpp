@@ -9,7 +9,8 @@ using namespace DeviceClient;
 
 namespace {
 
-constexpr unsigned Disconnected = 30, Connected = 100, Failed = 120; // NetworkManager's states
+constexpr unsigned Disconnected = 30, Connected = 100, Deactivating = 110,
+                   Failed = 120; // NetworkManager's states
 
 } // namespace
 
@@ -63,6 +64,15 @@ void tst_NetworkManager::connecting()
         QCOMPARE(outcome(QRVL_DevSrv_Disconnect), "0");
         QCOMPARE(values({"connection", "connection.error", "received"}), "disconnected 2 2");
     }
+
+    // NetworkManager answers only after the user has given up.
+    m_bus.haltNetworkManager(true);
+    const uint32_t connecting = started(ask(QRVL_DevSrv_Connect, nullptr));
+    const uint32_t disconnecting = started(ask(QRVL_DevSrv_Disconnect));
+    QCOMPARE(outcome(QRVL_DevSrv_Connect, nullptr), "not started 6 0");
+    m_bus.haltNetworkManager(false);
+    QCOMPARE(endOf(connecting) + ' ' + endOf(disconnecting), "16 0");
+    QCOMPARE(values({"connection", "connection.error"}), "disconnected 2");
 }
 
 /// A connection that the user has set up is used unless an access point is given; one that another program makes
@@ -74,6 +84,11 @@ void tst_NetworkManager::connectionsOfOthers()
     addModem({"/org/freedesktop/NetworkManager/Settings/1"});
     setState(Connected, 0);
     QTRY_COMPARE(value("connection"), "connected");
+    setState(Deactivating, 39);
+    QTRY_COMPARE(value("connection"), "disconnecting");
+    m_bus.controlNetwork("SetCourse", {Connected, 0U});
+    QCOMPARE(outcome(QRVL_DevSrv_Connect, nullptr), "0");
+    QCOMPARE(value("connection"), "connected");
     setState(Disconnected, 40);
     QTRY_COMPARE(values({"connection", "connection.error"}),
                  "disconnected " + QString::number(QRVL_ERROR_NO_COVERAGE));
@@ -87,18 +102,25 @@ void tst_NetworkManager::connectionsOfOthers()
 
 void tst_NetworkManager::networkManagerDies()
 {
-    QVERIFY(m_bus.startNetworkManager());
     const auto modem = plugReady();
-    addModem();
-    for (const auto& [state, shown] : {std::pair(Connected, "connected"), {Disconnected, "disconnected"}}) {
-        setState(state, 0); // from now on the service knows NetworkManager's device
+    const std::tuple<unsigned, QString, long> rows[] = {
+        {Disconnected, "disconnected", QRVL_ERROR_SERVICE}, // while it connects
+        {Connected, "connected", QRVL_OK},                  // while it is asked for the device's values
+    };
+    for (const auto& [state, shown, result] : rows) {
+        QVERIFY(m_bus.startNetworkManager());
+        addModem();
+        setState(Connected, 0); // from now on the service knows NetworkManager's device
+        QTRY_COMPARE(value("connection"), "connected");
+        setState(state, 0);
         QTRY_COMPARE(value("connection"), shown);
+        m_bus.haltNetworkManager(state == Connected);
+        const uint32_t request = started(ask(QRVL_DevSrv_Connect, nullptr));
+        QTRY_VERIFY(value("connection") != "disconnected");
+        m_bus.killNetworkManager();
+        QCOMPARE(endOf(request), QString::number(result));
+        QTRY_COMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
     }
-    const uint32_t request = started(ask(QRVL_DevSrv_Connect, nullptr));
-    QTRY_COMPARE(value("connection"), "connecting");
-    m_bus.killNetworkManager();
-    QCOMPARE(endOf(request), QString::number(QRVL_ERROR_SERVICE));
-    QCOMPARE(value("connection-problem", QRVL_SERVICE), "no-networkmanager");
 }
 
 QTEST_GUILESS_MAIN(tst_NetworkManager)

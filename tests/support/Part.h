@@ -5,6 +5,8 @@
 #include <QtTest>
 
 constexpr int LongestWait = 30000; // milliseconds; any step takes much less, on a busy machine too
+#define AWAIT(condition) QTRY_VERIFY_WITH_TIMEOUT(condition, LongestWait)
+#define AWAIT_EQUAL(value, expected) QTRY_COMPARE_WITH_TIMEOUT(value, expected, LongestWait)
 
 /// A page, a panel or a dialog of the running application, which may come and go.
 struct Part
@@ -57,11 +59,11 @@ struct Part
         return false;
     }
 
-    /// The first button whose label begins so. Ends the test program if there is none.
+    /// The first button whose label begins so, or with this accessible name. Ends the test program if there is none.
     QAbstractButton* button(const QString& label = {}) const
     {
         for (QAbstractButton* candidate : all<QAbstractButton>()) {
-            if (candidate->text().startsWith(label))
+            if (candidate->text().startsWith(label) || candidate->accessibleName() == label)
                 return candidate;
         }
         qFatal("%s has no button %s", className, qUtf8Printable(label));

@@ -3,6 +3,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <csignal>
+
 /// A program that runs as long as this object, even if the test crashes.
 class Server : public QProcess
 {
@@ -26,4 +28,7 @@ public:
         kill();
         waitForFinished();
     }
+
+    /// While it is halted, it answers nothing.
+    void halt(bool isHalted) { ::kill(pid_t(processId()), isHalted ? SIGSTOP : SIGCONT); }
 };

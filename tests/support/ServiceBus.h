@@ -35,6 +35,7 @@ public:
     /// Starts a NetworkManager that does what the test says, see networkmanager_modem.py.
     bool startNetworkManager();
     void killNetworkManager() { m_servers[NetworkService].crash(); }
+    void haltNetworkManager(bool isHalted) { m_servers[NetworkService].halt(isHalted); }
 
     /// Calls a method of that NetworkManager's control interface. Returns what it answers.
     QString controlNetwork(const QString& method, const QVariantList& arguments = {});

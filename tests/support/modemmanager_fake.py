@@ -12,6 +12,7 @@ IS_OBJECT_MANAGER = True
 MODEM = MAIN_OBJ + "/Modem/0"
 SIM = MAIN_OBJ + "/SIM/0"
 MODEM_IFACE = MAIN_IFACE + ".Modem"
+DIE_AFTER_ANSWER = "import os; from gi.repository import GLib; GLib.idle_add(os._exit, 0, priority=GLib.PRIORITY_HIGH)"
 
 
 def load(mock, _parameters):
@@ -35,7 +36,7 @@ def Plug(self, properties, sim, messages):
         time = f"2024-01-01T{second // 3600:02}:{second // 60 % 60:02}:{second % 60:02}+00"
         sms = {"State": dbus.UInt32(3), "PduType": dbus.UInt32(1), "Text": f"text {number}", "Timestamp": time}
         self.AddObject(path, MAIN_IFACE + ".Sms", sms, [])
-    self.AddObject(SIM, MAIN_IFACE + ".Sim", sim, [])
+    self.AddObject(SIM, MAIN_IFACE + ".Sim", sim, [("SendPin", "s", "", DIE_AFTER_ANSWER)])
     self.AddObject(MODEM, MODEM_IFACE, {**usual, **properties}, [("Enable", "b", "", "")])
     messaging = {"Messages": dbus.Array(paths, signature="o")}
     dbusmock.get_object(MODEM).AddProperties(MODEM_IFACE + ".Messaging", messaging)

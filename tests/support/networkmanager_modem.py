@@ -33,6 +33,8 @@ def activate(settings):
     """Follows the course that the test has set, once the call has been answered."""
     manager = dbusmock.get_object(MANAGER)
     manager.settings = settings
+    if dbusmock.get_object(DEVICE).Get(DEVICE_IFACE, "State") == DEACTIVATING:  # the next one waits for that
+        manager.SetModemState(DISCONNECTED, 39)
     manager.SetModemState(PREPARE, 0)
     for step in manager.course:
         GLib.idle_add(manager.SetModemState, *step)

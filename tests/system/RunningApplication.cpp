@@ -1,11 +1,11 @@
 #include "RunningApplication.h"
 
-#include "../support/TestFiles.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "common/CommonUtils.h"
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QLockFile>
 #include <QMenu>
 
 namespace {
@@ -22,12 +22,6 @@ struct MainFrame : private Startup
 };
 
 } // namespace
-
-TestHome::TestHome(const QByteArray& settings)
-{
-    qputenv("QRVL_USER_DIR", m_folder.path().toLocal8Bit());
-    writeFile(m_folder.filePath("settings.ini"), settings);
-}
 
 void RunningApplication::start()
 {
@@ -62,20 +56,6 @@ QWidgetList RunningApplication::windows(const char* className)
 QAbstractButton* RunningApplication::titleButton(const QWidget* window, const char* name)
 {
     return window->findChild<QAbstractButton*>(QString("Core_Button") + name);
-}
-
-QString RunningApplication::homeFile(const QString& name)
-{
-    return QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + '/' + name;
-}
-
-void RunningApplication::simulate(const QByteArray& modems)
-{
-    // On Windows the file cannot be replaced while the service reads it.
-    QVERIFY(QTest::qWaitFor([&modems] {
-        QSaveFile file(homeFile("simulator.ini"));
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    }));
 }
 
 void RunningApplication::choose(const QString& entry) const

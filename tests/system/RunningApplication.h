@@ -1,26 +1,14 @@
 #pragma once
 
 #include "Startup/Startup.h"
+#include "TestHome.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QWidget>
-#include <QtTest>
 
 #include <memory>
 
 class QAbstractButton;
-
-/// An empty home for the application in this process. Create it before QApplication.
-class TestHome
-{
-public:
-    /// @param settings content of the user's settings file
-    explicit TestHome(const QByteArray& settings);
-
-private:
-    QTemporaryDir m_folder;
-};
 
 /// Base of the tests that run the whole application in their own process, with its main window at hand.
 class RunningApplication : public QObject
@@ -52,12 +40,6 @@ protected:
 
     /// A button in the frame of a window.
     static QAbstractButton* titleButton(const QWidget* window, const char* name);
-
-    /// The path of a file of the user's.
-    static QString homeFile(const QString& name);
-
-    /// Lets the device service find this in its simulator's file.
-    static void simulate(const QByteArray& modems);
 
     /// Chooses an entry of the menus as the user does, such as a language by its own name.
     void choose(const QString& entry) const;

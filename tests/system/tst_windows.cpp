@@ -170,8 +170,12 @@ void TestWindows::systemFrame()
         start();
         QCOMPARE(window()->windowFlags().testFlag(Qt::FramelessWindowHint), isOwn);
         QCOMPARE(window()->findChildren<TitleBar*>().size(), int(isOwn));
-        QTRY_VERIFY(owner("Ctrl+O") && openMessage(0));
+        QTRY_VERIFY(owner("Ctrl+D") && owner("Ctrl+O") && openMessage(0));
         QCOMPARE(openMessage(0)->IsCusTitle(), isOwn);
+        QVERIFY(CommonUtils::MakeCall("123", UI_CALL_VOICE));
+        QWidget* const call = windows("CallWindow").value(0);
+        QTest::keyClick(call, Qt::Key_Escape);
+        QVERIFY(call->isVisible());
     }
 }
 

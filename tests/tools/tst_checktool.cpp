@@ -2,8 +2,11 @@
 // by another validator, which has to agree.
 #include "RunTool.h"
 #include "Samples.h"
+#include "SchemaGrammar.h"
+#include "XmlTree.h"
 #include "Xmllint.h"
 
+#include <QBuffer>
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QSet>
@@ -20,6 +23,7 @@ private slots:
     void libraries();
     void report();
     void deeplyNested();
+    void schemaGrammar();
     void explanation();
     void refuses();
 
@@ -145,6 +149,8 @@ void tst_CheckTool::libraries()
     const QByteArray iid =
         "com.velquor.skylume.plugin.IBasePlugin; found: com.velquor.skylume.test.BarePlugin";
     const QByteArray elf = QByteArray::fromHex("7f454c460201000000000000000000000000f300");
+    const QByteArray bigEndianElf = QByteArray::fromHex("7f454c46020200000000000000000000000000f3");
+    const QByteArray cutPe = "MZ" + QByteArray(58, 0) + QByteArray::fromHex("3f000000");
     const std::tuple<QString, QByteArray, QByteArray, QByteArray> rows[] = {
         // plugin, or the file's content; kind of the finding, words in it
         {"TestBare", "", "missing-interface", iid},
@@ -153,6 +159,9 @@ void tst_CheckTool::libraries()
 #endif
         {"ThrowingPlugin", "", "constructor-throws", "found: not today"},
         {"", elf, "other-platform", "found: a Linux library for RISC-V"},
+        {"", elf.left(19), "not-a-plugin", "found: a file without"}, // cut off
+        {"", cutPe, "not-a-plugin", "found: a file without"},
+        {"", bigEndianElf, "other-platform", "found: a Linux library for RISC-V"},
         {"", "text", "not-a-plugin", "found: a file without"},
     };
     const QString library = path(QString("Good") + LIBRARY_SUFFIX);
@@ -193,6 +202,34 @@ void tst_CheckTool::deeplyNested()
     writeFile(path(Menu), "<qrvldoc>" + QByteArray("<menu>").repeated(depth) +
                               QByteArray("</menu>").repeated(depth) + "</qrvldoc>");
     QVERIFY(check(1).contains("[unknown-element]"));
+}
+
+/// A schema that the tool would read wrongly is refused: it does not ignore what it does not know.
+void tst_CheckTool::schemaGrammar()
+{
+    const std::pair<QByteArray, QByteArray> rows[] = {
+        {"<xs:pattern value", "<xs:length value"},
+        {"<xs:pattern value=\"[0-9]{3}\"/>", "<xs:pattern value=\"1\"/><xs:pattern value=\"2\"/>"},
+        {" use=\"required\"", " use=\"prohibited\""},
+        {"type=\"xs:string\"", "type=\"xs:integer\""},
+        {"type=\"Networks\"", "type=\"Network\""},
+        {"type=\"Countries\" ", ""},
+        {"base=\"xs:string\"", "base=\"Mcc\""},
+        {"<xs:choice minOccurs", "<xs:choice name"},
+        {"<xs:element name=\"Region\"", "<xs:element name=\"Region\" minOccurs=\"0\""},
+        {"xpath=\"MccMnc/Item\"", "xpath=\".//Item\""},
+        {"</xs:schema>", ""},
+        {"", ""}, // the schema itself is understood
+    };
+    for (const auto& [from, to] : rows) {
+        QByteArray schema = contentOf(SCHEMAS "/OperatorList.xsd");
+        QVERIFY2(schema.contains(from), from);
+        if (!from.isEmpty())
+            schema.replace(schema.indexOf(from), from.size(), to);
+        QBuffer buffer(&schema);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        QVERIFY2(unknownConstruct(XmlTree(buffer)).isEmpty() == from.isEmpty(), from);
+    }
 }
 
 /// What the shipped rules say: of a plugin, after "+" for which modem and SIM, after "in" by a rule of which section. The

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// A modem and its SIM card; empty texts for what is unknown.
+/// A modem and its SIM card. Unknown values are empty.
 struct Situation
 {
     QString operatorName; ///< customisation name; null for the installation's default

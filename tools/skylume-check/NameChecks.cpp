@@ -29,7 +29,7 @@ constexpr XmlName XmlNames[] = {
     {Format::MainWindow, "customize", "device", Namespace::Modem},
 };
 
-/// Compares how names are written.
+/// Compares the spelling of names.
 class Spelling
 {
 public:
@@ -38,7 +38,7 @@ public:
     {
     }
 
-    /// The first place of a name decides how it is written.
+    /// The first occurrence of a name decides its spelling.
     void check(Namespace space, const QString& name, const QString& file, qint64 line)
     {
         const QPair<int, QString> key(int(space), name.toCaseFolded());

@@ -74,12 +74,12 @@ struct SchemaGlobal
 };
 
 /// One of docs/schemas, in the part of XML Schema that these use: sequences of elements and choices, attributes,
-/// enumerations, patterns, unique and key.
+/// enumerations, patterns, unique and key. SchemaGrammar.h refuses everything else.
 struct Schema
 {
     static constexpr int AnyType = -1;
 
-    /// Reads a schema that is built into the tool.
+    /// Reads a schema that is built into the tool. Ends the program if it does not understand all of it.
     /// @param name the file's name without a suffix
     static Schema read(const QString& name);
 

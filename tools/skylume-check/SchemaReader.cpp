@@ -1,5 +1,6 @@
-// Reads the schemas that are built into the tool. They are ours, so they are not checked for faults.
+// Reads the schemas that are built into the tool.
 #include "Schema.h"
+#include "SchemaGrammar.h"
 #include "XmlTree.h"
 
 #include <QFile>
@@ -212,5 +213,10 @@ Schema Schema::read(const QString& name)
     QFile file(QStringLiteral(":/schemas/%1.xsd").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("There is no schema %s", qUtf8Printable(name));
-    return SchemaReader(XmlTree(file)).read();
+    const XmlTree tree(file);
+    const QString unknown = unknownConstruct(tree);
+    if (!unknown.isEmpty())
+        qFatal("The schema %s has something that this program does not understand: %s", qUtf8Printable(name),
+               qUtf8Printable(unknown));
+    return SchemaReader(tree).read();
 }

@@ -117,7 +117,7 @@ int Validator::placeIn(const SchemaType& type, int node, Progress& parent)
     return element ? element->type : globalType(node);
 }
 
-/// The first slot from the present one on that takes the element; -1 if there is none.
+/// The first slot, from the current one on, that takes the element; -1 if there is none.
 int Validator::freeSlot(const SchemaType& type, const QString& name, const Progress& parent) const
 {
     for (int slot = parent.slot; slot < type.content.size(); ++slot) {

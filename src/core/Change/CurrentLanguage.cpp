@@ -33,7 +33,7 @@ QString CurrentLanguage::name()
 void CurrentLanguage::setName(const QString& name)
 {
     const QMutexLocker locker(&stateMutex);
-    state().name = QString(name.constData(), name.size()); // a copy: literals go with their library
+    state().name = QString(name.constData(), name.size()); // a copy: unloading a library frees literals
 }
 
 bool CurrentLanguage::hasShortcuts()

@@ -48,7 +48,7 @@ void ExtendDialog::getFrameValue()
     IMainFrameUIService* const mainFrame = Startup::GetMainFrameService();
     if (!mainFrame)
         return;
-    guardedCall("the questions for the frame", QStringLiteral("main frame"), [&] {
+    guardedCall("UsesCustomFrame, GetTitleHeight, GetFrameWidth", QStringLiteral("main frame"), [&] {
         m_bCusTitle = mainFrame->UsesCustomFrame();
         if (!m_bCusTitle)
             return;

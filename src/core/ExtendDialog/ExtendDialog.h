@@ -32,6 +32,7 @@ public:
     /// @param parent owner of the dialog; may be null
     /// @param flags  Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint and Qt::WindowCloseButtonHint
     ///               choose the buttons of the title bar
+    /// @param type   the kind of dialog
     ExtendDialog(QWidget* parent, Qt::WindowFlags flags, enWidgetType type);
 
     /// Sets the content, which becomes a child of the dialog and fills the space inside the frame.
@@ -54,12 +55,20 @@ public:
     /// Sets the window's title and the text of the title bar.
     void setWindowTitle(QString const& title);
 
-    /// Changes the buttons of the title bar, or adds to the flags of a dialog with the system's frame. Only
-    /// Qt::WindowStaysOnTopHint reaches the window in both cases. Kind enWidgetSystemFrame takes the flags as
-    /// they are. As with QWidget, setting the flags of the window hides it.
+    /// Changes the window's flags and buttons. Unlike QWidget::setWindowFlags() it cannot remove a flag, except
+    /// from dialogs of the kind enWidgetSystemFrame.
+    ///
+    /// - In the application's own frame, the title bar gets the buttons that the flags ask for, as in the
+    ///   constructor. Of the flags only Qt::WindowStaysOnTopHint is added to the window (logged as a warning).
+    /// - In the system's frame, the flags are added to those of the window. Qt::FramelessWindowHint and
+    ///   Qt::CustomizeWindowHint are ignored.
+    /// - The kind enWidgetSystemFrame gets exactly these flags.
+    ///
+    /// If the window's flags change, the dialog is hidden and has to be shown again.
     void setWindowFlags(Qt::WindowFlags flags);
 
-    /// Creates the title bar if it is missing, and shows the buttons that the flags ask for.
+    /// Creates the title bar if it is missing, and shows the buttons that the flags ask for, as in the
+    /// constructor. For dialogs with the application's own frame.
     void setTtileBar(Qt::WindowFlags flags);
 
     /// Sets whether the user may close the dialog, by its button, Escape or Alt+F4. A call of close() works
@@ -72,14 +81,15 @@ public:
     /// The minimum size of the main widget with the frame around it. The dialog may be made smaller, as a tile is.
     QSize minimumSizeHint() const override;
 
-    /// Writes the parts of the upper corners that lie outside their rounding.
+    /// The parts of the upper corners that lie outside their rounding.
+    /// @param left, right receive them, in pixels and coordinates of the dialog
     void getCornerRegion(QRegion& left, QRegion& right) const;
 
     /// As getCornerRegion(), for any window of the given width in pixels.
     static void cornerRegions(int width, QRegion& left, QRegion& right);
 
 public Q_SLOTS:
-    /// Resizes the dialog around a main widget of this size.
+    /// Resizes the dialog so that its main widget gets this size, in pixels.
     void changeSize(QSize widgetSize);
 
 Q_SIGNALS:

@@ -47,9 +47,10 @@ void placeOver(QDialog* dialog, const QWidget* reference, const QScreen* screen)
 /// Shows a message until it is answered or its dialog is closed. QDialog::exec() would also end when the message
 /// is hidden together with a minimised main window.
 /// @return position of the pressed button in `order`, or -1
-int runMessage(ExtendDialog* message, const DkMessageBox* box, const QList<QAbstractButton*>& order)
+int runMessage(ExtendDialog* message, const DkMessageBox* content, const QList<QAbstractButton*>& order)
 {
-    const QPointer<ExtendDialog> dialog(message);
+    const QPointer<ExtendDialog> dialog(message); // either may be deleted while the message is shown
+    const QPointer<const DkMessageBox> box(content);
     QEventLoop loop;
     QObject::connect(dialog, &QDialog::finished, &loop, &QEventLoop::quit);
     QObject::connect(dialog, &ExtendDialog::dlgCloseEvent, &loop, &QEventLoop::quit);
@@ -57,9 +58,7 @@ int runMessage(ExtendDialog* message, const DkMessageBox* box, const QList<QAbst
     dialog->setModal(true);
     dialog->show();
     loop.exec(QEventLoop::DialogExec);
-    if (!dialog)
-        return -1; // deleted with its parent while it was shown
-    const int answer = order.indexOf(box->clickedButton());
+    const int answer = box ? order.indexOf(box->clickedButton()) : -1;
     delete dialog;
     return answer;
 }

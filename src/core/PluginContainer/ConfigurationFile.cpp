@@ -4,7 +4,11 @@
 
 #include <QFile>
 
+namespace {
+
 using Kind = ConfigurationFault::Kind;
+
+} // namespace
 
 void readConfigurationFile(const QString& path, const XmlFile::Texts& texts,
                            const XmlFile::ElementReader& onStartElement, ConfigurationFaultList& faults)

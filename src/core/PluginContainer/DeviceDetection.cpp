@@ -8,27 +8,6 @@
 
 #include <QMutexLocker>
 
-namespace {
-
-/// Sets a flag for as long as it lives, also when the thread is terminated.
-class FlagSetter
-{
-public:
-    explicit FlagSetter(std::atomic<bool>& flag)
-        : m_flag(flag)
-    {
-        m_flag = true;
-    }
-    ~FlagSetter() { m_flag = false; }
-
-private:
-    Q_DISABLE_COPY_MOVE(FlagSetter)
-
-    std::atomic<bool>& m_flag;
-};
-
-} // namespace
-
 int PluginContainer::OnDevMgrEvent(int type, void*)
 {
     return DeviceLink::handleEvent(type, LOG_FUNCTION);
@@ -61,12 +40,14 @@ QString PluginContainer::detectDeviceName(const char* function)
         LOG_WARNING("%s: %s: get deviceMgr failed", LOG_FILE, function);
         return {};
     }
-    const FlagSetter use(d->isDeviceMgrInUse);
+    d->isDeviceMgrInUse = true;
     locker.unlock();
     guardedCall("StartDetection", QStringLiteral("device manager"),
                 [deviceMgr] { deviceMgr->StartDetection(); });
     d->deviceLink.waitForEvent(function);
-    return DeviceLink::takeDeviceName(*deviceMgr, function);
+    const QString name = DeviceLink::takeDeviceName(*deviceMgr, function);
+    d->isDeviceMgrInUse = false;
+    return name;
 }
 
 void PluginContainer::StartInitPluginsConfig()

@@ -111,8 +111,8 @@ void DeviceLink::unregisterCallbacks()
     m_isRegistered = false;
 }
 
-/// If the thread held the lock of the name when it was terminated, an event is waiting for that lock for
-/// ever, and unregistering would wait for the event. The callbacks stay registered then.
+/// If the thread held the lock of the name when it was terminated, a callback waits for that lock forever,
+/// and unregistering would wait for the callback. The callbacks then stay registered.
 void DeviceLink::unregisterAfterTermination()
 {
     constexpr int patienceMs = 1000;

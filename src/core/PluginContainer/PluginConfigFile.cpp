@@ -159,11 +159,15 @@ void PluginContainer::enableForOperator(const QStringRef& clsid)
 void PluginContainer::removeForOperator(const QString& clsid)
 {
     LOG_DEBUG("readCustomizeElements: %s will be removed", qUtf8Printable(clsid));
-    if (const PluginInfo* const info = m_pHashPlugins->value(clsid))
-        d->decisions.noteOperatorRemove({info->m_strName, clsid, info->m_iType, PluginStatus::State::Removed,
-                                         PluginStatus::Rule::OperatorRemove, m_strCustomizeName,
-                                         PluginStatus::Fault::None, info->m_strUrl, QString(), QString(),
-                                         QString(), QString(), d->rulesFile, d->ruleLine});
+    if (const PluginInfo* const info = m_pHashPlugins->value(clsid)) {
+        PluginStatus status = PluginDecisions::statusOf(*info);
+        status.state = PluginStatus::State::Removed;
+        status.rule = PluginStatus::Rule::OperatorRemove;
+        status.key = m_strCustomizeName;
+        status.ruleFile = d->rulesFile;
+        status.ruleLine = d->ruleLine;
+        d->decisions.noteOperatorRemove(status);
+    }
     removePluginInfo(clsid);
 }
 

@@ -123,8 +123,10 @@ void PluginContainer::stopConfigThread()
         m_pInitConfigThread->wait(terminationMs);
         d->deviceLink.unregisterAfterTermination();
     }
-    if (!m_pInitConfigThread->isRunning())
-        delete m_pInitConfigThread; // deleting a running thread would abort the process
+    if (!m_pInitConfigThread->isRunning()) {
+        d->isDeviceMgrInUse = false; // a thread that was terminated could not clear it
+        delete m_pInitConfigThread;  // deleting a running thread would abort the process
+    }
     m_pInitConfigThread = nullptr;
 }
 

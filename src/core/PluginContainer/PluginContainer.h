@@ -22,9 +22,8 @@ class QXmlStreamReader;
 /// The registry and life-cycle manager of all plugins. Startup creates the only one of the process.
 ///
 /// IPluginContainer.h documents the operations for plugins. The protected operations are the steps of these,
-/// for derived containers. Call loadPlugin, unloadPlugin and getPluginNameByClsid with the lock held. The
-/// readers of the configuration file need no lock: no other thread knows the container yet. All others take
-/// the lock themselves.
+/// for derived containers. They take the container's lock themselves, which is recursive, unless their section
+/// says otherwise. Records and tables belong to the container.
 class SKYLUME_EXPORT PluginContainer : public IPluginContainer
 {
 public:
@@ -114,45 +113,106 @@ protected:
     /// nothing, and neither reads nor writes settings.
     explicit PluginContainer(const Inspected& installation);
 
-    // ---- Life-cycle
+    // ---- Life-cycle. `info` must not be null. Call loadPlugin() and unloadPlugin() with the lock held.
 
+    /// As GetPlugin(), but with bInit false the plugin is not initialised.
     QObject* getPlugin(QString key, bool bInit, int iid);
-    /// Loads the first loadable library of the plugin folder whose file name begins with fileBase.
+
+    /// Loads the first loadable library of the plugin folder whose file name begins with fileBase and stores
+    /// its loader in the record. The caller sets the record's flag and root object.
+    /// @return the plugin's root object, owned by its library; null (logged) if no library can be loaded
     QObject* loadPlugin(PluginInfo* info, QString fileBase);
+
+    /// Calls the plugin's Init(), unless the record is initialised already. The record counts as initialised
+    /// before the call, because the plugin may ask for itself. Exceptions are caught and logged.
+    /// @param plugin its root object; ignored (logged) if null, ignored if it has no base interface
     void initPlugin(QObject* plugin, QString clsid, PluginInfo* info);
+
+    /// As LoadAllStaticOrActivePlugin().
     void loadAllStaticOrActivePlugin();
+
+    /// Unloads the library of a loaded record and resets the record. Does not call the plugin: destroy it first.
+    /// @return false (logged) if the library stays loaded; the record is then unchanged. The device manager is
+    ///         not unloaded while the configuration thread uses it.
     bool unloadPlugin(PluginInfo* info);
+
+    /// As UnloadAllPlugins().
     bool unloadAllPlugins();
 
     // ---- Records
 
+    /// As GetPluginNameByClsid(). Call it with the lock held.
     QString getPluginNameByClsid(QString clsid);
+
+    /// Deletes a record; pointers to it become invalid. An unknown clsid is ignored.
     void removePluginInfo(QString clsid);
+
+    /// Whether the plugin library file lists the plugin and no operator has removed it.
     bool isPluginInList(QString clsid);
+
+    /// Disables every plugin. Loaded ones stay loaded.
     void disableAllPlugins();
 
-    // ---- Configuration files
+    // ---- Configuration files. A fault in a file is logged and recorded for GetConfigurationFaults(); what stands
+    //      before it is kept. The read...() operations take the reader at the element's start tag. Apart from
+    //      populatePluginInfo() these take no lock: they run in the constructor, before other threads know the
+    //      container.
 
+    /// Adds the records of a plugin library file. A later record with the same clsid replaces an earlier one in
+    /// look-ups by clsid; both stay in the list.
     void populatePluginInfo(QString path);
+
+    /// Reads one record, up to its "static" element.
+    /// @return a new, disabled record, owned by the caller; never null
     PluginInfo* readPluginElement(QXmlStreamReader& reader);
+
+    /// Adds the rules of a plugin configuration file to the tables. Enables no plugin yet.
     void populatePluginsConfig(QString path);
-    void readCommonElement(QXmlStreamReader& reader);
+
+    void readCommonElement(QXmlStreamReader& reader); ///< adds the plugins that are enabled for everyone
+
+    /// Adds the plugins that the operator enables, and deletes the records of those that it removes.
     void readCustomizeElements(QXmlStreamReader& reader);
+
+    /// Adds the rules of one key.
+    /// @param name the key; readIMSIElements() and readGIDElements() put their prefix of CustomisationKeys before
+    ///             it. readGIDElements() also adds it to GetGIDGroups().
     void readDeviceElements(QString name, QXmlStreamReader& reader);
     void readIMSIElements(QString name, QXmlStreamReader& reader);
     void readGIDElements(QString name, QXmlStreamReader& reader);
+
+    /// Adds a rule to a table; a key may have several. A clsid that the plugin library file does not list is
+    /// logged and ignored.
+    /// @param table  must not be null
+    /// @param enable only for the log and GetPluginStatus(): whether it is the table of rules that enable
     void addToDisEnableList(QString key, QHash<QString, QString>* table, QStringRef clsid, bool enable);
 
-    // ---- Customisation
+    // ---- Customisation. These only change which plugins are enabled; they neither load nor unload any.
 
+    /// Enables or disables one plugin; an unknown clsid is ignored.
     void updatePluginInfo(QString clsid, bool enable);
+
+    /// Enables or disables all plugins of a set. GetPluginStatus() names the common rules as the reason.
+    /// @param set must not be null
     void processFromSet(QSet<QString>* set, bool enable);
+
+    /// Applies the rules of a table that match the key: those of the same key and, if the key begins with
+    /// "IMSI", those whose key is contained in it.
+    /// @param table must not be null
     void processFromList(QString key, QHash<QString, QString>* table, bool enable);
+
+    /// Enables the plugins of the common and operator rules.
     void updateCommonOperatorCustomization();
+
+    /// Applies the rules of one key, the disabling ones last. The empty key is ignored.
     void updateDeviceCustomization(QString key);
 
-    // ---- Device link: takes the lock itself
+    // ---- Device link
 
+    /// Asks the device manager to look for modems and waits for the device service, 10 seconds at most. For the
+    /// configuration thread; call it without the lock. The argument is ignored.
+    /// @return the name of the only modem, otherwise that of the modem used last; empty if there is neither or
+    ///         no device manager (logged)
     QString getDeviceName(bool);
 
     // ---- First-run mark: does not take the lock

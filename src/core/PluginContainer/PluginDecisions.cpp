@@ -1,6 +1,17 @@
 #include "PluginContainer/PluginDecisions_p.h"
 
 #include "PluginContainer/CustomisationRules_p.h"
+#include "PluginContainer/PluginInfo.h"
+
+PluginStatus PluginDecisions::statusOf(const PluginInfo& info)
+{
+    PluginStatus status;
+    status.name = info.m_strName;
+    status.clsid = info.m_strClsid;
+    status.type = info.m_iType;
+    status.url = info.m_strUrl;
+    return status;
+}
 
 void PluginDecisions::noteCommon(const QString& clsid, const QString& operatorName)
 {

@@ -9,11 +9,16 @@
 #include <tuple>
 #include <vector>
 
+class PluginInfo;
+
 /// Records which rule enabled or disabled each plugin and what went wrong with it, for
 /// PluginContainer::GetPluginStatus().
 class PluginDecisions
 {
 public:
+    /// What a plugin's record says by itself; everything else has its default.
+    static PluginStatus statusOf(const PluginInfo& info);
+
     struct Decision
     {
         PluginStatus::Rule rule = PluginStatus::Rule::None;

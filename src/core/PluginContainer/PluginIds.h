@@ -22,7 +22,8 @@ constexpr QLatin1String MainFrame("D754AE84-535F-4c18-85F8-F154CFE34DDF");
 constexpr QLatin1String NotifyService("C986A689-A5F6-4215-84BD-39BA626F1F57");
 constexpr QLatin1String CallUI("58A0343A-93DB-4ea2-92B4-C51589629381");
 
-// UI-embedded plugins that the bulk load leaves out.
+// UI-embedded plugins that LoadAllStaticOrActivePlugin() skips; they are loaded on first use. Both identifiers
+// are reserved: no plugin in this source tree has one of them.
 constexpr QLatin1String LateEmbeddedA("FCDC307E-06DC-4dfa-AC83-834D0E306D48");
 constexpr QLatin1String LateEmbeddedB("D2AB6727-AF80-4ef7-B37E-F217803B85A4");
 

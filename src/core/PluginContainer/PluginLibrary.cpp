@@ -14,7 +14,17 @@ using Fault = PluginStatus::Fault;
 
 constexpr int HeaderSize = 4096; ///< holds what platformOf() reads of every usual library
 
-/// Identifies the processor and the system that an ELF or PE file is built for; empty for other files.
+// What platformOf() returns of an ELF file, after the magic number: class, byte order and machine.
+constexpr int ElfByteOrder = 5;
+constexpr int ElfMachine = 6;
+constexpr char BigEndian = 2;
+
+// What it returns of a PE file: the machine follows the signature.
+constexpr int PeMachine = 4;
+constexpr int PeSize = 6;
+
+/// Identifies the processor and the system that an ELF or PE file is built for; empty for other files and for
+/// one that is cut off.
 QByteArray platformOf(const QString& path)
 {
     constexpr int elfMachineOffset = 18;
@@ -23,12 +33,16 @@ QByteArray platformOf(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray header = file.read(HeaderSize);
-    if (header.startsWith("\x7F\x45LF")) // its class and byte order follow the magic number
-        return header.left(6) + header.mid(elfMachineOffset, 2);
+    if (header.startsWith("\x7F\x45LF"))
+        return header.size() < elfMachineOffset + 2
+                   ? QByteArray()
+                   : header.left(ElfMachine) + header.mid(elfMachineOffset, 2);
     if (!header.startsWith("MZ") || header.size() < peOffsetOffset + 4)
         return {};
     const auto offset = qFromLittleEndian<quint32>(header.constData() + peOffsetOffset);
-    return offset < HeaderSize ? header.mid(static_cast<int>(offset), 6) : QByteArray();
+    const QByteArray platform =
+        offset < HeaderSize ? header.mid(static_cast<int>(offset), PeSize) : QByteArray();
+    return platform.size() == PeSize ? platform : QByteArray();
 }
 
 struct Machine
@@ -44,11 +58,19 @@ constexpr Machine Machines[] = {
     {false, 0x01C4, "ARM"}, {false, 0x8664, "x86-64"}, {false, 0xAA64, "ARM64"},
 };
 
+quint16 machineCode(const QByteArray& platform, bool isElf)
+{
+    const char* const machine = platform.constData() + (isElf ? ElfMachine : PeMachine);
+    const bool isBigEndian = isElf && platform[ElfByteOrder] == BigEndian;
+    return isBigEndian ? qFromBigEndian<quint16>(machine) : qFromLittleEndian<quint16>(machine);
+}
+
 /// The result of platformOf() in words.
+/// @param platform not empty
 QString describePlatform(const QByteArray& platform)
 {
     const bool isElf = platform.startsWith('\x7F');
-    const auto code = qFromLittleEndian<quint16>(platform.constData() + (isElf ? 6 : 4));
+    const quint16 code = machineCode(platform, isElf);
     QString processor = QStringLiteral("processor %1").arg(code);
     for (const Machine& machine : Machines)
         if (machine.isElf == isElf && machine.code == code)
@@ -77,8 +99,8 @@ PluginFault faultOf(const QPluginLoader& loader)
 std::unique_ptr<QPluginLoader> PluginLibrary::open(const QString& path, PluginFault& fault)
 {
     auto loader = std::make_unique<QPluginLoader>(path);
-    // A missing symbol is to fail here, not in the call that needs it. Without the hint that Qt sets by
-    // default the library can be unloaded.
+    // With this hint a missing symbol makes loading fail, not a later call. It replaces Qt's default hint, which
+    // would prevent unloading.
     loader->setLoadHints(QLibrary::ResolveAllSymbolsHint);
     QObject* root = nullptr;
     const auto onException = [&fault, &loader](const QString& text) {

@@ -28,6 +28,15 @@ PluginStatus::State stateOf(const PluginInfo& info, PluginStatus::Fault fault)
     return isRunning ? State::Initialized : State::Loaded;
 }
 
+void addFault(PluginStatus& status, const PluginFault& fault)
+{
+    status.fault = fault.code;
+    status.error = fault.text;
+    status.library = fault.library;
+    status.wanted = fault.wanted;
+    status.found = fault.found;
+}
+
 } // namespace
 
 bool PluginContainer::IsPluginAvailable(QString clsid)
@@ -127,12 +136,15 @@ PluginStatusList PluginContainer::GetPluginStatus() const
     PluginStatusList report;
     report.reserve(m_pListPlugins->size() + d->decisions.removed().size());
     for (const PluginInfo* info : *m_pListPlugins) {
+        PluginStatus status = PluginDecisions::statusOf(*info);
         const PluginDecisions::Decision decision = d->decisions.decision(info->m_strClsid);
-        const PluginFault fault = d->decisions.fault(info->m_strClsid);
-        const qint64 line = d->decisions.lineOf(info->m_strClsid, lines);
-        report.append({info->m_strName, info->m_strClsid, info->m_iType, stateOf(*info, fault.code),
-                       decision.rule, decision.key, fault.code, info->m_strUrl, fault.text, fault.library,
-                       fault.wanted, fault.found, line > 0 ? d->rulesFile : QString(), line});
+        status.rule = decision.rule;
+        status.key = decision.key;
+        status.ruleLine = d->decisions.lineOf(info->m_strClsid, lines);
+        status.ruleFile = status.ruleLine > 0 ? d->rulesFile : QString();
+        addFault(status, d->decisions.fault(info->m_strClsid));
+        status.state = stateOf(*info, status.fault);
+        report.append(status);
     }
     return report + d->decisions.removed();
 }

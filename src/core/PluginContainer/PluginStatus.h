@@ -13,7 +13,7 @@ struct PluginStatus
         Disabled,    ///< known, but must not be loaded
         Enabled,     ///< may be loaded, but is not
         Loaded,      ///< its library is loaded
-        Initialized, ///< loaded, and Init() has returned
+        Initialized, ///< loaded, and Init() has been called and has not thrown
     };
 
     /// The last rule that enabled or disabled the plugin.

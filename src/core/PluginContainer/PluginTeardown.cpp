@@ -145,8 +145,8 @@ QStringList PluginContainer::runningPlugins(const QStringList& without) const
     return clsids;
 }
 
-/// Calls each plugin that is still running: one that was called earlier may have unloaded it. GetPlugin()
-/// refuses a plugin that customisation has disabled since it was loaded; it is called all the same.
+/// Calls each plugin that is still running: one that was called earlier may have unloaded it. Plugins that
+/// customisation has disabled since they were loaded are called, too, although GetPlugin() refuses them.
 void PluginContainer::callEach(const QStringList& clsids, const TeardownStep& step)
 {
     for (const QString& clsid : clsids) {

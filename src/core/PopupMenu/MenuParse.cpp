@@ -50,7 +50,7 @@ MenuXmlInfo::Type typeOf(const QXmlStreamReader& reader)
 
 } // namespace
 
-/// Where the reader adds what it reads.
+/// The menu and the sub-menu to which the reader adds entries.
 struct MenuParse::Position
 {
     QString menu;

@@ -74,7 +74,15 @@ protected:
     /// Shows the splash screen and records the time.
     static void showSplashStartupTime();
 
+    // ---- Steps of the start-up
+
+    /// Creates the plugin container; the destructor deletes it.
+    /// @param pluginsLib, pluginsConfig, noSplash passed on to the constructor of PluginContainer
+    /// @return always true
     bool initializePluginContainer(QString& pluginsLib, QString& pluginsConfig, bool noSplash);
+
+    /// Loads the main frame and lets it build the main window. Needs the plugin container.
+    /// @return false (logged) if there is no main frame or it lacks one of its two interfaces
     bool loadMainFramePlugin();
 
     static IPluginContainer* m_pPluginContainer;

@@ -100,7 +100,7 @@ void SystemMenu::run(SystemMenuStates::Entry entry)
             window->startSystemMove();
         break;
     case Minimize:
-        // What the button does; a main window may have connected it to something else than showSmall().
+        // What the button does; a main window may have connected it to something other than showSmall().
         if (auto* const button = m_titleBar.findChild<QToolButton*>(QStringLiteral("Core_ButtonMinimize")))
             button->click();
         break;

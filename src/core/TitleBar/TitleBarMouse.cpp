@@ -1,4 +1,4 @@
-// What the mouse does with a title bar, and the window's system menu.
+// Mouse input of a title bar, and the window's system menu.
 #include "TitleBar/TitleBar.h"
 
 #include "TitleBar/SystemMenu_p.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// A client of Wayland can neither learn nor set where its window is; the compositor has to move it.
+/// A Wayland client cannot read or set the position of its window; the compositor has to move it.
 bool isMovedByCompositor()
 {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
@@ -86,7 +86,7 @@ void TitleBar::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (!event)
         return;
-    m_bPressed = false; // the window must not follow the pointer from where it was
+    m_bPressed = false; // otherwise the window would jump when the pointer moves
     if (isIconPressed(event->pos())) {
         window()->close();
         return;

@@ -1,4 +1,4 @@
-// Reads toolbar files and decides which buttons there are.
+// Reads toolbar files and decides which buttons to show.
 #include "ToolBar/ToolBarLogic.h"
 
 #include "PluginContainer/IPluginContainer.h"

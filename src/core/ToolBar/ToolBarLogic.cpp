@@ -154,7 +154,7 @@ void ToolBarLogic::ShowHideSearchBox(QWidget* widget, QHBoxLayout* layout, Searc
     edit->setEnabled(show);
     if (!show) {
         place->removeItem(layout);
-        setVisible(*layout, false); // else they stay where they were
+        setVisible(*layout, false); // otherwise they would stay visible
         return;
     }
     if (!layout->parent())

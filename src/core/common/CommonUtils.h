@@ -85,8 +85,8 @@ public:
     /// @return false if no program could be started
     static bool OpenUrl(QString target);
 
-    // ---- Process-wide flags. Plain variables without a lock: other threads may see an older value. All are
-    //      false initially unless stated otherwise.
+    // ---- Process-wide flags. Any thread may read and write them, without a lock: another thread may see an
+    //      older value. All are false initially unless stated otherwise.
 
     /// Set by the launcher once the main window is closed; do not start new work then.
     static bool IsShuttingDown();
@@ -106,18 +106,23 @@ public:
     static int GetFrameStyle();
     static void SetFrameStyle(int style);
 
-    /// Whether menus have a separator after the search item; initially true.
+    /// Whether menus have a separator after the search item; initially true. It is stored in a
+    /// plain variable: no thread may read it while another writes it.
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 
     // ---- Dialogs and messages; GUI thread only
 
     /// Centres a dialog over its nearest ancestor named "miniplugin_subframedlg", otherwise over the main
-    /// window, and keeps it on the primary screen.
+    /// window. A dialog that would begin left of x = 0, or reach beyond the upper, right or lower edge of the
+    /// primary screen, is moved inside that screen. If the primary screen is not the leftmost one, a dialog over
+    /// a window on a screen to its left therefore moves to the primary screen.
     /// @param dialog not moved if there is no such window (logged); null is logged and ignored
     static void MoveCentre(QDialog* dialog);
 
-    /// Centres a dialog over a widget and keeps it on the widget's screen. Null for either is ignored.
+    /// Like MoveCentre(), but centres the dialog over a widget and keeps it on the widget's screen. Null for
+    /// either is ignored. The left limit is x = 0 here, too: on a screen that begins right of 0 a wide dialog may
+    /// reach into the screen to the left, and on a screen left of 0 it moves to that screen's left edge.
     static void MoveRelatedCentre(QDialog* dialog, QWidget* reference);
 
     /// The position that centres a rectangle of the given size over a widget.
@@ -148,7 +153,7 @@ public:
     /// @return the buttons, owned by the box; empty if the box is null
     static QList<QAbstractButton*> addMessageboxButton(QMessageBox* box, const QStringList& buttons);
 
-    // ---- Protected data; docs/ciphers.md describes what is protected against what
+    // ---- Protected data; docs/ciphers.md describes the protection and its limits
 
     /// Encrypts a string; the result differs each time. If the system provides no random bytes, zeros are used
     /// instead (logged): the result can still be decrypted, but strings that start alike look alike.
@@ -254,7 +259,7 @@ public:
 
     /// Fixes the direction of commas, double quotes and brackets in a text for right-to-left languages. For
     /// each of them that follows a left-to-right character (or a Hebrew one), U+202D (or U+202E) is inserted
-    /// after all occurrences of the same sign. Marks accumulate: each occurrence adds another. A text that
+    /// after all occurrences of the same character. Marks accumulate: each occurrence adds another. A text that
     /// would grow beyond 128 Mi characters is left unchanged, with a warning.
     static void ParanthesisCorrection(QString& text);
     static void ParanthesisCorrectionForHeAndAr(QString& text);

@@ -8,7 +8,7 @@
 
 /// Plays a sound file and reports its end. On Windows the system's media control interface plays it, elsewhere
 /// libcanberra. The widget is never shown; its native window receives the report. If the system has no sound,
-/// Play() may return true all the same, and the sound stays open until Stop() or Close(). GUI thread only.
+/// Play() may still return true, and the sound stays open until Stop() or Close(). GUI thread only.
 class SKYLUME_EXPORT DkSound : public QWidget
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     /// Stops the sound.
     ~DkSound() override;
 
-    /// Plays the file from its beginning, or goes on with it while it is open.
+    /// Plays the file from its beginning, or continues it if it is open.
     /// @return false if it cannot be opened or played, which is logged
     bool Play();
 

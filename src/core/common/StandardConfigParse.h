@@ -40,9 +40,10 @@ public:
     /// @return the result of the last parseDetail(), 0 if there was none, or -1 after an error
     int parseCustomizeItem(QXmlStreamReader& reader, QString endName);
 
+    /// @return as for parseDetail()
     int parseCustomizeInfo(QXmlStreamReader& reader, QString endName);
 
-    /// Stores the next item in a table.
+    /// Stores the next item in a table, which belongs to the caller.
     /// @return -3 after an item, -2 at the end tag `endName`, 0 at any other end tag and at the end of the
     ///         document; none of these is an error
     int parseDetail(QXmlStreamReader& reader, QMap<QString, QString>& table, QString endName);

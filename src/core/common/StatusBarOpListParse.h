@@ -52,6 +52,8 @@ public:
 
     // ---- Reading further lists into the tables
 
+    /// Reads a file in the format of "OperatorList.xml", "CPLMNOpList.xml" or "CMCCMNCOpList.xml". Nothing changes
+    /// (logged) if it is missing or cannot be opened.
     /// @param fileName name of a file in the folder of the status-bar plugin
     void LoadFile(QString fileName);
     void LoadCPLMNOpListFile(QString fileName);

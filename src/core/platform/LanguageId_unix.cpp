@@ -6,9 +6,9 @@
 
 #include <unicode/uloc.h>
 
-using LocaleOperation = decltype(&uloc_getLanguage);
-
 namespace {
+
+using LocaleOperation = decltype(&uloc_getLanguage);
 
 QByteArray ofLocale(LocaleOperation operation, const QByteArray& locale)
 {
@@ -45,21 +45,6 @@ quint32 identifierOf(const QByteArray& locale, const QByteArray& script)
     return isNeutral(id) ? uloc_getLCID(full.constData()) : id;
 }
 
-} // namespace
-
-quint16 Platform::languageIdOfLocale(const QByteArray& name)
-{
-    const QList<QByteArray> parts = name.split('@');
-    const QByteArray locale = parts.first().split('.').first();
-    if (locale.isEmpty())
-        return 0;
-    if (locale == "C" || locale == "POSIX")
-        return languageIdOfLocale("en_US");
-    return quint16(identifierOf(locale, scriptOfModifier(parts.value(1))));
-}
-
-namespace {
-
 QByteArray unquoted(const QByteArray& value)
 {
     const bool isQuoted =
@@ -84,6 +69,17 @@ QByteArray localeOfFile(const QString& fileName)
 }
 
 } // namespace
+
+quint16 Platform::languageIdOfLocale(const QByteArray& name)
+{
+    const QList<QByteArray> parts = name.split('@');
+    const QByteArray locale = parts.first().split('.').first();
+    if (locale.isEmpty())
+        return 0;
+    if (locale == "C" || locale == "POSIX")
+        return languageIdOfLocale("en_US");
+    return quint16(identifierOf(locale, scriptOfModifier(parts.value(1))));
+}
 
 QByteArray Platform::localeOfFiles(const QStringList& files)
 {

@@ -25,7 +25,7 @@ namespace {
 struct Device
 {
     QByteArray path;
-    WId window = 0;                          ///< is told how the playback ends
+    WId window = 0;                          ///< receives the notification of the end
     std::unique_ptr<SoundPlayback> playback; ///< null while nothing is being played
 };
 
@@ -96,7 +96,7 @@ void logFailure(const Device& device, int result, const char* function)
               qUtf8Printable(QString::fromUtf16(find(error)->text.data())), ca_strerror(result));
 }
 
-/// Whether a file begins as a format that libcanberra plays; it would notice only when playing.
+/// Whether a file begins like a format that libcanberra plays. libcanberra itself reports others only when playing.
 /// @return an error, or 0
 quint32 checkFile(const QString& path)
 {
@@ -142,7 +142,7 @@ void takeEnd(quint32 deviceId, int result)
     sendMessage(window, MediaNotification, result == CA_SUCCESS ? MediaSuccessful : MediaFailure, deviceId);
 }
 
-/// A sound that is being played goes on; only the new command will report its end.
+/// A sound that is being played continues; only the new command will report its end.
 void play(quint32 deviceId, Device& device, WId window)
 {
     if (device.playback)

@@ -11,7 +11,7 @@ using namespace Platform;
 
 namespace {
 
-constexpr uint32_t OnlySound = 1;    // each sound has a context of its own
+constexpr uint32_t OnlySound = 1;    // each sound has its own context
 constexpr int PatienceAtExit = 1000; // milliseconds
 
 /// One thread, which ends when it has been idle for a while. It is never deleted: a sound system that does not answer
@@ -37,7 +37,7 @@ PropertyList propertiesFor(const QByteArray& path)
     const std::pair<const char*, QByteArray> entries[] = {
         {CA_PROP_MEDIA_FILENAME, path},
         {CA_PROP_APPLICATION_NAME, QGuiApplication::applicationDisplayName().toUtf8()},
-        // Without a role it would be "event", and desktops mute all event sounds with one switch of theirs.
+        // Without a role it would be "event", and desktops have a switch that mutes all event sounds.
         {CA_PROP_MEDIA_ROLE, QByteArrayLiteral("alert")},
     };
     for (const auto& [key, value] : entries)

@@ -1,6 +1,6 @@
 #include "platform/SystemMenu_p.h"
 
-const int Platform::MenuPressDelayMs = 0; // Qt passes it on at once or never
+const int Platform::MenuPressDelayMs = 0; // Qt delivers the press at once or never
 
 void* Platform::systemMenu(WId)
 {

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-const int Platform::MenuPressDelayMs = 100; // a message of its own
+const int Platform::MenuPressDelayMs = 100; // it is a separate message
 
 void* Platform::systemMenu(WId window)
 {

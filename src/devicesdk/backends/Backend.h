@@ -34,7 +34,7 @@ public:
     /// be called from any thread.
     virtual bool readLive(const Modem&, const QString&, QString&) { return false; }
 
-    /// Ends the backend's own threads.
+    /// Ends the backend's own threads. One that does not end soon is left behind; then the backend must not be destroyed.
     virtual void finish() {}
 
     /// Looks for modems that do not report themselves. May be called from any thread.

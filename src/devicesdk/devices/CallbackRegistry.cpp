@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <exception>
 
-using Callbacks = std::vector<QRVL_DevCallback>;
-
 namespace {
+
+using Callbacks = std::vector<QRVL_DevCallback>;
 
 bool contains(const Callbacks& list, QRVL_DevCallback callback)
 {

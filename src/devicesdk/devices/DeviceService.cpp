@@ -40,8 +40,9 @@ Modem serviceAsModem(const ModemValues& values)
 
 DeviceService::DeviceService(std::unique_ptr<Backend> backend)
     : m_backend(std::move(backend))
-    , m_state(m_backend->look())
 {
+    DeviceState state = m_backend->look();
+    adopt(state);
     m_thread.start([this] { run(); });
 }
 
@@ -60,28 +61,22 @@ void DeviceService::startDetect()
 Modems DeviceService::available() const
 {
     const std::lock_guard lock(m_mutex);
-    return availableOf(m_state.modems);
+    return m_available;
 }
 
 Modems DeviceService::unusable() const
 {
     const std::lock_guard lock(m_mutex);
-    return unusableOf(m_state.modems);
+    return m_unusable;
 }
 
 long DeviceService::read(quint32 device, const QString& key, QString& value)
 {
-    std::unique_lock lock(m_mutex);
-    Modems modems = availableOf(m_state.modems) + unusableOf(m_state.modems);
-    if (device == QRVL_SERVICE)
-        modems = {serviceAsModem(m_state.service)};
-    const auto modem = std::find_if(modems.cbegin(), modems.cend(),
-                                    [&](const Modem& candidate) { return candidate.id == device; });
-    if (modem == modems.cend())
+    const std::optional<Modem> modem = listed(device);
+    if (!modem)
         return QRVL_ERROR_NO_DEVICE;
     if (readCounter(*modem, key, value))
         return QRVL_OK;
-    lock.unlock();
     const bool isOnSim = modem->messages.contains(key);
     if (!isOnSim && !modem->status.contains(key))
         return QRVL_ERROR_NOT_FOUND;
@@ -110,7 +105,7 @@ long DeviceService::start(Request request, quint32& number)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (!hasId(availableOf(m_state.modems), request.device))
+        if (!hasId(m_available, request.device))
             return QRVL_ERROR_NO_DEVICE;
         const long result = m_requests.add(request);
         if (result != QRVL_OK)
@@ -119,6 +114,21 @@ long DeviceService::start(Request request, quint32& number)
     }
     m_backend->start(std::move(request));
     return QRVL_OK;
+}
+
+/// The modem with that id if it is in one of the lists, or QRVL_SERVICE. A copy shares its values.
+std::optional<Modem> DeviceService::listed(quint32 device) const
+{
+    const std::lock_guard lock(m_mutex);
+    if (device == QRVL_SERVICE)
+        return serviceAsModem(m_state.service);
+    for (const Modems* const modems : {&m_available, &m_unusable}) {
+        for (const Modem& modem : *modems) {
+            if (modem.id == device)
+                return modem;
+        }
+    }
+    return {};
 }
 
 /// Returns false if the value is not a counter.
@@ -132,7 +142,10 @@ bool DeviceService::readCounter(const Modem& modem, const QString& key, QString&
     else if (!m_backend->readLive(modem, key, value))
         return false;
     const bool isGrowing = !isSimulated || counter->rate > 0;
-    if (isGrowing && m_counterReport.noteReading(now))
+    std::unique_lock lock(m_mutex);
+    const bool isFirst = isGrowing && m_counterReport.noteReading(now);
+    lock.unlock();
+    if (isFirst)
         m_backend->wake();
     return true;
 }
@@ -162,8 +175,7 @@ void DeviceService::run()
             return;
         const bool isAsked = takeDetection();
         const bool hasNewValues = std::exchange(m_hasNewValues, false);
-        const bool haveCountersGrown =
-            m_counterReport.take(Clock::now()) && isAnyCounting(availableOf(m_state.modems));
+        const bool haveCountersGrown = m_counterReport.take(Clock::now()) && isAnyCounting(m_available);
         lock.unlock();
         if (mayDiffer || isAsked || hasNewValues || !ends.isEmpty())
             look(isAsked, ends);
@@ -189,6 +201,14 @@ bool DeviceService::takeDetection()
     return true;
 }
 
+/// Leaves the old state to the caller, who releases it without the lock.
+void DeviceService::adopt(DeviceState& state)
+{
+    std::swap(m_state, state);
+    m_available = availableOf(m_state.modems);
+    m_unusable = unusableOf(m_state.modems);
+}
+
 /// Also ends the requests of modems that were removed, unless they are among those that have ended.
 void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
 {
@@ -204,9 +224,8 @@ void DeviceService::look(bool reportAnyway, const QVector<RequestEnd>& ends)
     QVector<quint32> abandoned;
     {
         const std::lock_guard lock(m_mutex);
-        std::swap(m_state, state);
-        abandoned = m_requests.withoutDevice(
-            [&](quint32 device) { return hasId(availableOf(m_state.modems), device); });
+        adopt(state);
+        abandoned = m_requests.withoutDevice([&](quint32 device) { return hasId(m_available, device); });
     }
     for (const int event : events)
         m_callbacks.dispatch(event);

@@ -11,6 +11,7 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 /// Follows the modems and reports changes on a thread of its own. Thread-safe.
 class DeviceService
@@ -53,15 +54,19 @@ private:
     bool takeDetection();
     void look(bool reportAnyway, const QVector<RequestEnd>& ends);
     void report(const RequestEnd& end);
+    void adopt(DeviceState& state);
+    std::optional<Modem> listed(quint32 device) const;
     bool readCounter(const Modem& modem, const QString& key, QString& value);
 
     const std::unique_ptr<Backend> m_backend;
     CallbackRegistry m_callbacks;
 
-    mutable std::mutex m_mutex;                 // guards what follows; never held during a callback
+    mutable std::mutex m_mutex; // guards what follows up to m_isFinished; never held during a callback
     std::deque<Clock::time_point> m_detections; // when to look
     CounterReport m_counterReport;
     DeviceState m_state;
+    Modems m_available;          // of m_state
+    Modems m_unusable;           // likewise
     ModemValues m_serviceValues; // beside those of the backend
     bool m_hasNewValues = false;
     RequestTable m_requests;

@@ -15,11 +15,13 @@ Request::Kind groupOf(Request::Kind kind)
     return kind == Request::Register ? Request::ScanNetworks : kind;
 }
 
-/// Messages may be sent and deleted in any number.
-bool exclude(Request::Kind a, Request::Kind b)
+/// Messages may be sent and deleted in any number. Disconnecting ends a request to connect, which therefore cannot
+/// begin until it is over.
+bool excludes(Request::Kind underWay, Request::Kind added)
 {
-    const bool isFree = a == Request::SendMessage || a == Request::DeleteMessage;
-    return !isFree && groupOf(a) == groupOf(b);
+    const bool isFree = added == Request::SendMessage || added == Request::DeleteMessage;
+    return (!isFree && groupOf(underWay) == groupOf(added)) ||
+           (underWay == Request::Disconnect && added == Request::Connect);
 }
 
 } // namespace
@@ -31,7 +33,7 @@ long RequestTable::add(Request& request)
         if (entry.device != request.device)
             continue;
         ++count;
-        if (exclude(entry.kind, request.kind))
+        if (excludes(entry.kind, request.kind))
             return QRVL_ERROR_BUSY;
     }
     if (count >= MostForOneDevice)

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-constexpr std::string_view ByteOrderMark = "\xef\xbb\xbf";
-
 namespace {
+
+constexpr std::string_view ByteOrderMark = "\xef\xbb\xbf";
 
 /// The bytes without a copy.
 QByteArray view(std::string_view bytes)

@@ -34,11 +34,11 @@ extern "C" {
 /* Results. */
 enum QRVL_Result {
     QRVL_OK = 0,
-    QRVL_ERROR_ARGUMENT = 1,  /* a pointer is null that must not be */
+    QRVL_ERROR_ARGUMENT = 1,  /* an argument is null that must not be, or not valid */
     QRVL_ERROR_NOT_FOUND = 2, /* no such key, value or registration */
     /* The value was accepted but cannot be written to disk; it is kept in memory and written as soon as possible. */
     QRVL_ERROR_STORE = 3,
-    QRVL_ERROR_NO_DEVICE = 4, /* no such modem is attached, or it has no SIM */
+    QRVL_ERROR_NO_DEVICE = 4, /* no such modem is attached; of QRVL_DevSrv_GetImsiInfo(): or it has no SIM */
     QRVL_ERROR_LIMIT = 5,     /* the list of callbacks is full, or too many requests are under way */
 
     /* Results of requests, see below. */
@@ -219,7 +219,7 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  * Service codes (USSD):
  *   ussd                idle; active (waiting for the network); reply (the network waits for an answer)
  *
- * Text messages:
+ * Text messages. These keys are missing until the modem has read its messages, so that an empty list means none:
  *   message-storage     where new messages are stored: sim, modem or both
  *   message-storages    where they can be stored, separated by spaces
  *   messages            identifiers of the received messages, oldest first, separated by spaces
@@ -229,6 +229,10 @@ QRVL_API long QRVL_DevSrv_GetImsiInfo(char* imsi);
  *   message.ID.time     when it arrived or was sent, in local time: 2024-02-29T17:05:00
  *   message.ID.text     its text
  *   message.ID.state    received; sending, sent, delivered (the recipient has it), failed, or stored (never sent)
+ *
+ * Calls, which only simulated modems can make:
+ *   calls               what becomes of a call: answered, busy, no-answer, refused; none (the modem cannot make calls).
+ *                       Missing if calls are answered.
  *
  * Values of the service itself, read with the device QRVL_SERVICE:
  *   backend             simulator (the modems are not real) or modemmanager
@@ -291,8 +295,8 @@ typedef struct QRVL_AccessPoint
 
 /* Connects the modem to the Internet; `accessPoint` may be null, which is the same as all zero. If it is connected already,
  * also by another program, the request ends with QRVL_OK and changes nothing. While it is under way, "connection" is
- * "connecting". The connection outlives the process. Other ends: QRVL_ERROR_NO_COVERAGE, _REFUSED, _ACCESS_POINT, _ROAMING;
- * "connection.error" has the same value. */
+ * "connecting". The connection outlives the process. QRVL_ERROR_BUSY also while it is being disconnected. Other ends:
+ * QRVL_ERROR_NO_COVERAGE, _REFUSED, _ACCESS_POINT, _ROAMING; "connection.error" has the same value. */
 QRVL_API long QRVL_DevSrv_Connect(uint32_t device, const QRVL_AccessPoint* accessPoint, uint32_t* request);
 
 /* Disconnects the modem, whoever connected it, and ends a request to connect with QRVL_ERROR_CANCELLED. If it is not

@@ -73,7 +73,7 @@ private:
     SettingsFile m_userFile;
     SettingsFile m_defaultsFile;
 
-    mutable std::mutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards what follows up to m_retryDelay
     std::condition_variable m_settled;
     SettingsTable m_user; // includes the changes that are not written yet
     SettingsTable m_defaults;

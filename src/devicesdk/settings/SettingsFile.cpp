@@ -9,9 +9,9 @@
 using namespace std::chrono_literals;
 using FileAccess::Content;
 
-constexpr auto LockPatience = 2s;
-
 namespace {
+
+constexpr auto LockPatience = 2s;
 
 SettingsTable tableOf(const IniDocument& document)
 {

@@ -194,9 +194,12 @@ void TestExtendDialog::windowFlags()
 
 void TestExtendDialog::centring()
 {
-    QWidget main;
+    QWidget outer;
+    outer.setObjectName("miniplugin_subframedlg"); // only the nearest counts
+    outer.setGeometry(100, 110, 600, 500);
+    QWidget main(&outer);
     main.setObjectName("miniplugin_subframedlg");
-    main.setGeometry(200, 200, 400, 300);
+    main.setGeometry(100, 90, 400, 300);
     QWidget between(&main);
     between.setObjectName("miniplugin_subframedlg2"); // another name
     ExtendDialog dialog(&between, {}, enWidgetMessage);
@@ -282,6 +285,7 @@ void TestExtendDialog::showMessage_data()
     row("Escape", true, true, "Escape", 2);
     row("closed", true, true, "", -1);
     row("the parent is deleted", true, true, "delete", -1);
+    row("the box is deleted", true, true, "delete box", -1);
     row("a single OK", false, true, "OK", 0);
 }
 
@@ -305,9 +309,9 @@ void TestExtendDialog::showMessage()
         for (QAbstractButton* button : box->buttons())
             if (button->text().remove('&') == answer)
                 button->click();
-        if (answer == "delete")
-            delete parent;
-        else
+        if (answer.startsWith("delete"))
+            delete (answer == "delete" ? parent.data() : box);
+        if (answer != "delete")
             dialog->close();
     });
     const QStringList texts = answer == "OK" ? QStringList() : QStringList{"Yes", "No", "Cancel", "More"};

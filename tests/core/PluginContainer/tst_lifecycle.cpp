@@ -154,7 +154,7 @@ void TestLifecycle::script()
 
 void TestLifecycle::initTimes()
 {
-    m_host = makeContainer({{"A", "TestAlpha"}});
+    m_host = makeContainer(QVector<PluginEntry>{{"A", "TestAlpha"}, {"B", "TestBeta"}});
     recorder().setAnswer("TestAlpha.Init", -7);
     recorder().setHook("TestAlpha.Init", [] { QTest::qSleep(50); });
     expect("get A=1");
@@ -166,7 +166,7 @@ void TestLifecycle::initTimes()
     QPluginLoader other(installed("TestAlpha"));
     other.setLoadHints({});
     QVERIFY(other.load());
-    expect("unloadAll=0; fault A=none, initialised:; end");
+    expect("get B=1; unloadAll=0; list=A; fault A=none, initialised:; end");
     VERIFY_LOGGED_IN_ORDER("{file}: unloadPlugin: plugin AlphaPlugin NOT UNLOADED; {*}",
                            "{file}: unloadAllPlugins: bUnloaded 0");
     QVERIFY(other.unload());

@@ -33,7 +33,7 @@ struct Window : QWidget
         , bar(new TitleBar(this, 3))
     {
         setGeometry(Normal);
-        bar->resize(width(), 29);
+        bar->setGeometry(3, 0, width(), 29); // as in a dialog
         show();
     }
 

@@ -109,6 +109,7 @@ void TestCommonUtils::settings()
         QCOMPARE(read("value"), QString()); // with a buffer that is not the caller's
         VERIFY_LOGGED_IN_ORDER(line + "returned 0", line + "(sec, k%s) returned 3", line + "returned 3");
         QCOMPARE(log().lines(QtWarningMsg), log().lines("{*}QRVL_GetSettings returned {n}"));
+        QCOMPARE(log().count(line + "returned {n}"), 2); // none for an empty value
     }
     for (const int result : {0, 3, -1}) {
         service().setResult("QRVL_SetSettings", result);

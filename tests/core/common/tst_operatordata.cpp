@@ -72,9 +72,10 @@ void TestOperatorData::prefixesAndCodes()
     for (const QString imsi : {"310260199999999", "310269123456789", "31026", "3102601234567", "99991",
                                "9999", "", "262011234567890", "0310260"})
         found += lists().GetCPLMNOperatorData(imsi);
-    for (const QString code : {"46000", "", "4600", "460000"})
+    for (const QString& code :
+         {QString("46000"), QString(), QString("4600"), QString("460000"), QChar(0) + QString("46000")})
         found += lists().GetCMCCMNCOperatorData(code);
-    QCOMPARE(found.join(' '), QString("six five five ten      Two   "));
+    QCOMPARE(found.join(' '), QString("six five five ten      Two    "));
     QCOMPARE(log().count("{time}: {file}: GetCPLMNOperatorData: IMSI Contain"), 4);
     QCOMPARE(lists().GetLoadFileName(), QString("CMCCMNCOpList.xml"));
 

@@ -86,6 +86,8 @@ void TestProtectedData::trim()
         {QByteArray(" abc \0", 6), "", "", " abc "},
         {"xyabcyx", "x", "xy", "yabc"},
         {"abcdd", "abc", "cd", ""}, // the sets meet
+        {"xax ", "x", nullptr, "ax"},
+        {" xax", nullptr, "x", "xa"},
     };
     for (const auto& [text, left, right, trimmed] : rows)
         QCOMPARE(QByteArray::fromStdString(TrimStr(text.toStdString(), left, right)), trimmed);

@@ -71,6 +71,10 @@ void TestSound::notices()
     }
     notify(sound, Platform::MediaNotification, Platform::MediaSuccessful); // it is closed already
     QCOMPARE(finished.count(), 3);
+    connect(&sound, &DkSound::finished, &sound, &DkSound::Play); // repeats the sound
+    QVERIFY(sound.Play());
+    notify(sound, Platform::MediaNotification, Platform::MediaSuccessful);
+    QVERIFY(sound.IsPlaying());
 }
 
 // What is sent to the media control, as far as the log tells it: opening and playing, only playing, closing.

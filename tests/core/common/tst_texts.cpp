@@ -75,7 +75,7 @@ void TestTexts::links()
     const QPair<QString, QString> cases[] = {
         {"", ""},
         {" a  &w\n\r\n", "&nbsp;a&nbsp;&nbsp;&w&nbsp;\n\r&nbsp;\n"},
-        {"<b>\n>", "&lt;b&gt;&nbsp;\n&gt;"},
+        {"<b\n>", "&lt;b&nbsp;\n&gt;"},
         {"a@b.c\nhttp://a", target("mailto:", "a@b.c") + "&nbsp;\nhttp://a"},
         {"\na@b.c w@b.c", "&nbsp;\na@b.c&nbsp;" + target("mailto:", "w@b.c")},
         {"www.a.de\nwww.b.de", target("http://", "www.a.de") + "&nbsp;\n" + target("http://", "www.b.de")},

@@ -49,7 +49,7 @@ QString said(const Meaning& meaning)
     const QStringList signs = {"NoModem",      "NoSim",      "Locked",    "Searching", "Refused",
                                "Disconnected", "Connecting", "Connected", "Failed"}; // as in Sign
     const char* const actions[] = {"-",   "connect", "cancel",  "disconnect", "pin",
-                                   "puk", "network", "roaming", "help"}; // as in Action
+                                   "puk", "network", "roaming", "help"}; // as in ConnectionAction
     QStringList words;
     for (const char* id : {meaning.title, meaning.sentence})
         words << (id ? QString(id).remove("IDS_CONN_") : QString::number(meaning.failure));

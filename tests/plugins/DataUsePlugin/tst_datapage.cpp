@@ -1,4 +1,5 @@
 // The page "Data" and the data limit in the whole application, with simulated modems.
+#include "Part.h"
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
@@ -6,11 +7,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QLabel>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
-#include <QtTest>
 
 class TestDataPage : public RunningApplication
 {
@@ -24,9 +22,6 @@ private slots:
     void exchangedCards();
 
 private:
-    QWidget* page() const { return part("DataPage"); }
-    QString words() const;
-    QPushButton* button(const QString& name) const;
     void open();
 };
 
@@ -35,38 +30,24 @@ namespace {
 const QString Clsid = "C43A8D5E-07B1-4F92-86DA-3E51F9B27A60";
 const QByteArray Modem = "[modem M]\nmodel=M\nstate=attached\nimsi=262011234567890\nnetwork=26201\n"
                          "received=0\nsent=0\nreceive-rate=3145728\nsend-rate=1048576\n";
-constexpr int LongestWait = 20000; // milliseconds
+constexpr Part Page{"DataPage"};
 
 QDir folder()
 {
-    return {qEnvironmentVariable("QRVL_USER_DIR") + "/data-use"};
+    return {homeFile("data-use")};
+}
+
+QString words()
+{
+    return Page.texts().replace(QChar::Nbsp, ' ');
 }
 
 } // namespace
 
-/// What can be read on labels.
-QString TestDataPage::words() const
-{
-    QStringList words;
-    for (const QLabel* label : page()->findChildren<QLabel*>())
-        if (label->isVisible())
-            words << label->text().replace(QChar::Nbsp, ' ');
-    return words.join('|');
-}
-
-QPushButton* TestDataPage::button(const QString& name) const
-{
-    for (QPushButton* candidate : page()->findChildren<QPushButton*>())
-        if (candidate->text().startsWith(name) || candidate->accessibleName() == name)
-            return candidate;
-    return nullptr;
-}
-
 void TestDataPage::open()
 {
     start();
-    QTRY_VERIFY_WITH_TIMEOUT(page(), LongestWait);
-    QVERIFY(Startup::GetMainFrameService()->ShowPage(Clsid));
+    AWAIT(Startup::GetMainFrameService()->ShowPage(Clsid) && Page.widget());
 }
 
 void TestDataPage::initTestCase()
@@ -81,22 +62,22 @@ void TestDataPage::counting()
 {
     choose("Deutsch");
     simulate(Modem);
-    const QRegularExpression speeds("↓ [0-9]+,[0-9]{2} MB/s[|]↑ [0-9]+,[0-9]{2}");
-    QTRY_VERIFY_WITH_TIMEOUT(words().contains(speeds), LongestWait);
-    QTRY_VERIFY_WITH_TIMEOUT(
-        words().contains(QRegularExpression("Dieser Monat[|].*[|][1-9][0-9]*,[0-9]{2} MB")), LongestWait);
+    const QRegularExpression speeds("↓ [0-9]+,[0-9]{2} MB/s [|] ↑ [0-9]+,[0-9]{2}");
+    AWAIT(words().contains(speeds));
+    AWAIT(words().contains(QRegularExpression("Dieser Monat [|] .* [|] [1-9][0-9]*,[0-9]{2} MB")));
     simulate(Modem + "connection=disconnected\n");
-    QTRY_VERIFY_WITH_TIMEOUT(words().contains("↓ – B/s"), LongestWait);
+    AWAIT(words().contains("↓ – B/s"));
     QTRY_COMPARE(folder().entryList(QDir::Files).size(), 1); // written when the connection has ended
 }
 
 void TestDataPage::limit()
 {
-    QPushButton* const opener = button("Festlegen");
-    QVERIFY(opener && opener->isVisible());
-    opener->click();
+    QAbstractButton* const opener = Page.button("Festlegen");
+    choose("Einstellungen");
+    opener->click(); // chooses the page in the same dialog
+    QCOMPARE(window()->findChildren<QTabWidget*>().size(), 1);
     const auto* const tabs = window()->findChild<QTabWidget*>();
-    QVERIFY(tabs && tabs->isVisible());
+    QVERIFY(tabs->isVisible());
     QWidget* const settings = tabs->currentWidget();
     const auto numbers = settings->findChildren<QSpinBox*>();
     QCOMPARE(numbers.size(), 3);
@@ -104,11 +85,11 @@ void TestDataPage::limit()
     QVERIFY(words().contains("Legen Sie in den Einstellungen ein Datenlimit"));
     settings->findChild<QCheckBox*>()->click();
     QVERIFY(numbers.first()->isEnabled() && !opener->isVisible());
-    QVERIFY2(words().contains(QRegularExpression("MB von 10 GB \\(0 %\\)[|]Noch 10,00 GB")),
+    QVERIFY2(words().contains(QRegularExpression("MB von 10 GB \\(0 %\\) [|] Noch 10,00 GB")),
              qUtf8Printable(words()));
     settings->findChild<QComboBox*>()->setCurrentIndex(0);
     numbers.first()->setValue(1); // less than has been transferred
-    QVERIFY(page()->windowTitle().startsWith("Daten ("));
+    QVERIFY(Page.widget()->windowTitle().startsWith("Daten ("));
     QVERIFY2(words().contains("Das Datenlimit ist aufgebraucht."), qUtf8Printable(words()));
     settings->window()->close();
 }
@@ -117,7 +98,7 @@ void TestDataPage::limit()
 void TestDataPage::months()
 {
     simulate(Modem);
-    QTRY_VERIFY_WITH_TIMEOUT(!words().contains("↓ – B/s"), LongestWait);
+    AWAIT(!words().contains("↓ – B/s"));
     end(); // keeps what was counted
     const QDate today = QDate::currentDate();
     QFile file(folder().filePath(folder().entryList(QDir::Files).value(0)));
@@ -132,8 +113,8 @@ void TestDataPage::months()
     simulate(Modem + "connection=disconnected\n");
     open();
     QTRY_VERIFY(words().contains("Dieser Monat"));
-    QPushButton* const earlier = button("Voriger Monat");
-    QPushButton* const later = button("Nächster Monat");
+    QAbstractButton* const earlier = Page.button("Voriger Monat");
+    QAbstractButton* const later = Page.button("Nächster Monat");
     QVERIFY(earlier->isEnabled() && !later->isEnabled());
     earlier->setFocus();
     for (const char* sum : {": 1,50 MB", ": 2,50 MB"}) {
@@ -153,8 +134,8 @@ void TestDataPage::exchangedCards()
          {std::tuple("262019", "3145728", "MB"), std::tuple("262018", "999999999", "GB"),
           std::tuple("262019", "0", "MB")}) {
         simulate(QByteArray(Modem).replace("262011", imsi).replace("3145728", rate));
-        const QRegularExpression usage(QString("[|][1-9][0-9]*,[0-9]{2} %1 von 1 MB").arg(used));
-        QTRY_VERIFY_WITH_TIMEOUT(words().contains(usage), LongestWait);
+        const QRegularExpression usage(QString("[|] [1-9][0-9]*,[0-9]{2} %1 von 1 MB").arg(used));
+        AWAIT(words().contains(usage));
     }
     end();
 }

@@ -1,9 +1,6 @@
 // What is counted, for which month, how near the limit is, and what is kept in the files.
 #include "Account.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QtTest>
+#include "TestHome.h"
 
 #include <tuple>
 
@@ -26,6 +23,8 @@ private slots:
 
 namespace {
 
+const TestHome Home;
+
 constexpr quint64 Most = std::numeric_limits<quint64>::max();
 
 const char Imsi[] = "262011234567890";
@@ -37,20 +36,8 @@ QDate date(const char* iso)
 
 QString onlyFile()
 {
-    const QDir folder(qEnvironmentVariable("QRVL_USER_DIR") + "/data-use");
+    const QDir folder(homeFile("data-use"));
     return folder.filePath(folder.entryList({"*.txt"}, QDir::Files).value(0));
-}
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
 }
 
 } // namespace
@@ -256,13 +243,13 @@ void TestDataUse::damagedFiles()
         }
     };
     const QByteArray damaged = "2024-03-01 1 1\nnonsense\n";
-    write(file, damaged);
+    writeFile(file, damaged);
     countAfter("data-use/[0-9a-f]+.txt: 1 lines are ignored");
     QVERIFY(contentOf(file).contains("2024-03-01 1 1\n2024-03-02 2 2\n"));
     QCOMPARE(contentOf(file + ".damaged"), damaged);
 
     const QByteArray huge(2 << 20, 'x'); // not ours
-    write(file, huge);
+    writeFile(file, huge);
     countAfter("cannot be read");
     QCOMPARE(contentOf(file).size(), huge.size());
 
@@ -273,16 +260,16 @@ void TestDataUse::damagedFiles()
 #endif
 
     QDir(QFileInfo(file).path()).removeRecursively();
-    write(QFileInfo(file).path(), {}); // no folder can be made
-    countAfter("cannot be written");
+    writeFile(QFileInfo(file).path(), {}); // no folder can be made
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be written"));
+    Account account(Imsi);
+    account.read({{1, 1}, 1}, date("2024-03-02"), 0);
+    account.save();
+    account.save(); // logs once
+    QVERIFY(QFile::remove(QFileInfo(file).path()));
+    account.save(); // nothing has changed, but it is not written yet
+    QVERIFY(QFile::exists(file));
 }
 
-int main(int argc, char** argv)
-{
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QCoreApplication application(argc, argv);
-    TestDataUse test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestDataUse)
 #include "tst_datause.moc"

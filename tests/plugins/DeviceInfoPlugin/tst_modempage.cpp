@@ -3,6 +3,7 @@
 #include "PluginContainer/interfaces/IMainFrameUIService.h"
 #include "RunningApplication.h"
 #include "Startup/Startup.h"
+#include "support/DeviceEvents.h"
 
 #include <QClipboard>
 #include <QRadioButton>
@@ -110,14 +111,24 @@ void TestModemPage::networks()
     Page.button("Apply")->click();
     QVERIFY(Page.says("Name | Beta"));
     QVERIFY(Page.says("Alpha \u00b7 LTE (4G) \u00b7 available | Beta \u00b7 in use") &&
-            Page.says("Choice | By hand"));
+            Page.says("Choice | Manual"));
     QTRY_VERIFY(qobject_cast<QRadioButton*>(Page.button("Beta"))->isChecked());
     Page.button("Automatic")->click();
     Page.button("Apply")->click();
     QVERIFY(Page.says("Choice | Automatic") && Page.says("Name | Alpha"));
 
-    simulate(modem("999017777777777")); // another SIM card: what was found is no longer true
-    QTRY_COMPARE_WITH_TIMEOUT(Page.all<QRadioButton>().size(), 1, LongestWait);
+    simulate(modem("999011234567890").replace("time=20", "time=500").replace("7.1", "7.2"));
+    QVERIFY(Page.says("7.2"));
+    DeviceEvents events;
+    QSignalSpy searches(&events, &DeviceEvents::requestEnded);
+    QVERIFY(events.listen());
+    Page.button("Find networks")->click();
+    simulate(modem("999017777777777")); // another SIM card: nothing that is found before it is true for it
+    AWAIT_EQUAL(Page.all<QRadioButton>().size(), 1);
+    AWAIT_EQUAL(searches.size(), 1);
+    QCOMPARE(Page.all<QRadioButton>().size(), 1);
+    simulate(modem("999017777777777").replace("network=99901\n", "network-choice=manual\n"));
+    QTRY_VERIFY(!Page.button("Automatic")->isChecked() && !Page.button("Apply")->isEnabled());
     simulate(modem("999017777777777", "network-choice=manual\n"));
     QTRY_VERIFY(Page.all<QRadioButton>().size() == 2 && Page.all<QRadioButton>().last()->isChecked());
     simulate(modem("999017777777777").replace(Networks, "").replace("network=99901\n", ""));

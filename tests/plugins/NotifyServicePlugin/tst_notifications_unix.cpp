@@ -36,6 +36,10 @@ private slots:
     void unloading();
 
 private:
+    /// Waits until the application has seen this modem, and tells of a message that it receives. What it holds when it
+    /// is first seen is not told, so there are more messages until one is.
+    static bool isSeen(const QByteArray& modem);
+
     SoundServer m_sounds;
     NotificationDaemon m_desktop;
 };
@@ -72,6 +76,17 @@ void chooseSound(const QString& event, int frequency)
 }
 
 } // namespace
+
+bool TestNotifications::isSeen(const QByteArray& modem)
+{
+    static int number = 100;
+    const auto isNextTold = [&modem] {
+        const QByteArray text = QByteArray::number(++number);
+        simulate(modem + message("M", number, "A", text));
+        return QTest::qWaitFor([&] { return shownTexts().join(';').endsWith("A|" + text); }, 1000);
+    };
+    return QTest::qWaitFor(isNextTold, LongestWait);
+}
 
 void TestNotifications::initTestCase()
 {
@@ -140,15 +155,18 @@ void TestNotifications::messages()
 {
     const QByteArray old = message("M", 1, "A", "<b>1 & 2</b>\\nwww.example.org"),
                      second = message("M", 2, "B", "b");
-    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nconnection=disconnected\n";
+    const QByteArray other = "[modem N]\nmodel=N\nstate=attached\nconnection=disconnected\n",
+                     locked = other + "sim=pin\n";
     const std::tuple<QByteArray, QString, int, QString> steps[] = {
         {Simulated + old, "mute=false", 500,
          "New message from A|&lt;b&gt;1 &amp; 2&lt;/b&gt;\nwww.example.org"},
         {Simulated + old + second, "mute=true", 600, "New message from B|b"},
         // One is deleted, one is changed, one modem is attached with a message; only the last one is new.
-        {Simulated + other + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
+        {Simulated + locked + message("M", 1, "A", "changed") + message("N", 3, "C", "c") +
              message("M", 4, "D", "d"),
          "mute=false", 700, "New message from D|d"},
+        {Simulated + other + message("N", 3, "C", "c") + message("M", 12, "L", "l"), "mute=false", 400,
+         "New message from L|l"},
         {Simulated + other + message("N", 5, "E", "e"), "show-message-text=false", 800,
          "New message from E|"},
         {Simulated + message("M", 11, "J", "j"), "show-message=false", 2100, ""},
@@ -156,7 +174,8 @@ void TestNotifications::messages()
          "show-message=true", 900, "New messages: 3|F\nG"},
     };
     window()->hide();
-    QStringList expected;
+    QVERIFY(isSeen(Simulated));
+    QStringList expected = shownTexts();
     for (const auto& [modems, setting, tone, shown] : steps) {
         CommonUtils::SetSettings("notifications", setting.section('=', 0, 0), setting.section('=', 1));
         chooseSound("message", tone);
@@ -233,8 +252,9 @@ void TestNotifications::lostConnections()
         {Simulated, Simulated, "", "visible"},
         {Simulated, Simulated, ended + "connection.error=11\n", "shown"}};
     chooseSound("message", 400);
-    QStringList expected = shownTexts();
-    int tone = 1000;
+    CommonUtils::SetSettings("notifications", "show-message-text", "true");
+    const QString lost = "Connection lost|M is no longer connected to the Internet.";
+    int losses = 0, tone = 1000;
     for (const auto& [before, quiet, loss, shown] : rows) {
         chooseSound("connection-lost", tone += 100);
         CommonUtils::SetSettings("notifications", "show-connection-lost",
@@ -242,20 +262,15 @@ void TestNotifications::lostConnections()
         window()->hide();
         simulate(before + "signal=10\n");
         QTRY_COMPARE_WITH_TIMEOUT(attachedModems().size(), 1, LongestWait);
-        QCoreApplication::processEvents();
-        for (const QByteArray& modem : {before + "signal=90\n", quiet}) {
-            simulate(modem + message("M", 100 + expected.size(), "A", "a"));
-            expected += "New message from A|"; // all of that has been seen
-            QTRY_COMPARE_WITH_TIMEOUT(shownTexts(), expected, LongestWait);
-        }
+        for (const QByteArray& modem : {before + "signal=90\n", quiet})
+            QVERIFY(isSeen(modem));
         QCOMPARE(m_sounds.heard(tone), 0.0);
         window()->setVisible(shown == "visible");
         QTRY_VERIFY(shown != "visible" || QGuiApplication::applicationState() == Qt::ApplicationActive);
         simulate(loss);
-        if (shown == "shown")
-            expected += "Connection lost|M is no longer connected to the Internet.";
+        losses += shown == "shown";
         QTRY_VERIFY_WITH_TIMEOUT(m_sounds.heard(tone) > Audible, LongestWait);
-        QTRY_COMPARE_WITH_TIMEOUT(shownTexts(), expected, LongestWait);
+        QTRY_COMPARE_WITH_TIMEOUT(shownTexts().filter(lost).size(), losses, LongestWait);
     }
 }
 

@@ -1,14 +1,14 @@
 // What the icon in the notification area says about simulated modems, and starting with the computer.
-#include "../../support/DataTable.h"
 #include "Autostart.h"
+#include "DataTable.h"
+#include "TestHome.h"
 #include "TrayState.h"
 #include "UnreadCount.h"
+#include "support/AccessPoint.h"
 #include "support/Look.h"
 
 #include <QApplication>
-#include <QSaveFile>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QWidget>
 
 #include <memory>
@@ -40,6 +40,9 @@ void TestTray::states_data()
     row("connected", online, int(TrayState::Connected), false, true, 2);
     row("weak signal", QByteArray(online).replace("60", "1"), int(TrayState::Connected), false, true, 1);
     row("not connected", online + "connection=disconnected\n", int(TrayState::NotConnected), true, false, 2);
+    row("roaming excluded",
+        QByteArray(online).replace("60", "1") + "connection=disconnected\nregistration=roaming\n",
+        int(TrayState::NotConnected), false, false, 1);
     row("connection lost", online + "connection=disconnected\nconnection.error=15\n", int(TrayState::Warning),
         true, false, 2);
 }
@@ -47,10 +50,10 @@ void TestTray::states_data()
 void TestTray::states()
 {
     QFETCH(QByteArray, modems);
-    QVERIFY(QTest::qWaitFor([&modems] { // on Windows the file cannot be replaced while the service reads it
-        QSaveFile file(QString::fromLocal8Bit(qgetenv("QRVL_USER_DIR")) + "/simulator.ini");
-        return file.open(QIODevice::WriteOnly) && file.write(modems) == modems.size() && file.commit();
-    }));
+    AccessPoint homeOnly;
+    homeOnly.isHomeOnly = true;
+    homeOnly.save({1, {}, "262011234567890", {}, {}, {}});
+    simulate(modems);
     QFETCH(int, state);
     QFETCH(int, bars);
     QTRY_VERIFY(int(readTrayStatus().state) == state && readTrayStatus().bars == bars);
@@ -130,9 +133,8 @@ void TestTray::autostart()
 
 int main(int argc, char** argv)
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    const TestHome home;
+    qputenv("XDG_CONFIG_HOME", qgetenv("QRVL_USER_DIR"));
     QApplication application(argc, argv);
     QGuiApplication::setApplicationDisplayName("tst_tray");
     TestTray test;

@@ -1,4 +1,6 @@
 // What plugins share, without a plugin.
+#include "TestHome.h"
+#include "support/BackgroundWork.h"
 #include "support/DeviceEvents.h"
 #include "support/Dialog.h"
 #include "support/ModemInUse.h"
@@ -9,10 +11,15 @@
 
 #include <QLineEdit>
 #include <QScreen>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <memory>
+#include <stdexcept>
+
+namespace {
+
+const TestHome Home;
+
+} // namespace
 
 class TestPluginSupport : public QObject
 {
@@ -24,6 +31,7 @@ private slots:
     void modemsInUse();
     void secrets();
     void largeDialog();
+    void throwingWork();
 
 private:
     /// Starts a request that ends before its operation returns, as can happen with another thread.
@@ -98,6 +106,10 @@ void TestPluginSupport::secrets()
     QVERIFY(secret.isEmpty());
     QCOMPARE(copy, none);
     wipe(secret); // nothing to do
+    QByteArray bytes(4, '1');
+    const QByteArray sharing = bytes;
+    wipe(bytes);
+    QVERIFY(bytes.isEmpty() && sharing == QByteArray(4, '\0'));
     QLineEdit field;
     QTest::keyClicks(&field, "5678");
     const QString typed = field.text();
@@ -113,12 +125,19 @@ void TestPluginSupport::largeDialog()
     QCOMPARE(dialog.size(), dialog.screen()->availableGeometry().size());
 }
 
-int main(int argc, char** argv)
+void TestPluginSupport::throwingWork()
 {
-    const QTemporaryDir home;
-    qputenv("QRVL_USER_DIR", home.path().toLocal8Bit());
-    QApplication application(argc, argv);
-    TestPluginSupport test;
-    return QTest::qExec(&test, argc, argv);
+    struct Throwing : BackgroundWork
+    {
+        using BackgroundWork::BackgroundWork;
+        ~Throwing() override { stop(); }
+        void work() override { throw std::runtime_error("no memory"); }
+    };
+    QTest::ignoreMessage(QtWarningMsg, "work: plugin tst_pluginsupport threw: no memory");
+    Throwing worker("throws");
+    worker.begin();
+    QVERIFY(worker.wait(60000));
 }
+
+QTEST_MAIN(TestPluginSupport)
 #include "tst_pluginsupport.moc"

@@ -7,8 +7,9 @@ namespace XmlFile {
 
 /// Reads the element that the reader is on, up to its end tag.
 ///
-/// QXmlStreamReader::readElementText() calls itself for every nested element, so that deeply nested input
-/// exhausts the stack. This function only counts.
+/// QXmlStreamReader::readElementText(IncludeChildElements) calls itself for every nested element, so deeply
+/// nested input exhausts the stack. This function counts instead. Without that flag, readElementText() refuses
+/// nested elements or omits their text.
 /// @param onChild called with the reader on each nested start element; must not read on
 /// @return the element's text including that of nested elements; what was read so far after a fault
 template <typename OnChild>

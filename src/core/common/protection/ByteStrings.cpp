@@ -142,7 +142,7 @@ std::string GetRandomBytes(int count)
 {
     const int wanted = std::clamp(count, 0, MostRandomBytes);
     std::string bytes =
-        made(LOG_FUNCTION, std::size_t(wanted), '\0'); // a string that grows leaves copies behind
+        made(LOG_FUNCTION, std::size_t(wanted), '\0'); // growing it would leave copies in freed memory
     if (bytes.empty())
         return bytes;
     bytes.clear();

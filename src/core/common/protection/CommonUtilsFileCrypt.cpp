@@ -92,7 +92,7 @@ bool readPieces(std::FILE* file, std::size_t size, const WipedBuffer& buffer, Ta
         hasEnded = hasEnded || text.size() < piece.size();
         left -= piece.size();
     }
-    return size > 0 || std::fread(buffer.data(), 1, 1, file) == 1 || !std::ferror(file); // it may be a folder
+    return size > 0 || std::fread(buffer.data(), 1, 1, file) == 1 || !std::ferror(file); // folders fail
 }
 
 /// Reads a file to its end, even if its text ends earlier. Problems are reported to standard error.

@@ -1,65 +1,68 @@
 #include "common/CommonUtils.h"
 
-// Plain variables without a lock: other threads may see an older value.
-bool gSeparator = true;
+#include <atomic>
+
+bool gSeparator = true; // exported as a plain variable, so it cannot be atomic
 
 namespace {
 
-bool g_shuttingDown = false;
-bool g_miniMode = false;
-bool g_closeValue = false;
-int g_frameStyle = 1;
+constexpr std::memory_order Relaxed = std::memory_order_relaxed; // the flags do not guard other data
+
+std::atomic<bool> g_shuttingDown{false};
+std::atomic<bool> g_miniMode{false};
+std::atomic<bool> g_closeValue{false};
+std::atomic<int> g_frameStyle{1};
 
 } // namespace
 
 bool CommonUtils::IsShuttingDown()
 {
-    return g_shuttingDown;
+    return g_shuttingDown.load(Relaxed);
 }
 
 void CommonUtils::SetShutDownFlag()
 {
-    g_shuttingDown = true;
+    g_shuttingDown.store(true, Relaxed);
 }
 
 void CommonUtils::ResetShutDownFlag()
 {
-    g_shuttingDown = false;
+    g_shuttingDown.store(false, Relaxed);
 }
 
 bool CommonUtils::IsMiniMode()
 {
-    return g_miniMode;
+    return g_miniMode.load(Relaxed);
 }
 
 void CommonUtils::SetMiniModeFlag()
 {
-    g_miniMode = true;
+    g_miniMode.store(true, Relaxed);
 }
 
 void CommonUtils::ResetMiniModeFlag()
 {
-    g_miniMode = false;
+    g_miniMode.store(false, Relaxed);
 }
 
 bool CommonUtils::getCloseValue()
 {
-    return g_closeValue;
+    return g_closeValue.load(Relaxed);
 }
 
 void CommonUtils::setCloseValue(bool value)
 {
-    g_closeValue = value;
+    g_closeValue.store(value, Relaxed);
 }
 
 int CommonUtils::GetFrameStyle()
 {
-    return g_frameStyle;
+    return g_frameStyle.load(Relaxed);
 }
 
 void CommonUtils::SetFrameStyle(int style)
 {
-    g_frameStyle = style;
+    g_frameStyle.store(style, Relaxed);
 }
 
 bool CommonUtils::GetSMSSeperatorConfigValue()

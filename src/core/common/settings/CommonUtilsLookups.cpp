@@ -15,7 +15,8 @@
 
 namespace {
 
-/// Plugins of the embeddable type that the main window never embeds.
+/// Plugins of the embeddable type that the main window never embeds: the main frame, the two that are loaded on
+/// first use, and reserved identifiers, which no plugin in this source tree has.
 constexpr std::array<QLatin1String, 10> NotEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("881EA87E-882C-4f22-961C-466E0686F707"),
                                                       QLatin1String("90DC623D-19BD-4dee-8940-470AD75BB60E"),
@@ -27,7 +28,7 @@ constexpr std::array<QLatin1String, 10> NotEmbeddable{PluginIds::MainFrame,
                                                       QLatin1String("D754AE84-535F-4c18-85F8-F154CFE34FFF"),
                                                       QLatin1String("FAB7A06E-5770-4ffd-B511-479BAE2B74AC")};
 
-/// With this bit of the frame style one more plugin is not embedded.
+/// With this bit of the frame style one more plugin is not embedded. Its identifier is reserved as well.
 constexpr int CompactFrameStyle = 4;
 constexpr QLatin1String NotInCompactFrame("92804312-432E-401F-96BB-1C20D852815D");
 

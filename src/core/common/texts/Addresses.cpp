@@ -22,14 +22,14 @@ bool isHostCharacter(QChar c)
     return isLowerLetter(c) || (c >= QLatin1Char('0') && c <= QLatin1Char('9'));
 }
 
-/// Whether a character may stand before "://"; either case.
+/// Whether a character may precede "://"; ignores case.
 bool isSchemeCharacter(QChar c)
 {
     constexpr std::array<char16_t, 5> characters{u'h', u't', u'p', u's', u'|'};
     return std::find(characters.begin(), characters.end(), c.toLower().unicode()) != characters.end();
 }
 
-/// Either case of a character counts, which admits a few characters above 255.
+/// Whether the upper or the lower case of a character is allowed. This admits a few characters above 255.
 bool isWithin255(QChar c)
 {
     constexpr char16_t last = 255;
@@ -40,7 +40,7 @@ bool isWithin255(QChar c)
 bool isDotted(QStringView text, int minimumOfLabels, bool (*isInLabel)(QChar))
 {
     int labels = 0;
-    bool isAtLabel = true; // a label has to begin here
+    bool isAtLabel = true; // a label must begin here
     for (const QChar c : text) {
         if (isInLabel(c)) {
             labels += isAtLabel;

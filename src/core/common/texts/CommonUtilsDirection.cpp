@@ -11,13 +11,13 @@ namespace {
 constexpr char16_t LeftToRightOverride = 0x202D;
 constexpr char16_t RightToLeftOverride = 0x202E;
 
-constexpr std::array<char16_t, 8> Signs{u',', u'"', u'(', u')', u'[', u']', u'{', u'}'};
+constexpr std::array<char16_t, 8> Punctuation{u',', u'"', u'(', u')', u'[', u']', u'{', u'}'};
 
 constexpr qint64 MaxSize = 1 << 27;
 
-/// A string with direction marks after its signs, and a cursor. All signs of one kind have the same marks, so
-/// they are stored once per kind; the marked string is built at the end. The cursor is always on a character
-/// of the plain string: marks never cause further marks.
+/// A string with direction marks after its punctuation, and a cursor. All occurrences of a punctuation character
+/// have the same marks, so they are stored once per character; the marked string is built at the end. The cursor
+/// is always on a character of the plain string: marks never cause further marks.
 class MarkedText
 {
 public:
@@ -53,7 +53,7 @@ public:
 
     QString result()
     {
-        for (Kind& kind : m_kinds) // newer marks are nearer to the sign
+        for (Kind& kind : m_kinds) // newer marks are nearer to the character
             std::reverse(kind.marks.begin(), kind.marks.end());
         QString text;
         text.reserve(static_cast<int>(m_size));
@@ -69,15 +69,15 @@ private:
     struct Kind
     {
         int total = 0;
-        int before = 0; ///< how many of them stand before the cursor
-        QString marks;  ///< behind each of them, oldest first
+        int before = 0; ///< how many of them are before the cursor
+        QString marks;  ///< after each of them, oldest first
     };
 
-    /// Null for a character that is no sign.
+    /// Null for other characters.
     Kind* kindOf(QChar c)
     {
-        const auto found = std::find(Signs.begin(), Signs.end(), c.unicode());
-        return found == Signs.end() ? nullptr : &m_kinds[found - Signs.begin()];
+        const auto found = std::find(Punctuation.begin(), Punctuation.end(), c.unicode());
+        return found == Punctuation.end() ? nullptr : &m_kinds[found - Punctuation.begin()];
     }
 
     qint64 widthOf(QChar c)
@@ -97,7 +97,7 @@ private:
     }
 
     const QString& m_text; ///< without marks
-    std::array<Kind, Signs.size()> m_kinds;
+    std::array<Kind, Punctuation.size()> m_kinds;
     qint64 m_size;         ///< with marks
     int m_index = 0;       ///< of the cursor in the text without marks
     qint64 m_position = 0; ///< of the cursor in the text with marks

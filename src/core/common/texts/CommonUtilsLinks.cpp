@@ -19,7 +19,7 @@ bool isSeparator(QChar c)
     return c == QLatin1Char(' ') || c == LineFeed;
 }
 
-/// Whether a word is certain to stay as it is. Spares most words the work of richWord().
+/// Whether a word certainly stays unchanged, so that richWord() need not be called. True for most words.
 bool isOrdinary(QStringView word)
 {
     return !word.startsWith(QLatin1Char('w')) && std::none_of(word.begin(), word.end(), [](QChar c) {

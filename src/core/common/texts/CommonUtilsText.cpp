@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The operations' names say ASCII, but all of Latin-1 except NUL is plain.
+/// "ASCII" in the names of the operations means all of Latin-1 except NUL.
 bool isPlain(QChar c)
 {
     return c.unicode() >= 1 && c.unicode() <= 255;

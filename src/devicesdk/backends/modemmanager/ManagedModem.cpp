@@ -50,8 +50,7 @@ Modem ManagedModem::modemAt(const DBusMirror& mirror, const QString& path, const
 
 QString ManagedModem::simOf(const DBusMirror& mirror, const QString& path)
 {
-    const QString sim = valueOf(mirror, path, "Sim").value<QDBusObjectPath>().path();
-    return sim == QLatin1String("/") ? QString() : sim;
+    return ModemReader(mirror, path).simPath();
 }
 
 /// The serial number, or where the modem is plugged in.
@@ -63,7 +62,7 @@ QString ManagedModem::identityOf(const DBusMirror& mirror, const QString& path)
 
 bool ManagedModem::isLocked(const DBusMirror& mirror, const QString& path)
 {
-    return valueOf(mirror, path, "State").toInt() == MM_MODEM_STATE_LOCKED;
+    return ModemReader(mirror, path).isLocked();
 }
 
 QString ManagedModem::pukTries(const DBusMirror& mirror, const QString& path)

@@ -7,9 +7,9 @@
 
 #include <algorithm>
 
-using NumbersByNumber = QMap<uint, uint>;
-
 namespace {
+
+using NumbersByNumber = QMap<uint, uint>;
 
 constexpr uint UnknownTries = 999;
 

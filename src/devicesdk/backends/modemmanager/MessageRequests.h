@@ -8,7 +8,8 @@ class ModemCalls;
 class ModemMessages;
 struct Request;
 
-/// Sends and deletes text messages.
+/// Sends and deletes text messages. The operations return at once; ModemCalls::ended() reports the end. Lives on the
+/// thread of ModemCalls.
 class MessageRequests
 {
 public:
@@ -22,7 +23,10 @@ public:
     {
     }
 
+    /// Sends a message. The text of the end is its identifier.
     void send(const Request& request, const QString& modem);
+
+    /// Deletes the message whose identifier is the target of the request.
     void remove(const Request& request, const QString& modem);
 
 private:

@@ -1,7 +1,7 @@
 #include "backends/modemmanager/ModemCalls.h"
 
 #include "Log.h"
-#include "backends/modemmanager/DBusResults.h"
+#include "backends/dbus/DBusResults.h"
 #include "qrvl.h"
 
 #include <QDBusPendingCallWatcher>

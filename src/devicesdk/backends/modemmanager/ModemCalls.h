@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 #include "devices/Request.h"
 
 #include <functional>
@@ -34,7 +34,7 @@ public:
     void end(const QString& modem, const RequestEnd& end) { Q_EMIT ended(modem, end); }
 
     /// Reads an interface of the modem before: property changes are sent when the daemon is idle, often after the
-    /// reply that they belong to. If the daemon has ended, this has no end, and neither has the modem.
+    /// reply that they belong to.
     void endAfterRead(const QString& modem, const RequestEnd& end, const char* interface);
 
 Q_SIGNALS:

@@ -1,7 +1,7 @@
 #include "backends/modemmanager/ModemClient.h"
 
 #include "Log.h"
-#include "backends/modemmanager/DBusResults.h"
+#include "backends/dbus/DBusResults.h"
 #include "backends/modemmanager/ManagedModem.h"
 #include "managerproxy.h"
 #include "modemproxy.h"
@@ -80,6 +80,8 @@ void ModemClient::detect()
 void ModemClient::noteChange(const QString& path)
 {
     for (auto& [modemPath, modem] : m_modems) {
+        if (modemPath == path)
+            modem.messages.noteModemChange();
         if (modem.messages.contains(path))
             modem.messages.noteChange();
     }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "backends/dbus/DBusMirror.h"
 #include "backends/modemmanager/Customization.h"
-#include "backends/modemmanager/DBusMirror.h"
 #include "backends/modemmanager/ModemMessages.h"
 #include "backends/modemmanager/ModemRequests.h"
-#include "backends/modemmanager/NetworkClient.h"
+#include "backends/networkmanager/NetworkClient.h"
 
 #include <QTimer>
 
@@ -19,8 +19,13 @@ class ModemClient : public QObject
 public:
     ModemClient(const QDBusConnection& bus, const Customization& rules);
 
+    /// Begins to follow ModemManager and NetworkManager, which may start later. Call it once.
     void start();
+
+    /// Begins a request. changed() reports its end, except for a modem that has gone: DeviceService ends its requests.
     void begin(const Request& request);
+
+    /// Asks ModemManager to look for modems that do not report themselves. changed() reports those that it finds.
     void detect();
 
 Q_SIGNALS:

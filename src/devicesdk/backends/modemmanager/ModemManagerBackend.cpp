@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDBusError>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 
 using namespace std::chrono_literals;
@@ -15,6 +16,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LongWait = 24h; // condition variables cannot wait until the end of time
+constexpr auto Patience = 2s;
 const char BackendName[] = "modemmanager";
 
 Customization readRules(const QString& file)
@@ -147,6 +149,7 @@ void ModemManagerBackend::end()
     if (!m_thread)
         return;
     m_thread->quit();
-    m_thread->wait();
+    if (!m_thread->wait(QDeadlineTimer(Patience)))
+        Q_UNUSED(m_thread.release()); // left behind: the bus may not answer the thread that connects to it
     m_thread.reset();
 }

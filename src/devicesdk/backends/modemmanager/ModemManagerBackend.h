@@ -41,7 +41,7 @@ private:
 
     Traffic m_traffic;
 
-    std::mutex m_mutex; // guards what follows
+    std::mutex m_mutex; // guards what follows up to m_isWoken
     std::condition_variable m_wakeUp;
     ModemClient* m_client = nullptr; // while the thread can be called
     DeviceState m_state;

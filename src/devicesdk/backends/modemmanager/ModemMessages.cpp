@@ -1,6 +1,7 @@
 #include "backends/modemmanager/ModemMessages.h"
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
+#include "backends/modemmanager/ManagedModem.h"
 
 #include <QDBusArgument>
 #include <QDateTime>
@@ -8,6 +9,7 @@
 
 #include <ModemManager.h>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -42,11 +44,12 @@ struct Sms
                (type == MM_SMS_PDU_TYPE_DELIVER || type == MM_SMS_PDU_TYPE_CDMA_DELIVER);
     }
     bool isSent() const { return type == MM_SMS_PDU_TYPE_SUBMIT || type == MM_SMS_PDU_TYPE_CDMA_SUBMIT; }
-    bool confirms(const Sms& sent) const
+    bool confirmsDelivery() const
     {
-        return reference == sent.reference && number == sent.number &&
+        return type == MM_SMS_PDU_TYPE_STATUS_REPORT &&
                delivery <= MM_SMS_DELIVERY_STATE_COMPLETED_REPLACED_BY_SC;
     }
+    int index() const { return ModemMessages::identifierOf(path).toInt(); }
 };
 
 Sms read(const DBusMirror& mirror, const QString& path)
@@ -67,10 +70,27 @@ Sms read(const DBusMirror& mirror, const QString& path)
 
 bool isOlder(const Sms& a, const Sms& b)
 {
-    const auto number = [](const Sms& sms) {
-        return ModemMessages::identifierOf(sms.path).toInt();
-    };
-    return a.time != b.time ? a.time < b.time : number(a) < number(b);
+    return a.time != b.time ? a.time < b.time : a.index() < b.index();
+}
+
+/// The paths of the sent messages that reports confirm. ModemManager numbers messages in the order in which they come, so
+/// a report belongs to the latest message before it with its reference, which repeats after 256 messages, and its
+/// number, which may be written with or without the country.
+QSet<QString> deliveredAmong(std::vector<Sms> messages)
+{
+    constexpr int comparedDigits = 8;
+    std::sort(messages.begin(), messages.end(),
+              [](const Sms& a, const Sms& b) { return a.index() < b.index(); });
+    QHash<QPair<uint, QString>, QString> latest;
+    QSet<QString> delivered;
+    for (const Sms& sms : messages) {
+        const auto key = qMakePair(sms.reference, sms.number.right(comparedDigits));
+        if (sms.isSent() && sms.state == MM_SMS_STATE_SENT)
+            latest.insert(key, sms.path);
+        else if (sms.confirmsDelivery())
+            delivered.insert(latest.value(key));
+    }
+    return delivered;
 }
 
 /// What the keys of its values begin with.
@@ -88,20 +108,40 @@ void addText(const Sms& sms, ModemValues& values)
     values.insert(prefix + QStringLiteral("text"), sms.text);
 }
 
-} // namespace
+/// ModemManager reads the messages of a modem while it enables it. Before that, the list is empty.
+bool hasList(const DBusMirror& mirror, const QString& modem)
+{
+    return mirror.contains(modem, QLatin1String(MM_DBUS_INTERFACE_MODEM_MESSAGING)) &&
+           ManagedModem::valueOf(mirror, modem, "State").toInt() >= MM_MODEM_STATE_ENABLED;
+}
 
-void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
+QSet<QString> listOf(const DBusMirror& mirror, const QString& modem)
 {
     const QVariant list =
         mirror.value(modem, QLatin1String(MM_DBUS_INTERFACE_MODEM_MESSAGING), QStringLiteral("Messages"));
     QSet<QString> paths;
     for (const QDBusObjectPath& path : qdbus_cast<QList<QDBusObjectPath>>(list))
         paths.insert(path.path());
+    return paths;
+}
+
+} // namespace
+
+void ModemMessages::follow(DBusMirror& mirror, const QString& modem)
+{
+    if (!std::exchange(m_isListOutdated, false))
+        return;
+    const bool isKnown = hasList(mirror, modem);
+    const QSet<QString> paths = isKnown ? listOf(mirror, modem) : QSet<QString>();
     for (const QString& path : paths - m_paths)
         mirror.fetch(path, QLatin1String(MM_DBUS_INTERFACE_SMS));
-    for (const QString& path : m_paths - paths)
+    for (const QString& path : m_paths - paths) {
         mirror.forget(path);
-    m_isOutdated |= paths != m_paths;
+        m_sendingTimes.remove(path);
+        m_failed.remove(path);
+    }
+    m_isOutdated |= isKnown != m_isListKnown || paths != m_paths;
+    m_isListKnown = isKnown;
     m_paths = paths;
 }
 
@@ -122,6 +162,9 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
     if (!m_isOutdated || isReading(mirror))
         return m_values;
     m_isOutdated = false;
+    m_values.clear();
+    if (!m_isListKnown)
+        return m_values;
     std::vector<Sms> messages;
     for (const QString& path : qAsConst(m_paths)) {
         messages.push_back(read(mirror, path));
@@ -129,21 +172,15 @@ const ModemValues& ModemMessages::values(const DBusMirror& mirror)
             messages.back().time = m_sendingTimes.value(path);
     }
     std::sort(messages.begin(), messages.end(), isOlder);
-    std::vector<Sms> reports;
-    std::copy_if(messages.begin(), messages.end(), std::back_inserter(reports),
-                 [](const Sms& sms) { return sms.type == MM_SMS_PDU_TYPE_STATUS_REPORT; });
-    m_values.clear();
+    const QSet<QString> delivered = deliveredAmong(messages);
     QStringList received, sent;
     for (const Sms& sms : messages) {
         if (!sms.isReceived() && !sms.isSent())
             continue;
         (sms.isSent() ? sent : received).append(identifierOf(sms.path));
-        const bool isDelivered =
-            sms.isSent() && std::any_of(reports.begin(), reports.end(),
-                                        [&](const Sms& report) { return report.confirms(sms); });
         addText(sms, m_values);
         m_values.insert(prefixOf(sms) + QStringLiteral("state"),
-                        stateOf(sms.path, sms.state, sms.isSent(), isDelivered));
+                        stateOf(sms.path, sms.state, sms.isSent(), delivered.contains(sms.path)));
     }
     m_values.insert(QStringLiteral("messages"), received.join(QLatin1Char(' ')));
     m_values.insert(QStringLiteral("sent-messages"), sent.join(QLatin1Char(' ')));

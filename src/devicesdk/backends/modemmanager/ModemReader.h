@@ -1,8 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/ManagedModem.h"
-
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 
 #include <ModemManager.h>
 
@@ -13,11 +11,11 @@ public:
     ModemReader(const DBusMirror& mirror, const QString& path)
         : m_mirror(mirror)
         , m_path(path)
-        , m_sim(ManagedModem::simOf(mirror, path))
+        , m_sim(modem("Sim").value<QDBusObjectPath>().path())
     {
     }
 
-    QVariant modem(const char* property) const { return ManagedModem::valueOf(m_mirror, m_path, property); }
+    QVariant modem(const char* property) const { return value(m_path, MM_DBUS_INTERFACE_MODEM, property); }
     QVariant network(const char* property) const
     {
         return value(m_path, MM_DBUS_INTERFACE_MODEM_MODEM3GPP, property);
@@ -35,7 +33,8 @@ public:
     int state() const { return modem("State").toInt(); }
     uint lock() const { return modem("UnlockRequired").toUInt(); }
     bool isLocked() const { return state() == MM_MODEM_STATE_LOCKED; }
-    bool hasSim() const { return !m_sim.isEmpty(); }
+    bool hasSim() const { return !simPath().isEmpty(); }
+    QString simPath() const { return m_sim == QLatin1String("/") ? QString() : m_sim; }
     uint failure() const
     {
         return state() == MM_MODEM_STATE_FAILED ? modem("StateFailedReason").toUInt()

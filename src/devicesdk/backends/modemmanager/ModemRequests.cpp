@@ -1,9 +1,9 @@
 #include "backends/modemmanager/ModemRequests.h"
 
 #include "backends/modemmanager/ManagedModem.h"
-#include "backends/modemmanager/NetworkClient.h"
 #include "backends/modemmanager/RegistrationRequests.h"
 #include "backends/modemmanager/UssdRequests.h"
+#include "backends/networkmanager/NetworkClient.h"
 #include "qrvl.h"
 
 namespace {

@@ -15,7 +15,8 @@ class ModemRequests : public QObject
 public:
     ModemRequests(DBusMirror& mirror, const MessageRequests::MessagesOf& messagesOf);
 
-    /// Begins a request for the modem at that path. Its end may be reported before this returns.
+    /// Begins a request for the modem at that path. ended() reports its end, or that of `network` if it is to connect or
+    /// disconnect; perhaps before this returns.
     void begin(const Request& request, const QString& modem, NetworkClient& network);
 
     /// See UnlockRequests.

@@ -8,6 +8,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -157,6 +158,7 @@ using Action = RequestEnd (*)(const Request&, FileModem, QString&);
 /// In the order of Request::Kind.
 constexpr Action Actions[] = {connectModem,  disconnectModem, enterPin,   enterPuk,     sendMessage,
                               deleteMessage, sendUssd,        cancelUssd, scanNetworks, registerModem};
+static_assert(std::size(Actions) == Request::Register + 1, "an action for each kind");
 
 } // namespace
 

@@ -13,11 +13,12 @@ QString registrationOf(const Modem& modem)
                                                            : QStringLiteral("home");
 }
 
-/// Without its SIM a modem knows neither the user nor a network.
+/// Without its SIM a modem knows neither the user nor a network, and does not list messages.
 void hideSim(Modem& modem)
 {
     modem.imsi.clear();
     modem.gid.clear();
+    modem.messages.clear();
     for (const char* const key :
          {"network", "network-name", "number", "iccid", "technology", "network-choice"})
         modem.status.remove(QLatin1String(key));

@@ -1,6 +1,6 @@
-#include "backends/modemmanager/NetworkDevice.h"
+#include "backends/networkmanager/NetworkDevice.h"
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 
 #include <QDBusArgument>
 

@@ -1,4 +1,4 @@
-#include "backends/modemmanager/ConnectionSettings.h"
+#include "backends/networkmanager/ConnectionSettings.h"
 
 #include "devices/Request.h"
 

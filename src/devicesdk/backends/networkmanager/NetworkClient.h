@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 #include "devices/Modem.h"
 #include "devices/Request.h"
 
@@ -29,7 +29,7 @@ public:
     /// The network interface whose traffic is that of the modem; empty if it is not connected.
     QString interfaceOf(const QString& modem) const;
 
-    /// Begins a request to connect or disconnect.
+    /// Begins a request to connect or disconnect. ended() reports its end, perhaps before this returns.
     void begin(const Request& request, const QString& modem);
 
 Q_SIGNALS:
@@ -47,6 +47,7 @@ private:
     {
         quint32 connecting = 0;    // the request under way
         quint32 disconnecting = 0; // likewise
+        quint32 activating = 0;    // the request whose call to activate has not been answered
         long error = 0;
         qint64 since = 0; // when it was connected, in seconds since 1970
         QString path;     // of the device
@@ -56,11 +57,15 @@ private:
     void disconnectModem(const Request& request, const QString& modem);
     void activate(const Request& request, const QString& modem, const NetworkDevice& device);
     void awaitActivation(const QDBusPendingCall& call, const QString& modem, QString password);
+    void finishActivation(const QString& modem, const QDBusPendingCall& call);
+    void deactivate(const QString& modem, const QString& activeConnection);
     void endConnecting(const QString& modem, long result);
     void endDisconnecting(const QString& modem, long result);
     void finish(const QString& modem, quint32& number, long result);
     void follow(const QString& path);
+    void lose(const QString& modem, long result);
     void loseService();
+    QString modemOf(const QString& device) const;
     NetworkDevice deviceOf(const QString& modem) const;
 
     DBusMirror m_mirror;

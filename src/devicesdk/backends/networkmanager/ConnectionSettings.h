@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/DBusTypes.h"
+#include "backends/dbus/DBusTypes.h"
 
 struct Request;
 

@@ -24,6 +24,9 @@ long resultOf(uint reason);
 /// Whether the device is on its way to Activated.
 bool isConnecting(uint state);
 
+/// Whether the device is on its way to Activated, or there.
+bool isInUse(uint state);
+
 /// The status value "connection".
 QString connectionText(uint state);
 

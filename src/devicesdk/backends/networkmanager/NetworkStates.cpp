@@ -1,4 +1,4 @@
-#include "backends/modemmanager/NetworkStates.h"
+#include "backends/networkmanager/NetworkStates.h"
 
 #include "qrvl.h"
 
@@ -81,6 +81,11 @@ long NetworkStates::resultOf(uint reason)
 bool NetworkStates::isConnecting(uint state)
 {
     return state >= Prepare && state <= Secondaries;
+}
+
+bool NetworkStates::isInUse(uint state)
+{
+    return isConnecting(state) || state == Activated;
 }
 
 QString NetworkStates::connectionText(uint state)

@@ -1,10 +1,10 @@
-#include "backends/modemmanager/NetworkClient.h"
+#include "backends/networkmanager/NetworkClient.h"
 
 #include "Log.h"
-#include "backends/modemmanager/ConnectionSettings.h"
-#include "backends/modemmanager/DBusResults.h"
-#include "backends/modemmanager/NetworkDevice.h"
-#include "backends/modemmanager/NetworkStates.h"
+#include "backends/dbus/DBusResults.h"
+#include "backends/networkmanager/ConnectionSettings.h"
+#include "backends/networkmanager/NetworkDevice.h"
+#include "backends/networkmanager/NetworkStates.h"
 #include "networkproxy.h"
 #include "qrvl.h"
 
@@ -20,6 +20,18 @@ namespace {
 const char Service[] = "org.freedesktop.NetworkManager";
 const char Path[] = "/org/freedesktop/NetworkManager";
 const char Nothing[] = "/"; // a path
+
+/// The path of the connection that was activated. It follows that of its settings, if they were added.
+QString connectionIn(const QDBusMessage& reply)
+{
+    QString path;
+    const QVariantList arguments = reply.arguments();
+    for (const QVariant& argument : arguments) {
+        if (argument.canConvert<QDBusObjectPath>())
+            path = argument.value<QDBusObjectPath>().path();
+    }
+    return path;
+}
 
 } // namespace
 
@@ -70,7 +82,12 @@ QString NetworkClient::interfaceOf(const QString& modem) const
 
 void NetworkClient::begin(const Request& request, const QString& modem)
 {
-    if (request.kind == Request::Connect)
+    const bool isToConnect = request.kind == Request::Connect;
+    if (!m_mirror.isPresent())
+        Q_EMIT ended(modem, {request.number, QRVL_ERROR_SERVICE, {}});
+    else if (!deviceOf(modem).isKnown())
+        Q_EMIT ended(modem, {request.number, isToConnect ? long(QRVL_ERROR_UNSUPPORTED) : long(QRVL_OK), {}});
+    else if (isToConnect)
         connectModem(request, modem);
     else
         disconnectModem(request, modem);
@@ -82,10 +99,6 @@ void NetworkClient::connectModem(const Request& request, const QString& modem)
     Link& link = m_links[modem];
     link.connecting = request.number;
     link.error = QRVL_OK;
-    if (!m_mirror.isPresent())
-        return endConnecting(modem, QRVL_ERROR_SERVICE);
-    if (!device.isKnown())
-        return endConnecting(modem, QRVL_ERROR_UNSUPPORTED);
     if (device.state() == NetworkStates::Activated)
         return endConnecting(modem, QRVL_OK);
     Q_EMIT changed();
@@ -107,63 +120,83 @@ void NetworkClient::activate(const Request& request, const QString& modem, const
                     modem, password);
 }
 
-/// The success of the call is only the beginning: onStateChanged() reports the end.
 void NetworkClient::awaitActivation(const QDBusPendingCall& call, const QString& modem, QString password)
 {
+    Link& link = m_links[modem];
+    link.activating = link.connecting;
     auto* const watcher = new QDBusPendingCallWatcher(call, this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [=]() mutable {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [=, number = link.activating]() mutable {
         watcher->deleteLater();
         Secret::wipe(password);
-        const long result = DBusResults::resultOf(watcher->error());
-        if (result == QRVL_OK)
-            return;
-        qCWarning(logDeviceSdk, "NetworkManager does not connect the modem: %s",
-                  qUtf8Printable(watcher->error().name()));
-        endConnecting(modem, result);
+        if (m_links.value(modem).activating == number) // otherwise NetworkManager or its device has gone
+            finishActivation(modem, *watcher);
     });
 }
 
+/// The success of the call is only the beginning: onStateChanged() reports the end.
+void NetworkClient::finishActivation(const QString& modem, const QDBusPendingCall& call)
+{
+    Link& link = m_links[modem];
+    const bool isCurrent = std::exchange(link.activating, 0) == link.connecting;
+    const long result = DBusResults::resultOf(call.error());
+    if (result != QRVL_OK)
+        qCWarning(logDeviceSdk, "NetworkManager does not connect the modem: %s",
+                  qUtf8Printable(call.error().name()));
+    if (link.disconnecting != 0)
+        deactivate(modem,
+                   result == QRVL_OK ? connectionIn(call.reply()) : deviceOf(modem).activeConnection());
+    else if (result != QRVL_OK && isCurrent)
+        endConnecting(modem, result);
+}
+
+/// What is being activated has no path before NetworkManager answers.
 void NetworkClient::disconnectModem(const Request& request, const QString& modem)
 {
     endConnecting(modem, QRVL_ERROR_CANCELLED);
     Link& link = m_links[modem];
     link.disconnecting = request.number;
     link.error = QRVL_OK;
-    if (!m_mirror.isPresent())
-        return endDisconnecting(modem, QRVL_ERROR_SERVICE);
-    const QString active = deviceOf(modem).activeConnection();
-    if (active.isEmpty())
+    if (link.activating == 0)
+        deactivate(modem, deviceOf(modem).activeConnection());
+}
+
+void NetworkClient::deactivate(const QString& modem, const QString& activeConnection)
+{
+    if (activeConnection.isEmpty())
         return endDisconnecting(modem, QRVL_OK);
     NetworkProxy manager(m_mirror.service(), QLatin1String(Path), m_mirror.bus());
     auto* const watcher =
-        new QDBusPendingCallWatcher(manager.DeactivateConnection(QDBusObjectPath(active)), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [=] {
-        watcher->deleteLater();
-        if (watcher->isError() || deviceOf(modem).state() <= NetworkStates::Disconnected)
-            endDisconnecting(modem, DBusResults::resultOf(watcher->error()));
-    });
+        new QDBusPendingCallWatcher(manager.DeactivateConnection(QDBusObjectPath(activeConnection)), this);
+    connect(
+        watcher, &QDBusPendingCallWatcher::finished, this, [=, number = m_links.value(modem).disconnecting] {
+            watcher->deleteLater();
+            const bool isOver = watcher->isError() || deviceOf(modem).state() <= NetworkStates::Disconnected;
+            if (isOver && m_links.value(modem).disconnecting == number)
+                endDisconnecting(modem, DBusResults::resultOf(watcher->error()));
+        });
 }
 
-/// This signal says why, and is sent for every state, while changes of the property may be put together.
+/// This signal says why, and is sent for every state, while changes of the property may be put together. A connection
+/// ends when its device leaves the states in use; the states after that are not the end of the next one, which may have
+/// been requested already.
 void NetworkClient::onStateChanged(uint state, uint before, uint reason, const QDBusMessage& message)
 {
-    const auto entry = std::find_if(m_links.begin(), m_links.end(),
-                                    [&](const Link& link) { return link.path == message.path(); });
-    if (entry == m_links.end())
+    const QString modem = modemOf(message.path());
+    if (modem.isEmpty())
         return;
-    const QString modem = entry.key();
-    const bool isUsers = reason == NetworkStates::UserRequested && entry->disconnecting != 0;
+    Link& link = m_links[modem];
     if (state == NetworkStates::Activated) {
-        entry->since = QDateTime::currentSecsSinceEpoch();
-        entry->error = QRVL_OK;
+        link.since = QDateTime::currentSecsSinceEpoch();
+        link.error = QRVL_OK;
         endConnecting(modem, QRVL_OK);
-    } else if (state == NetworkStates::Failed ||
-               (state <= NetworkStates::Disconnected && before != NetworkStates::Failed &&
-                before > NetworkStates::Disconnected)) {
-        entry->error = isUsers ? long(QRVL_OK) : NetworkStates::resultOf(reason);
-        endConnecting(modem, entry->error);
+    } else if (NetworkStates::isInUse(before) && !NetworkStates::isInUse(state)) {
+        const bool isUsers = reason == NetworkStates::UserRequested && link.disconnecting != 0;
+        link.error = isUsers ? long(QRVL_OK) : NetworkStates::resultOf(reason);
+        endConnecting(modem, link.error);
     }
-    if (state <= NetworkStates::Disconnected)
+    if (state < NetworkStates::Disconnected) // perhaps before it could begin
+        endConnecting(modem, NetworkStates::resultOf(reason));
+    if (state <= NetworkStates::Disconnected && link.activating == 0)
         endDisconnecting(modem, QRVL_OK);
     Q_EMIT changed();
 }
@@ -198,23 +231,37 @@ void NetworkClient::finish(const QString& modem, quint32& number, long result)
 void NetworkClient::follow(const QString& path)
 {
     const NetworkDevice device(m_mirror, path);
-    if (device.isModem()) {
-        Link& link = m_links[device.modem()];
-        if (link.path != path)
-            link = {};
-        link.path = path;
+    const QString before = modemOf(path), modem = device.isModem() ? device.modem() : QString();
+    if (modem != before)
+        lose(before, QRVL_ERROR_NO_DEVICE);
+    if (!modem.isEmpty() && modem != before) {
+        lose(modem, QRVL_ERROR_NO_DEVICE); // it has had another device
+        m_links[modem].path = path;
     }
     Q_EMIT changed();
+}
+
+void NetworkClient::lose(const QString& modem, long result)
+{
+    if (!m_links.contains(modem))
+        return;
+    endConnecting(modem, result);
+    endDisconnecting(modem, result);
+    m_links.remove(modem);
 }
 
 void NetworkClient::loseService()
 {
     const QStringList modems = m_links.keys();
-    for (const QString& modem : modems) {
-        endConnecting(modem, QRVL_ERROR_SERVICE);
-        endDisconnecting(modem, QRVL_ERROR_SERVICE);
-    }
-    m_links.clear();
+    for (const QString& modem : modems)
+        lose(modem, QRVL_ERROR_SERVICE);
+}
+
+QString NetworkClient::modemOf(const QString& device) const
+{
+    const auto link = std::find_if(m_links.cbegin(), m_links.cend(),
+                                   [&](const Link& candidate) { return candidate.path == device; });
+    return link == m_links.cend() ? QString() : link.key();
 }
 
 NetworkDevice NetworkClient::deviceOf(const QString& modem) const

@@ -3,7 +3,7 @@
 #include "support/Modems.h"
 
 /// How the user wants a SIM card to be connected. Stored in the user's settings for each card; the password is encrypted.
-/// That hides it from view, but whoever has the settings and knows the IMSI can decrypt it.
+/// That hides it from view, but whoever has the settings and knows the IMSI can decrypt it. Any thread.
 struct AccessPoint
 {
     QString name; ///< empty: chosen automatically
@@ -18,7 +18,7 @@ struct AccessPoint
     static AccessPoint load(const Modem& modem);
     void save(const Modem& modem) const;
 
-    /// The password in clear. The caller wipes it.
+    /// The password in plain text. The caller wipes it.
     QString password(const Modem& modem) const;
 
     /// @param plain wiped by the caller

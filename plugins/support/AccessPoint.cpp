@@ -1,7 +1,12 @@
-#include "AccessPoint.h"
+#include "support/AccessPoint.h"
 
 #include "common/CommonUtils.h"
+#include "support/Requests.h"
 #include "support/Secret.h"
+
+#include <qrvl.h>
+
+#include <memory>
 
 namespace {
 
@@ -14,13 +19,22 @@ constexpr QLatin1String IsNotSet("false");
 
 constexpr int LongestIdentity = 23; // of Handle_IMEI_Hash()
 
-/// The section of a SIM card's settings, which does not reveal the IMSI.
+/// The section of a SIM card's settings, whose name does not show the IMSI.
 QString sectionFor(const Modem& modem)
 {
     constexpr int tokenSize = 44;
     char token[tokenSize] = {};
     CommonUtils::Handle_IMEI_Hash(modem.imsi.toLatin1().constData(), token);
     return QLatin1String("accesspoint ") + QString::fromLatin1(token, tokenSize);
+}
+
+/// CommonUtils::GetUserSettings() would log a warning if nothing has been stored.
+bool isStored(const QString& section)
+{
+    char16_t* value = nullptr;
+    const long result = QRVL_GetUserSettings(utf16(section), utf16(HomeOnlyKey), &value);
+    const std::unique_ptr<char16_t[]> owned(value);
+    return result == QRVL_OK;
 }
 
 } // namespace
@@ -36,10 +50,9 @@ AccessPoint AccessPoint::load(const Modem& modem)
     if (!isStorable(modem))
         return accessPoint;
     const QString section = sectionFor(modem);
-    const QString homeOnly = CommonUtils::GetUserSettings(section, HomeOnlyKey);
-    if (homeOnly.isEmpty())
-        return accessPoint; // nothing has been stored; each missing value is logged
-    accessPoint.isHomeOnly = homeOnly == IsSet;
+    if (!isStored(section))
+        return accessPoint;
+    accessPoint.isHomeOnly = CommonUtils::GetUserSettings(section, HomeOnlyKey) == IsSet;
     accessPoint.name = CommonUtils::GetUserSettings(section, NameKey);
     accessPoint.user = CommonUtils::GetUserSettings(section, UserKey);
     accessPoint.protectedPassword = CommonUtils::GetUserSettings(section, PasswordKey);

@@ -1,4 +1,4 @@
-#include "backends/modemmanager/DBusTypes.h"
+#include "backends/dbus/DBusTypes.h"
 
 #include <QDBusMetaType>
 #include <QUuid>

@@ -1,4 +1,4 @@
-#include "backends/modemmanager/DBusResults.h"
+#include "backends/dbus/DBusResults.h"
 
 #include "qrvl.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "backends/modemmanager/DBusTypes.h"
+#include "backends/dbus/DBusTypes.h"
 
 #include <QHash>
 #include <QObject>
@@ -43,13 +43,18 @@ public:
 
     /// Reads an object that the manager does not list, or again one that is known; then objectChanged() is sent
     /// and `done` called, also after a failure. Few reads are under way at a time, because buses limit that.
-    /// When the service ends meanwhile, nothing is called.
+    /// When the service ends or the object is forgotten meanwhile, only `done` is called.
     void fetch(const QString& path, const QString& interface, const std::function<void()>& done = {});
 
     /// Whether fetch() for this object has not been answered yet.
     bool isFetching(const QString& path) const { return m_fetching.contains(path); }
 
-    void forget(const QString& path) { m_objects.remove(path); }
+    /// Removes an object that was fetched.
+    void forget(const QString& path)
+    {
+        m_objects.remove(path);
+        m_fetching.remove(path);
+    }
 
     /// Connects a slot to a signal of all objects of the service.
     void connectTo(const QString& interface, const QString& signal, QObject* receiver, const char* slot)
@@ -73,6 +78,7 @@ private Q_SLOTS:
 private:
     struct Read
     {
+        int number;
         QString path;
         QString interface;
         std::function<void()> done;
@@ -92,9 +98,10 @@ private:
     QStringList m_interfaces;
     QHash<QString, VariantMaps> m_objects;
     QQueue<Read> m_toFetch;
-    QHash<QString, int> m_fetching; // how often, including those that wait
-    int m_reads = 0;                // under way
-    int m_generation = 0;           // answers to calls from before the service ended are ignored
+    QMultiHash<QString, int> m_fetching; // numbers of reads by path, including those that wait
+    int m_lastRead = 0;                  // the number of it
+    int m_reads = 0;                     // under way
+    int m_generation = 0;                // a list of objects from before the service ended is ignored
     bool m_isPresent = false;
     bool m_isDecided = false;
 };

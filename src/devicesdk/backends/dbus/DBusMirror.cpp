@@ -1,4 +1,4 @@
-#include "backends/modemmanager/DBusMirror.h"
+#include "backends/dbus/DBusMirror.h"
 
 #include "Log.h"
 
@@ -8,6 +8,7 @@
 #include <QDBusServiceWatcher>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -107,9 +108,11 @@ void DBusMirror::lose()
     ++m_generation;
     m_isPresent = false;
     m_objects.clear();
-    m_toFetch.clear();
     m_fetching.clear();
-    m_reads = 0;
+    for (const Read& read : std::exchange(m_toFetch, {})) {
+        if (read.done)
+            read.done();
+    }
     Q_EMIT presenceChanged();
 }
 
@@ -142,8 +145,8 @@ QVariant DBusMirror::value(const QString& path, const QString& interface, const 
 
 void DBusMirror::fetch(const QString& path, const QString& interface, const std::function<void()>& done)
 {
-    m_toFetch.enqueue({path, interface, done});
-    ++m_fetching[path];
+    m_fetching.insert(path, ++m_lastRead);
+    m_toFetch.enqueue({m_lastRead, path, interface, done});
     fetchNext();
 }
 
@@ -156,25 +159,23 @@ void DBusMirror::fetchNext()
         call << read.interface;
         ++m_reads;
         auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this,
-                [this, watcher, read, generation = m_generation] {
-                    watcher->deleteLater();
-                    if (generation == m_generation)
-                        finishRead(read, *watcher);
-                });
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, read] {
+            watcher->deleteLater();
+            finishRead(read, *watcher);
+        });
     }
 }
 
 void DBusMirror::finishRead(const Read& read, const QDBusPendingCall& call)
 {
     const QDBusPendingReply<QVariantMap> reply = call;
-    --m_reads;
-    if (--m_fetching[read.path] == 0)
-        m_fetching.remove(read.path);
-    if (!reply.isError())
+    const bool isWanted = m_fetching.remove(read.path, read.number) != 0; // it was neither lost nor forgotten
+    if (isWanted && !reply.isError())
         m_objects[read.path][read.interface] = reply.value();
+    --m_reads;
     fetchNext();
-    Q_EMIT objectChanged(read.path);
+    if (isWanted)
+        Q_EMIT objectChanged(read.path);
     if (read.done)
         read.done();
 }
