@@ -108,7 +108,6 @@ bool PluginContainer::unloadPlugin(PluginInfo* info)
 
 bool PluginContainer::UnloadAllPlugins()
 {
-    const QMutexLocker locker(&m_mutex);
     return unloadAllPlugins();
 }
 

@@ -78,7 +78,8 @@ void UnlockRequests::finish(quint32 number, const QString& modem, long result)
         const bool isGone = !m_calls.mirror().contains(modem, QStringLiteral(MM_DBUS_INTERFACE_MODEM)) &&
                             (result == QRVL_ERROR_UNSUPPORTED || result == QRVL_ERROR_NOT_FOUND);
         long meaning = isFailure && isNewlyBlocked ? long(QRVL_ERROR_BLOCKED) : result;
-        if (isGone || !m_calls.mirror().isPresent()) // removed before the code arrived; or ModemManager has gone
+        // The modem was removed before the code arrived, or ModemManager has gone.
+        if (isGone || !m_calls.mirror().isPresent())
             meaning = QRVL_ERROR_NO_DEVICE;
         m_calls.end(modem, {number, meaning, {}});
     });
