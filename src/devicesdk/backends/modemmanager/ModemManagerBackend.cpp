@@ -149,7 +149,6 @@ void ModemManagerBackend::end()
     if (!m_thread)
         return;
     m_thread->quit();
-    if (!m_thread->wait(QDeadlineTimer(Patience)))
-        Q_UNUSED(m_thread.release()); // left behind: the bus may not answer the thread that connects to it
-    m_thread.reset();
+    if (m_thread->wait(QDeadlineTimer(Patience)))
+        m_thread.reset(); // otherwise left behind: the bus may not answer the thread that connects to it
 }
