@@ -85,8 +85,10 @@ void TestDataPage::limit()
     QVERIFY(words().contains("Legen Sie in den Einstellungen ein Datenlimit"));
     settings->findChild<QCheckBox*>()->click();
     QVERIFY(numbers.first()->isEnabled() && !opener->isVisible());
-    QVERIFY2(words().contains(QRegularExpression("MB von 10 GB \\(0 %\\) [|] Noch 10,00 GB")),
-             qUtf8Printable(words()));
+    // A slow machine may have counted some hundred megabytes by now.
+    QVERIFY2(
+        words().contains(QRegularExpression("MB von 10 GB \\([0-9] %\\) [|] Noch (10,00|9,[0-9]{2}) GB")),
+        qUtf8Printable(words()));
     settings->findChild<QComboBox*>()->setCurrentIndex(0);
     numbers.first()->setValue(1); // less than has been transferred
     QVERIFY(Page.widget()->windowTitle().startsWith("Daten ("));
