@@ -85,8 +85,8 @@ public:
     /// @return false if no program could be started
     static bool OpenUrl(QString target);
 
-    // ---- Process-wide flags. Any thread may read and write them, without a lock: another thread may see an
-    //      older value. All are false initially unless stated otherwise.
+    // ---- Process-wide flags. Plain variables without a lock: other threads may see an older value. All are
+    //      false initially unless stated otherwise.
 
     /// Set by the launcher once the main window is closed; do not start new work then.
     static bool IsShuttingDown();
@@ -106,8 +106,7 @@ public:
     static int GetFrameStyle();
     static void SetFrameStyle(int style);
 
-    /// Whether menus have a separator after the search item; initially true. It is stored in a
-    /// plain variable: no thread may read it while another writes it.
+    /// Whether menus have a separator after the search item; initially true.
     static bool GetSMSSeperatorConfigValue();
     static void SetSMSSeperatorConfigValue(bool value);
 

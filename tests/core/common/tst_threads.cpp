@@ -44,7 +44,6 @@ private slots:
         CoreTest::cleanup();
     }
     void counting();
-    void flags();
     void waitWithoutWorkers();
     void lastWorkerWakesAll();
     void workerThatNeverEnds();
@@ -85,19 +84,6 @@ void TestThreads::counting()
         QVERIFY2(line.contains(QString("threadCount is %1;").arg(count)), qPrintable(line));
     }
     QCOMPARE(count, 0);
-}
-
-/// The thread sanitizer reports accesses that are not atomic.
-void TestThreads::flags()
-{
-    runTwice([] {
-        CommonUtils::setCloseValue(!CommonUtils::IsShuttingDown() && !CommonUtils::IsMiniMode());
-        CommonUtils::SetFrameStyle(CommonUtils::getCloseValue() ? CommonUtils::GetFrameStyle() : 2);
-        CommonUtils::ResetShutDownFlag();
-        CommonUtils::ResetMiniModeFlag();
-    });
-    QVERIFY(CommonUtils::getCloseValue());
-    QCOMPARE(CommonUtils::GetFrameStyle(), 1);
 }
 
 void TestThreads::waitWithoutWorkers()

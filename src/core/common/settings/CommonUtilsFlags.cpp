@@ -1,68 +1,65 @@
 #include "common/CommonUtils.h"
 
-#include <atomic>
-
-bool gSeparator = true; // exported as a plain variable, so it cannot be atomic
+// Plain variables without a lock: other threads may see an older value.
+bool gSeparator = true;
 
 namespace {
 
-constexpr std::memory_order Relaxed = std::memory_order_relaxed; // the flags do not guard other data
-
-std::atomic<bool> g_shuttingDown{false};
-std::atomic<bool> g_miniMode{false};
-std::atomic<bool> g_closeValue{false};
-std::atomic<int> g_frameStyle{1};
+bool g_shuttingDown = false;
+bool g_miniMode = false;
+bool g_closeValue = false;
+int g_frameStyle = 1;
 
 } // namespace
 
 bool CommonUtils::IsShuttingDown()
 {
-    return g_shuttingDown.load(Relaxed);
+    return g_shuttingDown;
 }
 
 void CommonUtils::SetShutDownFlag()
 {
-    g_shuttingDown.store(true, Relaxed);
+    g_shuttingDown = true;
 }
 
 void CommonUtils::ResetShutDownFlag()
 {
-    g_shuttingDown.store(false, Relaxed);
+    g_shuttingDown = false;
 }
 
 bool CommonUtils::IsMiniMode()
 {
-    return g_miniMode.load(Relaxed);
+    return g_miniMode;
 }
 
 void CommonUtils::SetMiniModeFlag()
 {
-    g_miniMode.store(true, Relaxed);
+    g_miniMode = true;
 }
 
 void CommonUtils::ResetMiniModeFlag()
 {
-    g_miniMode.store(false, Relaxed);
+    g_miniMode = false;
 }
 
 bool CommonUtils::getCloseValue()
 {
-    return g_closeValue.load(Relaxed);
+    return g_closeValue;
 }
 
 void CommonUtils::setCloseValue(bool value)
 {
-    g_closeValue.store(value, Relaxed);
+    g_closeValue = value;
 }
 
 int CommonUtils::GetFrameStyle()
 {
-    return g_frameStyle.load(Relaxed);
+    return g_frameStyle;
 }
 
 void CommonUtils::SetFrameStyle(int style)
 {
-    g_frameStyle.store(style, Relaxed);
+    g_frameStyle = style;
 }
 
 bool CommonUtils::GetSMSSeperatorConfigValue()

@@ -75,8 +75,7 @@ void CommonUtils::WaitThreadsStop()
     while (threadCount > 0 && waitRounds < MaxWaitRounds) {
         const QMutexLocker locker(&threadCountMutex);
         LOG_WARNING("%s: %s: %s: start ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
-        if (threadCount > 0) // else the last worker's wake-up came before the lock was taken
-            ThreadFinished.wait(&threadCountMutex, RoundMilliseconds);
+        ThreadFinished.wait(&threadCountMutex, RoundMilliseconds);
         ++waitRounds;
     }
     LOG_WARNING("%s: %s: %s: end ThreadFinished.wait", LOG_TIME, LOG_FILE, LOG_FUNCTION);
